@@ -1,0 +1,43 @@
+# Warnings and definitions that every target of ours is built with.
+add_library(kelvara_options INTERFACE)
+target_compile_options(kelvara_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+target_compile_definitions(kelvara_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_ASCII QT_DISABLE_DEPRECATED_BEFORE=0x060400
+    SQLITE_HAS_CODEC KELVARA_VERSION="${PROJECT_VERSION}")
+target_include_directories(kelvara_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+
+option(KELVARA_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+if(KELVARA_SANITIZE)
+    target_compile_options(kelvara_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(kelvara_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# add_module(NAME RULES a.cpp ... [FORMS frmx.cpp ...] [NEEDS other ...] [FORMS_NEED other ...])
+#
+# One subsystem: the library NAME holds its rules and cannot see widgets; NAME_forms holds its
+# forms. A rule that includes a widget's header does not compile.
+function(add_module name)
+    cmake_parse_arguments(M "" "" "RULES;FORMS;NEEDS;FORMS_NEED" ${ARGN})
+    add_library(${name} STATIC ${M_RULES})
+    target_link_libraries(${name} PUBLIC kelvara_options Qt6::Core ${M_NEEDS})
+    target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/rules_pch.h)
+    if(M_FORMS)
+        add_library(${name}_forms STATIC ${M_FORMS})
+        target_link_libraries(${name}_forms PUBLIC ${name} ui Qt6::Widgets ${M_FORMS_NEED})
+        target_precompile_headers(${name}_forms PRIVATE ${CMAKE_SOURCE_DIR}/cmake/forms_pch.h)
+    endif()
+endfunction()
+
+# add_kelvara_test(NAME SOURCES a_test.cpp ... LINKS lib ...): one test program, run headless.
+function(add_kelvara_test name)
+    cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${T_SOURCES})
+    target_link_libraries(${name} PRIVATE ${T_LINKS} kelvara_options GTest::gtest)
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/rules_pch.h <gtest/gtest.h>)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 900)
+endfunction()

@@ -1,0 +1,7 @@
+// The alarms of today's tasks, kept in memory.
+#pragma once
+
+#include "store/session.h"
+
+/// Fills the session's alarms with today's open tasks whose alarm is still to come.
+void CargarAlarmas(Sesion &s);

@@ -1,0 +1,49 @@
+// The one table of everything that is to be done on a day.
+#pragma once
+
+#include "store/session.h"
+
+/// A task to be written. What is left empty is stored as Null.
+struct Tarea {
+    int tip = 0;    // above 0 a service or product; below 0 one of the codes in namespace TipoTarea
+    int ida = 0;    // patient, client or user, as `tip` says
+    QDate dia;      // day of the task; invalid for what is only a communication
+    QTime hor;      // dropped without a day
+    QTime ala;      // alarm; dropped without a day
+    int medio = 0;  // 0 none, 1 e-mail, 2 letter, 3 e-mail or letter, 4 home delivery round
+    QDate fcreacion;
+    qint64 artaux = 0; // product of a dose or food task
+    QString des;
+};
+
+namespace TipoTarea
+{
+inline constexpr int FaltaAlimento = -41;
+inline constexpr int RecordatorioDosis = -42;
+inline constexpr int RecordatorioDeuda = -43;
+inline constexpr int Cumpleanos = -46;
+inline constexpr int Racion = -47;
+inline constexpr int DosisDiscontinuada = -50;
+inline constexpr int CumpleanosDestacado = -51;
+inline constexpr int NuevoCliente = -71;
+inline constexpr int TareaDeUsuario = -100;
+} // namespace TipoTarea
+
+/// Writes a task: the only writer of new rows. A task of today with an alarm also joins the
+/// session's alarms. A description longer than its column is cut.
+/// @return the task's id
+int AgregarTarea(Sesion &s, const Tarea &tarea);
+
+/// A time of today for a service: from 08:30 on, moved by the service's length (30 minutes if it
+/// has none) for as long as some task, of any day on purpose, stands within 5 minutes of it; one
+/// step at most for each task of today. Later than 22:00 gives 08:30 again.
+QTime BuscarHorarioLibre(Sesion &s, int idServicio);
+
+/// Hour of the patient's first open appointment of a day that nobody has been told of; an invalid
+/// time when there is none.
+QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia);
+
+/// Closes the oldest open task of a subject that a sale or a given dose fulfils: those of the
+/// article `tip` first with, then without the auxiliary product; by the auxiliary product alone
+/// when the article is unknown. The others stay open: one sale closes one task.
+void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida);

@@ -1,0 +1,78 @@
+// One of the clinic's databases: statements and recordsets in the rules' dialect.
+#pragma once
+
+#include "store/clock.h"
+#include "store/engine.h"
+#include "store/recordset.h"
+
+#include <array>
+#include <memory>
+#include <span>
+#include <string_view>
+
+/// A database under its name in the engine. Statements are Jet dialect with '?' for values; each
+/// text is translated once and kept compiled.
+///
+/// All calls throw ErrorDeAlmacen; a statement that fails has changed nothing.
+class Base
+{
+public:
+    /// @param reloj what Date() and Time() mean; must outlive the database
+    Base(Motor &motor, std::string esquema, const Reloj &reloj);
+    ~Base();
+    Base(const Base &) = delete;
+    Base &operator=(const Base &) = delete;
+
+    /// Runs a statement that writes or defines. @return rows changed
+    template <typename... V>
+    int Execute(std::string_view sql, const V &...valores)
+    {
+        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
+        return Ejecutar(sql, v);
+    }
+    int Ejecutar(std::string_view sql, std::span<const Valor> valores);
+
+    /// An updatable recordset.
+    template <typename... V>
+    Recordset OpenRecordset(std::string_view sql, const V &...valores)
+    {
+        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
+        return Abrir(sql, v, true);
+    }
+    /// A read-only recordset: cheaper, no keys are read.
+    template <typename... V>
+    Recordset OpenSnapshot(std::string_view sql, const V &...valores)
+    {
+        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
+        return Abrir(sql, v, false);
+    }
+    Recordset Abrir(std::string_view sql, std::span<const Valor> valores, bool actualizable);
+
+    /// An updatable recordset that lives as long as the session: its rows are read when first
+    /// needed, and read again after this program or another one has written its table.
+    Recordset OpenList(std::string_view sql);
+
+    /// The first field of the first row, Null when there is none. Reads one row only.
+    template <typename... V>
+    Valor Leer(std::string_view sql, const V &...valores)
+    {
+        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
+        return LeerPrimero(sql, v);
+    }
+    Valor LeerPrimero(std::string_view sql, std::span<const Valor> valores);
+
+    bool ExisteTabla(std::string_view tabla) const;
+    bool ExisteColumna(std::string_view tabla, std::string_view columna) const;
+    const jet::Catalogo &Catalogo() const;
+    const std::string &Esquema() const;
+    Motor &ElMotor() const;
+
+    /// Forgets compiled statements and table definitions (before the engine closes the file).
+    void Olvidar();
+
+    struct Interno;
+    Interno &interno() const { return *m_i; } // for Recordset
+
+private:
+    std::unique_ptr<Interno> m_i;
+};

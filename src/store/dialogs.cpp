@@ -1,0 +1,40 @@
+#include "store/dialogs.h"
+
+#include <cstdio>
+
+namespace
+{
+void Escribir(const QString &texto)
+{
+    std::fprintf(stderr, "%s\n", texto.toUtf8().constData());
+}
+} // namespace
+
+void DialogosDesatendidos::Mensaje(const QString &texto) { Escribir(texto); }
+
+bool DialogosDesatendidos::Pregunta(const QString &texto)
+{
+    Escribir(texto + QStringLiteral(" -> 7"));
+    return false;
+}
+
+std::optional<QString> DialogosDesatendidos::PedirTexto(const QString &, const QString &texto,
+                                                        const QString &)
+{
+    Escribir(texto);
+    return std::nullopt;
+}
+
+std::optional<QList<Opcion>> DialogosDesatendidos::Seleccionar(const QString &titulo,
+                                                               const QStringList &,
+                                                               const QList<Opcion> &, bool)
+{
+    Escribir(titulo);
+    return std::nullopt;
+}
+
+std::optional<QString> DialogosDesatendidos::ElegirArchivo(const QString &titulo, const QString &)
+{
+    Escribir(titulo);
+    return std::nullopt;
+}

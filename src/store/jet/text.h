@@ -1,0 +1,24 @@
+// How the system compares text: without regard to letter case, accents counting only as a tie-break.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace jet
+{
+
+/// The form under which two texts that differ only in letter case are one (É and é, ß and SS).
+/// Accents stay. UTF-8 in, UTF-8 out.
+std::string Plegar(std::string_view utf8);
+
+/// Order of texts, negative, 0 or positive: plain letters first, accents as a tie-break
+/// (Alba, Álvarez, andrea). 0 exactly when Plegar gives the same form for both.
+int Comparar(std::string_view a, std::string_view b);
+
+/// LIKE: `*` any text, `?` one character, `#` one digit, `[a-z]` and `[!a-z]` sets, `[*]` the
+/// character itself; `%` and `_` are plain. Letter case is ignored. A pattern whose bracket is
+/// never closed matches nothing.
+bool Parecido(std::string_view texto, std::string_view patron);
+
+} // namespace jet

@@ -1,0 +1,133 @@
+// The one state that rules share.
+#pragma once
+
+#include "store/batch.h"
+#include "store/clock.h"
+#include "store/database.h"
+#include "store/dialogs.h"
+#include "store/engine.h"
+#include "store/texts.h"
+
+#include <QString>
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+struct Usuario {
+    int idu = 0;
+    int ut = 0; // 1 Common, 2 Supervisor
+    QString nom;
+    bool EsComun() const { return ut == 1; }
+};
+
+/// The clinic's own data, as the message templates print them.
+struct DatosDeClinica {
+    QString nom; // name of the clinic
+    QString pro; // owner
+    QString dir;
+    QString tel;
+};
+
+/// One alarm of today's agenda.
+struct Alarma {
+    QTime hora;
+    int tip = 0;
+    bool atendida = false;  // rung, or needs not ring any more
+    std::optional<int> ida; // known only for alarms loaded at start-up, on purpose
+};
+
+/// The client and patient that the screens work on.
+struct Seleccion {
+    int idc = 0;
+    int idm = 0;
+};
+
+/// Tells whoever waits how far a long run has come. Both may be empty.
+struct Avance {
+    std::function<void(const QString &texto)> etapa;
+    std::function<void(int hecho, int total)> barra;
+
+    void Etapa(const QString &texto) const
+    {
+        if (etapa)
+            etapa(texto);
+    }
+    void Barra(int hecho, int total) const
+    {
+        if (barra)
+            barra(hecho, total);
+    }
+};
+
+/// What puts documents on paper. The rules only say which.
+class Impresion
+{
+public:
+    virtual ~Impresion() = default;
+    /// False where nothing can be printed: then nobody is asked whether to print.
+    virtual bool Disponible() const = 0;
+    /// Prints the report `nombre` + language code over the scratch tables.
+    virtual void Informe(const QString &nombre) = 0;
+    /// Prints the day sheet; see the agenda.
+    virtual void AgendaDelDia(bool completo, QDate dia, QTime desde) = 0;
+};
+
+/// No printer at all.
+class SinImpresion : public Impresion
+{
+public:
+    bool Disponible() const override { return false; }
+    void Informe(const QString &) override {}
+    void AgendaDelDia(bool, QDate, QTime) override {}
+};
+
+/// The recordsets that stay open for look-ups. Rows are read when first needed.
+struct Listas {
+    Recordset flcategorias;
+    Recordset mlrazas;
+    Recordset mlespecies;
+    Recordset proveedores;
+    Recordset artvenc;
+    Recordset cllocalidad;
+    Recordset cldepartamento;
+    Recordset clientes;
+    Recordset mascotas;
+    Recordset artplan;
+};
+
+/// Built once when the program starts and passed by reference. There are no globals beside it.
+struct Sesion {
+    explicit Sesion(Dialogos &d, Impresion &i, Idioma idioma);
+    Sesion(const Sesion &) = delete;
+    Sesion &operator=(const Sesion &) = delete;
+
+    Dialogos &dialogos;
+    Impresion &impresion;
+    Textos textos;
+    Reloj reloj;
+    Avance avance;
+
+    QString carpetaDePrograma; // with a slash at the end, like the next
+    QString carpetaDeDatos;
+    bool EnRed = false; // the data lie on another machine's folder
+    QChar separadorDecimal = u'.';
+
+    Usuario usuario;
+    DatosDeClinica clinica;
+    Seleccion IdGlobal;
+    std::vector<Alarma> Alarmas;
+
+    // The engine goes last of what the databases need, and first of all to be built.
+    std::unique_ptr<Motor> motor;
+    std::unique_ptr<Base> clientes;
+    std::unique_ptr<Base> finanzas;
+    std::unique_ptr<Base> morvane;
+    std::unique_ptr<Base> auxiliar; // os or rep97, opened by who needs it, closed when done
+    Recordset configuracion;        // the settings row
+    Listas listas;
+
+    /// Text of the string table.
+    QString operator()(int numero) const { return textos(numero); }
+};

@@ -29,6 +29,9 @@ QString ArchivoDe(const QString &base);
 
 /// Reads a database's declaration that is built into the program. @throws std::runtime_error
 std::vector<TablaDeclarada> LeerEsquema(const QString &base);
+/// The same from a text. @param archivo what errors call it @throws std::runtime_error "file:line:
+/// what"
+std::vector<TablaDeclarada> AnalizarEsquema(const QString &texto, const QString &archivo);
 
 /// Makes the tables and indexes in an open, empty database.
 void CrearTablas(Motor &motor, const std::string &esquema,

@@ -1,1 +1,100 @@
-// being written
+#include "agenda/tasks.h"
+
+#include "store/identifiers.h"
+
+namespace
+{
+
+const QTime PrimerTurno(8, 30);
+const QTime UltimoTurno(22, 0);
+constexpr int PasoEnMinutos = 30;    // of a service that has no length of its own
+constexpr int CercaniaEnMinutos = 5; // a task this near takes the slot
+
+// Alarms and hours are kept to the minute.
+QTime AlMinuto(QTime t) { return t.isValid() ? QTime(t.hour(), t.minute()) : t; }
+
+int DuracionDe(Sesion &s, int idServicio)
+{
+    const Valor tiempo = s.finanzas->Leer("SELECT tiempo FROM Servicios WHERE Ida = ?", idServicio);
+    return tiempo.EsNulo() ? PasoEnMinutos : tiempo.toInt();
+}
+
+} // namespace
+
+int AgregarTarea(Sesion &s, const Tarea &t)
+{
+    Lote lote(s);
+    const int id = TomarIdDeTarea(s);
+    const QString des = t.des.left(s.morvane->Ancho("TareasAgenda", "des"));
+    // Without a day neither hour nor alarm is kept; with an alarm the hour goes along.
+    const Valor dia(t.dia);
+    const Valor hor = t.dia.isValid() ? Valor(AlMinuto(t.hor)) : Valor();
+    const Valor ala = t.dia.isValid() ? Valor(AlMinuto(t.ala)) : Valor();
+    s.morvane->Execute("insert into TareasAgenda (tip, ida, dia, hor, ala, medio, fcreacion, "
+                       "artaux, des, id) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                       t.tip, t.ida, dia, hor, ala, t.medio, t.fcreacion, t.artaux, des, id);
+    lote.Confirmar();
+    if (!ala.EsNulo() && t.dia == s.reloj.hoy)
+        s.Alarmas.push_back({ala.toTime(), t.tip, false, std::nullopt});
+    return id;
+}
+
+QTime BuscarHorarioLibre(Sesion &s, int idServicio)
+{
+    const int paso = DuracionDe(s, idServicio);
+    const int tareas
+        = s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
+    // Minutes, since a long service may carry the candidate past midnight.
+    int candidato = PrimerTurno.msecsSinceStartOfDay() / 60000;
+    for (int i = 0; i < tareas && paso > 0 && candidato < 24 * 60; ++i) {
+        const auto hora = [](int minutos) { return QTime(minutos / 60, minutos % 60); };
+        // No condition on the day, on purpose: a task of any day pushes the candidate on. So once
+        // nothing stands near, no later turn of the walk can find anything either.
+        const int hasta = std::min(candidato + CercaniaEnMinutos, 24 * 60 - 1);
+        if (s.morvane
+                ->Leer("SELECT TOP 1 hor FROM TareasAgenda WHERE hor BETWEEN ? AND ?",
+                       hora(candidato - CercaniaEnMinutos), hora(hasta))
+                .EsNulo())
+            break;
+        candidato += paso;
+    }
+    if (candidato > UltimoTurno.msecsSinceStartOfDay() / 60000)
+        return PrimerTurno;
+    return QTime(candidato / 60, candidato % 60);
+}
+
+QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
+{
+    return s.morvane
+        ->Leer("select hor from TareasAgenda where dia = ? and est = 0 and fmedio is null and "
+               "ida = ?",
+               dia, idm)
+        .toTime();
+}
+
+void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida)
+{
+    const bool conocido
+        = !s.finanzas->OpenSnapshot("SELECT Nom FROM Articulos WHERE Ida = ?", tip).EOF_();
+    Recordset tareas
+        = conocido
+              ? s.morvane->OpenRecordset(
+                    "select * from TareasAgenda where tip = ? and ida = ? and ArtAux = ? and "
+                    "est = 0 and fcreacion <= date() order by fcreacion asc",
+                    tip, ida, artaux)
+              : s.morvane->OpenRecordset(
+                    "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
+                    "fcreacion <= date() order by fcreacion asc",
+                    ida, artaux);
+    if (conocido && tareas.EOF_())
+        tareas = s.morvane->OpenRecordset(
+            "select * from TareasAgenda where tip = ? and ida = ? and est = 0 and "
+            "fcreacion <= date() order by fcreacion asc",
+            tip, ida);
+    if (tareas.EOF_())
+        return;
+    tareas.Edit();
+    tareas.Put("est", true);
+    tareas.Put("frealizacion", s.reloj.hoy);
+    tareas.Update();
+}

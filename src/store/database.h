@@ -63,6 +63,8 @@ public:
 
     bool ExisteTabla(std::string_view tabla) const;
     bool ExisteColumna(std::string_view tabla, std::string_view columna) const;
+    /// Characters that fit a TEXT(n) column; 0 for any other column.
+    int Ancho(std::string_view tabla, std::string_view columna) const;
     const jet::Catalogo &Catalogo() const;
     const std::string &Esquema() const;
     Motor &ElMotor() const;

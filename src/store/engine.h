@@ -65,6 +65,8 @@ public:
     virtual void Confirmar() = 0;
     virtual void Deshacer() noexcept = 0;
     virtual bool EnTransaccion() const = 0;
+    /// How often writes were taken back; rows kept in memory are stale then.
+    virtual qint64 Deshechos() const = 0;
 
     virtual std::vector<std::string> Tablas(const std::string &esquema) = 0;
     virtual std::vector<ColumnaDeclarada> Columnas(const std::string &esquema,

@@ -13,6 +13,9 @@ struct FallaDeApertura {
 /// lists. @return nullopt when all is open; then the session can be worked with
 std::optional<FallaDeApertura> AbrirAlmacen(Sesion &s);
 
+/// What to tell the user of a failure of the store.
+QString TextoDeError(const Sesion &s, const ErrorDeAlmacen &e);
+
 /// Opens "os" or "rep97" as the scratch database, closing the one that was open.
 /// @throws ErrorDeAlmacen
 Base &AbrirAuxiliar(Sesion &s, const QString &base);

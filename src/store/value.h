@@ -44,7 +44,7 @@ public:
     Valor(const QDateTime &t) { if (t.isValid()) m_v = t; }
     Valor(const QString &s) : m_v(s) {}
     Valor(QString &&s) : m_v(std::move(s)) {}
-    Valor(const char16_t *s) : m_v(QString(s)) {}
+    Valor(const char16_t *s) : m_v(QString::fromUtf16(s)) {}
     Valor(const char *) = delete; // texts are QString; a plain literal would read as Yes/No
 
     bool EsNulo() const { return m_v.index() == 0; }

@@ -1,0 +1,8 @@
+// What the clinic has learnt of its clients.
+#pragma once
+
+#include "store/session.h"
+
+/// A featured client: good buyer and frequent, and does not pay late. False when there is no such
+/// client.
+bool ClienteDestacado(Sesion &s, int idc);

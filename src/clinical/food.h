@@ -1,0 +1,13 @@
+// When a patient's food counts as running out.
+#pragma once
+
+#include "store/session.h"
+
+/// Category of food; every other consumption category runs out at 0.
+inline constexpr int CategoriaAlimento = 1;
+
+/// Quantity at or below which a patient's stock is low, in the measure of Consumo.can.
+/// Dogs (species 1) go by weight: up to 10, up to 25 and above take the three levels of the
+/// settings; any other species has its own level, 0 when none is set.
+/// @param peso in the clinic's own unit, kg or lb
+double UmbralAlimento(Sesion &s, int especie, double peso, int categoria);

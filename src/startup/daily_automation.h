@@ -1,0 +1,23 @@
+// The first start of a day: one pass over all the data that fills the board, the task list and
+// the outbox.
+#pragma once
+
+#include "store/session.h"
+
+/// What follows the daily pass, written elsewhere. An empty step is left out.
+struct PasosPosteriores {
+    std::function<void(Sesion &, QDate)> enviarMensajes; // the outbox
+    std::function<void(Sesion &)> pasoMensual;
+};
+
+/// The gate: runs the daily pass when the last start was before today, then advances the dates and
+/// sends the outbox; runs the monthly step when the number of the month has changed. Terminals
+/// that start together run the day once: the second one waits for the first.
+/// @return whether the daily pass ran here
+/// @throws ErrorDeAlmacen when the disk or the engine gives up; the day is then run again at the
+///         next start
+bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos = {});
+
+/// The daily pass alone: nineteen passes in a fixed order, each written as one commit. A statement
+/// that fails is logged and shown, and the pass goes on with the next one.
+void TareasDeInicio(Sesion &s);

@@ -1,0 +1,14 @@
+// The optional news line that arrives as a file beside the user's data.
+#pragma once
+
+#include "store/session.h"
+
+struct Novedad {
+    QDate hasta; // last day on which it is shown
+    QString texto;
+};
+
+/// Reads one record of two fields parted by a comma: a day (2026-11-30, also between # marks, or
+/// in the short form of the session's language) and a text, each with or without double quotes.
+/// @return nullopt when there is no such file or it holds no such record
+std::optional<Novedad> LeerNovedad(const Sesion &s, const QString &archivo);

@@ -1,4 +1,5 @@
-// How the system compares text: without regard to letter case, accents counting only as a tie-break.
+// How the system compares text: without regard to letter case, accents counting only as a
+// tie-break.
 #pragma once
 
 #include <QString>
@@ -20,5 +21,7 @@ int Comparar(std::string_view a, std::string_view b);
 /// character itself; `%` and `_` are plain. Letter case is ignored. A pattern whose bracket is
 /// never closed matches nothing.
 bool Parecido(std::string_view texto, std::string_view patron);
+/// The same for a pattern that has gone through Plegar, when it is tried on many texts.
+bool ParecidoPlegado(std::string_view texto, std::string_view patron);
 
 } // namespace jet

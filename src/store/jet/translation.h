@@ -46,8 +46,8 @@ struct Parametro {
 
 /// One column of the rows that a query gives.
 struct ColumnaDeSalida {
-    std::string nombre; // as asked for: the alias, or the column's own name
-    std::string tabla;  // name or alias of the table in the FROM clause, "" for an expression
+    std::string nombre;  // as asked for: the alias, or the column's own name
+    std::string tabla;   // name or alias of the table in the FROM clause, "" for an expression
     std::string columna; // the table's column behind it, "" for an expression
     Tipo tipo = Tipo::Ninguno;
     int ancho = 0;

@@ -1,0 +1,224 @@
+// A plain engine in memory with the tables of a short declaration, for statements of the dialect.
+#pragma once
+
+#include "store/errors.h"
+#include "store/jet/engine_functions.h"
+#include "store/jet/text.h"
+#include "store/jet/translation.h"
+
+#include <map>
+#include <sqlite3.h>
+#include <sstream>
+
+namespace jet_test
+{
+
+/// Reads the form of the schema files: "table Name", then "    column TYPE" a line.
+class Tables : public jet::Catalogo
+{
+public:
+    void Read(std::istream &lines)
+    {
+        for (std::string line; std::getline(lines, line);) {
+            if (line.starts_with("table "))
+                Add(Unbracketed(line.substr(6)));
+            else if (const size_t at = line.find_first_not_of(' ');
+                     m_last && at != line.npos && at > 0 && line.substr(at, 6) != "index ")
+                AddColumn(line.substr(at));
+        }
+    }
+
+    const jet::Tabla *Buscar(std::string_view name) const override
+    {
+        const auto found = m_tables.find(jet::Plegar(name));
+        return found == m_tables.end() ? nullptr : &found->second;
+    }
+
+    /// The statements that make the tables in an engine.
+    std::string Definitions() const
+    {
+        std::string sql;
+        for (const auto &[key, table] : m_tables) {
+            sql += "CREATE TABLE \"" + table.nombre + "\" (";
+            for (size_t i = 0; i < table.columnas.size(); ++i)
+                sql += (i ? ", \"" : "\"") + table.columnas[i].nombre + "\" " +
+                       m_declared.at(&table)[i];
+            sql += ");\n";
+        }
+        return sql;
+    }
+
+private:
+    static std::string Unbracketed(std::string name)
+    {
+        return name.starts_with('[') ? name.substr(1, name.find(']') - 1) : name;
+    }
+
+    void Add(const std::string &name)
+    {
+        m_last = &m_tables[jet::Plegar(name)];
+        m_last->nombre = name;
+    }
+
+    void AddColumn(const std::string &line)
+    {
+        const size_t nameEnd = line.starts_with('[') ? line.find(']') + 1 : line.find(' ');
+        std::istringstream rest(line.substr(nameEnd));
+        std::string type;
+        rest >> type;
+        static const std::map<std::string, Tipo> types{
+            {"COUNTER", Tipo::Counter},   {"BYTE", Tipo::Byte},     {"SMALLINT", Tipo::Smallint},
+            {"LONG", Tipo::Long},         {"SINGLE", Tipo::Single}, {"DOUBLE", Tipo::Double},
+            {"CURRENCY", Tipo::Currency}, {"DATE", Tipo::Date},     {"TIME", Tipo::Time},
+            {"YESNO", Tipo::YesNo},       {"MEMO", Tipo::Memo}};
+        jet::Columna c{Unbracketed(line.substr(0, nameEnd)), Tipo::Text, 0};
+        if (const auto found = types.find(type); found != types.end())
+            c.tipo = found->second;
+        else
+            c.ancho = std::stoi(type.substr(type.find('(') + 1));
+        m_last->columnas.push_back(c);
+        m_declared[m_last].push_back(
+            c.tipo == Tipo::Counter ? "INTEGER PRIMARY KEY AUTOINCREMENT" : type);
+    }
+
+    std::map<std::string, jet::Tabla> m_tables;
+    std::map<const jet::Tabla *, std::vector<std::string>> m_declared;
+    jet::Tabla *m_last = nullptr;
+};
+
+/// What a '?' is bound to: a text, or a number when it reads as one and is not quoted.
+using Given = std::vector<std::string>;
+
+class Engine
+{
+public:
+    explicit Engine(const std::string &declaration)
+    {
+        std::istringstream lines(declaration);
+        m_tables.Read(lines);
+        Open();
+    }
+    explicit Engine(Tables tables)
+        : m_tables(std::move(tables))
+    {
+        Open();
+    }
+    ~Engine() { sqlite3_close(m_db); }
+    Engine(const Engine &) = delete;
+    Engine &operator=(const Engine &) = delete;
+
+    const Tables &Catalog() const { return m_tables; }
+
+    /// Runs SQL of the engine itself.
+    void Exec(const std::string &sql)
+    {
+        char *message = nullptr;
+        if (sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+            const std::string what = message;
+            sqlite3_free(message);
+            throw std::runtime_error(what + "\n" + sql);
+        }
+    }
+
+    std::string Sql(const std::string &dialect) const
+    {
+        return jet::Traducir(dialect, m_tables, "main").sql;
+    }
+
+    /// Runs a statement of the dialect. Rows as "a|b\n", Null as an empty field, bytes as x'...'.
+    std::string Rows(const std::string &dialect, const Given &given = {}, bool keys = false)
+    {
+        return Run(jet::Traducir(dialect, m_tables, "main", keys), given);
+    }
+
+    /// What the engine says about how it will run the statement.
+    std::string Plan(const std::string &dialect)
+    {
+        jet::Traduccion t = jet::Traducir(dialect, m_tables, "main");
+        t.sql = "EXPLAIN QUERY PLAN " + t.sql;
+        return Run(t, Given(size_t(t.valoresDados), "1"));
+    }
+
+    /// The error number of a refused statement, 0 when it is taken.
+    int Error(const std::string &dialect) const
+    {
+        try {
+            jet::Traducir(dialect, m_tables, "main");
+        } catch (const ErrorDeAlmacen &e) {
+            return e.numero;
+        }
+        return 0;
+    }
+
+    std::string today = "2024-03-05";
+    std::string time = "09:30:00";
+
+private:
+    void Open()
+    {
+        sqlite3_open(":memory:", &m_db);
+        jet::RegistrarFunciones(m_db);
+        Exec(m_tables.Definitions());
+    }
+
+    std::string Run(const jet::Traduccion &t, const Given &given)
+    {
+        sqlite3_stmt *s = nullptr;
+        if (sqlite3_prepare_v2(m_db, t.sql.c_str(), -1, &s, nullptr) != SQLITE_OK)
+            throw std::runtime_error(std::string(sqlite3_errmsg(m_db)) + "\n" + t.sql);
+        for (size_t i = 0; i < t.parametros.size(); ++i)
+            Bind(s, int(i + 1), t.parametros[i], given);
+        std::string rows;
+        int result;
+        while ((result = sqlite3_step(s)) == SQLITE_ROW) {
+            for (int i = 0; i < sqlite3_column_count(s); ++i)
+                rows += (i ? "|" : "") + Field(s, i);
+            rows += "\n";
+        }
+        const std::string message = sqlite3_errmsg(m_db);
+        sqlite3_finalize(s);
+        if (result != SQLITE_DONE)
+            throw std::runtime_error(message + "\n" + t.sql);
+        return rows;
+    }
+
+    void Bind(sqlite3_stmt *s, int n, const jet::Parametro &p, const Given &given) const
+    {
+        std::string v = p.origen == jet::Parametro::Hoy    ? today
+                        : p.origen == jet::Parametro::Hora ? time
+                        : p.origen == jet::Parametro::Ahora
+                            ? today + " " + time
+                            : given.at(size_t(p.indice));
+        char *end = nullptr;
+        const double number = std::strtod(v.c_str(), &end);
+        if (!v.empty() && *end == '\0' && number == qint64(number))
+            sqlite3_bind_int64(s, n, qint64(number));
+        else if (!v.empty() && *end == '\0')
+            sqlite3_bind_double(s, n, number);
+        else
+            sqlite3_bind_text(s, n, v.data(), int(v.size()), SQLITE_TRANSIENT);
+    }
+
+    static std::string Field(sqlite3_stmt *s, int i)
+    {
+        const int type = sqlite3_column_type(s, i);
+        const auto *data = static_cast<const char *>(sqlite3_column_blob(s, i));
+        const std::string bytes(data ? data : "", size_t(sqlite3_column_bytes(s, i)));
+        if (type == SQLITE_BLOB)
+            return "x'" + bytes + "'";
+        if (type == SQLITE_FLOAT) {
+            std::ostringstream out;
+            out.precision(17);
+            out << sqlite3_column_double(s, i);
+            return out.str();
+        }
+        if (type == SQLITE_INTEGER)
+            return std::to_string(sqlite3_column_int64(s, i));
+        return bytes;
+    }
+
+    Tables m_tables;
+    sqlite3 *m_db = nullptr;
+};
+
+} // namespace jet_test

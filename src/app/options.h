@@ -1,0 +1,24 @@
+// The command line.
+#pragma once
+
+#include "store/texts.h"
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+struct Opciones {
+    enum class Modo { Ventana, Desatendido, Crear, Version, Ayuda };
+    Modo modo = Modo::Ventana;
+    QString datos;  // data folder, whatever ruta.txt says; "" for ruta.txt
+    QString crear;  // folder to make
+    bool demo = false;
+    std::optional<Idioma> idioma;
+};
+
+/// Reads the arguments behind the program's name.
+/// @param error what is wrong with them, in English, for the terminal
+std::optional<Opciones> LeerOpciones(const QStringList &argumentos, QString *error);
+
+/// What --help prints.
+QString TextoDeAyuda();

@@ -1,0 +1,12 @@
+// Runs without a window: making data folders, and the day's start for cron.
+#pragma once
+
+#include "app/options.h"
+
+/// A start without a window. Prints one line for each board line on standard output,
+/// `dibujo<TAB>Codigo1<TAB>Codigo2<TAB>mensaje`; messages go to standard error.
+/// @return the exit status: 0, or 1 with the reason told
+int CorrerDesatendido(const Opciones &opciones, Idioma idioma);
+
+/// Makes a new data folder. @return the exit status
+int CrearDatos(const Opciones &opciones, Idioma idioma);

@@ -1,0 +1,123 @@
+#include "agenda/alarms.h"
+#include "agenda/tasks.h"
+#include "support/clinic.h"
+
+namespace
+{
+
+class Tareas : public Clinica
+{
+protected:
+    Tarea Base_(int tip, QDate dia = {}, QTime hor = {}, QTime ala = {})
+    {
+        Tarea t;
+        t.tip = tip;
+        t.ida = 7;
+        t.dia = dia;
+        t.hor = hor;
+        t.ala = ala;
+        t.fcreacion = hoy;
+        return t;
+    }
+    QString Abiertas() { return Filas(*s.morvane, "select id, est from TareasAgenda order by id"); }
+};
+
+} // namespace
+
+TEST_F(Tareas, KeepsHourAndAlarmOnlyWithADay)
+{
+    const int sinDia = AgregarTarea(s, Base_(-42, {}, QTime(9, 30), QTime(9, 15)));
+    const int conTodo = AgregarTarea(s, Base_(41, hoy.addDays(1), QTime(9, 30, 59), QTime(9, 15)));
+    EXPECT_EQ(conTodo, sinDia + 1);
+    EXPECT_EQ(Filas(*s.morvane, "select dia, hor, ala, est from TareasAgenda order by id"),
+              QStringLiteral("|||0\n2026-03-12|09:30:00|09:15:00|0\n"));
+    EXPECT_TRUE(s.Alarmas.empty()); // tomorrow's alarm is tomorrow's
+}
+
+TEST_F(Tareas, AnAlarmOfTodayJoinsTheSessionWithoutASubject)
+{
+    AgregarTarea(s, Base_(41, hoy, QTime(10, 0), QTime(9, 45)));
+    ASSERT_EQ(s.Alarmas.size(), 1u);
+    EXPECT_EQ(s.Alarmas[0].hora, QTime(9, 45));
+    EXPECT_FALSE(s.Alarmas[0].ida.has_value()); // intended: only a load knows the subject
+    CargarAlarmas(s);
+    ASSERT_EQ(s.Alarmas.size(), 1u);
+    EXPECT_EQ(s.Alarmas[0].ida, 7);
+}
+
+TEST_F(Tareas, PastAlarmsAndDoneTasksAreNotLoaded)
+{
+    AgregarTarea(s, Base_(41, hoy, QTime(9, 0), QTime(8, 59)));
+    AgregarTarea(s, Base_(41, hoy, QTime(9, 0), QTime(9, 0)));
+    AgregarTarea(s, Base_(42, hoy, QTime(11, 0), QTime(11, 0)));
+    s.morvane->Execute("update TareasAgenda set est = -1 where tip = 42");
+    CargarAlarmas(s);
+    ASSERT_EQ(s.Alarmas.size(), 1u);
+    EXPECT_EQ(s.Alarmas[0].hora, QTime(9, 0));
+}
+
+TEST_F(Tareas, TheCounterStartsAgainBeforeItsEndAndOldTasksGo)
+{
+    AgregarTarea(s, Base_(41, hoy));
+    s.morvane->Execute("update TareasAgenda set fcreacion = ?", hoy.addDays(-1));
+    AgregarTarea(s, Base_(42, hoy));
+    s.morvane->Execute("update configuracion set contadorTareas = ?", 2147483644);
+    EXPECT_EQ(AgregarTarea(s, Base_(43, hoy)), 2147483645);
+    EXPECT_EQ(AgregarTarea(s, Base_(44, hoy)), 1);
+    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda order by tip"),
+              QStringLiteral("42\n43\n44\n"));
+}
+
+TEST_F(Tareas, FreeSlotIsPushedByTasksOfAnyDayButOnlyOncePerTaskOfToday)
+{
+    const int servicio = 30000; // has no row of its own: 30 minutes
+    AgregarTarea(s, Base_(41, hoy.addDays(5), QTime(8, 30)));
+    EXPECT_EQ(BuscarHorarioLibre(s, servicio), QTime(8, 30)); // nothing today: no step at all
+
+    AgregarTarea(s, Base_(41, hoy, QTime(18, 0)));
+    // One task today allows one step; the 8:30 of another day pushes, on purpose.
+    EXPECT_EQ(BuscarHorarioLibre(s, servicio), QTime(9, 0));
+
+    AgregarTarea(s, Base_(41, hoy.addDays(5), QTime(9, 5)));
+    EXPECT_EQ(BuscarHorarioLibre(s, servicio), QTime(9, 0)); // still one step
+    AgregarTarea(s, Base_(41, hoy, QTime(19, 0)));
+    EXPECT_EQ(BuscarHorarioLibre(s, servicio), QTime(9, 30)); // 9:05 stands within five minutes
+
+    s.finanzas->Execute("insert into Servicios (ida, tiempo, tipo) values (?, 45, 1)", servicio);
+    EXPECT_EQ(BuscarHorarioLibre(s, servicio), QTime(9, 15));
+}
+
+TEST_F(Tareas, AFullDayGivesTheFirstHourAgain)
+{
+    for (int m = 8 * 60 + 30; m <= 22 * 60; m += 30)
+        AgregarTarea(s, Base_(41, hoy, QTime(m / 60, m % 60)));
+    EXPECT_EQ(BuscarHorarioLibre(s, 30000), QTime(8, 30));
+    s.morvane->Execute("delete * from TareasAgenda where hor = ?", QTime(22, 0));
+    EXPECT_EQ(BuscarHorarioLibre(s, 30000), QTime(22, 0)); // not yet later than 22:00
+}
+
+TEST_F(Tareas, OneSaleClosesTheOldestTaskOnly)
+{
+    s.finanzas->Execute("insert into articulos (ida, idcat, nom) values (90, 2, ?)",
+                        QStringLiteral("Vacuna a domicilio"));
+    auto t = Base_(90, hoy);
+    t.artaux = 4;
+    t.fcreacion = hoy.addDays(-2);
+    AgregarTarea(s, t); // 1
+    t.fcreacion = hoy.addDays(-5);
+    AgregarTarea(s, t); // 2, the oldest
+    t.artaux = 9;
+    t.fcreacion = hoy.addDays(-9);
+    AgregarTarea(s, t); // 3, another product
+
+    MarcarTareaRealizada(s, 90, 4, 7);
+    EXPECT_EQ(Abiertas(), QStringLiteral("1|0\n2|-1\n3|0\n"));
+    EXPECT_EQ(Filas(*s.morvane, "select frealizacion from TareasAgenda where id = 2"),
+              QStringLiteral("2026-03-11\n"));
+    // No task of that product: any of the same service.
+    MarcarTareaRealizada(s, 90, 77, 7);
+    EXPECT_EQ(Abiertas(), QStringLiteral("1|0\n2|-1\n3|-1\n"));
+    // An unknown article: by the auxiliary product alone.
+    MarcarTareaRealizada(s, 12345, 4, 7);
+    EXPECT_EQ(Abiertas(), QStringLiteral("1|-1\n2|-1\n3|-1\n"));
+}

@@ -1,1 +1,20 @@
-// being written
+#include "board/version_text.h"
+
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+QString TextoDeVersion(int ver)
+{
+    if (ver == 33)
+        return u"4.3.0"_s;
+    const int full = ver < 100 ? ver / 10 * 100 + ver % 10 : ver;
+    return u"%1.%2.%3"_s.arg(full / 100).arg(full / 10 % 10).arg(full % 10);
+}
+
+QString TituloDelTablero(Sesion &s)
+{
+    return s.clinica.nom + u". Kelvara v"_s + TextoDeVersion(s.configuracion["Ver"].toInt()) +
+           u" - "_s + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s +
+           s.usuario.nom + u'.';
+}

@@ -1,0 +1,69 @@
+// The splash: it does the work of a start in steps and asks who is working.
+#pragma once
+
+#include "startup/login.h"
+#include "ui/form_base.h"
+
+#include <QElapsedTimer>
+
+class QLabel;
+class QProgressBar;
+class QTimer;
+
+/// What the splash needs of the program around it. A step that is empty is left out.
+struct PasosDeInicio {
+    std::function<bool()> otraInstancia;      // another one runs on this machine
+    std::function<void()> almacenAbierto;     // the settings can be read: dress the program
+    std::function<void()> cargarTablero;      // build the board, hidden
+    std::function<void()> iniciarTareas;      // the automation of the day
+    std::function<void()> cargarPropietarios; // screens that stay loaded hidden
+    std::function<void()> cargarVentas;
+    std::function<void()> mostrarTablero;
+    std::function<void()> terminar; // ends the program
+};
+
+class frminicio : public FormBase
+{
+    Q_OBJECT
+public:
+    frminicio(Sesion &s, PasosDeInicio pasos, QWidget *parent = nullptr);
+    ~frminicio() override;
+
+    void reject() override;
+
+private:
+    void build();
+    void wire();
+    void tick();
+    void step();
+    bool openAll();
+    bool firstRun();
+    void startLogin();
+    void nameEntered();
+    void passwordEntered();
+    void afterEntry();
+    void showLogin(bool visible);
+    void showPicture(const QString &name);
+    void stage(const QString &text);
+    void progress(int done, int total);
+    void repaintNow(bool always);
+    void end();
+    void finish();
+
+    PasosDeInicio m_steps;
+    Login m_login;
+    QElapsedTimer m_lastPaint;
+    int m_step = 0;
+    bool m_working = false;
+    bool m_over = false;
+
+    QTimer *Timer1 = nullptr;
+    QLabel *lblDibujo = nullptr;
+    QLabel *lblinicio = nullptr;
+    QProgressBar *barra = nullptr;
+    QWidget *m_entry = nullptr;
+    QLabel *Label1 = nullptr;
+    QLabel *Label2 = nullptr;
+    QLineEdit *txtusr = nullptr;
+    QLineEdit *txtpas = nullptr;
+};

@@ -1,0 +1,34 @@
+// The first run of a clinic: its name, and who works there.
+#pragma once
+
+#include "ui/form_base.h"
+
+class QFormLayout;
+class QLabel;
+class QPushButton;
+
+class frmRegistroInicial : public FormBase
+{
+    Q_OBJECT
+public:
+    explicit frmRegistroInicial(Sesion &s, QWidget *parent = nullptr);
+
+    /// Closing it half way ends the program, so it asks.
+    void reject() override;
+
+private:
+    void build();
+    void wire();
+    QLineEdit *addBox(QFormLayout *form, const QString &name, int caption);
+    void confirm();
+    void showFault(int text);
+
+    QLineEdit *txtNombreVeterinaria = nullptr;
+    QLineEdit *txtDireccionVeterinaria = nullptr;
+    QLineEdit *txtTelefonosVeterinaria = nullptr;
+    QLineEdit *txtNombreUsuario = nullptr;
+    QLineEdit *txtContraseñaUsuario = nullptr;
+    QLineEdit *txtContraseñaUsuario2 = nullptr;
+    QLabel *lblAviso = nullptr;
+    QPushButton *cmdContinuar = nullptr;
+};

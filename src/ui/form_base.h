@@ -1,0 +1,67 @@
+// What every form stands on: its given name, a guard, keys and a memory for its size.
+#pragma once
+
+#include "store/session.h"
+
+#include <QDialog>
+#include <QHash>
+#include <QList>
+#include <QPointer>
+#include <QVariantMap>
+
+class QHeaderView;
+class QLineEdit;
+
+/// Gives a control its given name and what a screen reader says for it. @return the control
+template <typename W>
+W *named(W *control, const QString &name, const QString &accessible)
+{
+    control->setObjectName(name);
+    control->setAccessibleName(accessible);
+    return control;
+}
+
+/// Base of all forms. ESC closes; ENTER walks the boxes given to enterChain and clicks the button
+/// that has the focus. A form leaves by reject() whichever way it is closed, so that is the one
+/// place to override for a question or for what must be done at the end.
+class FormBase : public QDialog
+{
+    Q_OBJECT
+public:
+    FormBase(Sesion &s, const QString &name, QWidget *parent = nullptr);
+
+    /// Called by the registry each time the form is about to be shown: with what, if anything.
+    virtual void opened(const QVariantMap &parametros);
+
+protected:
+    /// Runs what can fail. The only catch among the forms: nothing is thrown into the event loop,
+    /// and what the user typed stays on the form.
+    /// @return false when it failed; the user has been told
+    bool guarded(const std::function<void()> &task);
+
+    /// ENTER moves from each of these to the next that can be used; boxes arrive selected.
+    void enterChain(const QList<QWidget *> &boxes);
+
+    /// Keeps the apostrophe out of these boxes: typed, it is refused with a message; pasted, it
+    /// becomes a blank.
+    void refuseApostrophe(const QList<QLineEdit *> &boxes);
+
+    /// Opens with the size of last time, or with @p first; keeps it when the form is hidden.
+    void rememberSize(QSize first);
+    /// The same for the widths and the order of a table's columns.
+    void rememberColumns(QHeaderView *header);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+    Sesion &m_s;
+
+private:
+    QString iniFile() const;
+    QString headerKey(const QHeaderView *header) const;
+
+    QHash<QObject *, QWidget *> m_nextBox;
+    QList<QPointer<QHeaderView>> m_headers;
+    bool m_remembersSize = false;
+};

@@ -1,1 +1,122 @@
-// being written
+#include "store/errors.h"
+#include "store/jet/criterion.h"
+
+#include <gtest/gtest.h>
+
+using namespace jet;
+
+namespace
+{
+const std::vector<ColumnaDeSalida> Columns{
+    {"idc", "Clientes", "idc", Tipo::Smallint, 0},
+    {"nom", "Clientes", "nom", Tipo::Text, 50},
+    {"ven", "Clientes", "ven", Tipo::Date, 0},
+    {"saldo", "Clientes", "saldo", Tipo::Currency, 0},
+    {"deuda", "Clientes", "deuda", Tipo::YesNo, 0},
+    {"nom", "Razas", "nom", Tipo::Text, 50},
+    {"preñez actual", "Razas", "preñez actual", Tipo::Smallint, 0}};
+
+std::vector<Valor> Row()
+{
+    return {
+        57, QStringLiteral("Centro Álvarez"), QDate(2024, 3, 20), Moneda::Redondear(0.3), true, {},
+        2};
+}
+
+bool Meets(std::string_view text, std::vector<Valor> given = {},
+           const std::vector<Valor> &row = Row())
+{
+    return Criterio::Compilar(text, Columns)
+        ->Cumple([&](int i) { return row.at(size_t(i)); }, given, QDate(2024, 3, 5));
+}
+
+int Error(std::string_view text)
+{
+    try {
+        Criterio::Compilar(text, Columns);
+    } catch (const ErrorDeAlmacen &e) {
+        return e.numero;
+    }
+    return 0;
+}
+} // namespace
+
+TEST(JetCriterion, ComparesAsStatementsDo)
+{
+    for (const char *met : {"idc = 57",
+                            "clientes.IDC = 57",
+                            "idc = 57.0",
+                            "idc between 60 and 50",
+                            "idc in (1, 57)",
+                            "nom = 'CENTRO ÁLVAREZ'",
+                            "nom like 'cen*'",
+                            "nom like '*ÁLV?rez'",
+                            "nom not like 'x*'",
+                            "nom < 'd'",
+                            "ven = #03/20/24#",
+                            "ven <= date() + 30",
+                            "idc = 57 and (ven <= date() + 30)",
+                            "date() - ven = -15",
+                            "ven in (#3/20/2024#)",
+                            "saldo - 0.1 - 0.1 = 0.1",
+                            "deuda",
+                            "deuda = -1",
+                            "deuda = true",
+                            "not deuda = 0",
+                            "razas.nom is null",
+                            "nom is not null",
+                            "[PREÑEZ ACTUAL] = 2",
+                            "nom & razas.nom & 1 = 'centro álvarez1'",
+                            "idc mod 10 = 7 and idc \\ 10 = 5 and 7 / 2 = 3.5",
+                            "-idc = -57"})
+        EXPECT_TRUE(Meets(met)) << met;
+    for (const char *unmet : {"idc = 58", "nom = 'Centro Alvarez'", "nom like 'cen'",
+                              "ven > date() + 30", "not deuda", "1 / 0 = 1", "1 \\ 0 = 1"})
+        EXPECT_FALSE(Meets(unmet)) << unmet;
+}
+
+TEST(JetCriterion, NullIsNeitherMetNorItsOpposite)
+{
+    for (const char *unmet :
+         {"razas.nom = 'x'", "not razas.nom = 'x'", "razas.nom <> 'x'", "razas.nom like '*'",
+          "razas.nom not like 'x'", "razas.nom in ('x')", "razas.nom not in ('x')",
+          "idc not in (1, null)", "razas.nom between 'a' and 'z'", "not (idc = 57 and null)"})
+        EXPECT_FALSE(Meets(unmet)) << unmet;
+    EXPECT_TRUE(Meets("idc = 57 or razas.nom = 'x'"));
+    EXPECT_TRUE(Meets("not (idc = 58 and razas.nom = 'x')"));
+    EXPECT_TRUE(Meets("idc in (null, 57)"));
+}
+
+TEST(JetCriterion, TakesValues)
+{
+    EXPECT_TRUE(Meets("idc = ? and nom like ?", {57, QStringLiteral("*álvarez")}));
+    EXPECT_TRUE(Meets("ven = ?", {QDate(2024, 3, 20)}));
+    EXPECT_TRUE(Meets("ven < ?", {QDateTime(QDate(2024, 3, 20), QTime(9, 0))}));
+    EXPECT_TRUE(Meets("ven <= ? + 15", {QDate(2024, 3, 5)}));
+    EXPECT_FALSE(Meets("idc = ?", {Valor()}));
+    EXPECT_FALSE(Meets("idc = ?")); // one value too few counts as Null
+}
+
+TEST(JetCriterion, AnEqualityOffersItsColumnForAHash)
+{
+    const std::vector<Valor> given{7};
+    const auto equality = [&](const char *text) {
+        return Criterio::Compilar(text, Columns)->ComoIgualdad(given);
+    };
+    EXPECT_EQ(equality("idc = 57")->columna, 0);
+    EXPECT_EQ(equality("idc = 57")->valor, Valor(57));
+    EXPECT_EQ(equality("razas.nom = 'x'")->columna, 5);
+    EXPECT_EQ(equality("(idc = ?)")->valor, Valor(7));
+    for (const char *none : {"idc <> 57", "57 = idc", "idc = 57 and deuda", "nom like 'x'",
+                             "idc = idc", "idc = 1 + 1", "not idc = 57"})
+        EXPECT_FALSE(equality(none)) << none;
+}
+
+TEST(JetCriterion, RefusesWhatItDoesNotCompute)
+{
+    EXPECT_EQ(Error("nada = 1"), 3061);
+    EXPECT_EQ(Error("otra.idc = 1"), 3061);
+    for (const char *bad : {"", "idc =", "idc = 57; 1", "idc = 57 order by idc", "count(*) = 1",
+                            "idc in (select idc from x)", "exists (select 1)", "ucase(nom) = 'X'"})
+        EXPECT_EQ(Error(bad), 3075) << bad;
+}

@@ -77,8 +77,8 @@ private:
         else
             c.ancho = std::stoi(type.substr(type.find('(') + 1));
         m_last->columnas.push_back(c);
-        m_declared[m_last].push_back(
-            c.tipo == Tipo::Counter ? "INTEGER PRIMARY KEY AUTOINCREMENT" : type);
+        m_declared[m_last].push_back(c.tipo == Tipo::Counter ? "INTEGER PRIMARY KEY AUTOINCREMENT"
+                                                             : type);
     }
 
     std::map<std::string, jet::Tabla> m_tables;
@@ -86,7 +86,7 @@ private:
     jet::Tabla *m_last = nullptr;
 };
 
-/// What a '?' is bound to: a text, or a number when it reads as one and is not quoted.
+/// What a '?' is bound to: a number when it reads as one, else a text; a text behind an apostrophe.
 using Given = std::vector<std::string>;
 
 class Engine
@@ -98,11 +98,7 @@ public:
         m_tables.Read(lines);
         Open();
     }
-    explicit Engine(Tables tables)
-        : m_tables(std::move(tables))
-    {
-        Open();
-    }
+    explicit Engine(Tables tables) : m_tables(std::move(tables)) { Open(); }
     ~Engine() { sqlite3_close(m_db); }
     Engine(const Engine &) = delete;
     Engine &operator=(const Engine &) = delete;
@@ -184,14 +180,15 @@ private:
 
     void Bind(sqlite3_stmt *s, int n, const jet::Parametro &p, const Given &given) const
     {
-        std::string v = p.origen == jet::Parametro::Hoy    ? today
-                        : p.origen == jet::Parametro::Hora ? time
-                        : p.origen == jet::Parametro::Ahora
-                            ? today + " " + time
-                            : given.at(size_t(p.indice));
+        std::string v = p.origen == jet::Parametro::Hoy     ? today
+                        : p.origen == jet::Parametro::Hora  ? time
+                        : p.origen == jet::Parametro::Ahora ? today + " " + time
+                                                            : given.at(size_t(p.indice));
         char *end = nullptr;
         const double number = std::strtod(v.c_str(), &end);
-        if (!v.empty() && *end == '\0' && number == qint64(number))
+        if (v.starts_with('\''))
+            sqlite3_bind_text(s, n, v.data() + 1, int(v.size() - 1), SQLITE_TRANSIENT);
+        else if (!v.empty() && *end == '\0' && number == qint64(number))
             sqlite3_bind_int64(s, n, qint64(number));
         else if (!v.empty() && *end == '\0')
             sqlite3_bind_double(s, n, number);

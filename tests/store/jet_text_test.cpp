@@ -1,1 +1,124 @@
-// being written
+#include "store/jet/text.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+using namespace jet;
+using namespace std::string_literals;
+
+TEST(JetText, AccentsDecideOnlyBetweenEqualLetters)
+{
+    const std::vector<std::string> sorted{"",      "Alba",  "Álvarez",   "andrea",  "Añez",
+                                          "Anzoa", "canon", "CAÑÓN",     "cañones", "Pena",
+                                          "peña",  "Peñas", "Strasse 1", "straße 2"};
+    for (size_t i = 0; i < sorted.size(); ++i)
+        for (size_t k = 0; k < sorted.size(); ++k) {
+            const int expected = i < k ? -1 : i > k ? 1 : 0;
+            EXPECT_EQ(Comparar(sorted[i], sorted[k]), expected) << sorted[i] << " " << sorted[k];
+        }
+}
+
+TEST(JetText, EqualMeansTheSameFoldedForm)
+{
+    const std::string acute = "e\xCC\x81"; // e and a separate accent
+    const std::vector<std::string> texts{"",
+                                         "a",
+                                         "A",
+                                         "é",
+                                         "É",
+                                         acute,
+                                         "E",
+                                         "ñandú",
+                                         "ÑANDÚ",
+                                         "nandu",
+                                         "Straße",
+                                         "STRASSE",
+                                         "İzmir",
+                                         "izmir",
+                                         "ΣΑΣ",
+                                         "σας",
+                                         "a\0b"s,
+                                         "A\0B"s,
+                                         "\xFF",
+                                         "\xC3",
+                                         "ab\xF0\x9F",
+                                         "\xED\xA0\x80",
+                                         "a\xCC\x81z",
+                                         "áZ",
+                                         "\xCC\x81",
+                                         "e",
+                                         "preñez actual",
+                                         "PREÑEZ ACTUAL"};
+    for (const std::string &a : texts)
+        for (const std::string &b : texts) {
+            EXPECT_EQ(Comparar(a, b) == 0, Plegar(a) == Plegar(b)) << a << " " << b;
+            EXPECT_EQ(Comparar(a, b), -Comparar(b, a)) << a << " " << b;
+            for (const std::string &c : texts)
+                EXPECT_FALSE(Comparar(a, b) < 0 && Comparar(b, c) < 0 && Comparar(a, c) >= 0)
+                    << a << " " << b << " " << c;
+        }
+    EXPECT_EQ(Comparar("É", "é"), 0);
+    EXPECT_EQ(Comparar(acute, "É"), 0);
+    EXPECT_NE(Comparar("e", "é"), 0);
+    EXPECT_EQ(Comparar("Straße", "STRASSE"), 0);
+}
+
+TEST(JetText, LikeKnowsItsWildcards)
+{
+    struct Case {
+        std::string text, pattern;
+        bool expected;
+    };
+    const std::vector<Case> cases{
+        {"Caniche", "caniche", true},
+        {"Caniche toy", "caniche", false},
+        {"Caniche toy", "can*", true},
+        {"Caniche toy", "*TOY", true},
+        {"Caniche toy", "*n*t*", true},
+        {"Caniche", "*x*", false},
+        {"", "*", true},
+        {"", "?", false},
+        {"Peñón", "pe?ón", true},
+        {"PEÑÓN", "peñón", true},
+        {"Penon", "peñón", false},
+        {"Álvarez", "á*", true},
+        {"099", "09#", true},
+        {"09a", "09#", false},
+        {"b1", "[a-c]#", true},
+        {"d1", "[a-c]#", false},
+        {"d1", "[!a-c]#", true},
+        {"ñ", "[a-z]", true},
+        {"É", "[a-f]", true},
+        {"-", "[a-]", true},
+        {"!", "[!]", true},
+        {"x", "[!]", false},
+        {"a*b", "a[*]b", true},
+        {"axb", "a[*]b", false},
+        {"#1", "[#]#", true},
+        {"a[b", "a[[]b", true},
+        {"a]b", "a]b", true},
+        {"ab", "a[]b", true},
+        {"a", "a[]", true},
+        {"100%", "100%", true},
+        {"1000", "100%", false},
+        {"a_b", "a_b", true},
+        {"axb", "a_b", false},
+        {"a[", "a[", false},
+        {"ab", "a[b", false},
+        {"a\xFF", "a?", true},
+        {std::string("a\0b", 3), "a?b", true},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(Parecido(c.text, c.pattern), c.expected) << c.text << " like " << c.pattern;
+}
+
+TEST(JetText, ManyStarsEndInTime)
+{
+    std::string pattern;
+    for (int i = 0; i < 200; ++i)
+        pattern += "*a";
+    EXPECT_FALSE(Parecido(std::string(5000, 'a') + "b", pattern));
+    EXPECT_TRUE(Parecido(std::string(5000, 'a'), pattern));
+}

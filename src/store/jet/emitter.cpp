@@ -68,8 +68,6 @@ struct Operator {
     Strength strength;
 };
 constexpr std::array Operators{
-    Operator{Op::Or, "$1 OR $2", Strength::Or},
-    Operator{Op::And, "$1 AND $2", Strength::And},
     Operator{Op::Equal, "$1 = $2", Strength::Equal},
     Operator{Op::NotEqual, "$1 <> $2", Strength::Equal},
     Operator{Op::Less, "$1 < $2", Strength::Compare},
@@ -502,6 +500,13 @@ private:
         return f;
     }
 
+    Fragment Both(const Fragment &left, const Fragment &right) const
+    {
+        const Fragment l = Condition(left, Strength::And);
+        const Fragment r = Condition(right, Strength::Not);
+        return Truth(Build("$1 AND $2", Strength::And, {&l, &r}));
+    }
+
     Fragment EmitNegation(const Expression &e)
     {
         const Fragment part = Value(Emit(*e.parts[0]));
@@ -562,14 +567,13 @@ private:
     Fragment EmitBinary(const Expression &e, Tipo expected)
     {
         switch (e.op) {
-        case Op::Or:
-        case Op::And: {
-            const Operator &o = Find(e.op);
-            const Strength right = e.op == Op::Or ? Strength::And : Strength::Not;
-            const Fragment l = Condition(Emit(*e.parts[0]), o.strength);
-            const Fragment r = Condition(Emit(*e.parts[1]), right);
-            return Truth(Build(o.pattern, o.strength, {&l, &r}));
+        case Op::Or: {
+            const Fragment l = Condition(Emit(*e.parts[0]), Strength::Or);
+            const Fragment r = Condition(Emit(*e.parts[1]), Strength::And);
+            return Truth(Build("$1 OR $2", Strength::Or, {&l, &r}));
         }
+        case Op::And:
+            return Both(Emit(*e.parts[0]), Emit(*e.parts[1]));
         case Op::Like: {
             const Fragment l = AsText(Emit(*e.parts[0]));
             const Fragment r = AsText(Emit(*e.parts[1]));
@@ -664,12 +668,15 @@ private:
     // A sum of several amounts is rounded once, at its end.
     Fragment Unrounded(const Fragment &f, bool sum) const
     {
-        constexpr std::string_view Rounding = "jet_moneda(";
         if (!sum || !f.roundedSum)
             return f;
+        // Takes off what Build has put around it.
+        constexpr std::string_view Rounding = "jet_moneda(";
         Fragment bare = f;
         bare.sql = f.sql.substr(Rounding.size(), f.sql.size() - Rounding.size() - 1);
         bare.strength = Strength::Add;
+        bare.stack -= 3;
+        bare.height -= 3;
         return bare;
     }
 
@@ -925,8 +932,11 @@ private:
         } else if (on && std::ranges::any_of(right, &Step::optional)) {
             Fail(from.place, QStringLiteral("An outer join cannot stand on the right side"));
         }
-        if (on)
-            right.back().on = std::move(on);
+        if (on) {
+            // Behind the last table of the right side, all that the condition names is there.
+            std::optional<Fragment> &last = right.back().on;
+            last = last ? Both(*last, *on) : on;
+        }
         std::ranges::move(right, std::back_inserter(left));
         return left;
     }

@@ -66,12 +66,17 @@ void GiveText(sqlite3_context *c, std::string_view s)
     sqlite3_result_text64(c, s.data(), s.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
+// Half to even. A decimal such as 2.345 that no double holds exactly still counts as a half.
 double RoundedTo(double x, int decimals)
 {
     const double scale = std::pow(10.0, decimals);
     const double scaled = x * scale;
     // A double this large has no decimals left.
-    return std::abs(scaled) < 9e15 ? std::nearbyint(scaled) / scale : x;
+    if (!(std::abs(scaled) < 9e15))
+        return x;
+    const double half = std::floor(scaled) + 0.5;
+    const bool isHalf = std::abs(scaled - half) <= 4e-16 * std::abs(scaled);
+    return std::nearbyint(isHalf ? half : scaled) / scale;
 }
 
 // The functions. Where nothing else is said, a Null argument has been answered with Null before.

@@ -15,7 +15,10 @@ bool IsAscii(std::string_view s)
 
 QString Folded(std::string_view s, QString::NormalizationForm form)
 {
-    return QString::fromUtf8(s.data(), qsizetype(s.size())).toCaseFolded().normalized(form);
+    QString text = QString::fromUtf8(s.data(), qsizetype(s.size())).toCaseFolded();
+    if (text.contains(u'ß')) // Qt folds one letter to one letter
+        text.replace(u'ß', QLatin1String("ss"));
+    return text.normalized(form);
 }
 
 int Sign(qsizetype n) { return n < 0 ? -1 : n > 0 ? 1 : 0; }

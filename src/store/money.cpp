@@ -5,7 +5,8 @@
 
 namespace
 {
-// Half to even, for values that fit a whole number of 64 bits.
+// Half to even. A value within the noise of its own last bits of a half counts as one: 1.00005 is
+// no exact binary number, yet it is a half of a ten-thousandth to whoever wrote it.
 qint64 AlParMasCercano(long double x)
 {
     constexpr auto Max = std::numeric_limits<qint64>::max();
@@ -16,14 +17,19 @@ qint64 AlParMasCercano(long double x)
         return Max;
     if (x <= static_cast<long double>(Min))
         return Min;
+    const long double abajo = std::floor(x);
+    const long double ruido = std::fabs(x) * 0x1p-50L;
+    if (std::fabs(x - abajo - 0.5L) <= ruido) {
+        const auto n = qint64(abajo);
+        return n % 2 == 0 ? n : n + 1;
+    }
     return qint64(std::nearbyintl(x));
 }
 } // namespace
 
 Moneda Moneda::Redondear(double x)
 {
-    // The product is taken in double, so that 1.00005 (stored a hair below) still counts as a half.
-    return DeDiezmilesimos(AlParMasCercano(x * double(Escala)));
+    return DeDiezmilesimos(AlParMasCercano(static_cast<long double>(x) * Escala));
 }
 
 std::optional<Moneda> Moneda::DeTexto(const QString &texto, QChar separador)

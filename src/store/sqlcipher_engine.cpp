@@ -277,6 +277,9 @@ public:
     {
         if (!QFileInfo(archivo).isFile())
             throw ErrorDeAlmacen(ErrorNum::BaseNoEncontrada, archivo);
+        // The engine would take an empty file for a new database.
+        if (QFileInfo(archivo).size() < TamanoDePagina)
+            throw ErrorDeAlmacen(ErrorNum::BaseDanada, archivo);
         const bool principal = m_db == nullptr;
         try {
             if (principal) {
@@ -388,7 +391,8 @@ private:
         m_nombre = esquema;
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, m_nombre.c_str());
         sqlite3_busy_timeout(m_db, EsperaMs);
-        Ejecutar(std::string("PRAGMA key = '") + Clave + "'");
+        if (const int k = sqlite3_key(m_db, Clave, int(std::strlen(Clave))); k != SQLITE_OK)
+            Fallar(m_db, k);
         if (VersionDeCifrado() >= 4)
             Ejecutar("PRAGMA cipher_default_compatibility = 3");
         Ejecutar("PRAGMA cipher_page_size = " + std::to_string(TamanoDePagina));

@@ -349,19 +349,19 @@ struct Recordset::Datos {
     void EscribirEdicion()
     {
         for (size_t f = 0; f < fuentes.size(); ++f) {
-            std::string sql;
+            std::string cambios;
             std::vector<const Valor *> dados;
             for (const auto &[columna, valor] : puestos) {
                 if (FuenteDe(columna) != int(f) || Leer(actual, columna) == valor)
                     continue;
-                sql += (sql.empty() ? "" : ", ") + Citado(columnas[size_t(columna)].columna)
+                cambios += (cambios.empty() ? "" : ", ") + Citado(columnas[size_t(columna)].columna)
                        + " = " + Marca(columna, valor);
                 dados.push_back(&valor);
             }
-            if (sql.empty())
+            if (cambios.empty())
                 continue;
             Sentencia &st = base->Directa("UPDATE " + Citado(base->esquema) + '.'
-                                          + Citado(fuentes[f].tabla) + " SET " + sql
+                                          + Citado(fuentes[f].tabla) + " SET " + cambios
                                           + " WHERE rowid = ?");
             int n = 0;
             for (const Valor *v : dados)

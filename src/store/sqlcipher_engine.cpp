@@ -22,6 +22,8 @@ constexpr int TamanoDePagina = 4096;
 // A terminal waits this long for another one that is writing before it gives up.
 constexpr int EsperaMs = 30000;
 
+int PonerClave(sqlite3 *db) { return sqlite3_key(db, Clave, int(std::strlen(Clave))); }
+
 QString Citado(const std::string &nombre)
 {
     return u'"' + QString::fromStdString(nombre).replace(u'"', QStringLiteral("\"\"")) + u'"';
@@ -391,7 +393,7 @@ private:
         m_nombre = esquema;
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, m_nombre.c_str());
         sqlite3_busy_timeout(m_db, EsperaMs);
-        if (const int k = sqlite3_key(m_db, Clave, int(std::strlen(Clave))); k != SQLITE_OK)
+        if (const int k = PonerClave(m_db); k != SQLITE_OK)
             Fallar(m_db, k);
         if (VersionDeCifrado() >= 4)
             Ejecutar("PRAGMA cipher_default_compatibility = 3");
@@ -436,10 +438,11 @@ void CrearArchivoVacio(const QString &archivo)
     sqlite3 *db = nullptr;
     int r = sqlite3_open_v2(ruta.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
                             nullptr);
-    const std::string sql = std::string("PRAGMA key = '") + Clave
-                            + "'; PRAGMA cipher_page_size = " + std::to_string(TamanoDePagina)
+    const std::string sql = "PRAGMA cipher_page_size = " + std::to_string(TamanoDePagina)
                             // Something must be written for the file to get its first page.
                             + "; CREATE TABLE nada (x); DROP TABLE nada;";
+    if (r == SQLITE_OK)
+        r = PonerClave(db);
     if (r == SQLITE_OK)
         r = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr);
     sqlite3_close_v2(db);

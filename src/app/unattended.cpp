@@ -1,1 +1,88 @@
-// being written
+#include "app/unattended.h"
+
+#include "board/board_lines.h"
+#include "startup/daily_automation.h"
+#include "startup/demo_clinic.h"
+#include "startup/new_folder.h"
+#include "startup/start_steps.h"
+#include "store/data_folder.h"
+#include "store/opening.h"
+
+#include <QDir>
+#include <QLocale>
+
+#include <cstdio>
+
+namespace
+{
+
+void Imprimir(std::FILE *donde, const QString &linea)
+{
+    std::fprintf(donde, "%s\n", linea.toUtf8().constData());
+}
+
+int Fallar(const QString &porque)
+{
+    Imprimir(stderr, porque);
+    return 1;
+}
+
+// A board line is one line of output, whatever is in its text.
+QString EnUnaLinea(QString t)
+{
+    for (QChar &c : t)
+        if (c == u'\t' || c == u'\n' || c == u'\r')
+            c = u' ';
+    return t;
+}
+
+void ImprimirPizarra(Sesion &s)
+{
+    for (const LineaDePizarra &l : LeerPizarra(s))
+        Imprimir(stdout, QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2)
+                             + EnUnaLinea(l.mensaje));
+}
+
+} // namespace
+
+int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
+{
+    DialogosDesatendidos dialogos;
+    SinImpresion impresion;
+    Sesion s(dialogos, impresion, idioma);
+    try {
+        FijarCarpetaDeDatos(s, opciones.datos);
+        if (const auto falla = AbrirAlmacen(s))
+            return Fallar(falla->texto);
+        if (EsPrimeraVez(s))
+            return Fallar(s(9007));
+        // The question that this asks is told on standard error; nobody is there to say Yes.
+        if (!ComprobarInicio(s, QLocale::system()))
+            return 1;
+        IniciarTareas(s);
+        ImprimirPizarra(s);
+    } catch (const ErrorDeAlmacen &e) {
+        return Fallar(TextoDeError(s, e));
+    }
+    return 0;
+}
+
+int CrearDatos(const Opciones &opciones, Idioma idioma)
+{
+    DialogosDesatendidos dialogos;
+    SinImpresion impresion;
+    Sesion s(dialogos, impresion, idioma);
+    try {
+        CrearCarpeta(opciones.crear, idioma);
+        if (opciones.demo) {
+            FijarCarpetaDeDatos(s, opciones.crear);
+            if (const auto falla = AbrirAlmacen(s))
+                return Fallar(falla->texto);
+            CrearDemo(s);
+        }
+    } catch (const ErrorDeAlmacen &e) {
+        return Fallar(TextoDeError(s, e));
+    }
+    Imprimir(stdout, QDir(opciones.crear).absolutePath());
+    return 0;
+}

@@ -1,0 +1,274 @@
+// The program as cron and other programs meet it: started as a process on real folders.
+
+#include "store/schema.h"
+#include "support/clinic.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QThread>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+struct Salida {
+    int estado = -1;
+    QString pizarra; // standard output
+    QString errores;
+};
+
+void Copiar(const QString &desde, const QString &hasta)
+{
+    QDir(hasta).mkpath(u"reportes"_s);
+    for (const QString &base : BasesDeDatos())
+        ASSERT_TRUE(QFile::copy(RutaBajo(desde, ArchivoDe(base)), hasta + u'/' + ArchivoDe(base)));
+}
+
+class Programa : public testing::Test
+{
+protected:
+    QTemporaryDir carpeta;
+    QString datos = carpeta.path() + u"/datos"_s;
+
+    static Salida Correr(const QStringList &argumentos, const QString &programa = Binario(),
+                         const QStringList &delante = {})
+    {
+        QProcess p;
+        p.start(programa, delante + argumentos);
+        EXPECT_TRUE(p.waitForStarted());
+        EXPECT_TRUE(p.waitForFinished(120000));
+        return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
+                QString::fromUtf8(p.readAllStandardOutput()),
+                QString::fromUtf8(p.readAllStandardError())};
+    }
+    static QString Binario() { return QString::fromLatin1(KELVARA_PROGRAM); }
+
+    Salida Dia() { return Correr({u"--datos"_s, datos, u"--idioma"_s, u"en"_s, u"--desatendido"_s}); }
+
+    // A demo clinic whose last start lies three days back; made once, copied for each test.
+    void Demo()
+    {
+        static const QTemporaryDir modelo;
+        static const Salida hecho = Correr(
+            {u"--crear"_s, modelo.path() + u"/demo"_s, u"--demo"_s, u"--idioma"_s, u"en"_s});
+        ASSERT_EQ(hecho.estado, 0) << hecho.errores.toStdString();
+        QDir(datos).removeRecursively();
+        Copiar(modelo.path() + u"/demo"_s, datos);
+    }
+
+    // Opens the folder beside the program, as another terminal.
+    template <typename F>
+    void Mirar(F &&f)
+    {
+        DialogosDesatendidos dialogos;
+        SinImpresion impresion;
+        Sesion s(dialogos, impresion, Idioma::Ingles);
+        FijarCarpetaDeDatos(s, datos);
+        const auto falla = AbrirAlmacen(s);
+        ASSERT_FALSE(falla) << falla->texto.toStdString();
+        f(s);
+    }
+
+    void ComprobarArchivos()
+    {
+        for (const QString &base : BasesDeDatos()) {
+            const auto motor = CrearMotorDeArchivos();
+            motor->Abrir(RutaBajo(datos, ArchivoDe(base)), "b");
+            const auto st = motor->Preparar("PRAGMA integrity_check");
+            ASSERT_TRUE(st->Paso());
+            EXPECT_EQ(st->Texto(0), "ok") << base.toStdString();
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(Programa, ANewFolderIsMadeOnceAndWaitsForItsFirstRun)
+{
+    EXPECT_EQ(Correr({u"--crear"_s, datos, u"--idioma"_s, u"en"_s}).estado, 0);
+    for (const QString &base : BasesDeDatos())
+        EXPECT_TRUE(QFile::exists(RutaBajo(datos, ArchivoDe(base)))) << base.toStdString();
+    const Salida otraVez = Correr({u"--crear"_s, datos, u"--idioma"_s, u"en"_s});
+    EXPECT_EQ(otraVez.estado, 1);
+    EXPECT_FALSE(otraVez.errores.isEmpty());
+
+    const Salida dia = Dia();
+    EXPECT_EQ(dia.estado, 1);
+    EXPECT_TRUE(dia.errores.contains(u"The data folder is new"_s));
+    EXPECT_EQ(Correr({u"--bogus"_s}).estado, 2);
+}
+
+TEST_F(Programa, TheDayIsRunOnceAndTheBoardPrintedEachTime)
+{
+    Demo();
+    const Salida primero = Dia();
+    ASSERT_EQ(primero.estado, 0) << primero.errores.toStdString();
+    const QStringList lineas = primero.pizarra.split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_GE(lineas.size(), 12);
+    for (const QString &l : lineas)
+        EXPECT_EQ(l.count(u'\t'), 3) << l.toStdString();
+    int tareas = 0;
+    Mirar([&](Sesion &s) {
+        EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), s.reloj.hoy);
+        EXPECT_EQ(s.configuracion["FechaInicioAnterior"].toDate(), s.reloj.hoy.addDays(-3));
+        tareas = s.morvane->Leer("select count(*) from TareasAgenda").toInt();
+    });
+    EXPECT_EQ(Dia().pizarra, primero.pizarra);
+    Mirar([&](Sesion &s) {
+        EXPECT_EQ(s.morvane->Leer("select count(*) from TareasAgenda").toInt(), tareas);
+        EXPECT_EQ(Filas(*s.morvane, "select * from errores"), QString());
+    });
+}
+
+TEST_F(Programa, TwoStartsAtOnceRunTheDayOnceAndShareNoNumber)
+{
+    Demo();
+    int antes = 0;
+    Moneda comida;
+    Mirar([&](Sesion &s) {
+        antes = s.morvane->Leer("select count(*) from TareasAgenda where tip = -47").toInt();
+        comida = s.clientes->Leer("select sum(can) from consumo").toMoneda();
+    });
+    const QStringList argumentos{u"--datos"_s, datos, u"--desatendido"_s};
+    QProcess a, b;
+    a.start(Binario(), argumentos);
+    b.start(Binario(), argumentos);
+    ASSERT_TRUE(a.waitForFinished(120000) && b.waitForFinished(120000));
+    EXPECT_EQ(a.exitCode(), 0);
+    EXPECT_EQ(b.exitCode(), 0);
+    EXPECT_EQ(a.readAllStandardOutput(), b.readAllStandardOutput());
+
+    // One run alone, for comparison.
+    Moneda traDos, traUno;
+    Mirar([&](Sesion &s) {
+        traDos = s.clientes->Leer("select sum(can) from consumo").toMoneda();
+        EXPECT_EQ(Filas(*s.morvane, "select id from TareasAgenda group by id having count(*) > 1"),
+                  QString());
+        EXPECT_EQ(s.configuracion["FechaInicioAnterior"].toDate(), s.reloj.hoy.addDays(-3));
+    });
+    Demo();
+    EXPECT_EQ(Dia().estado, 0);
+    Mirar([&](Sesion &s) { traUno = s.clientes->Leer("select sum(can) from consumo").toMoneda(); });
+    EXPECT_EQ(traDos, traUno);
+    EXPECT_LT(traUno, comida);
+}
+
+TEST_F(Programa, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
+{
+    Demo();
+    QElapsedTimer reloj;
+    reloj.start();
+    ASSERT_EQ(Dia().estado, 0);
+    const int dura = int(reloj.elapsed());
+
+    QRandomGenerator azar(20260311);
+    int muertos = 0;
+    for (int i = 0; i < 30; ++i) {
+        Demo();
+        QProcess p;
+        p.start(Binario(), {u"--datos"_s, datos, u"--desatendido"_s});
+        ASSERT_TRUE(p.waitForStarted());
+        QThread::msleep(ulong(azar.bounded(dura)));
+        ::kill(pid_t(p.processId()), SIGKILL);
+        p.waitForFinished();
+        muertos += p.exitStatus() == QProcess::CrashExit;
+        ComprobarArchivos();
+        const Salida dia = Dia();
+        ASSERT_EQ(dia.estado, 0) << i << ' ' << dia.errores.toStdString();
+        Mirar([&](Sesion &s) {
+            EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), s.reloj.hoy);
+            EXPECT_EQ(Filas(*s.morvane, "select id from TareasAgenda group by id having count(*) "
+                                        "> 1"),
+                      QString());
+        });
+    }
+    EXPECT_GT(muertos, 10); // or the test has killed nothing
+}
+
+TEST_F(Programa, FoldersThatCannotServeEndWithAMessageAndStatusOne)
+{
+    EXPECT_EQ(Dia().estado, 1);
+    EXPECT_TRUE(Dia().errores.startsWith(u"Can not open the database."_s));
+
+    Demo();
+    QFile roto(RutaBajo(datos, u"finanzas.mdb"_s));
+    ASSERT_TRUE(roto.resize(roto.size() / 2 / 4096 * 4096));
+    const Salida s = Dia();
+    EXPECT_EQ(s.estado, 1);
+    EXPECT_TRUE(s.errores.contains(u"finanzas.mdb"_s));
+    EXPECT_TRUE(s.pizarra.isEmpty());
+}
+
+TEST_F(Programa, ADiskThatTakesNoMoreEndsTheRunAndTheDayIsRunLater)
+{
+    Demo();
+    // No file may grow beyond what the clinic has now, as on a full disk.
+    qint64 mayor = 0;
+    for (const QString &base : BasesDeDatos())
+        mayor = std::max(mayor, QFileInfo(RutaBajo(datos, ArchivoDe(base))).size());
+    const Salida lleno = Correr(
+        {}, u"/bin/sh"_s,
+        {u"-c"_s, u"trap '' XFSZ; ulimit -f 8; exec \"$0\" --datos \"$1\" --desatendido"_s,
+         Binario(), datos});
+    EXPECT_EQ(lleno.estado, 1);
+    EXPECT_FALSE(lleno.errores.isEmpty());
+    ComprobarArchivos();
+    EXPECT_EQ(Dia().estado, 0);
+}
+
+TEST_F(Programa, RowsOfTheEnginesOwnToolAreUnderstood)
+{
+    Demo();
+    QProcess sql;
+    sql.start(u"sqlcipher"_s, {datos + u"/clientes.mdb"_s});
+    if (!sql.waitForStarted())
+        GTEST_SKIP() << "the engine's tool is not installed";
+    // Yes as 1, an amount as text, a name with an apostrophe: what another program may write.
+    sql.write("PRAGMA key = 'korvi3namuspeltiraxo'; PRAGMA cipher_page_size = 4096;\n"
+              "delete from Consumo; delete from ArtPlan;\n"
+              "insert into Mascotas (idm, idc, nom, esp, pes, ser, dec) "
+              "values (32000, 1, 'D''Artagnan \xC3\x91', 2, 4, 0, 0);\n"
+              "insert into Consumo (idm, IdCat, ida, can, Con, men) "
+              "values (32000, 1, 9, '10', '2.5', 0);\n"
+              "insert into ArtPlan (idm, ida, dos, rep, si, IdCat) "
+              "values (32000, 1, 1, date('now', 'localtime', '-1 day'), 0, 3);\n");
+    sql.closeWriteChannel();
+    ASSERT_TRUE(sql.waitForFinished());
+    EXPECT_EQ(QString::fromUtf8(sql.readAllStandardError()), QString());
+
+    const Salida dia = Dia();
+    ASSERT_EQ(dia.estado, 0) << dia.errores.toStdString();
+    EXPECT_TRUE(dia.pizarra.contains(u"103\t6\t18\tIt should have provided 1 "_s))
+        << dia.pizarra.toStdString();
+    Mirar([&](Sesion &s) {
+        EXPECT_EQ(Filas(*s.clientes, "select can from consumo"), u"2.5\n"_s); // three days of 2.5
+    });
+}
+
+TEST_F(Programa, TheDateComesFromTheSystem)
+{
+    if (KELVARA_SANITIZED)
+        GTEST_SKIP() << "the clock's shim and the sanitizer's do not load together";
+    Demo();
+    ASSERT_EQ(Dia().estado, 0);
+    const QDate manana = QDate::currentDate().addDays(1);
+    const Salida dia = Correr({u"--datos"_s, datos, u"--idioma"_s, u"en"_s, u"--desatendido"_s},
+                              u"faketime"_s,
+                              {manana.toString(Qt::ISODate) + u" 06:00:00"_s, Binario()});
+    if (dia.estado == -1)
+        GTEST_SKIP() << "no tool to shift the clock";
+    EXPECT_EQ(dia.estado, 0) << dia.errores.toStdString();
+    Mirar([&](Sesion &s) {
+        EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), manana);
+    });
+    // Back in the present the date is earlier: nobody says Yes, so nothing is done.
+    const Salida atras = Dia();
+    EXPECT_EQ(atras.estado, 1);
+    EXPECT_TRUE(atras.errores.startsWith(u"The last start was "_s));
+}

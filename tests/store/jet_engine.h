@@ -105,6 +105,9 @@ public:
 
     const Tables &Catalog() const { return m_tables; }
 
+    /// Throws when the engine does not compile its SQL.
+    void Prepare(const std::string &sql) { sqlite3_finalize(Compiled(sql)); }
+
     /// Runs SQL of the engine itself.
     void Exec(const std::string &sql)
     {
@@ -157,11 +160,17 @@ private:
         Exec(m_tables.Definitions());
     }
 
-    std::string Run(const jet::Traduccion &t, const Given &given)
+    sqlite3_stmt *Compiled(const std::string &sql)
     {
         sqlite3_stmt *s = nullptr;
-        if (sqlite3_prepare_v2(m_db, t.sql.c_str(), -1, &s, nullptr) != SQLITE_OK)
-            throw std::runtime_error(std::string(sqlite3_errmsg(m_db)) + "\n" + t.sql);
+        if (sqlite3_prepare_v2(m_db, sql.c_str(), -1, &s, nullptr) != SQLITE_OK)
+            throw std::runtime_error(std::string(sqlite3_errmsg(m_db)) + "\n" + sql);
+        return s;
+    }
+
+    std::string Run(const jet::Traduccion &t, const Given &given)
+    {
+        sqlite3_stmt *s = Compiled(t.sql);
         for (size_t i = 0; i < t.parametros.size(); ++i)
             Bind(s, int(i + 1), t.parametros[i], given);
         std::string rows;

@@ -308,8 +308,8 @@ void DelegadoDePizarra::paint(QPainter *painter, const QStyleOptionViewItem &opt
         paintHead(*painter, option, index, p);
         break;
     case ModeloDePizarra::Clase::Vacia:
-        if (index.column() == ModeloDePizarra::Mensaje)
-            paintEmpty(*painter, option, index, p);
+        if (index.column() == ModeloDePizarra::Dibujo) // spans the row
+            paintEmpty(*painter, option, index.siblingAtColumn(ModeloDePizarra::Mensaje), p);
         break;
     case ModeloDePizarra::Clase::Linea:
         paintLine(*painter, option, index, p);

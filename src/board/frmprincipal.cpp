@@ -228,6 +228,8 @@ void frmprincipal::layRows()
     for (int row = 0; row < m_model->rowCount(); ++row) {
         const auto kind = ModeloDePizarra::Clase(
             m_model->index(row, 0).data(ModeloDePizarra::PapelClase).toInt());
+        if (kind == ModeloDePizarra::Clase::Vacia)
+            GPizarra->setSpan(row, 0, 1, ModeloDePizarra::Columnas);
         GPizarra->setRowHeight(row, DelegadoDePizarra::AltoDe(kind, GPizarra->fontMetrics()));
     }
     GPizarra->setCurrentIndex(m_model->index(1, ModeloDePizarra::Mensaje));

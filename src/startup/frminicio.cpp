@@ -29,15 +29,11 @@ enum Texto {
 };
 
 constexpr QSize pictureSize(640, 260);
+constexpr QSize portraitSize(128, 128);
 constexpr int stepMs = 15;
 constexpr int paintMs = 33;
 constexpr int splashPictures = 4;
 constexpr int splashPicturesAfterLogin = 3;
-
-QString anyPicture(int howMany)
-{
-    return u"inicio%1"_s.arg(QRandomGenerator::global()->bounded(1, howMany + 1));
-}
 
 void call(const std::function<void()> &step)
 {
@@ -63,7 +59,8 @@ void frminicio::build()
 {
     lblDibujo = named(new QLabel, u"lblDibujo"_s, u"Kelvara"_s);
     lblDibujo->setFixedSize(pictureSize);
-    showPicture(anyPicture(splashPictures));
+    lblDibujo->setAlignment(Qt::AlignCenter);
+    showScene(splashPictures);
 
     auto *mark = new QLabel;
     mark->setPixmap(Icono(u"kelvara"_s).pixmap(QSize(40, 40), devicePixelRatioF()));
@@ -76,6 +73,9 @@ void frminicio::build()
     barra = named(new QProgressBar, u"barra"_s, m_s(TareasDelInicio));
     barra->setTextVisible(false);
     barra->setRange(0, 1);
+    QSizePolicy keepsItsPlace = barra->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    barra->setSizePolicy(keepsItsPlace);
 
     Label1 = named(new QLabel(m_s(PidaNombre)), u"Label1"_s, m_s(PidaNombre));
     Label2 = named(new QLabel(m_s(PidaContrasena)), u"Label2"_s, m_s(PidaContrasena));
@@ -113,7 +113,7 @@ void frminicio::build()
     column->addWidget(barra);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins({});
+    all->setContentsMargins(1, 1, 1, 1); // room for the border
     all->setSpacing(0);
     all->setSizeConstraint(QLayout::SetFixedSize);
     all->addWidget(lblDibujo);
@@ -207,7 +207,7 @@ void frminicio::startLogin()
         return end();
     if (m_login.paso == Login::Paso::Dentro)
         return Timer1->start();
-    showPicture(u"usr"_s);
+    lblDibujo->setPixmap(Imagen(u"usr"_s, portraitSize, devicePixelRatioF()));
     showLogin(true);
     txtusr->setFocus();
 }
@@ -241,7 +241,7 @@ void frminicio::afterEntry()
         break;
     case Login::Paso::Dentro:
         showLogin(false);
-        showPicture(anyPicture(splashPicturesAfterLogin));
+        showScene(splashPicturesAfterLogin);
         Timer1->start();
         break;
     }
@@ -250,12 +250,15 @@ void frminicio::afterEntry()
 void frminicio::showLogin(bool visible)
 {
     m_entry->setVisible(visible);
+    barra->setVisible(!visible);
     txtpas->clear();
 }
 
-void frminicio::showPicture(const QString &name)
+void frminicio::showScene(int howMany)
 {
-    lblDibujo->setPixmap(Imagen(name, pictureSize, devicePixelRatioF()));
+    const int number = QRandomGenerator::global()->bounded(1, howMany + 1);
+    lblDibujo->setPixmap(
+        Imagen(u"inicio%1"_s.arg(number), pictureSize, devicePixelRatioF(), Tono::Escena));
 }
 
 void frminicio::stage(const QString &text)

@@ -43,7 +43,7 @@ private:
     void passwordEntered();
     void afterEntry();
     void showLogin(bool visible);
-    void showPicture(const QString &name);
+    void showScene(int howMany);
     void stage(const QString &text);
     void progress(int done, int total);
     void repaintNow(bool always);

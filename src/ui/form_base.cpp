@@ -121,7 +121,11 @@ void FormBase::keyPressEvent(QKeyEvent *event)
     QDialog::keyPressEvent(event);
 }
 
-QString FormBase::iniFile() const { return m_s.carpetaDePrograma + u"kelvara.ini"_s; }
+QString FormBase::iniFile() const
+{
+    // Without a program folder nothing is remembered: an unnamed file is never written.
+    return m_s.carpetaDePrograma.isEmpty() ? QString() : m_s.carpetaDePrograma + u"kelvara.ini"_s;
+}
 
 QString FormBase::headerKey(const QHeaderView *header) const
 {

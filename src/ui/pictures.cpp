@@ -23,22 +23,34 @@ QColor blend(const QColor &a, const QColor &b, double partOfA)
                             float(a.blueF() * partOfA + b.blueF() * (1 - partOfA)));
 }
 
-/// The drawings use five inks, which stand here for colours of the theme.
-QByteArray inColours(QByteArray svg, Tono tone)
+/// What the five inks of the drawings stand for.
+struct Tintas {
+    QColor line, accent, soft, ground, alert;
+};
+
+Tintas inksOf(Tono tone)
 {
     const Paleta p = PaletaEnUso();
-    const bool onFrame = tone == Tono::SobreMarco;
-    const QColor ground = onFrame ? p.marco : p.superficie;
-    const QColor accent = onFrame ? blend(p.sobreMarco, p.marco, 0.65) : p.acento;
-    const QColor line = onFrame ? p.sobreMarco : blend(p.texto, p.acento, 0.75);
-    const std::initializer_list<std::pair<const char *, QColor>> inks = {
-        {"#111111", line},
-        {"#00aaaa", accent},
-        {"#aadddd", blend(accent, ground, onFrame ? 0.45 : 0.24)},
-        {"#fefefe", ground},
-        {"#ee8800", p.oscura ? QColor(0xf0, 0xb0, 0x60) : QColor(0xc2, 0x66, 0x0a)},
+    const QColor alert = p.oscura ? QColor(0xf0, 0xb0, 0x60) : QColor(0xc2, 0x66, 0x0a);
+    if (tone == Tono::SobreMarco) {
+        const QColor accent = blend(p.sobreMarco, p.marco, 0.65);
+        return {p.sobreMarco, accent, blend(accent, p.marco, 0.45), p.marco, alert};
+    }
+    if (tone == Tono::Escena && p.oscura)
+        return {blend(p.marco, p.fondo, 0.25), blend(p.acento, p.fondo, 0.58),
+                blend(p.acento, p.fondo, 0.30), blend(p.texto, p.acento, 0.80), alert};
+    return {blend(p.texto, p.acento, 0.75), p.acento, blend(p.acento, p.superficie, 0.24),
+            p.superficie, alert};
+}
+
+QByteArray inColours(QByteArray svg, Tono tone)
+{
+    const Tintas inks = inksOf(tone);
+    const std::initializer_list<std::pair<const char *, QColor>> names = {
+        {"#111111", inks.line},   {"#00aaaa", inks.accent}, {"#aadddd", inks.soft},
+        {"#fefefe", inks.ground}, {"#ee8800", inks.alert},
     };
-    for (const auto &[ink, colour] : inks)
+    for (const auto &[ink, colour] : names)
         svg.replace(ink, colour.name().toLatin1());
     return svg;
 }
@@ -100,11 +112,11 @@ QIcon Icono(const QString &nombre, Tono tono)
     return ExisteImagen(nombre) ? QIcon(new DibujoVectorial(nombre, tono)) : QIcon();
 }
 
-QPixmap Imagen(const QString &nombre, QSize tamano, qreal escala)
+QPixmap Imagen(const QString &nombre, QSize tamano, qreal escala, Tono tono)
 {
     if (!ExisteImagen(nombre))
         return {};
-    QPixmap picture = render(nombre, tamano * escala, Tono::Normal, QIcon::Normal);
+    QPixmap picture = render(nombre, tamano * escala, tono, QIcon::Normal);
     picture.setDevicePixelRatio(escala);
     return picture;
 }

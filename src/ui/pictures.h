@@ -5,13 +5,14 @@
 #include <QPixmap>
 #include <QString>
 
-/// On what a picture lies.
-enum class Tono { Normal, SobreMarco };
+/// How a picture is coloured: as an icon on a window or on the board's rail, or as a scene, whose
+/// light is light and whose shadows are dark by night as well.
+enum class Tono { Normal, SobreMarco, Escena };
 
 /// A picture that is sharp at every size and scale; empty when there is none of that name.
 QIcon Icono(const QString &nombre, Tono tono = Tono::Normal);
 
-/// The same for a picture that is no square, such as those of the splash, filling @p tamano.
-QPixmap Imagen(const QString &nombre, QSize tamano, qreal escala);
+/// One rendering of a picture, also of one that is no square.
+QPixmap Imagen(const QString &nombre, QSize tamano, qreal escala, Tono tono = Tono::Normal);
 
 bool ExisteImagen(const QString &nombre);

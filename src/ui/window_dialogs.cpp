@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTableView>
@@ -20,6 +21,7 @@ namespace
 {
 
 constexpr int textWidth = 460;
+constexpr int entryWidth = 320;
 constexpr int optionsWorthAFilter = 12;
 
 /// Numbers of the captions.
@@ -66,6 +68,14 @@ public:
         if (!no.isEmpty())
             button(row, no, &QDialog::reject);
         m_layout->addLayout(row);
+    }
+
+    /// The first letter of a button is enough where nothing can be typed.
+    void answerByLetter()
+    {
+        for (auto *b : findChildren<QPushButton *>())
+            QObject::connect(new QShortcut(QKeySequence(b->accessibleName().left(1)), this),
+                             &QShortcut::activated, b, [b] { b->click(); });
     }
 
     QPushButton *acceptButton() const { return m_accept; }
@@ -221,6 +231,7 @@ bool DialogosDeVentana::Pregunta(const QString &texto)
     Caja box(QApplication::applicationDisplayName());
     box.say(texto, u"pregunta"_s);
     box.buttons(m_textos(Si), m_textos(No));
+    box.answerByLetter();
     return box.exec() == QDialog::Accepted;
 }
 
@@ -230,6 +241,7 @@ std::optional<QString> DialogosDeVentana::PedirTexto(const QString &titulo, cons
     Caja box(titulo);
     box.say(texto);
     auto *entry = named(new QLineEdit(inicial), u"txtTexto"_s, texto);
+    entry->setMinimumWidth(entryWidth);
     entry->selectAll();
     box.body(entry);
     box.buttons(m_textos(Aceptar), m_textos(Cancelar));

@@ -74,10 +74,7 @@ struct Corrida {
     }
 };
 
-QString Unir(std::initializer_list<QString> partes)
-{
-    return QStringList(partes).join(u' ');
-}
+QString Unir(std::initializer_list<QString> partes) { return QStringList(partes).join(u' '); }
 
 // Some texts of the table bring their point with them.
 QString ConPunto(const QString &t) { return t.endsWith(u'.') ? t : t + u'.'; }
@@ -102,8 +99,8 @@ void ReservarServicio(Corrida &c, int idm, int ida, int idcat)
     t.medio = PorReparto;
     t.fcreacion = c.hoy;
     t.artaux = ida;
-    t.des = LeerCampo(c.s, "finanzas", "flcategorias", idcat, "nom") + QStringLiteral(" - ")
-            + LeerCampo(c.s, "finanzas", "articulos", ida, "nom");
+    t.des = LeerCampo(c.s, "finanzas", "flcategorias", idcat, "nom") + QStringLiteral(" - ") +
+            LeerCampo(c.s, "finanzas", "articulos", ida, "nom");
     AgregarTarea(c.s, t);
 }
 
@@ -129,10 +126,11 @@ void AvisarFalta(Corrida &c, const Recordset &r, Faltantes &faltantes)
 {
     const int idm = r["idm"].toInt(), ida = r["ida"].toInt();
     if (r["ser"].toInt() > 0) {
-        ReservarServicio(c, idm, ida, r["IdCat"].toInt());
         ++faltantes.conServicio;
+        ReservarServicio(c, idm, ida, r["IdCat"].toInt());
         return;
     }
+    ++faltantes.sinServicio;
     if (c.Ajuste("AlimentoMail").toBool()) {
         Tarea t;
         t.tip = TipoTarea::FaltaAlimento;
@@ -143,7 +141,6 @@ void AvisarFalta(Corrida &c, const Recordset &r, Faltantes &faltantes)
         t.artaux = ida;
         AgregarTarea(c.s, t);
     }
-    ++faltantes.sinServicio;
 }
 
 // Consumes a patient's stock for every day since the last start; the warning is given once.
@@ -151,8 +148,8 @@ void Consumir(Corrida &c, Recordset &r, Faltantes &faltantes, bool conAvisos)
 {
     Moneda can = r["can"].toMoneda();
     const Moneda con = r["Con"].toMoneda();
-    const double limite = UmbralAlimento(c.s, r["esp"].toInt(), r["pes"].toDouble(),
-                                         r["IdCat"].toInt());
+    const double limite =
+        UmbralAlimento(c.s, r["esp"].toInt(), r["pes"].toDouble(), r["IdCat"].toInt());
     bool avisado = r["men"].toBool();
     bool falta = false;
     for (qint64 d = 0; d < c.dias; ++d) {
@@ -163,8 +160,9 @@ void Consumir(Corrida &c, Recordset &r, Faltantes &faltantes, bool conAvisos)
         }
         can = std::max(can, Moneda());
     }
+    // A task that cannot be written leaves the stock to be consumed all the same.
     if (falta)
-        AvisarFalta(c, r, faltantes);
+        c.Intentar([&] { AvisarFalta(c, r, faltantes); });
     r.Edit();
     r.Put("can", can);
     r.Put("men", avisado);
@@ -250,12 +248,11 @@ void DosisPerdidas(Corrida &c)
         });
         c.Intentar([&] {
             if (primeras > 0)
-                AgregarPizarra(s, Unir({s(3423), Num(primeras), s(3424)}), 103, 6, 18);
+                AgregarPizarra(s, ConPunto(Unir({s(3423), Num(primeras), s(3424)})), 103, 6, 18);
             if (segundas > 0)
                 AgregarPizarra(s, ConPunto(Unir({s(3423), Num(segundas), s(3425)})), 103, 14, 18);
             if (conServicio > 0)
-                AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7,
-                               19);
+                AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7, 19);
         });
         lote.Confirmar();
     }
@@ -283,12 +280,12 @@ void LineaDeDosis(Corrida &c, const DosisDeHoy &d, bool descontinuadas)
         linea(Unir({s(3427), Num(d.conServicio), s(3426)}), 104, 4, 21);
 
     const QString primeras = Unir({s(3427), Num(d.alDia), s(3424)});
-    const QString ambas = Unir({primeras, s(36), Num(d.atrasadas), s(3425)});
-    const QString segundas = Unir({s(3427), Num(d.atrasadas), s(3425)});
+    const QString ambas = ConPunto(Unir({primeras, s(36), Num(d.atrasadas), s(3425)}));
+    const QString atrasadas = ConPunto(Unir({s(3427), Num(d.atrasadas), s(3425)}));
     const QString mensajes = Unir({Num(d.segundas), s(3428)});
     if (d.alDia > 0 && d.atrasadas > 0) {
         if (!descontinuadas)
-            linea(ConPunto(ambas), 102, 3, 20);
+            linea(ambas, 102, 3, 20);
         else if (d.segundas != 0)
             linea(Unir({ambas, mensajes}), 102, 3, 5);
         else
@@ -297,11 +294,11 @@ void LineaDeDosis(Corrida &c, const DosisDeHoy &d, bool descontinuadas)
         linea(ConPunto(primeras), 102, 3, 20);
     } else if (d.atrasadas > 0) {
         if (!descontinuadas)
-            linea(segundas, 103, 14, 0);
+            linea(atrasadas, 103, 14, 0);
         else if (d.segundas != 0)
-            linea(Unir({ConPunto(segundas), mensajes}), 109, 14, 5);
+            linea(Unir({atrasadas, mensajes}), 109, 14, 5);
         else
-            linea(Unir({ConPunto(segundas), s(3429)}), 103, 3, 20);
+            linea(Unir({atrasadas, s(3429)}), 103, 3, 20);
     }
 }
 
@@ -431,9 +428,9 @@ void Cumpleanos(Corrida &c)
 
 // The steps of a debt without payments: what each does when its day has come.
 struct PasoDeDeuda {
-    int men;          // state found
-    int diasDeMas;    // beyond `diasdeudores`
-    int medio;        // of the reminder, 0 for none
+    int men;       // state found
+    int diasDeMas; // beyond `diasdeudores`
+    int medio;     // of the reminder, 0 for none
     bool cuenta;
 };
 constexpr PasoDeDeuda PasosDeDeuda[] = {
@@ -503,11 +500,11 @@ void Internados(Corrida &c)
     c.Intentar([&] {
         const int n = c.s.clientes->Leer("select count(*) from mascotas where int = -1").toInt();
         if (n > 0)
-            AgregarPizarra(c.s,
-                           QStringLiteral("Hay: ") + Num(n)
-                               + QStringLiteral(
-                                   " mascotas internadas. (Listados para mas informacion)"),
-                           0, 0, 0);
+            AgregarPizarra(
+                c.s,
+                QStringLiteral("Hay: ") + Num(n) +
+                    QStringLiteral(" mascotas internadas. (Listados para mas informacion)"),
+                0, 0, 0);
     });
 }
 
@@ -517,14 +514,16 @@ void QuitarReservasVencidas(Corrida &c)
 {
     Sesion &s = c.s;
     int quitadas = 0;
-    Recordset r = s.clientes->OpenRecordset(
-        "select idm from mhospedaje where fent < ? and tip = 'r'", c.hoy);
+    Recordset r =
+        s.clientes->OpenRecordset("select idm from mhospedaje where fent < ? and tip = 'r'", c.hoy);
     c.PorFila(r, [&](Recordset &f) {
         const int idm = f["idm"].toInt();
         s.clientes->Execute("update Mascotas set hos = 0 where idm = ?", idm);
-        s.morvane->Execute(
-            "update Perfiles set TurnosNoCumplidos = TurnosNoCumplidos + 1 where idc = ?",
-            s.clientes->Leer("select idc from mascotas where idm = ?", idm));
+        c.Intentar([&] {
+            s.morvane->Execute(
+                "update Perfiles set TurnosNoCumplidos = TurnosNoCumplidos + 1 where idc = ?",
+                s.clientes->Leer("select idc from mascotas where idm = ?", idm));
+        });
         f.Delete();
         ++quitadas;
     });
@@ -538,9 +537,8 @@ void Hospedaje(Corrida &c)
     s.avance.Etapa(QStringLiteral("Hospedaje"));
     Lote lote(s);
     // The rounds are made anew each day.
-    c.Intentar([&] {
-        s.morvane->Execute("delete * from TareasAgenda where tip = ?", TipoTarea::Racion);
-    });
+    c.Intentar(
+        [&] { s.morvane->Execute("delete * from TareasAgenda where tip = ?", TipoTarea::Racion); });
     c.Intentar([&] { QuitarReservasVencidas(c); });
     int quedan = 0, cumplidos = 0;
     c.Intentar([&] {
@@ -548,9 +546,8 @@ void Hospedaje(Corrida &c)
         c.PorFila(r, [&](const Recordset &f) { ++(f[0].toDate() >= c.hoy ? quedan : cumplidos); });
         if (cumplidos > 0)
             AgregarPizarra(
-                s,
-                Unir({s(3441), Num(quedan + cumplidos), s(3442), Num(cumplidos), s(3443)}),
-                108, 9, 0);
+                s, Unir({s(3441), Num(quedan + cumplidos), s(3442), Num(cumplidos), s(3443)}), 108,
+                9, 0);
         else if (quedan > 0)
             AgregarPizarra(s, Unir({s(3441), Num(quedan), s(3442)}), 108, 9, 0);
     });
@@ -662,9 +659,8 @@ void TareasDeAyer(Corrida &c)
 
 void Limpieza(Corrida &c)
 {
-    c.Intentar([&] {
-        c.s.clientes->Execute("delete * from FichasVisitadas where fec < date() - 30");
-    });
+    c.Intentar(
+        [&] { c.s.clientes->Execute("delete * from FichasVisitadas where fec < date() - 30"); });
 }
 
 void Saludos(Corrida &c)
@@ -749,10 +745,10 @@ void Novedades(Corrida &c)
 }
 
 constexpr void (*LosPases[])(Corrida &) = {
-    Preparar,      Alimentos,     DosisPerdidas, DosisDelDia,  RecordatoriosDeDosis,
-    Cumpleanos,    Deudores,      Internados,    Hospedaje,    Alarmas,
+    Preparar,      Alimentos,     DosisPerdidas,        DosisDelDia,  RecordatoriosDeDosis,
+    Cumpleanos,    Deudores,      Internados,           Hospedaje,    Alarmas,
     MarcasDeTarea, ResumenDelDia, CumplimientoDeTurnos, TareasDeAyer, Limpieza,
-    Saludos,       Existencias,   ClientesNuevos, Novedades,
+    Saludos,       Existencias,   ClientesNuevos,       Novedades,
 };
 static_assert(std::size(LosPases) == Pases);
 
@@ -772,16 +768,39 @@ void AvanzarFechas(Sesion &s)
     lote.Confirmar();
 }
 
-bool CorrerElDia(Sesion &s)
+// Only the number of the month is compared, on purpose: exactly twelve months later nothing runs.
+bool EsMesNuevo(Sesion &s)
 {
-    // Only behind the lock is it known whether another terminal has run the day meanwhile.
+    return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
+}
+
+// Only behind the lock is it known whether another terminal has done the work meanwhile.
+template <typename F>
+bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
+{
     const BloqueoDeCarpeta dia(s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia);
     s.configuracion.Requery();
-    if (!dia.Tomado() || !EsPrimerInicio(s))
+    if (!dia.Tomado() || !pendiente(s))
         return false;
-    TareasDeInicio(s);
-    AvanzarFechas(s);
+    trabajo();
     return true;
+}
+
+bool CorrerElDia(Sesion &s)
+{
+    return BajoElBloqueo(s, EsPrimerInicio, [&] {
+        TareasDeInicio(s);
+        AvanzarFechas(s);
+    });
+}
+
+bool CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
+{
+    return BajoElBloqueo(s, EsMesNuevo, [&] {
+        if (pasos.pasoMensual)
+            pasos.pasoMensual(s);
+        s.morvane->Execute("UPDATE Configuracion set FechaUltimoInicioMes = ?", s.reloj.hoy);
+    });
 }
 
 } // namespace
@@ -814,14 +833,7 @@ bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos)
     }
 
     s.avance.Etapa(s(3416));
-    // Only the number of the month is compared, on purpose: exactly twelve months later nothing
-    // runs.
-    if (s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month()) {
-        if (pasos.pasoMensual)
-            pasos.pasoMensual(s);
-        s.morvane->Execute("UPDATE Configuracion set FechaUltimoInicioMes = ?", s.reloj.hoy);
-        if (pasos.enviarMensajes)
-            pasos.enviarMensajes(s, s.reloj.hoy);
-    }
+    if (EsMesNuevo(s) && CorrerElMes(s, pasos) && pasos.enviarMensajes)
+        pasos.enviarMensajes(s, s.reloj.hoy);
     return corrido;
 }

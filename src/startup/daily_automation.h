@@ -12,7 +12,7 @@ struct PasosPosteriores {
 
 /// The gate: runs the daily pass when the last start was before today, then advances the dates and
 /// sends the outbox; runs the monthly step when the number of the month has changed. Terminals
-/// that start together run the day once: the second one waits for the first.
+/// that start together run the day and the month once: the second one waits for the first.
 /// @return whether the daily pass ran here
 /// @throws ErrorDeAlmacen when the disk or the engine gives up; the day is then run again at the
 ///         next start

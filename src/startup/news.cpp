@@ -1,6 +1,7 @@
 #include "startup/news.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 namespace
 {
@@ -33,11 +34,12 @@ std::optional<Novedad> LeerNovedad(const Sesion &s, const QString &archivo)
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
     const QString registro = QString::fromUtf8(bytes).trimmed();
-    const qsizetype coma = registro.indexOf(u',');
-    if (coma < 0)
+    static const QRegularExpression separador(QStringLiteral("[,\n]"));
+    const qsizetype fin = registro.indexOf(separador);
+    if (fin < 0)
         return std::nullopt;
-    const Novedad n{Dia(s, registro.left(coma)),
-                    SinMarcas(registro.mid(coma + 1).section(u'\n', 0, 0), u'"')};
+    const Novedad n{Dia(s, registro.left(fin)),
+                    SinMarcas(registro.mid(fin + 1).section(u'\n', 0, 0), u'"')};
     if (!n.hasta.isValid() || n.texto.isEmpty())
         return std::nullopt;
     return n;

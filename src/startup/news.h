@@ -8,7 +8,8 @@ struct Novedad {
     QString texto;
 };
 
-/// Reads one record of two fields parted by a comma: a day (2026-11-30, also between # marks, or
-/// in the short form of the session's language) and a text, each with or without double quotes.
+/// Reads one record of two fields parted by a comma or a line break: a day (2026-11-30, also
+/// between # marks, or in the short form of the session's language) and a text, each with or
+/// without double quotes.
 /// @return nullopt when there is no such file or it holds no such record
 std::optional<Novedad> LeerNovedad(const Sesion &s, const QString &archivo);

@@ -1,6 +1,9 @@
 #include "store/jet/text.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
 
 namespace jet
 {
@@ -41,6 +44,58 @@ int CompareFolded(std::string_view a, std::string_view b)
     if (const int plain = Plain(da).compare(Plain(db)))
         return Sign(plain);
     return Sign(da.compare(db));
+}
+
+// The letters of most names, looked up instead of folded: those of one or two bytes that fold to
+// one letter with at most an accent on it.
+struct Letter {
+    char16_t plain = 0; // without its accent; 0 for what is not so simple
+    char16_t folded = 0;
+};
+constexpr size_t Letters = 0x240;
+
+const std::array<Letter, Letters> &LetterTable()
+{
+    static const auto table = [] {
+        std::array<Letter, Letters> letters;
+        for (size_t i = 0; i < Letters; ++i) {
+            const std::string utf8 = QString(QChar(char16_t(i))).toStdString();
+            const QString composed = Folded(utf8, QString::NormalizationForm_C);
+            const QString plain = Plain(Folded(utf8, QString::NormalizationForm_D));
+            if (composed.size() == 1 && plain.size() == 1)
+                letters[i] = {plain[0].unicode(), composed[0].unicode()};
+        }
+        return letters;
+    }();
+    return table;
+}
+
+// The letter at a place, which is moved behind it; one without `plain` where the table has none.
+Letter NextLetter(const std::array<Letter, Letters> &table, std::string_view s, size_t &at)
+{
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(s[i]); };
+    if (IsAscii(s[at]))
+        return table[byte(at++)];
+    if (at + 1 < s.size() && byte(at) >= 0xC2 && byte(at) <= 0xC8 && byte(at + 1) < 0xC0 &&
+        byte(at + 1) >= 0x80) {
+        at += 2;
+        return table[(byte(at - 2) & 0x1FU) << 6 | (byte(at - 1) & 0x3FU)];
+    }
+    return {};
+}
+
+void AppendUtf8(std::string &out, char16_t c)
+{
+    if (c < 0x80) {
+        out += char(c);
+    } else if (c < 0x800) {
+        out += char(0xC0 | c >> 6);
+        out += char(0x80 | (c & 0x3F));
+    } else {
+        out += char(0xE0 | c >> 12);
+        out += char(0x80 | (c >> 6 & 0x3F));
+        out += char(0x80 | (c & 0x3F));
+    }
 }
 
 // How many bytes the character at the front has.
@@ -123,29 +178,46 @@ bool IsWellFormed(std::string_view pattern)
 
 std::string Plegar(std::string_view utf8)
 {
-    if (!IsAscii(utf8))
-        return Folded(utf8, QString::NormalizationForm_C).toStdString();
-    std::string out(utf8);
-    std::ranges::transform(out, out.begin(), Lower);
+    const auto &table = LetterTable();
+    std::string out;
+    out.reserve(utf8.size());
+    for (size_t at = 0; at < utf8.size();) {
+        const Letter letter = NextLetter(table, utf8, at);
+        if (!letter.plain)
+            return Folded(utf8, QString::NormalizationForm_C).toStdString();
+        AppendUtf8(out, letter.folded);
+    }
     return out;
 }
 
 int Comparar(std::string_view a, std::string_view b)
 {
-    const size_t common = std::min(a.size(), b.size());
-    size_t i = 0;
-    while (i < common && IsAscii(a[i]) && Lower(a[i]) == Lower(b[i]))
-        ++i;
-    const std::string_view restA = a.substr(i);
-    const std::string_view restB = b.substr(i);
-    const bool plainA = restA.empty() || IsAscii(restA[0]);
-    const bool plainB = restB.empty() || IsAscii(restB[0]);
-    // A letter that folds away (an accent alone) may follow, so the rest decides as a whole.
-    if (!plainA || !plainB)
-        return CompareFolded(restA, restB);
-    if (restA.empty() || restB.empty())
-        return Sign(qsizetype(restA.size()) - qsizetype(restB.size()));
-    return Lower(restA[0]) < Lower(restB[0]) ? -1 : 1;
+    const auto &table = LetterTable();
+    // Most texts part, or are the same, within plain letters.
+    size_t common = 0;
+    while (common < a.size() && common < b.size() && IsAscii(a[common]) &&
+           Lower(a[common]) == Lower(b[common]))
+        ++common;
+    size_t atA = common, atB = common;
+    // Where the texts first differ in an accent.
+    std::optional<std::pair<size_t, size_t>> accents;
+    for (;;) {
+        const size_t beforeA = atA, beforeB = atB;
+        const bool endA = atA == a.size(), endB = atB == b.size();
+        if (endA && endB && !accents)
+            return 0;
+        const Letter letterA = endA ? Letter{} : NextLetter(table, a, atA);
+        const Letter letterB = endB ? Letter{} : NextLetter(table, b, atB);
+        const bool simple = (endA || letterA.plain) && (endB || letterB.plain);
+        if ((endA && endB) || !simple) {
+            const auto [fromA, fromB] = accents.value_or(std::pair(beforeA, beforeB));
+            return CompareFolded(a.substr(fromA), b.substr(fromB));
+        }
+        if (letterA.plain != letterB.plain) // 0 at the end of a text
+            return letterA.plain < letterB.plain ? -1 : 1;
+        if (letterA.folded != letterB.folded && !accents)
+            accents.emplace(beforeA, beforeB);
+    }
 }
 
 bool Parecido(std::string_view texto, std::string_view patron)

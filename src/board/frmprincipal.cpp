@@ -141,7 +141,8 @@ QPushButton *frmprincipal::buildButton(const BotonDeTablero &button)
     b->setMaximumHeight(52);
     b->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     b->setAutoDefault(false);
-    b->setShortcut(QKeySequence(keys));
+    // Not the button's own shortcut, which acts only after it has shown itself pressed.
+    connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, b, &QPushButton::click);
     b->setEnabled(button.formulario.isEmpty() ||
                   m_formularios.Existe(button.formulario.toString()));
 
@@ -270,15 +271,17 @@ void frmprincipal::pointAt(const QModelIndex &cell)
 bool frmprincipal::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == GPizarra && event->type() == QEvent::KeyPress &&
-        boardKey(static_cast<QKeyEvent *>(event)->key()))
+        boardKey(*static_cast<QKeyEvent *>(event)))
         return true;
     return FormBase::eventFilter(watched, event);
 }
 
-bool frmprincipal::boardKey(int key)
+bool frmprincipal::boardKey(const QKeyEvent &key)
 {
+    if (key.modifiers() & ~Qt::KeypadModifier)
+        return false;
     const QModelIndex cell = GPizarra->currentIndex();
-    switch (key) {
+    switch (key.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:

@@ -54,7 +54,7 @@ private:
     void navigate(const BotonDeTablero &button);
     void follow(const Destino &target);
     void pointAt(const QModelIndex &cell);
-    bool boardKey(int key);
+    bool boardKey(const QKeyEvent &key);
     void tick();
 
     Formularios &m_formularios;

@@ -1,0 +1,209 @@
+#include "board/board_view.h"
+#include "board/frmacerca.h"
+#include "board/frmprincipal.h"
+#include "store/lookups.h"
+#include "support/clinic.h"
+#include "ui/form_registry.h"
+
+#include <QAbstractItemModelTester>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Notes what it was opened with and shows nothing.
+struct Pantalla : FormBase {
+    Pantalla(Sesion &s, const QString &name, QStringList &log) : FormBase(s, name), m_log(log) {}
+    void opened(const QVariantMap &parameters) override
+    {
+        QString text = objectName();
+        for (auto i = parameters.begin(); i != parameters.end(); ++i)
+            text += u' ' + i.key() + u'=' + i.value().toString();
+        m_log << text;
+    }
+    void setVisible(bool) override {}
+    QStringList &m_log;
+};
+
+class Board : public Clinica
+{
+protected:
+    Board()
+    {
+        s.morvane->Execute("delete * from pizarra");
+        for (const auto &name : {u"frmPropietarios"_s, u"FrmFinanzas"_s, u"frmAnalisis"_s,
+                                 u"frmlistados"_s, u"frmagenda"_s, u"frmmensajeria"_s})
+            forms.Registrar(name, [this, name] { return new Pantalla(s, name, log); });
+    }
+    void show()
+    {
+        board = std::make_unique<frmprincipal>(s, forms,
+                                               Escritorio{[this](const QUrl &link) {
+                                                              log << link.toString();
+                                                              return true;
+                                                          },
+                                                          [this] { log << u"beep"_s; },
+                                                          [this] { log << u"end"_s; }});
+        board->CargarPizarra();
+        board->Mostrar();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(board.get()));
+    }
+    QTableView *grid() { return board->findChild<QTableView *>(u"GPizarra"_s); }
+    QString cell(int row)
+    {
+        return grid()->model()->index(row, ModeloDePizarra::Mensaje).data().toString();
+    }
+    void key(Qt::Key k, Qt::KeyboardModifiers m = {}) { QTest::keyClick(grid(), k, m); }
+    void tick()
+    {
+        QMetaObject::invokeMethod(board->findChild<QTimer *>(u"TimerHora"_s), "timeout");
+    }
+    QStringList taken() { return std::exchange(log, {}); }
+
+    QStringList log;
+    Formularios forms;
+    std::unique_ptr<frmprincipal> board;
+};
+
+} // namespace
+
+TEST_F(Board, WithoutLinesItSaysSo)
+{
+    show();
+    EXPECT_EQ(cell(0), s(4007) + u"\t "_s + QLocale().toString(hoy, QLocale::LongFormat) + u'.');
+    EXPECT_EQ(cell(1), s(4008));
+    EXPECT_EQ(grid()->model()->rowCount(), 2);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(taken().isEmpty());
+}
+
+TEST_F(Board, TheModelKeepsItsContract)
+{
+    AgregarPizarra(s, u"a line"_s, 102, 1, 20);
+    ModeloDePizarra model(
+        s, [](const Destino &) { return true; }, nullptr);
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.Cargar();
+    EXPECT_EQ(model.rowCount(), 2);
+    EXPECT_FALSE(model.flags(model.index(0, 1)) & Qt::ItemIsSelectable);
+}
+
+TEST_F(Board, ALineIsWorkedFromTheKeyboard)
+{
+    AgregarPizarra(s, u"doses"_s, 102, 3, 5);
+    AgregarPizarra(s, u"help"_s, 106, 38, 0);
+    AgregarPizarra(s, u"nothing behind"_s, 106, 0, 0);
+    AgregarPizarra(s, u"yesterday"_s, 115, 32, 0);
+    show();
+    key(Qt::Key_Return);
+    EXPECT_EQ(taken(), QStringList{u"frmlistados rapido=3"_s}) << "the first that the line has";
+    key(Qt::Key_2);
+    EXPECT_EQ(taken(), QStringList{u"frmmensajeria"_s});
+    key(Qt::Key_Right);
+    key(Qt::Key_Right);
+    key(Qt::Key_Return);
+    EXPECT_EQ(taken(), QStringList{u"frmmensajeria"_s}) << "the icon that was walked to";
+    key(Qt::Key_Left);
+    key(Qt::Key_Left);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_EQ(taken(), QStringList{PaginaDeAyuda(s)});
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    key(Qt::Key_1);
+    EXPECT_TRUE(taken().isEmpty());
+    key(Qt::Key_Down);
+    key(Qt::Key_1);
+    EXPECT_EQ(taken(), QStringList{u"frmagenda dia=2026-03-10 modo=1"_s});
+}
+
+TEST_F(Board, AClickOpensWhatLiesUnderTheMouse)
+{
+    AgregarPizarra(s, u"folder: /tmp/copies"_s, 114, 37, 0);
+    AgregarPizarra(s, u"doses"_s, 102, 3, 20);
+    show();
+    const auto click = [this](int row, int column) {
+        const QRect place = grid()->visualRect(grid()->model()->index(row, column));
+        QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, place.center());
+    };
+    click(1, ModeloDePizarra::Icono1); // its code is one of the text's
+    click(0, ModeloDePizarra::Mensaje);
+    click(2, ModeloDePizarra::Mensaje);
+    EXPECT_TRUE(taken().isEmpty());
+    click(1, ModeloDePizarra::Mensaje);
+    click(2, ModeloDePizarra::Icono1);
+    click(2, ModeloDePizarra::Icono2); // that screen is not there in this test
+    EXPECT_EQ(taken(), QStringList({u"file:///tmp/copies"_s, u"frmlistados rapido=3"_s}));
+}
+
+TEST_F(Board, AltAndADigitPressTheButtonsThatLeadSomewhere)
+{
+    show();
+    key(Qt::Key_1, Qt::AltModifier);
+    key(Qt::Key_2, Qt::AltModifier);
+    key(Qt::Key_6, Qt::AltModifier);
+    key(Qt::Key_8, Qt::AltModifier);
+    EXPECT_EQ(taken(), QStringList({u"frmPropietarios"_s, u"FrmFinanzas"_s, u"frmagenda"_s}));
+    EXPECT_FALSE(board->findChild<QPushButton *>(u"cmdMorvane"_s)->isEnabled());
+    for (const BotonDeTablero &b : BotonesDeTablero())
+        EXPECT_FALSE(
+            board->findChild<QPushButton *>(b.nombre.toString())->accessibleName().isEmpty());
+}
+
+TEST_F(Board, ACommonUserIsRefusedAnalysis)
+{
+    s.usuario.ut = 1;
+    show();
+    ask.Espera(s(1));
+    key(Qt::Key_3, Qt::AltModifier);
+    EXPECT_TRUE(taken().isEmpty());
+    s.usuario.ut = 2;
+    key(Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(taken(), QStringList{u"frmAnalisis"_s});
+}
+
+TEST_F(Board, F5ReadsWhatOthersHaveWritten)
+{
+    show();
+    AgregarPizarra(s, u"news"_s, 106, 0, 0);
+    key(Qt::Key_F5);
+    EXPECT_EQ(cell(1), u"news"_s);
+}
+
+TEST_F(Board, OnlyClosingItEndsTheProgram)
+{
+    show();
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(taken().isEmpty());
+    key(Qt::Key_0, Qt::AltModifier);
+    EXPECT_EQ(taken(), QStringList{u"end"_s});
+}
+
+TEST_F(Board, TheClockRingsAndMidnightEndsTheProgram)
+{
+    show();
+    s.Alarmas = {{.hora = QTime(9, 1), .tip = -47, .atendida = false, .ida = {}}};
+    ask.Espera(u"Agenda: "_s + s(21));
+    tick();
+    tick();
+    EXPECT_EQ(taken(), QStringList{u"beep"_s});
+
+    s.reloj.ahora = [this] { return QDateTime(hoy.addDays(1), QTime(0, 0)); };
+    ask.Espera(s(1201));
+    tick();
+    EXPECT_EQ(taken(), QStringList{u"end"_s});
+}
+
+TEST_F(Board, AboutSaysVersionAndFolder)
+{
+    frmAcerca about(s);
+    EXPECT_EQ(about.findChild<QLabel *>(u"lblVersion"_s)->text(), u"5.5.4"_s);
+    EXPECT_EQ(about.findChild<QLabel *>(u"lblCarpeta"_s)->text(), s.carpetaDeDatos);
+}

@@ -1,0 +1,112 @@
+#include "board/navigation.h"
+#include "store/lookups.h"
+#include "support/clinic.h"
+#include "ui/pictures.h"
+
+#include <set>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Navigation : public Clinica
+{
+protected:
+    /// The form with its parameters as text, "-" for nothing.
+    QString behindIcon(int code, CualIcono icon)
+    {
+        const LineaDePizarra line{u"text"_s, 106, icon == CualIcono::Primero ? code : 0,
+                                  icon == CualIcono::Segundo ? code : 0};
+        const Destino d = DestinoDeIcono(s, line, icon);
+        QString text = d.Ninguno() ? u"-"_s : d.formulario;
+        for (auto i = d.parametros.begin(); i != d.parametros.end(); ++i)
+            text += u' ' + i.key() + u'=' + i.value().toString();
+        return text;
+    }
+    QUrl behindText(int code1, const QString &text = u"text"_s)
+    {
+        return DestinoDeTexto(s, {text, 106, code1, 0}).enlace;
+    }
+};
+
+} // namespace
+
+TEST_F(Navigation, EachCodeOpensItsScreen)
+{
+    const std::set<int> listings{1, 2, 3, 4, 6, 7, 9, 12, 13, 14, 15, 17, 31};
+    const std::map<int, QString> others{
+        {5, u"frmmensajeria"_s},
+        {8, u"frmagenda dia=2026-03-11 modo=1"_s},
+        {10, u"frmagenda dia=2026-03-11 modo=2"_s},
+        {18, u"frmAvisosPlanificadas grupo=18"_s},
+        {19, u"frmAvisosPlanificadas grupo=19"_s},
+        {20, u"frmAvisosPlanificadas grupo=20"_s},
+        {21, u"frmAvisosPlanificadas grupo=21"_s},
+        {32, u"frmagenda dia=2026-03-10 modo=1"_s},
+        {33, u"frmAnalisis"_s},
+    };
+    for (int code = 0; code <= 40; ++code) {
+        QString expected = u"-"_s;
+        if (listings.contains(code))
+            expected = u"frmlistados rapido=%1"_s.arg(code);
+        else if (others.contains(code))
+            expected = others.at(code);
+        EXPECT_EQ(behindIcon(code, CualIcono::Primero), expected) << code;
+        EXPECT_EQ(behindIcon(code, CualIcono::Segundo), expected) << code;
+    }
+}
+
+TEST_F(Navigation, TheTextOfALineLeadsOnlyByItsFirstCode)
+{
+    EXPECT_EQ(behindText(34), QUrl(PaginaDeVideos(s)));
+    EXPECT_EQ(behindText(38), QUrl(PaginaDeAyuda(s)));
+    EXPECT_EQ(behindText(37, u"Backup of data (click to see): /media/usb/a:b/11-03-2026"_s),
+              QUrl::fromLocalFile(u"/media/usb/a:b/11-03-2026"_s));
+    EXPECT_TRUE(behindText(37, u"no folder"_s).isEmpty());
+    EXPECT_TRUE(behindText(1).isEmpty());
+    EXPECT_TRUE(DestinoDeTexto(s, {u"text"_s, 106, 0, 38}).Ninguno());
+}
+
+TEST_F(Navigation, ACodeShowsItsPictureInTheColumnWhereItHasOne)
+{
+    const auto pictures = [](CualIcono icon) {
+        QString all;
+        for (int code = 0; code <= 40; ++code)
+            if (const QString p = DibujoDeCodigo(code, icon); !p.isEmpty()) {
+                all += u"%1 %2\n"_s.arg(code).arg(p);
+                EXPECT_TRUE(ExisteImagen(p)) << p.toStdString();
+            }
+        return all;
+    };
+    EXPECT_EQ(pictures(CualIcono::Primero),
+              u"1 listadospizarra\n2 listadospizarra\n3 listadospizarra\n4 listadospizarra\n"
+              "5 mensajeriapizarra\n6 listadospizarra\n7 listadospizarra\n8 AgendaPizarra\n"
+              "9 listadospizarra\n10 KelvaraPizarra\n11 ConfPizarra\n12 listadospizarra\n"
+              "13 listadospizarra\n14 listadospizarra\n15 listadospizarra\n17 listadospizarra\n"
+              "31 listadospizarra\n32 AgendaPizarra\n33 AnalisisPizarraChico\n"_s);
+    EXPECT_EQ(pictures(CualIcono::Segundo),
+              u"1 listadospizarra\n2 listadospizarra\n3 listadospizarra\n4 listadospizarra\n"
+              "5 mensajeriapizarra\n8 AgendaPizarra\n10 KelvaraPizarra\n11 ConfPizarra\n"
+              "18 telefonoChico\n19 telefonoChico\n20 telefonoChico\n21 telefonoChico\n"_s);
+}
+
+TEST_F(Navigation, EveryPictureThatTheBoardNamesIsDrawn)
+{
+    for (const int number : {102, 103, 104, 106, 107, 108, 109, 110, 111, 113, 114, 115, 116})
+        EXPECT_TRUE(ExisteImagen(QString::number(number))) << number;
+    for (const BotonDeTablero &button : BotonesDeTablero())
+        EXPECT_TRUE(ExisteImagen(button.dibujo.toString()))
+            << button.dibujo.toString().toStdString();
+}
+
+TEST_F(Navigation, ACommonUserIsRefusedAnalysisAndSettings)
+{
+    QStringList refused;
+    for (const BotonDeTablero &button : BotonesDeTablero()) {
+        EXPECT_TRUE(PuedeUsar({1, 2, u"Supervisor"_s}, button));
+        if (!PuedeUsar({2, 1, u"Common"_s}, button))
+            refused << button.nombre.toString();
+    }
+    EXPECT_EQ(refused, QStringList({u"cmdAnalisis"_s, u"cmdConfiguracion"_s}));
+}

@@ -1,0 +1,90 @@
+#include "board/ringing.h"
+#include "support/clinic.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Ringing : public Clinica
+{
+protected:
+    Ringing()
+    {
+        at(10, 0, 0);
+        s.finanzas->Execute("delete * from Servicios");
+        s.finanzas->Execute("insert into Articulos (ida, idcat, nom) values (?, 2, ?)", 900,
+                            u"Bath"_s);
+        s.finanzas->Execute("insert into Servicios (ida, tiempo) values (?, 30)", 900);
+        s.clientes->Execute("insert into Clientes (idc, ayn, tel2, telc2) values (?, ?, ?, ?)", 4,
+                            u"Ruiz, Eva"_s, u"555 1"_s, u"555 2"_s);
+        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, ?, ?)", 11, 4,
+                            u"Rex"_s);
+    }
+    void at(int hour, int minute, int second)
+    {
+        s.reloj.ahora = [=, this] { return QDateTime(hoy, QTime(hour, minute, second)); };
+    }
+    bool rings(QTime time)
+    {
+        s.Alarmas = {{.hora = time, .tip = 900, .atendida = false, .ida = {}}};
+        return !AlarmasQueSuenan(s).isEmpty();
+    }
+    QString said(int tip, std::optional<int> ida = {})
+    {
+        s.Alarmas = {{.hora = QTime(10, 1), .tip = tip, .atendida = false, .ida = ida}};
+        return AlarmasQueSuenan(s).join(u'|');
+    }
+};
+
+} // namespace
+
+TEST_F(Ringing, FromTwoMinutesBeforeUntilTheMinuteIsOver)
+{
+    at(10, 0, 59);
+    EXPECT_FALSE(rings(QTime(9, 59)));
+    EXPECT_TRUE(rings(QTime(10, 0)));
+    EXPECT_TRUE(rings(QTime(10, 2)));
+    EXPECT_FALSE(rings(QTime(10, 3)));
+    EXPECT_FALSE(rings(QTime()));
+}
+
+TEST_F(Ringing, OnceEach)
+{
+    s.Alarmas = {{.hora = QTime(10, 1), .tip = 900, .atendida = false, .ida = {}},
+                 {.hora = QTime(10, 2), .tip = -47, .atendida = false, .ida = {}},
+                 {.hora = QTime(10, 1), .tip = 900, .atendida = true, .ida = {}},
+                 {.hora = QTime(11, 0), .tip = 900, .atendida = false, .ida = {}}};
+    EXPECT_EQ(AlarmasQueSuenan(s), QStringList({u"Agenda: Bath"_s, u"Agenda: "_s + s(21)}));
+    EXPECT_TRUE(AlarmasQueSuenan(s).isEmpty());
+    at(10, 59, 0);
+    EXPECT_EQ(AlarmasQueSuenan(s).size(), 1);
+}
+
+TEST_F(Ringing, SaysTheServiceAndThePatientWhereItIsKnown)
+{
+    EXPECT_EQ(said(900), u"Agenda: Bath"_s);
+    EXPECT_EQ(said(900, 11), u"Agenda: Bath\n\nRex\n"_s + s(14) + u": Ruiz, Eva\n"_s + s(15) +
+                                 u": 555 1 / 555 2"_s);
+    EXPECT_EQ(said(900, 12), u"Agenda: Bath"_s) << "the patient has been deleted";
+    EXPECT_EQ(said(-100, 11), u"Agenda: "_s + s(1109)) << "the number is a user's there";
+    EXPECT_EQ(said(901), u"Agenda: "_s) << "not a service";
+}
+
+TEST_F(Ringing, AnAlarmWhoseNameCannotBeReadStillRings)
+{
+    s.finanzas->Execute("drop table Servicios");
+    s.Alarmas = {{.hora = QTime(10, 1), .tip = 900, .atendida = false, .ida = {}},
+                 {.hora = QTime(10, 1), .tip = -47, .atendida = false, .ida = {}}};
+    EXPECT_EQ(AlarmasQueSuenan(s), QStringList({u"Agenda: "_s, u"Agenda: "_s + s(21)}));
+}
+
+TEST_F(Ringing, TheDayChangesAtMidnightAndNotWhenTheClockIsSetBack)
+{
+    s.reloj.ahora = [this] { return QDateTime(hoy, QTime(23, 59, 59)); };
+    EXPECT_FALSE(CambioElDia(s));
+    s.reloj.ahora = [this] { return QDateTime(hoy.addDays(1), QTime(0, 0)); };
+    EXPECT_TRUE(CambioElDia(s));
+    s.reloj.ahora = [this] { return QDateTime(hoy.addDays(-1), QTime(12, 0)); };
+    EXPECT_FALSE(CambioElDia(s));
+}

@@ -1,0 +1,158 @@
+#include "ui/window_dialogs.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Plays the user once a box is up. A box that is still open afterwards is cancelled, so that a
+/// key that does nothing fails a test instead of hanging it.
+void whenOpen(const std::function<void(QWidget &)> &play)
+{
+    QTimer::singleShot(0, qApp, [play] {
+        QWidget *box = QApplication::activeModalWidget();
+        ASSERT_NE(box, nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(box));
+        EXPECT_TRUE(DialogosDeVentana::HayUnaAbierta());
+        QTimer::singleShot(2000, box, [box] {
+            ADD_FAILURE() << "the box stayed open";
+            box->close();
+        });
+        play(*box);
+    });
+}
+
+void key(QWidget &box, Qt::Key k)
+{
+    QTest::keyClick(box.focusWidget() ? box.focusWidget() : &box, k);
+}
+
+const QList<Opcion> three{
+    {u"Luna\tCanino"_s, 7, false}, {u"Milo\tFelino"_s, 8, false}, {u"Rex\tCanino"_s, 9, false}};
+
+QList<int> values(const std::optional<QList<Opcion>> &chosen)
+{
+    QList<int> v;
+    for (const Opcion &o : chosen.value())
+        v << (o.marcada ? o.valor : -1);
+    return v;
+}
+
+class Boxes : public testing::Test
+{
+protected:
+    DialogosDeVentana dialogs{Textos(Idioma::Ingles)};
+};
+
+} // namespace
+
+TEST_F(Boxes, AQuestionIsAnsweredByEnterEscapeOrTheFirstLetter)
+{
+    const std::initializer_list<std::pair<Qt::Key, bool>> cases = {
+        {Qt::Key_Return, true}, {Qt::Key_Escape, false}, {Qt::Key_Y, true}, {Qt::Key_N, false}};
+    for (const auto &[k, yes] : cases) {
+        whenOpen([k = k](QWidget &box) { key(box, k); });
+        EXPECT_EQ(dialogs.Pregunta(u"Delete?"_s), yes) << k;
+    }
+    EXPECT_FALSE(DialogosDeVentana::HayUnaAbierta());
+}
+
+TEST_F(Boxes, ANameWithMarkUpIsShownAsItIs)
+{
+    whenOpen([](QWidget &box) {
+        auto *label = box.findChild<QLabel *>(u"lblTexto"_s);
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        EXPECT_EQ(label->text(), u"<img src=x><b>Rex</b>"_s);
+        key(box, Qt::Key_Return);
+    });
+    dialogs.Mensaje(u"<img src=x><b>Rex</b>"_s);
+}
+
+TEST_F(Boxes, ATextLongerThanTheScreenScrolls)
+{
+    whenOpen([](QWidget &box) {
+        EXPECT_NE(box.findChild<QPlainTextEdit *>(u"lblTexto"_s), nullptr);
+        EXPECT_LT(box.height(), box.screen()->size().height());
+        key(box, Qt::Key_Escape);
+    });
+    dialogs.Mensaje(u"one line of many\n"_s.repeated(500));
+}
+
+TEST_F(Boxes, ATextIsGivenOrWithheld)
+{
+    whenOpen([](QWidget &box) {
+        QTest::keyClicks(box.focusWidget(), u"Ana"_s); // replaces what is proposed
+        key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(dialogs.PedirTexto(u"t"_s, u"Name"_s, u"old"_s), u"Ana"_s);
+    whenOpen([](QWidget &box) { key(box, Qt::Key_Escape); });
+    EXPECT_EQ(dialogs.PedirTexto(u"t"_s, u"Name"_s, u"old"_s), std::nullopt);
+}
+
+TEST_F(Boxes, OneOptionIsPickedWithTheArrows)
+{
+    whenOpen([](QWidget &box) {
+        key(box, Qt::Key_Down);
+        key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, {u"Name"_s, u"Species"_s}, three)),
+              QList<int>{8});
+
+    QList<Opcion> marked = three;
+    marked[2].marcada = true;
+    whenOpen([](QWidget &box) { key(box, Qt::Key_Return); });
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, {u"Name"_s, u"Species"_s}, marked)),
+              QList<int>{9})
+        << "the list opens on the option that is marked";
+}
+
+TEST_F(Boxes, SeveralOptionsAreMarkedWithTheSpaceBar)
+{
+    QList<Opcion> marked = three;
+    marked[2].marcada = true;
+    whenOpen([](QWidget &box) {
+        key(box, Qt::Key_Space);
+        key(box, Qt::Key_Down);
+        key(box, Qt::Key_Down);
+        key(box, Qt::Key_Space);
+        key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Patients"_s, {u"Name"_s, u"Species"_s}, marked, true)),
+              QList<int>{7});
+    whenOpen([](QWidget &box) { key(box, Qt::Key_Escape); });
+    EXPECT_FALSE(dialogs.Seleccionar(u"Patients"_s, {u"Name"_s}, marked, true).has_value());
+}
+
+TEST_F(Boxes, ALongListIsNarrowedByTyping)
+{
+    QList<Opcion> many;
+    for (int i = 0; i < 100; ++i)
+        many << Opcion{u"Owner %1\tPatient %2"_s.arg(i).arg(1000 + i), i, false};
+    whenOpen([](QWidget &box) {
+        QTest::keyClicks(box.focusWidget(), u"1042"_s);
+        EXPECT_EQ(box.findChild<QTableView *>(u"Grilla"_s)->model()->rowCount(), 1);
+        key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Owner"_s, {u"Name"_s, u"Patient"_s}, many)),
+              QList<int>{42});
+}
+
+TEST_F(Boxes, AnEmptyListCanOnlyBeLeft)
+{
+    whenOpen([](QWidget &box) {
+        key(box, Qt::Key_Return);
+        EXPECT_TRUE(box.isVisible());
+        key(box, Qt::Key_Escape);
+    });
+    EXPECT_FALSE(dialogs.Seleccionar(u"Owner"_s, {u"Name"_s}, {}).has_value());
+}

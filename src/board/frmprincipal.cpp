@@ -226,6 +226,8 @@ void frmprincipal::layRows()
     GPizarra->setColumnWidth(ModeloDePizarra::Dibujo, pictureColumn);
     GPizarra->setColumnWidth(ModeloDePizarra::Icono1, iconColumn);
     GPizarra->setColumnWidth(ModeloDePizarra::Icono2, iconColumn);
+    GPizarra->setSpan(0, ModeloDePizarra::Mensaje, 1,
+                      ModeloDePizarra::Columnas - ModeloDePizarra::Mensaje);
     for (int row = 0; row < m_model->rowCount(); ++row) {
         const auto kind = ModeloDePizarra::Clase(
             m_model->index(row, 0).data(ModeloDePizarra::PapelClase).toInt());

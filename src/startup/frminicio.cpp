@@ -30,6 +30,7 @@ enum Texto {
 
 constexpr QSize pictureSize(640, 260);
 constexpr QSize portraitSize(128, 128);
+constexpr QSize markSize(40, 40);
 constexpr int stepMs = 15;
 constexpr int paintMs = 33;
 constexpr int splashPictures = 4;
@@ -60,10 +61,9 @@ void frminicio::build()
     lblDibujo = named(new QLabel, u"lblDibujo"_s, u"Kelvara"_s);
     lblDibujo->setFixedSize(pictureSize);
     lblDibujo->setAlignment(Qt::AlignCenter);
-    showScene(splashPictures);
 
-    auto *mark = new QLabel;
-    mark->setPixmap(Icono(u"kelvara"_s).pixmap(QSize(40, 40), devicePixelRatioF()));
+    m_mark = new QLabel;
+    chooseScene(splashPictures);
     auto *name = new QLabel(u"Kelvara"_s);
     name->setProperty("clase", u"titulo"_s);
     lblinicio = named(new QLabel, u"lblinicio"_s, {});
@@ -96,7 +96,7 @@ void frminicio::build()
 
     auto *titles = new QHBoxLayout;
     titles->setSpacing(Espacio::M);
-    titles->addWidget(mark);
+    titles->addWidget(m_mark);
     titles->addWidget(name);
     titles->addStretch();
 
@@ -183,6 +183,7 @@ bool frminicio::openAll()
             return;
         }
         call(m_steps.almacenAbierto);
+        showPictures(); // in the clinic's own colour, which is known only now
         goesOn = firstRun() && ComprobarInicio(m_s, QLocale::system());
     });
     return fine && goesOn;
@@ -241,7 +242,7 @@ void frminicio::afterEntry()
         break;
     case Login::Paso::Dentro:
         showLogin(false);
-        showScene(splashPicturesAfterLogin);
+        chooseScene(splashPicturesAfterLogin);
         Timer1->start();
         break;
     }
@@ -254,11 +255,16 @@ void frminicio::showLogin(bool visible)
     txtpas->clear();
 }
 
-void frminicio::showScene(int howMany)
+void frminicio::chooseScene(int howMany)
 {
-    const int number = QRandomGenerator::global()->bounded(1, howMany + 1);
-    lblDibujo->setPixmap(
-        Imagen(u"inicio%1"_s.arg(number), pictureSize, devicePixelRatioF(), Tono::Escena));
+    m_scene = u"inicio%1"_s.arg(QRandomGenerator::global()->bounded(1, howMany + 1));
+    showPictures();
+}
+
+void frminicio::showPictures()
+{
+    lblDibujo->setPixmap(Imagen(m_scene, pictureSize, devicePixelRatioF(), Tono::Escena));
+    m_mark->setPixmap(Icono(u"kelvara"_s).pixmap(markSize, devicePixelRatioF()));
 }
 
 void frminicio::stage(const QString &text)

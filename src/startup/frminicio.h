@@ -43,7 +43,8 @@ private:
     void passwordEntered();
     void afterEntry();
     void showLogin(bool visible);
-    void showScene(int howMany);
+    void chooseScene(int howMany);
+    void showPictures();
     void stage(const QString &text);
     void progress(int done, int total);
     void repaintNow(bool always);
@@ -53,11 +54,13 @@ private:
     PasosDeInicio m_steps;
     Login m_login;
     QElapsedTimer m_lastPaint;
+    QString m_scene;
     int m_step = 0;
     bool m_working = false;
     bool m_over = false;
 
     QTimer *Timer1 = nullptr;
+    QLabel *m_mark = nullptr;
     QLabel *lblDibujo = nullptr;
     QLabel *lblinicio = nullptr;
     QProgressBar *barra = nullptr;

@@ -56,6 +56,8 @@ bool FormBase::guarded(const std::function<void()> &task)
         tellFailure(m_s, ErrorNum::SinMemoria, u"Out of memory"_s, objectName());
     } catch (const std::exception &e) {
         tellFailure(m_s, ErrorNum::Interno, QString::fromUtf8(e.what()), objectName());
+    } catch (...) {
+        tellFailure(m_s, ErrorNum::Interno, u"Unknown failure"_s, objectName());
     }
     return false;
 }

@@ -63,10 +63,10 @@ public:
         auto *row = new QHBoxLayout;
         row->setSpacing(Espacio::S);
         row->addStretch();
-        m_accept = button(row, yes, &QDialog::accept);
+        m_accept = button(row, u"cmdAceptar"_s, yes, &QDialog::accept);
         m_accept->setDefault(true);
         if (!no.isEmpty())
-            button(row, no, &QDialog::reject);
+            button(row, u"cmdCancelar"_s, no, &QDialog::reject);
         m_layout->addLayout(row);
     }
 
@@ -81,9 +81,10 @@ public:
     QPushButton *acceptButton() const { return m_accept; }
 
 private:
-    QPushButton *button(QHBoxLayout *row, const QString &caption, void (QDialog::*slot)())
+    QPushButton *button(QHBoxLayout *row, const QString &name, const QString &caption,
+                        void (QDialog::*slot)())
     {
-        auto *b = named(new QPushButton(u'&' + caption), u"cmd"_s + caption, caption);
+        auto *b = named(new QPushButton(u'&' + caption), name, caption);
         connect(b, &QPushButton::clicked, this, slot);
         row->addWidget(b);
         return b;
@@ -96,7 +97,9 @@ private:
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setFocusPolicy(Qt::NoFocus);
-        label->setMinimumWidth(std::min(textWidth, label->fontMetrics().horizontalAdvance(text)));
+        label->ensurePolished();
+        const int natural = label->fontMetrics().size(0, text).width() + Espacio::XS;
+        label->setMinimumWidth(std::min(textWidth, natural));
         const int height = label->heightForWidth(textWidth);
         if (height <= screen()->availableGeometry().height() / 2) {
             label->setMinimumHeight(label->heightForWidth(label->minimumWidth()));
@@ -220,7 +223,7 @@ bool DialogosDeVentana::HayUnaAbierta()
 
 void DialogosDeVentana::Mensaje(const QString &texto)
 {
-    Caja box(QApplication::applicationDisplayName());
+    Caja box(u"Kelvara"_s);
     box.say(texto, u"mensaje"_s);
     box.buttons(m_textos(Aceptar));
     box.exec();
@@ -228,7 +231,7 @@ void DialogosDeVentana::Mensaje(const QString &texto)
 
 bool DialogosDeVentana::Pregunta(const QString &texto)
 {
-    Caja box(QApplication::applicationDisplayName());
+    Caja box(u"Kelvara"_s);
     box.say(texto, u"pregunta"_s);
     box.buttons(m_textos(Si), m_textos(No));
     box.answerByLetter();

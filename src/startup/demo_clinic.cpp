@@ -21,7 +21,7 @@ void AjustarConfiguracion(Demo &d)
         " MedidasRevacDescont = 1, MedidasCumple = 1, MedidasDeudores = 1, alimentomail = -1,"
         " AutNuevoCliente = 1, AutFrecuente = 1, OSDuracionSol = 12, horaracion1 = ?,"
         " horaracion2 = ?",
-        d.hoy.addDays(-900), d.hoy.addDays(-3), d.hoy.addDays(-4), d.hoy, QTime(8, 0),
+        d.hoy.addDays(-1210), d.hoy.addDays(-3), d.hoy.addDays(-4), d.hoy, QTime(8, 0),
         QTime(18, 0));
     d.clientes.Execute("update MLEspecies set ali = 300 where id = 2");
     for (auto i = d.contadores.cbegin(); i != d.contadores.cend(); ++i)

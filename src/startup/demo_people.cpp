@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -103,22 +104,6 @@ ClienteDemo InventarCliente(Demo &d, int idc)
     return c;
 }
 
-double Peso(Demo &d, int esp)
-{
-    switch (esp) {
-    case 1:
-        return d.azar.Entre(30, 420) / 10.0;
-    case 2:
-        return d.azar.Entre(25, 65) / 10.0;
-    case 3:
-        return d.azar.Entre(380, 540);
-    case 4:
-        return d.azar.Entre(2, 9) / 100.0;
-    default:
-        return d.azar.Entre(10, 28) / 10.0;
-    }
-}
-
 MascotaDemo InventarMascota(Demo &d, int idm, int idc)
 {
     Azar &azar = d.azar;
@@ -128,15 +113,12 @@ MascotaDemo InventarMascota(Demo &d, int idm, int idc)
     m.nom = azar.De(d.palabras[u"mascotas"_s]);
     const int dado = azar.Entre(1, 100);
     m.esp = dado <= 60 ? 1 : dado <= 90 ? 2 : dado <= 93 ? 3 : dado <= 97 ? 4 : 5;
+    const QList<QStringList> todas = d.palabras.Campos(u"razas"_s);
     QList<int> razas;
-    int raz = 0;
-    for (const QStringList &r : d.palabras.Campos(u"razas"_s)) {
-        ++raz;
-        if (r[1].toInt() == m.esp)
-            razas.append(raz);
-    }
+    for (int r = 0; r < todas.size(); ++r)
+        if (todas[r][1].toInt() == m.esp)
+            razas.append(r + 1);
     m.raz = azar.De(razas);
-    m.pes = Peso(d, m.esp);
     m.sex = azar.Entre(0, 3);
     m.ser = azar.Sale(22) ? 1 : 0;
     m.dec = azar.Sale(3);
@@ -148,6 +130,9 @@ MascotaDemo InventarMascota(Demo &d, int idm, int idc)
         if (m.fecn.month() == d.hoy.month() && m.fecn.day() == d.hoy.day())
             m.fecn = m.fecn.addDays(-1);
     }
+    const bool chica = m.fecn.isValid() && m.fecn.daysTo(d.hoy) < 200;
+    const int centesimos = chica ? azar.Entre(20, 55) : azar.Entre(80, 120);
+    m.pes = std::round(todas[m.raz - 1][2].toDouble() * centesimos) / 100;
     return m;
 }
 

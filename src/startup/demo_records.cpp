@@ -39,7 +39,7 @@ MascotaDemo &Apartar(Demo &d, int ser)
 {
     const auto libre = [&](const MascotaDemo &m) {
         return !m.apartada && !m.dec && m.esp <= 2 && m.ser == ser && m.fecn.isValid() &&
-               m.fecn.daysTo(d.hoy) > 600;
+               m.fecn.daysTo(d.hoy) > 850;
     };
     // From a place of its own for each search, so that they are not all neighbours.
     const auto desde = d.animales.begin() + d.azar.Entre(0, int(d.animales.size()) - 1);
@@ -114,17 +114,20 @@ void DosisDeTodos(Demo &d)
             continue;
         }
         const int ida = m.esp == 1 ? 2 : m.esp == 2 ? 3 : 9;
-        const int dadas = int(std::clamp<qint64>(edad / 365, 1, 4));
+        const int anos = int(std::clamp<qint64>(edad / 365, 1, 4));
         if (azar.Sale(10)) // given once, nothing further
-            Dosis(d, m.idm, ida, Vacunas, 1, d.hoy.addDays(-azar.Entre(60, 500)), {}, 4);
-        else if (azar.Sale(10)) // long overdue
-            Historia(d, m, ida, Vacunas, 365, dadas, d.hoy.addDays(-azar.Entre(20, 300)));
+            Dosis(d, m.idm, ida, Vacunas, 1, d.hoy.addDays(-azar.Entre(20, 120)), {}, 4);
+        else if (azar.Sale(10) && anos > 2) // long overdue
+            Historia(d, m, ida, Vacunas, 365, anos - 1, d.hoy.addDays(-azar.Entre(20, 300)));
+        else if (edad < 365)
+            Historia(d, m, ida, Vacunas, 365, 1, d.hoy.addDays(azar.Entre(230, 350)));
         else
-            Historia(d, m, ida, Vacunas, 365, dadas, d.hoy.addDays(azar.Entre(15, 350)));
+            Historia(d, m, ida, Vacunas, 365, anos, d.hoy.addDays(azar.Entre(15, 350)));
         if (m.esp < 3)
-            Historia(d, m, 12, Antiparasitarios, 90, azar.Entre(1, 5),
-                     d.hoy.addDays(azar.Sale(8) ? -azar.Entre(15, 60) : azar.Entre(10, 88)));
-        if (m.esp < 3 && m.sex == 1 && azar.Sale(12))
+            Historia(d, m, 12, Antiparasitarios, 90, azar.Entre(1, edad > 600 ? 5 : 2),
+                     d.hoy.addDays(edad > 600 && azar.Sale(8) ? -azar.Entre(15, 60)
+                                                              : azar.Entre(10, 88)));
+        if (m.esp < 3 && m.sex == 1 && edad > 400 && azar.Sale(12))
             Historia(d, m, 35, Anticonceptivos, 150, 2, d.hoy.addDays(azar.Entre(10, 140)));
     }
 }

@@ -70,8 +70,9 @@ TEST(JetCriterion, ComparesAsStatementsDo)
                             "idc mod 10 = 7 and idc \\ 10 = 5 and 7 / 2 = 3.5",
                             "-idc = -57"})
         EXPECT_TRUE(Meets(met)) << met;
-    for (const char *unmet : {"idc = 58", "nom = 'Centro Alvarez'", "nom like 'cen'",
-                              "ven > date() + 30", "not deuda", "1 / 0 = 1", "1 \\ 0 = 1"})
+    for (const char *unmet :
+         {"idc = 58", "nom = 'Centro Alvarez'", "nom like 'cen'", "ven > date() + 30", "not deuda",
+          "ven < 5", "idc = 'x'", "nom < 5", "1 / 0 = 1", "1 \\ 0 = 1"})
         EXPECT_FALSE(Meets(unmet)) << unmet;
 }
 
@@ -105,6 +106,7 @@ TEST(JetCriterion, AnEqualityOffersItsColumnForAHash)
     };
     EXPECT_EQ(equality("idc = 57")->columna, 0);
     EXPECT_EQ(equality("idc = 57")->valor, Valor(57));
+    EXPECT_EQ(equality("idc = -32000")->valor, Valor(-32000));
     EXPECT_EQ(equality("razas.nom = 'x'")->columna, 5);
     EXPECT_EQ(equality("(idc = ?)")->valor, Valor(7));
     for (const char *none : {"idc <> 57", "57 = idc", "idc = 57 and deuda", "nom like 'x'",

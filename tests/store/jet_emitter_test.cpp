@@ -138,6 +138,9 @@ TEST_F(JetSemantics, LikeTakesAnyTypeAndTheDialectsWildcards)
     EXPECT_EQ(e.Rows("select idc from clientes where ayn not like 'a*' order by idc"),
               "1\n2\n5\n"); // Null is neither
     EXPECT_EQ(e.Rows("select idc from clientes where saldo like '20'"), "2\n");
+    e.Exec("INSERT INTO Razas VALUES (8, 'r*'), (9, '*ba')"); // a pattern of each row
+    EXPECT_EQ(e.Rows("select idr, idc from razas, clientes where ayn like razas.nom order by idr"),
+              "8|1\n9|3\n");
     EXPECT_EQ(e.Rows("select idc from clientes where alta like '2024-02-*'"), "5\n");
     EXPECT_EQ(e.Rows("select idc from clientes where ayn like 'a_ba' or ayn like 'a%'"), "");
 }
@@ -320,6 +323,23 @@ TEST_F(JetSemantics, AnAliasServesLaterInTheFieldListAndInTheOrder)
     EXPECT_EQ(e.Rows("select saldo as idc from clientes where idc < 3 order by idc"), "10.5\n20\n");
     EXPECT_EQ(e.Error("select resto + 1, saldo as resto from clientes"), 3061);
     EXPECT_EQ(e.Error("select saldo as resto from clientes where resto > 1"), 3061);
+}
+
+TEST_F(JetSemantics, ANumberInTheOrderIsAPositionOnlyWhenItStandsAlone)
+{
+    Clients();
+    EXPECT_EQ(e.Rows("select ayn, idc from clientes where idc < 4 order by 2 desc"),
+              "Alba|3\nálvarez|2\nRuiz Ana|1\n");
+    EXPECT_EQ(e.Error("select ayn from clientes order by 2"), 3075);
+    // What the engine itself would reduce to a number is no position either.
+    for (const char *constant : {"-7", "5 - 8", "(no) and deuda"})
+        EXPECT_EQ(
+            e.Rows(std::string("select idc from clientes where idc = 1 order by ") + constant),
+            "1\n")
+            << constant;
+    EXPECT_EQ(e.Rows("select idc, 9 as k from clientes where idc = 1 order by k"), "1|9\n");
+    EXPECT_EQ(e.Error("select idc from clientes where exists (select n from uno order by ayn)"),
+              3075); // the engine does not see the outer query there
 }
 
 TEST_F(JetSemantics, JoinsSubqueriesAndUnions)

@@ -17,6 +17,9 @@ namespace jet_test
 class Tables : public jet::Catalogo
 {
 public:
+    Tables() = default;
+    Tables(Tables &&) = default; // the tables stay where they are, which a copy would not do
+
     void Read(std::istream &lines)
     {
         for (std::string line; std::getline(lines, line);) {

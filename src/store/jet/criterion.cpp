@@ -5,8 +5,10 @@
 #include "store/jet/parser.h"
 #include "store/jet/text.h"
 
+#include <QtNumeric>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace jet
 {
@@ -35,11 +37,21 @@ Valor FromStorage(const std::string &text)
 
 int Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
+// A number, or a text that reads as one.
+bool CountsAsNumber(const Valor &v)
+{
+    bool reads = IsNumber(v);
+    if (const QString *s = v.Es<QString>())
+        s->trimmed().toDouble(&reads);
+    return reads;
+}
+
 // Both are not Null.
 int Compare(const Valor &a, const Valor &b)
 {
     if (IsNumber(a) || IsNumber(b)) {
-        // A text beside a number counts for what it reads as.
+        if (!CountsAsNumber(a) || !CountsAsNumber(b))
+            return CountsAsNumber(a) ? -1 : 1; // numbers come before all else, as in the engine
         if ((a.Es<Moneda>() || b.Es<Moneda>()) && !a.Es<double>() && !b.Es<double>())
             return Sign(a.toMoneda(), b.toMoneda());
         if (a.Es<qint64>() && b.Es<qint64>())
@@ -69,9 +81,11 @@ public:
             return std::nullopt;
         const Expression &column = *e.parts[0];
         const Expression &value = *e.parts[1];
-        if (column.kind != Expression::Column ||
-            (value.kind != Expression::Integer && value.kind != Expression::Text &&
-             value.kind != Expression::Given))
+        const Expression &literal = value.kind == Expression::Negate ? *value.parts[0] : value;
+        const bool known = literal.kind == Expression::Integer ||
+                           (&literal == &value &&
+                            (value.kind == Expression::Text || value.kind == Expression::Given));
+        if (column.kind != Expression::Column || !known)
             return std::nullopt;
         const Run run{{}, given, {}};
         return Igualdad{int(column.integer), Evaluate(value, run)};
@@ -285,6 +299,13 @@ private:
 
     static Valor ComputedNumber(Op op, const Valor &a, const Valor &b)
     {
+        const qint64 *wholeA = a.Es<qint64>();
+        const qint64 *wholeB = b.Es<qint64>();
+        if (qint64 whole = 0; wholeA && wholeB &&
+                              ((op == Op::Add && !qAddOverflow(*wholeA, *wholeB, &whole)) ||
+                               (op == Op::Subtract && !qSubOverflow(*wholeA, *wholeB, &whole)) ||
+                               (op == Op::Multiply && !qMulOverflow(*wholeA, *wholeB, &whole))))
+            return whole;
         const double x = a.toDouble();
         const double y = b.toDouble();
         switch (op) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -37,6 +38,8 @@ struct Fragment {
     size_t source = 0;               // and its place in the FROM clause
     int stack = 1;                   // entries that the engine's parser needs for it
     int height = 1;                  // of the engine's tree
+    int reach = Nowhere;             // nesting of the outermost query that a name of it means
+    static constexpr int Nowhere = std::numeric_limits<int>::max();
 };
 
 bool IsText(Tipo t) { return t == Tipo::Text || t == Tipo::Memo; }
@@ -128,6 +131,7 @@ struct Scope {
     enum { Free, Collecting, Checked } grouping = Free;
     std::vector<Key> groups;
     Scope *outer = nullptr;
+    int nesting = 0;
 };
 
 class Emitter
@@ -193,6 +197,7 @@ private:
                 f.stack = std::max(f.stack, words + part.stack);
                 f.height = std::max(f.height, part.height + 3);
                 f.aggregate = f.aggregate || part.aggregate;
+                f.reach = std::min(f.reach, part.reach);
                 ++words;
                 inWord = false;
                 continue;
@@ -223,6 +228,7 @@ private:
         to.sql += part.sql;
         to.stack = std::max(to.stack, depth + part.stack);
         to.height = std::max(to.height, part.height + 1);
+        to.reach = std::min(to.reach, part.reach);
         CheckSize(to);
     }
 
@@ -325,6 +331,7 @@ private:
             Plain(Quoted(scope.sources[source].alias, '"') + "." + Quoted(column.nombre, '"'),
                   column.tipo);
         f.stack = 3;
+        f.reach = scope.nesting;
         f.width = column.ancho;
         f.rawMemo = column.tipo == Tipo::Memo;
         f.column = &column;
@@ -1053,6 +1060,7 @@ private:
     {
         Scope scope;
         scope.outer = m_scope;
+        scope.nesting = m_scope ? m_scope->nesting + 1 : 0;
         m_scope = &scope;
 
         const bool grouped = IsGrouped(s);
@@ -1066,10 +1074,9 @@ private:
         scope.grouping = Scope::Collecting;
         std::vector<Fragment> groups;
         for (const ExpressionPtr &e : s.groups) {
-            Fragment f = Value(Emit(*e));
-            if (IsConstant(f))
+            if (e->kind == Expression::Integer)
                 Fail(e->place, QStringLiteral("Grouped by a number"));
-            groups.push_back(IsText(f.tipo) ? Collated(f) : f);
+            groups.push_back(Term(*e, Emit(*e)));
         }
         scope.grouping = grouped ? Scope::Checked : Scope::Free;
         scope.aggregates = Scope::Aggregates;
@@ -1110,10 +1117,19 @@ private:
         return all;
     }
 
-    // A number alone, which the engine would take for the position of a field.
-    static bool IsConstant(const Fragment &f)
+    // As a term of GROUP BY or ORDER BY.
+    Fragment Term(const Expression &e, const Fragment &f) const
     {
-        return f.sql.find_first_not_of("0123456789-() ") == f.sql.npos;
+        if (f.reach < m_scope->nesting)
+            Fail(e.place, QStringLiteral("An inner query has its order and groups for itself"));
+        const Fragment v = Value(f);
+        if (IsText(v.tipo))
+            return Collated(v);
+        // A number, or what the engine reduces to one, would mean the position of a field.
+        const bool begins =
+            std::string_view("-0123456789").find(v.sql[0]) != std::string_view::npos;
+        const Fragment number = begins ? At(Strength::Multiply, v) : v;
+        return begins ? Build("0 + $1", Strength::Add, {&number}, v.tipo) : v;
     }
 
     std::vector<Fragment> EmitFields(const Select &s, Inner inner)
@@ -1196,12 +1212,7 @@ private:
         constexpr int Depth = 14;
         std::string_view separator = " ORDER BY ";
         for (const Order &o : s.order) {
-            Fragment f = Value(Ordered(*o.value, fields));
-            if (IsConstant(f))
-                continue; // orders nothing
-            if (IsText(f.tipo))
-                f = Collated(f);
-            Append(all, separator, f, Depth);
+            Append(all, separator, Term(*o.value, Ordered(*o.value, fields)), Depth);
             all.sql += o.descending ? " DESC" : "";
             separator = ", ";
         }

@@ -322,7 +322,7 @@ private:
             if (IsWord(Here(), "SELECT"))
                 AddSelect(*e);
             else
-                List([&] { Add(*e, Parse(ConcatenateLevel)); });
+                List([&] { Add(*e, Parse()); });
             Expect(")");
         } else {
             Expect("IS");

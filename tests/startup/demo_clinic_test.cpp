@@ -101,8 +101,9 @@ TEST_F(Demo, hangs_together)
         {s.clientes.get(),
          "select ArtPlan.idm from ArtPlan inner join Mascotas on ArtPlan.idm ="
          " Mascotas.idm where ArtPlan.col < Mascotas.fecn or ArtPlan.col > date()"},
-        {s.clientes.get(), "select MHospedaje.idm from MHospedaje left join Mascotas on"
-                           " MHospedaje.idm = Mascotas.idm where Mascotas.hos <> 1"},
+        {s.clientes.get(),
+         "select MHospedaje.idm from MHospedaje left join Mascotas on"
+         " MHospedaje.idm = Mascotas.idm where Mascotas.idm is null or Mascotas.hos <> 1"},
         {s.finanzas.get(), "select VentasDetalle.idventa from VentasDetalle left join Articulos on"
                            " VentasDetalle.ida = Articulos.ida where Articulos.ida is null"},
         {s.finanzas.get(), "select Compras.idcompra from Compras left join Proveedores on"

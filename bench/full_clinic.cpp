@@ -119,6 +119,8 @@ private:
             s.clientes->Execute("insert into CLLocalidad (id, nom, cp, dep) values (?, ?, ?, ?)",
                                 id, u"Barrio %1"_s.arg(id), QString::number(1000 + id),
                                 1 + id % Departamentos);
+        s.finanzas->Execute("update FLCategorias set suministro = 'c', uni = 'g', idserv = 71 "
+                            "where idcat = 11");
         s.clientes->Execute("update MLEspecies set ali = ? where id = 2", 300);
         s.clientes->Execute("update MLEspecies set ali = ? where id = 3", 20000);
     }

@@ -1,0 +1,9 @@
+// Whether two folders hold the same clinic after the same day.
+#pragma once
+
+#include <QString>
+
+/// Compares what the daily pass writes. Identifiers of tasks may be dealt out in another order, and
+/// of a board's line only picture, codes and numbers count.
+/// @return the first difference, or ""
+QString Diferencia(const QString &unaCarpeta, const QString &otraCarpeta);

@@ -42,7 +42,6 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kelvara"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Kelvara"));
     QApplication::setApplicationVersion(QStringLiteral(KELVARA_VERSION));
     QApplication::setWindowIcon(Icono(QStringLiteral("kelvara")));
     QApplication::setQuitOnLastWindowClosed(false); // the board decides when the program ends

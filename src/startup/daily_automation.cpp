@@ -30,8 +30,7 @@ constexpr int PorCorreo = 1, PorCarta = 2, PorCorreoOCarta = 3, PorReparto = 4;
 // Option "Nothing" of the reminder and birthday measures.
 constexpr int MedidaNada = 4;
 
-// One run of the pass: its days, and the failures of the statements inside a batch, which are told
-// when the batch is over.
+// One run of the pass: its days, and what can be told and asked only when it has been written.
 struct Corrida {
     Sesion &s;
     QDate hoy = s.reloj.hoy;
@@ -39,6 +38,8 @@ struct Corrida {
     qint64 dias = 0;
     int pase = 0;
     std::vector<ErrorDeAlmacen> errores;
+    bool imprimirPerdidas = false; // the list of missed doses
+    bool ofrecerResumen = false;   // the day sheet
 
     Valor Ajuste(std::string_view columna) const { return s.configuracion[columna]; }
 
@@ -109,8 +110,8 @@ void ReservarServicio(Corrida &c, int idm, int ida, int idcat)
 void Preparar(Corrida &c)
 {
     c.Intentar([&] {
-        AbrirAuxiliar(c.s, QStringLiteral("rep97"));
-        c.s.auxiliar->Execute("delete * from auxrevacunacion");
+        if (c.s.auxiliar)
+            c.s.auxiliar->Execute("delete * from auxrevacunacion");
     });
     c.Intentar([&] { c.s.morvane->Execute("delete * from pizarra"); });
 }
@@ -175,7 +176,6 @@ void Alimentos(Corrida &c)
 {
     Sesion &s = c.s;
     s.avance.Etapa(s(3417));
-    Lote lote(s);
     c.Intentar([&] { s.clientes->Execute("update consumo set FaltaHoy = 0"); });
     const bool conAvisos = c.Ajuste("medidasalimento").toInt() != 0;
     const bool ofertas = c.Ajuste("AlimentoMail").toBool();
@@ -197,7 +197,6 @@ void Alimentos(Corrida &c)
             AgregarPizarra(s, linea, ofertas ? 109 : 107, 1, ofertas ? 5 : 0);
         }
     });
-    lote.Confirmar();
 }
 
 // --- Pass 3: doses missed while the program was closed -----------------------------------------
@@ -224,41 +223,35 @@ void DosisPerdidas(Corrida &c)
     s.avance.Etapa(s(3422));
     const bool listar = c.Ajuste("LVMascotas").toBool();
     int primeras = 0, segundas = 0, conServicio = 0;
-    {
-        Lote lote(s);
-        c.Intentar([&] {
-            Recordset r = s.clientes->OpenSnapshot(
-                "SELECT ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, Mascotas.ser, "
-                "Mascotas.idc FROM ArtPlan INNER JOIN Mascotas ON ArtPlan.Idm = Mascotas.Idm WHERE "
-                "(ArtPlan.Si = 0 or ArtPlan.Si = 2) and ArtPlan.Rep BETWEEN ? AND ? and "
-                "Mascotas.dec = 0 ORDER BY ArtPlan.Idm",
-                c.Desde(0), c.hoy.addDays(-1));
-            c.PorFila(r, [&](const Recordset &f) {
-                const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt();
-                if (f[4].toInt() == 0) {
-                    const int n = ContarDosisAtrasadas(s, idm, ida, dos, f[3].toInt());
-                    primeras += n == 0;
-                    segundas += n == 1;
-                } else {
-                    ++conServicio;
-                }
-                if (listar)
-                    AnotarParaLista(c, idm, f[5].toInt(), ida, dos);
-            });
+    c.Intentar([&] {
+        Recordset r = s.clientes->OpenSnapshot(
+            "SELECT ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, Mascotas.ser, "
+            "Mascotas.idc FROM ArtPlan INNER JOIN Mascotas ON ArtPlan.Idm = Mascotas.Idm WHERE "
+            "(ArtPlan.Si = 0 or ArtPlan.Si = 2) and ArtPlan.Rep BETWEEN ? AND ? and "
+            "Mascotas.dec = 0 ORDER BY ArtPlan.Idm",
+            c.Desde(0), c.hoy.addDays(-1));
+        c.PorFila(r, [&](const Recordset &f) {
+            const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt();
+            if (f[4].toInt() == 0) {
+                const int n = ContarDosisAtrasadas(s, idm, ida, dos, f[3].toInt());
+                primeras += n == 0;
+                segundas += n == 1;
+            } else {
+                ++conServicio;
+            }
+            if (listar)
+                AnotarParaLista(c, idm, f[5].toInt(), ida, dos);
         });
-        c.Intentar([&] {
-            if (primeras > 0)
-                AgregarPizarra(s, ConPunto(Unir({s(3423), Num(primeras), s(3424)})), 103, 6, 18);
-            if (segundas > 0)
-                AgregarPizarra(s, ConPunto(Unir({s(3423), Num(segundas), s(3425)})), 103, 14, 18);
-            if (conServicio > 0)
-                AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7, 19);
-        });
-        lote.Confirmar();
-    }
-    CerrarAuxiliar(s);
-    if (primeras > 0 && listar)
-        s.impresion.Informe(QStringLiteral("vac"));
+    });
+    c.Intentar([&] {
+        if (primeras > 0)
+            AgregarPizarra(s, ConPunto(Unir({s(3423), Num(primeras), s(3424)})), 103, 6, 18);
+        if (segundas > 0)
+            AgregarPizarra(s, ConPunto(Unir({s(3423), Num(segundas), s(3425)})), 103, 14, 18);
+        if (conServicio > 0)
+            AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7, 19);
+    });
+    c.imprimirPerdidas = primeras > 0 && listar;
 }
 
 // --- Pass 4: doses of today --------------------------------------------------------------------
@@ -309,7 +302,6 @@ void DosisDelDia(Corrida &c)
     const int ajuste = c.Ajuste("MedidasRevacDescont").toInt();
     const bool descontinuadas = ajuste == 1 || ajuste == -1;
     DosisDeHoy d;
-    Lote lote(s);
     for (QDate dia = c.Desde(1); dia <= c.hoy; dia = dia.addDays(1)) {
         c.Intentar([&] {
             Recordset r = s.clientes->OpenSnapshot(
@@ -345,7 +337,6 @@ void DosisDelDia(Corrida &c)
         });
     }
     c.Intentar([&] { LineaDeDosis(c, d, descontinuadas); });
-    lote.Confirmar();
 }
 
 // --- Pass 5: dose reminders --------------------------------------------------------------------
@@ -358,7 +349,6 @@ void RecordatoriosDeDosis(Corrida &c)
         return;
     const int anticipacion = c.Ajuste("tiempovencimiento").toInt();
     int enviar = 0;
-    Lote lote(s);
     for (QDate dia = c.Desde(1); dia <= c.hoy; dia = dia.addDays(1)) {
         c.Intentar([&] {
             Recordset r = s.clientes->OpenSnapshot(
@@ -386,7 +376,6 @@ void RecordatoriosDeDosis(Corrida &c)
         if (enviar > 0)
             AgregarPizarra(s, Unir({s(3430), Num(enviar), s(3431)}), 109, 13, 5);
     });
-    lote.Confirmar();
 }
 
 // --- Pass 6: birthdays -------------------------------------------------------------------------
@@ -396,7 +385,6 @@ void Cumpleanos(Corrida &c)
     Sesion &s = c.s;
     const int medio = Medida(c.Ajuste("MedidasCumple"));
     int cumplen = 0;
-    Lote lote(s);
     c.Intentar([&] {
         // 29 February rings only in leap years, on purpose: the day and the month must be today's.
         Recordset r = s.clientes->OpenSnapshot(
@@ -421,7 +409,6 @@ void Cumpleanos(Corrida &c)
             AgregarPizarra(s, Unir({Num(cumplen), s(medio != 0 ? 3432 : 3433)}), 109, 12,
                            medio != 0 ? 5 : 0);
     });
-    lote.Confirmar();
 }
 
 // --- Pass 7: debtors ---------------------------------------------------------------------------
@@ -448,7 +435,6 @@ void Deudores(Corrida &c)
     const int medida = c.Ajuste("MedidasDeudores").toInt();
     const bool recordar = medida == 1 || medida == 3;
     int deudores = 0;
-    Lote lote(s);
     c.Intentar([&] {
         Recordset r = s.finanzas->OpenRecordset(
             "select idc, fecultpago, men from ctactec where fecultpago <= ? and cancelado = 0",
@@ -490,7 +476,6 @@ void Deudores(Corrida &c)
             linea = Unir({linea, s(3438)});
         AgregarPizarra(s, linea, 110, 15, recordar ? 5 : 0);
     });
-    lote.Confirmar();
 }
 
 // --- Pass 8: inpatients ------------------------------------------------------------------------
@@ -535,7 +520,6 @@ void Hospedaje(Corrida &c)
 {
     Sesion &s = c.s;
     s.avance.Etapa(QStringLiteral("Hospedaje"));
-    Lote lote(s);
     // The rounds are made anew each day.
     c.Intentar(
         [&] { s.morvane->Execute("delete * from TareasAgenda where tip = ?", TipoTarea::Racion); });
@@ -555,7 +539,6 @@ void Hospedaje(Corrida &c)
         if (c.Ajuste("horaracion1").toTime().isValid() && quedan > 0)
             ActualizarRaciones(s, false);
     });
-    lote.Confirmar();
 }
 
 // --- Passes 10 and 11: alarms, and the patients' task flag -------------------------------------
@@ -569,7 +552,6 @@ void Alarmas(Corrida &c)
 void MarcasDeTarea(Corrida &c)
 {
     Sesion &s = c.s;
-    Lote lote(s);
     c.Intentar([&] {
         Recordset r = s.clientes->OpenRecordset("select idm,tarea from mascotas where tarea = -1");
         c.PorFila(r, [&](Recordset &f) {
@@ -584,7 +566,6 @@ void MarcasDeTarea(Corrida &c)
             f.Update();
         });
     });
-    lote.Confirmar();
 }
 
 // --- Pass 12: the day's summary ----------------------------------------------------------------
@@ -600,8 +581,7 @@ void ResumenDelDia(Corrida &c)
                                .toInt();
         if (tareas != 0) {
             AgregarPizarra(s, Unir({s(3445), Num(tareas), s(3446)}), 115, 8, 0);
-            if (s.impresion.Disponible() && s.dialogos.Pregunta(s(3447)))
-                s.impresion.AgendaDelDia(true, c.hoy, {});
+            c.ofrecerResumen = true;
         }
     });
     c.Intentar([&] {
@@ -621,7 +601,6 @@ void ResumenDelDia(Corrida &c)
 void CumplimientoDeTurnos(Corrida &c)
 {
     Sesion &s = c.s;
-    Lote lote(s);
     c.Intentar([&] {
         // Up to and with today, on purpose: what is open this morning counts as not kept, and so
         // do the tasks that this run has just booked.
@@ -639,7 +618,6 @@ void CumplimientoDeTurnos(Corrida &c)
                     idc);
         });
     });
-    lote.Confirmar();
 }
 
 // --- Passes 14 to 17: yesterday, housekeeping, greetings, stock --------------------------------
@@ -699,7 +677,6 @@ void ClientesNuevos(Corrida &c)
     if (c.Ajuste("AutNuevoCliente").toInt() != 1)
         return;
     int saludados = 0;
-    Lote lote(s);
     c.Intentar([&] {
         Recordset r = s.clientes->OpenSnapshot(
             "SELECT idc FROM Clientes WHERE email IS NOT NULL AND email <> '' AND feci BETWEEN "
@@ -725,7 +702,6 @@ void ClientesNuevos(Corrida &c)
         if (saludados > 0)
             AgregarPizarra(s, Unir({s(3430), Num(saludados), s(5039)}), 109, 10, 5);
     });
-    lote.Confirmar();
 }
 
 void Novedades(Corrida &c)
@@ -762,10 +738,46 @@ bool EsPrimerInicio(Sesion &s)
 
 void AvanzarFechas(Sesion &s)
 {
-    Lote lote(s);
     s.morvane->Execute("update configuracion set FechaInicioAnterior = FechaUltimoInicio");
     s.morvane->Execute("update configuracion set FechaUltimoInicio = ?", s.reloj.hoy);
-    lote.Confirmar();
+}
+
+// All passes as one commit, with what @p alFinal adds. A run that is broken off anywhere leaves
+// nothing behind, so no stock is consumed twice when the day is run again.
+Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
+{
+    Corrida c{.s = s, .ultimo = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
+    if (!c.ultimo.isValid())
+        c.ultimo = c.hoy.addDays(-1);
+    c.dias = c.ultimo.daysTo(c.hoy);
+
+    // No database can be opened or closed inside a batch.
+    c.Intentar([&] { AbrirAuxiliar(s, QStringLiteral("rep97")); });
+    {
+        Lote dia(s);
+        for (const auto pase : LosPases) {
+            s.avance.Barra(c.pase++, Pases);
+            c.Intentar([&] { pase(c); });
+        }
+        if (alFinal)
+            alFinal(s);
+        dia.Confirmar();
+    }
+    CerrarAuxiliar(s);
+    s.avance.Barra(Pases, Pases);
+    return c;
+}
+
+// What the run has to say and to ask, once it is written and no other terminal waits for it.
+void Informar(const Corrida &c)
+{
+    Sesion &s = c.s;
+    for (const ErrorDeAlmacen &e : c.errores)
+        RegistrarError(s, e.numero, e.descripcion, QStringLiteral("Tareas de Inicio. "));
+    if (c.imprimirPerdidas)
+        s.impresion.Informe(QStringLiteral("vac"));
+    if (c.ofrecerResumen && s.impresion.Disponible() && s.dialogos.Pregunta(s(3447)))
+        s.impresion.AgendaDelDia(true, c.hoy, {});
 }
 
 // Only the number of the month is compared, on purpose: exactly twelve months later nothing runs.
@@ -788,10 +800,11 @@ bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 
 bool CorrerElDia(Sesion &s)
 {
-    return BajoElBloqueo(s, EsPrimerInicio, [&] {
-        TareasDeInicio(s);
-        AvanzarFechas(s);
-    });
+    std::optional<Corrida> corrida;
+    BajoElBloqueo(s, EsPrimerInicio, [&] { corrida.emplace(CorrerPases(s, AvanzarFechas)); });
+    if (corrida)
+        Informar(*corrida);
+    return corrida.has_value();
 }
 
 bool CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
@@ -805,20 +818,7 @@ bool CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
 
 } // namespace
 
-void TareasDeInicio(Sesion &s)
-{
-    Corrida c{.s = s, .ultimo = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
-    if (!c.ultimo.isValid())
-        c.ultimo = c.hoy.addDays(-1);
-    c.dias = c.ultimo.daysTo(c.hoy);
-    for (const auto pase : LosPases) {
-        s.avance.Barra(c.pase++, Pases);
-        c.Intentar([&] { pase(c); });
-        for (const ErrorDeAlmacen &e : std::exchange(c.errores, {}))
-            RegistrarError(s, e.numero, e.descripcion, QStringLiteral("Tareas de Inicio. "));
-    }
-    s.avance.Barra(Pases, Pases);
-}
+void TareasDeInicio(Sesion &s) { Informar(CorrerPases(s, nullptr)); }
 
 bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos)
 {

@@ -18,6 +18,7 @@ struct PasosPosteriores {
 ///         next start
 bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos = {});
 
-/// The daily pass alone: nineteen passes in a fixed order, each written as one commit. A statement
-/// that fails is logged and shown, and the pass goes on with the next one.
+/// The daily pass alone: nineteen passes in a fixed order, written as one commit. A statement that
+/// fails is passed over, logged and told at the end; a disk that fails ends the run with nothing
+/// written. What there is to print is printed, and asked for, when all is written.
 void TareasDeInicio(Sesion &s);

@@ -680,7 +680,7 @@ TEST_F(Dia, FoodIsConsumedAlsoWhenItsTaskCannotBeWritten)
     EXPECT_TRUE(EnPizarra(u"Detected 1 clients"_s));
 }
 
-TEST_F(Dia, ARunThatDiesIsRunAgainInFull)
+TEST_F(Dia, ARunThatDiesLeavesNothingAndIsRunAgain)
 {
     Mascotas({{1}});
     Stock(1, 100, 1);
@@ -690,9 +690,9 @@ TEST_F(Dia, ARunThatDiesIsRunAgainInFull)
     };
     EXPECT_THROW(IniciarTareas(s), std::runtime_error);
     s.avance = {};
+    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "100\n");
     EXPECT_TRUE(IniciarTareas(s));
-    // Intended: what was consumed before the cut is consumed a second time.
-    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "98\n");
+    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n"); // a stock is eaten once
 }
 
 // --- The gate ----------------------------------------------------------------------------------

@@ -1,3 +1,4 @@
+#include "store/jet/fragment.h"
 #include "store/jet/lexer.h"
 #include "store/jet/moment.h"
 #include "store/jet/parser.h"
@@ -5,62 +6,17 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <map>
-#include <set>
+#include <optional>
 
 namespace jet
 {
 namespace
 {
 // The engine's own limits, with a little room: what goes beyond is refused here and not by it.
-constexpr size_t MaxEmitted = 512 * 1024;
 constexpr int MaxEngineStack = 90;   // of 100 entries
 constexpr int MaxEngineHeight = 900; // of 1000
 constexpr size_t MaxColumns = 1500;  // of 2000
-
-// How tightly the outermost operator of emitted text binds in the engine.
-enum class Strength { Or, And, Not, Equal, Compare, Add, Multiply, Concatenate, Sign, Whole };
-
-// A piece of the engine's SQL and what is known about it.
-struct Fragment {
-    std::string sql;
-    Strength strength = Strength::Whole;
-    Tipo tipo = Tipo::Ninguno;
-    int width = 0;
-    bool truth = false;     // the engine's 1 or 0, where the files keep -1 or 0
-    bool rawMemo = false;   // a MEMO column as it is kept, which may be a text or the same in bytes
-    bool aggregate = false; // computes over a group
-    bool joined = false;    // by '&', so never Null
-    bool roundedSum = false;
-    enum { NoLiteral, NullLiteral, WholeLiteral, DecimalLiteral } literal = NoLiteral;
-    const Columna *column = nullptr; // when it is a bare column
-    size_t source = 0;               // and its place in the FROM clause
-    int stack = 1;                   // entries that the engine's parser needs for it
-    int height = 1;                  // of the engine's tree
-    int reach = Nowhere;             // nesting of the outermost query that a name of it means
-    static constexpr int Nowhere = std::numeric_limits<int>::max();
-};
-
-bool IsText(Tipo t) { return t == Tipo::Text || t == Tipo::Memo; }
-bool IsMoment(Tipo t) { return t == Tipo::Date || t == Tipo::Time; }
-bool IsWhole(Tipo t)
-{
-    return t == Tipo::Counter || t == Tipo::Byte || t == Tipo::Smallint || t == Tipo::Long ||
-           t == Tipo::YesNo;
-}
-bool IsFloating(Tipo t) { return t == Tipo::Single || t == Tipo::Double || t == Tipo::Currency; }
-
-std::string Quoted(std::string_view text, char quote)
-{
-    std::string out(1, quote);
-    for (const char c : text) {
-        if (c == quote)
-            out += c;
-        out += c;
-    }
-    return out += quote;
-}
 
 QString FromUtf8(std::string_view s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
 
@@ -80,7 +36,8 @@ constexpr std::array Operators{
     Operator{Op::Add, "$1 + $2", Strength::Add},
     Operator{Op::Subtract, "$1 - $2", Strength::Add},
     Operator{Op::Multiply, "$1 * $2", Strength::Multiply},
-    Operator{Op::Divide, "$1 / $2", Strength::Multiply},
+    // In whole numbers the engine would drop the fraction.
+    Operator{Op::Divide, "$1 * 1.0 / $2", Strength::Multiply},
     Operator{Op::IntegerDivide, "$1 / $2", Strength::Multiply},
     Operator{Op::Modulo, "$1 % $2", Strength::Multiply},
 };
@@ -174,111 +131,6 @@ private:
     [[noreturn]] void Fail(int place, const QString &reason, int number = ErrorNum::Sintaxis) const
     {
         Refuse(m_sql, place, reason, number);
-    }
-
-    // Putting text together
-
-    // Puts fragments into a pattern in the place of $1, $2...
-    Fragment Build(std::string_view pattern, Strength strength,
-                   std::initializer_list<const Fragment *> parts, Tipo tipo = Tipo::Ninguno) const
-    {
-        Fragment f;
-        f.strength = strength;
-        f.tipo = tipo;
-        // Every word so far may lie on the stack of the engine's parser; a call and a CASE put an
-        // empty entry of their own there.
-        int words = 0;
-        bool inWord = false;
-        for (size_t i = 0; i < pattern.size(); ++i) {
-            const char c = pattern[i];
-            if (c == '$') {
-                const Fragment &part = **(parts.begin() + (pattern[++i] - '1'));
-                f.sql += part.sql;
-                f.stack = std::max(f.stack, words + part.stack);
-                f.height = std::max(f.height, part.height + 3);
-                f.aggregate = f.aggregate || part.aggregate;
-                f.reach = std::min(f.reach, part.reach);
-                ++words;
-                inWord = false;
-                continue;
-            }
-            f.sql += c;
-            const bool letter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-            if (c == '(')
-                words += 2;
-            else if (letter ? !inWord : c != ' ')
-                words += 1;
-            inWord = letter;
-        }
-        f.stack = std::max(f.stack, words);
-        CheckSize(f);
-        return f;
-    }
-
-    void CheckSize(const Fragment &f) const
-    {
-        if (f.sql.size() > MaxEmitted)
-            Fail(0, QStringLiteral("The statement is too long"));
-    }
-
-    // Appends a part of a list or a clause, which stands `depth` entries deep in the parser.
-    void Append(Fragment &to, std::string_view before, const Fragment &part, int depth) const
-    {
-        to.sql += before;
-        to.sql += part.sql;
-        to.stack = std::max(to.stack, depth + part.stack);
-        to.height = std::max(to.height, part.height + 1);
-        to.reach = std::min(to.reach, part.reach);
-        CheckSize(to);
-    }
-
-    static Fragment Plain(std::string sql, Tipo tipo = Tipo::Ninguno)
-    {
-        Fragment f;
-        f.sql = std::move(sql);
-        f.tipo = tipo;
-        return f;
-    }
-
-    // In parentheses where it binds more loosely than its surroundings.
-    Fragment At(Strength needed, const Fragment &f) const
-    {
-        if (f.strength >= needed)
-            return f;
-        Fragment whole = Build("($1)", Strength::Whole, {&f}, f.tipo);
-        whole.truth = f.truth;
-        return whole;
-    }
-
-    Fragment Collated(const Fragment &f) const
-    {
-        const Fragment operand = At(Strength::Sign, f);
-        return Build("$1 COLLATE \"JET\"", Strength::Concatenate, {&operand}, f.tipo);
-    }
-
-    // As an operand: with the files' -1 and 0, and never as bytes.
-    Fragment Value(const Fragment &f) const
-    {
-        if (f.rawMemo)
-            return Build("CAST($1 AS TEXT)", Strength::Whole, {&f}, Tipo::Memo);
-        if (!f.truth)
-            return f;
-        return Build("-($1)", Strength::Sign, {&f}, Tipo::YesNo);
-    }
-
-    // As a text, Null staying Null.
-    Fragment AsText(const Fragment &f) const
-    {
-        const Fragment v = Value(f);
-        if (IsText(v.tipo) || IsMoment(v.tipo))
-            return v;
-        return Build("jet_texto($1)", Strength::Whole, {&v}, Tipo::Text);
-    }
-
-    // As a condition of the engine: what is not 0 holds.
-    Fragment Condition(const Fragment &f, Strength needed) const
-    {
-        return At(needed, f.truth ? f : Value(f));
     }
 
     Fragment Special(Parametro::Origen origin, Tipo tipo)
@@ -468,7 +320,7 @@ private:
         case Expression::Negate:
             return EmitNegation(e);
         case Expression::Not: {
-            const Fragment part = Condition(Emit(*e.parts[0]), Strength::Equal);
+            const Fragment part = AsCondition(Emit(*e.parts[0]), Strength::Equal);
             return Truth(Build("NOT $1", Strength::Not, {&part}));
         }
         case Expression::Binary:
@@ -509,8 +361,8 @@ private:
 
     Fragment Both(const Fragment &left, const Fragment &right) const
     {
-        const Fragment l = Condition(left, Strength::And);
-        const Fragment r = Condition(right, Strength::Not);
+        const Fragment l = AsCondition(left, Strength::And);
+        const Fragment r = AsCondition(right, Strength::Not);
         return Truth(Build("$1 AND $2", Strength::And, {&l, &r}));
     }
 
@@ -575,8 +427,8 @@ private:
     {
         switch (e.op) {
         case Op::Or: {
-            const Fragment l = Condition(Emit(*e.parts[0]), Strength::Or);
-            const Fragment r = Condition(Emit(*e.parts[1]), Strength::And);
+            const Fragment l = AsCondition(Emit(*e.parts[0]), Strength::Or);
+            const Fragment r = AsCondition(Emit(*e.parts[1]), Strength::And);
             return Truth(Build("$1 OR $2", Strength::Or, {&l, &r}));
         }
         case Op::And:
@@ -649,8 +501,8 @@ private:
         }
         const Fragment left = At(sum ? Strength::Add : Strength::Multiply, Unrounded(l, sum));
         const Fragment right = At(sum ? Strength::Multiply : Strength::Concatenate, r);
-        if (e.op == Op::Divide) // in whole numbers the engine would drop the fraction
-            return Build("$1 * 1.0 / $2", o.strength, {&left, &right}, Tipo::Double);
+        if (e.op == Op::Divide)
+            return Build(o.pattern, o.strength, {&left, &right}, Tipo::Double);
         if (!IsExact(l, r))
             return Build(o.pattern, o.strength, {&left, &right}, ArithmeticType(l, r));
         const Fragment exact = Build(o.pattern, o.strength, {&left, &right});
@@ -796,7 +648,7 @@ private:
 
     Fragment EmitIif(const Expression &e)
     {
-        const Fragment condition = Condition(Emit(*e.parts[0]), Strength::Or);
+        const Fragment condition = AsCondition(Emit(*e.parts[0]), Strength::Or);
         const Fragment yes = Value(Emit(*e.parts[1]));
         const Fragment no = Value(Emit(*e.parts[2]));
         return Build("CASE WHEN $1 THEN $2 ELSE $3 END", Strength::Whole, {&condition, &yes, &no},
@@ -928,7 +780,7 @@ private:
             m_scope->first = first;
             m_scope->last = next;
             NoteJoined(*from.on);
-            on = Condition(Emit(*from.on), Strength::Or);
+            on = AsCondition(Emit(*from.on), Strength::Or);
         }
         if (from.kind == From::Right)
             std::swap(left, right);
@@ -1069,7 +921,7 @@ private:
         if (s.from)
             from = EmitFrom(*s.from);
         if (s.where)
-            where = Condition(Emit(*s.where), Strength::Or);
+            where = AsCondition(Emit(*s.where), Strength::Or);
 
         scope.grouping = Scope::Collecting;
         std::vector<Fragment> groups;
@@ -1105,7 +957,7 @@ private:
         for (size_t i = 0; i < groups.size(); ++i)
             Append(all, i > 0 ? ", " : " GROUP BY ", groups[i], ClauseDepth);
         if (s.having) {
-            const Fragment having = Condition(Emit(*s.having), Strength::Or);
+            const Fragment having = AsCondition(Emit(*s.having), Strength::Or);
             Append(all, " HAVING ", having, ClauseDepth);
         }
         if (!united)
@@ -1353,7 +1205,7 @@ private:
     void AppendWhere(Fragment &all, const ExpressionPtr &where)
     {
         if (where)
-            Append(all, " WHERE ", Condition(Emit(*where), Strength::Or), 12);
+            Append(all, " WHERE ", AsCondition(Emit(*where), Strength::Or), 12);
     }
 
     std::string_view m_sql;
@@ -1369,7 +1221,11 @@ private:
 Traduccion Traducir(std::string_view sql, const Catalogo &catalogo, std::string_view esquema,
                     bool conClaves)
 {
-    return Emitter(sql, catalogo, esquema, conClaves).Translate();
+    try {
+        return Emitter(sql, catalogo, esquema, conClaves).Translate();
+    } catch (const TooLong &) {
+        Refuse(sql, 0, QStringLiteral("The statement is too long"));
+    }
 }
 
 } // namespace jet

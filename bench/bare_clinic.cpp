@@ -175,24 +175,8 @@ namespace
 std::string T(qint64 n) { return std::to_string(n); }
 } // namespace
 
-// One batch of the pass. The tasks' counter goes along with the tasks that it has numbered.
-struct PaseDesnudo::Transaccion {
-    PaseDesnudo &pase;
-    explicit Transaccion(PaseDesnudo &p) : pase(p) { pase.m_base.Correr("BEGIN IMMEDIATE"); }
-    ~Transaccion() noexcept(false)
-    {
-        if (std::uncaught_exceptions())
-            return;
-        pase.m_base.valores[":contador"] = pase.m_ultimaTarea;
-        pase.m_base.Correr("UPDATE Configuracion SET contadorTareas = :contador WHERE "
-                           "contadorTareas <> :contador");
-        pase.m_base.Correr("COMMIT");
-    }
-};
-
 void PaseDesnudo::Alimentos()
 {
-    const Transaccion t(*this);
     m_base.Correr("UPDATE clientes.Consumo SET FaltaHoy = 0 WHERE FaltaHoy = -1");
     m_base.Correr(
         "CREATE TEMP TABLE falta AS SELECT c.rowid AS fila, c.idm, c.ida, c.IdCat, m.ser FROM "
@@ -223,7 +207,6 @@ void PaseDesnudo::Alimentos()
 
 void PaseDesnudo::DosisPerdidas()
 {
-    const Transaccion t(*this);
     m_base.Correr("CREATE TEMP TABLE perdidas AS SELECT a.idm, a.ida, a.dos, m.ser, m.nom, m.idc, "
                   "CASE WHEN m.ser = 0 THEN " +
                   Atrasadas +
@@ -257,7 +240,6 @@ void PaseDesnudo::DosisPerdidas()
 
 void PaseDesnudo::DosisDelDia()
 {
-    const Transaccion t(*this);
     m_base.Correr("CREATE TEMP TABLE dosis AS SELECT a.rep, a.si, a.rowid AS fila, a.idm, a.ida, "
                   "a.IdCat, m.ser, CASE WHEN m.ser = 0 AND a.rep = :hoy THEN " +
                   Atrasadas +
@@ -290,7 +272,6 @@ void PaseDesnudo::DosisDelDia()
 
 void PaseDesnudo::Recordatorios()
 {
-    const Transaccion t(*this);
     Insertar("SELECT -42, a.idm, NULL, NULL, 3, :hoy, a.ida, a.dos, numero_de_tarea() FROM "
              "clientes.ArtPlan a JOIN clientes.Mascotas m ON m.idm = a.idm WHERE a.rep BETWEEN "
              ":avisar1 AND :avisar2 AND a.si IN (0, 2) AND m.ser = 0 AND a.Ana = 0 AND m.dec = 0 "
@@ -302,7 +283,6 @@ void PaseDesnudo::Recordatorios()
 
 void PaseDesnudo::Cumpleanos()
 {
-    const Transaccion t(*this);
     Insertar("SELECT CASE WHEN c.Perfil1 AND c.Perfil3 AND NOT c.Perfil2 THEN -51 ELSE -46 END, "
              "m.idm, NULL, NULL, CASE WHEN c.Perfil1 AND c.Perfil3 AND NOT c.Perfil2 THEN 1 ELSE 3 "
              "END, :hoy, 0, '', numero_de_tarea() FROM clientes.Mascotas m LEFT JOIN "
@@ -314,7 +294,6 @@ void PaseDesnudo::Cumpleanos()
 
 void PaseDesnudo::Deudores()
 {
-    const Transaccion t(*this);
     m_base.Correr(
         "CREATE TEMP TABLE deudas AS SELECT fila, idc, men FROM (SELECT CtaCteC.rowid AS fila, "
         "idc, men, julianday(:hoy) - julianday(fecUltPago) - diasdeudores AS demas FROM "
@@ -335,7 +314,6 @@ void PaseDesnudo::Deudores()
 
 void PaseDesnudo::Hospedaje()
 {
-    const Transaccion t(*this);
     m_base.Correr("DELETE FROM TareasAgenda WHERE tip = -47");
     m_base.Correr("CREATE TEMP TABLE vencidas AS SELECT h.idm, m.idc FROM clientes.MHospedaje h "
                   "JOIN clientes.Mascotas m ON m.idm = h.idm WHERE h.fent < :hoy AND h.tip = 'r'");
@@ -375,7 +353,6 @@ void PaseDesnudo::Resumen()
 
 void PaseDesnudo::Turnos()
 {
-    const Transaccion t(*this);
     m_base.Correr(
         "CREATE TEMP TABLE turnos AS SELECT m.idc AS idc, sum(t.est <> 0) AS si, sum(t.est = 0) "
         "AS no FROM TareasAgenda t JOIN clientes.Mascotas m ON m.idm = t.ida WHERE t.dia "
@@ -399,7 +376,6 @@ void PaseDesnudo::Existencias()
 
 void PaseDesnudo::ClientesNuevos()
 {
-    const Transaccion t(*this);
     Insertar("SELECT -71, c.idc, :hoy, NULL, 1, :hoy, 0, :saludo || ' ' || (SELECT nom FROM "
              "Veterinaria), numero_de_tarea() FROM "
              "clientes.Clientes c WHERE c.email <> '' AND c.feci BETWEEN date(:hoy, '-2 days') AND "
@@ -427,12 +403,12 @@ void PaseDesnudo::Correr()
     m_base.valores[":avisar2"] = Texto(m_hoy.addDays(anticipacion));
 
     m_base.Adjuntar(m_carpeta + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
+    m_base.Correr("BEGIN IMMEDIATE");
     m_base.Correr("DELETE FROM rep97.auxrevacunacion");
     m_base.Correr("DELETE FROM Pizarra");
     LeerHoras();
     Alimentos();
     DosisPerdidas();
-    m_base.Separar("rep97");
     DosisDelDia();
     Recordatorios();
     Cumpleanos();
@@ -442,12 +418,9 @@ void PaseDesnudo::Correr()
     Hospedaje();
     m_base.Correr("SELECT dia, ala, tip, ida FROM TareasAgenda WHERE dia = :hoy AND est = 0 AND "
                   "ala >= '09:00:00'");
-    {
-        const Transaccion t(*this);
-        m_base.Correr("UPDATE clientes.Mascotas SET tarea = 0 WHERE tarea = -1 AND NOT EXISTS "
-                      "(SELECT 1 FROM TareasAgenda t WHERE t.ida = Mascotas.idm AND t.est = 0 AND "
-                      "t.tip > 0)");
-    }
+    m_base.Correr("UPDATE clientes.Mascotas SET tarea = 0 WHERE tarea = -1 AND NOT EXISTS "
+                  "(SELECT 1 FROM TareasAgenda t WHERE t.ida = Mascotas.idm AND t.est = 0 AND "
+                  "t.tip > 0)");
     Resumen();
     Turnos();
     if (m_base.Correr("SELECT count(*) FROM TareasAgenda WHERE dia = :ayer AND est = 0 AND (tip > "
@@ -457,7 +430,9 @@ void PaseDesnudo::Correr()
     Existencias();
     ClientesNuevos();
 
-    const Transaccion t(*this);
+    m_base.valores[":contador"] = m_ultimaTarea;
     m_base.Correr("UPDATE Configuracion SET FechaInicioAnterior = FechaUltimoInicio, "
-                  "FechaUltimoInicio = :hoy");
+                  "FechaUltimoInicio = :hoy, contadorTareas = :contador");
+    m_base.Correr("COMMIT");
+    m_base.Separar("rep97");
 }

@@ -37,7 +37,7 @@ private:
     sqlite3 *m_db = nullptr;
 };
 
-/// The daily pass in as few set-based statements as it takes, in the same transactions, with the
+/// The daily pass in as few set-based statements as it takes, in one commit as well, with the
 /// clinic's settings as the generator makes them. Leaves the same rows as the store's pass; of the
 /// board's texts only the counts.
 class PaseDesnudo
@@ -47,7 +47,6 @@ public:
     void Correr();
 
 private:
-    struct Transaccion;
     void Pizarra(const std::string &numeros, int dibujo, int codigo1, int codigo2);
     void Alimentos();
     void DosisPerdidas();

@@ -1,5 +1,6 @@
 #include "full_clinic.h"
 
+#include "clinical/food.h"
 #include "startup/first_run.h"
 #include "startup/new_folder.h"
 #include "store/data_folder.h"
@@ -163,6 +164,7 @@ private:
             const double peso = especie == 1   ? Entre(20, 450) / 10.0
                                 : especie == 2 ? Entre(20, 80) / 10.0
                                                : Entre(300, 550);
+            m_nivel.push_back(UmbralAlimento(s, especie, peso, CategoriaAlimento));
             s.clientes->Execute(
                 "insert into Mascotas (idm, idc, nom, esp, raz, pel, car, Chip, fecn, pes, sex, "
                 "dec, ser, feci, fult, int) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
@@ -225,10 +227,12 @@ private:
         for (const auto &[idm, idcat] : filas) {
             const Moneda diario = Moneda::DeDiezmilesimos(qint64(Entre(300, 6000)) * 1000);
             const int dura = Entre(10, 60), quedan = Cada100(20) ? 0 : Entre(0, dura);
+            // Whoever runs low has been told on the day before.
+            const double nivel = idcat == 1 ? m_nivel[size_t(idm)] : 0;
             s.clientes->Execute("insert into Consumo (idm, IdCat, ida, can, CanTotal, Con, men) "
                                 "values (?, ?, ?, ?, ?, ?, ?)",
                                 idm, idcat, Entre(21, 34), diario * quedan, diario * dura, diario,
-                                quedan <= (idcat == 1 ? 5 : 0));
+                                (diario * quedan).ADoble() <= nivel);
         }
     }
 
@@ -403,6 +407,7 @@ private:
     std::mt19937_64 m_azar;
     const QStringList &m_nombres;
     int m_ventas = 0;
+    std::vector<double> m_nivel{0}; // stock of food that is low, by patient
 };
 
 // One record of a CSV file; a cell in quotes may hold the separator and doubled quotes.

@@ -156,6 +156,7 @@ struct Recordset::Datos {
 
     void LeerFilas()
     {
+        const qint64 clave = ClaveActual();
         escriturasVistas = lista ? Escrituras() : 0;
         Compilada &c = base->Compilar(sql, actualizable ? base->conClaves : base->sinClaves,
                                       actualizable);
@@ -195,9 +196,27 @@ struct Recordset::Datos {
         }
         st.Reiniciar();
         vivas = filas;
-        actual = std::min(actual, filas);
         sinFila = false;
         leido = true;
+        VolverA(clave);
+    }
+
+    // Key of the row that the position stands on; -1 when it has none to be found again by.
+    qint64 ClaveActual() const
+    {
+        return fuentes.size() != 1 || FueraDeRango() || sinFila ? -1 : claves[size_t(actual)];
+    }
+
+    // Others may have added or deleted rows above: the position stays on its row, not its number.
+    void VolverA(qint64 clave)
+    {
+        actual = std::min(actual, filas);
+        if (clave == -1 || ClaveActual() == clave)
+            return;
+        const auto i = std::ranges::find(claves, clave);
+        sinFila = i == claves.end();
+        if (!sinFila)
+            actual = int(i - claves.begin());
     }
 
     void Guardar(Celda &celda, std::string_view texto)
@@ -416,7 +435,11 @@ Recordset::Recordset(std::unique_ptr<Datos> datos) : d(std::move(datos)) {}
 
 bool Recordset::Abierto() const { return d && d->abierto; }
 
-void Recordset::Close() { d.reset(); }
+void Recordset::Close()
+{
+    d = std::make_unique<Datos>();
+    d->abierto = false;
+}
 
 bool Recordset::BOF() const
 {
@@ -447,12 +470,14 @@ void Recordset::AbsolutePosition(int fila)
     d->AlDia();
     if (fila < 0 || fila >= d->filas)
         throw ErrorDeAlmacen(ErrorNum::SinRegistroActual, QStringLiteral("No current record"));
+    CancelUpdate();
     d->actual = fila;
     d->sinFila = d->Borrada(fila);
 }
 
 void Recordset::MoveFirst()
 {
+    CancelUpdate();
     d->AlDia();
     d->actual = -1;
     MoveNext();
@@ -460,6 +485,7 @@ void Recordset::MoveFirst()
 
 void Recordset::MoveLast()
 {
+    CancelUpdate();
     d->AlDia();
     d->actual = d->filas;
     MovePrevious();
@@ -469,6 +495,7 @@ void Recordset::MoveLast()
 
 void Recordset::MoveNext()
 {
+    CancelUpdate();
     d->AlDia();
     d->sinFila = false;
     do
@@ -478,6 +505,7 @@ void Recordset::MoveNext()
 
 void Recordset::MovePrevious()
 {
+    CancelUpdate();
     d->AlDia();
     d->sinFila = false;
     do
@@ -498,6 +526,7 @@ void Recordset::Buscar(std::string_view criterio, std::span<const Valor> valores
     const int fila = d->Hallar(*i->second, valores);
     d->noMatch = fila < 0;
     if (fila >= 0) {
+        CancelUpdate();
         d->actual = fila;
         d->sinFila = false;
     }
@@ -607,6 +636,7 @@ void Recordset::Delete()
 
 void Recordset::Requery()
 {
+    CancelUpdate();
     d->leido = false;
     d->AlDia();
 }

@@ -15,7 +15,10 @@ class Base;
 /// Position: on the first row after opening, or at both ends when there is none. MoveNext past the
 /// last row gives EOF, MovePrevious before the first gives BOF. After Delete there is no current
 /// row until the next move. After a FindFirst that finds nothing, NoMatch is true and the position
-/// stays where it was.
+/// stays where it was. When the rows are read again the position stays on its row, wherever it
+/// stands now; if that one is gone there is no current row.
+///
+/// A move gives up an edit that was not written: nothing that was put reaches another row.
 ///
 /// An updatable recordset writes back only the columns that were put and whose value changed, also
 /// through a join; a snapshot refuses Edit, AddNew and Delete.
@@ -74,7 +77,7 @@ public:
     void Close();
     bool Abierto() const;
 
-    /// Reads the rows again now. The position is kept by row number.
+    /// Reads the rows again now.
     void Requery();
 
 private:

@@ -112,6 +112,35 @@ TEST_F(Almacen, UpdateWritesOnlyWhatChangedAlsoThroughAJoin)
     EXPECT_EQ(NumeroDe([&] { r.Update(); }), ErrorNum::SinRegistroActual);
 }
 
+TEST_F(Almacen, AnEditThatWasNotWrittenReachesNoOtherRow)
+{
+    for (int i = 1; i <= 3; ++i)
+        Cliente(i, u"C%1"_s.arg(i));
+    Recordset r = s.clientes->OpenRecordset("select idc, ayn from clientes order by idc");
+    const std::pair<const char *, std::function<void()>> movimientos[] = {
+        {"MoveNext", [&] { r.MoveNext(); }},
+        {"MoveLast", [&] { r.MoveLast(); }},
+        {"MovePrevious", [&] { r.MovePrevious(); }},
+        {"MoveFirst", [&] { r.MoveFirst(); }},
+        {"FindFirst", [&] { r.FindFirst("idc = ?", 2); }},
+        {"AbsolutePosition", [&] { r.AbsolutePosition(2); }},
+        {"Requery", [&] { r.Requery(); }},
+    };
+    for (const auto &[nombre, mover] : movimientos) {
+        r.Edit();
+        r.Put("ayn", u"lost"_s);
+        mover();
+        EXPECT_EQ(r["ayn"].toText(), u"C%1"_s.arg(r["idc"].toInt())) << nombre;
+        EXPECT_NE(NumeroDe([&] { r.Update(); }), 0) << nombre;
+    }
+    EXPECT_EQ(Filas(*s.clientes, "select ayn from clientes"), u"C1\nC2\nC3\n"_s);
+
+    r.Close();
+    EXPECT_FALSE(r.Abierto());
+    EXPECT_EQ(NumeroDe([&] { r.MoveFirst(); }), ErrorNum::SinRegistroActual);
+    EXPECT_NE(NumeroDe([&] { r["ayn"]; }), 0);
+}
+
 TEST_F(Almacen, ValuesCrossTyped)
 {
     s.clientes->Execute("insert into consumo (idm, idcat, can, con, men) values (1, 1, ?, ?, ?)",
@@ -141,8 +170,9 @@ TEST_F(Almacen, MemosThatLookLikeNumbersKeepTheirLetters)
         r.Update();
         EXPECT_EQ(s.clientes->Leer("select obs from clientes").toText(),
                   QString::fromUtf16(memo) + u"0"_s);
-        EXPECT_EQ(s.clientes->Leer("select count(*) from clientes where obs like ?",
-                                   QString::fromUtf16(memo) + u"*"_s)
+        EXPECT_EQ(s.clientes
+                      ->Leer("select count(*) from clientes where obs like ?",
+                             QString::fromUtf16(memo) + u"*"_s)
                       .toInt(),
                   1);
     }
@@ -150,8 +180,13 @@ TEST_F(Almacen, MemosThatLookLikeNumbersKeepTheirLetters)
 
 TEST_F(Almacen, HostileTextIsStoredAndFoundAsItIs)
 {
-    const QStringList nombres{u"O'Higgins \"x\"; drop table clientes --"_s, u"a*b"_s, u"[a]"_s,
-                              u"50% _"_s, u"🐶 Ñandú"_s, u"x"_s.repeated(10000), u" "_s};
+    const QStringList nombres{u"O'Higgins \"x\"; drop table clientes --"_s,
+                              u"a*b"_s,
+                              u"[a]"_s,
+                              u"50% _"_s,
+                              u"🐶 Ñandú"_s,
+                              u"x"_s.repeated(10000),
+                              u" "_s};
     for (int i = 0; i < nombres.size(); ++i)
         Cliente(i + 1, nombres[i]);
     for (int i = 0; i < nombres.size(); ++i) {
@@ -196,6 +231,23 @@ TEST_F(Almacen, ListsNoticeWhatIsWrittenHereThereAndTakenBack)
     EXPECT_FALSE(otra.listas.clientes.NoMatch());
 }
 
+TEST_F(Almacen, AListStaysOnItsRowWhileOthersComeAndGo)
+{
+    for (int i = 2; i <= 4; ++i)
+        Cliente(i, u"C%1"_s.arg(i));
+    Recordset &lista = s.listas.clientes;
+    lista.FindFirst("idc = ?", 3);
+    Cliente(1, u"C1"_s);
+    EXPECT_EQ(lista["ayn"].toText(), u"C3"_s);
+    s.clientes->Execute("delete * from clientes where idc < 3");
+    EXPECT_EQ(lista["ayn"].toText(), u"C3"_s);
+    // Gone is gone: no field of the next client is given for it.
+    s.clientes->Execute("delete * from clientes where idc = 3");
+    EXPECT_EQ(NumeroDe([&] { lista["ayn"]; }), ErrorNum::SinRegistroActual);
+    lista.FindFirst("idc = ?", 4);
+    EXPECT_EQ(lista["ayn"].toText(), u"C4"_s);
+}
+
 TEST_F(Almacen, FindFirstGivesTheFirstRowWhicheverWayItLooks)
 {
     Cliente(5, u"Ágata"_s);
@@ -226,8 +278,8 @@ TEST_F(Almacen, LookUpsReachEachTableByItsKeyAndMissWithNothing)
     EXPECT_EQ(LeerCampo(s, "clientes", "mlespecies", 2, "nom"), u"Felino"_s);
     EXPECT_EQ(LeerCampo(s, "clientes", "mlespecies", 77, "nom"), QString());
     EXPECT_EQ(LeerCampo(s, "os", "planes", 1, "nom"), QString()); // not open
-    AbrirAuxiliar(s, u"os"_s).Execute("insert into planes (nom, monto) values (?, 15.5)",
-                                      u"Plan 1"_s);
+    AbrirAuxiliar(s, u"os"_s)
+        .Execute("insert into planes (nom, monto) values (?, 15.5)", u"Plan 1"_s);
     EXPECT_EQ(LeerCampo(s, "os", "planes", 1, "nom"), u"Plan 1"_s);
     EXPECT_EQ(BuscarIdPorTexto(s, "os", "planes", "nom", u"plan*"_s, "id"), 1);
     CerrarAuxiliar(s);
@@ -282,8 +334,9 @@ TEST_F(Almacen, ColumnsAreAddedChangedAndDroppedWithTheirRows)
     s.finanzas->Execute("ALTER TABLE Ventas ALTER COLUMN tfac TEXT(25)");
     EXPECT_EQ(NumeroDe([&] { s.finanzas->Execute("ALTER TABLE Ventas ADD COLUMN NUEVA LONG"); }),
               ErrorNum::ColumnaExiste);
-    EXPECT_EQ(NumeroDe([&] { s.finanzas->Execute("ALTER TABLE Ventas ALTER COLUMN hora TEXT(25)"); }),
-              ErrorNum::NoEnLaColeccion);
+    EXPECT_EQ(
+        NumeroDe([&] { s.finanzas->Execute("ALTER TABLE Ventas ALTER COLUMN hora TEXT(25)"); }),
+        ErrorNum::NoEnLaColeccion);
     EXPECT_EQ(Filas(*s.finanzas, "select idventa, tfac, tot, Nueva from Ventas"),
               u"7|A|12.5|0\n"_s);
     EXPECT_EQ(s.finanzas->Ancho("ventas", "TFAC"), 25);

@@ -266,13 +266,16 @@ private:
             return ComputedDay(op, a, b);
         if (op == Op::Add && a.Es<QString>() && b.Es<QString>())
             return a.toText() + b.toText();
-        const bool exact = a.Es<Moneda>() || b.Es<Moneda>();
-        if (exact && op == Op::Add)
-            return a.toMoneda() + b.toMoneda();
-        if (exact && op == Op::Subtract)
-            return a.toMoneda() - b.toMoneda();
-        if (exact && op == Op::Multiply)
-            return Moneda::Redondear(a.toDouble() * b.toDouble());
+        if (a.Es<Moneda>() || b.Es<Moneda>()) {
+            const qint64 x = a.toMoneda().Diezmilesimos();
+            const qint64 y = b.toMoneda().Diezmilesimos();
+            qint64 sum = 0;
+            if ((op == Op::Add && !qAddOverflow(x, y, &sum)) ||
+                (op == Op::Subtract && !qSubOverflow(x, y, &sum)))
+                return Moneda::DeDiezmilesimos(sum);
+            if (op == Op::Multiply)
+                return Moneda::Redondear(a.toDouble() * b.toDouble());
+        }
         return ComputedNumber(op, a, b);
     }
 

@@ -9,6 +9,7 @@ const QTime PrimerTurno(8, 30);
 const QTime UltimoTurno(22, 0);
 constexpr int PasoEnMinutos = 30;    // of a service that has no length of its own
 constexpr int CercaniaEnMinutos = 5; // a task this near takes the slot
+constexpr int MinutosDelDia = 24 * 60;
 
 // Alarms and hours are kept to the minute.
 QTime AlMinuto(QTime t) { return t.isValid() ? QTime(t.hour(), t.minute()) : t; }
@@ -16,7 +17,7 @@ QTime AlMinuto(QTime t) { return t.isValid() ? QTime(t.hour(), t.minute()) : t; 
 int DuracionDe(Sesion &s, int idServicio)
 {
     const Valor tiempo = s.finanzas->Leer("SELECT tiempo FROM Servicios WHERE Ida = ?", idServicio);
-    return tiempo.EsNulo() ? PasoEnMinutos : tiempo.toInt();
+    return tiempo.EsNulo() ? PasoEnMinutos : std::min(tiempo.toInt(), MinutosDelDia);
 }
 
 } // namespace
@@ -25,7 +26,7 @@ int AgregarTarea(Sesion &s, const Tarea &t)
 {
     Lote lote(s);
     const int id = TomarIdDeTarea(s);
-    const QString des = t.des.left(s.morvane->Ancho("TareasAgenda", "des"));
+    const QString des = s.morvane->Recortado("TareasAgenda", "des", t.des);
     // Without a day neither hour nor alarm is kept; with an alarm the hour goes along.
     const Valor dia(t.dia);
     const Valor hor = t.dia.isValid() ? Valor(AlMinuto(t.hor)) : Valor();
@@ -42,15 +43,15 @@ int AgregarTarea(Sesion &s, const Tarea &t)
 QTime BuscarHorarioLibre(Sesion &s, int idServicio)
 {
     const int paso = DuracionDe(s, idServicio);
-    const int tareas
-        = s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
+    const int tareas =
+        s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
     // Minutes, since a long service may carry the candidate past midnight.
     int candidato = PrimerTurno.msecsSinceStartOfDay() / 60000;
-    for (int i = 0; i < tareas && paso > 0 && candidato < 24 * 60; ++i) {
+    for (int i = 0; i < tareas && paso > 0 && candidato < MinutosDelDia; ++i) {
         const auto hora = [](int minutos) { return QTime(minutos / 60, minutos % 60); };
         // No condition on the day, on purpose: a task of any day pushes the candidate on. So once
         // nothing stands near, no later turn of the walk can find anything either.
-        const int hasta = std::min(candidato + CercaniaEnMinutos, 24 * 60 - 1);
+        const int hasta = std::min(candidato + CercaniaEnMinutos, MinutosDelDia - 1);
         if (s.morvane
                 ->Leer("SELECT TOP 1 hor FROM TareasAgenda WHERE hor BETWEEN ? AND ?",
                        hora(candidato - CercaniaEnMinutos), hora(hasta))
@@ -74,18 +75,17 @@ QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
 
 void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida)
 {
-    const bool conocido
-        = !s.finanzas->OpenSnapshot("SELECT Nom FROM Articulos WHERE Ida = ?", tip).EOF_();
-    Recordset tareas
-        = conocido
-              ? s.morvane->OpenRecordset(
-                    "select * from TareasAgenda where tip = ? and ida = ? and ArtAux = ? and "
-                    "est = 0 and fcreacion <= date() order by fcreacion asc",
-                    tip, ida, artaux)
-              : s.morvane->OpenRecordset(
-                    "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
-                    "fcreacion <= date() order by fcreacion asc",
-                    ida, artaux);
+    const bool conocido =
+        !s.finanzas->OpenSnapshot("SELECT Nom FROM Articulos WHERE Ida = ?", tip).EOF_();
+    Recordset tareas =
+        conocido ? s.morvane->OpenRecordset(
+                       "select * from TareasAgenda where tip = ? and ida = ? and ArtAux = ? and "
+                       "est = 0 and fcreacion <= date() order by fcreacion asc",
+                       tip, ida, artaux)
+                 : s.morvane->OpenRecordset(
+                       "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
+                       "fcreacion <= date() order by fcreacion asc",
+                       ida, artaux);
     if (conocido && tareas.EOF_())
         tareas = s.morvane->OpenRecordset(
             "select * from TareasAgenda where tip = ? and ida = ? and est = 0 and "

@@ -4,7 +4,7 @@ void AgregarPizarra(Sesion &s, const QString &mensaje, int dibujo, int codigo1, 
 {
     s.morvane->Execute(
         "insert into pizarra (mensaje, dibujo, codigo1, codigo2) values (?, ?, ?, ?)",
-        mensaje.left(s.morvane->Ancho("pizarra", "mensaje")), dibujo, codigo1, codigo2);
+        s.morvane->Recortado("pizarra", "mensaje", mensaje), dibujo, codigo1, codigo2);
 }
 
 QList<LineaDePizarra> LeerPizarra(Sesion &s)

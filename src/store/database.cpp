@@ -186,6 +186,13 @@ int Base::Ancho(std::string_view tabla, std::string_view columna) const
     return 0;
 }
 
+QString Base::Recortado(std::string_view tabla, std::string_view columna,
+                        const QString &texto) const
+{
+    const int ancho = Ancho(tabla, columna);
+    return ancho > 0 ? texto.left(ancho) : texto;
+}
+
 const jet::Catalogo &Base::Catalogo() const { return m_i->catalogo; }
 const std::string &Base::Esquema() const { return m_i->esquema; }
 Motor &Base::ElMotor() const { return m_i->motor; }

@@ -65,6 +65,8 @@ public:
     bool ExisteColumna(std::string_view tabla, std::string_view columna) const;
     /// Characters that fit a TEXT(n) column; 0 for any other column.
     int Ancho(std::string_view tabla, std::string_view columna) const;
+    /// As much of a text as the column takes: all of it where the column has no width.
+    QString Recortado(std::string_view tabla, std::string_view columna, const QString &texto) const;
     const jet::Catalogo &Catalogo() const;
     const std::string &Esquema() const;
     Motor &ElMotor() const;

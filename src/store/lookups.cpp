@@ -143,8 +143,8 @@ void RegistrarError(Sesion &s, int numero, const QString &descripcion, const QSt
 {
     try {
         s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",
-                           numero, descripcion.left(s.morvane->Ancho("errores", "des")),
-                           s.reloj.hoy, fuente.left(s.morvane->Ancho("errores", "fuente")));
+                           numero, s.morvane->Recortado("errores", "des", descripcion),
+                           s.reloj.hoy, s.morvane->Recortado("errores", "fuente", fuente));
     } catch (const ErrorDeAlmacen &) {
         // The log lies on the same disk as what failed; the user is told all the same.
     }

@@ -154,12 +154,15 @@ void Consumir(Corrida &c, Recordset &r, Faltantes &faltantes, bool conAvisos)
     bool avisado = r["men"].toBool();
     bool falta = false;
     for (qint64 d = 0; d < c.dias; ++d) {
+        const Moneda ayer = can;
         can = can - con;
         if (!avisado && can.ADoble() <= limite) {
             falta = conAvisos;
             avisado = true;
         }
         can = std::max(can, Moneda());
+        if (can == ayer)
+            break; // so are all days to come
     }
     // A task that cannot be written leaves the stock to be consumed all the same.
     if (falta)
@@ -176,7 +179,7 @@ void Alimentos(Corrida &c)
 {
     Sesion &s = c.s;
     s.avance.Etapa(s(3417));
-    c.Intentar([&] { s.clientes->Execute("update consumo set FaltaHoy = 0"); });
+    c.Intentar([&] { s.clientes->Execute("update consumo set FaltaHoy = 0 where FaltaHoy = -1"); });
     const bool conAvisos = c.Ajuste("medidasalimento").toInt() != 0;
     const bool ofertas = c.Ajuste("AlimentoMail").toBool();
     Faltantes faltantes;
@@ -207,7 +210,7 @@ void AnotarParaLista(Corrida &c, int idm, int idc, int ida, int dos)
     if (!s.auxiliar)
         return;
     const auto cortar = [&s](const char *columna, const QString &t) {
-        return t.left(s.auxiliar->Ancho("auxrevacunacion", columna));
+        return s.auxiliar->Recortado("auxrevacunacion", columna, t);
     };
     s.auxiliar->Execute(
         "insert into auxrevacunacion (mas, vac, pro, dir, tel, dos) values (?, ?, ?, ?, ?, ?)",
@@ -251,7 +254,7 @@ void DosisPerdidas(Corrida &c)
         if (conServicio > 0)
             AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7, 19);
     });
-    c.imprimirPerdidas = primeras > 0 && listar;
+    c.imprimirPerdidas = primeras > 0 && listar && s.auxiliar;
 }
 
 // --- Pass 4: doses of today --------------------------------------------------------------------
@@ -751,8 +754,13 @@ Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
         c.ultimo = c.hoy.addDays(-1);
     c.dias = c.ultimo.daysTo(c.hoy);
 
-    // No database can be opened or closed inside a batch.
-    c.Intentar([&] { AbrirAuxiliar(s, QStringLiteral("rep97")); });
+    // No database can be opened or closed inside a batch. A scratch file that is of no use, even a
+    // damaged one, costs the printed list and not the day.
+    try {
+        AbrirAuxiliar(s, QStringLiteral("rep97"));
+    } catch (const ErrorDeAlmacen &e) {
+        c.errores.push_back(e);
+    }
     {
         Lote dia(s);
         for (const auto pase : LosPases) {
@@ -786,13 +794,16 @@ bool EsMesNuevo(Sesion &s)
     return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
 }
 
-// Only behind the lock is it known whether another terminal has done the work meanwhile.
+// Only behind the lock is it known whether another terminal has done the work meanwhile. A lock
+// that cannot be had is told: the clinic must not believe in a board of yesterday.
 template <typename F>
 bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 {
     const BloqueoDeCarpeta dia(s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia);
+    if (!dia.Tomado())
+        throw ErrorDeAlmacen(ErrorNum::Bloqueada, s(9004));
     s.configuracion.Requery();
-    if (!dia.Tomado() || !pendiente(s))
+    if (!pendiente(s))
         return false;
     trabajo();
     return true;
@@ -822,7 +833,13 @@ void TareasDeInicio(Sesion &s) { Informar(CorrerPases(s, nullptr)); }
 
 bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos)
 {
-    const bool corrido = EsPrimerInicio(s) && CorrerElDia(s);
+    bool corrido = false;
+    try {
+        corrido = EsPrimerInicio(s) && CorrerElDia(s);
+    } catch (const ErrorDeAlmacen &) {
+        CargarAlarmas(s); // the appointments stand, whatever became of the pass
+        throw;
+    }
     if (corrido) {
         s.avance.Etapa(s(3415));
         if (pasos.enviarMensajes)

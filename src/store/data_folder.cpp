@@ -147,10 +147,11 @@ QString RutaRealDeDatos(Sesion &s)
 
 BloqueoDeCarpeta::BloqueoDeCarpeta(const QString &carpeta, const QString &nombre, int segundos)
 {
-    const int archivo = ::open(QFile::encodeName(ConBarra(carpeta) + nombre).constData(),
-                               O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    const QString ruta = ConBarra(carpeta) + nombre;
+    const int archivo
+        = ::open(QFile::encodeName(ruta).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (archivo < 0)
-        return;
+        throw ErrorDeAlmacen(ErrorNum::RutaODisco, ruta);
     // A record lock, like the engine's own: it works on shared folders and ends with its process.
     struct flock l{};
     l.l_type = F_WRLCK;

@@ -33,6 +33,7 @@ QString RutaRealDeDatos(Sesion &s);
 
 /// Holds a folder-wide lock between processes and machines, such as the one on the day's run. It
 /// is free again when the holder dies. Blocks until it is taken or @p segundos have passed.
+/// @throws ErrorDeAlmacen 75 when the folder does not allow it
 class BloqueoDeCarpeta
 {
 public:

@@ -2,6 +2,7 @@
 
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
+#include "store/schema.h"
 #include "support/clinic.h"
 
 #include <QDir>
@@ -680,6 +681,23 @@ TEST_F(Dia, FoodIsConsumedAlsoWhenItsTaskCannotBeWritten)
     EXPECT_TRUE(EnPizarra(u"Detected 1 clients"_s));
 }
 
+TEST_F(Dia, AScratchFileOfNoUseCostsThePrintedListAlone)
+{
+    Mascotas({{1}});
+    Stock(1, 100, 1);
+    Dosis({{1, -1}});
+    Ajuste("LVMascotas", true);
+    QFile roto(RutaBajo(carpeta.path(), ArchivoDe(u"rep97"_s)));
+    ASSERT_TRUE(roto.open(QIODevice::WriteOnly));
+    roto.write(QByteArray(3 * 4096, 'x'));
+    roto.close();
+    ask.Espera(u"rep97.mdb"_s);
+    TareasDeInicio(s);
+    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n");
+    EXPECT_TRUE(EnPizarra(u"It should have provided 1"_s));
+    EXPECT_EQ(impresion.impresos, QStringList());
+}
+
 TEST_F(Dia, ARunThatDiesLeavesNothingAndIsRunAgain)
 {
     Mascotas({{1}});
@@ -820,6 +838,24 @@ TEST_F(Puerta, ATerminalWaitsForTheOneThatRunsTheDay)
     waitpid(hijo, nullptr, 0);
     close(listo[0]);
     close(listo[1]);
+}
+
+TEST_F(Puerta, ADayThatCannotBeLockedIsToldAndTheAlarmsRingAllTheSame)
+{
+    Mascotas({{1}});
+    Stock(1, 100, 1);
+    Tarea t;
+    t.tip = 41;
+    t.dia = hoy;
+    t.ala = QTime(9, 30);
+    AgregarTarea(s, t);
+    s.Alarmas.clear();
+    ASSERT_TRUE(QDir(carpeta.path()).mkdir(u"kelvara.dia"_s));
+    EXPECT_THROW(IniciarTareas(s), ErrorDeAlmacen);
+    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "100\n");
+    EXPECT_EQ(s.Alarmas.size(), 1u);
+    EXPECT_TRUE(QDir(carpeta.path()).rmdir(u"kelvara.dia"_s));
+    EXPECT_TRUE(IniciarTareas(s));
 }
 
 // --- The whole board ---------------------------------------------------------------------------

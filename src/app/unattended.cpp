@@ -39,8 +39,9 @@ QString EnUnaLinea(QString t)
 void ImprimirPizarra(Sesion &s)
 {
     for (const LineaDePizarra &l : LeerPizarra(s))
-        Imprimir(stdout, QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2)
-                             + EnUnaLinea(l.mensaje));
+        Imprimir(stdout,
+                 QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2) +
+                     EnUnaLinea(l.mensaje));
 }
 
 } // namespace
@@ -74,6 +75,10 @@ int CrearDatos(const Opciones &opciones, Idioma idioma)
     Sesion s(dialogos, impresion, idioma);
     try {
         CrearCarpeta(opciones.crear, idioma);
+    } catch (const ErrorDeAlmacen &e) {
+        return Fallar(e.descripcion); // says which folder, and all there is to say
+    }
+    try {
         if (opciones.demo) {
             FijarCarpetaDeDatos(s, opciones.crear);
             if (const auto falla = AbrirAlmacen(s))

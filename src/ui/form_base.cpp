@@ -1,6 +1,7 @@
 #include "ui/form_base.h"
 
 #include "store/lookups.h"
+#include "store/opening.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -49,7 +50,7 @@ bool FormBase::guarded(const std::function<void()> &task)
     } catch (const ErrorDeAlmacen &e) {
         // The user can act on a full or protected disk; the log lies on that same disk.
         if (e.EsDelMedio())
-            m_s.dialogos.Mensaje(e.descripcion);
+            m_s.dialogos.Mensaje(TextoDeError(m_s, e));
         else
             tellFailure(m_s, e.numero, e.descripcion, objectName());
     } catch (const std::bad_alloc &) {

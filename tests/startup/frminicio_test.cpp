@@ -153,7 +153,7 @@ TEST_F(Splash, APassThatFailsIsToldAndTheBoardStillOpens)
 {
     firstRunDone(u"Ana"_s, {});
     steps.iniciarTareas = [] { throw ErrorDeAlmacen(ErrorNum::DiscoLleno, u"disk full"_s); };
-    ask.Espera(u"disk full"_s);
+    ask.Espera(u"The disk is full."_s);
     start();
     EXPECT_EQ(log.last(), u"show"_s);
 }

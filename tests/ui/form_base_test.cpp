@@ -103,7 +103,7 @@ TEST_F(BaseForm, AFailureIsLoggedToldOnceAndLeavesTheFormOpen)
 
 TEST_F(BaseForm, AFullDiskIsToldAsSuchAndNotLoggedOnThatDisk)
 {
-    ask.Espera(u"no room"_s);
+    ask.Espera(u"The disk is full."_s);
     EXPECT_FALSE(form->guarded([] { throw ErrorDeAlmacen(ErrorNum::DiscoLleno, u"no room"_s); }));
     EXPECT_EQ(s.morvane->Leer("select count(*) from errores").toInt(), 0);
 }

@@ -50,7 +50,9 @@ public:
 
     /// An updatable recordset that lives as long as the session: its rows are read when first
     /// needed, and read again after this program or another one has written its table.
-    Recordset OpenList(std::string_view sql);
+    /// @param clave of a long list, all columns of one table: the whole number that names a row.
+    ///        Look-ups by it do not read the list until there are many
+    Recordset OpenList(std::string_view sql, std::string_view clave = {});
 
     /// The first field of the first row, Null when there is none. Reads one row only.
     template <typename... V>

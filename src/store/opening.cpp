@@ -26,8 +26,8 @@ void AbrirListas(Sesion &s)
     l.artvenc = s.finanzas->OpenList("select * from ArtVenc");
     l.cllocalidad = s.clientes->OpenList("select * from CLlocalidad order by nom");
     l.cldepartamento = s.clientes->OpenList("select * from CLDepartamento order by nom");
-    l.clientes = s.clientes->OpenList("select * from Clientes order by idc");
-    l.mascotas = s.clientes->OpenList("select * from Mascotas order by idm");
+    l.clientes = s.clientes->OpenList("select * from Clientes order by idc", "idc");
+    l.mascotas = s.clientes->OpenList("select * from Mascotas order by idm", "idm");
     l.artplan = s.clientes->OpenList("select * from artplan");
 }
 

@@ -124,6 +124,14 @@ struct Recordset::Datos {
 
     qint64 escriturasVistas = 0;
 
+    // A list with a key answers its first look-ups by queries for one row, which is then the only
+    // row held: reading a full list costs as much as some ten thousand of them.
+    int columnaDeClave = -1;
+    std::string sqlDeUna;
+    bool unaSola = false;
+    int consultas = 0;
+    static constexpr int ConsultasAntesDeLeer = 2000;
+
     enum class Modo { Lectura, Edicion, Alta } modo = Modo::Lectura;
     std::vector<std::pair<int, Valor>> puestos;
 
@@ -140,37 +148,67 @@ struct Recordset::Datos {
         return n;
     }
 
-    void AlDia()
+    // Whether the rows held, if any, are still those of the tables.
+    bool AlCorriente()
     {
         if (!abierto)
             throw ErrorDeAlmacen(ErrorNum::SinRegistroActual,
                                  QStringLiteral("The recordset is closed"));
-        if (lista && modo == Modo::Lectura) {
-            base->MirarAjenas();
-            if (leido && escriturasVistas != Escrituras())
-                leido = false;
-        }
-        if (!leido)
+        if (!lista || modo != Modo::Lectura)
+            return true;
+        base->MirarAjenas();
+        return escriturasVistas == Escrituras();
+    }
+
+    void AlDia()
+    {
+        if (!AlCorriente() || !leido)
             LeerFilas();
     }
 
     void LeerFilas()
     {
         const qint64 clave = ClaveActual();
-        escriturasVistas = lista ? Escrituras() : 0;
-        Compilada &c = base->Compilar(sql, actualizable ? base->conClaves : base->sinClaves,
+        Cargar(sql, valores, false);
+        VolverA(clave);
+        consultas = 0;
+        leido = true;
+    }
+
+    // Puts the one row with this key in the place of all others. @return false when there is none
+    bool LeerUna(const Valor &valor)
+    {
+        if (!Cargar(sqlDeUna, std::span(&valor, 1), true))
+            return false;
+        unaSola = true;
+        actual = 0;
+        return true;
+    }
+
+    // Takes the rows of a query into memory. @param conservar what is held when it has none
+    // @return whether there was a row
+    bool Cargar(std::string_view consulta, std::span<const Valor> dados, bool conservar)
+    {
+        Compilada &c = base->Compilar(consulta, actualizable ? base->conClaves : base->sinClaves,
                                       actualizable);
-        base->Ligar(c, valores);
-        celdas.clear();
-        textos.clear();
-        claves.clear();
-        borradas.clear();
-        indices.clear();
-        filas = 0;
+        base->Ligar(c, dados);
         Sentencia &st = *c.sentencia;
         const int ancho = Ancho();
         try {
-            while (st.Paso()) {
+            bool hay = st.Paso();
+            if (!hay && conservar) {
+                st.Reiniciar();
+                return false;
+            }
+            escriturasVistas = lista ? Escrituras() : 0;
+            leido = unaSola = false;
+            celdas.clear();
+            textos.clear();
+            claves.clear();
+            borradas.clear();
+            indices.clear();
+            filas = 0;
+            for (; hay; hay = st.Paso()) {
                 const size_t base0 = celdas.size();
                 celdas.resize(base0 + size_t(ancho));
                 for (int i = 0; i < ancho; ++i) {
@@ -197,8 +235,7 @@ struct Recordset::Datos {
         st.Reiniciar();
         vivas = filas;
         sinFila = false;
-        leido = true;
-        VolverA(clave);
+        return filas > 0;
     }
 
     // Key of the row that the position stands on; -1 when it has none to be found again by.
@@ -263,7 +300,8 @@ struct Recordset::Datos {
 
     void ExigirFila()
     {
-        AlDia();
+        if (!unaSola || (!AlCorriente() && !LeerUna(Leer(0, columnaDeClave))))
+            AlDia();
         if (FueraDeRango() || sinFila)
             throw ErrorDeAlmacen(ErrorNum::SinRegistroActual, QStringLiteral("No current record"));
     }
@@ -327,6 +365,23 @@ struct Recordset::Datos {
             return i == indice.textos.end() ? -1 : i->second;
         }
         return std::nullopt;
+    }
+
+    // A look-up by key while the rows were not read: whether there is such a row, or nullopt when
+    // the list is to be read.
+    std::optional<bool> HallarUna(const jet::Criterio &criterio, std::span<const Valor> dados)
+    {
+        if (columnaDeClave < 0 || modo != Modo::Lectura)
+            return std::nullopt;
+        const auto igual = criterio.ComoIgualdad(dados);
+        if (!igual || igual->columna != columnaDeClave || !igual->valor.Es<qint64>())
+            return std::nullopt;
+        if (unaSola && AlCorriente() && Leer(0, columnaDeClave) == igual->valor)
+            return true;
+        if (consultas == ConsultasAntesDeLeer)
+            return std::nullopt;
+        ++consultas;
+        return LeerUna(igual->valor);
     }
 
     int Hallar(const jet::Criterio &criterio, std::span<const Valor> dados)
@@ -517,12 +572,20 @@ bool Recordset::NoMatch() const { return d->noMatch; }
 
 void Recordset::Buscar(std::string_view criterio, std::span<const Valor> valores)
 {
-    d->AlDia();
     auto i = d->criterios.find(criterio);
     if (i == d->criterios.end())
         i = d->criterios
                 .emplace(std::string(criterio), jet::Criterio::Compilar(criterio, d->columnas))
                 .first;
+    if (!d->AlCorriente() || !d->leido) {
+        if (const auto hay = d->HallarUna(*i->second, valores)) {
+            d->noMatch = !*hay;
+            if (*hay)
+                d->sinFila = false;
+            return;
+        }
+        d->AlDia();
+    }
     const int fila = d->Hallar(*i->second, valores);
     d->noMatch = fila < 0;
     if (fila >= 0) {
@@ -620,6 +683,7 @@ void Recordset::Delete()
 {
     if (!d->actualizable || d->fuentes.size() != 1)
         throw ErrorDeAlmacen(ErrorNum::Interno, QStringLiteral("No row can be deleted here"));
+    d->AlDia();
     d->ExigirFila();
     Sentencia &st = d->base->Directa("DELETE FROM " + Citado(d->base->esquema) + '.'
                                      + Citado(d->fuentes.front().tabla) + " WHERE rowid = ?");
@@ -662,7 +726,7 @@ Recordset Base::Abrir(std::string_view sql, std::span<const Valor> valores, bool
     return Recordset(std::move(datos));
 }
 
-Recordset Base::OpenList(std::string_view sql)
+Recordset Base::OpenList(std::string_view sql, std::string_view clave)
 {
     auto datos = std::make_unique<Recordset::Datos>();
     datos->base = m_i.get();
@@ -673,5 +737,10 @@ Recordset Base::OpenList(std::string_view sql)
     datos->columnas = c.traduccion.columnas;
     datos->fuentes = c.traduccion.fuentes;
     datos->lecturas = c.lecturas;
+    if (!clave.empty()) {
+        datos->columnaDeClave = datos->Columna(clave);
+        datos->sqlDeUna = "select * from [" + datos->fuentes.front().tabla + "] where ["
+                          + std::string(clave) + "] = ?";
+    }
     return Recordset(std::move(datos));
 }

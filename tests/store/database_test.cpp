@@ -340,6 +340,8 @@ TEST_F(Almacen, ColumnsAreAddedChangedAndDroppedWithTheirRows)
     EXPECT_EQ(Filas(*s.finanzas, "select idventa, tfac, tot, Nueva from Ventas"),
               u"7|A|12.5|0\n"_s);
     EXPECT_EQ(s.finanzas->Ancho("ventas", "TFAC"), 25);
+    EXPECT_EQ(s.finanzas->Recortado("ventas", "tfac", u"x"_s.repeated(26)).size(), 25);
+    EXPECT_EQ(s.clientes->Recortado("clientes", "obs", u"x"_s.repeated(999)).size(), 999); // memo
     s.finanzas->Execute("ALTER TABLE Ventas DROP COLUMN Nueva");
     EXPECT_FALSE(s.finanzas->ExisteColumna("ventas", "nueva"));
     EXPECT_FALSE(s.motor->Indices("finanzas", "Ventas").empty());

@@ -1,0 +1,21 @@
+#!/bin/bash
+# Builds the optimised program, makes the full clinic once and prints the table of measures.
+# Arguments go to kelvara_bench: --runs N, --only pass|store|start.
+set -e
+cd "$(dirname "$0")/.."
+day=2026-03-11
+clinic=build/bench/clinic
+
+[ -f build/release/build.ninja ] || cmake --preset release >/dev/null
+cmake --build --preset release --target kelvara_bench bench_start kelvara_full_clinic | tail -1
+bin=build/release/bench
+
+# Made anew when the generator has changed; moved into place when it is whole.
+if [ ! -d $clinic ] || [ $bin/kelvara_full_clinic -nt $clinic ]; then
+    rm -rf $clinic $clinic.part
+    mkdir -p build/bench
+    $bin/kelvara_full_clinic $clinic.part --day $day
+    mv $clinic.part $clinic
+    touch $clinic
+fi
+exec $bin/kelvara_bench $clinic --day $day "$@"

@@ -20,6 +20,28 @@ int DuracionDe(Sesion &s, int idServicio)
     return tiempo.EsNulo() ? PasoEnMinutos : std::min(tiempo.toInt(), MinutosDelDia);
 }
 
+int Minutos(QTime t) { return t.msecsSinceStartOfDay() / 60000; }
+QTime Hora(int minutos) { return QTime(minutos / 60, minutos % 60); }
+
+// No condition on the day, on purpose: a task of any day pushes an hour on.
+bool HayTareaCerca(Sesion &s, int minutos)
+{
+    return !s.morvane
+                ->Leer("SELECT TOP 1 hor FROM TareasAgenda WHERE hor BETWEEN ? AND ?",
+                       Hora(minutos - CercaniaEnMinutos), Hora(minutos + CercaniaEnMinutos))
+                .EsNulo();
+}
+
+// The tasks of today, counted up to @p hasta at least: a day may hold thousands of them.
+int TareasDeHoy(Sesion &s, int hasta)
+{
+    if (hasta > 30)
+        return s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy)
+            .toInt();
+    return s.morvane->OpenSnapshot("SELECT TOP 30 dia FROM TareasAgenda WHERE dia = ?", s.reloj.hoy)
+        .RecordCount();
+}
+
 } // namespace
 
 int AgregarTarea(Sesion &s, const Tarea &t)
@@ -43,25 +65,16 @@ int AgregarTarea(Sesion &s, const Tarea &t)
 QTime BuscarHorarioLibre(Sesion &s, int idServicio)
 {
     const int paso = DuracionDe(s, idServicio);
-    const int tareas =
-        s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
-    // Minutes, since a long service may carry the candidate past midnight.
-    int candidato = PrimerTurno.msecsSinceStartOfDay() / 60000;
-    for (int i = 0; i < tareas && paso > 0 && candidato < MinutosDelDia; ++i) {
-        const auto hora = [](int minutos) { return QTime(minutos / 60, minutos % 60); };
-        // No condition on the day, on purpose: a task of any day pushes the candidate on. So once
-        // nothing stands near, no later turn of the walk can find anything either.
-        const int hasta = std::min(candidato + CercaniaEnMinutos, MinutosDelDia - 1);
-        if (s.morvane
-                ->Leer("SELECT TOP 1 hor FROM TareasAgenda WHERE hor BETWEEN ? AND ?",
-                       hora(candidato - CercaniaEnMinutos), hora(hasta))
-                .EsNulo())
-            break;
+    const int primero = Minutos(PrimerTurno), ultimo = Minutos(UltimoTurno);
+    int candidato = primero, pasos = 0;
+    while (paso > 0 && candidato <= ultimo && HayTareaCerca(s, candidato)) {
         candidato += paso;
+        ++pasos;
     }
-    if (candidato > UltimoTurno.msecsSinceStartOfDay() / 60000)
-        return PrimerTurno;
-    return QTime(candidato / 60, candidato % 60);
+    // One step at most for each task of today.
+    if (pasos > 0)
+        candidato = primero + std::min(pasos, TareasDeHoy(s, pasos)) * paso;
+    return candidato > ultimo ? PrimerTurno : Hora(candidato);
 }
 
 QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)

@@ -130,7 +130,7 @@ struct Recordset::Datos {
     std::string sqlDeUna;
     bool unaSola = false;
     int consultas = 0;
-    static constexpr int ConsultasAntesDeLeer = 2000;
+    static constexpr int ConsultasAntesDeLeer = 5000;
 
     enum class Modo { Lectura, Edicion, Alta } modo = Modo::Lectura;
     std::vector<std::pair<int, Valor>> puestos;

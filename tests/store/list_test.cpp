@@ -59,7 +59,7 @@ TEST_F(ListaLarga, ARowFoundAloneIsWrittenAndDeletedAsAnyOther)
 
 TEST_F(ListaLarga, ManyLookUpsSeeTheSameAsFew)
 {
-    // Enough of them for the list to be read on the way, with a write in the midst of each stretch.
+    // Enough of them for the list to be read on the way, with writes before and after.
     for (int i = 0; i < 6000; ++i) {
         const int idc = 2 + i % 4 * 2;
         if (i % 1500 == 700)

@@ -7,13 +7,18 @@
 #include "board/frmprincipal.h"
 #include "startup/daily_automation.h"
 #include "startup/frminicio.h"
+#include "startup/new_folder.h"
 #include "store/data_folder.h"
+#include "store/schema.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
 #include "ui/window_dialogs.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 #include <QLockFile>
 
@@ -38,6 +43,18 @@ void FijarLocal(Idioma idioma)
     }
 }
 
+// On a machine where nothing was ever set up: a clinic of its own can be made here and now.
+void OfrecerCarpetaNueva(Sesion &s, Idioma idioma)
+{
+    if (s.carpetaDada || TieneRuta(s.carpetaDePrograma))
+        return;
+    for (const QString &base : BasesDeDatos())
+        if (QFileInfo::exists(RutaBajo(s.carpetaDeDatos, ArchivoDe(base))))
+            return;
+    if (s.dialogos.Pregunta(s(9009) + QStringLiteral("\n\n") + s.carpetaDeDatos))
+        CrearCarpeta(s.carpetaDeDatos, idioma);
+}
+
 int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
 {
     QApplication app(argc, argv);
@@ -52,8 +69,12 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     Sesion s(dialogos, impresion, idioma);
     FijarCarpetaDeDatos(s, opciones.datos);
 
-    // One instance for each program folder; a lock whose program died counts for nothing.
-    QLockFile candado(s.carpetaDePrograma + QStringLiteral("kelvara.lock"));
+    // One instance on this machine for each program folder, which may be shared: so the lock lies
+    // in the machine's own folder. One whose program died counts for nothing.
+    const QByteArray huella = QCryptographicHash::hash(s.carpetaDePrograma.toUtf8(),
+                                                       QCryptographicHash::Sha1);
+    QLockFile candado(QDir::tempPath() + QStringLiteral("/kelvara-")
+                      + QString::fromLatin1(huella.toHex().left(16)) + QStringLiteral(".lock"));
     candado.setStaleLockTime(0);
     const bool otra = !candado.tryLock() && candado.error() == QLockFile::LockFailedError;
 
@@ -63,6 +84,7 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
 
     PasosDeInicio pasos;
     pasos.otraInstancia = [otra] { return otra; };
+    pasos.prepararCarpeta = [&] { OfrecerCarpetaNueva(s, idioma); };
     pasos.almacenAbierto = [&] { AplicarTema(app, s.configuracion["PrincipalColor"].toInt()); };
     pasos.cargarTablero = [&] { tablero = std::make_unique<frmprincipal>(s, formularios); };
     pasos.iniciarTareas = [&] { IniciarTareas(s); };

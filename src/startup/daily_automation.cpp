@@ -14,6 +14,8 @@
 #include "store/lookups.h"
 #include "store/opening.h"
 
+#include <QSet>
+
 namespace
 {
 
@@ -780,8 +782,22 @@ Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
 void Informar(const Corrida &c)
 {
     Sesion &s = c.s;
-    for (const ErrorDeAlmacen &e : c.errores)
-        RegistrarError(s, e.numero, e.descripcion, QStringLiteral("Tareas de Inicio. "));
+    const QString fuente = QStringLiteral("Tareas de Inicio. ");
+    // Each failure is logged; one that struck many rows is told once.
+    QSet<QString> dichos;
+    std::vector<const ErrorDeAlmacen *> repetidos;
+    for (const ErrorDeAlmacen &e : c.errores) {
+        if (dichos.contains(e.descripcion)) {
+            repetidos.push_back(&e);
+            continue;
+        }
+        dichos.insert(e.descripcion);
+        RegistrarError(s, e.numero, e.descripcion, fuente);
+    }
+    Lote lote(s);
+    for (const ErrorDeAlmacen *e : repetidos)
+        AnotarError(s, e->numero, e->descripcion, fuente);
+    lote.Confirmar();
     if (c.imprimirPerdidas)
         s.impresion.Informe(QStringLiteral("vac"));
     if (c.ofrecerResumen && s.impresion.Disponible() && s.dialogos.Pregunta(s(3447)))
@@ -799,7 +815,12 @@ bool EsMesNuevo(Sesion &s)
 template <typename F>
 bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 {
-    const BloqueoDeCarpeta dia(s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia);
+    const BloqueoDeCarpeta dia(s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia,
+                               [&s, dicho = false]() mutable {
+                                   if (!std::exchange(dicho, true))
+                                       s.avance.Etapa(s(9008));
+                                   s.avance.Barra(0, Pases);
+                               });
     if (!dia.Tomado())
         throw ErrorDeAlmacen(ErrorNum::Bloqueada, s(9004));
     s.configuracion.Requery();

@@ -178,6 +178,7 @@ bool frminicio::openAll()
 {
     bool goesOn = false;
     const bool fine = guarded([this, &goesOn] {
+        call(m_steps.prepararCarpeta);
         if (const auto failure = AbrirAlmacen(m_s)) {
             m_s.dialogos.Mensaje(failure->texto);
             return;

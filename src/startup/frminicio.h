@@ -13,6 +13,7 @@ class QTimer;
 /// What the splash needs of the program around it. A step that is empty is left out.
 struct PasosDeInicio {
     std::function<bool()> otraInstancia;      // another one runs on this machine
+    std::function<void()> prepararCarpeta;    // before the store is opened
     std::function<void()> almacenAbierto;     // the settings can be read: dress the program
     std::function<void()> cargarTablero;      // build the board, hidden
     std::function<void()> iniciarTareas;      // the automation of the day

@@ -65,6 +65,11 @@ QString LeerRuta(const QString &carpetaDePrograma)
     return ConBarra(ruta.isEmpty() ? carpetaDePrograma : ruta);
 }
 
+bool TieneRuta(const QString &carpetaDePrograma)
+{
+    return QFileInfo::exists(RutaBajo(carpetaDePrograma, QStringLiteral("ruta.txt")));
+}
+
 bool EscribirRuta(const QString &carpetaDePrograma, const QString &carpetaDeDatos)
 {
     QSaveFile f(RutaBajo(carpetaDePrograma, QStringLiteral("ruta.txt")));
@@ -100,12 +105,13 @@ void FijarCarpetaDeDatos(Sesion &s, const QString &carpeta)
     s.carpetaDePrograma = CarpetaDePrograma();
     s.carpetaDeDatos = carpeta.isEmpty() ? LeerRuta(s.carpetaDePrograma)
                                          : ConBarra(QDir(carpeta).absolutePath());
+    s.carpetaDada = !carpeta.isEmpty();
     s.EnRed = s.carpetaDeDatos.toLower() != s.carpetaDePrograma.toLower();
 }
 
 QString RutaRealDeDatos(Sesion &s)
 {
-    if (QFileInfo::exists(RutaBajo(s.carpetaDePrograma, QStringLiteral("ruta.txt"))))
+    if (!s.carpetaDada && TieneRuta(s.carpetaDePrograma))
         return LeerRuta(s.carpetaDePrograma);
 
     const auto quitar = [&s] {
@@ -145,7 +151,8 @@ QString RutaRealDeDatos(Sesion &s)
     return hallada;
 }
 
-BloqueoDeCarpeta::BloqueoDeCarpeta(const QString &carpeta, const QString &nombre, int segundos)
+BloqueoDeCarpeta::BloqueoDeCarpeta(const QString &carpeta, const QString &nombre, int segundos,
+                                   const std::function<void()> &mientras)
 {
     const QString ruta = ConBarra(carpeta) + nombre;
     const int archivo
@@ -164,6 +171,8 @@ BloqueoDeCarpeta::BloqueoDeCarpeta(const QString &carpeta, const QString &nombre
         }
         if (plazo.hasExpired())
             break;
+        if (mientras)
+            mientras();
         QThread::msleep(50);
     }
     ::close(archivo);

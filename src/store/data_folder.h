@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 struct Sesion;
 
@@ -17,6 +18,9 @@ QString CarpetaLocalDeDatos();
 /// or it names nothing. Ends in a slash.
 QString LeerRuta(const QString &carpetaDePrograma);
 
+/// Whether the program folder has a ruta.txt.
+bool TieneRuta(const QString &carpetaDePrograma);
+
 /// Writes ruta.txt. @return false when the folder cannot be written
 bool EscribirRuta(const QString &carpetaDePrograma, const QString &carpetaDeDatos);
 
@@ -28,7 +32,7 @@ QString RutaBajo(const QString &carpeta, const QString &relativa);
 void FijarCarpetaDeDatos(Sesion &s, const QString &carpeta);
 
 /// The folder whose morvane.mdb the open session really writes to, found by planting a mark and
-/// looking for it; "" when none matched. With a ruta.txt, what it says. Ends in a slash.
+/// looking for it; "" when none matched. Where ruta.txt named it, what that says. Ends in a slash.
 QString RutaRealDeDatos(Sesion &s);
 
 /// Holds a folder-wide lock between processes and machines, such as the one on the day's run. It
@@ -37,7 +41,9 @@ QString RutaRealDeDatos(Sesion &s);
 class BloqueoDeCarpeta
 {
 public:
-    BloqueoDeCarpeta(const QString &carpeta, const QString &nombre, int segundos);
+    /// @param mientras called while another one holds it, some twenty times a second
+    BloqueoDeCarpeta(const QString &carpeta, const QString &nombre, int segundos,
+                     const std::function<void()> &mientras = {});
     ~BloqueoDeCarpeta();
     BloqueoDeCarpeta(const BloqueoDeCarpeta &) = delete;
     BloqueoDeCarpeta &operator=(const BloqueoDeCarpeta &) = delete;

@@ -139,7 +139,7 @@ void FiltrarApostrofe(Sesion &s, int &tecla)
     s.dialogos.Mensaje(s(4624));
 }
 
-void RegistrarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente)
+void AnotarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente)
 {
     try {
         s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",
@@ -148,6 +148,11 @@ void RegistrarError(Sesion &s, int numero, const QString &descripcion, const QSt
     } catch (const ErrorDeAlmacen &) {
         // The log lies on the same disk as what failed; the user is told all the same.
     }
+}
+
+void RegistrarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente)
+{
+    AnotarError(s, numero, descripcion, fuente);
     s.dialogos.Mensaje(s(4604) + u' ' + PaginaEnIdioma(s, QStringLiteral("soporte.php"))
                        + QStringLiteral("\n\n") + QString::number(numero) + QStringLiteral(": ")
                        + descripcion);

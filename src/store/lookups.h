@@ -30,6 +30,9 @@ QString QuitarApostrofes(QString texto);
 /// Key filter of text boxes: clears an apostrophe (code 39) and says why it cannot be used.
 void FiltrarApostrofe(Sesion &s, int &tecla);
 
+/// Appends to the error log alone. @throws nothing: the log may lie on the disk that failed
+void AnotarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente);
+
 /// Appends to the error log and tells the user where to ask for help.
 void RegistrarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente);
 

@@ -111,6 +111,7 @@ struct Sesion {
 
     QString carpetaDePrograma; // with a slash at the end, like the next
     QString carpetaDeDatos;
+    bool carpetaDada = false; // on the command line, whatever ruta.txt says
     bool EnRed = false; // the data lie on another machine's folder
     QChar separadorDecimal = u'.';
 

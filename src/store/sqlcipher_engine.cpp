@@ -203,6 +203,9 @@ public:
                     char t[19];
                     int n = 0;
                     if constexpr (std::is_same_v<T, QDate>) {
+                        // The files have no form for other years.
+                        if (v.year() < 0 || v.year() > 9999)
+                            return sqlite3_bind_null(m_st, i);
                         EscribirDia(t, v);
                         n = 10;
                     } else if constexpr (std::is_same_v<T, QTime>) {

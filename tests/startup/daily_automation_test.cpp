@@ -698,6 +698,17 @@ TEST_F(Dia, AScratchFileOfNoUseCostsThePrintedListAlone)
     EXPECT_EQ(impresion.impresos, QStringList());
 }
 
+TEST_F(Dia, AFailureOfManyRowsIsLoggedForEachAndToldOnce)
+{
+    Mascotas({{1, 5}, {2, 5}, {3, 5}});
+    for (int idm = 1; idm <= 3; ++idm)
+        Stock(idm, 5, 1);
+    s.morvane->Execute("alter table TareasAgenda drop column artaux");
+    ask.Espera(u"artaux"_s);
+    TareasDeInicio(s);
+    EXPECT_EQ(s.morvane->Leer("select count(*) from errores").toInt(), 3);
+}
+
 TEST_F(Dia, ARunThatDiesLeavesNothingAndIsRunAgain)
 {
     Mascotas({{1}});
@@ -831,10 +842,13 @@ TEST_F(Puerta, ATerminalWaitsForTheOneThatRunsTheDay)
     char tomado = 0;
     ASSERT_EQ(read(listo[0], &tomado, 1), 1);
     ASSERT_EQ(tomado, 'y');
-    bool espero = true;
-    s.avance.etapa = [&](const QString &) { espero = espero && QFile::exists(marca); };
+    QStringList etapas; // those before the other one was over
+    s.avance.etapa = [&](const QString &t) {
+        if (!QFile::exists(marca))
+            etapas << t;
+    };
     EXPECT_TRUE(IniciarTareas(s));
-    EXPECT_TRUE(espero);
+    EXPECT_EQ(etapas, QStringList{s(9008)}); // whoever waits is told why
     waitpid(hijo, nullptr, 0);
     close(listo[0]);
     close(listo[1]);

@@ -364,6 +364,8 @@ TEST_F(Almacen, TheMarkFindsTheFolderThatIsReallyWritten)
     EXPECT_EQ(s.morvane->Leer("select count(*) from TareasAgenda").toInt(), 0);
     EXPECT_EQ(s.configuracion["contadorTareas"].toInt(), 0); // the number was not taken
     EscribirRuta(s.carpetaDePrograma, u"/otra/parte"_s);
+    EXPECT_EQ(RutaRealDeDatos(s), s.carpetaDeDatos); // the folder was given to this session
+    s.carpetaDada = false;
     EXPECT_EQ(RutaRealDeDatos(s), u"/otra/parte/"_s);
 }
 

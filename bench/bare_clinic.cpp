@@ -34,7 +34,8 @@ BaseDesnuda::BaseDesnuda(const QString &carpeta)
 {
     const QString ruta = carpeta + QStringLiteral("/morvane.mdb");
     if (sqlite3_open_v2(QFile::encodeName(ruta).constData(), &m_db,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK)
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr)
+        != SQLITE_OK)
         throw std::runtime_error(sqlite3_errmsg(m_db));
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, "morvane");
     sqlite3_key(m_db, Clave, int(std::strlen(Clave)));
@@ -158,16 +159,16 @@ int PaseDesnudo::HoraLibre(int servicio)
 void PaseDesnudo::Insertar(const std::string &tarea)
 {
     m_base.Correr("INSERT INTO TareasAgenda (tip, ida, dia, hor, medio, fcreacion, artaux, des, "
-                  "id) " +
-                  tarea);
+                  "id) "
+                  + tarea);
 }
 
 void PaseDesnudo::Pizarra(const std::string &numeros, int dibujo, int codigo1, int codigo2)
 {
     m_base.valores[":mensaje"] = numeros;
-    m_base.Correr("INSERT INTO Pizarra (mensaje, dibujo, Codigo1, Codigo2) VALUES (:mensaje, " +
-                  std::to_string(dibujo) + ", " + std::to_string(codigo1) + ", " +
-                  std::to_string(codigo2) + ")");
+    m_base.Correr("INSERT INTO Pizarra (mensaje, dibujo, Codigo1, Codigo2) VALUES (:mensaje, "
+                  + std::to_string(dibujo) + ", " + std::to_string(codigo1) + ", "
+                  + std::to_string(codigo2) + ")");
 }
 
 namespace
@@ -191,9 +192,9 @@ void PaseDesnudo::Alimentos()
     m_base.Correr("UPDATE clientes.Consumo SET men = -1, FaltaHoy = -1 WHERE rowid IN (SELECT fila "
                   "FROM falta)");
     Insertar("SELECT tip, idm, :hoy, hora_libre(tip), 4, :hoy, ida, des, numero_de_tarea() FROM "
-             "(SELECT " +
-             Servicio + " AS tip, t.idm, t.ida, " + Motivo +
-             " AS des FROM falta t WHERE ser > 0 ORDER BY fila)");
+             "(SELECT "
+             + Servicio + " AS tip, t.idm, t.ida, " + Motivo
+             + " AS des FROM falta t WHERE ser > 0 ORDER BY fila)");
     Insertar("SELECT -41, idm, :hoy, NULL, 1, :hoy, ida, '', numero_de_tarea() FROM falta WHERE "
              "ser = 0 ORDER BY fila");
     const qint64 con = m_base.Correr("SELECT count(*) FROM falta WHERE ser > 0");
@@ -208,24 +209,24 @@ void PaseDesnudo::Alimentos()
 void PaseDesnudo::DosisPerdidas()
 {
     m_base.Correr("CREATE TEMP TABLE perdidas AS SELECT a.idm, a.ida, a.dos, m.ser, m.nom, m.idc, "
-                  "CASE WHEN m.ser = 0 THEN " +
-                  Atrasadas +
-                  " END AS n FROM clientes.ArtPlan a JOIN clientes.Mascotas m ON m.idm = a.idm "
-                  "WHERE a.si IN (0, 2) AND a.rep BETWEEN :desde0 AND :ayer AND m.dec = 0 ORDER "
-                  "BY a.idm");
+                  "CASE WHEN m.ser = 0 THEN "
+                  + Atrasadas
+                  + " END AS n FROM clientes.ArtPlan a JOIN clientes.Mascotas m ON m.idm = a.idm "
+                    "WHERE a.si IN (0, 2) AND a.rep BETWEEN :desde0 AND :ayer AND m.dec = 0 ORDER "
+                    "BY a.idm");
     const auto parte = [](const std::string &que) {
         return "CASE WHEN coalesce(" + que + ", '') = '' THEN '' ELSE ', ' || " + que + " END";
     };
     m_base.Correr(
         "INSERT INTO rep97.auxrevacunacion (mas, vac, pro, dir, tel, dos) SELECT t.nom, (SELECT "
-        "nom FROM finanzas.Articulos p WHERE p.ida = t.ida), c.ayn, substr(" +
-        parte("c.dir") + " || " + parte("l.nom") + " || " + parte("d.nom") + " || " +
-        parte("'CP: ' || nullif(c.codp2, '')") +
-        ", 3), coalesce(c.tel2, '') || CASE WHEN coalesce(c.tel2, '') = '' OR "
-        "coalesce(c.telc2, '') = '' THEN '' ELSE ' / ' END || coalesce(c.telc2, ''), t.dos FROM "
-        "perdidas t LEFT JOIN clientes.Clientes c ON c.idc = t.idc LEFT JOIN "
-        "clientes.CLLocalidad l ON l.id = c.loc LEFT JOIN clientes.CLDepartamento d ON d.id = "
-        "c.dep");
+        "nom FROM finanzas.Articulos p WHERE p.ida = t.ida), c.ayn, substr("
+        + parte("c.dir") + " || " + parte("l.nom") + " || " + parte("d.nom") + " || "
+        + parte("'CP: ' || nullif(c.codp2, '')")
+        + ", 3), coalesce(c.tel2, '') || CASE WHEN coalesce(c.tel2, '') = '' OR "
+          "coalesce(c.telc2, '') = '' THEN '' ELSE ' / ' END || coalesce(c.telc2, ''), t.dos FROM "
+          "perdidas t LEFT JOIN clientes.Clientes c ON c.idc = t.idc LEFT JOIN "
+          "clientes.CLLocalidad l ON l.id = c.loc LEFT JOIN clientes.CLDepartamento d ON d.id = "
+          "c.dep");
     const qint64 a = m_base.Correr("SELECT count(*) FROM perdidas WHERE n = 0");
     const qint64 b = m_base.Correr("SELECT count(*) FROM perdidas WHERE n = 1");
     const qint64 c = m_base.Correr("SELECT count(*) FROM perdidas WHERE ser <> 0");
@@ -241,15 +242,15 @@ void PaseDesnudo::DosisPerdidas()
 void PaseDesnudo::DosisDelDia()
 {
     m_base.Correr("CREATE TEMP TABLE dosis AS SELECT a.rep, a.si, a.rowid AS fila, a.idm, a.ida, "
-                  "a.IdCat, m.ser, CASE WHEN m.ser = 0 AND a.rep = :hoy THEN " +
-                  Atrasadas +
-                  " END AS n FROM clientes.ArtPlan a JOIN clientes.Mascotas m ON m.idm = a.idm "
-                  "WHERE a.rep BETWEEN :desde1 AND :hoy AND a.si IN (0, 2) AND m.dec = 0 ORDER "
-                  "BY a.rep, a.si, a.rowid");
+                  "a.IdCat, m.ser, CASE WHEN m.ser = 0 AND a.rep = :hoy THEN "
+                  + Atrasadas
+                  + " END AS n FROM clientes.ArtPlan a JOIN clientes.Mascotas m ON m.idm = a.idm "
+                    "WHERE a.rep BETWEEN :desde1 AND :hoy AND a.si IN (0, 2) AND m.dec = 0 ORDER "
+                    "BY a.rep, a.si, a.rowid");
     Insertar("SELECT tip, idm, :hoy, hora_libre(tip), 4, :hoy, ida, des, numero_de_tarea() FROM "
-             "(SELECT " +
-             Servicio + " AS tip, t.idm, t.ida, " + Motivo +
-             " AS des FROM dosis t WHERE ser > 0 ORDER BY t.rowid)");
+             "(SELECT "
+             + Servicio + " AS tip, t.idm, t.ida, " + Motivo
+             + " AS des FROM dosis t WHERE ser > 0 ORDER BY t.rowid)");
     Insertar("SELECT -50, idm, NULL, NULL, 1, :hoy, ida, :descontinuada, numero_de_tarea() FROM "
              "dosis WHERE n = 1");
     const qint64 a = m_base.Correr("SELECT count(*) FROM dosis WHERE n = 0");
@@ -275,8 +276,8 @@ void PaseDesnudo::Recordatorios()
     Insertar("SELECT -42, a.idm, NULL, NULL, 3, :hoy, a.ida, a.dos, numero_de_tarea() FROM "
              "clientes.ArtPlan a JOIN clientes.Mascotas m ON m.idm = a.idm WHERE a.rep BETWEEN "
              ":avisar1 AND :avisar2 AND a.si IN (0, 2) AND m.ser = 0 AND a.Ana = 0 AND m.dec = 0 "
-             "AND " +
-             Atrasadas + " = 0");
+             "AND "
+             + Atrasadas + " = 0");
     if (const int n = sqlite3_changes(m_base.Conexion()))
         Pizarra(T(n), 109, 13, 5);
 }

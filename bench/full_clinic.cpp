@@ -322,8 +322,8 @@ private:
             ++idventa;
             const int cuantas = std::min(Entre(1, 4), plan.lineasDeVenta - lineas);
             // Five years, in the order of entry.
-            const QDate fec = plan.hoy.addDays(-1 - qint64(plan.lineasDeVenta - lineas) * 1825 /
-                                                        std::max(1, plan.lineasDeVenta));
+            const QDate fec = plan.hoy.addDays(
+                -1 - qint64(plan.lineasDeVenta - lineas) * 1825 / std::max(1, plan.lineasDeVenta));
             Moneda total;
             for (int i = 0; i < cuantas; ++i) {
                 const Moneda precio = Moneda::DeEntero(Entre(2, 90));
@@ -456,8 +456,8 @@ QStringList LeerNombres(const QString &archivo, const QString &columna)
     qsizetype n = columna.toInt() - 1;
     for (qsizetype i = 0; n < 0 && i < titulos.size(); ++i) {
         const QString titulo = titulos[i].trimmed();
-        const bool es = columna.isEmpty() ? titulo.contains("name"_L1, Qt::CaseInsensitive) ||
-                                                titulo.contains("nombre"_L1, Qt::CaseInsensitive)
+        const bool es = columna.isEmpty() ? titulo.contains("name"_L1, Qt::CaseInsensitive)
+                                                || titulo.contains("nombre"_L1, Qt::CaseInsensitive)
                                           : titulo.compare(columna, Qt::CaseInsensitive) == 0;
         if (es)
             n = i;

@@ -45,6 +45,8 @@ void Linea(const QString &que, const QString &nuestro, const QString &desnudo,
              << medida.rightJustified(12) << "   " << meta << Qt::endl;
 }
 
+QString Exceso(double ns) { return (ns < 0 ? QString() : u"+"_s) + Numero(ns, 0) + " ns"_L1; }
+
 double Mediana(std::vector<double> v)
 {
     std::ranges::sort(v);
@@ -233,7 +235,7 @@ void MedirAlmacen(const Taller &taller)
     };
     const auto exceso = [&](const QString &que, const char *nuestro, const char *desnudo) {
         Linea(que, Numero(m.ns[nuestro], 0), Numero(m.ns[desnudo], 0),
-              u"+%1 ns"_s.arg(m.ns[nuestro] - m.ns[desnudo], 0, 'f', 0), u"under +1000 ns"_s);
+              Exceso(m.ns[nuestro] - m.ns[desnudo]), u"under +1000 ns"_s);
     };
     razon(u"LeerCampo : point query (ns)"_s, "LeerCampo", "point");
     razon(u"LeerCampo : point query inside a batch (ns)"_s, "LeerCampo", "point in a batch");

@@ -92,13 +92,13 @@ void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida)
         !s.finanzas->OpenSnapshot("SELECT Nom FROM Articulos WHERE Ida = ?", tip).EOF_();
     Recordset tareas =
         conocido ? s.morvane->OpenRecordset(
-                       "select * from TareasAgenda where tip = ? and ida = ? and ArtAux = ? and "
-                       "est = 0 and fcreacion <= date() order by fcreacion asc",
-                       tip, ida, artaux)
+            "select * from TareasAgenda where tip = ? and ida = ? and ArtAux = ? and "
+            "est = 0 and fcreacion <= date() order by fcreacion asc",
+            tip, ida, artaux)
                  : s.morvane->OpenRecordset(
-                       "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
-                       "fcreacion <= date() order by fcreacion asc",
-                       ida, artaux);
+                     "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
+                     "fcreacion <= date() order by fcreacion asc",
+                     ida, artaux);
     if (conocido && tareas.EOF_())
         tareas = s.morvane->OpenRecordset(
             "select * from TareasAgenda where tip = ? and ida = ? and est = 0 and "

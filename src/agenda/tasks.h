@@ -5,12 +5,12 @@
 
 /// A task to be written. What is left empty is stored as Null.
 struct Tarea {
-    int tip = 0;    // above 0 a service or product; below 0 one of the codes in namespace TipoTarea
-    int ida = 0;    // patient, client or user, as `tip` says
-    QDate dia;      // day of the task; invalid for what is only a communication
-    QTime hor;      // dropped without a day
-    QTime ala;      // alarm; dropped without a day
-    int medio = 0;  // 0 none, 1 e-mail, 2 letter, 3 e-mail or letter, 4 home delivery round
+    int tip = 0;   // above 0 a service or product; below 0 one of the codes in namespace TipoTarea
+    int ida = 0;   // patient, client or user, as `tip` says
+    QDate dia;     // day of the task; invalid for what is only a communication
+    QTime hor;     // dropped without a day
+    QTime ala;     // alarm; dropped without a day
+    int medio = 0; // 0 none, 1 e-mail, 2 letter, 3 e-mail or letter, 4 home delivery round
     QDate fcreacion;
     qint64 artaux = 0; // product of a dose or food task
     QString des;

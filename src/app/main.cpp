@@ -37,9 +37,15 @@ void FijarLocal(Idioma idioma)
         return;
     }
     switch (idioma) {
-    case Idioma::Espanol: QLocale::setDefault({QLocale::Spanish, QLocale::Uruguay}); break;
-    case Idioma::Portugues: QLocale::setDefault({QLocale::Portuguese, QLocale::Brazil}); break;
-    case Idioma::Ingles: QLocale::setDefault({QLocale::English, QLocale::UnitedStates}); break;
+    case Idioma::Espanol:
+        QLocale::setDefault({QLocale::Spanish, QLocale::Uruguay});
+        break;
+    case Idioma::Portugues:
+        QLocale::setDefault({QLocale::Portuguese, QLocale::Brazil});
+        break;
+    case Idioma::Ingles:
+        QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
+        break;
     }
 }
 
@@ -71,8 +77,8 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
 
     // One instance on this machine for each program folder, which may be shared: so the lock lies
     // in the machine's own folder. One whose program died counts for nothing.
-    const QByteArray huella = QCryptographicHash::hash(s.carpetaDePrograma.toUtf8(),
-                                                       QCryptographicHash::Sha1);
+    const QByteArray huella =
+        QCryptographicHash::hash(s.carpetaDePrograma.toUtf8(), QCryptographicHash::Sha1);
     QLockFile candado(QDir::tempPath() + QStringLiteral("/kelvara-")
                       + QString::fromLatin1(huella.toHex().left(16)) + QStringLiteral(".lock"));
     candado.setStaleLockTime(0);
@@ -124,9 +130,15 @@ int main(int argc, char **argv)
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kelvara"));
     switch (opciones->modo) {
-    case Opciones::Modo::Ayuda: std::printf("%s", TextoDeAyuda().toUtf8().constData()); return 0;
-    case Opciones::Modo::Version: std::printf("Kelvara %s\n", KELVARA_VERSION); return 0;
-    case Opciones::Modo::Crear: return CrearDatos(*opciones, idioma);
-    default: return CorrerDesatendido(*opciones, idioma);
+    case Opciones::Modo::Ayuda:
+        std::printf("%s", TextoDeAyuda().toUtf8().constData());
+        return 0;
+    case Opciones::Modo::Version:
+        std::printf("Kelvara %s\n", KELVARA_VERSION);
+        return 0;
+    case Opciones::Modo::Crear:
+        return CrearDatos(*opciones, idioma);
+    default:
+        return CorrerDesatendido(*opciones, idioma);
     }
 }

@@ -10,8 +10,8 @@
 struct Opciones {
     enum class Modo { Ventana, Desatendido, Crear, Version, Ayuda };
     Modo modo = Modo::Ventana;
-    QString datos;  // data folder, whatever ruta.txt says; "" for ruta.txt
-    QString crear;  // folder to make
+    QString datos; // data folder, whatever ruta.txt says; "" for ruta.txt
+    QString crear; // folder to make
     bool demo = false;
     std::optional<Idioma> idioma;
 };

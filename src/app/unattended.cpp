@@ -39,9 +39,8 @@ QString EnUnaLinea(QString t)
 void ImprimirPizarra(Sesion &s)
 {
     for (const LineaDePizarra &l : LeerPizarra(s))
-        Imprimir(stdout,
-                 QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2) +
-                     EnUnaLinea(l.mensaje));
+        Imprimir(stdout, QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2)
+                             + EnUnaLinea(l.mensaje));
 }
 
 } // namespace

@@ -254,8 +254,8 @@ QVariant ModeloDePizarra::textoDe(const QModelIndex &celda) const
         return {};
     switch (ClaseDe(celda.row())) {
     case Clase::Encabezado:
-        return QString(m_s(ResumenDelDia) + u"\t "_s +
-                       QLocale().toString(m_s.reloj.hoy, QLocale::LongFormat) + u'.');
+        return QString(m_s(ResumenDelDia) + u"\t "_s
+                       + QLocale().toString(m_s.reloj.hoy, QLocale::LongFormat) + u'.');
     case Clase::Vacia:
         return m_s(SinNovedades);
     case Clase::Linea:

@@ -143,8 +143,8 @@ QPushButton *frmprincipal::buildButton(const BotonDeTablero &button)
     b->setAutoDefault(false);
     // Not the button's own shortcut, which acts only after it has shown itself pressed.
     connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, b, &QPushButton::click);
-    b->setEnabled(button.formulario.isEmpty() ||
-                  m_formularios.Existe(button.formulario.toString()));
+    b->setEnabled(button.formulario.isEmpty()
+                  || m_formularios.Existe(button.formulario.toString()));
 
     auto *hint = new QLabel(keys);
     hint->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -272,8 +272,8 @@ void frmprincipal::pointAt(const QModelIndex &cell)
 
 bool frmprincipal::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == GPizarra && event->type() == QEvent::KeyPress &&
-        boardKey(*static_cast<QKeyEvent *>(event)))
+    if (watched == GPizarra && event->type() == QEvent::KeyPress
+        && boardKey(*static_cast<QKeyEvent *>(event)))
         return true;
     return FormBase::eventFilter(watched, event);
 }

@@ -41,8 +41,8 @@ QString patientOf(Sesion &s, const Alarma &alarm)
     QStringList phones{LeerCampo(s, "clientes", "clientes", owner, "tel2"),
                        LeerCampo(s, "clientes", "clientes", owner, "telc2")};
     phones.removeAll(QString());
-    QString text = u"\n\n"_s + name + u'\n' + s(clientText) + u": "_s +
-                   LeerCampo(s, "clientes", "clientes", owner, "ayn");
+    QString text = u"\n\n"_s + name + u'\n' + s(clientText) + u": "_s
+                   + LeerCampo(s, "clientes", "clientes", owner, "ayn");
     if (!phones.isEmpty())
         text += u'\n' + s(phonesText) + u": "_s + phones.join(u" / "_s);
     return text;

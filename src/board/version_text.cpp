@@ -14,7 +14,7 @@ QString TextoDeVersion(int ver)
 
 QString TituloDelTablero(Sesion &s)
 {
-    return s.clinica.nom + u". Kelvara v"_s + TextoDeVersion(s.configuracion["Ver"].toInt()) +
-           u" - "_s + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s +
-           s.usuario.nom + u'.';
+    return s.clinica.nom + u". Kelvara v"_s + TextoDeVersion(s.configuracion["Ver"].toInt())
+           + u" - "_s + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s
+           + s.usuario.nom + u'.';
 }

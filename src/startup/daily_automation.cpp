@@ -102,8 +102,8 @@ void ReservarServicio(Corrida &c, int idm, int ida, int idcat)
     t.medio = PorReparto;
     t.fcreacion = c.hoy;
     t.artaux = ida;
-    t.des = LeerCampo(c.s, "finanzas", "flcategorias", idcat, "nom") + QStringLiteral(" - ") +
-            LeerCampo(c.s, "finanzas", "articulos", ida, "nom");
+    t.des = LeerCampo(c.s, "finanzas", "flcategorias", idcat, "nom") + QStringLiteral(" - ")
+            + LeerCampo(c.s, "finanzas", "articulos", ida, "nom");
     AgregarTarea(c.s, t);
 }
 
@@ -492,8 +492,8 @@ void Internados(Corrida &c)
         if (n > 0)
             AgregarPizarra(
                 c.s,
-                QStringLiteral("Hay: ") + Num(n) +
-                    QStringLiteral(" mascotas internadas. (Listados para mas informacion)"),
+                QStringLiteral("Hay: ") + Num(n)
+                    + QStringLiteral(" mascotas internadas. (Listados para mas informacion)"),
                 0, 0, 0);
     });
 }

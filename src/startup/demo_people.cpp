@@ -188,8 +188,8 @@ void InventarSocios(Demo &d)
     }
     for (const char *lista : {"cobradores", "promotores"})
         for (const QString &nombre : d.palabras[QLatin1StringView(lista)])
-            d.os.Execute("insert into " + std::string(lista) +
-                             " (nom, dir, tel, mail, obs) values (?, ?, ?, ?, '')",
+            d.os.Execute("insert into " + std::string(lista)
+                             + " (nom, dir, tel, mail, obs) values (?, ?, ?, ?, '')",
                          nombre, Calle(d), Telefono(d), Llano(nombre) + "@example.org"_L1);
     for (const QString &zona : d.palabras[u"zonas"_s])
         d.os.Execute("insert into Zonas (nom) values (?)", zona);

@@ -38,8 +38,8 @@ void Historia(Demo &d, const MascotaDemo &m, int ida, int cat, int cada, int dad
 MascotaDemo &Apartar(Demo &d, int ser)
 {
     const auto libre = [&](const MascotaDemo &m) {
-        return !m.apartada && !m.dec && m.esp <= 2 && m.ser == ser && m.fecn.isValid() &&
-               m.fecn.daysTo(d.hoy) > 850;
+        return !m.apartada && !m.dec && m.esp <= 2 && m.ser == ser && m.fecn.isValid()
+               && m.fecn.daysTo(d.hoy) > 850;
     };
     // From a place of its own for each search, so that they are not all neighbours.
     const auto desde = d.animales.begin() + d.azar.Entre(0, int(d.animales.size()) - 1);

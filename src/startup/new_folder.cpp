@@ -75,8 +75,8 @@ bool Trasladar(const QString &desde, const QString &carpeta)
     QStringList puestos;
     for (const QString &base : BasesDeDatos()) {
         const QString destino = RutaBajo(carpeta, ArchivoDe(base));
-        if (!QDir().mkpath(QFileInfo(destino).path()) ||
-            !QFile::rename(desde + u'/' + ArchivoDe(base), destino)) {
+        if (!QDir().mkpath(QFileInfo(destino).path())
+            || !QFile::rename(desde + u'/' + ArchivoDe(base), destino)) {
             for (const QString &puesto : std::as_const(puestos))
                 QFile::remove(puesto);
             return false;

@@ -85,8 +85,8 @@ QString RutaBajo(const QString &carpeta, const QString &relativa)
     for (qsizetype i = 0; i < partes.size(); ++i) {
         QString parte = partes[i];
         if (!QFileInfo::exists(ruta + parte)) {
-            const QStringList nombres
-                = QDir(ruta).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+            const QStringList nombres =
+                QDir(ruta).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
             for (const QString &n : nombres)
                 if (n.compare(parte, Qt::CaseInsensitive) == 0) {
                     parte = n;
@@ -103,8 +103,8 @@ QString RutaBajo(const QString &carpeta, const QString &relativa)
 void FijarCarpetaDeDatos(Sesion &s, const QString &carpeta)
 {
     s.carpetaDePrograma = CarpetaDePrograma();
-    s.carpetaDeDatos = carpeta.isEmpty() ? LeerRuta(s.carpetaDePrograma)
-                                         : ConBarra(QDir(carpeta).absolutePath());
+    s.carpetaDeDatos =
+        carpeta.isEmpty() ? LeerRuta(s.carpetaDePrograma) : ConBarra(QDir(carpeta).absolutePath());
     s.carpetaDada = !carpeta.isEmpty();
     s.EnRed = s.carpetaDeDatos.toLower() != s.carpetaDePrograma.toLower();
 }
@@ -122,8 +122,8 @@ QString RutaRealDeDatos(Sesion &s)
     s.morvane->Execute("INSERT INTO TareasAgenda (Ida, ID) VALUES (?, ?)", IdaDeMarca,
                        s.configuracion["contadorTareas"].toLong() + 1);
 
-    const QString local
-        = ConBarra(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    const QString local =
+        ConBarra(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
     const QString candidatas[] = {
         RutaBajo(local, QStringLiteral("VirtualStore/Program Files/Kelvara")),
         RutaBajo(local, QStringLiteral("VirtualStore/Program Files (x86)/Kelvara")),
@@ -155,12 +155,13 @@ BloqueoDeCarpeta::BloqueoDeCarpeta(const QString &carpeta, const QString &nombre
                                    const std::function<void()> &mientras)
 {
     const QString ruta = ConBarra(carpeta) + nombre;
-    const int archivo
-        = ::open(QFile::encodeName(ruta).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    const int archivo =
+        ::open(QFile::encodeName(ruta).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (archivo < 0)
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, ruta);
     // A record lock, like the engine's own: it works on shared folders and ends with its process.
-    struct flock l{};
+    struct flock l {
+    };
     l.l_type = F_WRLCK;
     l.l_whence = SEEK_SET;
     QDeadlineTimer plazo(segundos * 1000);

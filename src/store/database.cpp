@@ -6,18 +6,14 @@
 #include <algorithm>
 
 Base::Interno::Interno(Motor &m, std::string e, const Reloj &r)
-    : motor(m)
-    , esquema(std::move(e))
-    , reloj(r)
-    , catalogo(m, esquema)
+    : motor(m), esquema(std::move(e)), reloj(r), catalogo(m, esquema)
 {
 }
 
 // --- Definitions -----------------------------------------------------------------------------
 
 CatalogoDeArchivo::CatalogoDeArchivo(Motor &motor, std::string esquema)
-    : m_motor(motor)
-    , m_esquema(std::move(esquema))
+    : m_motor(motor), m_esquema(std::move(esquema))
 {
 }
 
@@ -85,9 +81,15 @@ void Base::Interno::Ligar(Compilada &c, std::span<const Valor> valores) const
     int n = 0;
     for (const jet::Parametro &p : c.traduccion.parametros) {
         switch (p.origen) {
-        case jet::Parametro::Dado: c.sentencia->Ligar(n, valores[size_t(p.indice)]); break;
-        case jet::Parametro::Hoy: c.sentencia->Ligar(n, reloj.hoy); break;
-        case jet::Parametro::Hora: c.sentencia->Ligar(n, reloj.Hora()); break;
+        case jet::Parametro::Dado:
+            c.sentencia->Ligar(n, valores[size_t(p.indice)]);
+            break;
+        case jet::Parametro::Hoy:
+            c.sentencia->Ligar(n, reloj.hoy);
+            break;
+        case jet::Parametro::Hora:
+            c.sentencia->Ligar(n, reloj.Hora());
+            break;
         case jet::Parametro::Ahora:
             c.sentencia->Ligar(n, QDateTime(reloj.hoy, reloj.Hora()));
             break;

@@ -11,7 +11,10 @@
 /// Looks strings up by view, so that a statement's text is never copied to find it.
 struct HashDeTexto {
     using is_transparent = void;
-    size_t operator()(std::string_view t) const noexcept { return std::hash<std::string_view>{}(t); }
+    size_t operator()(std::string_view t) const noexcept
+    {
+        return std::hash<std::string_view>{}(t);
+    }
 };
 template <typename T>
 using PorTexto = std::unordered_map<std::string, T, HashDeTexto, std::equal_to<>>;
@@ -19,8 +22,8 @@ using PorTexto = std::unordered_map<std::string, T, HashDeTexto, std::equal_to<>
 struct Compilada {
     jet::Traduccion traduccion;
     std::unique_ptr<Sentencia> sentencia;
-    int *escrituras = nullptr;      // the count of the table that it writes
-    std::vector<int *> lecturas;    // the counts of the tables that it reads rows of
+    int *escrituras = nullptr;   // the count of the table that it writes
+    std::vector<int *> lecturas; // the counts of the tables that it reads rows of
 };
 
 /// Value of a raw cell as the column's type says.

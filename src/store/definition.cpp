@@ -16,10 +16,10 @@ struct NombreDeTipo {
 
 // COUNTER is declared as the engine needs it for an identity.
 constexpr NombreDeTipo Nombres[] = {
-    {Tipo::Counter, "INTEGER"}, {Tipo::Byte, "BYTE"},     {Tipo::Smallint, "SMALLINT"},
-    {Tipo::Long, "LONG"},       {Tipo::Single, "SINGLE"}, {Tipo::Double, "DOUBLE"},
-    {Tipo::Currency, "CURRENCY"}, {Tipo::Date, "DATE"},   {Tipo::Time, "TIME"},
-    {Tipo::YesNo, "YESNO"},     {Tipo::Memo, "MEMO"},
+    {Tipo::Counter, "INTEGER"},   {Tipo::Byte, "BYTE"},     {Tipo::Smallint, "SMALLINT"},
+    {Tipo::Long, "LONG"},         {Tipo::Single, "SINGLE"}, {Tipo::Double, "DOUBLE"},
+    {Tipo::Currency, "CURRENCY"}, {Tipo::Date, "DATE"},     {Tipo::Time, "TIME"},
+    {Tipo::YesNo, "YESNO"},       {Tipo::Memo, "MEMO"},
 };
 
 std::string Citado(std::string_view nombre)

@@ -4,10 +4,7 @@
 
 namespace
 {
-void Escribir(const QString &texto)
-{
-    std::fprintf(stderr, "%s\n", texto.toUtf8().constData());
-}
+void Escribir(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toUtf8().constData()); }
 } // namespace
 
 void DialogosDesatendidos::Mensaje(const QString &texto) { Escribir(texto); }

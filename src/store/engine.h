@@ -1,4 +1,5 @@
-// The narrow interface behind which the database engine sits. Nothing above it knows which engine it is.
+// The narrow interface behind which the database engine sits. Nothing above it knows which engine
+// it is.
 #pragma once
 
 #include "store/errors.h"

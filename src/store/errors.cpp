@@ -1,10 +1,10 @@
 #include "store/errors.h"
 
 ErrorDeAlmacen::ErrorDeAlmacen(int n, const QString &d, const QString &s)
-    : std::runtime_error(QStringLiteral("%1: %2").arg(n).arg(d).toStdString())
-    , numero(n)
-    , descripcion(d)
-    , sentencia(s)
+    : std::runtime_error(QStringLiteral("%1: %2").arg(n).arg(d).toStdString()),
+      numero(n),
+      descripcion(d),
+      sentencia(s)
 {
 }
 

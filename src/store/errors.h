@@ -1,4 +1,5 @@
-// Failures of the store. They carry the error numbers that the rest of the system knows, whatever the engine says.
+// Failures of the store. They carry the error numbers that the rest of the system knows, whatever
+// the engine says.
 #pragma once
 
 #include <QString>
@@ -17,7 +18,8 @@ inline constexpr int NoEnLaColeccion = 3265; // a column or table that the file 
 inline constexpr int Clave = 3022;           // a duplicate where the file allows none
 inline constexpr int BaseNoEncontrada = 3024;
 inline constexpr int SinRegistroActual = 3021;
-inline constexpr int Parametros = 3061; // a name in a statement that is no column, or a value too few
+inline constexpr int Parametros =
+    3061; // a name in a statement that is no column, or a value too few
 inline constexpr int Sintaxis = 3075;
 inline constexpr int TablaNoEncontrada = 3078;
 inline constexpr int Bloqueada = 3260; // another terminal held the file for too long

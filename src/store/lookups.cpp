@@ -143,8 +143,8 @@ void AnotarError(Sesion &s, int numero, const QString &descripcion, const QStrin
 {
     try {
         s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",
-                           numero, s.morvane->Recortado("errores", "des", descripcion),
-                           s.reloj.hoy, s.morvane->Recortado("errores", "fuente", fuente));
+                           numero, s.morvane->Recortado("errores", "des", descripcion), s.reloj.hoy,
+                           s.morvane->Recortado("errores", "fuente", fuente));
     } catch (const ErrorDeAlmacen &) {
         // The log lies on the same disk as what failed; the user is told all the same.
     }
@@ -164,10 +164,7 @@ QString SistemaOperativo()
     return {};
 }
 
-QString PaginaDeAyuda(const Sesion &s)
-{
-    return PaginaEnIdioma(s, QStringLiteral("aprender.php"));
-}
+QString PaginaDeAyuda(const Sesion &s) { return PaginaEnIdioma(s, QStringLiteral("aprender.php")); }
 
 QString PaginaDeVideos(const Sesion &s)
 {

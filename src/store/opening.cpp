@@ -9,9 +9,12 @@ namespace
 QString TextoDe(const Sesion &s, const ErrorDeAlmacen &e)
 {
     switch (e.numero) {
-    case ErrorNum::BaseNoEncontrada: return s(3410);
-    case ErrorNum::BaseDanada: return s(9001) + u'\n' + e.descripcion;
-    default: return TextoDeError(s, e);
+    case ErrorNum::BaseNoEncontrada:
+        return s(3410);
+    case ErrorNum::BaseDanada:
+        return s(9001) + u'\n' + e.descripcion;
+    default:
+        return TextoDeError(s, e);
     }
 }
 
@@ -42,12 +45,18 @@ std::unique_ptr<Base> AbrirBase(Sesion &s, const QString &base)
 QString TextoDeError(const Sesion &s, const ErrorDeAlmacen &e)
 {
     switch (e.numero) {
-    case ErrorNum::DiscoLleno: return s(9002);
-    case ErrorNum::SoloLectura: return s(9003);
-    case ErrorNum::Bloqueada: return s(9004);
-    case ErrorNum::RutaODisco: return s(9005) + u'\n' + e.descripcion;
-    case ErrorNum::BaseDanada: return s(9001) + u'\n' + e.descripcion;
-    default: return e.descripcion;
+    case ErrorNum::DiscoLleno:
+        return s(9002);
+    case ErrorNum::SoloLectura:
+        return s(9003);
+    case ErrorNum::Bloqueada:
+        return s(9004);
+    case ErrorNum::RutaODisco:
+        return s(9005) + u'\n' + e.descripcion;
+    case ErrorNum::BaseDanada:
+        return s(9001) + u'\n' + e.descripcion;
+    default:
+        return e.descripcion;
     }
 }
 

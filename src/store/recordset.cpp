@@ -75,22 +75,29 @@ Valor AlTipo(const Valor &v, Tipo tipo)
     if (v.EsNulo())
         return tipo == Tipo::YesNo ? Valor(false) : v;
     switch (tipo) {
-    case Tipo::Currency: return v.toMoneda();
-    case Tipo::YesNo: return v.toBool();
+    case Tipo::Currency:
+        return v.toMoneda();
+    case Tipo::YesNo:
+        return v.toBool();
     case Tipo::Counter:
     case Tipo::Byte:
     case Tipo::Smallint:
-    case Tipo::Long: return v.toLong();
+    case Tipo::Long:
+        return v.toLong();
     case Tipo::Single:
-    case Tipo::Double: return v.toDouble();
+    case Tipo::Double:
+        return v.toDouble();
     case Tipo::Date:
         if (v.Es<QString>())
             return v.toDate();
         return v;
-    case Tipo::Time: return v.toTime();
+    case Tipo::Time:
+        return v.toTime();
     case Tipo::Text:
-    case Tipo::Memo: return v.toText();
-    case Tipo::Ninguno: return v;
+    case Tipo::Memo:
+        return v.toText();
+    case Tipo::Ninguno:
+        return v;
     }
     return v;
 }
@@ -215,10 +222,17 @@ struct Recordset::Datos {
                     Celda &celda = celdas[base0 + size_t(i)];
                     celda.clase = st.ClaseDe(i);
                     switch (celda.clase) {
-                    case Sentencia::Clase::Entero: celda.entero = st.Entero(i); break;
-                    case Sentencia::Clase::Doble: celda.doble = st.Doble(i); break;
-                    case Sentencia::Clase::Texto: Guardar(celda, st.Texto(i)); break;
-                    case Sentencia::Clase::Nulo: break;
+                    case Sentencia::Clase::Entero:
+                        celda.entero = st.Entero(i);
+                        break;
+                    case Sentencia::Clase::Doble:
+                        celda.doble = st.Doble(i);
+                        break;
+                    case Sentencia::Clase::Texto:
+                        Guardar(celda, st.Texto(i));
+                        break;
+                    case Sentencia::Clase::Nulo:
+                        break;
                     }
                 }
                 // A row that an outer join left empty has no key.
@@ -268,11 +282,10 @@ struct Recordset::Datos {
     {
         const Celda &c = celdas[size_t(fila) * columnas.size() + size_t(columna)];
         const bool texto = c.clase == Sentencia::Clase::Texto;
-        return ValorDeCelda(c.clase, texto ? 0 : c.entero,
-                            c.clase == Sentencia::Clase::Doble ? c.doble : 0.0,
-                            texto ? std::string_view(textos).substr(c.posicion, c.largo)
-                                  : std::string_view(),
-                            columnas[size_t(columna)].tipo);
+        return ValorDeCelda(
+            c.clase, texto ? 0 : c.entero, c.clase == Sentencia::Clase::Doble ? c.doble : 0.0,
+            texto ? std::string_view(textos).substr(c.posicion, c.largo) : std::string_view(),
+            columnas[size_t(columna)].tipo);
     }
 
     void Escribir(int fila, int columna, const Valor &v)
@@ -410,7 +423,6 @@ struct Recordset::Datos {
                                  + QString::fromStdString(c.nombre));
     }
 
-
     // The engine would take such a memo for a number; as bytes it is left alone.
     std::string Marca(int columna, const Valor &v) const
     {
@@ -429,14 +441,14 @@ struct Recordset::Datos {
                 if (FuenteDe(columna) != int(f) || Leer(actual, columna) == valor)
                     continue;
                 cambios += (cambios.empty() ? "" : ", ") + Citado(columnas[size_t(columna)].columna)
-                       + " = " + Marca(columna, valor);
+                           + " = " + Marca(columna, valor);
                 dados.push_back(&valor);
             }
             if (cambios.empty())
                 continue;
-            Sentencia &st = base->Directa("UPDATE " + Citado(base->esquema) + '.'
-                                          + Citado(fuentes[f].tabla) + " SET " + cambios
-                                          + " WHERE rowid = ?");
+            Sentencia &st =
+                base->Directa("UPDATE " + Citado(base->esquema) + '.' + Citado(fuentes[f].tabla)
+                              + " SET " + cambios + " WHERE rowid = ?");
             int n = 0;
             for (const Valor *v : dados)
                 st.Ligar(n++, *v);
@@ -714,8 +726,8 @@ Recordset Base::Abrir(std::string_view sql, std::span<const Valor> valores, bool
     datos->sql = sql;
     datos->valores.assign(valores.begin(), valores.end());
     datos->actualizable = actualizable;
-    const Compilada &c = m_i->Compilar(sql, actualizable ? m_i->conClaves : m_i->sinClaves,
-                                       actualizable);
+    const Compilada &c =
+        m_i->Compilar(sql, actualizable ? m_i->conClaves : m_i->sinClaves, actualizable);
     if (c.traduccion.clase != jet::Traduccion::Consulta)
         throw ErrorDeAlmacen(ErrorNum::Sintaxis, QStringLiteral("Not a query"),
                              QString::fromUtf8(sql.data(), qsizetype(sql.size())));

@@ -96,8 +96,8 @@ private:
     void AgregarColumna(const QList<Palabra> &palabras)
     {
         TablaDeclarada &tabla = m_tablas.back();
-        const bool conDefecto = palabras.size() == 4 && palabras[2].clase == Palabra::Suelta &&
-                                palabras[2].texto == "default"_L1;
+        const bool conDefecto = palabras.size() == 4 && palabras[2].clase == Palabra::Suelta
+                                && palabras[2].texto == "default"_L1;
         if (palabras[0].clase == Palabra::Literal || (palabras.size() != 2 && !conDefecto))
             Fallar(u"expected: COLUMN TYPE [default LITERAL]"_s);
         const QString &nombre = palabras[0].texto;
@@ -160,8 +160,8 @@ private:
     QString LeerLiteral(const Palabra &p) const
     {
         static const QRegularExpression numero(u"^-?\\d+(\\.\\d+)?$"_s);
-        if (p.clase == Palabra::Literal ||
-            (p.clase == Palabra::Suelta && numero.match(p.texto).hasMatch()))
+        if (p.clase == Palabra::Literal
+            || (p.clase == Palabra::Suelta && numero.match(p.texto).hasMatch()))
             return p.texto;
         Fallar(u"no number and no text in quotes: %1"_s.arg(p.texto));
     }

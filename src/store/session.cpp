@@ -1,8 +1,5 @@
 #include "store/session.h"
 
-Sesion::Sesion(Dialogos &d, Impresion &i, Idioma idioma)
-    : dialogos(d)
-    , impresion(i)
-    , textos(idioma)
+Sesion::Sesion(Dialogos &d, Impresion &i, Idioma idioma) : dialogos(d), impresion(i), textos(idioma)
 {
 }

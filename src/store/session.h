@@ -112,7 +112,7 @@ struct Sesion {
     QString carpetaDePrograma; // with a slash at the end, like the next
     QString carpetaDeDatos;
     bool carpetaDada = false; // on the command line, whatever ruta.txt says
-    bool EnRed = false; // the data lie on another machine's folder
+    bool EnRed = false;       // the data lie on another machine's folder
     QChar separadorDecimal = u'.';
 
     Usuario usuario;

@@ -34,25 +34,33 @@ std::string CitadoUtf8(const std::string &nombre) { return Citado(nombre).toStdS
 int NumeroDe(int codigo)
 {
     switch (codigo & 0xff) {
-    case SQLITE_NOMEM: return ErrorNum::SinMemoria;
-    case SQLITE_FULL: return ErrorNum::DiscoLleno;
-    case SQLITE_READONLY: return ErrorNum::SoloLectura;
+    case SQLITE_NOMEM:
+        return ErrorNum::SinMemoria;
+    case SQLITE_FULL:
+        return ErrorNum::DiscoLleno;
+    case SQLITE_READONLY:
+        return ErrorNum::SoloLectura;
     case SQLITE_IOERR:
     case SQLITE_CANTOPEN:
-    case SQLITE_PERM: return ErrorNum::RutaODisco;
+    case SQLITE_PERM:
+        return ErrorNum::RutaODisco;
     case SQLITE_CORRUPT:
-    case SQLITE_NOTADB: return ErrorNum::BaseDanada;
+    case SQLITE_NOTADB:
+        return ErrorNum::BaseDanada;
     case SQLITE_BUSY:
-    case SQLITE_LOCKED: return ErrorNum::Bloqueada;
-    case SQLITE_CONSTRAINT: return ErrorNum::Clave;
-    default: return ErrorNum::Interno;
+    case SQLITE_LOCKED:
+        return ErrorNum::Bloqueada;
+    case SQLITE_CONSTRAINT:
+        return ErrorNum::Clave;
+    default:
+        return ErrorNum::Interno;
     }
 }
 
 [[noreturn]] void Fallar(sqlite3 *db, int codigo, const std::string &sql = {})
 {
-    const QString texto = db ? QString::fromUtf8(sqlite3_errmsg(db))
-                             : QString::fromUtf8(sqlite3_errstr(codigo));
+    const QString texto =
+        db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(codigo));
     throw ErrorDeAlmacen(NumeroDe(codigo), texto, QString::fromStdString(sql));
 }
 
@@ -128,13 +136,13 @@ Valor ValorDeCelda(Sentencia::Clase clase, qint64 entero, double doble, std::str
             }
             break; // what another program wrote and is no day stays visible as text
         case Tipo::Time:
-            if (const QTime t = LeerHora(texto.size() > 10 ? texto.substr(11) : texto);
-                t.isValid())
+            if (const QTime t = LeerHora(texto.size() > 10 ? texto.substr(11) : texto); t.isValid())
                 return t;
             break;
         case Tipo::Text:
         case Tipo::Memo:
-        case Tipo::Ninguno: break;
+        case Tipo::Ninguno:
+            break;
         default: {
             const Valor v(QString::fromUtf8(texto.data(), qsizetype(texto.size())));
             if (tipo == Tipo::Currency)
@@ -152,13 +160,18 @@ Valor ValorDeCelda(Sentencia::Clase clase, qint64 entero, double doble, std::str
     switch (tipo) {
     case Tipo::Currency:
         return es_entero ? Moneda::DeEntero(entero) : Moneda::Redondear(doble);
-    case Tipo::YesNo: return es_entero ? entero != 0 : doble != 0.0;
+    case Tipo::YesNo:
+        return es_entero ? entero != 0 : doble != 0.0;
     case Tipo::Single:
-    case Tipo::Double: return es_entero ? double(entero) : doble;
+    case Tipo::Double:
+        return es_entero ? double(entero) : doble;
     case Tipo::Text:
-    case Tipo::Memo: return es_entero ? Valor(entero).toText() : Valor(doble).toText();
-    case Tipo::Ninguno: return es_entero ? Valor(entero) : Valor(doble);
-    default: return es_entero ? Valor(entero) : Valor(Valor(doble).toLong());
+    case Tipo::Memo:
+        return es_entero ? Valor(entero).toText() : Valor(doble).toText();
+    case Tipo::Ninguno:
+        return es_entero ? Valor(entero) : Valor(doble);
+    default:
+        return es_entero ? Valor(entero) : Valor(Valor(doble).toLong());
     }
 }
 
@@ -246,10 +259,14 @@ public:
     Clase ClaseDe(int c) const override
     {
         switch (sqlite3_column_type(m_st, c)) {
-        case SQLITE_NULL: return Clase::Nulo;
-        case SQLITE_INTEGER: return Clase::Entero;
-        case SQLITE_FLOAT: return Clase::Doble;
-        default: return Clase::Texto; // a BLOB is a memo that would be taken for a number
+        case SQLITE_NULL:
+            return Clase::Nulo;
+        case SQLITE_INTEGER:
+            return Clase::Entero;
+        case SQLITE_FLOAT:
+            return Clase::Doble;
+        default:
+            return Clase::Texto; // a BLOB is a memo that would be taken for a number
         }
     }
     qint64 Entero(int c) const override { return sqlite3_column_int64(m_st, c); }
@@ -355,8 +372,8 @@ public:
     std::vector<ColumnaDeclarada> Columnas(const std::string &esquema,
                                            const std::string &tabla) override
     {
-        auto st = Preparar("PRAGMA " + CitadoUtf8(esquema) + ".table_info(" + CitadoUtf8(tabla)
-                           + ")");
+        auto st =
+            Preparar("PRAGMA " + CitadoUtf8(esquema) + ".table_info(" + CitadoUtf8(tabla) + ")");
         std::vector<ColumnaDeclarada> cols;
         while (st->Paso())
             cols.push_back({std::string(st->Texto(1)), std::string(st->Texto(2)),
@@ -439,9 +456,10 @@ void CrearArchivoVacio(const QString &archivo)
     if (QFileInfo::exists(archivo))
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, archivo);
     sqlite3 *db = nullptr;
-    int r = sqlite3_open_v2(ruta.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
-                            nullptr);
-    const std::string sql = "PRAGMA cipher_page_size = " + std::to_string(TamanoDePagina)
+    int r =
+        sqlite3_open_v2(ruta.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    const std::string sql = "PRAGMA cipher_page_size = "
+                            + std::to_string(TamanoDePagina)
                             // Something must be written for the file to get its first page.
                             + "; CREATE TABLE nada (x); DROP TABLE nada;";
     if (r == SQLITE_OK)

@@ -90,9 +90,8 @@ QString Valor::toText() const
     return std::visit(
         Segun{[](std::monostate) { return QString(); },
               [](bool b) { return b ? QStringLiteral("-1") : QStringLiteral("0"); },
-              [](qint64 n) { return QString::number(n); },
-              [](double x) { return NumeroATexto(x); }, [](Moneda m) { return m.ATexto(); },
-              [](QDate d) { return d.toString(Qt::ISODate); },
+              [](qint64 n) { return QString::number(n); }, [](double x) { return NumeroATexto(x); },
+              [](Moneda m) { return m.ATexto(); }, [](QDate d) { return d.toString(Qt::ISODate); },
               [](QTime t) { return t.toString(u"HH:mm:ss"); },
               [](const QDateTime &t) { return t.toString(u"yyyy-MM-dd HH:mm:ss"); },
               [](const QString &s) { return s; }},

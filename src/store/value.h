@@ -39,9 +39,21 @@ public:
     Valor(long long n) : m_v(qint64(n)) {}
     Valor(double x) : m_v(x) {}
     Valor(Moneda m) : m_v(m) {}
-    Valor(QDate d) { if (d.isValid()) m_v = d; }
-    Valor(QTime t) { if (t.isValid()) m_v = t; }
-    Valor(const QDateTime &t) { if (t.isValid()) m_v = t; }
+    Valor(QDate d)
+    {
+        if (d.isValid())
+            m_v = d;
+    }
+    Valor(QTime t)
+    {
+        if (t.isValid())
+            m_v = t;
+    }
+    Valor(const QDateTime &t)
+    {
+        if (t.isValid())
+            m_v = t;
+    }
     Valor(const QString &s) : m_v(s) {}
     Valor(QString &&s) : m_v(std::move(s)) {}
     Valor(const char16_t *s) : m_v(QString::fromUtf16(s)) {}
@@ -49,7 +61,10 @@ public:
 
     bool EsNulo() const { return m_v.index() == 0; }
     template <typename T>
-    const T *Es() const { return std::get_if<T>(&m_v); }
+    const T *Es() const
+    {
+        return std::get_if<T>(&m_v);
+    }
 
     int toInt() const { return int(toLong()); }
     qint64 toLong() const;

@@ -18,8 +18,8 @@ namespace
 
 bool isEnter(const QKeyEvent &key)
 {
-    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
-           !(key.modifiers() & ~Qt::KeypadModifier);
+    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+           && !(key.modifiers() & ~Qt::KeypadModifier);
 }
 
 void tellFailure(Sesion &s, int number, const QString &description, const QString &source)

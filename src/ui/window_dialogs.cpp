@@ -188,8 +188,8 @@ protected:
         }
         if (watched == &m_table && key.key() == Qt::Key_Space && mark())
             return true;
-        if (watched == &m_table && m_filter && !key.text().isEmpty() &&
-            key.text().at(0).isPrint()) {
+        if (watched == &m_table && m_filter && !key.text().isEmpty()
+            && key.text().at(0).isPrint()) {
             m_filter->setFocus();
             m_filter->insert(key.text());
             return true;

@@ -167,11 +167,11 @@ TEST_F(Programa, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
     const auto todo = [this] {
         QString t;
         Mirar([&t](Sesion &s) {
-            t = Filas(*s.morvane, "select * from TareasAgenda order by id") +
-                Filas(*s.morvane, "select * from Pizarra") +
-                Filas(*s.morvane, "select * from Perfiles order by idc") +
-                Filas(*s.clientes, "select * from Consumo order by idm, IdCat") +
-                Filas(*s.finanzas, "select * from CtaCteC order by idventa");
+            t = Filas(*s.morvane, "select * from TareasAgenda order by id")
+                + Filas(*s.morvane, "select * from Pizarra")
+                + Filas(*s.morvane, "select * from Perfiles order by idc")
+                + Filas(*s.clientes, "select * from Consumo order by idm, IdCat")
+                + Filas(*s.finanzas, "select * from CtaCteC order by idventa");
         });
         return t;
     };

@@ -64,8 +64,8 @@ TEST_F(Ringing, OnceEach)
 TEST_F(Ringing, SaysTheServiceAndThePatientWhereItIsKnown)
 {
     EXPECT_EQ(said(900), u"Agenda: Bath"_s);
-    EXPECT_EQ(said(900, 11), u"Agenda: Bath\n\nRex\n"_s + s(14) + u": Ruiz, Eva\n"_s + s(15) +
-                                 u": 555 1 / 555 2"_s);
+    EXPECT_EQ(said(900, 11), u"Agenda: Bath\n\nRex\n"_s + s(14) + u": Ruiz, Eva\n"_s + s(15)
+                                 + u": 555 1 / 555 2"_s);
     EXPECT_EQ(said(900, 12), u"Agenda: Bath"_s) << "the patient has been deleted";
     EXPECT_EQ(said(-100, 11), u"Agenda: "_s + s(1109)) << "the number is a user's there";
     EXPECT_EQ(said(901), u"Agenda: "_s) << "not a service";

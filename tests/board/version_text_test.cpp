@@ -17,7 +17,7 @@ using Title = Clinica;
 TEST_F(Title, NamesClinicVersionDayAndUser)
 {
     s.clinica.nom = u"El Ombú"_s;
-    EXPECT_EQ(TituloDelTablero(s), u"El Ombú. Kelvara v5.5.4 - "_s +
-                                       QLocale().toString(hoy, QLocale::LongFormat) +
-                                       u" - Usr: Ana."_s);
+    EXPECT_EQ(TituloDelTablero(s), u"El Ombú. Kelvara v5.5.4 - "_s
+                                       + QLocale().toString(hoy, QLocale::LongFormat)
+                                       + u" - Usr: Ana."_s);
 }

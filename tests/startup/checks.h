@@ -14,8 +14,8 @@ inline QString TextosDemasiadoLargos(Base &base)
         for (; !r.EOF_(); r.MoveNext())
             for (const jet::Columna &c : t->columnas)
                 if (c.tipo == Tipo::Text && r[c.nombre].toText().size() > c.ancho)
-                    hallados += QString::fromStdString(tabla + "." + c.nombre + ": ") +
-                                r[c.nombre].toText() + u'\n';
+                    hallados += QString::fromStdString(tabla + "." + c.nombre + ": ")
+                                + r[c.nombre].toText() + u'\n';
     }
     return hallados;
 }

@@ -217,8 +217,8 @@ TEST_F(Dia, MissedDosesAreCaughtUpForTenDays)
         Cerrado(c.dias);
         TareasDeInicio(s);
         EXPECT_EQ(Pizarra(" where dibujo = 103"),
-                  "103|6|18|It should have provided "s + std::to_string(c.contadas) +
-                      " scheduled products to clients 'without service'.\n");
+                  "103|6|18|It should have provided "s + std::to_string(c.contadas)
+                      + " scheduled products to clients 'without service'.\n");
     }
 }
 

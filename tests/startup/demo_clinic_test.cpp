@@ -47,8 +47,8 @@ TEST(DemoTablero, shows_every_kind_of_line_in_every_language_on_any_day)
     // A plain day, a Sunday, the day that most years lack.
     for (const Idioma idioma : {Idioma::Espanol, Idioma::Portugues, Idioma::Ingles})
         for (const QDate dia : {QDate(2026, 3, 11), QDate(2026, 8, 9), QDate(2028, 2, 29)}) {
-            SCOPED_TRACE(CodigoDeIdioma(idioma).toStdString() + " " +
-                         dia.toString(Qt::ISODate).toStdString());
+            SCOPED_TRACE(CodigoDeIdioma(idioma).toStdString() + " "
+                         + dia.toString(Qt::ISODate).toStdString());
             Demo c(idioma);
             c.s.reloj.hoy = dia;
             CrearDemo(c.s);

@@ -427,15 +427,15 @@ TEST_F(JetSemantics, ColumnsOfTheResultAreNamedAndTyped)
     const auto described = [this](const std::string &sql) {
         std::string out;
         for (const jet::ColumnaDeSalida &c : jet::Traducir(sql, e.Catalog(), "main").columnas)
-            out += c.tabla + "." + c.columna + " " + c.nombre + " " + std::to_string(int(c.tipo)) +
-                   " " + std::to_string(c.ancho) + "\n";
+            out += c.tabla + "." + c.columna + " " + c.nombre + " " + std::to_string(int(c.tipo))
+                   + " " + std::to_string(c.ancho) + "\n";
         return out;
     };
     const auto type = [](Tipo t) { return std::to_string(int(t)); };
     EXPECT_EQ(described("select c.*, RAZAS.nom, Razas.NOM as raza from razas, uno as c"),
-              "c.n n " + type(Tipo::Long) + " 0\nc.dia dia " + type(Tipo::Date) +
-                  " 0\nRazas.nom nom " + type(Tipo::Text) + " 20\nRazas.nom raza " +
-                  type(Tipo::Text) + " 20\n");
+              "c.n n " + type(Tipo::Long) + " 0\nc.dia dia " + type(Tipo::Date)
+                  + " 0\nRazas.nom nom " + type(Tipo::Text) + " 20\nRazas.nom raza "
+                  + type(Tipo::Text) + " 20\n");
     const std::vector<std::pair<std::string, Tipo>> cases{
         {"count(*)", Tipo::Long},
         {"sum(saldo)", Tipo::Currency},
@@ -511,9 +511,9 @@ TEST_F(JetSemantics, Definitions)
     EXPECT_EQ(
         defined("CREATE TABLE Nueva (ID Text, Texto LongText, [un dia] DateTime, n TEXT (100), "
                 "i INTEGER, s short, c COUNTER)"),
-        "0 Nueva ID:" + n(Tipo::Text) + "255 Texto:" + n(Tipo::Memo) + "0 un dia:" + n(Tipo::Date) +
-            "0 n:" + n(Tipo::Text) + "100 i:" + n(Tipo::Long) + "0 s:" + n(Tipo::Smallint) +
-            "0 c:" + n(Tipo::Counter) + "0");
+        "0 Nueva ID:" + n(Tipo::Text) + "255 Texto:" + n(Tipo::Memo) + "0 un dia:" + n(Tipo::Date)
+            + "0 n:" + n(Tipo::Text) + "100 i:" + n(Tipo::Long) + "0 s:" + n(Tipo::Smallint)
+            + "0 c:" + n(Tipo::Counter) + "0");
     EXPECT_EQ(defined("alter table Nada add x yesno"), "1 Nada x:" + n(Tipo::YesNo) + "0");
     EXPECT_EQ(defined("ALTER TABLE Ventas ALTER COLUMN hora TEXT(25)"),
               "2 Ventas hora:" + n(Tipo::Text) + "25");
@@ -606,8 +606,8 @@ TEST_F(JetSemantics, SizeAndDepthAreLimited)
     // Every alias doubles the one before.
     std::string fields = "n & n as a0";
     for (int i = 1; i < 60; ++i)
-        fields += ", a" + std::to_string(i - 1) + " & a" + std::to_string(i - 1) + " as a" +
-                  std::to_string(i);
+        fields += ", a" + std::to_string(i - 1) + " & a" + std::to_string(i - 1) + " as a"
+                  + std::to_string(i);
     EXPECT_EQ(e.Error("select " + fields + " from uno"), 3075);
 }
 

@@ -44,8 +44,8 @@ public:
         for (const auto &[key, table] : m_tables) {
             sql += "CREATE TABLE \"" + table.nombre + "\" (";
             for (size_t i = 0; i < table.columnas.size(); ++i)
-                sql += (i ? ", \"" : "\"") + table.columnas[i].nombre + "\" " +
-                       m_declared.at(&table)[i];
+                sql += (i ? ", \"" : "\"") + table.columnas[i].nombre + "\" "
+                       + m_declared.at(&table)[i];
             sql += ");\n";
         }
         return sql;

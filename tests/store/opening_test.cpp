@@ -15,7 +15,10 @@ namespace
 class Apertura : public Clinica
 {
 protected:
-    QString Archivo(const char16_t *base) { return carpeta.filePath(ArchivoDe(QString::fromUtf16(base))); }
+    QString Archivo(const char16_t *base)
+    {
+        return carpeta.filePath(ArchivoDe(QString::fromUtf16(base)));
+    }
 
     // Opens the folder with another session, as a program that starts now would.
     std::optional<FallaDeApertura> Abrir()
@@ -35,10 +38,7 @@ protected:
         ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
         f.write(bytes);
     }
-    void Ruta(const QByteArray &contenido)
-    {
-        Escribir(carpeta.filePath(u"ruta.txt"_s), contenido);
-    }
+    void Ruta(const QByteArray &contenido) { Escribir(carpeta.filePath(u"ruta.txt"_s), contenido); }
 };
 
 } // namespace

@@ -38,7 +38,8 @@ TEST(Textos, FaultsOfATableAreFound)
     };
     EXPECT_EQ(faltas(u"1\n es \"a\"\n pt \"b\"\n en \"c\\n\\\"\"\n"_s), QString());
     EXPECT_EQ(faltas(u"1\n es \"a\"\n en \"c\"\n"_s), u"1: no text in pt"_s);
-    EXPECT_EQ(faltas(u"1\n es \"a \"\n pt \"b \"\n en \"c\"\n"_s), u"1: blanks at the ends differ"_s);
+    EXPECT_EQ(faltas(u"1\n es \"a \"\n pt \"b \"\n en \"c\"\n"_s),
+              u"1: blanks at the ends differ"_s);
     EXPECT_TRUE(faltas(u"1\n es \"a\"\n pt \"b\"\n en \"c\"\n1\n es \"a\"\n"_s)
                     .contains(u"1: number twice"_s));
     EXPECT_TRUE(faltas(u"1\n es \"a\" x\n"_s).contains(u"line 2 cannot be read"_s));

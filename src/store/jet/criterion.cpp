@@ -82,9 +82,10 @@ public:
         const Expression &column = *e.parts[0];
         const Expression &value = *e.parts[1];
         const Expression &literal = value.kind == Expression::Negate ? *value.parts[0] : value;
-        const bool known = literal.kind == Expression::Integer ||
-                           (&literal == &value &&
-                            (value.kind == Expression::Text || value.kind == Expression::Given));
+        const bool known =
+            literal.kind == Expression::Integer
+            || (&literal == &value
+                && (value.kind == Expression::Text || value.kind == Expression::Given));
         if (column.kind != Expression::Column || !known)
             return std::nullopt;
         const Run run{{}, given, {}};
@@ -270,8 +271,8 @@ private:
             const qint64 x = a.toMoneda().Diezmilesimos();
             const qint64 y = b.toMoneda().Diezmilesimos();
             qint64 sum = 0;
-            if ((op == Op::Add && !qAddOverflow(x, y, &sum)) ||
-                (op == Op::Subtract && !qSubOverflow(x, y, &sum)))
+            if ((op == Op::Add && !qAddOverflow(x, y, &sum))
+                || (op == Op::Subtract && !qSubOverflow(x, y, &sum)))
                 return Moneda::DeDiezmilesimos(sum);
             if (op == Op::Multiply)
                 return Moneda::Redondear(a.toDouble() * b.toDouble());
@@ -304,10 +305,11 @@ private:
     {
         const qint64 *wholeA = a.Es<qint64>();
         const qint64 *wholeB = b.Es<qint64>();
-        if (qint64 whole = 0; wholeA && wholeB &&
-                              ((op == Op::Add && !qAddOverflow(*wholeA, *wholeB, &whole)) ||
-                               (op == Op::Subtract && !qSubOverflow(*wholeA, *wholeB, &whole)) ||
-                               (op == Op::Multiply && !qMulOverflow(*wholeA, *wholeB, &whole))))
+        if (qint64 whole = 0;
+            wholeA && wholeB
+            && ((op == Op::Add && !qAddOverflow(*wholeA, *wholeB, &whole))
+                || (op == Op::Subtract && !qSubOverflow(*wholeA, *wholeB, &whole))
+                || (op == Op::Multiply && !qMulOverflow(*wholeA, *wholeB, &whole))))
             return whole;
         const double x = a.toDouble();
         const double y = b.toDouble();

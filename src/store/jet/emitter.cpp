@@ -266,8 +266,8 @@ private:
     {
         if (scope.grouping == Scope::Collecting)
             scope.groups.push_back(key);
-        if (scope.grouping == Scope::Checked && scope.aggregates != Scope::InAggregate &&
-            std::ranges::find(scope.groups, key) == scope.groups.end())
+        if (scope.grouping == Scope::Checked && scope.aggregates != Scope::InAggregate
+            && std::ranges::find(scope.groups, key) == scope.groups.end())
             Fail(e.place, QStringLiteral("\"%1\" is neither grouped nor part of a total")
                               .arg(FromUtf8(e.text)));
     }
@@ -392,8 +392,8 @@ private:
         const auto isOther = [](const Fragment *f) {
             return !IsText(f->tipo) && f->tipo != Tipo::Ninguno;
         };
-        return std::any_of(sides.begin(), sides.end(), isText) &&
-               std::none_of(sides.begin(), sides.end(), isOther);
+        return std::any_of(sides.begin(), sides.end(), isText)
+               && std::none_of(sides.begin(), sides.end(), isOther);
     }
 
     // A '?' with a number added or taken off: a day, when it is compared with one.
@@ -402,8 +402,8 @@ private:
         const auto simple = [](const Expression &p) {
             return p.kind == Expression::Given || p.kind == Expression::Integer;
         };
-        return e.kind == Expression::Binary && (e.op == Op::Add || e.op == Op::Subtract) &&
-               simple(*e.parts[0]) && simple(*e.parts[1]);
+        return e.kind == Expression::Binary && (e.op == Op::Add || e.op == Op::Subtract)
+               && simple(*e.parts[0]) && simple(*e.parts[1]);
     }
 
     // Operands that are compared with each other.
@@ -486,8 +486,8 @@ private:
         const Fragment r = Value(Emit(*e.parts[1], dayOnTheRight ? expected : Tipo::Ninguno));
         if (IsMoment(l.tipo) || IsMoment(r.tipo))
             return DayArithmetic(e, l, r);
-        if (e.op == Op::Add && (IsText(l.tipo) || IsText(r.tipo)) && TextOrUnknown(l) &&
-            TextOrUnknown(r)) {
+        if (e.op == Op::Add && (IsText(l.tipo) || IsText(r.tipo)) && TextOrUnknown(l)
+            && TextOrUnknown(r)) {
             const Fragment left = At(Strength::Concatenate, l);
             const Fragment right = At(Strength::Sign, r);
             return Build("$1 || $2", Strength::Concatenate, {&left, &right}, Tipo::Text);
@@ -519,9 +519,9 @@ private:
     // Amounts, and decimals written out with whole numbers or decimals written out.
     static bool IsExact(const Fragment &l, const Fragment &r)
     {
-        return l.tipo == Tipo::Currency || r.tipo == Tipo::Currency ||
-               (l.literal == Fragment::DecimalLiteral && r.literal >= Fragment::WholeLiteral) ||
-               (r.literal == Fragment::DecimalLiteral && l.literal >= Fragment::WholeLiteral);
+        return l.tipo == Tipo::Currency || r.tipo == Tipo::Currency
+               || (l.literal == Fragment::DecimalLiteral && r.literal >= Fragment::WholeLiteral)
+               || (r.literal == Fragment::DecimalLiteral && l.literal >= Fragment::WholeLiteral);
     }
 
     // A sum of several amounts is rounded once, at its end.
@@ -809,8 +809,8 @@ private:
             NoteJoined(*e.parts[0]);
             NoteJoined(*e.parts[1]);
         }
-        if (e.op != Op::Equal || e.parts[0]->kind != Expression::Column ||
-            e.parts[1]->kind != Expression::Column)
+        if (e.op != Op::Equal || e.parts[0]->kind != Expression::Column
+            || e.parts[1]->kind != Expression::Column)
             return;
         const auto a = FindInScope(*m_scope, *e.parts[0]);
         const auto b = FindInScope(*m_scope, *e.parts[1]);

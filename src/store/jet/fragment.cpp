@@ -19,8 +19,8 @@ bool IsText(Tipo t) { return t == Tipo::Text || t == Tipo::Memo; }
 bool IsMoment(Tipo t) { return t == Tipo::Date || t == Tipo::Time; }
 bool IsWhole(Tipo t)
 {
-    return t == Tipo::Counter || t == Tipo::Byte || t == Tipo::Smallint || t == Tipo::Long ||
-           t == Tipo::YesNo;
+    return t == Tipo::Counter || t == Tipo::Byte || t == Tipo::Smallint || t == Tipo::Long
+           || t == Tipo::YesNo;
 }
 bool IsFloating(Tipo t) { return t == Tipo::Single || t == Tipo::Double || t == Tipo::Currency; }
 

@@ -13,8 +13,8 @@ bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 // Every letter outside ASCII may stand in a name.
 bool BeginsName(char c)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'
+           || static_cast<unsigned char>(c) >= 0x80;
 }
 bool ContinuesName(char c) { return BeginsName(c) || IsDigit(c); }
 

@@ -296,9 +296,10 @@ private:
 
     bool StartsTest() const
     {
-        return IsWord(Here(), "BETWEEN") || IsWord(Here(), "IN") || IsWord(Here(), "IS") ||
-               (IsWord(Here(), "NOT") &&
-                (IsWord(Ahead(), "LIKE") || IsWord(Ahead(), "BETWEEN") || IsWord(Ahead(), "IN")));
+        return IsWord(Here(), "BETWEEN") || IsWord(Here(), "IN") || IsWord(Here(), "IS")
+               || (IsWord(Here(), "NOT")
+                   && (IsWord(Ahead(), "LIKE") || IsWord(Ahead(), "BETWEEN")
+                       || IsWord(Ahead(), "IN")));
     }
 
     // [NOT] BETWEEN, [NOT] IN, IS [NOT] NULL, NOT LIKE
@@ -399,13 +400,13 @@ private:
         const Token t = Take();
         auto e = Node(Expression::Integer, t.place);
         const char *end = t.text.data() + t.text.size();
-        if (t.kind == Token::Integer &&
-            std::from_chars(t.text.data(), end, e->integer).ec == std::errc())
+        if (t.kind == Token::Integer
+            && std::from_chars(t.text.data(), end, e->integer).ec == std::errc())
             return e;
         e->kind = Expression::Decimal;
         e->text = t.text;
-        if (std::from_chars(t.text.data(), end, e->number).ec != std::errc() ||
-            !std::isfinite(e->number))
+        if (std::from_chars(t.text.data(), end, e->number).ec != std::errc()
+            || !std::isfinite(e->number))
             Fail("The number is out of range", t.place);
         if (t.kind == Token::Integer)
             e->text += ".0";
@@ -532,8 +533,8 @@ private:
             f.all = true;
             return f;
         }
-        if (Ahead().kind == Token::Symbol && Ahead().text == "." &&
-            Ahead(2).kind == Token::Symbol && Ahead(2).text == "*") {
+        if (Ahead().kind == Token::Symbol && Ahead().text == "." && Ahead(2).kind == Token::Symbol
+            && Ahead(2).text == "*") {
             f.all = true;
             f.table = TableName().text;
             m_at += 2;
@@ -614,8 +615,8 @@ private:
         from->table = name.text;
         if (Accept("AS"))
             from->alias = AnyName("A name").text;
-        else if (Here().kind == Token::Bracketed ||
-                 (Here().kind == Token::Name && !IsReserved(Here())))
+        else if (Here().kind == Token::Bracketed
+                 || (Here().kind == Token::Name && !IsReserved(Here())))
             from->alias = Take().text;
         return from;
     }

@@ -76,8 +76,8 @@ Letter NextLetter(const std::array<Letter, Letters> &table, std::string_view s, 
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(s[i]); };
     if (IsAscii(s[at]))
         return table[byte(at++)];
-    if (at + 1 < s.size() && byte(at) >= 0xC2 && byte(at) <= 0xC8 && byte(at + 1) < 0xC0 &&
-        byte(at + 1) >= 0x80) {
+    if (at + 1 < s.size() && byte(at) >= 0xC2 && byte(at) <= 0xC8 && byte(at + 1) < 0xC0
+        && byte(at + 1) >= 0x80) {
         at += 2;
         return table[(byte(at - 2) & 0x1FU) << 6 | (byte(at - 1) & 0x3FU)];
     }
@@ -195,8 +195,8 @@ int Comparar(std::string_view a, std::string_view b)
     const auto &table = LetterTable();
     // Most texts part, or are the same, within plain letters.
     size_t common = 0;
-    while (common < a.size() && common < b.size() && IsAscii(a[common]) &&
-           Lower(a[common]) == Lower(b[common]))
+    while (common < a.size() && common < b.size() && IsAscii(a[common])
+           && Lower(a[common]) == Lower(b[common]))
         ++common;
     size_t atA = common, atB = common;
     // Where the texts first differ in an accent.

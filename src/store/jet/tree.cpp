@@ -7,8 +7,8 @@ namespace jet
 
 bool IsAggregate(std::string_view function)
 {
-    return function == "COUNT" || function == "SUM" || function == "AVG" || function == "MIN" ||
-           function == "MAX";
+    return function == "COUNT" || function == "SUM" || function == "AVG" || function == "MIN"
+           || function == "MAX";
 }
 
 bool HoldsAggregate(const Expression &e)

@@ -1,7 +1,6 @@
 // How rules talk to the user without knowing of any window.
 #pragma once
 
-#include <QList>
 #include <QString>
 #include <QStringList>
 #include <optional>

@@ -1,6 +1,7 @@
 #include "board/ringing.h"
 
 #include "agenda/tasks.h"
+#include "clients/contact.h"
 #include "store/lookups.h"
 
 using namespace Qt::StringLiterals;
@@ -38,13 +39,11 @@ QString patientOf(Sesion &s, const Alarma &alarm)
     if (name.isEmpty())
         return {};
     const int owner = LeerCampo(s, "clientes", "mascotas", *alarm.ida, "idc").toInt();
-    QStringList phones{LeerCampo(s, "clientes", "clientes", owner, "tel2"),
-                       LeerCampo(s, "clientes", "clientes", owner, "telc2")};
-    phones.removeAll(QString());
+    const QString phones = TelefonosCliente(s, owner);
     QString text = u"\n\n"_s + name + u'\n' + s(clientText) + u": "_s
                    + LeerCampo(s, "clientes", "clientes", owner, "ayn");
     if (!phones.isEmpty())
-        text += u'\n' + s(phonesText) + u": "_s + phones.join(u" / "_s);
+        text += u'\n' + s(phonesText) + u": "_s + phones;
     return text;
 }
 

@@ -42,7 +42,7 @@ const QString LineasDelDia = u"107 2 8\n109 1 5\n103 6 18\n103 14 18\n103 7 19\n
 
 } // namespace
 
-TEST(DemoTablero, shows_every_kind_of_line_in_every_language_on_any_day)
+TEST(DemoTablero, ShowsEveryKindOfLineInEveryLanguageOnAnyDay)
 {
     // A plain day, a Sunday, the day that most years lack.
     for (const Idioma idioma : {Idioma::Espanol, Idioma::Portugues, Idioma::Ingles})
@@ -61,7 +61,7 @@ TEST(DemoTablero, shows_every_kind_of_line_in_every_language_on_any_day)
         }
 }
 
-TEST_F(Demo, is_the_same_for_the_same_day)
+TEST_F(Demo, IsTheSameForTheSameDay)
 {
     CrearDemo(s);
     Demo otra;
@@ -69,7 +69,7 @@ TEST_F(Demo, is_the_same_for_the_same_day)
     EXPECT_EQ(otra.Todo(), Todo());
 }
 
-TEST_F(Demo, starts_without_asking_who_works_here)
+TEST_F(Demo, StartsWithoutAskingWhoWorksHere)
 {
     CrearDemo(s);
     EXPECT_EQ(
@@ -80,7 +80,7 @@ TEST_F(Demo, starts_without_asking_who_works_here)
     EXPECT_FALSE(s.clinica.nom.isEmpty());
 }
 
-TEST_F(Demo, hangs_together)
+TEST_F(Demo, HangsTogether)
 {
     CrearDemo(s);
     // Rows whose client, patient, product or list row does not exist: none.
@@ -144,7 +144,7 @@ TEST_F(Demo, hangs_together)
         EXPECT_EQ(TextosDemasiadoLargos(*base), QString());
 }
 
-TEST_F(Demo, adds_up)
+TEST_F(Demo, AddsUp)
 {
     CrearDemo(s);
     for (Recordset r = s.finanzas->OpenSnapshot("select * from CtaCteC"); !r.EOF_(); r.MoveNext()) {
@@ -176,7 +176,7 @@ TEST_F(Demo, adds_up)
     }
 }
 
-TEST_F(Demo, has_members_in_every_state_as_their_payments_say)
+TEST_F(Demo, HasMembersInEveryStateAsTheirPaymentsSay)
 {
     CrearDemo(s);
     Base &os = AbrirAuxiliar(s, u"os"_s);
@@ -200,7 +200,7 @@ TEST_F(Demo, has_members_in_every_state_as_their_payments_say)
     EXPECT_EQ(TextosDemasiadoLargos(os), QString());
 }
 
-TEST_F(Demo, writes_to_nobody_who_exists)
+TEST_F(Demo, WritesToNobodyWhoExists)
 {
     CrearDemo(s);
     static const QRegularExpression ficticio(u"^[a-z.]+@example\\.(com|net|org)$"_s);

@@ -146,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(Idiomas, PrimeraVez,
                          testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles),
                          [](const auto &i) { return CodigoDeIdioma(i.param).toStdString(); });
 
-TEST_F(Registro, wants_a_user_and_the_same_password_twice)
+TEST_F(Registro, WantsAUserAndTheSamePasswordTwice)
 {
     DatosPrimeraVez datos;
     datos.clinica = u"Clinic"_s;
@@ -163,7 +163,7 @@ TEST_F(Registro, wants_a_user_and_the_same_password_twice)
     EXPECT_EQ(ValidarPrimeraVez(datos), 0);
 }
 
-TEST_F(Registro, keeps_one_clinic_and_one_supervisor_however_often_it_is_tried)
+TEST_F(Registro, KeepsOneClinicAndOneSupervisorHoweverOftenItIsTried)
 {
     RegistrarPrimeraVez(s, {u"First try"_s, {}, {}, u"Bruno"_s, {}, {}});
     RegistrarPrimeraVez(s, {{}, u"12 O'Brien St"_s, u"555-0100"_s, u"Ana"_s, u"x"_s, u"x"_s});

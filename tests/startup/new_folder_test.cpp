@@ -31,7 +31,7 @@ QStringList Contenido(const QString &carpeta)
 
 } // namespace
 
-TEST_F(Carpeta, brings_the_rows_that_no_clinic_goes_without)
+TEST_F(Carpeta, BringsTheRowsThatNoClinicGoesWithout)
 {
     EXPECT_EQ(Filas(*s.morvane, "select Ver, PrimeraVez, contadorcat, contadorarticulo,"
                                 " MedidasRevac, MedidasCumple, contadorRSerie, SimboloComprobante5"
@@ -56,7 +56,7 @@ TEST_F(Carpeta, brings_the_rows_that_no_clinic_goes_without)
     EXPECT_EQ(s.morvane->Leer("select max(Idr) from Regimen").toInt(), 20);
 }
 
-TEST_F(Carpeta, knows_the_kinds_of_taxpayer_of_the_language)
+TEST_F(Carpeta, KnowsTheKindsOfTaxpayerOfTheLanguage)
 {
     const QTemporaryDir otra;
     CrearCarpeta(otra.path(), Idioma::Espanol);
@@ -66,7 +66,7 @@ TEST_F(Carpeta, knows_the_kinds_of_taxpayer_of_the_language)
               u"1|Consumidor final\n4|Responsable inscripto\n7|Sin categorizar\n");
 }
 
-TEST(CrearCarpeta, touches_no_folder_that_holds_a_clinic)
+TEST(CrearCarpeta, TouchesNoFolderThatHoldsAClinic)
 {
     const QTemporaryDir carpeta;
     QFile ajena(carpeta.filePath(u"FINANZAS.MDB"_s));
@@ -78,7 +78,7 @@ TEST(CrearCarpeta, touches_no_folder_that_holds_a_clinic)
     EXPECT_EQ(QFileInfo(ajena).size(), 4);
 }
 
-TEST(CrearCarpeta, leaves_nothing_half_made)
+TEST(CrearCarpeta, LeavesNothingHalfMade)
 {
     const QTemporaryDir carpeta;
     // The fifth file cannot be put into its folder, because a file stands there.

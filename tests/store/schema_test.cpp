@@ -30,7 +30,7 @@ struct Esquema : Clinica {
 
 } // namespace
 
-TEST(Declaracion, refuses_what_it_does_not_understand_and_says_where)
+TEST(Declaracion, RefusesWhatItDoesNotUnderstandAndSaysWhere)
 {
     EXPECT_EQ(Fallo("# only\n b LONG"), u"x.txt:2: a column or index before the first table");
     EXPECT_EQ(Fallo("table a\n b INTEGER"), u"x.txt:2: no type: INTEGER");
@@ -48,7 +48,7 @@ TEST(Declaracion, refuses_what_it_does_not_understand_and_says_where)
               u"x.txt:4: a column behind the indexes");
 }
 
-TEST(Declaracion, reads_names_with_blanks_and_literals_with_hashes)
+TEST(Declaracion, ReadsNamesWithBlanksAndLiteralsWithHashes)
 {
     const auto t = AnalizarEsquema(u"table [a b] # comment\n"
                                    "  [c d] TEXT(7) default '# no ''comment''' # comment\n"
@@ -68,7 +68,7 @@ TEST(Declaracion, reads_names_with_blanks_and_literals_with_hashes)
     EXPECT_EQ(t[0].indices[1].soloDonde, u"-1");
 }
 
-TEST_F(Esquema, of_the_files_is_the_declared_one)
+TEST_F(Esquema, OfTheFilesIsTheDeclaredOne)
 {
     for (const QString &nombre : BasesDeDatos()) {
         Base &base = BaseDe(nombre);
@@ -93,7 +93,7 @@ TEST_F(Esquema, of_the_files_is_the_declared_one)
     }
 }
 
-TEST_F(Esquema, gives_new_rows_what_later_statements_count_up_or_compare)
+TEST_F(Esquema, GivesNewRowsWhatLaterStatementsCountUpOrCompare)
 {
     s.morvane->Execute("insert into Perfiles (idc) values (7)");
     s.morvane->Execute("update Perfiles set TurnosNoCumplidos = TurnosNoCumplidos + 1");
@@ -107,7 +107,7 @@ TEST_F(Esquema, gives_new_rows_what_later_statements_count_up_or_compare)
               u"1\n");
 }
 
-TEST_F(Esquema, takes_no_identifier_twice_where_rows_are_found_by_it)
+TEST_F(Esquema, TakesNoIdentifierTwiceWhereRowsAreFoundByIt)
 {
     s.clientes->Execute("insert into Clientes (idc) values (1)");
     try {
@@ -121,7 +121,7 @@ TEST_F(Esquema, takes_no_identifier_twice_where_rows_are_found_by_it)
     s.morvane->Execute("insert into TareasAgenda (Ida, ID) values (9, 5)");
 }
 
-TEST_F(Esquema, leaves_rows_in_the_order_of_entry_where_nothing_else_is_asked)
+TEST_F(Esquema, LeavesRowsInTheOrderOfEntryWhereNothingElseIsAsked)
 {
     const QDate dia(2026, 3, 11);
     for (const int n : {1, 2, 3}) {

@@ -99,6 +99,21 @@ std::optional<Moment> Valid(Moment m)
         return std::nullopt;
     return m;
 }
+
+// The time behind a day that was read, or alone.
+std::optional<Moment> WithTime(Moment m, std::string_view text, bool fromStorage)
+{
+    if (m.day) {
+        if (text.empty())
+            return m;
+        if (!Take(text, ' '))
+            return std::nullopt;
+    }
+    m.second = TakeTime(text, fromStorage);
+    if (!m.second || !text.empty())
+        return std::nullopt;
+    return m;
+}
 } // namespace
 
 std::optional<Moment> MomentFromStorage(std::string_view text)
@@ -108,15 +123,8 @@ std::optional<Moment> MomentFromStorage(std::string_view text)
         m.day = TakeIsoDay(text);
         if (!m.day)
             return std::nullopt;
-        if (text.empty())
-            return m;
-        if (!Take(text, ' '))
-            return std::nullopt;
     }
-    m.second = TakeTime(text, true);
-    if (!m.second || !text.empty())
-        return std::nullopt;
-    return m;
+    return WithTime(m, text, true);
 }
 
 std::optional<Moment> MomentFromLiteral(std::string_view text)
@@ -132,17 +140,11 @@ std::optional<Moment> MomentFromLiteral(std::string_view text)
         m.day = iso ? TakeIsoDay(text) : TakeLiteralDay(text);
         if (!m.day)
             return std::nullopt;
-        if (text.empty())
-            return m;
-        if (!Take(text, ' '))
-            return std::nullopt;
     }
-    m.second = TakeTime(text, false);
-    if (!m.second || !text.empty())
-        return std::nullopt;
-    if (m.day && *m.second == 0)
-        m.second.reset(); // midnight is kept as the day alone
-    return m;
+    auto whole = WithTime(m, text, false);
+    if (whole && whole->day && whole->second == 0)
+        whole->second.reset(); // midnight is kept as the day alone
+    return whole;
 }
 
 std::string ToStorage(const Moment &m)

@@ -3,8 +3,10 @@
 
 #include "app/options.h"
 #include "app/unattended.h"
+#include "admin/admin_forms.h"
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
+#include "clients/client_forms.h"
 #include "startup/daily_automation.h"
 #include "startup/frminicio.h"
 #include "startup/new_folder.h"
@@ -86,6 +88,8 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
 
     Formularios formularios;
     RegistrarFormulariosDeTablero(s, formularios);
+    RegistrarFormulariosDeClientes(s, formularios);
+    RegistrarFormulariosDeAdministracion(s, formularios);
     std::unique_ptr<frmprincipal> tablero;
 
     PasosDeInicio pasos;

@@ -6,3 +6,6 @@
 /// A featured client: good buyer and frequent, and does not pay late. False when there is no such
 /// client.
 bool ClienteDestacado(Sesion &s, int idc);
+
+/// The client's profile for the screen, one line for each flag, "featured" first; "" without any.
+QString TextoPerfil(Sesion &s, int idc);

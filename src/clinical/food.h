@@ -11,3 +11,7 @@ inline constexpr int CategoriaAlimento = 1;
 /// settings; any other species has its own level, 0 when none is set.
 /// @param peso in the clinic's own unit, kg or lb
 double UmbralAlimento(Sesion &s, int especie, double peso, int categoria);
+
+/// What is told of a patient's food beside it: what is left, daily intake and days left. "" when no
+/// stock of food is known.
+QString TextoDeAlimento(Sesion &s, int idm);

@@ -15,6 +15,8 @@ bool DialogosDesatendidos::Pregunta(const QString &texto)
     return false;
 }
 
+bool DialogosDesatendidos::Confirmar(const QString &texto) { return Pregunta(texto); }
+
 std::optional<QString> DialogosDesatendidos::PedirTexto(const QString &, const QString &texto,
                                                         const QString &)
 {
@@ -31,6 +33,13 @@ std::optional<QList<Opcion>> DialogosDesatendidos::Seleccionar(const QString &ti
 }
 
 std::optional<QString> DialogosDesatendidos::ElegirArchivo(const QString &titulo, const QString &)
+{
+    Escribir(titulo);
+    return std::nullopt;
+}
+
+std::optional<QString> DialogosDesatendidos::GuardarArchivo(const QString &titulo, const QString &,
+                                                            const QString &)
 {
     Escribir(titulo);
     return std::nullopt;

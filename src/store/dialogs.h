@@ -20,6 +20,8 @@ public:
     virtual void Mensaje(const QString &texto) = 0;
     /// Yes or No.
     virtual bool Pregunta(const QString &texto) = 0;
+    /// The same with the buttons OK and Cancel, for texts that name them.
+    virtual bool Confirmar(const QString &texto) = 0;
     virtual std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
                                               const QString &inicial = {}) = 0;
     /// A pick list under its column titles. @return the options marked, one unless @p varias
@@ -29,6 +31,9 @@ public:
                                                      bool varias = false) = 0;
     /// @param filtro "Pictures (*.bmp *.jpg)"
     virtual std::optional<QString> ElegirArchivo(const QString &titulo, const QString &filtro) = 0;
+    /// A file to be written. @param propuesto name offered; its ending decides the kind
+    virtual std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
+                                                  const QString &filtro) = 0;
 };
 
 /// Nobody is there: questions are answered No, messages go to standard error.
@@ -37,9 +42,12 @@ class DialogosDesatendidos : public Dialogos
 public:
     void Mensaje(const QString &texto) override;
     bool Pregunta(const QString &texto) override;
+    bool Confirmar(const QString &texto) override;
     std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
                                       const QString &inicial) override;
     std::optional<QList<Opcion>> Seleccionar(const QString &titulo, const QStringList &columnas,
                                              const QList<Opcion> &opciones, bool varias) override;
     std::optional<QString> ElegirArchivo(const QString &titulo, const QString &filtro) override;
+    std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
+                                          const QString &filtro) override;
 };

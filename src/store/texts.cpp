@@ -1,5 +1,6 @@
 #include "store/texts.h"
 
+#include <QDir>
 #include <QFile>
 #include <array>
 #include <stdexcept>
@@ -53,6 +54,19 @@ void Comprobar(int numero, const QStringList &textos, QStringList &errores)
             }
 }
 
+// The given texts and those of each subsystem make one table.
+QString TablaEntera()
+{
+    QString tabla;
+    for (const QString &nombre : QDir(QStringLiteral(":/strings")).entryList()) {
+        QFile f(QStringLiteral(":/strings/") + nombre);
+        if (!f.open(QIODevice::ReadOnly))
+            throw std::runtime_error("the string table is missing");
+        tabla += QString::fromUtf8(f.readAll()) + u'\n';
+    }
+    return tabla;
+}
+
 } // namespace
 
 Idioma IdiomaDeCodigo(const QString &codigo)
@@ -68,11 +82,8 @@ QString CodigoDeIdioma(Idioma idioma) { return Codigos[size_t(idioma)].toString(
 
 Textos::Textos(Idioma idioma) : m_idioma(idioma)
 {
-    QFile f(QStringLiteral(":/strings/texts.txt"));
-    if (!f.open(QIODevice::ReadOnly))
-        throw std::runtime_error("the string table is missing");
     QStringList errores;
-    const auto todos = Leer(QString::fromUtf8(f.readAll()), &errores);
+    const auto todos = Leer(TablaEntera(), &errores);
     if (!errores.isEmpty())
         throw std::runtime_error("string table: " + errores.front().toStdString());
     m_textos.reserve(todos.size());

@@ -238,6 +238,14 @@ bool DialogosDeVentana::Pregunta(const QString &texto)
     return box.exec() == QDialog::Accepted;
 }
 
+bool DialogosDeVentana::Confirmar(const QString &texto)
+{
+    Caja box(u"Kelvara"_s);
+    box.say(texto, u"pregunta"_s);
+    box.buttons(m_textos(Aceptar), m_textos(Cancelar));
+    return box.exec() == QDialog::Accepted;
+}
+
 std::optional<QString> DialogosDeVentana::PedirTexto(const QString &titulo, const QString &texto,
                                                      const QString &inicial)
 {
@@ -314,6 +322,17 @@ std::optional<QString> DialogosDeVentana::ElegirArchivo(const QString &titulo,
 {
     const QString file =
         QFileDialog::getOpenFileName(QApplication::activeWindow(), titulo, {}, filtro);
+    if (file.isEmpty())
+        return std::nullopt;
+    return file;
+}
+
+std::optional<QString> DialogosDeVentana::GuardarArchivo(const QString &titulo,
+                                                         const QString &propuesto,
+                                                         const QString &filtro)
+{
+    const QString file =
+        QFileDialog::getSaveFileName(QApplication::activeWindow(), titulo, propuesto, filtro);
     if (file.isEmpty())
         return std::nullopt;
     return file;

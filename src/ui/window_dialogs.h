@@ -13,12 +13,15 @@ public:
 
     void Mensaje(const QString &texto) override;
     bool Pregunta(const QString &texto) override;
+    bool Confirmar(const QString &texto) override;
     std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
                                       const QString &inicial = {}) override;
     std::optional<QList<Opcion>> Seleccionar(const QString &titulo, const QStringList &columnas,
                                              const QList<Opcion> &opciones,
                                              bool varias = false) override;
     std::optional<QString> ElegirArchivo(const QString &titulo, const QString &filtro) override;
+    std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
+                                          const QString &filtro) override;
 
     /// Whether a box waits for an answer now.
     static bool HayUnaAbierta();

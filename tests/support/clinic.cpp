@@ -74,6 +74,7 @@ DialogosDePrueba::Prompt DialogosDePrueba::Siguiente(const QString &texto)
 
 void DialogosDePrueba::Mensaje(const QString &texto) { Siguiente(texto); }
 bool DialogosDePrueba::Pregunta(const QString &texto) { return Siguiente(texto).si; }
+bool DialogosDePrueba::Confirmar(const QString &texto) { return Siguiente(texto).si; }
 
 std::optional<QString> DialogosDePrueba::PedirTexto(const QString &, const QString &texto,
                                                     const QString &)
@@ -95,6 +96,12 @@ std::optional<QList<Opcion>> DialogosDePrueba::Seleccionar(const QString &titulo
 }
 
 std::optional<QString> DialogosDePrueba::ElegirArchivo(const QString &titulo, const QString &)
+{
+    return Siguiente(titulo).texto;
+}
+
+std::optional<QString> DialogosDePrueba::GuardarArchivo(const QString &titulo, const QString &,
+                                                        const QString &)
 {
     return Siguiente(titulo).texto;
 }

@@ -24,11 +24,14 @@ public:
 
     void Mensaje(const QString &texto) override;
     bool Pregunta(const QString &texto) override;
+    bool Confirmar(const QString &texto) override;
     std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
                                       const QString &inicial) override;
     std::optional<QList<Opcion>> Seleccionar(const QString &titulo, const QStringList &columnas,
                                              const QList<Opcion> &opciones, bool varias) override;
     std::optional<QString> ElegirArchivo(const QString &titulo, const QString &filtro) override;
+    std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
+                                          const QString &filtro) override;
 
     /// Collects the faults instead of failing the test; for the test of this class alone.
     QStringList *faltas = nullptr;

@@ -1,0 +1,3 @@
+#include "admin/admin_forms.h"
+
+void RegistrarFormulariosDeAdministracion(Sesion &, Formularios &) {}

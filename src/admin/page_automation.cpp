@@ -1,0 +1,5 @@
+#include "admin/pages.h"
+
+#include <QWidget>
+
+QWidget *PaginaDeAutomatizacion(const ContextoDePagina &) { return new QWidget; }

@@ -1,0 +1,1 @@
+#include "boarding/stay.h"

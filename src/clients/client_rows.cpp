@@ -1,0 +1,1 @@
+#include "clients/client_rows.h"

@@ -1,0 +1,12 @@
+// Deleting clients and patients with everything that hangs on them.
+#pragma once
+
+#include "store/session.h"
+
+/// Refuses a Common user, prepaid membership and debt, in this order; asks; then deletes the client
+/// with all its patients. Files of patients go when the rows are gone for good.
+/// @return whether it was deleted
+bool EliminarCliente(Sesion &s, int idc);
+
+/// Refuses a Common user, asks, and deletes a patient with its cascade.
+bool EliminarPaciente(Sesion &s, int idm);

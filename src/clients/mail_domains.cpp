@@ -1,0 +1,1 @@
+#include "clients/mail_domains.h"

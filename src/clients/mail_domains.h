@@ -1,0 +1,15 @@
+// Completion of mail addresses by the domains that the clinic has met.
+#pragma once
+
+#include "store/session.h"
+
+/// The part behind the last "@", "" when there is none.
+QString DominioDe(const QString &direcciones);
+/// Known domains by name.
+QStringList DominiosConocidos(Sesion &s);
+/// The first known domain that begins with what stands behind the last "@" of the text; "" when
+/// there is no "@" or none fits.
+QString CompletarDominio(Sesion &s, const QString &texto);
+/// What ENTER in the box does: a new domain is learnt, and a client that is being changed and has
+/// an address now counts as reachable. @param idc 0 when no change is under way
+void AsentarCorreo(Sesion &s, const QString &direcciones, int idc);

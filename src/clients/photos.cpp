@@ -1,0 +1,1 @@
+#include "clients/photos.h"

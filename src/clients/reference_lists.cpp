@@ -1,0 +1,1 @@
+#include "clients/reference_lists.h"

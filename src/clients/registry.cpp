@@ -1,0 +1,1 @@
+#include "clients/registry.h"

@@ -1,0 +1,85 @@
+// Owners and their animals: reading, checking and writing one of each.
+#pragma once
+
+#include "store/session.h"
+
+/// A client as the panel shows and takes it. Region, sub-region and marketing source by name.
+struct FichaDeCliente {
+    int idc = 0;
+    QString ayn;
+    QString dir;
+    QString subregion;
+    QString codp2; // postal code
+    QString region;
+    QString codt2; // telephone area code
+    QString tel2;  // commas part several
+    QString telc2;
+    QString email;
+    int mark = 0; // CLMarketing.id
+    QString obs;
+    QDate feci; // day of entry
+    QDate fecu; // last visit
+    bool deuda = false;
+    int obra = 0; // prepaid state, 0 none
+    bool faltadir = false;
+    bool faltamail = false;
+};
+
+/// A patient as the panel shows and takes it. Breed by name.
+struct FichaDePaciente {
+    int idm = 0;
+    int idc = 0;
+    QString nom;
+    int esp = 0;
+    QString raza;
+    int pel = 0;
+    QString car; // distinguishing marks
+    QString Chip;
+    QDate fecn;
+    double pes = 0; // in the clinic's unit
+    int sex = 0;    // 0 male, 1 female, 2 castrated male, 3 castrated female
+    bool ped = false;
+    bool rep = false;
+    bool dec = false;
+    bool servicio = false; // `ser` above 0
+    QString obs;
+    QDate feci;
+    QDate fult;
+    bool fot = false;
+};
+
+std::optional<FichaDeCliente> LeerCliente(Sesion &s, int idc);
+std::optional<FichaDePaciente> LeerPaciente(Sesion &s, int idm);
+
+/// Which box a message is about.
+enum class Campo { Ninguno, Nombre, Region, Subregion, Nacimiento, Cliente };
+
+/// Why something was not written: the message was shown; the form puts the focus on the box.
+struct Rechazo {
+    Campo campo = Campo::Ninguno;
+};
+
+/// The id that the next client or patient would get, for the id box of a new one.
+int ProximoCliente(Sesion &s);
+int ProximoPaciente(Sesion &s);
+
+/// What became of a new entry.
+struct Alta {
+    int id = 0;                     // the new id; 0 when nothing was written
+    std::optional<Rechazo> rechazo; // a check failed, the entry stays open
+    int existente = 0; // the user dropped the entry for this client with the same telephone
+};
+
+/// Checks, asks about a telephone that is there already, and writes a client with its row of
+/// events, region and sub-region. Days of entry and last visit are today.
+/// @throws ErrorDeAlmacen; nothing is written then
+Alta AgregarCliente(Sesion &s, const FichaDeCliente &ficha);
+/// Checks and writes the changes of a client. @return what was refused
+std::optional<Rechazo> ModificarCliente(Sesion &s, const FichaDeCliente &ficha);
+
+/// @param nacimiento the birth date as typed: the empty mask or a day; `ficha.fecn` is its day
+Alta AgregarPaciente(Sesion &s, const FichaDePaciente &ficha, bool nacimientoValido);
+/// As it is kept on purpose: only "Canino", "Felino" and "Equino" change a patient's species here,
+/// for any other name it stays as it was. @param especie the name in the species box
+std::optional<Rechazo> ModificarPaciente(Sesion &s, const FichaDePaciente &ficha,
+                                         const QString &especie, bool nacimientoValido);

@@ -1,0 +1,1 @@
+#include "messages/mail_account.h"

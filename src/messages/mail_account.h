@@ -1,0 +1,23 @@
+// The account that mails leave from. Name and password stand in the settings row; what reaches the
+// server from here is this machine's own.
+#pragma once
+
+#include "store/session.h"
+
+enum class Cifrado { Ninguno, StartTls, Tls };
+
+struct CuentaDeCorreo {
+    QString usuario;
+    QString contrasena;
+    QString servidor;
+    int puerto = 587;
+    Cifrado cifrado = Cifrado::StartTls;
+
+    bool Completa() const { return !usuario.isEmpty() && !contrasena.isEmpty(); }
+};
+
+CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s);
+/// @throws ErrorDeAlmacen
+void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
+/// 587 with STARTTLS, 465 with TLS, 25 without either.
+int PuertoHabitual(Cifrado cifrado);

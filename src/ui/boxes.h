@@ -1,0 +1,69 @@
+// Boxes that take one kind of value and drop every key that cannot be part of it.
+#pragma once
+
+#include "store/session.h"
+
+#include <QLineEdit>
+#include <optional>
+
+/// Whole digits.
+class CajaDeEntero : public QLineEdit
+{
+    Q_OBJECT
+public:
+    /// @param digitos most that can be typed
+    explicit CajaDeEntero(int digitos, QWidget *parent = nullptr);
+    /// nullopt while the box is empty.
+    std::optional<int> Entero() const;
+    void PonerEntero(std::optional<int> n);
+};
+
+/// A number with decimals; the keypad's point types the decimal mark of the session.
+class CajaDeNumero : public QLineEdit
+{
+    Q_OBJECT
+public:
+    explicit CajaDeNumero(const Sesion &s, QWidget *parent = nullptr);
+    std::optional<Moneda> Numero() const;
+    void PonerNumero(std::optional<Moneda> n);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QChar m_separador;
+};
+
+/// A day typed over the mask "__/__/____", in the order of the locale. On leaving it with what is
+/// no day the user is told "Fecha invalida" and the empty mask comes back.
+class CajaDeFecha : public QLineEdit
+{
+    Q_OBJECT
+public:
+    explicit CajaDeFecha(Sesion &s, QWidget *parent = nullptr);
+    /// Nothing but the mask.
+    bool Vacia() const;
+    /// Empty, or a day.
+    bool Valida() const;
+    QDate Dia() const;
+    void PonerDia(QDate dia);
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    Sesion &m_s;
+};
+
+/// A time of day over the mask "__:__"; anything else becomes empty on leaving.
+class CajaDeHora : public QLineEdit
+{
+    Q_OBJECT
+public:
+    explicit CajaDeHora(QWidget *parent = nullptr);
+    QTime Hora() const; // invalid when empty
+    void PonerHora(QTime hora);
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override;
+};

@@ -1,0 +1,1 @@
+#include "ui/completion_list.h"

@@ -1,0 +1,3 @@
+#include "ui/quick_key.h"
+
+void InstalarBusquedaRapida(QApplication &, Formularios &) {}

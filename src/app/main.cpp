@@ -1,9 +1,9 @@
 // Entry of the program: reads the command line, builds the session and starts the window or a run
 // without one.
 
+#include "admin/admin_forms.h"
 #include "app/options.h"
 #include "app/unattended.h"
-#include "admin/admin_forms.h"
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
 #include "clients/client_forms.h"
@@ -14,6 +14,7 @@
 #include "store/schema.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
+#include "ui/quick_key.h"
 #include "ui/theme.h"
 #include "ui/window_dialogs.h"
 
@@ -90,6 +91,7 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     RegistrarFormulariosDeTablero(s, formularios);
     RegistrarFormulariosDeClientes(s, formularios);
     RegistrarFormulariosDeAdministracion(s, formularios);
+    InstalarBusquedaRapida(app, formularios);
     std::unique_ptr<frmprincipal> tablero;
 
     PasosDeInicio pasos;

@@ -7,6 +7,11 @@ namespace
 void Escribir(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toUtf8().constData()); }
 } // namespace
 
+std::optional<QString> Dialogos::PedirContrasena(const QString &titulo, const QString &texto)
+{
+    return PedirTexto(titulo, texto);
+}
+
 void DialogosDesatendidos::Mensaje(const QString &texto) { Escribir(texto); }
 
 bool DialogosDesatendidos::Pregunta(const QString &texto)

@@ -24,6 +24,8 @@ public:
     virtual bool Confirmar(const QString &texto) = 0;
     virtual std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
                                               const QString &inicial = {}) = 0;
+    /// A text that nobody should read over a shoulder.
+    virtual std::optional<QString> PedirContrasena(const QString &titulo, const QString &texto);
     /// A pick list under its column titles. @return the options marked, one unless @p varias
     virtual std::optional<QList<Opcion>> Seleccionar(const QString &titulo,
                                                      const QStringList &columnas,

@@ -213,6 +213,23 @@ private:
     QLineEdit *m_filter;
 };
 
+std::optional<QString> askText(const Textos &texts, const QString &title, const QString &text,
+                               const QString &initial, QLineEdit::EchoMode echo)
+{
+    Caja box(title);
+    box.say(text);
+    auto *entry = named(new QLineEdit(initial), u"txtTexto"_s, text);
+    entry->setEchoMode(echo);
+    entry->setMinimumWidth(entryWidth);
+    entry->selectAll();
+    box.body(entry);
+    box.buttons(texts(Aceptar), texts(Cancelar));
+    entry->setFocus();
+    if (box.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return entry->text();
+}
+
 } // namespace
 
 bool DialogosDeVentana::HayUnaAbierta()
@@ -249,17 +266,13 @@ bool DialogosDeVentana::Confirmar(const QString &texto)
 std::optional<QString> DialogosDeVentana::PedirTexto(const QString &titulo, const QString &texto,
                                                      const QString &inicial)
 {
-    Caja box(titulo);
-    box.say(texto);
-    auto *entry = named(new QLineEdit(inicial), u"txtTexto"_s, texto);
-    entry->setMinimumWidth(entryWidth);
-    entry->selectAll();
-    box.body(entry);
-    box.buttons(m_textos(Aceptar), m_textos(Cancelar));
-    entry->setFocus();
-    if (box.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return entry->text();
+    return askText(m_textos, titulo, texto, inicial, QLineEdit::Normal);
+}
+
+std::optional<QString> DialogosDeVentana::PedirContrasena(const QString &titulo,
+                                                          const QString &texto)
+{
+    return askText(m_textos, titulo, texto, {}, QLineEdit::Password);
 }
 
 std::optional<QList<Opcion>> DialogosDeVentana::Seleccionar(const QString &titulo,

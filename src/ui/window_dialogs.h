@@ -16,6 +16,7 @@ public:
     bool Confirmar(const QString &texto) override;
     std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
                                       const QString &inicial = {}) override;
+    std::optional<QString> PedirContrasena(const QString &titulo, const QString &texto) override;
     std::optional<QList<Opcion>> Seleccionar(const QString &titulo, const QStringList &columnas,
                                              const QList<Opcion> &opciones,
                                              bool varias = false) override;

@@ -32,11 +32,19 @@ Completado Completar(Sesion &s, Lista lista, const QString &texto);
 /// The hint that goes with it: what was found and what comes with it, or how to enter a new one.
 QString AvisoDeCompletado(Sesion &s, Lista lista, const Completado &c);
 
+/// Whether a text reads as a number: digits with marks between them, a sign in front, and no
+/// letter. Names need at least one letter.
+bool EsNumerico(const QString &texto);
+
+/// The pattern that finds texts that begin with this one, whatever characters it is made of:
+/// `*`, `?`, `#` and `[` stand for themselves.
+QString PatronDePrefijo(const QString &texto);
+
 /// Counts one more use of an entry; the count stops at 32000.
 void SubirRanking(Sesion &s, std::string_view tabla, int id);
 
 /// The id of a region by name, for saving a client: a new one is added, a known one takes over the
-/// code typed. @return 0 for an empty name
+/// code typed, if any. @return 0 for an empty name
 /// @throws ErrorDeAlmacen 3163 when its identifiers are used up
 int AsegurarRegion(Sesion &s, const QString &nom, const QString &ctel);
 /// The same for a sub-region: a new one gets the region given; a known one keeps its own.

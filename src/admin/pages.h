@@ -8,10 +8,14 @@
 class Formularios;
 class FormBase;
 class LineaDeAyuda;
+class QFormLayout;
+class QLabel;
 class QLineEdit;
+class QVBoxLayout;
 class QWidget;
 
-/// What a page is built with.
+/// What a page is built with. The form brings what is around it: title, margins, scrolling, and the
+/// size of the page, which is as tall as it needs unless something in it wants to grow.
 struct ContextoDePagina {
     Sesion &s;
     Formularios &formularios;
@@ -21,7 +25,26 @@ struct ContextoDePagina {
     std::function<bool(const std::function<void()> &)> guarded;
     /// The form's apostrophe filter.
     std::function<void(const QList<QLineEdit *> &)> sinApostrofes;
+    /// The form's ENTER chain, for boxes that follow each other.
+    std::function<void(const QList<QWidget *> &)> cadenaDeEnter = [](const QList<QWidget *> &) {};
 };
+
+/// What pages are laid out with, so that all stand on one grid.
+namespace Parte
+{
+/// The column of a page: sections follow each other from the top.
+QVBoxLayout *Columna(QWidget *pagina);
+/// A heading, a soft sentence below it where it needs one, and rows to be filled with Fila or as
+/// the layout allows. The column keeps it.
+QFormLayout *Seccion(QVBoxLayout *columna, const QString &titulo, const QString &nota = {});
+/// One row: a caption, which may have a letter behind & that leads to the control, and the control,
+/// which takes its accessible name from the caption. Captions are equally wide on all pages.
+void Fila(QFormLayout *seccion, const QString &titulo, QWidget *control);
+/// Soft text over as many lines as it needs.
+QLabel *Nota(const QString &texto);
+/// A caption without the & of its letter, as screen readers say it.
+QString SinLetra(QString titulo);
+} // namespace Parte
 
 QWidget *PaginaDeClinica(const ContextoDePagina &c);
 QWidget *PaginaDeUsuarios(const ContextoDePagina &c);

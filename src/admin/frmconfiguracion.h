@@ -1,0 +1,47 @@
+// The settings: a list of pages, and the page chosen beside it.
+#pragma once
+
+#include "admin/pages.h"
+#include "ui/form_base.h"
+
+class QLabel;
+class QListWidget;
+class QScrollArea;
+class QStackedWidget;
+
+/// Pages are built when they are first looked at, and read the settings then. The form goes when it
+/// is closed: the next opening starts afresh, because other terminals write the same row.
+class frmConfiguracion : public FormBase
+{
+    Q_OBJECT
+public:
+    frmConfiguracion(Sesion &s, Formularios &formularios, QWidget *parent = nullptr);
+
+    /// With "pagina" it opens on the page of that name ("usuarios"), else on the one of last time.
+    void opened(const QVariantMap &parametros) override;
+    /// A box that is being typed in is written before the form closes.
+    void reject() override;
+
+    /// Names of the pages in the order of the list.
+    static QStringList Paginas();
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void build();
+    void wire();
+    void drawIcons();
+    void showPage(int page);
+    void buildPage(int page);
+    void step(int by);
+    void enterPage();
+    QScrollArea *area(int page) const;
+
+    Formularios &m_formularios;
+    QListWidget *lstPaginas = nullptr;
+    QLabel *lblTitulo = nullptr;
+    QStackedWidget *stkPaginas = nullptr;
+    LineaDeAyuda *Ayu = nullptr;
+};

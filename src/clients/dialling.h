@@ -3,9 +3,8 @@
 
 #include <QObject>
 #include <QString>
+#include <chrono>
 #include <memory>
-
-class QSerialPort;
 
 /// The telephone number in a box that may hold several: the first, digits and "+" only; "" when
 /// there is none.
@@ -26,6 +25,8 @@ public:
     void Terminar();
     bool Abierto() const;
     QString Error() const;
+    /// How long the modem may take to answer; 15 seconds unless told otherwise.
+    void FijarEspera(std::chrono::milliseconds espera);
 
 Q_SIGNALS:
     /// The modem has answered OK.
@@ -35,6 +36,7 @@ Q_SIGNALS:
     void fallado(const QString &motivo);
 
 private:
+    void leer();
     struct Interno;
     std::unique_ptr<Interno> d;
 };

@@ -1,1 +1,45 @@
+#include "clinical/food.h"
 #include "support/clinic.h"
+
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
+class TextoDelAlimento : public Clinica
+{
+protected:
+    TextoDelAlimento() { QLocale::setDefault({QLocale::English, QLocale::UnitedStates}); }
+    ~TextoDelAlimento() override { QLocale::setDefault(QLocale::c()); }
+};
+
+TEST_F(TextoDelAlimento, TellsWhatIsLeftInTheProductsMeasure)
+{
+    s.finanzas->Execute("insert into articulos (ida, uni) values (900, 'U/Lb')");
+    s.finanzas->Execute("insert into articulos (ida, uni) values (901, 'u/kg')");
+    const struct {
+        int ida;
+        double can, con;
+        const char16_t *texto;
+    } casos[] = {
+        {901, 12345, 250, u"Left: 12.345kg. 250g/day - Approx. 49 days. R. 4/29/26"},
+        {0, 499.5, 250, u"Left: 0.4995kg. 250g/day - Approx. 1 day. R. 3/12/26"},
+        {900, 5.5, 0.5, u"Left: 5.5lb. 0.5lb/day - Approx. 11 days. R. 3/22/26"},
+        {901, 0, 250, u"Left: 0kg. 250g/day - Approx. 0 days. R. 3/11/26"},
+        {901, 500, 0, u"Left: 0.5kg."},
+    };
+    for (const auto &c : casos) {
+        s.clientes->Execute("delete * from consumo");
+        s.clientes->Execute(
+            "insert into consumo (idm, idcat, ida, can, con) values (5, 1, ?, ?, ?)", c.ida,
+            Moneda::Redondear(c.can), Moneda::Redondear(c.con));
+        EXPECT_EQ(TextoDeAlimento(s, 5), QString::fromUtf16(c.texto)) << c.can;
+    }
+}
+
+TEST_F(TextoDelAlimento, TellsNothingWithoutAKnownStockOfFood)
+{
+    EXPECT_EQ(TextoDeAlimento(s, 5), QString());
+    s.clientes->Execute("insert into consumo (idm, idcat, con) values (5, 1, 100)");
+    s.clientes->Execute("insert into consumo (idm, idcat, can, con) values (5, 3, 100, 1)");
+    EXPECT_EQ(TextoDeAlimento(s, 5), QString());
+}

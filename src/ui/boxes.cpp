@@ -1,1 +1,224 @@
 #include "ui/boxes.h"
+
+#include <QKeyEvent>
+#include <QLocale>
+#include <QValidator>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+enum Texto { FechaInvalida = 9300, DiaPrimero = 9301, MesAntes = 9302, FormaDeHora = 9303 };
+
+constexpr int mostDigits = 9;     // what fits an int whatever the digits are
+constexpr int longestNumber = 21; // of an amount, with sign and mark
+constexpr int firstYear = 1000;   // four digits
+constexpr QChar dateMark = u'/';
+
+/// Takes out of a text whatever cannot be part of the value, also when it is pasted or dropped.
+class Filtro : public QValidator
+{
+public:
+    using Limpieza = std::function<QString(const QString &)>;
+    Filtro(Limpieza clean, QObject *parent) : QValidator(parent), m_clean(std::move(clean)) {}
+
+    State validate(QString &text, int &cursor) const override
+    {
+        const QString before = m_clean(text.left(cursor));
+        text = m_clean(text);
+        cursor = std::min(int(before.size()), int(text.size()));
+        return Acceptable;
+    }
+
+private:
+    Limpieza m_clean;
+};
+
+bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool isMark(QChar c) { return c == u'.' || c == u','; }
+
+QString digitsOnly(const QString &text, qsizetype most)
+{
+    QString digits;
+    for (const QChar c : text)
+        if (isDigit(c) && digits.size() < most)
+            digits += c;
+    return digits;
+}
+
+/// Digits, a minus in front and one decimal mark: the last mark, unless it comes several times and
+/// so parts thousands.
+QString numberOnly(const QString &text, QChar separator)
+{
+    qsizetype last = text.size() - 1;
+    while (last >= 0 && !isMark(text[last]))
+        --last;
+    const bool decimal = last >= 0 && text.count(text[last]) == 1;
+    QString number;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (isDigit(text[i]) || (text[i] == u'-' && number.isEmpty()))
+            number += text[i];
+        else if (i == last && decimal)
+            number += separator;
+    }
+    return number;
+}
+
+/// A printable key, which must be part of the value; all others are the box's business.
+QChar typed(const QKeyEvent &key)
+{
+    const bool command =
+        key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const QString text = key.text();
+    return !command && text.size() == 1 && text.front().isPrint() ? text.front() : QChar();
+}
+
+QString dayFormat() { return MesPrimero() ? u"MM/dd/yyyy"_s : u"dd/MM/yyyy"_s; }
+
+/// The parts of a masked text; nullopt for one that is no plain number.
+std::vector<std::optional<int>> parts(const QString &text, QChar mark)
+{
+    std::vector<std::optional<int>> numbers;
+    for (const QString &part : text.split(mark)) {
+        bool fine = false;
+        const int n = part.toInt(&fine);
+        numbers.push_back(fine ? std::optional(n) : std::nullopt);
+    }
+    return numbers;
+}
+
+} // namespace
+
+bool MesPrimero() { return QLocale().dateFormat(QLocale::ShortFormat).startsWith(u'M'); }
+
+QString TextoDeDia(QDate dia) { return dia.isValid() ? dia.toString(dayFormat()) : QString(); }
+
+CajaDeEntero::CajaDeEntero(int digitos, QWidget *parent) : QLineEdit(parent)
+{
+    const int most = std::clamp(digitos, 1, mostDigits);
+    setMaxLength(most);
+    setInputMethodHints(Qt::ImhDigitsOnly);
+    setValidator(new Filtro([most](const QString &t) { return digitsOnly(t, most); }, this));
+}
+
+std::optional<int> CajaDeEntero::Entero() const
+{
+    bool fine = false;
+    const int n = text().toInt(&fine);
+    return fine ? std::optional(n) : std::nullopt;
+}
+
+void CajaDeEntero::PonerEntero(std::optional<int> n)
+{
+    setText(n && *n >= 0 ? QString::number(*n) : QString());
+}
+
+void CajaDeEntero::keyPressEvent(QKeyEvent *event)
+{
+    if (const QChar c = typed(*event); c.isNull() || isDigit(c))
+        QLineEdit::keyPressEvent(event);
+}
+
+CajaDeNumero::CajaDeNumero(const Sesion &s, QWidget *parent)
+    : QLineEdit(parent), m_separador(s.separadorDecimal)
+{
+    setMaxLength(longestNumber);
+    setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    setAlignment(Qt::AlignRight);
+    setValidator(
+        new Filtro([mark = m_separador](const QString &t) { return numberOnly(t, mark); }, this));
+}
+
+std::optional<Moneda> CajaDeNumero::Numero() const { return Moneda::DeTexto(text(), m_separador); }
+
+void CajaDeNumero::PonerNumero(std::optional<Moneda> n)
+{
+    setText(n ? n->ATexto().replace(u'.', m_separador) : QString());
+}
+
+void CajaDeNumero::keyPressEvent(QKeyEvent *event)
+{
+    const QChar c = typed(*event);
+    if (isMark(c)) {
+        QString rest = text();
+        rest.remove(selectionStart(), selectedText().size());
+        if (!rest.contains(m_separador))
+            insert(m_separador);
+        return;
+    }
+    if (c.isNull() || isDigit(c))
+        QLineEdit::keyPressEvent(event);
+}
+
+CajaDeFecha::CajaDeFecha(Sesion &s, QWidget *parent) : QLineEdit(parent), m_s(s)
+{
+    setInputMask(u"00/00/0000;_"_s);
+    const QString form = s(MesPrimero() ? MesAntes : DiaPrimero);
+    setToolTip(form);
+    setAccessibleDescription(form);
+}
+
+bool CajaDeFecha::Vacia() const { return text().remove(dateMark).isEmpty(); }
+
+bool CajaDeFecha::Valida() const { return Vacia() || Dia().isValid(); }
+
+QDate CajaDeFecha::Dia() const
+{
+    const auto n = parts(text(), dateMark);
+    if (n.size() != 3 || !n[0] || !n[1] || !n[2] || *n[2] < firstYear)
+        return {};
+    return MesPrimero() ? QDate(*n[2], *n[0], *n[1]) : QDate(*n[2], *n[1], *n[0]);
+}
+
+void CajaDeFecha::PonerDia(QDate dia) { setText(TextoDeDia(dia)); }
+
+void CajaDeFecha::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    if (Vacia())
+        setCursorPosition(0);
+}
+
+void CajaDeFecha::focusOutEvent(QFocusEvent *event)
+{
+    // Another window over the form is not leaving the box.
+    const bool left =
+        event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+    const bool bad = left && !Valida();
+    if (bad)
+        clear();
+    QLineEdit::focusOutEvent(event);
+    if (bad)
+        m_s.dialogos.Mensaje(m_s(FechaInvalida));
+}
+
+CajaDeHora::CajaDeHora(QWidget *parent) : QLineEdit(parent) { setInputMask(u"00:00;_"_s); }
+
+QTime CajaDeHora::Hora() const
+{
+    const auto n = parts(text(), u':');
+    // 9:5 may be five or fifty minutes past nine.
+    if (n.size() != 2 || !n[0] || !n[1] || text().section(u':', 1).size() != 2)
+        return {};
+    return {*n[0], *n[1]};
+}
+
+void CajaDeHora::PonerHora(QTime hora)
+{
+    setText(hora.isValid() ? hora.toString(u"HH:mm") : QString());
+}
+
+void CajaDeHora::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    if (text() == u":")
+        setCursorPosition(0);
+}
+
+void CajaDeHora::focusOutEvent(QFocusEvent *event)
+{
+    if (!Hora().isValid())
+        clear();
+    QLineEdit::focusOutEvent(event);
+}

@@ -6,19 +6,30 @@
 #include <QLineEdit>
 #include <optional>
 
+/// Whether days are written with the month first: the order of the locale.
+bool MesPrimero();
+/// A day as all screens show it: two digits, two digits, four digits, in the order of the locale;
+/// empty for an invalid day.
+QString TextoDeDia(QDate dia);
+
 /// Whole digits.
 class CajaDeEntero : public QLineEdit
 {
     Q_OBJECT
 public:
-    /// @param digitos most that can be typed
+    /// @param digitos most that can be typed, up to 9
     explicit CajaDeEntero(int digitos, QWidget *parent = nullptr);
     /// nullopt while the box is empty.
     std::optional<int> Entero() const;
+    /// A negative number empties the box.
     void PonerEntero(std::optional<int> n);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 };
 
-/// A number with decimals; the keypad's point types the decimal mark of the session.
+/// A number with decimals; point and comma both type the decimal mark of the session. A minus
+/// cannot be typed; a negative number is shown as it is.
 class CajaDeNumero : public QLineEdit
 {
     Q_OBJECT
@@ -49,6 +60,7 @@ public:
     void PonerDia(QDate dia);
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
@@ -65,5 +77,6 @@ public:
     void PonerHora(QTime hora);
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 };

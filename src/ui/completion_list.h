@@ -30,5 +30,10 @@ Q_SIGNALS:
     void elegido(int id);
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool m_borra = false; // the key at work erases
 };

@@ -12,12 +12,12 @@ class Borrador
 {
 public:
     Borrador(const Sesion &s, const QString &formulario);
+    /// Writes to the disk: call it when typing pauses. @param campos texts, numbers, yes or no
     void Guardar(const QVariantMap &campos) const;
     /// Empty when there is none.
     QVariantMap Leer() const;
     void Borrar() const;
 
 private:
-    QString m_archivo;
-    QString m_carpeta;
+    QString m_archivo; // empty where nothing is kept
 };

@@ -2,24 +2,54 @@
 
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "ui/window_dialogs.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QSettings>
+#include <QTextEdit>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
+constexpr const char *noApostrophe = "refusesApostrophe";
+
+bool isEnterKey(const QKeyEvent &key)
+{
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
+
 bool isEnter(const QKeyEvent &key)
 {
-    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
-           && !(key.modifiers() & ~Qt::KeypadModifier);
+    return isEnterKey(key) && !(key.modifiers() & ~Qt::KeypadModifier);
+}
+
+bool hasSeveralLines(const QObject *box)
+{
+    return qobject_cast<const QTextEdit *>(box) || qobject_cast<const QPlainTextEdit *>(box);
+}
+
+/// The line in which a box is typed; nullptr where it has none.
+QLineEdit *lineOf(QWidget *box)
+{
+    if (auto *list = qobject_cast<QComboBox *>(box))
+        return list->lineEdit();
+    return qobject_cast<QLineEdit *>(box);
+}
+
+/// Apostrophes that were pasted; the undo list stays whole.
+void replaceApostrophes(QTextDocument *document)
+{
+    for (QTextCursor c = document->find(u"'"_s); !c.isNull(); c = document->find(u"'"_s, c))
+        c.insertText(u" "_s);
 }
 
 void tellFailure(Sesion &s, int number, const QString &description, const QString &source)
@@ -63,28 +93,75 @@ bool FormBase::guarded(const std::function<void()> &task)
     return false;
 }
 
+void FormBase::activated() {}
+
 void FormBase::enterChain(const QList<QWidget *> &boxes)
 {
     for (int i = 0; i + 1 < boxes.size(); ++i) {
-        m_nextBox.insert(boxes[i], boxes[i + 1]);
-        boxes[i]->installEventFilter(this);
-        setTabOrder(boxes[i], boxes[i + 1]);
+        QWidget *box = boxes[i];
+        m_nextBox.insert(box, boxes[i + 1]);
+        box->installEventFilter(this);
+        if (QLineEdit *line = lineOf(box); line && line != box) {
+            m_nextBox.insert(line, boxes[i + 1]);
+            line->installEventFilter(this);
+        }
+        if (auto *page = qobject_cast<QTextEdit *>(box))
+            page->setTabChangesFocus(true);
+        if (auto *page = qobject_cast<QPlainTextEdit *>(box))
+            page->setTabChangesFocus(true);
+        setTabOrder(box, boxes[i + 1]);
     }
 }
 
 void FormBase::refuseApostrophe(const QList<QLineEdit *> &boxes)
 {
-    for (QLineEdit *box : boxes) {
-        box->setProperty("refusesApostrophe", true);
+    for (QLineEdit *box : boxes)
+        refuseApostropheIn({box});
+}
+
+void FormBase::refuseApostropheIn(const QList<QWidget *> &boxes)
+{
+    for (QWidget *box : boxes) {
+        box->setProperty(noApostrophe, true);
         box->installEventFilter(this);
-        connect(box, &QLineEdit::textEdited, box, [box](const QString &text) {
-            if (!text.contains(u'\''))
-                return;
-            const int cursor = box->cursorPosition();
-            box->setText(QuitarApostrofes(text));
-            box->setCursorPosition(cursor);
-        });
+        if (QLineEdit *line = lineOf(box)) {
+            line->setProperty(noApostrophe, true);
+            line->installEventFilter(this);
+            connect(line, &QLineEdit::textEdited, line, [line](const QString &text) {
+                if (!text.contains(u'\''))
+                    return;
+                const int cursor = line->cursorPosition();
+                line->setText(QuitarApostrofes(text));
+                line->setCursorPosition(cursor);
+            });
+        }
+        // What the program itself puts there, with the focus elsewhere, stays as it is.
+        if (auto *page = qobject_cast<QPlainTextEdit *>(box))
+            connect(page, &QPlainTextEdit::textChanged, page, [page] {
+                if (page->hasFocus())
+                    replaceApostrophes(page->document());
+            });
+        if (auto *page = qobject_cast<QTextEdit *>(box))
+            connect(page, &QTextEdit::textChanged, page, [page] {
+                if (page->hasFocus())
+                    replaceApostrophes(page->document());
+            });
     }
+}
+
+bool FormBase::event(QEvent *event)
+{
+    // What opens a box when it is activated must not be called again because the box closed.
+    if (event->type() == QEvent::WindowDeactivate)
+        m_leftForBox = DialogosDeVentana::HayUnaAbierta();
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::WindowActivate && !std::exchange(m_leftForBox, false)
+        && !m_activating) {
+        m_activating = true;
+        guarded([this] { activated(); });
+        m_activating = false;
+    }
+    return handled;
 }
 
 bool FormBase::eventFilter(QObject *watched, QEvent *event)
@@ -93,24 +170,32 @@ bool FormBase::eventFilter(QObject *watched, QEvent *event)
         return QDialog::eventFilter(watched, event);
     const auto &key = *static_cast<QKeyEvent *>(event);
 
-    if (key.text() == u"'" && watched->property("refusesApostrophe").toBool()) {
+    if (key.text() == u"'" && watched->property(noApostrophe).toBool()) {
         int code = u'\'';
         FiltrarApostrofe(m_s, code);
         if (code == 0)
             return true;
     }
-    if (isEnter(key) && m_nextBox.contains(watched)) {
-        QWidget *next = m_nextBox.value(watched);
-        while (next && !(next->isEnabled() && next->isVisibleTo(this)))
-            next = m_nextBox.value(next);
-        if (next) {
-            next->setFocus(Qt::TabFocusReason);
-            if (auto *box = qobject_cast<QLineEdit *>(next))
-                box->selectAll();
-        }
+    const bool movesOn = hasSeveralLines(watched)
+                             ? isEnterKey(key) && key.modifiers() & Qt::ControlModifier
+                             : isEnter(key);
+    if (movesOn && m_nextBox.contains(watched)) {
+        moveOn(watched);
         return true;
     }
     return QDialog::eventFilter(watched, event);
+}
+
+void FormBase::moveOn(QObject *from)
+{
+    QWidget *next = m_nextBox.value(from);
+    while (next && !(next->isEnabled() && next->isVisibleTo(this)))
+        next = m_nextBox.value(next);
+    if (!next)
+        return;
+    next->setFocus(Qt::TabFocusReason);
+    if (QLineEdit *line = lineOf(next))
+        line->selectAll();
 }
 
 void FormBase::keyPressEvent(QKeyEvent *event)

@@ -33,24 +33,32 @@ public:
     /// Called by the registry each time the form is about to be shown: with what, if anything.
     virtual void opened(const QVariantMap &parametros);
 
-protected:
     /// Runs what can fail. The only catch among the forms: nothing is thrown into the event loop,
     /// and what the user typed stays on the form.
     /// @return false when it failed; the user has been told
     bool guarded(const std::function<void()> &task);
 
-    /// ENTER moves from each of these to the next that can be used; boxes arrive selected.
+protected:
+    /// Called, guarded, each time the user comes to the form from another one or from another
+    /// program; not when a box over it closes.
+    virtual void activated();
+
+    /// ENTER moves from each of these to the next that can be used; boxes arrive selected. In a
+    /// box of several lines ENTER is a new line, and CTRL+ENTER or TAB move on.
     void enterChain(const QList<QWidget *> &boxes);
 
     /// Keeps the apostrophe out of these boxes: typed, it is refused with a message; pasted, it
     /// becomes a blank.
     void refuseApostrophe(const QList<QLineEdit *> &boxes);
+    /// The same for boxes of any kind: lines, lists that can be typed in, several lines.
+    void refuseApostropheIn(const QList<QWidget *> &boxes);
 
     /// Opens with the size of last time, or with @p first; keeps it when the form is hidden.
     void rememberSize(QSize first);
     /// The same for the widths and the order of a table's columns.
     void rememberColumns(QHeaderView *header);
 
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void hideEvent(QHideEvent *event) override;
@@ -58,10 +66,13 @@ protected:
     Sesion &m_s;
 
 private:
+    void moveOn(QObject *from);
     QString iniFile() const;
     QString headerKey(const QHeaderView *header) const;
 
     QHash<QObject *, QWidget *> m_nextBox;
     QList<QPointer<QHeaderView>> m_headers;
     bool m_remembersSize = false;
+    bool m_activating = false;
+    bool m_leftForBox = false;
 };

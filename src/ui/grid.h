@@ -20,7 +20,7 @@ enum class Clase {
 };
 
 struct ColumnaDeGrilla {
-    QString titulo;
+    QString titulo = {};
     Clase clase = Clase::Texto;
     int ancho = 120; // pixels at 100 %; the last visible column takes what is left
     bool oculta = false;
@@ -32,10 +32,10 @@ enum class Realce { Ninguno, Alerta, Aviso, Apagado };
 
 /// One row. `celdas` has a value for each column, hidden ones too.
 struct FilaDeGrilla {
-    QList<Valor> celdas;
+    QList<Valor> celdas = {};
     Realce realce = Realce::Ninguno;
     int celdaRealzada = -1; // column that takes colour and sign; -1 is all of them
-    QString motivo;         // what the colour means, as tool tip and for screen readers
+    QString motivo = {};    // what the colour means, as tool tip and for screen readers
 };
 
 /// The rows of a grid. A click on a title sorts by the type of the column, texts as the store
@@ -59,7 +59,7 @@ public:
     const FilaDeGrilla &Fila(int fila) const;
     int Filas() const;
     const QList<ColumnaDeGrilla> &Columnas() const;
-    /// The cell as it is shown and exported.
+    /// The cell as it is shown.
     QString TextoDeCelda(int fila, int columna) const;
 
     /// Linear search from row @p desde to row @p hasta: a text matches when the cell begins with
@@ -78,8 +78,8 @@ private:
 };
 
 /// The view of a ModeloDeGrilla. Sorts on click, copies the selected rows as text (CTRL+C), exports
-/// everything shown as CSV or XLSX (context menu), selects whole rows. ENTER and double click take
-/// the current row.
+/// everything shown as CSV or XLSX (context menu, where the actions of the widget come first),
+/// selects whole rows. ENTER and double click take the current row.
 class Grilla : public QTableView
 {
     Q_OBJECT
@@ -105,6 +105,8 @@ Q_SIGNALS:
     void filaCambiada(int fila);
     /// Taken by ENTER or a double click.
     void filaElegida(int fila);
+    /// Everything shown was written to a file.
+    void exportada(const QString &archivo);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -112,8 +114,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void tellRow();
     void exportAs(const QString &suffix);
+    void openMenu(QPoint place);
+    QPoint menuPlace() const;
 
+    static constexpr int notTold = -2;
     Sesion &m_s;
     QString m_vacio;
+    int m_dicha = -1; // row told last
+    bool m_quitando = false;
 };

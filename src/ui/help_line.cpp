@@ -1,1 +1,87 @@
 #include "ui/help_line.h"
+
+#include "ui/theme.h"
+
+#include <QAccessible>
+#include <QPainter>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+const QString hint = u"suave"_s;
+const QString done = u"logro"_s;
+const QString failed = u"falla"_s;
+} // namespace
+
+LineaDeAyuda::LineaDeAyuda(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setProperty("clase", hint);
+}
+
+void LineaDeAyuda::Decir(const QString &texto) { put(texto, hint); }
+void LineaDeAyuda::Logro(const QString &texto) { put(texto, done); }
+void LineaDeAyuda::Fallo(const QString &texto) { put(texto, failed); }
+void LineaDeAyuda::Limpiar() { put({}, hint); }
+
+void LineaDeAyuda::put(const QString &texto, const QString &clase)
+{
+    if (property("clase").toString() != clase) {
+        setProperty("clase", clase);
+        style()->unpolish(this);
+        style()->polish(this);
+    }
+    setText(texto);
+    setAccessibleName(texto);
+    resizeEvent(nullptr);
+    if (!texto.isEmpty()) {
+        QAccessibleEvent told(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&told);
+    }
+}
+
+QString LineaDeAyuda::line() const { return text().simplified(); }
+
+QRect LineaDeAyuda::textPlace() const
+{
+    QRect place = contentsRect();
+    if (!text().isEmpty() && property("clase").toString() != hint)
+        place.setLeft(place.left() + fontMetrics().ascent() + Espacio::S);
+    return place;
+}
+
+QSize LineaDeAyuda::minimumSizeHint() const { return {0, fontMetrics().height() + Espacio::XS}; }
+
+void LineaDeAyuda::resizeEvent(QResizeEvent *)
+{
+    const bool cut = fontMetrics().horizontalAdvance(line()) > textPlace().width();
+    setToolTip(cut || text().contains(u'\n') ? text().toHtmlEscaped() : QString());
+}
+
+void LineaDeAyuda::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QRect place = textPlace();
+    const QColor colour = palette().color(foregroundRole());
+    if (place.left() > contentsRect().left()) {
+        const qreal side = fontMetrics().ascent() * 0.8;
+        const QRectF sign(contentsRect().left() + 1, place.center().y() - side / 2, side, side);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(colour, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        if (property("clase").toString() == done) {
+            painter.drawPolyline(QPolygonF{{sign.left(), sign.center().y()},
+                                           {sign.left() + side * 0.35, sign.bottom() - 1},
+                                           {sign.right(), sign.top() + 1}});
+        } else {
+            painter.drawLine(sign.topLeft(), sign.bottomRight());
+            painter.drawLine(sign.topRight(), sign.bottomLeft());
+        }
+    }
+    painter.setPen(colour);
+    painter.drawText(place, int(alignment()),
+                     fontMetrics().elidedText(line(), Qt::ElideRight, place.width()));
+}

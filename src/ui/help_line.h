@@ -3,21 +3,25 @@
 
 #include <QLabel>
 
-/// Screen readers are told of each new text. Long texts are cut with dots and whole in the tool tip.
+/// Screen readers are told of each new text. What does not fit is cut with dots on screen alone and
+/// whole in the tool tip. A sign stands before what worked and what did not.
 class LineaDeAyuda : public QLabel
 {
     Q_OBJECT
 public:
     explicit LineaDeAyuda(QWidget *parent = nullptr);
-    void Decir(const QString &texto);  // a hint
-    void Logro(const QString &texto);  // it worked
-    void Fallo(const QString &texto);  // it did not
+    void Decir(const QString &texto); // a hint
+    void Logro(const QString &texto); // it worked
+    void Fallo(const QString &texto); // it did not
     void Limpiar();
 
 protected:
+    QSize minimumSizeHint() const override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void show(const QString &texto, const char *clase);
-    QString m_texto;
+    void put(const QString &texto, const QString &clase);
+    QString line() const;
+    QRect textPlace() const;
 };

@@ -1,3 +1,57 @@
 #include "ui/quick_key.h"
 
-void InstalarBusquedaRapida(QApplication &, Formularios &) {}
+#include "ui/form_base.h"
+#include "ui/form_registry.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class TeclaDeBusqueda : public QObject
+{
+public:
+    TeclaDeBusqueda(QApplication &app, Formularios &forms) : QObject(&app), m_forms(forms)
+    {
+        app.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+            return false;
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        if (key.key() != Qt::Key_K || key.modifiers() != Qt::ControlModifier || !canOpen())
+            return false;
+        if (event->type() == QEvent::ShortcutOverride) {
+            event->accept(); // the key comes next
+            return true;
+        }
+        auto *form = qobject_cast<FormBase *>(QApplication::activeWindow());
+        form->guarded([this] { m_forms.Abrir(target); });
+        return true;
+    }
+
+private:
+    /// Boxes, modal forms and menus keep the keyboard; before the login nothing is shown.
+    bool canOpen() const
+    {
+        const auto *form = qobject_cast<FormBase *>(QApplication::activeWindow());
+        return form && form->objectName() != u"frminicio" && !QApplication::activeModalWidget()
+               && !QApplication::activePopupWidget() && m_forms.Existe(target);
+    }
+
+    const QString target = u"frmBusquedaRapida"_s;
+    Formularios &m_forms;
+};
+
+} // namespace
+
+void InstalarBusquedaRapida(QApplication &app, Formularios &formularios)
+{
+    new TeclaDeBusqueda(app, formularios);
+}

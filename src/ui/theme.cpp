@@ -49,6 +49,14 @@ QColor colourOfSetting(int principalColor)
     return QColor(principalColor & 0xff, principalColor >> 8 & 0xff, principalColor >> 16 & 0xff);
 }
 
+/// What means the same whatever colour a clinic chooses.
+void setSignals(Paleta &p)
+{
+    p.logro = p.oscura ? QColor(0x83, 0xd6, 0xa4) : QColor(0x1a, 0x6b, 0x3c);
+    p.alerta = p.oscura ? QColor(0x6b, 0x2b, 0x2b) : QColor(255, 192, 192);
+    p.aviso = p.oscura ? QColor(0x5c, 0x51, 0x12) : QColor(255, 255, 128);
+}
+
 QPalette qtPalette(const Paleta &p)
 {
     QPalette q;
@@ -103,6 +111,7 @@ QString styleSheet(const Paleta &p)
         {u"sobreMarco"_s, p.sobreMarco},
         {u"sobreMarcoSuave"_s, mix(p.sobreMarco, p.marco, 0.72)},
         {u"error"_s, p.error},
+        {u"logro"_s, p.logro},
     };
     for (const auto &[name, colour] : names)
         sheet.replace(QRegularExpression(u'@' + name + u"\\b"_s), colour.name());
@@ -159,6 +168,7 @@ Paleta CalcularPaleta(int principalColor, bool oscura)
         p.error = QColor(0xb3, 0x26, 0x1e);
     }
     p.sobreMarco = Qt::white;
+    setSignals(p);
     return p;
 }
 
@@ -179,6 +189,7 @@ Paleta PaletaEnUso()
     p.error = q.color(QPalette::BrightText);
     p.oscura = p.fondo.lightness() < 128;
     p.acentoSuave = mix(p.acento, p.superficie, p.oscura ? 0.16 : 0.11);
+    setSignals(p);
     return p;
 }
 

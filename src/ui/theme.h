@@ -31,6 +31,9 @@ struct Paleta {
     QColor marco;       // the rail of the board and the head of the splash
     QColor sobreMarco;
     QColor error;
+    QColor logro;  // what went well
+    QColor alerta; // behind a row that must be seen
+    QColor aviso;  // behind a row that wants a look
     bool oscura = false;
 };
 

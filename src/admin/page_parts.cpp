@@ -3,12 +3,33 @@
 #include "ui/theme.h"
 
 #include <QFormLayout>
+#include <QPainter>
 
 namespace
 {
 
 constexpr int pageWidth = 720; // longer lines do not read well
 constexpr int captionWidth = 220;
+constexpr int swatch = 24;
+constexpr qreal swatchScale = 3; // drawn as large as any screen asks
+
+QPixmap paintSwatch(const QColor &color, bool chosen)
+{
+    QPixmap picture(QSize(swatch, swatch) * swatchScale);
+    picture.setDevicePixelRatio(swatchScale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(PaletaEnUso().borde, 1));
+    painter.setBrush(color);
+    painter.drawRoundedRect(QRectF(0.5, 0.5, swatch - 1, swatch - 1), 6, 6);
+    if (chosen) {
+        const QColor ink = Contraste(color, Qt::white) >= 3 ? Qt::white : Qt::black;
+        painter.setPen(QPen(ink, 2.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF{{7.0, 12.5}, {10.6, 16.0}, {17.2, 8.6}});
+    }
+    return picture;
+}
 
 } // namespace
 
@@ -58,6 +79,34 @@ QLabel *Parte::Nota(const QString &texto)
     note->setProperty("clase", QStringLiteral("suave"));
     note->setWordWrap(true);
     return note;
+}
+
+QPushButton *Parte::Boton(const QString &titulo, const QString &nombre)
+{
+    auto *button = new QPushButton(titulo);
+    button->setObjectName(nombre);
+    button->setAccessibleName(SinLetra(titulo));
+    button->setAutoDefault(false);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return button;
+}
+
+QIcon Parte::Muestra(const QColor &color)
+{
+    QIcon icon;
+    icon.addPixmap(paintSwatch(color, false), QIcon::Normal, QIcon::Off);
+    icon.addPixmap(paintSwatch(color, true), QIcon::Normal, QIcon::On);
+    return icon;
+}
+
+QColor Parte::ColorDeAjuste(int valor)
+{
+    return QColor(valor & 0xff, valor >> 8 & 0xff, valor >> 16 & 0xff);
+}
+
+int Parte::AjusteDeColor(const QColor &color)
+{
+    return color.red() | color.green() << 8 | color.blue() << 16;
 }
 
 QString Parte::SinLetra(QString titulo) { return titulo.remove(u'&'); }

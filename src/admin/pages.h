@@ -3,6 +3,8 @@
 
 #include "store/session.h"
 
+#include <QColor>
+#include <QIcon>
 #include <functional>
 
 class Formularios;
@@ -11,6 +13,7 @@ class LineaDeAyuda;
 class QFormLayout;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QVBoxLayout;
 class QWidget;
 
@@ -44,6 +47,17 @@ void Fila(QFormLayout *seccion, const QString &titulo, QWidget *control);
 QLabel *Nota(const QString &texto);
 /// A caption without the & of its letter, as screen readers say it.
 QString SinLetra(QString titulo);
+/// A button as wide as its caption needs.
+QPushButton *Boton(const QString &titulo, const QString &nombre);
+/// A patch of a colour; the chosen one has a mark.
+QIcon Muestra(const QColor &color);
+/// Settings hold colours with red in the lowest byte.
+QColor ColorDeAjuste(int valor);
+int AjusteDeColor(const QColor &color);
+
+inline constexpr int AnchoDeTexto = 360; // of boxes, in device-independent pixels
+inline constexpr int AnchoDePalabra = 200;
+inline constexpr int AnchoDeCifra = 96;
 } // namespace Parte
 
 QWidget *PaginaDeClinica(const ContextoDePagina &c);

@@ -19,5 +19,10 @@ struct CuentaDeCorreo {
 CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s);
 /// @throws ErrorDeAlmacen
 void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
+/// The part of it that is this machine's own.
+void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
+/// Asks for name and password and stores both; without a name, or backing out, all stays as it was.
+/// @return whether they were stored
+bool ModificarCuentaDeCorreo(Sesion &s);
 /// 587 with STARTTLS, 465 with TLS, 25 without either.
 int PuertoHabitual(Cifrado cifrado);

@@ -31,3 +31,13 @@ const std::vector<Plantilla> &Plantillas();
 
 /// Tags that can be written in a template, without the brackets.
 const QStringList &Tags();
+
+/// Whom the settings show a template with.
+struct Ejemplo {
+    int idc = 0;
+    int idm = 0; // 0 for a client without patients
+    int ida = 0; // a product for the treatment
+};
+/// A client, or with 0 the session's client, or else the first one, with the session's patient if
+/// it is that client's and else the first; nullopt while there is no client.
+std::optional<Ejemplo> EjemploDeMensaje(Sesion &s, int idc = 0);

@@ -1,1 +1,168 @@
+#include "agenda/tasks.h"
+#include "messages/templates.h"
+#include "store/settings_row.h"
 #include "support/clinic.h"
+
+#include <QLocale>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Templates : public Clinica
+{
+protected:
+    Templates()
+    {
+        s.clinica = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
+        s.clientes->Execute("insert into cldepartamento (id, nom) values (1, 'Centro')");
+        s.clientes->Execute("insert into clientes (idc, ayn, dir, dep) values (7, 'Ana Paz', "
+                            "'Mitre 3', 1)");
+        s.clientes->Execute("insert into mascotas (idm, idc, nom) values (9, 7, 'Toby')");
+    }
+    void book(QTime hour)
+    {
+        Tarea t;
+        t.tip = 1;
+        t.ida = 9;
+        t.dia = hoy;
+        t.hor = hour;
+        t.fcreacion = hoy;
+        AgregarTarea(s, t);
+    }
+    QString fill(const QString &text) { return RellenarTags(s, text, 0, 9, 1); }
+
+    const QLocale before; // the default, put back at the end
+    ~Templates() override { QLocale::setDefault(before); }
+};
+
+} // namespace
+
+TEST_F(Templates, EachKindAndMediumHasItsColumn)
+{
+    for (const Plantilla &p : Plantillas())
+        GuardarAjuste(s, p.columna, QString::fromLatin1(p.columna).toLower());
+    GuardarAjuste(s, "MensajeriaSoloADestacados", u"sent to featured"_s);
+    QString all;
+    for (const int tip : {-41, -42, -43, -46, -49, -50, -51, -70, -71, -72, -44, 0, 5})
+        for (const int medium : {1, 2, 3})
+            all +=
+                u"%1/%2 %3\n"_s.arg(tip).arg(medium).arg(ComponerMensaje(s, tip, 7, 9, 1, medium));
+    EXPECT_EQ(all, u"-41/1 mensajeriaalimento\n"
+                   u"-41/2 mensajeriaalimento\n"
+                   u"-41/3 mensajeriaalimento\n"
+                   u"-42/1 mensajeriavencimientosmail\n"
+                   u"-42/2 mensajeriavencimientoscarta\n"
+                   u"-42/3 mensajeriavencimientoscarta\n"
+                   u"-43/1 mensajeriadeudoresmail\n"
+                   u"-43/2 mensajeriadeudorescarta\n"
+                   u"-43/3 mensajeriadeudorescarta\n"
+                   u"-46/1 mensajeriacumplemail\n"
+                   u"-46/2 mensajeriacumplecarta\n"
+                   u"-46/3 mensajeriacumplecarta\n"
+                   u"-49/1 mensajeriaturno\n"
+                   u"-49/2 mensajeriaturno\n"
+                   u"-49/3 mensajeriaturno\n"
+                   u"-50/1 mensajeriadescont\n"
+                   u"-50/2 mensajeriadescont\n"
+                   u"-50/3 mensajeriadescont\n"
+                   // edited in one column, sent from another: intended
+                   u"-51/1 sent to featured\n"
+                   u"-51/2 sent to featured\n"
+                   u"-51/3 sent to featured\n"
+                   u"-70/1 mensajeriamedicinaprepaga\n"
+                   u"-70/2 mensajeriamedicinaprepaga\n"
+                   u"-70/3 mensajeriamedicinaprepaga\n"
+                   u"-71/1 mensajerianuevocliente\n"
+                   u"-71/2 mensajerianuevocliente\n"
+                   u"-71/3 mensajerianuevocliente\n"
+                   u"-72/1 mensajeriafrecuente\n"
+                   u"-72/2 mensajeriafrecuente\n"
+                   u"-72/3 mensajeriafrecuente\n"
+                   u"-44/1 \n-44/2 \n-44/3 \n0/1 \n0/2 \n0/3 \n5/1 \n5/2 \n5/3 \n"_s);
+}
+
+TEST_F(Templates, TheListNamesThirteenEntriesWithTheirTexts)
+{
+    QSet<QString> columns, titles, helps;
+    for (const Plantilla &p : Plantillas()) {
+        EXPECT_TRUE(s.morvane->ExisteColumna("Configuracion", p.columna)) << p.columna;
+        columns << QString::fromLatin1(p.columna);
+        titles << s(p.titulo);
+        helps << s(p.ayuda);
+    }
+    EXPECT_EQ(Plantillas().size(), 13U);
+    EXPECT_EQ(columns.size(), 13);
+    EXPECT_EQ(titles.size(), 13);
+    EXPECT_EQ(helps.size(), 13);
+    EXPECT_TRUE(columns.contains(u"MensajeriaCumpleMailDestacados"_s));
+}
+
+TEST_F(Templates, TagsTakeTheirValuesWhateverTheirCase)
+{
+    s.finanzas->Execute("insert into articulos (ida, nom) values (900, 'Rabia')");
+    EXPECT_EQ(RellenarTags(s,
+                           u"<NomCli>|<dircli>|<NOMMAS>|<TraMas>|<ProVet>|<DirVet>|<TelVet>|"
+                           u"<RazVet>|<other>|< NomCli >|"_s,
+                           0, 9, 900),
+              u"Ana Paz|Mitre 3, Centro|Toby|Rabia|Dr. Ruiz|Rivera 12|555-0101|El Ombú|||"_s);
+    s.clientes->Execute("insert into clientes (idc, ayn) values (8, 'Eva Sol')");
+    EXPECT_EQ(RellenarTags(s, u"<nomcli>, <nommas>"_s, 8, 9, 0), u"Eva Sol, Toby"_s)
+        << "a client given goes before the patient's";
+    EXPECT_EQ(RellenarTags(s, u"<nomcli><dircli><nommas><tramas><hortur>."_s, 0, 0, 0), u"."_s);
+    for (const QString &tag : Tags())
+        EXPECT_TRUE(s(2638).contains(u'<' + tag + u'>')) << tag.toStdString();
+}
+
+TEST_F(Templates, AnOpenBracketConsumesTheRest)
+{
+    EXPECT_EQ(fill(u"Hi <nommas>, 3 < 4 and so on"_s), u"Hi Toby, 3 "_s);
+    EXPECT_EQ(fill(u"a > b <<nommas>>"_s), u"a > b >"_s);
+    EXPECT_EQ(fill(u"<"_s), u""_s);
+    EXPECT_EQ(fill(u"<>it's\n\"x\""_s), u"it's\n\"x\""_s);
+}
+
+TEST_F(Templates, WhatATagBringsIsNotReadAgain)
+{
+    s.clientes->Execute("update clientes set ayn = '<nommas> < x' where idc = 7");
+    EXPECT_EQ(fill(u"<nomcli>/<nommas>"_s), u"<nommas> < x/Toby"_s);
+}
+
+TEST_F(Templates, DayAndHourFollowTheLocale)
+{
+    EXPECT_EQ(fill(u"[<hortur>]"_s), u"[]"_s) << "no appointment";
+    book(QTime(16, 30));
+    const auto in = [this](QLocale::Language language, QLocale::Country country) {
+        QLocale::setDefault({language, country});
+        return fill(u"<fecdia> - <hortur>"_s);
+    };
+    EXPECT_EQ(in(QLocale::Spanish, QLocale::Uruguay),
+              u"miércoles, 11 de marzo de 2026 - 16:30:00"_s);
+    EXPECT_EQ(in(QLocale::Portuguese, QLocale::Brazil),
+              u"quarta-feira, 11 de março de 2026 - 16:30:00"_s);
+    EXPECT_EQ(in(QLocale::English, QLocale::UnitedStates),
+              u"Wednesday, March 11, 2026 - 4:30:00 PM"_s);
+}
+
+TEST_F(Templates, TheExampleIsTheSessionsClientOrTheFirst)
+{
+    const auto example = [this](int idc = 0) {
+        const auto e = EjemploDeMensaje(s, idc);
+        return e ? u"%1 %2 %3"_s.arg(e->idc).arg(e->idm).arg(e->ida) : u"none"_s;
+    };
+    s.clientes->Execute("insert into clientes (idc, ayn) values (8, 'Eva Sol')");
+    s.clientes->Execute("insert into mascotas (idm, idc, nom) values (10, 7, 'Luna')");
+    s.clientes->Execute("insert into artplan (idm, ida) values (10, 35)");
+    s.finanzas->Execute("insert into articulos (ida, nom, idcat) values (4, 'Collar', 8)");
+    s.finanzas->Execute("insert into articulos (ida, nom, idcat) values (5, 'Rabia', 3)");
+    EXPECT_EQ(example(), u"7 9 5"_s);
+    s.IdGlobal = {7, 10};
+    EXPECT_EQ(example(), u"7 10 35"_s);
+    EXPECT_EQ(example(8), u"8 0 5"_s);
+    s.IdGlobal = {99, 9}; // deleted on another terminal
+    EXPECT_EQ(example(), u"7 9 5"_s);
+    s.clientes->Execute("delete * from clientes");
+    EXPECT_EQ(example(), u"none"_s);
+}

@@ -1,1 +1,205 @@
+#include "admin/list_maintenance.h"
+#include "store/settings_row.h"
 #include "support/clinic.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class ListMaintenance : public Clinica
+{
+protected:
+    ListMaintenance()
+    {
+        s.clientes->Execute(
+            "insert into cldepartamento (id, nom, ctel) values (1, 'Norte', '011')");
+        s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (2, 'Sur #2', '')");
+        s.clientes->Execute(
+            "insert into cllocalidad (id, nom, cp, dep) values (1, 'Alba', '100', 1)");
+        for (const char *counter : {"contadordep", "contadorloc"})
+            GuardarAjuste(s, counter, 2);
+    }
+    /// Prompts that come one after another, with what is typed.
+    void types(const QList<std::pair<int, QString>> &answers)
+    {
+        for (const auto &[prompt, answer] : answers)
+            ask.EsperaTexto(s(prompt), answer);
+    }
+    QString rows(std::string_view sql) { return Filas(*s.clientes, sql); }
+    QString regions() { return rows("select id, nom, ctel, ran from cldepartamento order by id"); }
+    QString places() { return rows("select id, nom, cp, dep, ran from cllocalidad order by id"); }
+    int counter(const char *column) { return s.configuracion[column].toInt(); }
+
+    enum Prompt {
+        Region = 9638,
+        Place,
+        Source,
+        Species,
+        Breed,
+        Coat,
+        AreaCode,
+        PostCode,
+        WhichRegion,
+        NoRegion,
+        NoSpecies,
+        Known,
+        TooLong,
+        WhichSpecies = 2668,
+    };
+};
+
+} // namespace
+
+TEST_F(ListMaintenance, AddingAsksWhatBelongsToTheEntryAndTakesTheCounter)
+{
+    types({{Region, u" Este "_s}, {AreaCode, u"04b"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Region), 3);
+    types({{Place, u"Bahía"_s}, {PostCode, u""_s}, {WhichRegion, u"*ST*"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Subregion), 3);
+    types({{Place, u"z6"_s}, {PostCode, u"5"_s}, {WhichRegion, u"sur #2"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Subregion), 4) << "the very name holds a wildcard";
+    EXPECT_EQ(regions(), u"1|Norte|011|0\n2|Sur #2||0\n3|Este|04b|0\n"_s);
+    EXPECT_EQ(places(), u"1|Alba|100|1|0\n3|Bahía||3|0\n4|z6|5|2|0\n"_s);
+    EXPECT_EQ(counter("contadorloc"), 4);
+
+    types({{Source, u"Radio"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Marketing), 1);
+    types({{Coat, u"Atigrado"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Pelaje), 1);
+    types({{Species, u"Ovino"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Especie), 4);
+    types({{Breed, u"Criollo"_s}, {WhichSpecies, u"ovi*"_s}});
+    EXPECT_EQ(AgregarEntrada(s, Lista::Raza), 1);
+    EXPECT_EQ(rows("select id, nom, esp, ran from mlrazas"), u"1|Criollo|4|0\n"_s);
+    s.listas.mlespecies.FindFirst("id = ?", 4);
+    EXPECT_FALSE(s.listas.mlespecies.NoMatch()) << "the session's list knows it at once";
+}
+
+TEST_F(ListMaintenance, WhatCannotBeANameIsAskedAgain)
+{
+    types({{Place, u"O'Higgins"_s}});
+    ask.Espera(s(4624));
+    types({{Place, u" 25 "_s}});
+    ask.Espera(s(2252));
+    types({{Place, u"ALBA"_s}});
+    ask.Espera(s(Known));
+    types({{Place, QString(51, u'x')}});
+    ask.Espera(s(TooLong) + u" 50"_s);
+    types({{Place, u"Inf 25"_s}, {PostCode, u"12345678"_s}});
+    ask.Espera(s(TooLong) + u" 7"_s);
+    types({{PostCode, u"1234567"_s}, {WhichRegion, u"norte"_s}});
+    EXPECT_TRUE(AgregarEntrada(s, Lista::Subregion));
+    EXPECT_EQ(places(), u"1|Alba|100|1|0\n3|Inf 25|1234567|1|0\n"_s);
+}
+
+TEST_F(ListMaintenance, BackingOutOrAnUnknownParentAddsNothing)
+{
+    types({{Place, u"Boca"_s}, {PostCode, u"1"_s}, {WhichRegion, u"Oeste"_s}});
+    ask.Espera(s(NoRegion));
+    EXPECT_FALSE(AgregarEntrada(s, Lista::Subregion));
+    types({{Place, u"Boca"_s}, {PostCode, u"1"_s}, {WhichRegion, u" "_s}});
+    ask.Espera(s(NoRegion));
+    EXPECT_FALSE(AgregarEntrada(s, Lista::Subregion));
+    types({{Breed, u"Boxer"_s}, {WhichSpecies, u"["_s}});
+    ask.Espera(s(NoSpecies));
+    EXPECT_FALSE(AgregarEntrada(s, Lista::Raza));
+    types({{Coat, u"  "_s}});
+    EXPECT_FALSE(AgregarEntrada(s, Lista::Pelaje));
+    types({{Region, u"Oeste"_s}});
+    ask.EsperaTexto(s(AreaCode), std::nullopt);
+    EXPECT_FALSE(AgregarEntrada(s, Lista::Region));
+    EXPECT_EQ(counter("contadorloc"), 2) << "no identifier is used up";
+    EXPECT_EQ(counter("contadordep"), 2);
+}
+
+TEST_F(ListMaintenance, IdentifiersEndWithTheirColumn)
+{
+    GuardarAjuste(s, "contadorespecie", 255);
+    GuardarAjuste(s, "contadorpelaje", 32767);
+    types({{Species, u"Ave"_s}, {Coat, u"Bayo"_s}});
+    EXPECT_THROW(AgregarEntrada(s, Lista::Especie), ErrorDeAlmacen);
+    EXPECT_THROW(AgregarEntrada(s, Lista::Pelaje), ErrorDeAlmacen);
+    EXPECT_EQ(rows("select nom from mlpelajes") + rows("select nom from mlespecies where id > 3"),
+              QString());
+}
+
+TEST_F(ListMaintenance, ChangingWritesAllThatBelongsToTheEntry)
+{
+    s.clientes->Execute("update cllocalidad set ran = 5");
+    types({{Place, u"ALBA"_s}, {PostCode, u"200"_s}, {WhichRegion, u"sur*"_s}});
+    EXPECT_TRUE(ModificarEntrada(s, Lista::Subregion, 1));
+    EXPECT_EQ(places(), u"1|ALBA|200|2|5\n"_s);
+    types({{Place, u"Alba"_s}, {PostCode, u"200"_s}, {WhichRegion, u"Oeste"_s}});
+    ask.Espera(s(NoRegion));
+    EXPECT_FALSE(ModificarEntrada(s, Lista::Subregion, 1));
+    EXPECT_EQ(places(), u"1|ALBA|200|2|5\n"_s);
+    // A place whose region is gone keeps what it has.
+    s.clientes->Execute("update cllocalidad set dep = 77");
+    types({{Place, u"Alba"_s}, {PostCode, u""_s}, {WhichRegion, u""_s}});
+    EXPECT_TRUE(ModificarEntrada(s, Lista::Subregion, 1));
+    EXPECT_EQ(places(), u"1|Alba||77|5\n"_s);
+
+    types({{Region, u"Sur"_s}, {AreaCode, u"0341"_s}});
+    EXPECT_TRUE(ModificarEntrada(s, Lista::Region, 2));
+    types({{Region, u"norte"_s}});
+    ask.Espera(s(Known));
+    ask.EsperaTexto(s(Region), std::nullopt);
+    EXPECT_FALSE(ModificarEntrada(s, Lista::Region, 2));
+    EXPECT_FALSE(ModificarEntrada(s, Lista::Region, 50)) << "gone on another terminal";
+    EXPECT_EQ(regions(), u"1|Norte|011|0\n2|Sur|0341|0\n"_s);
+    types({{Species, u"Cánidos"_s}});
+    EXPECT_TRUE(ModificarEntrada(s, Lista::Especie, 1));
+    EXPECT_EQ(rows("select nom from mlespecies where id = 1"), u"Cánidos\n"_s);
+}
+
+TEST_F(ListMaintenance, AChangedAreaCodeWithALetterFailsAsIntended)
+{
+    types({{Region, u"Norte"_s}, {AreaCode, u"11a"_s}});
+    try {
+        ModificarEntrada(s, Lista::Region, 1);
+        ADD_FAILURE() << "the store took it";
+    } catch (const ErrorDeAlmacen &e) {
+        EXPECT_EQ(e.descripcion, s(31));
+    }
+    EXPECT_EQ(regions(), u"1|Norte|011|0\n2|Sur #2||0\n"_s);
+}
+
+TEST_F(ListMaintenance, WhatIsUsedStays)
+{
+    s.clientes->Execute("insert into clientes (idc, ayn, loc) values (1, 'Ana', 1)");
+    s.clientes->Execute("insert into mlrazas (id, nom, esp) values (1, 'Boxer', 1)");
+    s.clientes->Execute("insert into mlrazas (id, nom, esp) values (2, 'Bo*', 2)");
+    s.clientes->Execute("insert into mlpelajes (id, nom) values (1, 'Gris')");
+    s.clientes->Execute("insert into mlpelajes (id, nom) values (2, '[G]#?')");
+    s.clientes->Execute("insert into mascotas (idm, idc, raz, pel) values (1, 1, 1, 1)");
+    s.clientes->Execute("insert into clmarketing (id, nom) values (1, 'Radio')");
+    const auto used = [this](Lista list, int id) {
+        ask.Espera(s(18));
+        EXPECT_FALSE(EliminarEntrada(s, list, id));
+    };
+    used(Lista::Subregion, 1);
+    used(Lista::Especie, 1);
+    used(Lista::Especie, 2);
+    used(Lista::Raza, 1);
+    used(Lista::Pelaje, 1);
+    EXPECT_FALSE(EliminarEntrada(s, Lista::Region, 1)) << "regions are never deleted";
+    // Names that would match others if their marks were wildcards.
+    const auto goes = [this](Lista list, int id) {
+        ask.Espera(s(3), false);
+        EXPECT_FALSE(EliminarEntrada(s, list, id));
+        ask.Espera(s(3), true);
+        EXPECT_TRUE(EliminarEntrada(s, list, id));
+    };
+    goes(Lista::Raza, 2);
+    goes(Lista::Pelaje, 2);
+    goes(Lista::Especie, 2);
+    goes(Lista::Marketing, 1);
+    s.clientes->Execute("update clientes set loc = 0");
+    goes(Lista::Subregion, 1);
+    EXPECT_EQ(rows("select nom from mlrazas") + rows("select nom from mlpelajes") + places(),
+              u"Boxer\nGris\n"_s);
+    // In use through a name with marks in it.
+    s.clientes->Execute("update mlpelajes set nom = '[G]#?'");
+    used(Lista::Pelaje, 1);
+}

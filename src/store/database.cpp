@@ -164,6 +164,12 @@ Valor Base::LeerPrimero(std::string_view sql, std::span<const Valor> valores)
     return v;
 }
 
+qint64 Base::Version(std::string_view tabla)
+{
+    m_i->MirarAjenas();
+    return m_i->ajenas + m_i->motor.Deshechos() + *m_i->EscriturasDe(tabla);
+}
+
 bool Base::ExisteTabla(std::string_view tabla) const
 {
     return m_i->catalogo.Buscar(tabla) != nullptr;

@@ -63,6 +63,10 @@ public:
     }
     Valor LeerPrimero(std::string_view sql, std::span<const Valor> valores);
 
+    /// A number that changes when the table was written by this process, or any table by another
+    /// one (looked at five times a second), for what is kept of its rows outside of recordsets.
+    qint64 Version(std::string_view tabla);
+
     bool ExisteTabla(std::string_view tabla) const;
     bool ExisteColumna(std::string_view tabla, std::string_view columna) const;
     /// Characters that fit a TEXT(n) column; 0 for any other column.

@@ -114,6 +114,29 @@ TEST(JetText, LikeKnowsItsWildcards)
         EXPECT_EQ(Parecido(c.text, c.pattern), c.expected) << c.text << " like " << c.pattern;
 }
 
+// What is looked for as plain text must mean the same as what is walked: a pattern with "[]" in it
+// is always walked.
+TEST(JetText, PlainPiecesMeanTheSameAsTheirPatterns)
+{
+    const std::vector<std::string> texts{"",      "a",     "Fido",   "fidofido", "PEÑÓN",
+                                         "peñon", "a*b[c", "Straße", "x\xFFy",   "El Niño"};
+    const std::vector<std::string> pieces{"", "a", "FI", "o", "ñ", "Ñó", "[*]b", "[[]", "ss", "xx"};
+    for (const std::string &text : texts)
+        for (const std::string &piece : pieces)
+            for (const std::string before : {"", "*", "**"})
+                for (const std::string behind : {"", "*"})
+                    EXPECT_EQ(Parecido(text, before + piece + behind),
+                              Parecido(text, before + "[]" + piece + behind))
+                        << text << " like " << before << piece << behind;
+}
+
+TEST(JetText, PlainLettersHaveNeitherCaseNorAccents)
+{
+    EXPECT_EQ(Llano("Álvarez ÑANDÚ"), "alvarez nandu");
+    EXPECT_EQ(Llano("e\xCC\x81Ç"), "ec");
+    EXPECT_EQ(Llano("Straße 2"), "strasse 2");
+}
+
 TEST(JetText, ManyStarsEndInTime)
 {
     std::string pattern;

@@ -83,17 +83,17 @@ double RoundedTo(double x, int decimals)
 
 void Like(sqlite3_context *c, int, Arguments a)
 {
-    using Pattern = std::string;
-    const auto *pattern = static_cast<const Pattern *>(sqlite3_get_auxdata(c, 1));
-    std::unique_ptr<Pattern> fresh;
+    // The engine keeps what is set for as long as the pattern stays the same.
+    const auto *pattern = static_cast<const Patron *>(sqlite3_get_auxdata(c, 1));
+    std::unique_ptr<Patron> fresh;
     if (!pattern) {
-        fresh = std::make_unique<Pattern>(Plegar(Text(a[1])));
+        fresh = std::make_unique<Patron>(Text(a[1]));
         pattern = fresh.get();
     }
-    sqlite3_result_int(c, ParecidoPlegado(Text(a[0]), *pattern));
+    sqlite3_result_int(c, pattern->Cumple(Text(a[0])));
     if (fresh)
         sqlite3_set_auxdata(c, 1, fresh.release(),
-                            [](void *p) { delete static_cast<Pattern *>(p); });
+                            [](void *p) { delete static_cast<Patron *>(p); });
 }
 
 void ToMoneda(sqlite3_context *c, int, Arguments a)

@@ -174,64 +174,10 @@ bool IsWellFormed(std::string_view pattern)
     }
     return true;
 }
-} // namespace
 
-std::string Plegar(std::string_view utf8)
+// Both folded.
+bool MeetsPattern(std::string_view texto, std::string_view patron)
 {
-    const auto &table = LetterTable();
-    std::string out;
-    out.reserve(utf8.size());
-    for (size_t at = 0; at < utf8.size();) {
-        const Letter letter = NextLetter(table, utf8, at);
-        if (!letter.plain)
-            return Folded(utf8, QString::NormalizationForm_C).toStdString();
-        AppendUtf8(out, letter.folded);
-    }
-    return out;
-}
-
-int Comparar(std::string_view a, std::string_view b)
-{
-    const auto &table = LetterTable();
-    // Most texts part, or are the same, within plain letters.
-    size_t common = 0;
-    while (common < a.size() && common < b.size() && IsAscii(a[common])
-           && Lower(a[common]) == Lower(b[common]))
-        ++common;
-    size_t atA = common, atB = common;
-    // Where the texts first differ in an accent.
-    std::optional<std::pair<size_t, size_t>> accents;
-    for (;;) {
-        const size_t beforeA = atA, beforeB = atB;
-        const bool endA = atA == a.size(), endB = atB == b.size();
-        if (endA && endB && !accents)
-            return 0;
-        const Letter letterA = endA ? Letter{} : NextLetter(table, a, atA);
-        const Letter letterB = endB ? Letter{} : NextLetter(table, b, atB);
-        const bool simple = (endA || letterA.plain) && (endB || letterB.plain);
-        if ((endA && endB) || !simple) {
-            const auto [fromA, fromB] = accents.value_or(std::pair(beforeA, beforeB));
-            return CompareFolded(a.substr(fromA), b.substr(fromB));
-        }
-        if (letterA.plain != letterB.plain) // 0 at the end of a text
-            return letterA.plain < letterB.plain ? -1 : 1;
-        if (letterA.folded != letterB.folded && !accents)
-            accents.emplace(beforeA, beforeB);
-    }
-}
-
-bool Parecido(std::string_view texto, std::string_view patron)
-{
-    return ParecidoPlegado(texto, Plegar(patron));
-}
-
-bool ParecidoPlegado(std::string_view texto, std::string_view patron)
-{
-    std::string folded;
-    if (!IsAscii(texto)) {
-        folded = Plegar(texto);
-        texto = folded;
-    }
     if (!IsWellFormed(patron))
         return false;
 
@@ -269,6 +215,148 @@ bool ParecidoPlegado(std::string_view texto, std::string_view patron)
             patron.remove_prefix(2);
         else
             return patron.empty();
+    }
+}
+
+// The plain text that a folded pattern is made of between its stars at the ends; nullopt when it
+// holds anything else.
+std::optional<std::string> PlainPiece(std::string_view pattern)
+{
+    std::string piece;
+    while (!pattern.empty()) {
+        std::string_view c = TakeCharacter(pattern);
+        if (c == "*" || c == "?" || c == "#")
+            return std::nullopt;
+        if (c == "[") { // a set of one character is that character
+            c = pattern.substr(0, pattern.empty() ? 0 : CharacterLength(pattern));
+            if (c.empty() || c == "]" || !pattern.substr(c.size()).starts_with(']'))
+                return std::nullopt;
+            pattern.remove_prefix(c.size() + 1);
+        }
+        piece += c;
+    }
+    return piece;
+}
+
+bool SameLetters(const char *text, std::string_view folded)
+{
+    for (const char c : folded)
+        if (Lower(*text++) != c)
+            return false;
+    return true;
+}
+
+// Text in plain or already folded letters.
+bool Holds(std::string_view text, std::string_view folded)
+{
+    for (size_t i = 0; i + folded.size() <= text.size(); ++i)
+        if (SameLetters(text.data() + i, folded))
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::string Plegar(std::string_view utf8)
+{
+    const auto &table = LetterTable();
+    std::string out;
+    out.reserve(utf8.size());
+    for (size_t at = 0; at < utf8.size();) {
+        const Letter letter = NextLetter(table, utf8, at);
+        if (!letter.plain)
+            return Folded(utf8, QString::NormalizationForm_C).toStdString();
+        AppendUtf8(out, letter.folded);
+    }
+    return out;
+}
+
+std::string Llano(std::string_view utf8)
+{
+    const auto &table = LetterTable();
+    std::string out;
+    out.reserve(utf8.size());
+    for (size_t at = 0; at < utf8.size();) {
+        const Letter letter = NextLetter(table, utf8, at);
+        if (!letter.plain)
+            return Plain(Folded(utf8, QString::NormalizationForm_D)).toStdString();
+        AppendUtf8(out, letter.plain);
+    }
+    return out;
+}
+
+int Comparar(std::string_view a, std::string_view b)
+{
+    const auto &table = LetterTable();
+    // Most texts part, or are the same, within plain letters.
+    size_t common = 0;
+    while (common < a.size() && common < b.size() && IsAscii(a[common])
+           && Lower(a[common]) == Lower(b[common]))
+        ++common;
+    size_t atA = common, atB = common;
+    // Where the texts first differ in an accent.
+    std::optional<std::pair<size_t, size_t>> accents;
+    for (;;) {
+        const size_t beforeA = atA, beforeB = atB;
+        const bool endA = atA == a.size(), endB = atB == b.size();
+        if (endA && endB && !accents)
+            return 0;
+        const Letter letterA = endA ? Letter{} : NextLetter(table, a, atA);
+        const Letter letterB = endB ? Letter{} : NextLetter(table, b, atB);
+        const bool simple = (endA || letterA.plain) && (endB || letterB.plain);
+        if ((endA && endB) || !simple) {
+            const auto [fromA, fromB] = accents.value_or(std::pair(beforeA, beforeB));
+            return CompareFolded(a.substr(fromA), b.substr(fromB));
+        }
+        if (letterA.plain != letterB.plain) // 0 at the end of a text
+            return letterA.plain < letterB.plain ? -1 : 1;
+        if (letterA.folded != letterB.folded && !accents)
+            accents.emplace(beforeA, beforeB);
+    }
+}
+
+bool Parecido(std::string_view texto, std::string_view patron)
+{
+    return Patron(patron).Cumple(texto);
+}
+
+Patron::Patron(std::string_view patron) : m_texto(Plegar(patron))
+{
+    std::string_view rest = m_texto;
+    while (rest.starts_with('*'))
+        rest.remove_prefix(1);
+    const bool before = rest.size() < m_texto.size();
+    const size_t length = rest.size();
+    // The star of "[*]" is followed by its bracket.
+    while (rest.ends_with('*'))
+        rest.remove_suffix(1);
+    const bool behind = rest.size() < length || (before && length == 0);
+    if (auto piece = PlainPiece(rest)) {
+        m_clase = before ? (behind ? Contiene : Termina) : behind ? Comienza : Igual;
+        m_texto = std::move(*piece);
+    }
+}
+
+bool Patron::Cumple(std::string_view texto) const
+{
+    std::string folded;
+    if (!IsAscii(texto)) {
+        folded = Plegar(texto);
+        texto = folded;
+    }
+    if (m_clase == General)
+        return MeetsPattern(texto, m_texto);
+    if (texto.size() < m_texto.size())
+        return false;
+    switch (m_clase) {
+    case Igual:
+        return texto.size() == m_texto.size() && SameLetters(texto.data(), m_texto);
+    case Comienza:
+        return SameLetters(texto.data(), m_texto);
+    case Termina:
+        return SameLetters(texto.data() + (texto.size() - m_texto.size()), m_texto);
+    default:
+        return Holds(texto, m_texto);
     }
 }
 

@@ -13,6 +13,9 @@ namespace jet
 /// Accents stay. UTF-8 in, UTF-8 out.
 std::string Plegar(std::string_view utf8);
 
+/// The letters alone: neither case nor accents (Álvarez and ALVAREZ). For searches that forgive.
+std::string Llano(std::string_view utf8);
+
 /// Order of texts, negative, 0 or positive: plain letters first, accents as a tie-break
 /// (Alba, Álvarez, andrea). 0 exactly when Plegar gives the same form for both.
 int Comparar(std::string_view a, std::string_view b);
@@ -21,7 +24,19 @@ int Comparar(std::string_view a, std::string_view b);
 /// character itself; `%` and `_` are plain. Letter case is ignored. A pattern whose bracket is
 /// never closed matches nothing.
 bool Parecido(std::string_view texto, std::string_view patron);
-/// The same for a pattern that has gone through Plegar, when it is tried on many texts.
-bool ParecidoPlegado(std::string_view texto, std::string_view patron);
+
+/// A pattern made ready for many texts. Most are a piece of plain text with `*` before or behind
+/// it, which is looked for as such.
+class Patron
+{
+public:
+    explicit Patron(std::string_view patron);
+    bool Cumple(std::string_view texto) const;
+
+private:
+    enum Clase : char { Igual, Comienza, Termina, Contiene, General };
+    Clase m_clase = General;
+    std::string m_texto; // folded; the pattern itself when it is General
+};
 
 } // namespace jet

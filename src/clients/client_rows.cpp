@@ -1,6 +1,9 @@
 #include "clients/client_rows.h"
 
 #include "clients/reference_lists.h"
+#include "store/jet/text.h"
+
+#include <algorithm>
 
 namespace
 {
@@ -16,16 +19,42 @@ FilaDeCliente Leida(const Recordset &r)
     return f;
 }
 
+// The store's own order, with each name's letters taken out once: sorting tens of thousands of
+// clients there takes several times as long as reading them.
+struct PorNombre {
+    std::string llano;
+    FilaDeCliente fila;
+};
+
+bool Antes(const PorNombre &a, const PorNombre &b)
+{
+    if (const int llanos = a.llano.compare(b.llano))
+        return llanos < 0;
+    if (a.fila.ayn != b.fila.ayn)
+        if (const int acentos = jet::Comparar(a.fila.ayn.toStdString(), b.fila.ayn.toStdString()))
+            return acentos < 0;
+    return a.fila.idc < b.fila.idc;
+}
+
 } // namespace
 
 std::vector<FilaDeCliente> FilasDeClientes(Sesion &s)
 {
-    std::vector<FilaDeCliente> filas;
     Recordset r = s.clientes->OpenSnapshot(
-        "select idc, ayn, tel2, deuda, obra, faltadir, faltamail from clientes order by ayn");
-    filas.reserve(size_t(r.RecordCount()));
-    for (; !r.EOF_(); r.MoveNext())
-        filas.push_back(Leida(r));
+        "select idc, ayn, tel2, deuda, obra, faltadir, faltamail from clientes");
+    std::vector<PorNombre> orden;
+    orden.reserve(size_t(r.RecordCount()));
+    for (; !r.EOF_(); r.MoveNext()) {
+        FilaDeCliente f = Leida(r);
+        std::string llano = jet::Llano(f.ayn.toStdString());
+        orden.push_back({std::move(llano), std::move(f)});
+    }
+    std::ranges::sort(orden, Antes);
+
+    std::vector<FilaDeCliente> filas;
+    filas.reserve(orden.size());
+    for (PorNombre &p : orden)
+        filas.push_back(std::move(p.fila));
     return filas;
 }
 

@@ -2,6 +2,9 @@
 
 #include "store/identifiers.h"
 
+#include <QLocale>
+#include <QRegularExpression>
+
 namespace
 {
 
@@ -84,6 +87,13 @@ QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
                "ida = ?",
                dia, idm)
         .toTime();
+}
+
+QString HoraLarga(QTime hora)
+{
+    // Without the time zone that a long time ends with.
+    static const QRegularExpression zona(QStringLiteral("\\s*\\(?t+\\)?\\s*"));
+    return QLocale().toString(hora, QLocale().timeFormat(QLocale::LongFormat).remove(zona));
 }
 
 void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida)

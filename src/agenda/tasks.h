@@ -23,9 +23,12 @@ inline constexpr int RecordatorioDosis = -42;
 inline constexpr int RecordatorioDeuda = -43;
 inline constexpr int Cumpleanos = -46;
 inline constexpr int Racion = -47;
+inline constexpr int RecordatorioTurno = -49;
 inline constexpr int DosisDiscontinuada = -50;
 inline constexpr int CumpleanosDestacado = -51;
+inline constexpr int MorosoPrepaga = -70;
 inline constexpr int NuevoCliente = -71;
+inline constexpr int Frecuente = -72;
 inline constexpr int TareaDeUsuario = -100;
 } // namespace TipoTarea
 
@@ -42,6 +45,9 @@ QTime BuscarHorarioLibre(Sesion &s, int idServicio);
 /// Hour of the patient's first open appointment of a day that nobody has been told of; an invalid
 /// time when there is none.
 QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia);
+
+/// An hour with its seconds in the way of the locale ("09:30:00", "9:30:00 AM").
+QString HoraLarga(QTime hora);
 
 /// Closes the oldest open task of a subject that a sale or a given dose fulfils: those of the
 /// article `tip` first with, then without the auxiliary product; by the auxiliary product alone

@@ -1,5 +1,6 @@
 #include "boarding/rations.h"
 
+#include "agenda/day_sheet.h"
 #include "agenda/tasks.h"
 
 void ActualizarRaciones(Sesion &s, bool preguntar)
@@ -32,5 +33,5 @@ void ActualizarRaciones(Sesion &s, bool preguntar)
 
     if (preguntar && !horas.empty() && s.impresion.Disponible() && s.dialogos.Pregunta(s(4605)))
         for (QTime h : horas)
-            s.impresion.AgendaDelDia(false, s.reloj.hoy, h);
+            ImprimirAgendaDia(s, false, s.reloj.hoy, h);
 }

@@ -1,7 +1,9 @@
 #include "startup/daily_automation.h"
 
 #include "agenda/alarms.h"
+#include "agenda/day_sheet.h"
 #include "board/board_lines.h"
+#include "printing/report.h"
 #include "startup/day_passes.h"
 #include "startup/news.h"
 #include "store/data_folder.h"
@@ -149,6 +151,15 @@ Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
     return c;
 }
 
+void ImprimirPerdidas(Sesion &s)
+{
+    try {
+        s.impresion.Imprimir(s, *CorrerInforme(s, QStringLiteral("vac")));
+    } catch (const ErrorDeAlmacen &e) {
+        s.dialogos.Mensaje(e.descripcion);
+    }
+}
+
 // What the run has to say and to ask, once it is written and no other terminal waits for it.
 void Informar(const Corrida &c)
 {
@@ -170,9 +181,9 @@ void Informar(const Corrida &c)
         AnotarError(s, e->numero, e->descripcion, fuente);
     lote.Confirmar();
     if (c.imprimirPerdidas)
-        s.impresion.Informe(QStringLiteral("vac"));
+        ImprimirPerdidas(s);
     if (c.ofrecerResumen && s.impresion.Disponible() && s.dialogos.Pregunta(s(3447)))
-        s.impresion.AgendaDelDia(true, c.hoy, {});
+        ImprimirAgendaDia(s, true, c.hoy, {});
 }
 
 // Only the number of the month is compared, on purpose: exactly twelve months later nothing runs.

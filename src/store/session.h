@@ -15,6 +15,8 @@
 #include <optional>
 #include <vector>
 
+struct Sesion;
+
 struct Usuario {
     int idu = 0;
     int ut = 0; // 1 Common, 2 Supervisor
@@ -61,17 +63,19 @@ struct Avance {
     }
 };
 
-/// What puts documents on paper. The rules only say which.
+class Documento;
+
+/// What puts documents on paper.
 class Impresion
 {
 public:
     virtual ~Impresion() = default;
-    /// False where nothing can be printed: then nobody is asked whether to print.
+    /// False where nobody is there to take the paper: then nobody is asked whether to print.
     virtual bool Disponible() const = 0;
-    /// Prints the report `nombre` + language code over the scratch tables.
-    virtual void Informe(const QString &nombre) = 0;
-    /// Prints the day sheet; see the agenda.
-    virtual void AgendaDelDia(bool completo, QDate dia, QTime desde) = 0;
+    /// Prints at once. @throws ErrorDeAlmacen when the printer does not take it
+    virtual void Imprimir(Sesion &s, Documento &documento) = 0;
+    /// Shows it first.
+    virtual void Mostrar(Sesion &s, Documento &documento) = 0;
 };
 
 /// No printer at all.
@@ -79,8 +83,8 @@ class SinImpresion : public Impresion
 {
 public:
     bool Disponible() const override { return false; }
-    void Informe(const QString &) override {}
-    void AgendaDelDia(bool, QDate, QTime) override {}
+    void Imprimir(Sesion &, Documento &) override {}
+    void Mostrar(Sesion &, Documento &) override {}
 };
 
 /// The recordsets that stay open for look-ups. Rows are read when first needed.

@@ -86,6 +86,6 @@ TEST_F(Raciones, OfferThePrintOfEachHour)
     EXPECT_EQ(impresion.impresos, QStringList());
     ask.Espera(s(4605), true);
     ActualizarRaciones(s, true);
-    EXPECT_EQ(impresion.impresos,
-              QStringList({u"agenda 0 2026-03-11 08:00"_s, u"agenda 0 2026-03-11 20:00"_s}));
+    EXPECT_EQ(impresion.impresos, // a sheet for each round
+              QStringList(2, u"Day's agenda Wednesday, 11 March 2026"_s));
 }

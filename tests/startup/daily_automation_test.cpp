@@ -232,7 +232,7 @@ TEST_F(Dia, MissedDosesAreToldByHowManyWereOverdueBefore)
     Ajuste("LVMascotas", true);
     TareasDeInicio(s);
     EXPECT_EQ(Codigos(" where dibujo = 103"), "103|6|18\n103|14|18\n103|7|19\n");
-    EXPECT_EQ(impresion.impresos, QStringList{u"vac"_s});
+    EXPECT_EQ(impresion.impresos, QStringList{u"Scheduled products not supplied"_s});
     EXPECT_EQ(s.auxiliar, nullptr); // free for the report
     const char *lista =
         "select mas, vac, pro, dir, tel, dos from auxrevacunacion order by mas, dos";
@@ -508,7 +508,8 @@ TEST_F(Dia, TheSummaryCountsOpenTasksAndOffersThePrintWhereThereIsAPrinter)
     for (bool si : {false, true}) {
         ask.Espera(u"Print summary?"_s, si);
         TareasDeInicio(s);
-        EXPECT_EQ(impresion.impresos, si ? QStringList{u"agenda 1 2026-03-11 "_s} : QStringList{});
+        EXPECT_EQ(impresion.impresos,
+                  si ? QStringList{u"Day's agenda Wednesday, 11 March 2026"_s} : QStringList{});
     }
     Borrar({"TareasAgenda"});
     TareasDeInicio(s); // nothing to print: not asked

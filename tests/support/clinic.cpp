@@ -1,5 +1,6 @@
 #include "support/clinic.h"
 
+#include "printing/document.h"
 #include "startup/new_folder.h"
 #include "store/schema.h"
 
@@ -106,11 +107,9 @@ std::optional<QString> DialogosDePrueba::GuardarArchivo(const QString &titulo, c
     return Siguiente(titulo).texto;
 }
 
-void ImpresionDePrueba::AgendaDelDia(bool completo, QDate dia, QTime desde)
+void ImpresionDePrueba::Imprimir(Sesion &, Documento &documento)
 {
-    impresos << QStringLiteral("agenda %1 %2 %3")
-                    .arg(completo)
-                    .arg(dia.toString(Qt::ISODate), desde.toString(u"HH:mm"));
+    impresos << documento.Titulo();
 }
 
 Clinica::Clinica(Idioma idioma) : s(ask, impresion, idioma)

@@ -48,15 +48,15 @@ private:
     std::deque<Prompt> m_esperados;
 };
 
-/// Notes what would have been printed.
+/// Notes the titles of what would have been printed.
 class ImpresionDePrueba : public Impresion
 {
 public:
     bool disponible = false;
     QStringList impresos;
     bool Disponible() const override { return disponible; }
-    void Informe(const QString &nombre) override { impresos << nombre; }
-    void AgendaDelDia(bool completo, QDate dia, QTime desde) override;
+    void Imprimir(Sesion &s, Documento &documento) override;
+    void Mostrar(Sesion &s, Documento &documento) override { Imprimir(s, documento); }
 };
 
 /// A clinic as a new folder brings it, opened, on Wednesday 11 March 2026 at 09:00, in English,

@@ -1,0 +1,36 @@
+// Booking appointments and users' tasks.
+#pragma once
+
+#include "agenda/day_list.h"
+
+/// What can be booked: a service, or a task of the user himself.
+struct ConceptoDeTurno {
+    int ida = 0; // the service; -100 for the user's task
+    QString nom;
+};
+/// The services by name, then the user's task.
+std::vector<ConceptoDeTurno> ConceptosDeTurno(Sesion &s);
+
+/// What the booking dialog holds when it is confirmed.
+struct Turno {
+    int concepto = 0;
+    int idm = 0; // patient, 0 without one
+    QDate dia;
+    QTime hora;
+    QTime alarma; // invalid for none
+    QString descripcion;
+    bool recordar = false; // by mail
+};
+
+/// Whether the client gets a mail on the day: because it was asked for, or because the settings
+/// demand it of those who are known to forget and the service is of kind 1 or 3.
+bool LlevaRecordatorio(Sesion &s, const Turno &turno);
+
+/// Writes the task, marks the patient, and for an appointment of today before 22:15 offers to print
+/// the day's sheet or its update. Nothing prevents two tasks at one time, on purpose.
+/// @return the task's id
+int Agendar(Sesion &s, const Turno &turno);
+
+/// The row of a day's appointments that is nearest to what an hour is looked up for: one at exactly
+/// that hour, else the first within 15 minutes either side; -1 when there is none.
+int FilaCercana(const std::vector<TareaDelDia> &turnos, QTime hora);

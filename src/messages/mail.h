@@ -1,0 +1,37 @@
+// Mail through the clinic's own server: one connection for a whole run.
+#pragma once
+
+#include "store/session.h"
+
+#include <memory>
+
+/// An open session with the mail server. Ends with the object.
+class SesionDeCorreo
+{
+public:
+    virtual ~SesionDeCorreo() = default;
+
+    /// Hands one message to the server and waits for its answer. @param direcciones one or more,
+    /// parted by commas; the message counts as sent when the server takes one of them
+    /// @return false when it was not taken; see Error
+    virtual bool Enviar(const QString &asunto, const QString &direcciones,
+                        const QString &cuerpo) = 0;
+    /// Why the last message was not taken, in the server's or the library's words.
+    virtual QString Error() const = 0;
+};
+
+/// Signs on to the server of the settings. Without user name, password or server the user is told
+/// where to set them; any failure gives nullptr.
+/// @param error why, if wanted
+std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error = nullptr);
+
+/// Sends a message to a client. One without an address is marked as such (`FaltaMail`).
+/// @return whether the server took it
+bool EnviarCorreo(Sesion &s, SesionDeCorreo &correo, const QString &asunto, int idc,
+                  const QString &cuerpo);
+
+/// Signs off.
+void CerrarSesionCorreo(std::unique_ptr<SesionDeCorreo> &correo);
+
+/// The client's addresses, "" unless there is an at sign among them.
+QString DireccionCliente(Sesion &s, int idc);

@@ -1,0 +1,335 @@
+#include "messages/outbox.h"
+
+#include "agenda/task_texts.h"
+#include "agenda/tasks.h"
+#include "board/board_lines.h"
+#include "clients/contact.h"
+#include "messages/mail.h"
+#include "messages/templates.h"
+#include "printing/letter.h"
+#include "printing/report.h"
+#include "store/lookups.h"
+#include "store/opening.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+enum Texto {
+    DebemosEnviar = 3430,
+    MedicinaPrepaga = 3802,
+    ImprimirVacunacion = 4602,
+    ImprimirCarta = 4603,
+    ImprimirAlimento = 4631,
+    SinCorreo = 5029,
+    FelizCumpleanos = 5040,
+    AvisoDe = 5041,
+    RecordatoriosDeTurno = 5063,
+    EnviandoCorreo = 9902,
+};
+
+constexpr int DibujoSinCorreo = 116; // the line is written once, and known by its picture
+constexpr int VerVideos = 34;        // click code of the page with the videos
+constexpr int DibujoComunicacion = 109;
+constexpr int VerAgendaDeHoy = 8;
+constexpr int EmailOCarta = 3; // value of the three measures
+
+// --- Delivery lists ---
+
+struct ListaDeReparto {
+    const char16_t *suministro; // of the categories that it is about
+    const char *tabla;          // scratch table
+    const char *columna;        // of the product in it
+    QString informe;
+    int pregunta;
+};
+
+// The services that bring products of such categories to the client's home.
+std::vector<Valor> ServiciosDe(Sesion &s, const char16_t *suministro)
+{
+    std::vector<Valor> servicios;
+    Recordset r = s.finanzas->OpenSnapshot(
+        "SELECT DISTINCT idserv FROM FLCategorias WHERE Suministro = ? and idserv is not null",
+        suministro);
+    for (; !r.EOF_(); r.MoveNext())
+        if (r[0].toInt() != 0)
+            servicios.push_back(r[0]);
+    return servicios;
+}
+
+bool EsDeReparto(Sesion &s, const char16_t *suministro, const Valor &producto)
+{
+    return !producto.EsNulo()
+           && !s.finanzas
+                   ->Leer("SELECT FLCategorias.IDCat FROM FLCategorias LEFT JOIN Articulos ON "
+                          "FLCategorias.IDCat = Articulos.IDCat WHERE FLCategorias.Suministro = ? "
+                          "AND Articulos.Ida = ?",
+                          suministro, producto)
+                   .EsNulo();
+}
+
+void AnotarReparto(Sesion &s, const ListaDeReparto &lista, int idm, int producto)
+{
+    const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
+    const auto cortar = [&](const char *columna, const QString &t) {
+        return s.auxiliar->Recortado(lista.tabla, columna, t);
+    };
+    const std::string sql = std::string("insert into ") + lista.tabla + " (mas, " + lista.columna
+                            + ", pro, dir, tel) values (?, ?, ?, ?, ?)";
+    s.auxiliar->Execute(
+        sql, cortar("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
+        cortar(lista.columna, LeerCampo(s, "finanzas", "articulos", producto, "nom")),
+        cortar("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
+        cortar("dir", DomicilioCliente(s, idc)), cortar("tel", TelefonosCliente(s, idc)));
+}
+
+bool LlenarReparto(Sesion &s, const ListaDeReparto &lista)
+{
+    bool alguno = false;
+    Lote lote(s);
+    s.auxiliar->Execute(std::string("delete * from ") + lista.tabla);
+    std::vector<Valor> valores = ServiciosDe(s, lista.suministro);
+    if (!valores.empty()) {
+        std::string condicion;
+        for (size_t i = 0; i < valores.size(); ++i)
+            condicion += i ? " OR tip = ?" : " tip = ?";
+        valores.push_back(s.reloj.hoy);
+        Recordset r = s.morvane->Abrir("select * from TareasAgenda where (" + condicion
+                                           + ") and medio = 4 and fmedio is null and dia = ? "
+                                             "order by ida",
+                                       valores, true);
+        for (; !r.EOF_(); r.MoveNext()) {
+            const Valor producto = r["ArtAux"];
+            if (!EsDeReparto(s, lista.suministro, producto))
+                continue;
+            AnotarReparto(s, lista, r["ida"].toInt(), producto.toInt());
+            r.Edit();
+            r.Put("fmedio", s.reloj.hoy);
+            r.Update();
+            alguno = true;
+        }
+    }
+    lote.Confirmar();
+    return alguno;
+}
+
+// Printing that fails is told; the run goes on.
+void Imprimir(Sesion &s, const std::function<std::unique_ptr<DocumentoHtml>()> &componer)
+{
+    try {
+        const auto documento = componer();
+        s.impresion.Imprimir(s, *documento);
+    } catch (const ErrorDeAlmacen &e) {
+        s.dialogos.Mensaje(e.descripcion);
+    }
+}
+
+void Repartir(Sesion &s, const ListaDeReparto &lista)
+{
+    AbrirAuxiliar(s, u"rep97"_s);
+    bool alguno = false;
+    try {
+        alguno = LlenarReparto(s, lista);
+    } catch (...) {
+        CerrarAuxiliar(s);
+        throw;
+    }
+    CerrarAuxiliar(s);
+    if (alguno && s.dialogos.Pregunta(s(lista.pregunta)))
+        Imprimir(s, [&] { return CorrerInforme(s, lista.informe); });
+}
+
+// --- Mails ---
+
+QString NombreYTexto(const Sesion &s, int texto) { return s.clinica.nom + u' ' + s(texto); }
+
+QString AsuntoDe(const Sesion &s, int tip)
+{
+    switch (tip) {
+    case TipoTarea::Cumpleanos:
+    case TipoTarea::CumpleanosDestacado:
+        return NombreYTexto(s, FelizCumpleanos);
+    case TipoTarea::MorosoPrepaga:
+        return s(MedicinaPrepaga);
+    default:
+        return NombreYTexto(s, AvisoDe);
+    }
+}
+
+int PacienteDe(int tip, int ida) { return SujetoDeTarea(tip) == Sujeto::Paciente ? ida : 0; }
+
+// The template of a task: an appointment uses the one of reminders.
+int PlantillaDe(int tip) { return tip > 0 ? TipoTarea::RecordatorioTurno : tip; }
+
+bool Sale(int tip, int medio)
+{
+    switch (tip) {
+    case TipoTarea::Cumpleanos:
+    case TipoTarea::CumpleanosDestacado:
+    case TipoTarea::RecordatorioDeuda:
+    case TipoTarea::RecordatorioDosis:
+    case TipoTarea::FaltaAlimento:
+    case TipoTarea::DosisDiscontinuada:
+    case TipoTarea::MorosoPrepaga:
+    case TipoTarea::NuevoCliente:
+    case TipoTarea::Frecuente:
+        return true;
+    default:
+        return tip > 0 && medio == 1;
+    }
+}
+
+bool PasaACarta(Sesion &s, int tip)
+{
+    switch (tip) {
+    case TipoTarea::RecordatorioDeuda:
+        return true; // whatever the measure says, on purpose
+    case TipoTarea::Cumpleanos:
+        return s.configuracion["MedidasCumple"].toInt() == EmailOCarta;
+    case TipoTarea::RecordatorioDosis:
+        return s.configuracion["MedidasRevac"].toInt() == EmailOCarta;
+    default:
+        return false;
+    }
+}
+
+void Fallar(Sesion &s)
+{
+    struct Medida {
+        const char *columna;
+        int tip;
+    };
+    for (const Medida m : {Medida{"MedidasCumple", TipoTarea::Cumpleanos},
+                           Medida{"MedidasRevac", TipoTarea::RecordatorioDosis},
+                           Medida{"MedidasDeudores", TipoTarea::RecordatorioDeuda}})
+        if (s.configuracion[m.columna].toInt() == EmailOCarta)
+            s.morvane->Execute("update TareasAgenda set medio = 2 where (medio = 1 or medio = 3) "
+                               "and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) and "
+                               "(tip = ?)",
+                               s.reloj.hoy, s.reloj.hoy, m.tip);
+    if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
+        AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
+}
+
+bool EstaMuerto(Sesion &s, int idm)
+{
+    return idm != 0 && s.clientes->Leer("select dec from mascotas where idm = ?", idm).toBool();
+}
+
+// One message per reason and addressee: the tasks behind it with the same ones count as sent.
+void MarcarIguales(Sesion &s, Recordset &r, int tip, int ida)
+{
+    for (r.MoveNext(); !r.EOF_() && r["tip"].toInt() == tip && r["ida"].toInt() == ida;
+         r.MoveNext()) {
+        r.Edit();
+        r.Put("fmedio", s.reloj.hoy);
+        r.Update();
+    }
+}
+
+void EnviarCorreos(Sesion &s)
+{
+    Recordset r = s.morvane->OpenRecordset(
+        "select * from TareasAgenda where (medio = 1 or medio = 3) and est = 0 and fmedio is null "
+        "and (fcreacion = ? or dia = ?) order by tip, ida",
+        s.reloj.hoy, s.reloj.hoy);
+    if (r.EOF_())
+        return;
+    std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s);
+    if (!correo)
+        return Fallar(s);
+    const int total = r.RecordCount();
+    int turnos = 0;
+    s.avance.Etapa(s(EnviandoCorreo));
+    while (!r.EOF_()) {
+        s.avance.Barra(r.AbsolutePosition(), total);
+        const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
+        const int idm = PacienteDe(tip, ida);
+        if (!Sale(tip, r["medio"].toInt()) || EstaMuerto(s, idm)) {
+            r.MoveNext();
+            continue;
+        }
+        const int idc = DestinatarioDeTarea(s, tip, ida);
+        const QString texto =
+            ComponerMensaje(s, PlantillaDe(tip), idc, idm, r["ArtAux"].toInt(), 1);
+        if (EnviarCorreo(s, *correo, AsuntoDe(s, tip), idc, texto)) {
+            MarcarEnviada(s, r);
+            turnos += tip > 0;
+        } else if (PasaACarta(s, tip)) {
+            r.Edit();
+            r.Put("medio", 2);
+            r.Update();
+        }
+        MarcarIguales(s, r, tip, ida);
+    }
+    s.avance.Barra(total, total);
+    CerrarSesionCorreo(correo);
+    if (turnos > 0)
+        AgregarPizarra(
+            s, s(DebemosEnviar) + u' ' + QString::number(turnos) + u' ' + s(RecordatoriosDeTurno),
+            DibujoComunicacion, VerAgendaDeHoy, 0);
+}
+
+// --- Letters ---
+
+void EnviarCartas(Sesion &s)
+{
+    Recordset r = s.morvane->OpenRecordset("select * from TareasAgenda where medio = 2 and fmedio "
+                                           "is null and fcreacion = ? order by tip,ida",
+                                           s.reloj.hoy);
+    while (!r.EOF_()) {
+        const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
+        const int idm = PacienteDe(tip, ida);
+        const bool deCarta = tip == TipoTarea::Cumpleanos || tip == TipoTarea::RecordatorioDosis
+                             || tip == TipoTarea::RecordatorioDeuda;
+        if (!deCarta || EstaMuerto(s, idm)) {
+            r.MoveNext();
+            continue;
+        }
+        const int idc = DestinatarioDeTarea(s, tip, ida);
+        const QString texto = ComponerMensaje(s, tip, idc, idm, r["ArtAux"].toInt(), 2);
+        // Noted as sent before the question: answering No drops it, on purpose.
+        MarcarEnviada(s, r);
+        MarcarIguales(s, r, tip, ida);
+        const QString nombre = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
+                                        : LeerCampo(s, "clientes", "clientes", idc, "ayn");
+        if (s.dialogos.Pregunta(s(ImprimirCarta) + u' ' + nombre + u'?'))
+            Imprimir(s, [&] { return ComponerCarta(s, MotivoDeTarea(s, tip), texto); });
+    }
+}
+
+} // namespace
+
+int DestinatarioDeTarea(Sesion &s, int tip, int ida)
+{
+    switch (SujetoDeTarea(tip)) {
+    case Sujeto::Paciente:
+        return LeerCampo(s, "clientes", "mascotas", ida, "idc").toInt();
+    case Sujeto::Cliente:
+        return ida;
+    default:
+        return 0;
+    }
+}
+
+void MarcarEnviada(Sesion &s, Recordset &tarea)
+{
+    Lote lote(s);
+    tarea.Edit();
+    tarea.Put("fmedio", s.reloj.hoy);
+    tarea.Update();
+    if (tarea["tip"].toInt() == TipoTarea::RecordatorioDosis)
+        s.clientes->Execute("update ArtPlan set Ana = -1 where Idm = ? and Ida = ? and Dos = ?",
+                            tarea["ida"].toInt(), tarea["ArtAux"].toInt(),
+                            tarea["des"].toText().toInt());
+    lote.Confirmar();
+}
+
+void EnviarMensajes(Sesion &s)
+{
+    Repartir(s, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
+    Repartir(s, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
+    EnviarCorreos(s);
+    EnviarCartas(s);
+}

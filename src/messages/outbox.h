@@ -1,0 +1,21 @@
+// The run that carries out the day's communications: delivery lists, mails, letters.
+#pragma once
+
+#include "store/session.h"
+
+/// Sends what waits for today, in this order: delivery lists are written and offered for printing;
+/// mails go out over one connection, each noted as given to the server before the next one starts,
+/// one for each reason and addressee; letters are noted as sent and then offered one by one, so
+/// that answering No drops one, on purpose.
+///
+/// Where the mail server cannot be reached, what the settings let go by letter becomes a letter and
+/// the board tells. A message that fails ends alone. Nothing is sent to the deceased.
+/// @throws ErrorDeAlmacen when the disk or the engine gives up; what went out is noted
+void EnviarMensajes(Sesion &s);
+
+/// The client that a task's message goes to, 0 when there is none.
+int DestinatarioDeTarea(Sesion &s, int tip, int ida);
+
+/// Notes that a task's message has gone out today; a dose reminder also on its dose.
+/// @param tarea an updatable row of TareasAgenda
+void MarcarEnviada(Sesion &s, Recordset &tarea);

@@ -1,0 +1,53 @@
+#include "messages/planned_notices.h"
+
+#include "clients/contact.h"
+#include "store/lookups.h"
+
+using namespace Qt::StringLiterals;
+
+std::vector<AvisoPlanificado> AvisosDe(Sesion &s, GrupoDeAvisos grupo)
+{
+    const bool conServicio =
+        grupo == GrupoDeAvisos::PerdidasConServicio || grupo == GrupoDeAvisos::DeHoyConServicio;
+    const bool perdidas =
+        grupo == GrupoDeAvisos::PerdidasSinServicio || grupo == GrupoDeAvisos::PerdidasConServicio;
+    QDate desde = s.configuracion["FechaInicioAnterior"].toDate();
+    if (!desde.isValid())
+        desde = s.reloj.hoy.addDays(-1);
+    const QDate primero = perdidas ? desde : desde.addDays(1);
+    const QDate ultimo = perdidas ? s.reloj.hoy.addDays(-1) : s.reloj.hoy;
+
+    std::vector<AvisoPlanificado> avisos;
+    Recordset r = s.clientes->OpenSnapshot(
+        std::string("select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, ArtPlan.rep, "
+                    "mascotas.nom, mascotas.idc from ArtPlan inner join mascotas on mascotas.idm = "
+                    "ArtPlan.idm where ArtPlan.rep between ? and ? and (ArtPlan.si = 0 or "
+                    "ArtPlan.si = 2) and mascotas.dec = 0 and mascotas.ser ")
+            + (conServicio ? "> 0" : "= 0") + " order by mascotas.nom",
+        primero, ultimo);
+    for (; !r.EOF_(); r.MoveNext()) {
+        AvisoPlanificado a;
+        a.idm = r[0].toInt();
+        a.vence = r[4].toDate();
+        a.paciente = r[5].toText();
+        a.idc = r[6].toInt();
+        a.clave = u"%1-%2-%3-%4"_s.arg(a.idm).arg(r[1].toInt()).arg(r[2].toInt()).arg(r[3].toInt());
+        a.propietario = LeerCampo(s, "clientes", "clientes", a.idc, "ayn");
+        a.producto = LeerCampo(s, "finanzas", "articulos", r[1].toInt(), "nom");
+        a.telefonos = TelefonosCliente(s, a.idc);
+        a.nota =
+            s.clientes->Leer("select Texto from AvisosPlanificadas where ID = ?", a.clave).toText();
+        avisos.push_back(std::move(a));
+    }
+    return avisos;
+}
+
+void GuardarNota(Sesion &s, const QString &clave, const QString &texto)
+{
+    Lote lote(s);
+    s.clientes->Execute("delete * from AvisosPlanificadas where ID = ?", clave);
+    if (!texto.trimmed().isEmpty())
+        s.clientes->Execute("insert into AvisosPlanificadas (ID, Texto) values (?, ?)", clave,
+                            texto);
+    lote.Confirmar();
+}

@@ -1,0 +1,64 @@
+#include "printing/document.h"
+
+#include "store/errors.h"
+
+#include <QFile>
+#include <QLocale>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+QPageSize TamanoHabitual()
+{
+    // Where Letter is what the shops sell (territories of the locale data that name it).
+    static constexpr QLocale::Territory conCarta[] = {
+        QLocale::UnitedStates, QLocale::Canada,           QLocale::Mexico,
+        QLocale::Colombia,     QLocale::Venezuela,        QLocale::Chile,
+        QLocale::CostaRica,    QLocale::ElSalvador,       QLocale::Guatemala,
+        QLocale::Nicaragua,    QLocale::Panama,           QLocale::PuertoRico,
+        QLocale::Philippines,  QLocale::DominicanRepublic};
+    const auto pais = QLocale().territory();
+    const bool carta =
+        std::find(std::begin(conCarta), std::end(conCarta), pais) != std::end(conCarta);
+    return QPageSize(carta ? QPageSize::Letter : QPageSize::A4);
+}
+
+int DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento, int desde, int hasta)
+{
+    const QSizeF area = dispositivo.pageLayout().paintRect(QPageLayout::Millimeter).size();
+    const int paginas = documento.Componer(dispositivo, area);
+    const int ultima = hasta > 0 ? qMin(hasta, paginas) : paginas;
+    QPainter pintor;
+    int dibujadas = 0;
+    for (int p = qMax(desde, 1); p <= ultima; ++p) {
+        if (dibujadas == 0 ? !pintor.begin(&dispositivo) : !dispositivo.newPage())
+            return dibujadas;
+        pintor.save();
+        documento.Dibujar(pintor, p - 1);
+        pintor.restore();
+        ++dibujadas;
+    }
+    return dibujadas;
+}
+
+void GuardarPdf(Documento &documento, const QString &archivo, const QPageSize &tamano)
+{
+    QSaveFile destino(archivo);
+    const auto falla = [&] { throw ErrorDeAlmacen(ErrorNum::RutaODisco, destino.errorString()); };
+    if (!destino.open(QIODevice::WriteOnly))
+        falla();
+    {
+        QPdfWriter pdf(&destino);
+        pdf.setResolution(600);
+        pdf.setTitle(documento.Titulo());
+        pdf.setCreator(u"Kelvara"_s);
+        pdf.setPageLayout(
+            QPageLayout(tamano, documento.Orientacion(), MargenesMm, QPageLayout::Millimeter));
+        DibujarEn(pdf, documento);
+    }
+    if (!destino.commit())
+        falla();
+}

@@ -1,0 +1,43 @@
+// What can be printed: pages that draw themselves.
+#pragma once
+
+#include <QMarginsF>
+#include <QPageLayout>
+#include <QString>
+
+class QPagedPaintDevice;
+class QPaintDevice;
+class QPainter;
+
+/// A document. The same object is previewed, printed and saved.
+class Documento
+{
+public:
+    virtual ~Documento() = default;
+
+    /// For windows, print queues and file names.
+    virtual QString Titulo() const = 0;
+    virtual QPageLayout::Orientation Orientacion() const { return QPageLayout::Portrait; }
+    /// Lays the pages out for a device. @param area what can be printed on, in millimetres
+    /// @return how many pages; 0 when there is nothing to print
+    virtual int Componer(QPaintDevice &dispositivo, QSizeF area) = 0;
+    /// Draws a page, from 0, of the last Componer. The painter stands at the upper left corner of
+    /// the area, in device pixels.
+    virtual void Dibujar(QPainter &pintor, int pagina) = 0;
+};
+
+/// Margins of all documents, in millimetres.
+inline constexpr QMarginsF MargenesMm{15, 15, 15, 15};
+
+/// The sheet that this country uses: Letter in the Americas where it is customary, A4 elsewhere.
+QPageSize TamanoHabitual();
+
+/// Draws pages on a device that is set up already (printer, PDF writer). @param desde first page,
+/// from 1; @param hasta last one, 0 for all
+/// @return pages drawn
+int DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento, int desde = 1, int hasta = 0);
+
+/// Writes the document as PDF. @throws ErrorDeAlmacen 75 when the file cannot be written; a former
+/// one is still there then
+void GuardarPdf(Documento &documento, const QString &archivo,
+                const QPageSize &tamano = TamanoHabitual());

@@ -1,0 +1,43 @@
+// The one preview of everything that can be printed.
+#pragma once
+
+#include "printing/document.h"
+#include "ui/form_base.h"
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QPrinter;
+class QPrintPreviewWidget;
+class QSpinBox;
+
+/// Shows a document as it will come out of the printer: pages, zoom, printer, sheet size; prints it
+/// and saves it as PDF. Works without any printer.
+class frmVistaPrevia : public FormBase
+{
+    Q_OBJECT
+public:
+    frmVistaPrevia(Sesion &s, Documento &documento, QWidget *parent = nullptr);
+    ~frmVistaPrevia() override;
+
+private:
+    void build();
+    void wire();
+    void choosePrinter(int index);
+    void showPage();
+    void print();
+    void savePdf();
+
+    Documento &m_documento;
+    std::unique_ptr<QPrinter> m_printer;
+    QPrintPreviewWidget *vista = nullptr;
+    QComboBox *cmbImpresora = nullptr;
+    QComboBox *cmbHoja = nullptr;
+    QComboBox *cmbZoom = nullptr;
+    QSpinBox *txtPagina = nullptr;
+    QLabel *lblPaginas = nullptr;
+    QPushButton *cmdImprimir = nullptr;
+    QPushButton *cmdPdf = nullptr;
+    QPushButton *cmdCerrar = nullptr;
+};

@@ -1,0 +1,106 @@
+#include "admin/page_rows.h"
+
+#include "ui/boxes.h"
+#include "ui/form_base.h"
+#include "ui/help_line.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QEvent>
+#include <QFocusEvent>
+#include <QFormLayout>
+
+namespace
+{
+
+/// Looks on and takes nothing away.
+class Listener : public QObject
+{
+public:
+    Listener(QObject *parent, std::function<void(QEvent *)> hear)
+        : QObject(parent), m_hear(std::move(hear))
+    {
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_hear(event);
+        return false;
+    }
+
+private:
+    std::function<void(QEvent *)> m_hear;
+};
+
+} // namespace
+
+GrupoDeOpciones *FilaDeOpciones(const ContextoDePagina &c, QFormLayout *seccion,
+                                const PreguntaDePagina &pregunta)
+{
+    QList<std::pair<int, QString>> options;
+    for (const auto &[number, text] : pregunta.opciones)
+        options.append({number, c.s(text)});
+    auto *group = named(new GrupoDeOpciones({}, options), pregunta.nombre, pregunta.titulo);
+    group->setFlat(true);
+    for (auto *button : group->findChildren<QAbstractButton *>())
+        button->setAccessibleDescription(pregunta.titulo);
+    Parte::Fila(seccion, pregunta.titulo, group);
+    AvisarAlEntrar(c, group, pregunta.ayuda);
+    return group;
+}
+
+QLineEdit *FilaDeEntero(const ContextoDePagina &c, QFormLayout *seccion, std::string_view columna,
+                        int titulo, int digitos, int ayuda)
+{
+    auto *box = new CajaDeEntero(digitos);
+    box->setObjectName(QString::fromLatin1(columna.data(), qsizetype(columna.size())));
+    box->setFixedWidth(Parte::AnchoDeCifra);
+    Parte::Fila(seccion, c.s(titulo), box);
+    Atar::Entero(c.s, c.guarded, box, columna);
+    AvisarAlEntrar(c, box, ayuda);
+    return box;
+}
+
+QCheckBox *FilaDeCasilla(const ContextoDePagina &c, QFormLayout *seccion, const QString &nombre,
+                         int titulo, int ayuda)
+{
+    auto *check = named(new QCheckBox(c.s(titulo)), nombre, c.s(titulo));
+    seccion->addRow(check);
+    AvisarAlEntrar(c, check, ayuda);
+    return check;
+}
+
+void AvisarAlEntrar(const ContextoDePagina &c, QWidget *control, int ayuda)
+{
+    const auto hear = [line = c.ayuda, text = c.s(ayuda)](const QEvent *event) {
+        // Not when the window comes back, from a question for one: what it led to is told then.
+        if (event->type() == QEvent::FocusIn
+            && static_cast<const QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
+            line->Decir(text);
+    };
+    auto *listener = new Listener(control, hear);
+    control->installEventFilter(listener);
+    for (auto *inner : control->findChildren<QWidget *>())
+        inner->installEventFilter(listener);
+}
+
+void AlDejar(QWidget *control, const std::function<void()> &tarea)
+{
+    control->installEventFilter(new Listener(control, [control, tarea](const QEvent *event) {
+        const bool left =
+            event->type() == QEvent::FocusOut
+            && static_cast<const QFocusEvent *>(event)->reason() != Qt::PopupFocusReason;
+        // A form that is being destroyed is no form any more and has no guard.
+        const bool hidden =
+            event->type() == QEvent::Hide && qobject_cast<FormBase *>(control->window());
+        if (left || hidden)
+            tarea();
+    }));
+}
+
+void AlMostrar(QWidget *pagina, const std::function<void()> &tarea)
+{
+    pagina->installEventFilter(new Listener(pagina, [tarea](const QEvent *event) {
+        if (event->type() == QEvent::Show)
+            tarea();
+    }));
+}

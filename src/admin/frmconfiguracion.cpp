@@ -161,7 +161,7 @@ void frmConfiguracion::build()
 void frmConfiguracion::wire()
 {
     connect(lstPaginas, &QListWidget::currentRowChanged, this, &frmConfiguracion::showPage);
-    connect(lstPaginas, &QListWidget::itemActivated, this, &frmConfiguracion::enterPage);
+    lstPaginas->installEventFilter(this);
     const auto key = [this](Qt::Key k, int by) {
         auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | k), this);
         connect(shortcut, &QShortcut::activated, this, [this, by] { step(by); });
@@ -254,6 +254,18 @@ void frmConfiguracion::enterPage()
     const QWidget *page = area(stkPaginas->currentIndex())->widget();
     if (QWidget *control = page ? firstControl(page) : nullptr)
         control->setFocus(Qt::TabFocusReason);
+}
+
+bool frmConfiguracion::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == lstPaginas && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            enterPage();
+            return true; // not for the button that now has the focus
+        }
+    }
+    return FormBase::eventFilter(watched, event);
 }
 
 void frmConfiguracion::reject()

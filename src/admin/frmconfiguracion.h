@@ -26,6 +26,7 @@ public:
     static QStringList Paginas();
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void changeEvent(QEvent *event) override;
 

@@ -1,1 +1,262 @@
+#include "admin/admin_forms.h"
+#include "admin/frmconfiguracion.h"
+#include "store/settings_row.h"
 #include "support/clinic.h"
+#include "ui/form_registry.h"
+#include "ui/grid.h"
+#include "ui/theme.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Settings : public Clinica
+{
+protected:
+    explicit Settings(Idioma language = Idioma::Ingles) : Clinica(language)
+    {
+        s.carpetaDePrograma = program.path() + u'/';
+        RegistrarFormulariosDeAdministracion(s, forms);
+    }
+    ~Settings() override { AplicarTema(*qApp, 1); }
+
+    void open(const QVariantMap &parameters = {})
+    {
+        ASSERT_TRUE(forms.Abrir(u"frmConfiguracion"_s, parameters));
+        form = qobject_cast<frmConfiguracion *>(forms.Cargar(u"frmConfiguracion"_s));
+        ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
+    }
+    void openAt(const QString &page) { open({{u"pagina"_s, page}}); }
+    void close()
+    {
+        press(Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ASSERT_FALSE(form);
+    }
+    /// Where the focus is, as a user would press it.
+    void press(Qt::Key k, Qt::KeyboardModifiers m = {})
+    {
+        QWidget *at = form->focusWidget() ? form->focusWidget() : form.data();
+        QTest::keyClick(at, k, m);
+    }
+    template <typename W>
+    W *the(const QString &name)
+    {
+        auto *w = form->findChild<W *>(name);
+        if (!w)
+            ADD_FAILURE() << "no control " << name.toStdString();
+        return w;
+    }
+    QListWidget *list() { return the<QListWidget>(u"lstPaginas"_s); }
+    void type(const QString &name, const QString &text)
+    {
+        auto *box = the<QLineEdit>(name);
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, text);
+        press(Qt::Key_Return);
+    }
+    QString stored(std::string_view column)
+    {
+        return s.morvane->Leer("select " + std::string(column) + " from configuracion").toText();
+    }
+
+    QTemporaryDir program;
+    Formularios forms;
+    QPointer<frmConfiguracion> form;
+};
+
+class EachLanguage : public Settings, public testing::WithParamInterface<Idioma>
+{
+protected:
+    EachLanguage() : Settings(GetParam()) {}
+};
+
+/// What keys reach has a name to be told by, and nothing that is written on it is cut.
+void checkControl(const QWidget *w, const std::string &page)
+{
+    const std::string who =
+        page + ": " + w->metaObject()->className() + ' ' + w->objectName().toStdString();
+    const auto *button = qobject_cast<const QAbstractButton *>(w);
+    // Parts that their view or their tabs speak for.
+    const bool inner = qobject_cast<const QAbstractScrollArea *>(w->parentWidget())
+                       || qobject_cast<const QTabBar *>(w);
+    if ((w->focusPolicy() & Qt::TabFocus) && !inner) {
+        EXPECT_FALSE(w->accessibleName().isEmpty()) << who;
+    }
+    if (button && !button->text().isEmpty()) {
+        EXPECT_GE(w->width(), w->sizeHint().width()) << who;
+    }
+}
+
+} // namespace
+
+TEST_P(EachLanguage, EveryPageOpensByKeysAndTellsWhatItsControlsAre)
+{
+    open();
+    form->resize(1020, 700);
+    const int pages = list()->count();
+    EXPECT_EQ(pages, frmConfiguracion::Paginas().size());
+    for (int i = 0; i < pages; ++i) {
+        ASSERT_EQ(list()->currentRow(), i);
+        EXPECT_FALSE(list()->item(i)->text().startsWith(u'#'));
+        EXPECT_FALSE(list()->item(i)->icon().isNull()) << i;
+        press(Qt::Key_Return);
+        QWidget *first = form->focusWidget();
+        const std::string page = frmConfiguracion::Paginas().value(i).toStdString();
+        EXPECT_NE(first, list()) << page << " has nothing to work with";
+        for (const QWidget *w : form->findChildren<QWidget *>())
+            if (w->isVisible())
+                checkControl(w, page);
+        const auto *area =
+            qobject_cast<QScrollArea *>(form->findChild<QStackedWidget *>()->currentWidget());
+        EXPECT_LE(area->widget()->minimumSizeHint().width(), area->viewport()->width()) << page;
+        press(Qt::Key_PageDown, Qt::ControlModifier);
+    }
+    EXPECT_EQ(list()->currentRow(), 0) << "after the last comes the first";
+    press(Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(list()->currentRow(), pages - 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(, EachLanguage,
+                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+
+TEST_F(Settings, ACommonUserIsRefused)
+{
+    s.usuario.ut = 1;
+    ask.Espera(u"Feature not available"_s);
+    EXPECT_FALSE(forms.Abrir(u"frmConfiguracion"_s));
+    s.usuario.ut = 2;
+    open();
+    EXPECT_TRUE(form->isVisible());
+}
+
+TEST_F(Settings, OpensWhereItWasLeftAndReadsWhatOthersWrote)
+{
+    openAt(u"finanzas"_s);
+    close();
+    s.morvane->Execute("update configuracion set EntradaMoneda = 'Otra'");
+    open();
+    EXPECT_EQ(list()->currentItem()->text(), s(9101));
+    EXPECT_EQ(the<QLineEdit>(u"EntradaMoneda"_s)->text(), u"Otra"_s);
+}
+
+TEST_F(Settings, ABoxIsWrittenWhenItIsLeftEvenByClosing)
+{
+    openAt(u"clinica"_s);
+    type(u"txtNom"_s, u"El Arca"_s);
+    EXPECT_EQ(s.clinica.nom, u"El Arca"_s);
+    EXPECT_EQ(form->focusWidget(), the<QLineEdit>(u"txtPro"_s)) << "ENTER walks on";
+    ask.Espera(u"Can not use the character"_s);
+    auto *street = the<QLineEdit>(u"txtDir"_s);
+    street->setFocus();
+    street->selectAll();
+    QTest::keyClicks(street, u"Calle 5'"_s);
+    close();
+    EXPECT_EQ(Filas(*s.morvane, "select nom, dir from veterinaria"), u"El Arca|Calle 5\n"_s);
+}
+
+TEST_F(Settings, AFailureIsToldAndTheStoredValueShownAgain)
+{
+    s.morvane->Execute("update veterinaria set nom = 'Antes'");
+    s.clinica.nom = u"Antes"_s;
+    openAt(u"clinica"_s);
+    s.morvane->Execute("alter table veterinaria drop column tel");
+    ask.Espera(u"\"Tel\""_s);
+    type(u"txtTel"_s, u"1"_s);
+    EXPECT_EQ(the<QLineEdit>(u"txtTel"_s)->text(), s.clinica.tel);
+    EXPECT_TRUE(form->isVisible());
+}
+
+TEST_F(Settings, UsersAreWorkedFromTheGrid)
+{
+    s.morvane->Execute("delete * from usuarios");
+    s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (1, 'Ana', '', 2)");
+    s.morvane->Execute("update configuracion set contadorUsuarios = 1");
+    openAt(u"usuarios"_s);
+    auto *grid = the<Grilla>(u"grdUsr"_s);
+    grid->setFocus();
+    ask.EsperaTexto(u"username"_s, u"Luis"_s);
+    ask.EsperaTexto(u"password"_s, u""_s);
+    ask.EsperaTexto(u"user type"_s, u"1"_s);
+    press(Qt::Key_Insert);
+    EXPECT_EQ(grid->Modelo()->Filas(), 2);
+    EXPECT_EQ(grid->Modelo()->TextoDeCelda(grid->FilaActual(), 0), u"Luis"_s);
+    EXPECT_EQ(grid->Modelo()->TextoDeCelda(grid->FilaActual(), 1), u"Common"_s);
+    ask.EsperaTexto(u"password"_s, u"gato"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(Filas(*s.morvane, "select nom, up from usuarios order by idu"),
+              u"Ana|\nLuis|gato\n"_s);
+    ask.Espera(u"Delete?"_s);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(grid->Modelo()->Filas(), 1);
+}
+
+TEST_F(Settings, TheColourDressesTheProgramAtOnceAndIsStored)
+{
+    openAt(u"aspecto"_s);
+    const QColor before = PaletaEnUso().acento;
+    auto *blue = the<QToolButton>(u"Color1"_s);
+    QTest::mouseClick(blue, Qt::LeftButton);
+    EXPECT_NE(PaletaEnUso().acento, before);
+    EXPECT_EQ(PaletaEnUso().acento, CalcularPaleta(stored("PrincipalColor").toInt(), false).acento);
+    EXPECT_TRUE(blue->isChecked());
+    QTest::mouseClick(the<QToolButton>(u"Color0"_s), Qt::LeftButton);
+    EXPECT_EQ(stored("PrincipalColor"), u"1"_s);
+    EXPECT_EQ(PaletaEnUso().acento, before);
+    EXPECT_FALSE(blue->isChecked());
+}
+
+TEST_F(Settings, TheServerOfMailsBelongsToThisMachine)
+{
+    openAt(u"correo"_s);
+    type(u"txtServidorMail"_s, u"smtp.example.com"_s);
+    auto *kind = the<QComboBox>(u"cmbCifrado"_s);
+    kind->setFocus();
+    QTest::keyClick(kind, Qt::Key_Down);
+    EXPECT_EQ(the<QLineEdit>(u"txtPuertoMail"_s)->text(), u"465"_s) << "the usual one follows";
+    type(u"txtPuertoMail"_s, u"0"_s);
+    EXPECT_EQ(the<QLineEdit>(u"txtPuertoMail"_s)->text(), u"465"_s) << "0 is no port";
+    EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/servidor"_s), u"smtp.example.com"_s);
+    ask.EsperaTexto(u"User name"_s, u"ana"_s);
+    ask.EsperaTexto(u"Password"_s, u"secreta"_s);
+    QTest::mouseClick(the<QPushButton>(u"cmdModMail"_s), Qt::LeftButton);
+    EXPECT_EQ(the<QLabel>(u"lblUsuarioMail"_s)->text(), u"User: ana"_s);
+    for (const QLabel *label : form->findChildren<QLabel *>())
+        EXPECT_FALSE(label->text().contains(u"secreta"));
+}
+
+TEST_F(Settings, KennelsWordsAndChoicesReachTheSettingsRow)
+{
+    openAt(u"hospedaje"_s);
+    type(u"CantidadCaniles"_s, u"1x2"_s);
+    EXPECT_EQ(stored("CantidadCaniles"), u"12"_s);
+    auto *time = the<QLineEdit>(u"HoraRacion4"_s);
+    time->setFocus();
+    time->setText(u"21:30"_s);
+    press(Qt::Key_PageUp, Qt::ControlModifier); // leaving the page writes as well
+    EXPECT_EQ(stored("HoraRacion4"), u"21:30:00"_s);
+    type(u"EntradaMoneda"_s, u"0123456789ABC"_s);
+    EXPECT_EQ(stored("EntradaMoneda"), u"0123456789"_s);
+    auto *price = the<QCheckBox>(u"GuardarPrecioVentas"_s);
+    const bool was = price->isChecked();
+    price->setFocus();
+    press(Qt::Key_Space);
+    EXPECT_EQ(stored("GuardarPrecioVentas"), was ? u"0"_s : u"-1"_s);
+    type(u"OSDuracionSol"_s, u"6"_s);
+    EXPECT_EQ(stored("OSDuracionSol"), u"6"_s);
+}

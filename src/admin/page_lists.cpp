@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTabBar>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;
@@ -195,6 +196,7 @@ QWidget *PaginaDeListas(const ContextoDePagina &c)
 {
     auto *page = new QWidget;
     auto *tabs = named(new QTabWidget, u"tabListas"_s, c.s(Listas_));
+    tabs->tabBar()->setAccessibleName(tabs->accessibleName());
     tabs->setDocumentMode(true);
     for (const ListOfPage &which : lists)
         tabs->addTab(new Maintenance(c, which), c.s(PrimerTitulo + int(which.list)));

@@ -144,6 +144,8 @@ int main(int argc, char **argv)
         return 0;
     case Opciones::Modo::Crear:
         return CrearDatos(*opciones, idioma);
+    case Opciones::Modo::Importar:
+        return ImportarDatos(*opciones, idioma);
     default:
         return CorrerDesatendido(*opciones, idioma);
     }

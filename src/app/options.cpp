@@ -7,6 +7,7 @@ std::optional<Opciones> LeerOpciones(const QStringList &argumentos, QString *err
         *error = que;
         return std::nullopt;
     };
+    bool deImportar = false; // an argument that goes with --importar alone
     for (qsizetype i = 0; i < argumentos.size(); ++i) {
         const QString &a = argumentos[i];
         const auto valor = [&]() -> QString { return argumentos.value(++i); };
@@ -23,6 +24,28 @@ std::optional<Opciones> LeerOpciones(const QStringList &argumentos, QString *err
             o.demo = true;
         } else if (a == u"--desatendido") {
             o.modo = Opciones::Modo::Desatendido;
+        } else if (a == u"--importar") {
+            o.modo = Opciones::Modo::Importar;
+            o.importar = valor();
+            if (o.importar.isEmpty())
+                return fallar(QStringLiteral("--importar needs a file"));
+        } else if (a == u"--confirmar") {
+            o.confirmar = deImportar = true;
+        } else if (a == u"--columnas") {
+            o.columnas = valor();
+            deImportar = true;
+            if (o.columnas.isEmpty())
+                return fallar(QStringLiteral("--columnas needs title=datum,..."));
+        } else if (a == u"--fechas") {
+            o.fechas = valor();
+            deImportar = true;
+            if (o.fechas != u"dma" && o.fechas != u"mda")
+                return fallar(QStringLiteral("--fechas takes dma or mda"));
+        } else if (a == u"--propietario") {
+            o.propietario = valor();
+            deImportar = true;
+            if (o.propietario.isEmpty())
+                return fallar(QStringLiteral("--propietario needs a name"));
         } else if (a == u"--idioma") {
             const QString codigo = valor();
             if (codigo != u"es" && codigo != u"pt" && codigo != u"en")
@@ -38,6 +61,9 @@ std::optional<Opciones> LeerOpciones(const QStringList &argumentos, QString *err
     }
     if (o.demo && o.modo != Opciones::Modo::Crear)
         return fallar(QStringLiteral("--demo goes with --crear"));
+    if (deImportar && o.modo != Opciones::Modo::Importar)
+        return fallar(QStringLiteral(
+            "--confirmar, --columnas, --fechas and --propietario go with --importar"));
     return o;
 }
 
@@ -51,6 +77,10 @@ QString TextoDeAyuda()
         "                                         demo clinic\n"
         "kelvara --datos DIR --desatendido        a start without a window, for cron: runs the\n"
         "                                         day, prints the board\n"
+        "kelvara --importar FILE --datos DIR [--confirmar] [--columnas TITLE=DATUM,...]\n"
+        "        [--fechas dma|mda] [--propietario NAME]\n"
+        "                                         what importing clients and patients from a CSV\n"
+        "                                         file would do; with --confirmar, does it\n"
         "kelvara --idioma es|pt|en                instead of the system's language\n"
         "kelvara --version, --help\n");
 }

@@ -8,11 +8,16 @@
 #include <optional>
 
 struct Opciones {
-    enum class Modo { Ventana, Desatendido, Crear, Version, Ayuda };
+    enum class Modo { Ventana, Desatendido, Crear, Importar, Version, Ayuda };
     Modo modo = Modo::Ventana;
     QString datos; // data folder, whatever ruta.txt says; "" for ruta.txt
     QString crear; // folder to make
     bool demo = false;
+    QString importar;       // file of clients and patients
+    bool confirmar = false; // write it, rather than tell what would be written
+    QString columnas;       // "title=datum,..." over what the titles say
+    QString fechas;         // "dma", "mda", or "" to find it in the file
+    QString propietario;    // client of animals whose row names no owner
     std::optional<Idioma> idioma;
 };
 

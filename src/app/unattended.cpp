@@ -1,6 +1,7 @@
 #include "app/unattended.h"
 
 #include "board/board_lines.h"
+#include "clients/import.h"
 #include "startup/daily_automation.h"
 #include "startup/demo_clinic.h"
 #include "startup/new_folder.h"
@@ -65,6 +66,49 @@ int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
         return Fallar(TextoDeError(s, e));
     }
     return 0;
+}
+
+int ImportarDatos(const Opciones &opciones, Idioma idioma)
+{
+    DialogosDesatendidos dialogos;
+    SinImpresion impresion;
+    Sesion s(dialogos, impresion, idioma);
+    try {
+        FijarCarpetaDeDatos(s, opciones.datos);
+        if (const auto falla = AbrirAlmacen(s))
+            return Fallar(falla->texto);
+        if (EsPrimeraVez(s))
+            return Fallar(s(9007));
+        const VistaDeArchivo vista = MirarArchivo(s, opciones.importar, 0);
+        if (!vista.falla.isEmpty())
+            return Fallar(vista.falla);
+        OpcionesDeImportacion o;
+        o.archivo = opciones.importar;
+        o.columnas = vista.columnas;
+        o.propietario = opciones.propietario;
+        if (!opciones.fechas.isEmpty())
+            o.orden = opciones.fechas == u"mda" ? OrdenDeFecha::MesDia : OrdenDeFecha::DiaMes;
+        const QString mal = AplicarColumnas(s, opciones.columnas, vista.titulos, o.columnas);
+        if (!mal.isEmpty())
+            return Fallar(mal);
+        Imprimir(stdout, TextoDeVista(s, vista));
+        for (qsizetype i = 0; i < vista.titulos.size(); ++i)
+            Imprimir(stdout, QStringLiteral("%1\t").arg(i + 1) + vista.titulos[i] + u'\t'
+                                 + NombreDeDato(o.columnas[i]));
+        const InformeDeImportacion informe =
+            opciones.confirmar ? Importar(s, o) : ProbarImportacion(s, o);
+        if (informe.falta != InformeDeImportacion::Falta::Nada)
+            return Fallar(informe.falla);
+        Imprimir(stdout, ResumenDeImportacion(s, informe));
+        for (const LineaDeInforme &l : informe.lineas)
+            if (l.aviso || l.suerte == Suerte::Rechazada)
+                Imprimir(stdout, QStringLiteral("%1\t").arg(l.linea) + TextoDeSuerte(s, l.suerte)
+                                     + u'\t' + EnUnaLinea(l.cliente) + u'\t' + EnUnaLinea(l.mascota)
+                                     + u'\t' + EnUnaLinea(l.texto));
+        return informe.falla.isEmpty() ? 0 : 1;
+    } catch (const ErrorDeAlmacen &e) {
+        return Fallar(TextoDeError(s, e));
+    }
 }
 
 int CrearDatos(const Opciones &opciones, Idioma idioma)

@@ -1,4 +1,4 @@
-// Runs without a window: making data folders, and the day's start for cron.
+// Runs without a window: making data folders, importing, and the day's start for cron.
 #pragma once
 
 #include "app/options.h"
@@ -7,6 +7,11 @@
 /// `dibujo<TAB>Codigo1<TAB>Codigo2<TAB>mensaje`; messages go to standard error.
 /// @return the exit status: 0, or 1 with the reason told
 int CorrerDesatendido(const Opciones &opciones, Idioma idioma);
+
+/// Tells on standard output what an import would do, or does it: columns, counts, then one line for
+/// each line of the file that was refused or has a warning, `line<TAB>result<TAB>client<TAB>patient
+/// <TAB>why`. @return the exit status: 0, or 1 with the reason told
+int ImportarDatos(const Opciones &opciones, Idioma idioma);
 
 /// Makes a new data folder. @return the exit status
 int CrearDatos(const Opciones &opciones, Idioma idioma);

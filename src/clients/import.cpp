@@ -204,6 +204,7 @@ private:
     int ClienteDe(const FichaDeCliente &f, const QString &numero);
     void Completar(int cliente, FichaDeCliente f);
     int MascotaDe(MascotaPrevista m, int linea);
+    void Completar(MascotaPrevista &m, const MascotaPrevista &otra);
     bool MismaMascota(const MascotaPrevista &a, const MascotaPrevista &b) const;
 
     void Escribir(ClientePrevisto &c);
@@ -627,6 +628,31 @@ bool Plan::MismaMascota(const MascotaPrevista &a, const MascotaPrevista &b) cons
            && !(a.conSexo && b.conSexo && a.f.sex % 2 != b.f.sex % 2);
 }
 
+// What a further row of an animal knows and the rows before it did not.
+void Plan::Completar(MascotaPrevista &m, const MascotaPrevista &otra)
+{
+    for (int MascotaPrevista::*lugar :
+         {&MascotaPrevista::especie, &MascotaPrevista::raza, &MascotaPrevista::pelaje})
+        if (m.*lugar < 0)
+            m.*lugar = otra.*lugar;
+    for (QString FichaDePaciente::*campo :
+         {&FichaDePaciente::car, &FichaDePaciente::Chip, &FichaDePaciente::obs})
+        if ((m.f.*campo).isEmpty())
+            m.f.*campo = otra.f.*campo;
+    if (!m.f.fecn.isValid())
+        m.f.fecn = otra.f.fecn;
+    if (m.f.pes == 0)
+        m.f.pes = otra.f.pes;
+    if (!m.conSexo && otra.conSexo) {
+        m.conSexo = true;
+        m.f.sex = otra.f.sex % 2 + (m.f.sex >= 2 ? 2 : 0);
+    }
+    if (otra.f.sex >= 2 && m.f.sex < 2)
+        m.f.sex += 2;
+    m.f.ped = m.f.ped || otra.f.ped;
+    m.f.dec = m.f.dec || otra.f.dec;
+}
+
 // Which animal of the file a row tells of: the number says, where there is one; else rows of one
 // owner with one name that do not contradict each other. Animals without any name are one each.
 int Plan::MascotaDe(MascotaPrevista m, int linea)
@@ -635,8 +661,10 @@ int Plan::MascotaDe(MascotaPrevista m, int linea)
     const QString dueno = QString::number(m.cliente) + u'\n';
     if (const QString numero = Campo(Dato::IdMascota); !numero.isEmpty()) {
         const auto i = m_mascotaPorNumero.constFind(dueno + numero);
-        if (i != m_mascotaPorNumero.constEnd())
+        if (i != m_mascotaPorNumero.constEnd()) {
+            Completar(mascotas[size_t(*i)], m);
             return *i;
+        }
         m_mascotaPorNumero.insert(dueno + numero, nueva);
         if (m.f.nom.isEmpty())
             m.f.nom = Limpio(s(PacienteNumero).arg(numero), "mascotas", "nom");
@@ -645,8 +673,10 @@ int Plan::MascotaDe(MascotaPrevista m, int linea)
     } else {
         std::vector<int> &tocayas = m_mascotasPorNombre[dueno + Plegado(m.f.nom)];
         for (const int i : tocayas)
-            if (MismaMascota(mascotas[size_t(i)], m))
+            if (MismaMascota(mascotas[size_t(i)], m)) {
+                Completar(mascotas[size_t(i)], m);
                 return i;
+            }
         tocayas.push_back(nueva);
     }
     m.linea = linea;

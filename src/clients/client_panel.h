@@ -1,0 +1,77 @@
+// The data of one client: shown, or open for typing.
+#pragma once
+
+#include "clients/registry.h"
+#include "ui/bound.h"
+#include "ui/form_base.h"
+
+#include <QUrl>
+
+class LineaDeAyuda;
+class ListaConCompletado;
+class QAction;
+class QComboBox;
+class QPlainTextEdit;
+
+class PanelDeCliente : public QWidget
+{
+    Q_OBJECT
+public:
+    /// @param guardia runs what can fail, for the form that the panel stands on
+    PanelDeCliente(Sesion &s, Atar::Guardia guardia, LineaDeAyuda *ayuda,
+                   QWidget *parent = nullptr);
+
+    /// Reads the lists behind the boxes; needed again after one of them grew.
+    void CargarListas();
+    void Mostrar(const FichaDeCliente &ficha);
+    /// Empty boxes, with the id that a new client would get, or 0 for none.
+    void Vaciar(int id = 0);
+    /// What is told beside the boxes; apart, because it takes several queries.
+    void Informar();
+    /// @param modificando of an open panel: an address that is typed counts for this client at once
+    void Abrir(bool abierto, bool modificando = false);
+
+    /// What was shown, with what the boxes say now.
+    FichaDeCliente Ficha() const;
+    QVariantMap Campos() const;
+    void PonerCampos(const QVariantMap &valores);
+    void Enfocar(Campo campo);
+    /// The boxes in the order of ENTER.
+    QList<QWidget *> Cadena() const;
+    /// A key in one of the boxes that is more than typing. @return whether it was used up
+    bool Tecla(QObject *caja, const QKeyEvent &tecla);
+
+Q_SIGNALS:
+    void tocado();
+    /// The user wants to write to the client's address.
+    void escribirCorreo();
+
+private:
+    void build();
+    QWidget *buildFacts();
+    void wire();
+    void addCopy(QLineEdit *caja, const QString &nombre);
+
+    void completeSubregion(const QString &texto);
+    void completeRegion(const QString &texto);
+    void takeSubregion(int id);
+    void takeRegion(int id);
+    void completeMail(const QString &texto);
+    void walkDomains(int paso);
+    bool leaveSubregion();
+
+    Sesion &m_s;
+    Atar::Guardia m_guardia;
+    LineaDeAyuda *m_ayuda;
+    FichaDeCliente m_ficha;
+    QString m_correoTecleado; // without what completion put behind it
+    bool m_propuesta = false; // what stands in the dependent boxes came from completion
+    bool m_modificando = false;
+    QList<QAction *> m_copias;
+
+    QLineEdit *txtidc, *txtayn, *txtdir, *txtcodp, *txtcodt, *txttel, *txttelc, *txtemail, *txtfeci;
+    ListaConCompletado *cmbloc, *cmbdep;
+    QComboBox *cmbmark;
+    QPlainTextEdit *txtobs, *txtinfoCliente;
+    QLabel *txtUVisita, *txtdebe;
+};

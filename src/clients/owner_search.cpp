@@ -1,0 +1,40 @@
+#include "clients/owner_search.h"
+
+#include "clients/client_rows.h"
+#include "store/jet/text.h"
+#include "ui/grid.h"
+
+namespace
+{
+
+int findPlainName(const ModeloDeGrilla &clients, const QString &text)
+{
+    const std::string wanted = jet::Llano(text.toStdString());
+    for (int row = 0; row < clients.Filas(); ++row) {
+        const QString name = clients.Fila(row).celdas[ColumnaDeCliente::Nombre].toText();
+        if (jet::Llano(name.left(text.size()).toStdString()) == wanted)
+            return row;
+    }
+    return -1;
+}
+
+} // namespace
+
+int BuscarPropietario(const ModeloDeGrilla &clientes, const QString &texto)
+{
+    const QString text = texto.trimmed();
+    const int last = clientes.Filas() - 1;
+    switch (TipoDeBusqueda(text)) {
+    case BusquedaDeCliente::Id:
+        return clientes.BuscarEnGrilla(text.toInt(), ColumnaDeCliente::Idc, 0, last);
+    case BusquedaDeCliente::Telefono:
+        return clientes.BuscarEnGrilla(text, ColumnaDeCliente::Telefono, 0, last);
+    case BusquedaDeCliente::Nombre: {
+        const int row = clientes.BuscarEnGrilla(text, ColumnaDeCliente::Nombre, 0, last);
+        return row >= 0 ? row : findPlainName(clientes, text);
+    }
+    case BusquedaDeCliente::Nada:
+        break;
+    }
+    return -1;
+}

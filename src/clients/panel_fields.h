@@ -1,0 +1,50 @@
+// What the data panels of the registry are laid out with.
+#pragma once
+
+#include "ui/form_base.h"
+
+#include <QGridLayout>
+#include <QVariantMap>
+
+class QPlainTextEdit;
+
+/// Boxes beside their captions, one or two to a line, all lines on one grid.
+class RejillaDeCampos : public QGridLayout
+{
+public:
+    explicit RejillaDeCampos(QWidget *dueno);
+
+    /// One box over the whole line.
+    void Fila(const QString &titulo, QWidget *caja);
+    /// Two boxes, the second narrow where @p parejas is false.
+    void Fila(const QString &titulo, QWidget *caja, const QString &titulo2, QWidget *caja2);
+
+private:
+    QLabel *caption(const QString &titulo, QWidget *caja);
+};
+
+/// What stands in the boxes, each under its name: for drafts, and to tell whether anything was
+/// typed.
+QVariantMap LeerCampos(const QList<QWidget *> &campos);
+void PonerCampos(const QList<QWidget *> &campos, const QVariantMap &valores);
+
+/// Opens boxes for typing; or closes them so that their texts can be read and copied, and TAB
+/// passes them over.
+void AbrirCampos(const QList<QWidget *> &campos, bool abiertos);
+
+/// Runs a slot whenever the user or the form changes one of the boxes.
+void AlCambiar(const QList<QWidget *> &campos, QObject *contexto, const std::function<void()> &que);
+
+/// A box for long texts; ENTER begins a line, CTRL+ENTER and TAB go on.
+QPlainTextEdit *CajaDeNotas(const Sesion &s, const QString &nombre, const QString &accesible);
+
+/// A text beside the boxes that is shown and not typed.
+QPlainTextEdit *CajaDeInformacion(const QString &nombre, const QString &accesible);
+
+/// A text box with room for what its column takes.
+QLineEdit *CajaDeColumna(const Sesion &s, std::string_view tabla, std::string_view columna,
+                         const QString &nombre, const QString &accesible);
+
+/// How boxes look in a dense form: closed ones as text on the window, buttons of a bar without
+/// frame.
+QString EstiloDeFicha();

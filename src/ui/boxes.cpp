@@ -94,12 +94,13 @@ bool MesPrimero() { return QLocale().dateFormat(QLocale::ShortFormat).startsWith
 
 QString TextoDeDia(QDate dia) { return dia.isValid() ? dia.toString(dayFormat()) : QString(); }
 
-CajaDeEntero::CajaDeEntero(int digitos, QWidget *parent) : QLineEdit(parent)
+CajaDeEntero::CajaDeEntero(int digitos, QWidget *parent)
+    : QLineEdit(parent), m_digitos(std::clamp(digitos, 1, mostDigits))
 {
-    const int most = std::clamp(digitos, 1, mostDigits);
-    setMaxLength(most);
+    // No greatest length: it would cut a pasted text before its digits are picked out.
     setInputMethodHints(Qt::ImhDigitsOnly);
-    setValidator(new Filtro([most](const QString &t) { return digitsOnly(t, most); }, this));
+    setValidator(
+        new Filtro([most = m_digitos](const QString &t) { return digitsOnly(t, most); }, this));
 }
 
 std::optional<int> CajaDeEntero::Entero() const
@@ -116,7 +117,9 @@ void CajaDeEntero::PonerEntero(std::optional<int> n)
 
 void CajaDeEntero::keyPressEvent(QKeyEvent *event)
 {
-    if (const QChar c = typed(*event); c.isNull() || isDigit(c))
+    const QChar c = typed(*event);
+    const bool fits = hasSelectedText() || text().size() < m_digitos;
+    if (c.isNull() || (isDigit(c) && fits))
         QLineEdit::keyPressEvent(event);
 }
 

@@ -26,6 +26,9 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    int m_digitos;
 };
 
 /// A number with decimals; point and comma both type the decimal mark of the session. A minus

@@ -45,6 +45,13 @@ bool isNumeric(Clase c)
     return c == Clase::Entero || c == Clase::Codigo || c == Clase::Numero || c == Clase::Importe;
 }
 
+/// A row may have fewer cells than there are columns.
+const Valor &celda(const FilaDeGrilla &fila, int columna)
+{
+    static const Valor none;
+    return columna < fila.celdas.size() ? fila.celdas[columna] : none;
+}
+
 /// A key whose plain order is the order of jet::Comparar: the letters without accents and, for
 /// texts that have some, the letters with them behind a mark that sorts before all letters.
 QString orderKey(const QString &text)
@@ -85,12 +92,12 @@ double orderNumber(const Valor &v, Clase clase)
 }
 
 /// With the decimals that the number has, four at most.
-QString numberText(const QLocale &locale, const Valor &v)
+QString numberText(const Valor &v)
 {
     const QString plain = v.toMoneda().ATexto();
     const qsizetype point = plain.indexOf(u'.');
     const int decimals = point < 0 ? 0 : int(plain.size() - point - 1);
-    return locale.toString(v.toDouble(), 'f', decimals);
+    return QLocale().toString(v.toDouble(), 'f', decimals);
 }
 
 } // namespace
@@ -111,7 +118,7 @@ struct ModeloDeGrilla::Interno {
     int columnaDeOrden = -1;
     Qt::SortOrder sentido = Qt::AscendingOrder;
 
-    Valor Celda(int i, int columna) const { return filas[size_t(i)].celdas.value(columna); }
+    const Valor &Celda(int i, int columna) const { return celda(filas[size_t(i)], columna); }
     QString Texto(int i, int columna) const;
 
     const std::vector<std::string> &Plegados(int columna);
@@ -123,21 +130,20 @@ struct ModeloDeGrilla::Interno {
 
 QString ModeloDeGrilla::Interno::Texto(int i, int columna) const
 {
-    const Valor v = Celda(i, columna);
+    const Valor &v = Celda(i, columna);
     if (v.EsNulo())
         return {};
-    const QLocale locale;
     switch (columnas[columna].clase) {
     case Clase::Texto:
         return v.toText();
     case Clase::Entero:
-        return locale.toString(v.toLong());
+        return QLocale().toString(v.toLong());
     case Clase::Codigo:
         return QString::number(v.toLong()).rightJustified(5, u'0');
     case Clase::Numero:
-        return numberText(locale, v);
+        return numberText(v);
     case Clase::Importe:
-        return locale.toString(v.toDouble(), 'f', 2);
+        return QLocale().toString(v.toDouble(), 'f', 2);
     case Clase::Dia:
         return TextoDeDia(v.toDate());
     case Clase::Hora:
@@ -191,13 +197,12 @@ void ModeloDeGrilla::Interno::Ordenar()
 
 bool ModeloDeGrilla::Interno::Antes(const FilaDeGrilla &a, const FilaDeGrilla &b, int columna) const
 {
+    const Valor &x = celda(a, columna);
+    const Valor &y = celda(b, columna);
     const Clase clase = columnas[columna].clase;
     if (clase == Clase::Texto)
-        return jet::Comparar(a.celdas.value(columna).toText().toStdString(),
-                             b.celdas.value(columna).toText().toStdString())
-               < 0;
-    return orderNumber(a.celdas.value(columna), clase)
-           < orderNumber(b.celdas.value(columna), clase);
+        return jet::Comparar(x.toText().toStdString(), y.toText().toStdString()) < 0;
+    return orderNumber(x, clase) < orderNumber(y, clase);
 }
 
 /// Behind the others; the caller gives it its place in `orden`.
@@ -325,7 +330,7 @@ int ModeloDeGrilla::BuscarEnGrilla(const Valor &valor, int columna, int desde, i
         return -1;
     }
     for (int f = desde; f <= hasta; ++f) {
-        const Valor cell = d->Celda(d->orden[size_t(f)], columna);
+        const Valor &cell = d->Celda(d->orden[size_t(f)], columna);
         if (cell.EsNulo())
             continue;
         // A text that is no number equals none, not even 0.
@@ -441,25 +446,21 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override
     {
+        // The style sheet knows one ground for all cells, so a cell's own one is painted here.
+        const bool selected = option.state & QStyle::State_Selected;
+        if (const QVariant ground = index.data(Qt::BackgroundRole); ground.isValid() && !selected)
+            painter->fillRect(option.rect, ground.value<QBrush>());
         const QVariant sign = index.data(SignRole);
         if (!sign.isValid())
             return QStyledItemDelegate::paint(painter, option, index);
 
-        const bool selected = option.state & QStyle::State_Selected;
-        const QVariant ground = index.data(Qt::BackgroundRole);
         if (selected)
             painter->fillRect(option.rect, option.palette.highlight());
-        else if (ground.isValid())
-            painter->fillRect(option.rect, ground.value<QBrush>());
-        else if (option.features & QStyleOptionViewItem::Alternate)
-            painter->fillRect(option.rect, option.palette.alternateBase());
-
         const int side = option.fontMetrics.ascent() * 3 / 4;
         const QRect place(option.rect.left() + Espacio::S, option.rect.center().y() - side / 2 + 1,
                           side, side);
         drawSign(painter, place, Realce(sign.toInt()),
                  option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
-
         QStyleOptionViewItem rest = option;
         rest.rect.setLeft(place.right() + 1);
         QStyledItemDelegate::paint(painter, rest, index);

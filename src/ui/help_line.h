@@ -15,8 +15,9 @@ public:
     void Fallo(const QString &texto); // it did not
     void Limpiar();
 
-protected:
     QSize minimumSizeHint() const override;
+
+protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 

@@ -16,6 +16,7 @@ class TeclaDeBusqueda : public QObject
 public:
     TeclaDeBusqueda(QApplication &app, Formularios &forms) : QObject(&app), m_forms(forms)
     {
+        setObjectName(u"TeclaDeBusqueda"_s);
         app.installEventFilter(this);
     }
 

@@ -115,6 +115,7 @@ QString styleSheet(const Paleta &p)
     };
     for (const auto &[name, colour] : names)
         sheet.replace(QRegularExpression(u'@' + name + u"\\b"_s), colour.name());
+    sheet.replace(u"@noche"_s, p.oscura ? u"-noche"_s : QString());
     return sheet;
 }
 

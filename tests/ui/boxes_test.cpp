@@ -1,1 +1,206 @@
 #include "support/clinic.h"
+#include "ui/boxes.h"
+#include "ui/completion_list.h"
+#include "ui/help_line.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+void paste(QLineEdit &box, const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+    box.clear();
+    box.paste();
+}
+
+class TypedBoxes : public Clinica
+{
+protected:
+    TypedBoxes()
+    {
+        QLocale::setDefault({QLocale::Spanish, QLocale::Uruguay});
+        s.separadorDecimal = u',';
+    }
+    ~TypedBoxes() override { QLocale::setDefault(QLocale::c()); }
+
+    /// A window with the box and another one to go to.
+    void open(QWidget &box)
+    {
+        auto *column = new QVBoxLayout(&window);
+        column->addWidget(&box);
+        column->addWidget(&other);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        box.setFocus();
+    }
+    void leave() { other.setFocus(Qt::TabFocusReason); }
+
+    QWidget window;
+    QLineEdit other;
+};
+
+} // namespace
+
+TEST_F(TypedBoxes, AWholeNumberTakesDigitsAlone)
+{
+    CajaDeEntero box(4);
+    EXPECT_FALSE(box.Entero());
+    QTest::keyClicks(&box, u"-1a2.3'45"_s);
+    EXPECT_EQ(box.text(), u"1234"_s);
+    EXPECT_EQ(box.Entero(), 1234);
+    box.selectAll();
+    QTest::keyClicks(&box, u"x"_s);
+    EXPECT_EQ(box.text(), u"1234"_s) << "a wrong key must not erase what is selected";
+    QTest::keyClick(&box, Qt::Key_Backspace);
+    EXPECT_EQ(box.text(), QString());
+    paste(box, u"12 34 56"_s);
+    EXPECT_EQ(box.text(), u"1234"_s);
+}
+
+TEST_F(TypedBoxes, ANumberHasOneMarkWhicheverKeyTypedIt)
+{
+    CajaDeNumero box(s);
+    QTest::keyClicks(&box, u"12.5,x0"_s);
+    EXPECT_EQ(box.text(), u"12,50"_s);
+    EXPECT_EQ(box.Numero(), Moneda::DeDiezmilesimos(125000));
+    const std::initializer_list<std::pair<QString, QString>> pasted = {
+        {u"$ 1.234,50"_s, u"1234,50"_s},
+        {u"1,234.50"_s, u"1234,50"_s},
+        {u"12.5"_s, u"12,5"_s},
+        {u"1.234.567"_s, u"1234567"_s},
+        {u"abc"_s, QString()}};
+    for (const auto &[from, to] : pasted) {
+        paste(box, from);
+        EXPECT_EQ(box.text(), to) << from.toStdString();
+    }
+    EXPECT_FALSE(box.Numero());
+    box.PonerNumero(Moneda::DeDiezmilesimos(-2500));
+    EXPECT_EQ(box.text(), u"-0,25"_s) << "what is stored is shown as it is";
+}
+
+TEST_F(TypedBoxes, DigitsFlowOverTheMaskOfADay)
+{
+    CajaDeFecha box(s);
+    EXPECT_EQ(box.displayText(), u"__/__/____"_s);
+    EXPECT_TRUE(box.Vacia() && box.Valida());
+    open(box);
+    QTest::keyClicks(&box, u"29x022024"_s);
+    EXPECT_EQ(box.Dia(), QDate(2024, 2, 29));
+    leave();
+    EXPECT_EQ(box.displayText(), u"29/02/2024"_s);
+
+    QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
+    EXPECT_FALSE(box.Valida()) << "no month 29";
+    box.PonerDia(QDate(2026, 3, 11));
+    EXPECT_EQ(box.text(), u"03/11/2026"_s);
+    EXPECT_EQ(box.Dia(), QDate(2026, 3, 11));
+    box.PonerDia({});
+    EXPECT_TRUE(box.Vacia());
+}
+
+TEST_F(TypedBoxes, ABadDayIsToldOnLeavingAndTheMaskComesBack)
+{
+    CajaDeFecha box(s);
+    open(box);
+    for (const QString &bad :
+         {u"31022024"_s, u"29022023"_s, u"110326"_s, u"1103"_s, u"11030026"_s}) {
+        box.setFocus();
+        QTest::keyClicks(&box, bad);
+        EXPECT_FALSE(box.Valida()) << bad.toStdString();
+        EXPECT_FALSE(box.Dia().isValid());
+        ask.Espera(s(9300));
+        leave();
+        EXPECT_EQ(box.displayText(), u"__/__/____"_s);
+    }
+    box.setFocus();
+    leave(); // an empty one is nothing to complain about
+    EXPECT_EQ(Textos(Idioma::Espanol)(9300), u"Fecha invalida"_s);
+
+    box.setFocus();
+    QTest::keyClicks(&box, u"99"_s);
+    window.hide(); // closing the form is no moment for a message
+}
+
+TEST_F(TypedBoxes, ATimeIsWholeOrNothing)
+{
+    CajaDeHora box;
+    open(box);
+    QTest::keyClicks(&box, u"0930"_s);
+    EXPECT_EQ(box.Hora(), QTime(9, 30));
+    for (const QString &bad : {u"2460"_s, u"9"_s, u"095"_s}) {
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClicks(&box, bad);
+        leave();
+        EXPECT_EQ(box.displayText(), u"__:__"_s) << bad.toStdString();
+    }
+}
+
+TEST_F(TypedBoxes, AListProposesTheRestOfWhatIsTyped)
+{
+    ListaConCompletado list;
+    open(list);
+    list.Cargar({{u"Montevideo"_s, 1}, {u"Montes"_s, 2}, {u"Salto"_s, 3}});
+    EXPECT_EQ(list.Id(), 0) << "nothing is chosen by loading";
+    QSignalSpy typed(&list, &ListaConCompletado::tecleado);
+    QSignalSpy emptied(&list, &ListaConCompletado::vaciado);
+    QSignalSpy chosen(&list, &ListaConCompletado::elegido);
+    const auto key = [&list](Qt::Key k) { QTest::keyClick(&list, k); };
+    QObject::connect(&list, &ListaConCompletado::tecleado, &list, [&list](const QString &t) {
+        if (QString(u"montevideo"_s).startsWith(t.toLower()))
+            list.Proponer(1, u"Montevideo"_s);
+    });
+
+    QTest::keyClicks(&list, u"mon"_s);
+    EXPECT_EQ(list.currentText(), u"Montevideo"_s);
+    EXPECT_EQ(list.lineEdit()->selectedText(), u"tevideo"_s);
+    EXPECT_EQ(list.Id(), 1);
+    key(Qt::Key_Left);
+    key(Qt::Key_Right);
+    EXPECT_EQ(list.lineEdit()->selectedText(), u"tevideo"_s);
+    EXPECT_EQ(typed.size(), 3);
+    EXPECT_EQ(typed.last()[0], u"Mon"_s);
+
+    QTest::keyClicks(&list, u"x"_s);
+    EXPECT_EQ(list.currentText(), u"Monx"_s) << "the next key replaces what was proposed";
+    EXPECT_EQ(list.Id(), 0);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(list.currentText(), u"Mon"_s) << "what is erased is not proposed again";
+    EXPECT_EQ(typed.size(), 4);
+    EXPECT_EQ(chosen.size(), 0);
+
+    list.Cargar({{u"Artigas"_s, 4}, {u"Montevideo"_s, 1}, {u"Salto"_s, 3}});
+    EXPECT_EQ(list.currentText(), u"Mon"_s);
+    list.SeleccionarItem(1);
+    key(Qt::Key_Down);
+    ASSERT_EQ(chosen.size(), 1);
+    EXPECT_EQ(chosen[0][0], 3);
+    EXPECT_EQ(list.currentText(), u"Salto"_s);
+    list.lineEdit()->selectAll();
+    key(Qt::Key_Delete);
+    EXPECT_EQ(emptied.size(), 1);
+    list.SeleccionarItem(77);
+    EXPECT_EQ(list.currentText(), QString());
+}
+
+TEST_F(TypedBoxes, TheHelpLineKeepsTheWholeText)
+{
+    LineaDeAyuda line;
+    line.resize(80, 20);
+    const QString text = u"a text that is <much> too long for the line"_s;
+    line.Fallo(text);
+    EXPECT_EQ(line.text(), text);
+    EXPECT_EQ(line.accessibleName(), text);
+    EXPECT_TRUE(line.toolTip().contains(u"&lt;much&gt;"_s));
+    EXPECT_LT(line.minimumSizeHint().width(), 80) << "it must not widen its form";
+    line.Limpiar();
+    EXPECT_TRUE(line.text().isEmpty() && line.toolTip().isEmpty());
+}

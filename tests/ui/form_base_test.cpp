@@ -1,9 +1,14 @@
 #include "support/clinic.h"
+#include "ui/completion_list.h"
 #include "ui/form_base.h"
+#include "ui/form_registry.h"
+#include "ui/quick_key.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
@@ -51,7 +56,116 @@ protected:
     std::optional<Formulario> form;
 };
 
+/// A list and a box of several lines between two lines.
+class ConListas : public FormBase
+{
+public:
+    explicit ConListas(Sesion &s) : FormBase(s, u"frmlistas"_s)
+    {
+        auto *column = new QVBoxLayout(this);
+        column->addWidget(first = new QLineEdit);
+        column->addWidget(list = new ListaConCompletado);
+        column->addWidget(notes = new QPlainTextEdit);
+        column->addWidget(last = new QLineEdit);
+        enterChain({first, list, notes, last});
+        refuseApostropheIn({list, notes});
+    }
+    void activated() override
+    {
+        ++activations;
+        if (fails)
+            throw std::runtime_error("broken");
+    }
+
+    QLineEdit *first, *last;
+    ListaConCompletado *list;
+    QPlainTextEdit *notes;
+    int activations = 0;
+    bool fails = false;
+};
+
 } // namespace
+
+TEST_F(BaseForm, EnterPassesThroughListsAndWritesNewLinesInNotes)
+{
+    ConListas f(s);
+    f.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    f.first->setFocus();
+    QTest::keyClick(f.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(f.focusWidget(), f.list);
+    QTest::keyClick(f.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(f.focusWidget(), f.notes);
+    QTest::keyClick(f.notes, Qt::Key_A);
+    QTest::keyClick(f.notes, Qt::Key_Return);
+    EXPECT_EQ(f.notes->toPlainText(), u"a\n"_s);
+    QTest::keyClick(f.notes, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(f.focusWidget(), f.last);
+    f.list->setFocus();
+    QTest::keyClick(f.list->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(f.focusWidget(), f.notes);
+    QTest::keyClick(f.list, Qt::Key_Escape);
+    EXPECT_FALSE(f.isVisible());
+}
+
+TEST_F(BaseForm, ListsAndNotesRefuseTheApostropheToo)
+{
+    ConListas f(s);
+    f.notes->setPlainText(u"stored 'so'"_s);
+    f.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    ask.Espera(s(4624));
+    f.list->setFocus();
+    QTest::keyClicks(f.list, u"O'H"_s);
+    EXPECT_EQ(f.list->currentText(), u"OH"_s);
+    EXPECT_EQ(f.notes->toPlainText(), u"stored 'so'"_s) << "nobody touched it";
+    f.notes->setFocus();
+    f.notes->selectAll();
+    QGuiApplication::clipboard()->setText(u"D'Angelo 'x'"_s);
+    f.notes->paste();
+    EXPECT_EQ(f.notes->toPlainText(), u"D Angelo  x "_s);
+    ask.Espera(s(4624));
+    QTest::keyClicks(f.notes, u"'"_s);
+}
+
+TEST_F(BaseForm, ComingBackToAFormIsToldAndAFailureThereIsToldOnce)
+{
+    ConListas f(s);
+    f.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    EXPECT_EQ(f.activations, 1);
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*form));
+    f.fails = true;
+    ask.Espera(s(4604));
+    f.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    EXPECT_EQ(f.activations, 2);
+}
+
+TEST_F(BaseForm, TheQuickFindOpensFromAnyFormButNotBeforeTheLogin)
+{
+    struct Busqueda : FormBase {
+        explicit Busqueda(Sesion &s_) : FormBase(s_, u"frmBusquedaRapida"_s) {}
+    };
+    Formularios forms;
+    forms.Registrar(u"frmBusquedaRapida"_s, [this] { return new Busqueda(s); });
+    auto *app = qobject_cast<QApplication *>(QCoreApplication::instance());
+    InstalarBusquedaRapida(*app, forms);
+    const auto found = [&forms] { return forms.Cargar(u"frmBusquedaRapida"_s); };
+
+    form->first->setText(u"typed"_s);
+    form->first->setCursorPosition(0);
+    form->setObjectName(u"frminicio"_s);
+    QTest::keyClick(form->first, Qt::Key_K, Qt::ControlModifier);
+    EXPECT_FALSE(found()->isVisible());
+    form->setObjectName(u"frmprueba"_s);
+    form->first->setText(u"typed"_s);
+    QTest::keyClick(form->first, Qt::Key_K, Qt::ControlModifier);
+    EXPECT_TRUE(found()->isVisible());
+    EXPECT_EQ(form->first->text(), u"typed"_s) << "the box has no say in this key";
+    delete app->findChild<QObject *>(u"TeclaDeBusqueda"_s);
+}
 
 TEST_F(BaseForm, EnterWalksTheBoxesAndPressesTheButtonAtTheEnd)
 {

@@ -21,8 +21,11 @@ TEST(Theme, EveryColourOfTheSettingGivesReadableText)
                 EXPECT_GE(Contraste(p.textoSuave, ground), 4.5);
                 EXPECT_GE(Contraste(p.acento, ground), 4.5);
                 EXPECT_GE(Contraste(p.error, ground), 4.5);
+                EXPECT_GE(Contraste(p.logro, ground), 4.5);
             }
             EXPECT_GE(Contraste(p.texto, p.acentoSuave), 7);
+            EXPECT_GE(Contraste(p.texto, p.alerta), 7);
+            EXPECT_GE(Contraste(p.texto, p.aviso), 6);
             EXPECT_GE(Contraste(p.sobreAcento, p.acento), 4.5);
             EXPECT_GE(Contraste(p.sobreMarco, p.marco), 7);
         }

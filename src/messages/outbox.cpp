@@ -212,9 +212,12 @@ void Fallar(Sesion &s)
         AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
 }
 
-bool EstaMuerto(Sesion &s, int idm)
+// The deceased, and who was deleted since the task was made, get nothing.
+bool NoRecibe(Sesion &s, int idm, int idc)
 {
-    return idm != 0 && s.clientes->Leer("select dec from mascotas where idm = ?", idm).toBool();
+    if (idm != 0 && s.clientes->Leer("select dec from mascotas where idm = ?", idm).toBool())
+        return true;
+    return s.clientes->Leer("select idc from clientes where idc = ?", idc).EsNulo();
 }
 
 // One message per reason and addressee: the tasks behind it with the same ones count as sent.
@@ -246,11 +249,11 @@ void EnviarCorreos(Sesion &s)
         s.avance.Barra(r.AbsolutePosition(), total);
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
         const int idm = PacienteDe(tip, ida);
-        if (!Sale(tip, r["medio"].toInt()) || EstaMuerto(s, idm)) {
+        const int idc = DestinatarioDeTarea(s, tip, ida);
+        if (!Sale(tip, r["medio"].toInt()) || NoRecibe(s, idm, idc)) {
             r.MoveNext();
             continue;
         }
-        const int idc = DestinatarioDeTarea(s, tip, ida);
         const QString texto =
             ComponerMensaje(s, PlantillaDe(tip), idc, idm, r["ArtAux"].toInt(), 1);
         if (EnviarCorreo(s, *correo, AsuntoDe(s, tip), idc, texto)) {
@@ -283,11 +286,11 @@ void EnviarCartas(Sesion &s)
         const int idm = PacienteDe(tip, ida);
         const bool deCarta = tip == TipoTarea::Cumpleanos || tip == TipoTarea::RecordatorioDosis
                              || tip == TipoTarea::RecordatorioDeuda;
-        if (!deCarta || EstaMuerto(s, idm)) {
+        const int idc = DestinatarioDeTarea(s, tip, ida);
+        if (!deCarta || NoRecibe(s, idm, idc)) {
             r.MoveNext();
             continue;
         }
-        const int idc = DestinatarioDeTarea(s, tip, ida);
         const QString texto = ComponerMensaje(s, tip, idc, idm, r["ArtAux"].toInt(), 2);
         // Noted as sent before the question: answering No drops it, on purpose.
         MarcarEnviada(s, r);

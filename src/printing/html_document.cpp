@@ -31,17 +31,18 @@ int DocumentoHtml::Componer(QPaintDevice &dispositivo, QSizeF area)
     m_texto = std::make_unique<QTextDocument>();
     // Sizes in the text are those of a sheet, not of a screen.
     m_texto->documentLayout()->setPaintDevice(&dispositivo);
-    QFont letra(u"Inter"_s);
-    letra.setPointSizeF(PuntosDelTexto);
-    m_texto->setDefaultFont(letra);
+    m_texto->setDefaultFont(LetraDeDocumento(PuntosDelTexto));
     m_texto->setDocumentMargin(0);
     QString html = m_html;
     if (!m_cabecera.isNull()) {
         m_texto->addResource(QTextDocument::ImageResource, QUrl(u"cabecera"_s), m_cabecera);
-        const double alto = m_pagina.width() * m_cabecera.height() / qMax(1, m_cabecera.width());
-        html.prepend(u"<p><img src=\"cabecera\" width=\"%1\" height=\"%2\"></p>"_s
-                         .arg(m_pagina.width(), 0, 'f', 0)
-                         .arg(qMin(alto, m_pagina.height() / 3), 0, 'f', 0));
+        // Pictures in a text are measured as on a screen of 96 dpi.
+        const double ancho = area.width() / 25.4 * 96;
+        const double alto = qMin(ancho * m_cabecera.height() / qMax(1, m_cabecera.width()),
+                                 area.height() / 25.4 * 96 / 3);
+        html.prepend(
+            u"<p><img src=\"cabecera\" width=\"%1\" height=\"%2\"></p>"_s.arg(ancho, 0, 'f', 0)
+                .arg(alto, 0, 'f', 0));
     }
     m_texto->setHtml(html);
     m_texto->setPageSize(m_pagina);

@@ -9,12 +9,19 @@
 
 using namespace Qt::StringLiterals;
 
+QFont LetraDeDocumento(double puntos)
+{
+    QFont letra(u"Inter"_s);
+    letra.setPointSizeF(puntos);
+    letra.setStyleStrategy(QFont::PreferNoShaping);
+    return letra;
+}
+
 Hoja::Hoja(QPainter &pintor) : m_pintor(pintor), m_porMm(pintor.device()->logicalDpiX() / 25.4) {}
 
 QFont Hoja::Letra(double puntos, bool negrita) const
 {
-    QFont letra(u"Inter"_s);
-    letra.setPointSizeF(puntos);
+    QFont letra = LetraDeDocumento(puntos);
     letra.setBold(negrita);
     return letra;
 }

@@ -40,5 +40,9 @@ private:
     double m_porMm; // device pixels
 };
 
+/// The typeface of all documents. Without the variants of signs by their neighbours, which are
+/// drawings without a code: what is searched for in a PDF must be there.
+QFont LetraDeDocumento(double puntos);
+
 /// Points to millimetres.
 inline constexpr double MmPorPunto = 25.4 / 72;

@@ -2,6 +2,7 @@
 
 #include "clients/frmbusqueda.h"
 #include "clients/frmbusquedarapida.h"
+#include "clients/frmimportar.h"
 #include "clients/frmpropietarios.h"
 #include "clients/frmtel.h"
 #include "ui/form_registry.h"
@@ -13,6 +14,7 @@ void RegistrarFormulariosDeClientes(Sesion &s, Formularios &formularios)
     formularios.Registrar(u"frmPropietarios"_s,
                           [&] { return new frmPropietarios(s, formularios); });
     formularios.Registrar(u"frmTel"_s, [&s] { return new frmTel(s); });
+    formularios.Registrar(u"frmImportar"_s, [&s] { return new frmImportar(s); });
     formularios.Registrar(u"frmBusquedaMascotas"_s,
                           [&] { return new frmBusqueda(s, formularios, Busqueda::Mascotas); });
     formularios.Registrar(u"frmBusquedaClientes"_s,

@@ -127,6 +127,7 @@ void frmImportar::build()
     all->addWidget(barAvance);
     all->addLayout(foot);
 
+    enterChain({cmbOrden, txtPropietario, cmdProbar});
     connect(cmdElegir, &QPushButton::clicked, this, &frmImportar::choose);
     connect(cmdProbar, &QPushButton::clicked, this, [this] { run(false); });
     connect(cmdImportar, &QPushButton::clicked, this, [this] { run(true); });
@@ -159,7 +160,6 @@ QWidget *frmImportar::buildColumns()
     auto *owner = new QLabel(m_s(SinPropietario));
     owner->setBuddy(txtPropietario);
     cmdProbar = named(new QPushButton(m_s(Probar)), u"cmdProbar"_s, plain(m_s(Probar)));
-    enterChain({cmbOrden, txtPropietario, cmdProbar});
     auto *choices = new QHBoxLayout;
     choices->setSpacing(Espacio::S);
     choices->addWidget(order);

@@ -816,6 +816,8 @@ void Plan::Contar()
 
 // --- Writing
 
+// The id of an entry, which is added when the first row that uses it is written. That it is new the
+// plan knows: asking the file again for each would take as long as the list is, every time.
 int Plan::Escrita(ListaPrevista &lista, int lugar)
 {
     if (lugar < 0)
@@ -824,19 +826,24 @@ int Plan::Escrita(ListaPrevista &lista, int lugar)
     ++e.usos;
     if (e.id)
         return e.id;
+    e.id = TomarIdentificador(s, lista.contador, lista.maximo);
     switch (lista.lista) {
     case Lista::Region:
-        return e.id = AsegurarRegion(s, e.nom, e.codigo);
-    case Lista::Subregion:
-        return e.id = AsegurarSubregion(s, e.nom, e.codigo, regiones.Id(e.padre));
-    case Lista::Raza:
-        return e.id = AsegurarRaza(s, e.nom, especies.Id(e.padre));
-    default:
+        s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (?, ?, ?)", e.id,
+                            e.nom, e.codigo);
         break;
+    case Lista::Subregion:
+        s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", e.id,
+                            e.nom, e.codigo, regiones.Id(e.padre));
+        break;
+    case Lista::Raza:
+        s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", e.id, e.nom,
+                            especies.Id(e.padre));
+        break;
+    default:
+        s.clientes->Execute("insert into " + std::string(lista.tabla) + " (id, nom) values (?, ?)",
+                            e.id, e.nom);
     }
-    e.id = TomarIdentificador(s, lista.contador, lista.maximo);
-    s.clientes->Execute("insert into " + std::string(lista.tabla) + " (id, nom) values (?, ?)",
-                        e.id, e.nom);
     return e.id;
 }
 

@@ -1,7 +1,20 @@
 #include "clients/delimited_file.h"
+#include "clients/frmimportar.h"
 #include "clients/import.h"
 #include "store/settings_row.h"
 #include "support/clinic.h"
+#include "ui/grid.h"
+
+#include <QComboBox>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -415,4 +428,125 @@ TEST_F(Importacion, WhatWasWrittenBeforeAStopStaysAndIsTold)
     const InformeDeImportacion resto = DosVeces(o);
     EXPECT_EQ(resto.clientesNuevos * 10000 + resto.clientesExistentes, 3001000);
     EXPECT_EQ(s.morvane->Leer("select count(*) from perfiles").toInt(), 1300);
+}
+
+class FormularioDeImportacion : public Importacion
+{
+protected:
+    FormularioDeImportacion()
+    {
+        s.carpetaDePrograma = carpeta.path() + u'/';
+        form.emplace(s);
+        form->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&*form));
+    }
+    template <typename W>
+    W *Control(const QString &nombre)
+    {
+        W *w = form->findChild<W *>(nombre);
+        EXPECT_NE(w, nullptr) << nombre.toStdString();
+        return w;
+    }
+    QPushButton *Boton(const QString &nombre) { return Control<QPushButton>(nombre); }
+    QComboBox *Columna(int n) { return Control<QComboBox>(u"cmbColumna%1"_s.arg(n)); }
+    void Abrir(const QByteArray &bytes) { form->opened({{u"archivo"_s, Archivo(bytes)}}); }
+    QString Resumen() { return Control<QLabel>(u"lblResumen"_s)->text(); }
+
+    std::optional<frmImportar> form;
+};
+
+TEST_F(FormularioDeImportacion, TriesAndThenWritesAndShowsWhatBecameOfEachLine)
+{
+    EXPECT_FALSE(Boton(u"cmdProbar"_s)->isEnabled());
+    Abrir("owner,phone,pet,kind\nAnn O'Hara,555001,Rex,Dog\nAnn O'Hara,555001,,Cat\n");
+    EXPECT_EQ(Columna(1)->currentIndex(), int(Dato::Cliente));
+    EXPECT_EQ(Columna(4)->currentIndex(), int(Dato::Nada));
+    EXPECT_FALSE(Boton(u"cmdImportar"_s)->isEnabled());
+    Columna(4)->setCurrentIndex(int(Dato::Especie));
+    Q_EMIT Columna(4)->activated(int(Dato::Especie));
+
+    EXPECT_EQ(form->focusWidget(), Boton(u"cmdProbar"_s));
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(Resumen().contains(s(9767).arg(u"1"_s, u"0"_s))) << Resumen().toStdString();
+    EXPECT_EQ(s.clientes->Leer("select count(*) from mascotas").toInt(), 0);
+    auto *grilla = Control<Grilla>(u"grdInforme"_s);
+    ASSERT_EQ(grilla->Modelo()->Filas(), 2);
+    EXPECT_EQ(grilla->Modelo()->TextoDeCelda(1, 4), s(9783));
+    auto *mostrar = Control<QComboBox>(u"cmbMostrar"_s);
+    for (const auto &[lugar, filas] : {std::pair(1, 1), {2, 0}, {3, 1}, {5, 1}, {0, 2}}) {
+        mostrar->setCurrentIndex(lugar);
+        Q_EMIT mostrar->activated(lugar);
+        EXPECT_EQ(grilla->Modelo()->Filas(), filas) << lugar;
+    }
+
+    // What is changed must be tried again before it is written; one datum stands in one column.
+    Columna(2)->setCurrentIndex(int(Dato::Especie));
+    Q_EMIT Columna(2)->activated(int(Dato::Especie));
+    EXPECT_EQ(Columna(4)->currentIndex(), 0);
+    EXPECT_FALSE(Boton(u"cmdImportar"_s)->isEnabled());
+    EXPECT_EQ(grilla->Modelo()->Filas(), 0);
+    Columna(4)->setCurrentIndex(int(Dato::Especie));
+    Q_EMIT Columna(4)->activated(int(Dato::Especie));
+
+    Boton(u"cmdProbar"_s)->click();
+    EXPECT_EQ(form->focusWidget(), Boton(u"cmdImportar"_s));
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(Resumen().endsWith(s(9771)));
+    EXPECT_FALSE(Boton(u"cmdImportar"_s)->isEnabled());
+    EXPECT_EQ(Filas(*s.clientes, "select nom, esp from mascotas"), u"Rex|1\n"_s);
+}
+
+TEST_F(FormularioDeImportacion, AsksForWhatTheFileDoesNotTell)
+{
+    Abrir("pet,birthday\nRex,3/4/2019\n");
+    Boton(u"cmdProbar"_s)->click();
+    auto *dueno = Control<QLineEdit>(u"txtPropietario"_s);
+    EXPECT_EQ(form->focusWidget(), dueno);
+    QTest::keyClicks(dueno, u"Shelter"_s);
+    Boton(u"cmdProbar"_s)->click();
+    auto *orden = Control<QComboBox>(u"cmbOrden"_s);
+    EXPECT_EQ(form->focusWidget(), orden);
+    QTest::keyClick(orden, Qt::Key_Down);
+    QTest::keyClick(orden, Qt::Key_Down); // month first
+    Boton(u"cmdProbar"_s)->click();
+    Boton(u"cmdImportar"_s)->click();
+    EXPECT_EQ(Filas(*s.clientes, "select nom, fecn from mascotas"), u"Rex|2019-03-04\n"_s);
+
+    // A file that is none leaves nothing of the former one behind.
+    Abrir("PK\x03\x04\0\0"_ba.append('\0'));
+    EXPECT_TRUE(Control<QLabel>(u"Ayu"_s)->text().contains(s(9775)));
+    EXPECT_FALSE(Boton(u"cmdProbar"_s)->isEnabled());
+}
+
+TEST_F(FormularioDeImportacion, TakesADroppedFileAndStopsWhenAskedTo)
+{
+    QByteArray filas = "cliente,mascota\n";
+    for (int i = 0; i < 3000; ++i)
+        filas += "Cliente " + QByteArray::number(i) + " x,Rex\n";
+    QMimeData datos;
+    datos.setUrls({QUrl::fromLocalFile(Archivo(filas))});
+    QDragEnterEvent llega({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&*form, &llega);
+    ASSERT_TRUE(llega.isAccepted());
+    QDropEvent suelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&*form, &suelta);
+    ASSERT_EQ(Columna(2)->currentIndex(), int(Dato::Mascota));
+
+    Boton(u"cmdProbar"_s)->click();
+    // ESC stops the work as soon as some of it is written, and does not close the form.
+    QTimer mira;
+    QObject::connect(&mira, &QTimer::timeout, &*form, [this] {
+        auto *barra = Control<QProgressBar>(u"barAvance"_s);
+        if (barra->isVisible() && barra->maximum() == 3000 && barra->value() >= 1000)
+            QTest::keyClick(&*form, Qt::Key_Escape);
+    });
+    mira.start(0);
+    Boton(u"cmdImportar"_s)->click();
+    mira.stop();
+    EXPECT_TRUE(form->isVisible());
+    const int escritas = s.clientes->Leer("select count(*) from mascotas").toInt();
+    EXPECT_TRUE(escritas >= 1000 && escritas < 3000) << escritas;
+    EXPECT_TRUE(Resumen().contains(s(9772).arg(QLocale().toString(escritas + 1))));
+    QTest::keyClick(&*form, Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
 }

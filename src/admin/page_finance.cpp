@@ -2,6 +2,7 @@
 #include "store/settings_row.h"
 #include "ui/bound.h"
 #include "ui/boxes.h"
+#include "ui/theme.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -93,6 +94,7 @@ void addChecks(const ContextoDePagina &c, QFormLayout *rows)
 void addColours(const ContextoDePagina &c, QFormLayout *rows)
 {
     auto *line = new QHBoxLayout;
+    line->setSpacing(Espacio::S);
     for (const Ajuste &setting : productColours) {
         QPushButton *button =
             Parte::Boton(c.s(setting.titulo), QString::fromLatin1(setting.columna));

@@ -130,9 +130,10 @@ QWidget *PaginaDeAspecto(const ContextoDePagina &c)
     auto *page = new QWidget;
     QVBoxLayout *column = Parte::Columna(page);
     Parte::Seccion(column, c.s(Color), c.s(NotaDeColor))->addRow(new ColorDelPrograma(c));
-    auto *units = new GrupoDeOpciones(c.s(Unidades), {{1, c.s(Kilos)}, {2, c.s(Libras)}});
-    units->setObjectName(u"KgLbs"_s);
+    auto *units = named(new GrupoDeOpciones({}, {{1, c.s(Kilos)}, {2, c.s(Libras)}}), u"KgLbs"_s,
+                        c.s(Unidades));
+    units->setMaximumWidth(Parte::AnchoDeTexto);
     Atar::Opciones(c.s, c.guarded, units, "KgLbs");
-    column->addWidget(units);
+    Parte::Seccion(column, c.s(Unidades))->addRow(units);
     return page;
 }

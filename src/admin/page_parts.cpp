@@ -94,8 +94,11 @@ QPushButton *Parte::Boton(const QString &titulo, const QString &nombre)
 QIcon Parte::Muestra(const QColor &color)
 {
     QIcon icon;
-    icon.addPixmap(paintSwatch(color, false), QIcon::Normal, QIcon::Off);
-    icon.addPixmap(paintSwatch(color, true), QIcon::Normal, QIcon::On);
+    // In every mode, or the style would tint the colour that is to be shown.
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Selected}) {
+        icon.addPixmap(paintSwatch(color, false), mode, QIcon::Off);
+        icon.addPixmap(paintSwatch(color, true), mode, QIcon::On);
+    }
     return icon;
 }
 

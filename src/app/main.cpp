@@ -7,6 +7,7 @@
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
 #include "clients/client_forms.h"
+#include "printing/printer.h"
 #include "startup/daily_automation.h"
 #include "startup/frminicio.h"
 #include "startup/new_folder.h"
@@ -74,7 +75,7 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     AplicarTema(app, 1);
 
     DialogosDeVentana dialogos{Textos(idioma)};
-    SinImpresion impresion;
+    ImpresionDeEscritorio impresion;
     Sesion s(dialogos, impresion, idioma);
     FijarCarpetaDeDatos(s, opciones.datos);
 

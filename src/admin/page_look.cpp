@@ -132,7 +132,6 @@ QWidget *PaginaDeAspecto(const ContextoDePagina &c)
     Parte::Seccion(column, c.s(Color), c.s(NotaDeColor))->addRow(new ColorDelPrograma(c));
     auto *units = named(new GrupoDeOpciones({}, {{1, c.s(Kilos)}, {2, c.s(Libras)}}), u"KgLbs"_s,
                         c.s(Unidades));
-    units->setMaximumWidth(Parte::AnchoDeTexto);
     Atar::Opciones(c.s, c.guarded, units, "KgLbs");
     Parte::Seccion(column, c.s(Unidades))->addRow(units);
     return page;

@@ -22,6 +22,7 @@ enum Texto {
     NotaDeColor,
     NombresDeColores,
     OtroColor,
+    NotaDeUnidades = 9629,
 };
 
 constexpr int ownColour = 1;
@@ -132,7 +133,8 @@ QWidget *PaginaDeAspecto(const ContextoDePagina &c)
     Parte::Seccion(column, c.s(Color), c.s(NotaDeColor))->addRow(new ColorDelPrograma(c));
     auto *units = named(new GrupoDeOpciones({}, {{1, c.s(Kilos)}, {2, c.s(Libras)}}), u"KgLbs"_s,
                         c.s(Unidades));
+    units->setFlat(true); // the heading stands above it
     Atar::Opciones(c.s, c.guarded, units, "KgLbs");
-    Parte::Seccion(column, c.s(Unidades))->addRow(units);
+    Parte::Seccion(column, c.s(Unidades), c.s(NotaDeUnidades))->addRow(units);
     return page;
 }

@@ -133,7 +133,10 @@ QWidget *PaginaDeAspecto(const ContextoDePagina &c)
     Parte::Seccion(column, c.s(Color), c.s(NotaDeColor))->addRow(new ColorDelPrograma(c));
     auto *units = named(new GrupoDeOpciones({}, {{1, c.s(Kilos)}, {2, c.s(Libras)}}), u"KgLbs"_s,
                         c.s(Unidades));
-    units->setFlat(true); // the heading stands above it
+    // The heading stands above it, so that it needs no frame of its own.
+    units->setStyleSheet(
+        u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
+    units->layout()->setContentsMargins(0, 0, 0, 0);
     Atar::Opciones(c.s, c.guarded, units, "KgLbs");
     Parte::Seccion(column, c.s(Unidades), c.s(NotaDeUnidades))->addRow(units);
     return page;

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-enum Texto { FechaInvalida = 9300, DiaPrimero = 9301, MesAntes = 9302, FormaDeHora = 9303 };
+enum Texto { FechaInvalida = 9300, DiaPrimero = 9301, MesAntes = 9302 };
 
 constexpr int mostDigits = 9;     // what fits an int whatever the digits are
 constexpr int longestNumber = 21; // of an amount, with sign and mark

@@ -52,21 +52,18 @@ const Valor &celda(const FilaDeGrilla &fila, int columna)
     return columna < fila.celdas.size() ? fila.celdas[columna] : none;
 }
 
-/// A key whose plain order is the order of jet::Comparar: the letters without accents and, for
-/// texts that have some, the letters with them behind a mark that sorts before all letters.
-QString orderKey(const QString &text)
+/// A key whose plain order is the order of jet::Comparar: the letters without accents and, for a
+/// text that has some, the letters with them behind a mark that sorts before all letters.
+std::string orderKey(const QString &text)
 {
-    const std::string folded = jet::Plegar(text.toStdString());
-    const QString whole = QString::fromStdString(folded);
-    if (qsizetype(folded.size()) == whole.size()) // nothing but ASCII
-        return whole;
-    const QString decomposed = whole.normalized(QString::NormalizationForm_D);
-    QString key;
-    key.reserve(2 * decomposed.size() + 1);
-    for (const QChar c : decomposed)
-        if (!c.isMark())
-            key += c;
-    return key + QChar(u'\0') + decomposed;
+    const std::string utf8 = text.toStdString();
+    const std::string folded = jet::Plegar(utf8);
+    std::string key = jet::Llano(utf8);
+    if (key != folded)
+        key +=
+            '\0'
+            + QString::fromStdString(folded).normalized(QString::NormalizationForm_D).toStdString();
+    return key;
 }
 
 /// Value by which a cell of any class but Texto is sorted; empty cells before all others.
@@ -103,25 +100,19 @@ QString numberText(const Valor &v)
 } // namespace
 
 // The rows stay where they were put; `orden` says which of them stands where on screen, so that a
-// sort moves numbers and leaves the keys of searches and sorts valid.
+// sort moves numbers and leaves its keys valid.
 struct ModeloDeGrilla::Interno {
-    struct Claves {
-        std::vector<std::string> plegados; // of the texts shown, for searches; empty until needed
-        std::vector<QString> ordenes;      // of a column of texts, for sorts; the same
-    };
-
     QString si, no;
     QList<ColumnaDeGrilla> columnas;
     std::vector<FilaDeGrilla> filas;
     std::vector<int> orden;
-    std::vector<Claves> claves; // of each column
+    /// Of each column of texts, one for each of `filas`; empty until it is sorted by.
+    std::vector<std::vector<std::string>> claves;
     int columnaDeOrden = -1;
     Qt::SortOrder sentido = Qt::AscendingOrder;
 
     const Valor &Celda(int i, int columna) const { return celda(filas[size_t(i)], columna); }
     QString Texto(int i, int columna) const;
-
-    const std::vector<std::string> &Plegados(int columna);
     void Ordenar();
     bool Antes(const FilaDeGrilla &a, const FilaDeGrilla &b, int columna) const;
     void Agregar(FilaDeGrilla fila);
@@ -154,17 +145,6 @@ QString ModeloDeGrilla::Interno::Texto(int i, int columna) const
     return {};
 }
 
-const std::vector<std::string> &ModeloDeGrilla::Interno::Plegados(int columna)
-{
-    auto &keys = claves[size_t(columna)].plegados;
-    if (keys.empty()) {
-        keys.reserve(filas.size());
-        for (int i = 0; i < int(filas.size()); ++i)
-            keys.push_back(jet::Plegar(Texto(i, columna).toStdString()));
-    }
-    return keys;
-}
-
 void ModeloDeGrilla::Interno::Ordenar()
 {
     if (columnaDeOrden < 0)
@@ -179,7 +159,7 @@ void ModeloDeGrilla::Interno::Ordenar()
     };
     const Clase clase = columnas[columnaDeOrden].clase;
     if (clase == Clase::Texto) {
-        auto &keys = claves[size_t(columnaDeOrden)].ordenes;
+        auto &keys = claves[size_t(columnaDeOrden)];
         if (keys.empty()) {
             keys.reserve(filas.size());
             for (int i = 0; i < int(filas.size()); ++i)
@@ -210,13 +190,9 @@ void ModeloDeGrilla::Interno::Agregar(FilaDeGrilla fila)
 {
     filas.push_back(std::move(fila));
     const int i = int(filas.size()) - 1;
-    for (int c = 0; c < columnas.size(); ++c) {
-        Claves &keys = claves[size_t(c)];
-        if (!keys.plegados.empty())
-            keys.plegados.push_back(jet::Plegar(Texto(i, c).toStdString()));
-        if (!keys.ordenes.empty())
-            keys.ordenes.push_back(orderKey(Texto(i, c)));
-    }
+    for (int c = 0; c < columnas.size(); ++c)
+        if (auto &keys = claves[size_t(c)]; !keys.empty())
+            keys.push_back(orderKey(Texto(i, c)));
 }
 
 ModeloDeGrilla::ModeloDeGrilla(const Sesion &s, QList<ColumnaDeGrilla> columnas, QObject *parent)
@@ -267,13 +243,9 @@ void ModeloDeGrilla::Cambiar(int fila, FilaDeGrilla datos)
         return;
     const int i = d->orden[size_t(fila)];
     d->filas[size_t(i)] = std::move(datos);
-    for (int c = 0; c < d->columnas.size(); ++c) {
-        Interno::Claves &keys = d->claves[size_t(c)];
-        if (!keys.plegados.empty())
-            keys.plegados[size_t(i)] = jet::Plegar(d->Texto(i, c).toStdString());
-        if (!keys.ordenes.empty())
-            keys.ordenes[size_t(i)] = orderKey(d->Texto(i, c));
-    }
+    for (int c = 0; c < d->columnas.size(); ++c)
+        if (auto &keys = d->claves[size_t(c)]; !keys.empty())
+            keys[size_t(i)] = orderKey(d->Texto(i, c));
     Q_EMIT dataChanged(index(fila, 0), index(fila, columnCount() - 1));
 }
 
@@ -287,12 +259,9 @@ void ModeloDeGrilla::Quitar(int fila)
     for (int &i : d->orden)
         i -= i > gone;
     d->filas.erase(d->filas.begin() + gone);
-    for (Interno::Claves &keys : d->claves) {
-        if (!keys.plegados.empty())
-            keys.plegados.erase(keys.plegados.begin() + gone);
-        if (!keys.ordenes.empty())
-            keys.ordenes.erase(keys.ordenes.begin() + gone);
-    }
+    for (auto &keys : d->claves)
+        if (!keys.empty())
+            keys.erase(keys.begin() + gone);
     endRemoveRows();
 }
 
@@ -317,32 +286,22 @@ int ModeloDeGrilla::BuscarEnGrilla(const Valor &valor, int columna, int desde, i
 {
     if (columna < 0 || columna >= d->columnas.size() || valor.EsNulo())
         return -1;
-    desde = std::max(desde, 0);
-    hasta = std::min(hasta, Filas() - 1);
-    if (const auto *text = valor.Es<QString>()) {
-        if (desde > hasta)
-            return -1;
-        const std::string wanted = jet::Plegar(text->toStdString());
-        const auto &keys = d->Plegados(columna);
-        for (int f = desde; f <= hasta; ++f)
-            if (keys[size_t(d->orden[size_t(f)])].starts_with(wanted))
-                return f;
-        return -1;
-    }
-    for (int f = desde; f <= hasta; ++f) {
-        const Valor &cell = d->Celda(d->orden[size_t(f)], columna);
-        if (cell.EsNulo())
-            continue;
-        // A text that is no number equals none, not even 0.
-        if (const auto *text = cell.Es<QString>()) {
-            if (*text == valor.toText())
-                return f;
-        } else if (cell == valor
-                   || (isNumeric(d->columnas[columna].clase)
-                       && cell.toDouble() == valor.toDouble())) {
+    const QString *wanted = valor.Es<QString>();
+    const bool number = isNumeric(d->columnas[columna].clase);
+    const auto matches = [&](int i) {
+        const Valor &cell = d->Celda(i, columna);
+        const QString *text = cell.Es<QString>();
+        if (wanted)
+            return text ? text->startsWith(*wanted, Qt::CaseInsensitive)
+                        : d->Texto(i, columna).startsWith(*wanted, Qt::CaseInsensitive);
+        // A text that is no number equals none, not even 0; so does an empty cell.
+        if (text || cell.EsNulo())
+            return text && *text == valor.toText();
+        return cell == valor || (number && cell.toDouble() == valor.toDouble());
+    };
+    for (int f = std::max(desde, 0); f <= std::min(hasta, Filas() - 1); ++f)
+        if (matches(d->orden[size_t(f)]))
             return f;
-        }
-    }
     return -1;
 }
 
@@ -626,6 +585,17 @@ QString Grilla::ComoTexto() const
     return text;
 }
 
+QModelIndex Grilla::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // Rows are what is chosen here, so HOME and END go to the first and the last of them.
+    const int column = firstVisible(*Modelo());
+    if (action == MoveHome)
+        return Modelo()->index(0, column);
+    if (action == MoveEnd)
+        return Modelo()->index(Modelo()->Filas() - 1, column);
+    return QTableView::moveCursor(action, modifiers);
+}
+
 void Grilla::paintEvent(QPaintEvent *event)
 {
     QTableView::paintEvent(event);
@@ -711,6 +681,8 @@ void Grilla::exportAs(const QString &suffix)
         csv ? ExportarCsv(*Modelo(), file) : ExportarXlsx(*Modelo(), file);
     } catch (const ErrorDeAlmacen &e) {
         failure = e.descripcion;
+    } catch (const std::exception &e) {
+        failure = QString::fromUtf8(e.what());
     }
     QGuiApplication::restoreOverrideCursor();
     if (!failure.isEmpty()) {

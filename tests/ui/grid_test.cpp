@@ -135,7 +135,6 @@ TEST_F(Grid, FindsTheBeginningOfATextAndAnEqualNumber)
     EXPECT_EQ(model.BuscarEnGrilla(u"a"_s, Nombre, -5, 99), 2);
     EXPECT_EQ(model.BuscarEnGrilla(u"a"_s, Nombre, 0, 1), -1);
 
-    // What was found before must follow every change.
     model.sort(Nombre, Qt::AscendingOrder);
     EXPECT_EQ(shown(Nombre), u"andrea|Ángel|Milo"_s);
     EXPECT_EQ(find(u"mi"_s, Nombre), 2);
@@ -214,6 +213,11 @@ TEST_F(Grid, KeysTakeARowAndCopySeveral)
     ASSERT_EQ(taken.size(), 1);
     EXPECT_EQ(taken[0][0].toInt(), 1);
 
+    QTest::keyClick(&grid, Qt::Key_Home);
+    EXPECT_EQ(grid.FilasSeleccionadas(), QList<int>{0});
+    QTest::keyClick(&grid, Qt::Key_End);
+    EXPECT_EQ(grid.FilasSeleccionadas(), QList<int>{2});
+    QTest::keyClick(&grid, Qt::Key_Up);
     QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(grid.FilasSeleccionadas(), (QList<int>{1, 2}));
     QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);

@@ -90,7 +90,7 @@ private:
     // Species and unit may have changed on other pages; the choice stays.
     void refresh()
     {
-        const int before = species();
+        const int before = cmbAliEsp->count() > 0 ? species() : canine;
         const QSignalBlocker quiet(cmbAliEsp);
         cmbAliEsp->clear();
         for (const Entrada &e : CargarLista(m_c.s, Lista::Especie))

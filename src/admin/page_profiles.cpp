@@ -5,7 +5,7 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
-#include <QListWidget>
+#include <QGridLayout>
 #include <QRegularExpressionValidator>
 
 using namespace Qt::StringLiterals;
@@ -35,41 +35,43 @@ enum Texto {
     AlMes,
 };
 
-constexpr int categoryId = Qt::UserRole;
-
-void percentage(const ContextoDePagina &c, QFormLayout *section, std::string_view column, int hint)
+QLineEdit *percentage(const ContextoDePagina &c, QFormLayout *section, std::string_view column,
+                      int hint)
 {
     QLineEdit *box = FilaDeEntero(c, section, column, Porcentaje, 3, hint);
     static const QRegularExpression upTo100(u"[0-9]{0,2}|100"_s);
     box->setValidator(new QRegularExpressionValidator(upTo100, box));
+    return box;
 }
 
-/// The categories of products, those marked whose purchases make a good buyer.
-QListWidget *categories(const ContextoDePagina &c)
+/// The categories of products; those marked make a good buyer of whoever buys them.
+QWidget *categories(const ContextoDePagina &c)
 {
-    auto *list = new QListWidget;
+    auto *all = new QWidget;
+    auto *grid = new QGridLayout(all);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(Espacio::XL);
+    grid->setVerticalSpacing(Espacio::XS);
     Recordset r = c.s.finanzas->OpenSnapshot("select idcat, nom, CatPerfil from FLCategorias "
                                              "order by nom");
-    for (; !r.EOF_(); r.MoveNext()) {
-        auto *item = new QListWidgetItem(r["nom"].toText(), list);
-        item->setData(categoryId, r["idcat"].toInt());
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(r["CatPerfil"].toBool() ? Qt::Checked : Qt::Unchecked);
+    const int rows = (r.RecordCount() + 1) / 2;
+    for (int i = 0; !r.EOF_(); r.MoveNext(), ++i) {
+        const int id = r["idcat"].toInt();
+        const QString name = r["nom"].toText();
+        // Names are the clinic's own: an & in one is no letter to press.
+        auto *check = named(new QCheckBox(QString(name).replace(u'&', u"&&"_s)),
+                            u"CatPerfil%1"_s.arg(id), name);
+        check->setChecked(r["CatPerfil"].toBool());
+        grid->addWidget(check, i % rows, i / rows);
+        QObject::connect(check, &QCheckBox::clicked, check, [c, check, id](bool counts) {
+            if (!c.guarded([&] {
+                    c.s.finanzas->Execute("update flcategorias set CatPerfil = ? where idcat = ?",
+                                          counts, id);
+                }))
+                check->setChecked(!counts);
+        });
     }
-    QObject::connect(list, &QListWidget::itemChanged, list, [c, list](QListWidgetItem *item) {
-        const bool counts = item->checkState() == Qt::Checked;
-        if (c.guarded([&] {
-                c.s.finanzas->Execute("update flcategorias set CatPerfil = ? where idcat = ?",
-                                      counts, item->data(categoryId).toInt());
-            }))
-            return;
-        const QSignalBlocker quiet(list);
-        item->setCheckState(counts ? Qt::Unchecked : Qt::Checked);
-    });
-    if (list->count() > 0)
-        list->setCurrentRow(0);
-    list->setFixedSize(300, 6 * 26 + Espacio::S);
-    return list;
+    return all;
 }
 
 } // namespace
@@ -80,38 +82,45 @@ QWidget *PaginaDePerfiles(const ContextoDePagina &c)
     auto *page = new QWidget;
     auto *column = Parte::Columna(page);
     column->addWidget(Parte::Nota(s(AlMes) + u' ' + s(Destacado) + u'.'));
+    auto *top = new QFormLayout;
+    column->addLayout(top);
+    auto *show = FilaDeCasilla(c, top, u"LeerPerfil"_s, MostrarPerfil, AlMes);
+    Atar::Casilla(c.s, c.guarded, show, "LeerPerfil");
 
+    QList<QWidget *> chain;
     auto *buyers = Parte::Seccion(column, s(BuenComprador));
-    FilaDeEntero(c, buyers, "RegistrosBuenosCompradores", Minimo, 4, AyudaComprador);
-    percentage(c, buyers, "PorcentajeBuenosCompradores", AyudaComprador);
+    chain << FilaDeEntero(c, buyers, "RegistrosBuenosCompradores", Minimo, 4, AyudaComprador);
+    chain << percentage(c, buyers, "PorcentajeBuenosCompradores", AyudaComprador);
     auto *total = new CajaDeNumero(s);
     total->setObjectName(u"totalbuenoscompradores"_s);
     total->setFixedWidth(Parte::AnchoDeCifra);
+    total->setAlignment(Qt::AlignLeft); // like the whole numbers above it
     Parte::Fila(buyers, s(TotalDeVenta), total);
     Atar::Numero(c.s, c.guarded, total, "totalbuenoscompradores");
     AvisarAlEntrar(c, total, AyudaComprador);
-    auto *list = categories(c);
-    list->setObjectName(u"CatPerfil"_s);
-    Parte::Fila(buyers, s(Categorias), list);
-    AvisarAlEntrar(c, list, AyudaComprador);
+    chain << total;
+    auto *marks = categories(c);
+    Parte::Fila(buyers, s(Categorias), marks);
+    AvisarAlEntrar(c, marks, AyudaComprador);
+    for (auto *mark : marks->findChildren<QCheckBox *>())
+        chain << mark; // ENTER walks over them, SPACE marks
 
     auto *frequent = Parte::Seccion(column, s(Frecuente));
-    FilaDeEntero(c, frequent, "RegistrosFrecuente", Minimo, 4, AyudaFrecuente);
-    FilaDeEntero(c, frequent, "TiempoFrecuente", VisitaDentroDe, 4, AyudaFrecuente);
+    chain << FilaDeEntero(c, frequent, "RegistrosFrecuente", Minimo, 4, AyudaFrecuente);
+    chain << FilaDeEntero(c, frequent, "TiempoFrecuente", VisitaDentroDe, 4, AyudaFrecuente);
 
     auto *late = Parte::Seccion(column, s(DemoraDeudas));
-    FilaDeEntero(c, late, "RegistrosDemoraDeudas", Minimo, 4, AyudaDemora);
-    percentage(c, late, "PorcentajeDemoraDeudas", AyudaDemora);
+    chain << FilaDeEntero(c, late, "RegistrosDemoraDeudas", Minimo, 4, AyudaDemora);
+    chain << percentage(c, late, "PorcentajeDemoraDeudas", AyudaDemora);
 
     auto *missing = Parte::Seccion(column, s(OlvidaTurnos));
-    FilaDeEntero(c, missing, "RegistrosIncumplidorTurnos", Minimo, 4, AyudaTurnos);
-    percentage(c, missing, "PorcentajeIncumplidorTurnos", AyudaTurnos);
+    chain << FilaDeEntero(c, missing, "RegistrosIncumplidorTurnos", Minimo, 4, AyudaTurnos);
+    chain << percentage(c, missing, "PorcentajeIncumplidorTurnos", AyudaTurnos);
 
     auto *debtors = Parte::Seccion(column, s(Deudor));
-    FilaDeEntero(c, debtors, "RegistrosDeudor", Minimo, 4, AyudaDeudor);
-    FilaDeEntero(c, debtors, "TiempoDeudor", Demora, 4, AyudaDeudor);
+    chain << FilaDeEntero(c, debtors, "RegistrosDeudor", Minimo, 4, AyudaDeudor);
+    chain << FilaDeEntero(c, debtors, "TiempoDeudor", Demora, 4, AyudaDeudor);
 
-    auto *show = FilaDeCasilla(c, debtors, u"LeerPerfil"_s, MostrarPerfil, AlMes);
-    Atar::Casilla(c.s, c.guarded, show, "LeerPerfil");
+    c.cadenaDeEnter(chain);
     return page;
 }

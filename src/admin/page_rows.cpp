@@ -3,12 +3,16 @@
 #include "ui/boxes.h"
 #include "ui/form_base.h"
 #include "ui/help_line.h"
+#include "ui/theme.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QFormLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -31,6 +35,8 @@ private:
     std::function<void(QEvent *)> m_hear;
 };
 
+constexpr int captionDrop = 6;
+
 } // namespace
 
 GrupoDeOpciones *FilaDeOpciones(const ContextoDePagina &c, QFormLayout *seccion,
@@ -40,10 +46,17 @@ GrupoDeOpciones *FilaDeOpciones(const ContextoDePagina &c, QFormLayout *seccion,
     for (const auto &[number, text] : pregunta.opciones)
         options.append({number, c.s(text)});
     auto *group = named(new GrupoDeOpciones({}, options), pregunta.nombre, pregunta.titulo);
-    group->setFlat(true);
+    // The question stands beside it, so that it needs no frame of its own.
+    group->setStyleSheet(
+        u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
+    group->layout()->setContentsMargins(0, 0, 0, Espacio::S);
     for (auto *button : group->findChildren<QAbstractButton *>())
         button->setAccessibleDescription(pregunta.titulo);
     Parte::Fila(seccion, pregunta.titulo, group);
+    // Its first line on that of the first option, however many lines it takes.
+    auto *caption = qobject_cast<QLabel *>(seccion->labelForField(group));
+    caption->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    caption->setContentsMargins(0, captionDrop, 0, 0);
     AvisarAlEntrar(c, group, pregunta.ayuda);
     return group;
 }

@@ -238,6 +238,22 @@ std::optional<std::string> PlainPiece(std::string_view pattern)
     return piece;
 }
 
+// Whether no letter of the text folds to one of ASCII: ASCII itself and the letters of Latin-1 but
+// for ß. Accents that stand by themselves join a letter before them.
+bool KeepsAscii(std::string_view s)
+{
+    for (size_t i = 0; i < s.size(); ++i) {
+        if (IsAscii(s[i]))
+            continue;
+        const bool latin = s[i] == '\xC2' || s[i] == '\xC3';
+        if (!latin || i + 1 == s.size() || (s[i + 1] & 0xC0) != 0x80
+            || s.substr(i, 2) == "\xC3\x9F")
+            return false;
+        ++i;
+    }
+    return true;
+}
+
 bool SameLetters(const char *text, std::string_view folded)
 {
     for (const char c : folded)
@@ -246,7 +262,7 @@ bool SameLetters(const char *text, std::string_view folded)
     return true;
 }
 
-// Text in plain or already folded letters.
+// Whether a text of plain or already folded letters has the piece in it.
 bool Holds(std::string_view text, std::string_view folded)
 {
     for (size_t i = 0; i + folded.size() <= text.size(); ++i)
@@ -334,13 +350,14 @@ Patron::Patron(std::string_view patron) : m_texto(Plegar(patron))
     if (auto piece = PlainPiece(rest)) {
         m_clase = before ? (behind ? Contiene : Termina) : behind ? Comienza : Igual;
         m_texto = std::move(*piece);
+        m_simple = IsAscii(m_texto);
     }
 }
 
 bool Patron::Cumple(std::string_view texto) const
 {
     std::string folded;
-    if (!IsAscii(texto)) {
+    if (m_simple ? !KeepsAscii(texto) : !IsAscii(texto)) {
         folded = Plegar(texto);
         texto = folded;
     }

@@ -36,7 +36,8 @@ public:
 private:
     enum Clase : char { Igual, Comienza, Termina, Contiene, General };
     Clase m_clase = General;
-    std::string m_texto; // folded; the pattern itself when it is General
+    bool m_simple = false; // a piece of ASCII, which most texts need not be folded for
+    std::string m_texto;   // folded; the pattern itself when it is General
 };
 
 } // namespace jet

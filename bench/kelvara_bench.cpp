@@ -4,6 +4,7 @@
 #include "bare_clinic.h"
 #include "compare.h"
 #include "full_clinic.h"
+#include "table.h"
 
 #include "startup/daily_automation.h"
 #include "store/data_folder.h"
@@ -13,7 +14,6 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -30,43 +30,14 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QTextStream &Salida()
-{
-    static QTextStream salida(stdout);
-    return salida;
-}
-
-QString Numero(double n, int decimales = 2) { return QString::number(n, 'f', decimales); }
-
-void Linea(const QString &que, const QString &nuestro, const QString &desnudo,
-           const QString &medida, const QString &meta)
-{
-    Salida() << que.leftJustified(46) << nuestro.rightJustified(12) << desnudo.rightJustified(12)
-             << medida.rightJustified(12) << "   " << meta << Qt::endl;
-}
-
 QString Exceso(double ns) { return (ns < 0 ? QString() : u"+"_s) + Numero(ns, 0) + " ns"_L1; }
-
-double Mediana(std::vector<double> v)
-{
-    std::ranges::sort(v);
-    return v.size() % 2 ? v[v.size() / 2] : (v[v.size() / 2 - 1] + v[v.size() / 2]) / 2;
-}
-
-double Milisegundos(const std::function<void()> &f)
-{
-    QElapsedTimer reloj;
-    reloj.start();
-    f();
-    return double(reloj.nsecsElapsed()) / 1e6;
-}
 
 // The folder of the full clinic and copies of it to work on.
 struct Taller {
     QString modelo;
     QDate hoy;
     int corridas;
-    QString inicio; // the program that starts
+    QString programas; // where the other programs of the measures are
     QTemporaryDir obra;
 
     QString Copia(const QString &nombre, int cerrado) const
@@ -249,7 +220,8 @@ void MedirInicio(const Taller &taller)
 {
     const auto correr = [&taller](const QString &carpeta, const QStringList &mas) {
         QProcess p;
-        p.start(taller.inicio, QStringList{carpeta, taller.hoy.toString(Qt::ISODate)} + mas);
+        p.start(taller.programas + "/bench_start"_L1,
+                QStringList{carpeta, taller.hoy.toString(Qt::ISODate)} + mas);
         if (!p.waitForFinished(-1) || p.exitCode() != 0)
             throw std::runtime_error(p.readAllStandardError().toStdString());
         return QString::fromUtf8(p.readAllStandardOutput()).split(u' ');
@@ -270,6 +242,23 @@ void MedirInicio(const Taller &taller)
           u"-"_s, u"under 250"_s);
 }
 
+// --- The registry ----------------------------------------------------------------------------
+
+// In a program of its own: it has windows, which are painted where nobody sees them.
+void MedirRegistro(const Taller &taller)
+{
+    QProcess p;
+    QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+    entorno.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    p.setProcessEnvironment(entorno);
+    p.setProcessChannelMode(QProcess::ForwardedOutputChannel);
+    p.start(taller.programas + "/bench_registry"_L1,
+            {taller.Copia(u"a"_s, 0), taller.hoy.toString(Qt::ISODate),
+             QString::number(taller.corridas)});
+    if (!p.waitForFinished(-1) || p.exitCode() != 0)
+        throw std::runtime_error(p.readAllStandardError().toStdString());
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -281,13 +270,13 @@ int main(int argc, char *argv[])
     p.addPositionalArgument(u"DIR"_s, u"The full clinic; it is copied, not changed."_s);
     p.addOption({u"day"_s, u"The morning that the clinic waits for."_s, u"YYYY-MM-DD"_s});
     p.addOption({u"runs"_s, u"Repetitions of every measure."_s, u"N"_s, u"7"_s});
-    p.addOption({u"only"_s, u"pass, store or start."_s, u"PART"_s});
+    p.addOption({u"only"_s, u"pass, store, start or registry."_s, u"PART"_s});
     p.process(app);
     const QString parte = p.value(u"only"_s);
     const Taller taller{.modelo = p.positionalArguments().value(0),
                         .hoy = QDate::fromString(p.value(u"day"_s), Qt::ISODate),
                         .corridas = std::max(1, p.value(u"runs"_s).toInt()),
-                        .inicio = QCoreApplication::applicationDirPath() + "/bench_start"_L1,
+                        .programas = QCoreApplication::applicationDirPath(),
                         .obra = QTemporaryDir(p.positionalArguments().value(0) + "-XXXXXX"_L1)};
     if (taller.modelo.isEmpty() || !taller.hoy.isValid()) {
         QTextStream(stderr) << p.helpText();
@@ -302,6 +291,8 @@ int main(int argc, char *argv[])
             MedirAlmacen(taller);
         if (parte.isEmpty() || parte == "start"_L1)
             MedirInicio(taller);
+        if (parte.isEmpty() || parte == "registry"_L1)
+            MedirRegistro(taller);
     } catch (const std::exception &e) {
         QTextStream(stderr) << e.what() << '\n';
         return 1;

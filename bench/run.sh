@@ -1,13 +1,14 @@
 #!/bin/bash
 # Builds the optimised program, makes the full clinic once and prints the table of measures.
-# Arguments go to kelvara_bench: --runs N, --only pass|store|start.
+# Arguments go to kelvara_bench: --runs N, --only pass|store|start|registry.
 set -e
 cd "$(dirname "$0")/.."
 day=2026-03-11
 clinic=build/bench/clinic
 
 [ -f build/release/build.ninja ] || cmake --preset release >/dev/null
-cmake --build --preset release --target kelvara_bench bench_start kelvara_full_clinic | tail -1
+cmake --build --preset release --target kelvara_bench bench_start bench_registry \
+    kelvara_full_clinic | tail -1
 bin=build/release/bench
 
 # Made anew when the generator has changed; moved into place when it is whole.

@@ -32,7 +32,11 @@ enum Texto {
     Encontrados = 9827,
     Continuar = 9828,
     YaNoExiste = 9829,
+    Fallecido = 9835,
 };
+
+// Cells of a patient: pedigree, breeder and death are the Yes/No.
+constexpr int ofPedigree = 8, ofDeath = 10;
 
 // A key that comes sooner than this after the last one only goes into the box.
 constexpr int PauseMs = 120;
@@ -41,8 +45,8 @@ QList<ColumnaDeGrilla> columnsOf(const Sesion &s, Busqueda busqueda)
 {
     // Id, name, owner, breed, species, coat, features, chip, three flags, address, sub-region,
     // two telephones, notes.
-    static constexpr int ofPatients[] = {64, 130, 180, 120, 90,  90,  140, 130,
-                                         80, 96,  80,  180, 120, 100, 110, 200};
+    static constexpr int ofPatients[] = {64, 120, 170, 150, 84,  120, 150, 150,
+                                         80, 96,  90,  180, 130, 110, 110, 200};
     // Id, name, address, sub-region, region, two codes, two telephones, mail, source, notes.
     static constexpr int ofClients[] = {64, 200, 200, 130, 110, 96, 100, 110, 120, 190, 130, 200};
 
@@ -52,7 +56,7 @@ QList<ColumnaDeGrilla> columnsOf(const Sesion &s, Busqueda busqueda)
         ColumnaDeGrilla column{.titulo = s(titles[i])};
         if (i == 0)
             column.clase = Clase::Codigo;
-        else if (busqueda == Busqueda::Mascotas && i >= 8 && i <= 10)
+        else if (busqueda == Busqueda::Mascotas && i >= ofPedigree && i <= ofDeath)
             column.clase = Clase::SiNo;
         column.ancho = busqueda == Busqueda::Mascotas ? ofPatients[i] : ofClients[i];
         columns << column;
@@ -74,7 +78,7 @@ frmBusqueda::frmBusqueda(Sesion &s, Formularios &formularios, Busqueda busqueda)
     m_pause.setInterval(PauseMs);
     build();
     listen();
-    rememberSize({980, 560});
+    rememberSize({1120, 600});
     rememberColumns(grd->horizontalHeader());
 }
 
@@ -255,8 +259,15 @@ void frmBusqueda::showRows(Hallazgo found)
     const int before = idOf(grd->FilaActual());
     std::vector<FilaDeGrilla> rows;
     rows.reserve(found.filas.size());
-    for (QList<Valor> &cells : found.filas)
-        rows.push_back({.celdas = std::move(cells)});
+    for (QList<Valor> &cells : found.filas) {
+        FilaDeGrilla &row = rows.emplace_back();
+        if (m_busqueda == Busqueda::Mascotas && cells[ofDeath].toBool()) {
+            row.realce = Realce::Apagado;
+            row.celdaRealzada = 1;
+            row.motivo = m_s(Fallecido);
+        }
+        row.celdas = std::move(cells);
+    }
     grd->PonerVacio(m_s(NadaCoincide));
     grd->Modelo()->Poner(std::move(rows));
     const int again = grd->Modelo()->BuscarEnGrilla(before, 0, 0, grd->Modelo()->Filas() - 1);

@@ -34,7 +34,7 @@ enum Texto {
 enum Columna { DePropietario, DeMascota, DeTelefono, DeIdc, DeIdm };
 
 // Whoever is not among these is found by one more letter.
-constexpr int RowsShown = 60;
+constexpr int RowsShown = 40;
 
 } // namespace
 

@@ -100,6 +100,7 @@ int ImportarDatos(const Opciones &opciones, Idioma idioma)
         if (informe.falta != InformeDeImportacion::Falta::Nada)
             return Fallar(informe.falla);
         Imprimir(stdout, ResumenDeImportacion(s, informe));
+        Imprimir(stdout, FinalDeImportacion(s, informe));
         for (const LineaDeInforme &l : informe.lineas)
             if (l.aviso || l.suerte == Suerte::Rechazada)
                 Imprimir(stdout, QStringLiteral("%1\t").arg(l.linea) + TextoDeSuerte(s, l.suerte)

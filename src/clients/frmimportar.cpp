@@ -14,7 +14,7 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSplitter>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QTableWidget>
 #include <QUrl>
@@ -41,7 +41,7 @@ enum Texto {
     Mostrar = 9762,
     Titulos = 9763,
     Suertes = 9764,
-    ConAvisos = 9765,
+    PrimeroProbar = 9765,
 };
 
 // Rows of the file shown beside each column.
@@ -53,19 +53,34 @@ constexpr int ShowWarnings = 5;
 
 QString plain(QString caption) { return caption.remove(u'&').remove(u'…'); }
 
-// The wheel scrolls the table, rather than change what the pointer happens to be over.
+// One of the lists above the columns. The wheel scrolls the table, rather than change what the
+// pointer happens to be over; arriving by key brings the column into view.
 class ListaDeDatos : public QComboBox
 {
 public:
-    explicit ListaDeDatos(const QStringList &names)
+    ListaDeDatos(const QStringList &names, QTableWidget *table, int column)
+        : m_table(table), m_column(column)
     {
         addItems(names);
         setFocusPolicy(Qt::StrongFocus);
         setMaxVisibleItems(count());
+        // As wide as most names; the list that opens is as wide as all.
+        setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        setMinimumContentsLength(14);
+        view()->setMinimumWidth(view()->sizeHintForColumn(0) + Espacio::XL);
     }
 
 protected:
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+    void focusInEvent(QFocusEvent *event) override
+    {
+        m_table->scrollTo(m_table->model()->index(0, m_column));
+        QComboBox::focusInEvent(event);
+    }
+
+private:
+    QTableWidget *m_table;
+    int m_column;
 };
 
 QString localFile(const QMimeData *data)
@@ -100,22 +115,29 @@ void frmImportar::build()
     nothing->setProperty("clase", u"suave"_s);
     nothing->setAlignment(Qt::AlignCenter);
     nothing->setWordWrap(true);
-    auto *halves = new QSplitter(Qt::Vertical);
-    halves->setChildrenCollapsible(false);
+    auto *work = new QWidget;
+    auto *halves = new QVBoxLayout(work);
+    halves->setContentsMargins(0, 0, 0, 0);
+    halves->setSpacing(Espacio::M);
     halves->addWidget(buildColumns());
-    halves->addWidget(buildReport());
+    halves->addWidget(buildReport(), 1);
     pages = new QStackedWidget;
     pages->addWidget(nothing);
-    pages->addWidget(halves);
+    pages->addWidget(work);
 
     barAvance = named(new QProgressBar, u"barAvance"_s, m_s(Titulo));
     barAvance->setTextVisible(false);
+    QSizePolicy keepsRoom = barAvance->sizePolicy();
+    keepsRoom.setRetainSizeWhenHidden(true);
+    barAvance->setSizePolicy(keepsRoom);
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, QString());
+    cmdProbar = named(new QPushButton(m_s(Probar)), u"cmdProbar"_s, plain(m_s(Probar)));
     cmdImportar = named(new QPushButton(m_s(Importar_)), u"cmdImportar"_s, plain(m_s(Importar_)));
     cmdVolver = named(new QPushButton, u"cmdVolver"_s, m_s(Volver));
     auto *foot = new QHBoxLayout;
     foot->setSpacing(Espacio::M);
     foot->addWidget(Ayu, 1);
+    foot->addWidget(cmdProbar);
     foot->addWidget(cmdImportar);
     foot->addWidget(cmdVolver);
 
@@ -152,14 +174,15 @@ QWidget *frmImportar::buildColumns()
 
     cmbOrden = named(new QComboBox, u"cmbOrden"_s, plain(m_s(Orden)));
     cmbOrden->addItems(m_s(Ordenes).split(u'|'));
+    cmbOrden->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto *order = new QLabel(m_s(Orden));
     order->setBuddy(cmbOrden);
     txtPropietario = named(new QLineEdit, u"txtPropietario"_s, plain(m_s(SinPropietario)));
     txtPropietario->setMaxLength(m_s.clientes->Ancho("clientes", "ayn"));
+    txtPropietario->setMinimumWidth(160);
     refuseApostrophe({txtPropietario});
     auto *owner = new QLabel(m_s(SinPropietario));
     owner->setBuddy(txtPropietario);
-    cmdProbar = named(new QPushButton(m_s(Probar)), u"cmdProbar"_s, plain(m_s(Probar)));
     auto *choices = new QHBoxLayout;
     choices->setSpacing(Espacio::S);
     choices->addWidget(order);
@@ -167,15 +190,13 @@ QWidget *frmImportar::buildColumns()
     choices->addSpacing(Espacio::L);
     choices->addWidget(owner);
     choices->addWidget(txtPropietario, 1);
-    choices->addSpacing(Espacio::L);
-    choices->addWidget(cmdProbar);
 
     auto *half = new QWidget;
     auto *column = new QVBoxLayout(half);
-    column->setContentsMargins(0, 0, 0, Espacio::S);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Espacio::S);
     column->addWidget(caption);
-    column->addWidget(tblColumnas, 1);
+    column->addWidget(tblColumnas);
     column->addLayout(choices);
     return half;
 }
@@ -189,7 +210,6 @@ QWidget *frmImportar::buildReport()
     cmbMostrar = named(new QComboBox, u"cmbMostrar"_s, plain(m_s(Mostrar)));
     cmbMostrar->addItem(m_s(Todas));
     cmbMostrar->addItems(m_s(Suertes).split(u'|'));
-    cmbMostrar->addItem(m_s(ConAvisos));
     auto *show = new QLabel(m_s(Mostrar));
     show->setBuddy(cmbMostrar);
     auto *head = new QHBoxLayout;
@@ -211,7 +231,7 @@ QWidget *frmImportar::buildReport()
 
     auto *half = new QWidget;
     auto *column = new QVBoxLayout(half);
-    column->setContentsMargins(0, Espacio::S, 0, 0);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Espacio::S);
     column->addLayout(head);
     column->addWidget(grdInforme, 1);
@@ -277,11 +297,11 @@ void frmImportar::fillColumns()
     m_columns.clear();
     tblColumnas->clear();
     tblColumnas->setColumnCount(int(m_view.titulos.size()));
-    tblColumnas->setRowCount(1 + Examples);
+    tblColumnas->setRowCount(1 + int(m_view.filas.size()));
     tblColumnas->setHorizontalHeaderLabels(m_view.titulos);
     QWidget *before = cmdElegir;
     for (int c = 0; c < m_view.titulos.size(); ++c) {
-        auto *list = named(new ListaDeDatos(names), u"cmbColumna%1"_s.arg(c + 1),
+        auto *list = named(new ListaDeDatos(names, tblColumnas, c), u"cmbColumna%1"_s.arg(c + 1),
                            u"%1: "_s.arg(c + 1) + m_view.titulos[c]);
         list->setCurrentIndex(int(m_view.columnas[c]));
         connect(list, &QComboBox::activated, this, [this, c] { mapColumn(c); });
@@ -298,8 +318,12 @@ void frmImportar::fillColumns()
     }
     setTabOrder(before, cmbOrden);
     tblColumnas->resizeRowsToContents();
-    tblColumnas->setMinimumHeight(tblColumnas->horizontalHeader()->sizeHint().height()
-                                  + tblColumnas->rowHeight(0) + 2 * tblColumnas->rowHeight(1));
+    // Room for what there is, and for the bar below it; the report gets all the rest.
+    int height = tblColumnas->horizontalHeader()->sizeHint().height()
+                 + tblColumnas->horizontalScrollBar()->sizeHint().height() + Espacio::S;
+    for (int r = 0; r <= m_view.filas.size(); ++r)
+        height += tblColumnas->rowHeight(r);
+    tblColumnas->setFixedHeight(height);
 }
 
 // What one column holds, no other does.
@@ -359,11 +383,11 @@ void frmImportar::run(bool write)
         m_report = std::move(report);
     showReport();
     if (m_report) {
-        const QString last = lblResumen->text().section(u'\n', -1);
+        const QString how = FinalDeImportacion(m_s, *m_report);
         if (m_report->interrumpido)
-            Ayu->Fallo(last);
+            Ayu->Fallo(how);
         else
-            Ayu->Logro(last);
+            Ayu->Logro(how);
         (cmdImportar->isEnabled() ? cmdImportar : cmdVolver)->setFocus();
         return;
     }
@@ -409,6 +433,7 @@ void frmImportar::fillGrid()
                 row.realce = Realce::Apagado;
             rows.push_back(std::move(row));
         }
+    grdInforme->PonerVacio(m_report ? QString() : m_s(PrimeroProbar));
     m_model->Poner(std::move(rows));
 }
 

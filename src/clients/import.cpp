@@ -653,25 +653,26 @@ void Plan::Completar(MascotaPrevista &m, const MascotaPrevista &otra)
     m.f.dec = m.f.dec || otra.f.dec;
 }
 
-// Which animal of the file a row tells of: the number says, where there is one; else rows of one
-// owner with one name that do not contradict each other. Animals without any name are one each.
+// Which animal of the file a row tells of, among those of one owner with one name: where there is a
+// number, it says; else the first that the row does not contradict. Animals without name or number
+// are one each.
 int Plan::MascotaDe(MascotaPrevista m, int linea)
 {
     const int nueva = int(mascotas.size());
-    const QString dueno = QString::number(m.cliente) + u'\n';
+    const QString clave = QString::number(m.cliente) + u'\n' + Plegado(m.f.nom);
     if (const QString numero = Campo(Dato::IdMascota); !numero.isEmpty()) {
-        const auto i = m_mascotaPorNumero.constFind(dueno + numero);
+        const auto i = m_mascotaPorNumero.constFind(clave + u'\n' + numero);
         if (i != m_mascotaPorNumero.constEnd()) {
             Completar(mascotas[size_t(*i)], m);
             return *i;
         }
-        m_mascotaPorNumero.insert(dueno + numero, nueva);
+        m_mascotaPorNumero.insert(clave + u'\n' + numero, nueva);
         if (m.f.nom.isEmpty())
             m.f.nom = Limpio(s(PacienteNumero).arg(numero), "mascotas", "nom");
     } else if (m.f.nom.isEmpty()) {
         m.f.nom = s(PacienteNumero).arg(++clientes[size_t(m.cliente)].anonimas);
     } else {
-        std::vector<int> &tocayas = m_mascotasPorNombre[dueno + Plegado(m.f.nom)];
+        std::vector<int> &tocayas = m_mascotasPorNombre[clave];
         for (const int i : tocayas)
             if (MismaMascota(mascotas[size_t(i)], m)) {
                 Completar(mascotas[size_t(i)], m);
@@ -970,8 +971,6 @@ InformeDeImportacion Importar(Sesion &s, const OpcionesDeImportacion &o, const S
 
 QString ResumenDeImportacion(const Sesion &s, const InformeDeImportacion &i)
 {
-    if (i.falta != InformeDeImportacion::Falta::Nada)
-        return i.falla;
     const auto n = [](int cuantos) { return QLocale().toString(cuantos); };
     QStringList lineas = i.notas;
     lineas << s(ResumenClientes).arg(n(i.clientesNuevos), n(i.clientesExistentes))
@@ -979,14 +978,17 @@ QString ResumenDeImportacion(const Sesion &s, const InformeDeImportacion &i)
            << s(ResumenLineas).arg(n(i.rechazadas), n(i.avisos));
     if (i.sinLugar)
         lineas << s(ResumenSinLugar).arg(n(i.sinLugar), n(i.primeraSinLugar));
-    const QString ultima = n(i.lineas.empty() ? 1 : i.lineas.back().linea);
-    if (!i.falla.isEmpty())
-        lineas << s(FuePorError).arg(ultima, i.falla);
-    else if (i.interrumpido && i.escrito)
-        lineas << s(FueInterrumpido).arg(ultima);
-    else
-        lineas << s(i.escrito ? FueEscrito : FueEnSeco);
     return lineas.join(u'\n');
+}
+
+QString FinalDeImportacion(const Sesion &s, const InformeDeImportacion &i)
+{
+    const QString ultima = QLocale().toString(i.lineas.empty() ? 1 : i.lineas.back().linea);
+    if (!i.falla.isEmpty())
+        return s(FuePorError).arg(ultima, i.falla);
+    if (i.interrumpido && i.escrito)
+        return s(FueInterrumpido).arg(ultima);
+    return s(i.escrito ? FueEscrito : FueEnSeco);
 }
 
 QString TextoDeSuerte(const Sesion &s, Suerte suerte)

@@ -77,8 +77,10 @@ InformeDeImportacion ProbarImportacion(Sesion &s, const OpcionesDeImportacion &o
 /// hundred lines are one commit. Doing it again adds nothing.
 InformeDeImportacion Importar(Sesion &s, const OpcionesDeImportacion &o, const Seguir &seguir = {});
 
-/// The counts in words, one line each.
+/// What holds for the whole file and the counts, in words, one line each.
 QString ResumenDeImportacion(const Sesion &s, const InformeDeImportacion &informe);
+/// How it ended: as a dry run, complete, or stopped and where.
+QString FinalDeImportacion(const Sesion &s, const InformeDeImportacion &informe);
 /// "New", "Already there", ...
 QString TextoDeSuerte(const Sesion &s, Suerte suerte);
 

@@ -270,8 +270,8 @@ QList<Dato> ReconocerTitulos(const QStringList &titulos)
         return hay(Dato::Cliente) || (hayAnimal() && !hay(Dato::Apellido)) ? Dato::Mascota
                                                                            : Dato::Cliente;
     });
-    // A number that groups rows wrongly would give animals to another owner; one that tells animals
-    // apart does no harm.
+    // Taken for an owner's, the number of an animal would make an owner of each; the other way
+    // round, names still tell the animals of one number apart.
     poner(SoloNumero, [&] { return hayAnimal() ? Dato::IdMascota : Dato::IdCliente; });
     poner(SoloNotas, [&] { return hayAnimal() ? Dato::NotasDeMascota : Dato::NotasDeCliente; });
     return datos;

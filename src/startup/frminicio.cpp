@@ -185,7 +185,7 @@ bool frminicio::openAll()
         }
         call(m_steps.almacenAbierto);
         showPictures(); // in the clinic's own colour, which is known only now
-        goesOn = firstRun() && ComprobarInicio(m_s, QLocale::system());
+        goesOn = firstRun() && ComprobarInicio(m_s, QLocale());
     });
     return fine && goesOn;
 }

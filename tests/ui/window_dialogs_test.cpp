@@ -99,6 +99,17 @@ TEST_F(Boxes, ATextIsGivenOrWithheld)
     EXPECT_EQ(dialogs.PedirTexto(u"t"_s, u"Name"_s, u"old"_s), std::nullopt);
 }
 
+TEST_F(Boxes, APasswordIsTakenWithoutShowingIt)
+{
+    whenOpen([](QWidget &box) {
+        auto *entry = box.findChild<QLineEdit *>(u"txtTexto"_s);
+        QTest::keyClicks(entry, u"gato"_s);
+        EXPECT_FALSE(entry->displayText().contains(u'g'));
+        key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(dialogs.PedirContrasena(u"t"_s, u"Password"_s), u"gato"_s);
+}
+
 TEST_F(Boxes, OneOptionIsPickedWithTheArrows)
 {
     whenOpen([](QWidget &box) {

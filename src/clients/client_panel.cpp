@@ -4,6 +4,7 @@
 #include "clients/panel_fields.h"
 #include "clients/panels.h"
 #include "clients/reference_lists.h"
+#include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
@@ -12,7 +13,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QPlainTextEdit>
 #include <QStyle>
 
@@ -49,11 +49,6 @@ enum Texto {
 };
 
 constexpr int factsWidth = 188;
-
-QString shortDay(QDate dia)
-{
-    return dia.isValid() ? QLocale().toString(dia, QLocale::ShortFormat) : QString();
-}
 
 QList<Opcion> options(const std::vector<Entrada> &entradas)
 {
@@ -212,12 +207,12 @@ void PanelDeCliente::Mostrar(const FichaDeCliente &ficha)
     cmbloc->setEditText(ficha.subregion);
     cmbdep->setEditText(ficha.region);
     cmbmark->setCurrentIndex(std::max(0, cmbmark->findData(ficha.mark)));
-    txtfeci->setText(shortDay(ficha.feci));
+    txtfeci->setText(TextoDeDia(ficha.feci));
     txtobs->setPlainText(ficha.obs);
     for (QAction *action : std::as_const(m_copias))
         action->setVisible(!qobject_cast<QLineEdit *>(action->parent())->text().isEmpty());
 
-    txtUVisita->setText(ficha.fecu.isValid() ? m_s(UltimaVisita) + u": "_s + shortDay(ficha.fecu)
+    txtUVisita->setText(ficha.fecu.isValid() ? m_s(UltimaVisita) + u": "_s + TextoDeDia(ficha.fecu)
                                              : QString());
     txtdebe->setText(ficha.idc ? m_s(Debe) + u": "_s + m_s(ficha.deuda ? Si : No) : QString());
     txtdebe->setProperty("clase", ficha.deuda ? u"falla"_s : QString());

@@ -20,7 +20,8 @@ enum Texto {
     BusquedaExitoCliente = 2243,
     AyudaDeBusqueda = 2244,
     BusquedaNoExitoCliente = 2245,
-    AyudaDeMenu = 2251,
+    AyudaDeMenu = 2248,
+    AyudaDeDobleClic = 2251,
     SinPacientes = 9456,
     SinCliente = 9457,
     BusquedaClienteEnBlanco = 9458,
@@ -136,6 +137,7 @@ void frmPropietarios::opened(const QVariantMap &)
     });
     Txtapellidob->setFocus();
     Txtapellidob->selectAll();
+    Ayu->Decir(m_s(BusquedaClienteEnBlanco));
     QTimer::singleShot(0, this, &frmPropietarios::offerDraft);
 }
 
@@ -370,6 +372,8 @@ bool frmPropietarios::searchKey(QLineEdit *caja, QKeyEvent *tecla)
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
         QCoreApplication::sendEvent(caja == Txtapellidob ? GClientes : GMascotas, tecla);
+        if (caja == Txtapellidob)
+            Ayu->Decir(m_s(AyudaDeMenu));
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -388,13 +392,14 @@ void frmPropietarios::openMenu()
     const int row = GClientes->FilaActual();
     if (row < 0 || entering())
         return;
-    Ayu->Decir(m_s(AyudaDeMenu));
     const QRect cell = GClientes->visualRect(m_clientes->index(row, ColumnaDeCliente::Nombre));
     m_barra->AbrirMenu(GClientes->viewport()->mapToGlobal(cell.bottomLeft()));
 }
 
 bool frmPropietarios::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::FocusIn && watched == GClientes)
+        Ayu->Decir(m_s(AyudaDeDobleClic));
     if (event->type() == QEvent::KeyPress) {
         auto *key = static_cast<QKeyEvent *>(event);
         const bool plain = !(key->modifiers() & ~Qt::KeypadModifier);

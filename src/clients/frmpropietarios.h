@@ -12,6 +12,7 @@ class LineaDeAyuda;
 class ModeloDeGrilla;
 class PanelDeCliente;
 class PanelDePaciente;
+class QGridLayout;
 
 class frmPropietarios : public FormBase
 {
@@ -38,8 +39,8 @@ private:
 
     // frmpropietarios_layout.cpp
     void build();
-    QWidget *buildClients();
-    QWidget *buildPatients();
+    void buildClients(QGridLayout *lugar);
+    void buildPatients(QGridLayout *lugar);
     QLayout *buildSearch(int texto, QLineEdit *caja, QPushButton *avanzada);
     QLayout *buildButtons(const Botonera &botones);
     QPushButton *button(const QString &nombre, int texto, const QString &dibujo = {});

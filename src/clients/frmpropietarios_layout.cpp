@@ -9,6 +9,7 @@
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QPushButton>
 
@@ -66,10 +67,15 @@ void frmPropietarios::build()
     head->addWidget(m_barra);
     head->addStretch();
     head->addWidget(cmdvolver);
-    auto *halves = new QHBoxLayout;
-    halves->setSpacing(Espacio::XL);
-    halves->addWidget(buildClients(), 1);
-    halves->addWidget(buildPatients(), 1);
+    // One grid for both halves, so that what stands side by side stands on one line.
+    auto *halves = new QGridLayout;
+    halves->setHorizontalSpacing(Espacio::XL);
+    halves->setVerticalSpacing(Espacio::S);
+    halves->setRowStretch(1, 1);
+    buildClients(halves);
+    buildPatients(halves);
+    for (int column = 0; column < 2; ++column)
+        halves->setColumnStretch(column, 1);
 
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(Espacio::L, Espacio::S, Espacio::L, Espacio::S);
@@ -87,14 +93,16 @@ void frmPropietarios::build()
 
 QPushButton *frmPropietarios::button(const QString &nombre, int texto, const QString &dibujo)
 {
-    auto *b = named(new QPushButton(m_s(texto)), nombre, plain(m_s(texto)));
+    auto *b = new QPushButton;
+    b->setObjectName(nombre);
+    PonerTitulo(b, m_s(texto));
     b->setAutoDefault(false);
     if (!dibujo.isEmpty())
         b->setIcon(Icono(dibujo));
     return b;
 }
 
-QWidget *frmPropietarios::buildClients()
+void frmPropietarios::buildClients(QGridLayout *lugar)
 {
     m_clientes = new ModeloDeGrilla(m_s,
                                     {{u"ID"_s, Clase::Codigo, 72},
@@ -115,18 +123,13 @@ QWidget *frmPropietarios::buildClients()
     cmdEliminar = button(u"cmdEliminar"_s, Eliminar);
     m_deCliente = {cmdagregar, cmdNuevo, cmdmodificar, cmdEliminar, NuevoCliente, CambiarCliente};
 
-    auto *half = new QWidget;
-    auto *column = new QVBoxLayout(half);
-    column->setContentsMargins({});
-    column->setSpacing(Espacio::S);
-    column->addLayout(buildSearch(Clientes, Txtapellidob, cmdBuscarCliente));
-    column->addWidget(GClientes, 1);
-    column->addWidget(m_cliente);
-    column->addLayout(buildButtons(m_deCliente));
-    return half;
+    lugar->addLayout(buildSearch(Clientes, Txtapellidob, cmdBuscarCliente), 0, 0);
+    lugar->addWidget(GClientes, 1, 0);
+    lugar->addWidget(m_cliente, 2, 0);
+    lugar->addLayout(buildButtons(m_deCliente), 3, 0);
 }
 
-QWidget *frmPropietarios::buildPatients()
+void frmPropietarios::buildPatients(QGridLayout *lugar)
 {
     m_mascotas = new ModeloDeGrilla(m_s,
                                     {{m_s(Nombre), Clase::Texto, 240},
@@ -148,15 +151,10 @@ QWidget *frmPropietarios::buildPatients()
     m_dePaciente = {cmdagregarmas,  cmdnuevomas,   cmdmodificarmas,
                     cmdeliminarmas, NuevoPaciente, CambiarPaciente};
 
-    auto *half = new QWidget;
-    auto *column = new QVBoxLayout(half);
-    column->setContentsMargins({});
-    column->setSpacing(Espacio::S);
-    column->addLayout(buildSearch(Pacientes, txtmascotab, cmdBuscarPaciente));
-    column->addWidget(GMascotas, 1);
-    column->addWidget(m_mascota);
-    column->addLayout(buildButtons(m_dePaciente));
-    return half;
+    lugar->addLayout(buildSearch(Pacientes, txtmascotab, cmdBuscarPaciente), 0, 1);
+    lugar->addWidget(GMascotas, 1, 1);
+    lugar->addWidget(m_mascota, 2, 1);
+    lugar->addLayout(buildButtons(m_dePaciente), 3, 1);
 }
 
 QLayout *frmPropietarios::buildSearch(int texto, QLineEdit *caja, QPushButton *avanzada)

@@ -3,6 +3,7 @@
 #include "clients/deletion.h"
 #include "clients/frmpropietarios.h"
 #include "clients/owner_search.h"
+#include "clients/panel_fields.h"
 #include "clients/patient_panel.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
@@ -75,13 +76,9 @@ void frmPropietarios::arrange()
 void frmPropietarios::arrange(const Botonera &botones, Modo modo, bool hayFila)
 {
     const bool mine = modo != Modo::Ver, free = !entering();
-    const auto caption = [this](QPushButton *b, int text) {
-        QString plain = m_s(text);
-        b->setText(plain);
-        b->setAccessibleName(plain.remove(u'&'));
-    };
-    caption(botones.nuevo, modo == Modo::Nuevo ? Cancelar : botones.textoNuevo);
-    caption(botones.modificar, modo == Modo::Modificar ? Cancelar : botones.textoModificar);
+    PonerTitulo(botones.nuevo, m_s(modo == Modo::Nuevo ? Cancelar : botones.textoNuevo));
+    PonerTitulo(botones.modificar,
+                m_s(modo == Modo::Modificar ? Cancelar : botones.textoModificar));
     botones.agregar->setVisible(mine);
     botones.nuevo->setVisible(modo != Modo::Modificar);
     botones.modificar->setVisible(modo != Modo::Nuevo);

@@ -5,6 +5,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +17,7 @@ namespace
 enum Texto { Renglones = 9528 };
 
 constexpr int columns = 4; // caption, box, caption, box
+const QString titleKey = u"teclaDelTitulo"_s;
 
 } // namespace
 
@@ -102,6 +106,9 @@ void AbrirCampos(const QList<QWidget *> &campos, bool abiertos)
         } else if (auto *notas = qobject_cast<QPlainTextEdit *>(w)) {
             notas->setReadOnly(!abiertos);
             notas->setFocusPolicy(policy);
+            // Unlike a line, it does not dress anew by itself.
+            notas->style()->unpolish(notas);
+            notas->style()->polish(notas);
         } else {
             w->setEnabled(abiertos);
         }
@@ -140,6 +147,7 @@ QPlainTextEdit *CajaDeInformacion(const QString &nombre, const QString &accesibl
     info->setTabChangesFocus(true);
     info->setFocusPolicy(Qt::ClickFocus);
     info->setMinimumHeight(60);
+    info->document()->setDocumentMargin(0);
     info->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     return info;
 }
@@ -155,17 +163,38 @@ QLineEdit *CajaDeColumna(const Sesion &s, std::string_view tabla, std::string_vi
     return caja;
 }
 
+void PonerTitulo(QPushButton *boton, const QString &titulo)
+{
+    QString plain = titulo;
+    boton->setText(titulo);
+    boton->setAccessibleName(plain.remove(u'&'));
+    boton->setShortcut({});
+    auto *key = boton->findChild<QShortcut *>(titleKey);
+    if (!key) {
+        key = new QShortcut(boton);
+        key->setObjectName(titleKey);
+        QObject::connect(key, &QShortcut::activated, boton, &QPushButton::click);
+    }
+    key->setKey(QKeySequence::mnemonic(titulo));
+}
+
 QString EstiloDeFicha()
 {
     return uR"(
 QLineEdit, QComboBox, QPlainTextEdit { padding: 3px 7px; }
 QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus { padding: 2px 6px; }
+QComboBox:!editable { padding-left: 9px; }
+QComboBox:!editable:focus { padding-left: 8px; }
 QComboBox QLineEdit { padding: 0; border: 0; }
 QLineEdit:read-only, QPlainTextEdit:read-only { background: transparent; border-color: palette(mid); }
 QComboBox:disabled { background: transparent; border-color: palette(mid); color: palette(window-text); }
 QComboBox QLineEdit:disabled { background: transparent; color: palette(window-text); }
 QComboBox::drop-down:disabled { width: 0; border: 0; }
 QComboBox::down-arrow:disabled { image: none; }
+QTableView:disabled {
+    color: palette(placeholder-text);
+    selection-background-color: palette(mid); selection-color: palette(window-text);
+}
 QCheckBox:disabled { color: palette(window-text); }
 QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
 QPushButton { padding: 4px 12px; min-width: 0; }

@@ -7,6 +7,7 @@
 #include <QVariantMap>
 
 class QPlainTextEdit;
+class QPushButton;
 
 /// Boxes beside their captions, one or two to a line, all lines on one grid.
 class RejillaDeCampos : public QGridLayout
@@ -44,6 +45,10 @@ QPlainTextEdit *CajaDeInformacion(const QString &nombre, const QString &accesibl
 /// A text box with room for what its column takes.
 QLineEdit *CajaDeColumna(const Sesion &s, std::string_view tabla, std::string_view columna,
                          const QString &nombre, const QString &accesible);
+
+/// Gives a button its caption and its ALT key, which acts at once: a button's own key shows it
+/// pressed first, and what is typed meanwhile goes astray.
+void PonerTitulo(QPushButton *boton, const QString &titulo);
 
 /// How boxes look in a dense form: closed ones as text on the window, buttons of a bar without
 /// frame.

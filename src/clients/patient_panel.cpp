@@ -13,7 +13,6 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QLocale>
 #include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +22,7 @@ namespace
 
 enum Texto {
     Nombre = 2201,
+    Edad_ = 2221,
     Machos = 2226, // the first of four
     Nada = 2231,
     Servicio = 2232,
@@ -101,7 +101,6 @@ void PanelDePaciente::build()
         cmbsex->addItem(m_s(Machos + i), i);
     Msknac = named(new CajaDeFecha(m_s), u"Msknac"_s, m_s(Nacimiento));
     lblEdad = named(new QLabel, u"lblEdad"_s, {});
-    lblEdad->setProperty("clase", u"suave"_s);
     txtpes = named(new CajaDeNumero(m_s), u"txtpes"_s, m_s(Peso));
     txtcar = column("car", u"txtcar"_s, Senas);
     txtChip = column("Chip", u"txtChip"_s, Microchip);
@@ -141,7 +140,7 @@ void PanelDePaciente::build()
     grid->Fila(m_s(Nombre), txtnom, m_s(Numero), txtidm);
     grid->Fila(m_s(Raza), cmbraza, m_s(Especie_), cmbespecie);
     grid->Fila(m_s(Pelaje), cmbpel, m_s(Sexo), cmbsex);
-    grid->Fila(m_s(Nacimiento), besides(Msknac, lblEdad), m_s(Peso), besides(txtpes, unit));
+    grid->Fila(m_s(Nacimiento), Msknac, m_s(Peso), besides(txtpes, unit));
     grid->Fila(m_s(Senas), txtcar);
     grid->Fila(m_s(Microchip), txtChip, m_s(Automatizacion), cmbser);
     grid->addLayout(checks, grid->rowCount(), 1, 1, 3);
@@ -176,6 +175,7 @@ QWidget *PanelDePaciente::buildFacts()
     column->setContentsMargins({});
     column->setSpacing(Espacio::S);
     column->addWidget(PicMascota);
+    column->addWidget(lblEdad);
     column->addWidget(txtinfomas, 1);
     return facts;
 }
@@ -323,7 +323,11 @@ void PanelDePaciente::changeSpecies()
             [this, breed] { CambiarEspecieDeRaza(m_s, breed, cmbespecie->currentData().toInt()); });
 }
 
-void PanelDePaciente::tellAge() { lblEdad->setText(Edad(m_s, Msknac->Dia())); }
+void PanelDePaciente::tellAge()
+{
+    const QString age = Edad(m_s, Msknac->Dia());
+    lblEdad->setText(age.isEmpty() ? QString() : m_s(Edad_) + u": "_s + age);
+}
 
 void PanelDePaciente::choosePhoto()
 {

@@ -1,6 +1,7 @@
 #include "clients/shortcut_bar.h"
 
 #include "clients/dialling.h"
+#include "clients/panel_fields.h"
 #include "clients/registry.h"
 #include "ui/form_registry.h"
 #include "ui/help_line.h"
@@ -97,16 +98,16 @@ void BarraDeAccesos::build()
     row->setSpacing(0);
     for (const Acceso &access : accesses()) {
         const QString caption = m_s(access.texto);
-        QString plain = caption;
-        plain.remove(u'&');
-        auto *b = named(new QPushButton(Icono(access.dibujo.toString()), caption),
-                        access.nombre.toString(), plain);
+        auto *b = new QPushButton(Icono(access.dibujo.toString()), {});
+        b->setObjectName(access.nombre.toString());
+        PonerTitulo(b, caption);
         b->setProperty("clase", u"barra"_s);
         b->setIconSize({20, 20});
         b->setAutoDefault(false);
         const QKeySequence key(access.tecla.toString());
         if (!key.isEmpty()) {
-            b->setToolTip(plain + u" ("_s + key.toString(QKeySequence::NativeText) + u')');
+            b->setToolTip(b->accessibleName() + u" ("_s + key.toString(QKeySequence::NativeText)
+                          + u')');
             if (QKeySequence::mnemonic(caption) != key)
                 connect(new QShortcut(key, this), &QShortcut::activated, b, &QPushButton::click);
         }

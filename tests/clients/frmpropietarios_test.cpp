@@ -1,1 +1,795 @@
+#include "clients/client_forms.h"
+#include "clients/deletion.h"
+#include "clients/frmpropietarios.h"
+#include "clients/frmtel.h"
+#include "clients/photos.h"
+#include "clients/registry.h"
+#include "store/settings_row.h"
 #include "support/clinic.h"
+#include "ui/form_registry.h"
+#include "ui/grid.h"
+#include "ui/theme.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+// Readable failures.
+void PrintTo(const QString &text, std::ostream *out) { *out << text.toStdString(); }
+
+namespace
+{
+
+/// Notes that it was opened, for which client and patient, and shows nothing.
+struct Pantalla : FormBase {
+    Pantalla(Sesion &s, const QString &name, QStringList &log) : FormBase(s, name), m_log(log) {}
+    void opened(const QVariantMap &) override
+    {
+        m_log << objectName() + u" %1/%2"_s.arg(m_s.IdGlobal.idc).arg(m_s.IdGlobal.idm);
+    }
+    void setVisible(bool) override {}
+    QStringList &m_log;
+};
+
+class Propietarios : public Clinica
+{
+protected:
+    explicit Propietarios(Idioma idioma = Idioma::Ingles) : Clinica(idioma)
+    {
+        s.carpetaDePrograma = carpeta.path() + u"/programa/"_s;
+        QDir().mkpath(s.carpetaDePrograma);
+        s.clientes->Execute("delete * from clientes");
+        s.clientes->Execute("delete * from mascotas");
+    }
+
+    int client(const QString &ayn, const QString &tel = {})
+    {
+        FichaDeCliente f;
+        f.ayn = ayn;
+        f.tel2 = tel;
+        return AgregarCliente(s, f).id;
+    }
+    int patient(int idc, const QString &nom, bool dec = false)
+    {
+        FichaDePaciente f;
+        f.idc = idc;
+        f.nom = nom;
+        f.dec = dec;
+        return AgregarPaciente(s, f, true).id;
+    }
+
+    void show()
+    {
+        form = std::make_unique<frmPropietarios>(s, forms, [this](const QUrl &link) {
+            log << link.toString();
+            return linkOpens;
+        });
+        form->opened({});
+        form->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+        rest();
+    }
+    /// Until the boxes beside the panels are filled.
+    static void rest() { QTest::qWait(300); }
+
+    template <typename W = QWidget>
+    W *get(const QString &name)
+    {
+        W *w = form->findChild<W *>(name);
+        EXPECT_TRUE(w) << name.toStdString();
+        return w;
+    }
+    QPushButton *button(const QString &name) { return get<QPushButton>(name); }
+    QString text(const QString &name) { return get<QLineEdit>(name)->text(); }
+    QString hint() { return get<QLabel>(u"Ayu"_s)->text(); }
+    QString info(const QString &name) { return get<QPlainTextEdit>(name)->toPlainText(); }
+    Grilla *clients() { return get<Grilla>(u"GClientes"_s); }
+    Grilla *patients() { return get<Grilla>(u"GMascotas"_s); }
+    QString shownClient() { return clients()->Modelo()->TextoDeCelda(clients()->FilaActual(), 1); }
+    QString shownPatient()
+    {
+        return patients()->Modelo()->TextoDeCelda(patients()->FilaActual(), 0);
+    }
+    QStringList names()
+    {
+        QStringList all;
+        for (int row = 0; row < clients()->Modelo()->Filas(); ++row)
+            all << clients()->Modelo()->TextoDeCelda(row, 1);
+        return all;
+    }
+    QString focus()
+    {
+        const QWidget *w = QApplication::focusWidget();
+        return w ? w->objectName() : QString();
+    }
+
+    // As a user types: into whatever has the focus.
+    void key(Qt::Key k, Qt::KeyboardModifiers m = {})
+    {
+        QWidget *w = QApplication::focusWidget();
+        QTest::keyClick(w ? w : form.get(), k, m);
+    }
+    static void keys(QWidget *w, const QString &what)
+    {
+        // Not keyClicks, which knows no letter but those of ASCII.
+        for (const QChar c : what)
+            QTest::sendKeyEvent(QTest::Click, w, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    }
+    void type(const QString &what, bool enter = false)
+    {
+        keys(QApplication::focusWidget(), what);
+        if (enter)
+            key(Qt::Key_Return);
+    }
+    void alt(Qt::Key k) { key(k, Qt::AltModifier); }
+    void enterUntil(const QString &box)
+    {
+        for (int i = 0; i < 20 && focus() != box; ++i)
+            key(Qt::Key_Return);
+        ASSERT_EQ(focus(), box);
+    }
+    void search(const QString &what)
+    {
+        auto *box = get<QLineEdit>(u"Txtapellidob"_s);
+        box->setFocus();
+        box->clear();
+        keys(box, what);
+    }
+    void choose(const QString &ayn)
+    {
+        search(ayn);
+        ASSERT_EQ(shownClient(), ayn);
+    }
+    /// Another form of the program comes to the front, and the user returns from it.
+    void comeBack()
+    {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        form->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    }
+    QStringList taken() { return std::exchange(log, {}); }
+    QString selection() const { return u"%1/%2"_s.arg(s.IdGlobal.idc).arg(s.IdGlobal.idm); }
+
+    QStringList log;
+    bool linkOpens = true;
+    Formularios forms;
+    std::unique_ptr<frmPropietarios> form;
+};
+
+class EnCastellano : public Propietarios
+{
+protected:
+    EnCastellano() : Propietarios(Idioma::Espanol) {}
+};
+
+} // namespace
+
+TEST_F(Propietarios, ANewClientWithTwoPatientsByTheKeyboardAlone)
+{
+    client(u"Zabala"_s);
+    client(u"Abad"_s);
+    show();
+    alt(Qt::Key_N);
+    EXPECT_EQ(text(u"txtidc"_s), u"00003"_s);
+    type(u"Núñez, Ana"_s, true);
+    type(u"Mitre 100"_s, true);
+    type(u"Centro"_s, true); // new: its region comes next
+    ASSERT_EQ(focus(), u"cmbdep"_s);
+    type(u"Canelones"_s, true);
+    type(u"91000"_s, true);
+    type(u"433"_s, true);
+    type(u"555-1234"_s, true);
+    type(u"099 111"_s, true);
+    type(u"ana@kelvara.example"_s, true);
+    enterUntil(u"cmdagregar"_s);
+    key(Qt::Key_Return);
+
+    ASSERT_EQ(focus(), u"cmdnuevomas"_s) << hint().toStdString();
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Núñez, Ana"_s, u"Zabala"_s}));
+    EXPECT_EQ(selection(), u"3/0"_s);
+    for (const QString &name : {u"Luna"_s, u"Bola"_s}) {
+        key(Qt::Key_Return);
+        type(name, true);
+        type(u"Siamés"_s, true);
+        type(u"f"_s, true); // Felino
+        enterUntil(u"Msknac"_s);
+        type(u"29022024"_s);
+        key(Qt::Key_Return);
+        type(u"3.5"_s, true);
+        enterUntil(u"cmdagregarmas"_s);
+        key(Qt::Key_Return);
+        ASSERT_EQ(focus(), u"cmdnuevomas"_s) << hint().toStdString();
+    }
+    EXPECT_EQ(selection(), u"3/2"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select idc, ayn, dir, codp2, codt2, tel2, telc2, email from "
+                                 "clientes where idc = 3"),
+              u"3|Núñez, Ana|Mitre 100|91000|433|555-1234|099 111|ana@kelvara.example\n"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select idm, idc, mascotas.nom, mascotas.esp, mlrazas.nom, fecn, "
+                                 "pes from mascotas inner join mlrazas on mascotas.raz = "
+                                 "mlrazas.id order by idm"),
+              u"1|3|Luna|2|Siamés|2024-02-29|3.5\n2|3|Bola|2|Siamés|2024-02-29|3.5\n"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select nom from email"), u"kelvara.example\n"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select nom, ran from mlrazas where nom = 'Siamés'"),
+              u"Siamés|2\n"_s);
+}
+
+TEST_F(Propietarios, WhatIsRefusedKeepsWhatWasTyped)
+{
+    client(u"Abad"_s);
+    show();
+    alt(Qt::Key_N);
+    ask.Espera(s(2259));
+    QTest::mouseClick(button(u"cmdagregar"_s), Qt::LeftButton);
+    EXPECT_EQ(focus(), u"txtayn"_s);
+    ask.Espera(s(4624)); // the apostrophe
+    type(u"D'Elia"_s, true);
+    EXPECT_EQ(text(u"txtayn"_s), u"DElia"_s);
+    key(Qt::Key_Return);
+    ask.Espera(s(2252));
+    type(u"25"_s, true);
+    EXPECT_EQ(focus(), u"cmbloc"_s);
+    EXPECT_EQ(get<QComboBox>(u"cmbloc"_s)->currentText(), u"25"_s);
+    type(u" de Mayo"_s);
+    ask.Espera(s(4624));
+    type(u"'"_s, true);
+    EXPECT_EQ(focus(), u"cmbdep"_s);
+    QTest::mouseClick(button(u"cmdagregar"_s), Qt::LeftButton);
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"DElia"_s}));
+
+    alt(Qt::Key_W);
+    type(u"Sol"_s);
+    auto *day = get<QLineEdit>(u"Msknac"_s);
+    day->setFocus();
+    keys(day, u"99999999"_s);
+    ask.Espera(s(9300));
+    key(Qt::Key_Return);
+    EXPECT_EQ(text(u"txtnom"_s), u"Sol"_s);
+}
+
+TEST_F(Propietarios, ATelephoneThatIsThereAlready)
+{
+    const int first = client(u"Abad"_s, u"555"_s);
+    client(u"Ruiz"_s);
+    show();
+    choose(u"Ruiz"_s);
+    const auto enter = [this](const QString &name) {
+        alt(Qt::Key_N);
+        type(name, true);
+        get<QLineEdit>(u"txttel"_s)->setFocus();
+        type(u"555"_s);
+        alt(Qt::Key_S);
+    };
+    ask.Espera(s(2257) + u" 555"_s, false);
+    enter(u"Abad again"_s);
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Ruiz"_s}));
+    EXPECT_EQ(s.IdGlobal.idc, first);
+    EXPECT_EQ(shownClient(), u"Abad"_s);
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9478));
+
+    ask.Espera(s(2258), true);
+    enter(u"Abad brother"_s);
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Abad brother"_s, u"Ruiz"_s}));
+    EXPECT_EQ(shownClient(), u"Abad brother"_s);
+}
+
+TEST_F(Propietarios, OwnersAreFoundByNameIdAndTelephone)
+{
+    for (const QString &name : {u"Álvarez"_s, u"alvear"_s, u"*Star"_s, u"#1 Dog"_s, u"[New] Farm"_s,
+                                u"What?"_s, u"Zabala"_s, u"Ñandú"_s})
+        client(name, name == u"Zabala" ? u"12345, 777"_s : QString());
+    show();
+    struct Caso {
+        QString typed, found;
+    };
+    for (const Caso &c : {Caso{u"álv"_s, u"Álvarez"_s},
+                          {u"ALVE"_s, u"alvear"_s},
+                          {u"alvar"_s, u"Álvarez"_s},
+                          {u"*"_s, u"*Star"_s},
+                          {u"#1"_s, u"#1 Dog"_s},
+                          {u"["_s, u"[New] Farm"_s},
+                          {u"What?"_s, u"What?"_s},
+                          {u"nandu"_s, u"Ñandú"_s},
+                          {u"12345"_s, u"Zabala"_s},
+                          {u"0003"_s, u"*Star"_s},
+                          {u"7"_s, u"Zabala"_s}}) {
+        search(c.typed);
+        EXPECT_EQ(shownClient(), c.found) << c.typed.toStdString();
+        EXPECT_EQ(hint(), s(2243) + u' ' + c.found + u' ' + s(2244));
+        EXPECT_EQ(text(u"txtayn"_s), c.found);
+    }
+    // On the way the beginning is found; where nothing is, the row stays.
+    for (const Caso &c : {Caso{u"Wh*"_s, u"What?"_s},
+                          {u"?lvar"_s, u"What?"_s},
+                          {u"99"_s, u"What?"_s},
+                          {u"123456"_s, u"Zabala"_s},
+                          {u"99999999999"_s, u"Zabala"_s}}) {
+        search(c.typed);
+        EXPECT_EQ(hint(), (s(2245) + c.typed).trimmed());
+        EXPECT_EQ(shownClient(), c.found) << c.typed.toStdString();
+    }
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(hint(), s(9458));
+}
+
+TEST_F(Propietarios, ArrowsWalkTheClientsAndEnterOpensTheMenu)
+{
+    const int abad = client(u"Abad"_s), ruiz = client(u"Ruiz"_s);
+    const int luna = patient(ruiz, u"Luna"_s);
+    for (const QString &name : {u"frmventas"_s, u"frmos"_s, u"frmficha"_s})
+        forms.Registrar(name, [this, name] { return new Pantalla(s, name, log); });
+    show();
+    EXPECT_EQ(selection(), u"%1/0"_s.arg(abad));
+    key(Qt::Key_Down);
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna));
+    EXPECT_EQ(focus(), u"Txtapellidob"_s);
+    rest();
+    EXPECT_TRUE(info(u"txtinfoCliente"_s).startsWith(s(2273))) << "what is told beside the client";
+
+    auto *menu = get<QMenu>(u"menuRapido"_s);
+    const QString here = u' ' + selection();
+    const std::pair<Qt::Key, QString> ways[] = {{Qt::Key_1, u"frmventas"_s + here},
+                                                {Qt::Key_S, u"frmventas"_s + here},
+                                                {Qt::Key_2, u"frmos"_s + here},
+                                                {Qt::Key_3, u"frmficha"_s + here},
+                                                {Qt::Key_4, {}},
+                                                {Qt::Key_Escape, {}}};
+    for (const auto &[way, opened] : ways) {
+        key(Qt::Key_Return);
+        ASSERT_TRUE(menu->isVisible());
+        QTest::keyClick(menu, way);
+        EXPECT_FALSE(menu->isVisible());
+        EXPECT_EQ(taken(), opened.isEmpty() ? QStringList() : QStringList{opened});
+    }
+    alt(Qt::Key_V);
+    alt(Qt::Key_F);
+    alt(Qt::Key_O);
+    EXPECT_EQ(taken(),
+              QStringList({u"frmventas"_s + here, u"frmficha"_s + here, u"frmos"_s + here}));
+    patients()->setFocus();
+    key(Qt::Key_Return);
+    EXPECT_EQ(taken(), QStringList{u"frmficha"_s + here});
+}
+
+TEST_F(Propietarios, PatientsAreFoundHereAndAmongAllClients)
+{
+    const int abad = client(u"Abad"_s), ruiz = client(u"Ruiz"_s);
+    patient(abad, u"Bola"_s);
+    const int luna = patient(abad, u"Luna"_s), luna2 = patient(ruiz, u"Luna"_s);
+    const int star = patient(ruiz, u"*Sol"_s, true);
+    show();
+    auto *box = get<QLineEdit>(u"txtmascotab"_s);
+    const auto look = [&](const QString &what) {
+        box->setFocus();
+        box->clear();
+        keys(box, what);
+    };
+    look(u"lu"_s);
+    EXPECT_EQ(s.IdGlobal.idm, luna);
+    EXPECT_EQ(hint(), s(9459) + u" Luna"_s);
+    look(u"*"_s);
+    EXPECT_EQ(hint(), s(9460) + u" *"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(star)) << "the only one, with its owner";
+    EXPECT_EQ(shownPatient(), u"*Sol · "_s + s(9467));
+    ask.EsperaSeleccion(s(9462), QList<int>{1});
+    look(u"Luna"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna2));
+    ask.EsperaSeleccion(s(9462), std::nullopt);
+    key(Qt::Key_Return);
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna2));
+    look(u"Nobody"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(hint(), s(9461) + u" Nobody"_s);
+}
+
+TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
+{
+    const int abad = client(u"Abad"_s);
+    patient(abad, u"Luna"_s);
+    show();
+    alt(Qt::Key_N);
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), u"Cancelar"_s);
+    for (const QString &name : {u"GClientes"_s, u"GMascotas"_s, u"Txtapellidob"_s, u"txtmascotab"_s,
+                                u"cmdnuevomas"_s, u"cmdmodificarmas"_s, u"cmdMail"_s})
+        EXPECT_FALSE(get(name)->isEnabled()) << name.toStdString();
+    key(Qt::Key_Escape); // nothing was typed: no question
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9478));
+    EXPECT_EQ(text(u"txtayn"_s), u"Abad"_s) << "the row is back";
+    EXPECT_TRUE(form->isVisible());
+
+    alt(Qt::Key_R);
+    EXPECT_EQ(button(u"cmdmodificarmas"_s)->text(), u"Cancelar"_s);
+    EXPECT_FALSE(button(u"cmdNuevo"_s)->isEnabled());
+    type(u"Otra"_s);
+    ask.Espera(s(9515), false);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(text(u"txtnom"_s), u"Otra"_s);
+    ask.Espera(s(9515), true);
+    form->close();
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(text(u"txtnom"_s), u"Luna"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select nom from mascotas"), u"Luna\n"_s);
+    QTest::mouseClick(button(u"cmdvolver"_s), Qt::LeftButton);
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
+{
+    const int abad = client(u"Abad"_s), ruiz = client(u"Ruiz"_s);
+    const int luna = patient(ruiz, u"Luna"_s), sol = patient(ruiz, u"Sol"_s);
+    show();
+    s.IdGlobal = {ruiz, sol};
+    comeBack();
+    EXPECT_EQ(shownClient() + u'/' + shownPatient(), u"Ruiz/Sol"_s);
+    s.IdGlobal.idm = luna;
+    comeBack();
+    EXPECT_EQ(shownPatient(), u"Luna"_s);
+
+    {
+        Sesion other(ask, impresion, Idioma::Ingles);
+        other.reloj = s.reloj;
+        FijarCarpetaDeDatos(other, carpeta.path());
+        ASSERT_FALSE(AbrirAlmacen(other));
+        FichaDeCliente f = *LeerCliente(other, ruiz);
+        f.ayn = u"Aguirre"_s;
+        ASSERT_FALSE(ModificarCliente(other, f));
+        f = {};
+        f.ayn = u"Zabala"_s;
+        ASSERT_TRUE(AgregarCliente(other, f).id);
+    }
+    QTest::qWait(250); // other programs' writes are looked for five times a second
+    comeBack();
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Aguirre"_s, u"Zabala"_s}));
+    EXPECT_EQ(shownClient() + u'/' + shownPatient(), u"Aguirre/Luna"_s);
+
+    // A form of this program writes patients and debts.
+    s.clientes->Execute("update mascotas set nom = 'Lola' where idm = ?", luna);
+    comeBack();
+    EXPECT_EQ(shownPatient(), u"Lola"_s);
+    s.clientes->Execute("update clientes set deuda = -1 where idc = ?", ruiz);
+    comeBack();
+    EXPECT_EQ(clients()->Modelo()->Fila(clients()->FilaActual()).realce, Realce::Alerta);
+
+    s.IdGlobal = {999, 0};
+    ask.Espera(u"Error de cambio de IdGlobal\nNo se encontro el cliente."_s);
+    comeBack();
+    EXPECT_EQ(s.IdGlobal.idc, ruiz) << "what is shown is what is worked on";
+    comeBack();
+
+    alt(Qt::Key_N);
+    type(u"Half"_s);
+    s.IdGlobal = {abad, 0};
+    comeBack();
+    EXPECT_EQ(text(u"txtayn"_s), u"Half"_s);
+    ask.Espera(s(9515), true);
+    key(Qt::Key_Escape);
+}
+
+TEST_F(Propietarios, ADraftOutlivesTheProgram)
+{
+    const int abad = client(u"Abad"_s);
+    const int luna = patient(abad, u"Luna"_s);
+    const auto drafts = [this] {
+        return QDir(s.carpetaDePrograma).entryList({u"borrador-*"_s}).size();
+    };
+    const auto crash = [&] {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return drafts() == 1; }));
+        form.reset();
+    };
+    show();
+    alt(Qt::Key_N);
+    type(u"Half a name"_s, true);
+    type(u"Mitre 1"_s);
+    crash();
+
+    ask.Espera(s(9516), true);
+    show();
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9484));
+    EXPECT_EQ(text(u"txtayn"_s) + u'/' + text(u"txtdir"_s), u"Half a name/Mitre 1"_s);
+    alt(Qt::Key_S);
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Half a name"_s}));
+
+    choose(u"Abad"_s);
+    alt(Qt::Key_D);
+    type(u"Lola"_s);
+    get<QComboBox>(u"cmbser"_s)->setCurrentIndex(1);
+    crash();
+    ask.Espera(s(9516), true);
+    show();
+    EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
+    alt(Qt::Key_S);
+    EXPECT_EQ(Filas(*s.clientes, "select idm, nom, ser from mascotas"), u"%1|Lola|1\n"_s.arg(luna));
+
+    alt(Qt::Key_D);
+    type(u"Lulu"_s);
+    crash();
+    ask.Espera(s(9516), false);
+    show();
+    EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
+    EXPECT_EQ(drafts(), 0) << "what was declined is not offered again";
+}
+
+TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
+{
+    s.clientes->Execute(
+        "insert into cldepartamento (id, nom, ctel) values (1, 'Canelones', '433')");
+    s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (2, 'Colonia', '452')");
+    s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (5, 'Centro', '91', 1)");
+    s.clientes->Execute("insert into mlrazas (id, nom, esp) values (7, 'Boxer', 1)");
+    s.clientes->Execute("insert into email (nom) values ('kelvara.example')");
+    s.clientes->Execute("insert into email (nom) values ('kite.example')");
+    const int abad = client(u"Abad"_s);
+    s.clientes->Execute("update clientes set faltamail = -1");
+    show();
+    alt(Qt::Key_I); // edit
+    get<QComboBox>(u"cmbloc"_s)->setFocus();
+    type(u"ce"_s);
+    const auto place = [this] {
+        return get<QComboBox>(u"cmbloc"_s)->currentText() + u'|'
+               + get<QComboBox>(u"cmbdep"_s)->currentText() + u'|' + text(u"txtcodp"_s) + u'|'
+               + text(u"txtcodt"_s);
+    };
+    EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
+    type(u"x"_s);
+    EXPECT_EQ(get<QComboBox>(u"cmbloc"_s)->currentText(), u"Cex"_s);
+    EXPECT_EQ(text(u"txtcodp"_s), QString()) << "the other place's code";
+    EXPECT_EQ(hint(), s(2254));
+    key(Qt::Key_Backspace);
+    type(u"ntro"_s, true);
+    EXPECT_EQ(focus(), u"txtcodp"_s) << "a known place passes its region by";
+    EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
+
+    auto *mail = get<QLineEdit>(u"txtemail"_s);
+    mail->setFocus();
+    type(u"ana@k"_s);
+    EXPECT_EQ(mail->text(), u"ana@kelvara.example"_s);
+    type(u"i"_s);
+    EXPECT_EQ(mail->text(), u"ana@kite.example"_s);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(mail->text(), u"ana@ki"_s);
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    EXPECT_EQ(mail->text(), u"ana@kite.example"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(Filas(*s.clientes, "select faltamail from clientes"), u"0\n"_s);
+    alt(Qt::Key_S);
+    EXPECT_EQ(Filas(*s.clientes, "select loc, dep, email from clientes"),
+              u"5|1|ana@kite.example\n"_s);
+
+    patient(abad, u"Luna"_s);
+    comeBack();
+    alt(Qt::Key_D);
+    get<QComboBox>(u"cmbraza"_s)->setFocus();
+    type(u"b"_s);
+    auto *species = get<QComboBox>(u"cmbespecie"_s);
+    EXPECT_EQ(species->currentText(), u"Canino"_s);
+    species->setFocus();
+    type(u"Fel"_s); // of the breed, for all its patients
+    EXPECT_EQ(Filas(*s.clientes, "select esp from mlrazas where id = 7"), u"2\n"_s);
+    alt(Qt::Key_S);
+    EXPECT_EQ(Filas(*s.clientes, "select raz, esp from mascotas"), u"7|2\n"_s);
+}
+
+TEST_F(Propietarios, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)
+{
+    client(u"Abad"_s);
+    const int ruiz = client(u"Ruiz"_s);
+    patient(ruiz, u"Luna"_s);
+    patient(ruiz, u"Sol"_s);
+    show();
+    s.usuario.ut = 1;
+    clients()->setFocus();
+    ask.Espera(s(1));
+    key(Qt::Key_Delete);
+    choose(u"Ruiz"_s);
+    patients()->setFocus();
+    ask.Espera(s(1));
+    key(Qt::Key_Delete);
+    s.usuario.ut = 2;
+    ask.Espera(s(3), false);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(patients()->Modelo()->Filas(), 2);
+    ask.Espera(s(3), true);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(shownPatient(), u"Sol"_s);
+    ask.Espera(s(3), true);
+    QTest::mouseClick(button(u"cmdEliminar"_s), Qt::LeftButton);
+    EXPECT_EQ(shownClient(), u"Abad"_s);
+    EXPECT_EQ(patients()->Modelo()->Filas(), 0);
+    ask.Espera(s(3), true);
+    QTest::mouseClick(button(u"cmdEliminar"_s), Qt::LeftButton);
+    EXPECT_EQ(selection(), u"0/0"_s);
+    EXPECT_EQ(text(u"txtayn"_s), QString());
+    EXPECT_FALSE(button(u"cmdEliminar"_s)->isEnabled());
+    EXPECT_FALSE(button(u"cmdnuevomas"_s)->isEnabled());
+    alt(Qt::Key_N);
+    type(u"First"_s);
+    alt(Qt::Key_S);
+    EXPECT_EQ(names(), QStringList{u"First"_s});
+}
+
+TEST_F(Propietarios, APhotoIsChosenPastedAndRemoved)
+{
+    const int luna = patient(client(u"Abad"_s), u"Luna"_s);
+    QImage picture(40, 30, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    const QString file = carpeta.filePath(u"luna.png"_s), bad = carpeta.filePath(u"bad.png"_s);
+    ASSERT_TRUE(picture.save(file));
+    QFile broken(bad);
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly) && broken.write("no picture") > 0);
+    broken.close();
+    show();
+    auto *photo = get<QLabel>(u"PicMascota"_s);
+    const auto stored = [&] { return QImage(ArchivoDeFoto(s, luna)).pixelColor(5, 5); };
+    ask.EsperaTexto(s(9512), bad);
+    QTest::mouseClick(photo, Qt::LeftButton);
+    EXPECT_TRUE(hint().startsWith(s(9526)));
+    EXPECT_FALSE(QFile::exists(ArchivoDeFoto(s, luna)));
+    ask.EsperaTexto(s(9512), file);
+    QTest::mouseClick(photo, Qt::LeftButton);
+    EXPECT_EQ(stored(), QColor(Qt::red));
+    EXPECT_FALSE(photo->pixmap().isNull());
+    picture.fill(Qt::blue);
+    QApplication::clipboard()->setImage(picture);
+    photo->setFocus();
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(stored(), QColor(Qt::blue));
+    ask.Espera(s(9527), false);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(stored(), QColor(Qt::blue));
+    ask.Espera(s(9527), true);
+    key(Qt::Key_Delete);
+    EXPECT_FALSE(QFile::exists(ArchivoDeFoto(s, luna)));
+    EXPECT_EQ(Filas(*s.clientes, "select fot from mascotas"), u"0\n"_s);
+    alt(Qt::Key_D);
+    QTest::mouseClick(photo, Qt::LeftButton); // not while the patient is changed
+}
+
+TEST_F(Propietarios, ShortcutsSayWhatIsMissing)
+{
+    show();
+    EXPECT_FALSE(button(u"cmdvender"_s)->isEnabled()) << "there is no such form";
+    const auto click = [this](const QString &name) {
+        QTest::mouseClick(button(name), Qt::LeftButton);
+    };
+    ask.Espera(s(2262));
+    click(u"cmdHospedaje"_s);
+    ask.Espera(s(2269));
+    click(u"cmdTurnos"_s);
+    const int abad = client(u"Abad"_s);
+    comeBack();
+    s.IdGlobal = {abad, 0};
+    ask.Espera(s(2262));
+    click(u"cmdHospedaje"_s);
+    ask.Espera(s(2263));
+    click(u"cmdMail"_s);
+    ask.Espera(s(2268));
+    click(u"cmdTel"_s);
+    EXPECT_TRUE(taken().isEmpty());
+
+    const int luna = patient(abad, u"Luna"_s);
+    s.clientes->Execute("update clientes set email = 'a@b.example, c@d.example', tel2 = '(2) 555'");
+    s.clientes->Execute("insert into mhospedaje (idm, idcanil, fent, fsal, tip) values (?, 1, "
+                        "#03/10/2026#, #03/12/2026#, 'h')",
+                        luna);
+    comeBack();
+    rest();
+    EXPECT_FALSE(button(u"cmdHospedaje"_s)->isEnabled());
+    EXPECT_EQ(button(u"cmdHospedaje"_s)->property("tag").toString(), u"alt"_s);
+    click(u"cmdMail"_s);
+    EXPECT_EQ(taken(), QStringList{u"mailto:a@b.example,c@d.example"_s});
+    linkOpens = false;
+    get<QAction>(u"accEscribirCorreo"_s)->trigger();
+    EXPECT_EQ(hint(), s(9523));
+    get<QAction>(u"accCopiarTel"_s)->trigger();
+    EXPECT_EQ(QApplication::clipboard()->text(), u"(2) 555"_s);
+    EXPECT_FALSE(get<QAction>(u"accCopiarCel"_s)->isVisible());
+}
+
+TEST_F(Propietarios, FrmTelDialsAndHangsUpWhenItIsClosed)
+{
+    const int modem = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_TRUE(modem >= 0 && grantpt(modem) == 0 && unlockpt(modem) == 0);
+    QByteArray heard;
+    const auto hears = [&](const QByteArray &what) {
+        return QTest::qWaitFor([&] {
+            char part[64];
+            for (ssize_t n; (n = ::read(modem, part, sizeof part)) > 0;)
+                heard.append(part, n);
+            return heard.contains(what);
+        });
+    };
+    frmTel call(s);
+    const auto state = [&] { return call.findChild<QLabel *>(u"lblEstado"_s)->text(); };
+    auto *port = call.findChild<QComboBox *>(u"cmbPuerto"_s);
+    const auto press = [&](const QString &name) {
+        QTest::mouseClick(call.findChild<QPushButton *>(name), Qt::LeftButton);
+    };
+    call.opened({{u"numeros"_s, QStringList{u"5551234"_s}}});
+    call.show();
+    port->setEditText(u"/dev/nowhere"_s);
+    press(u"cmdLlamar"_s);
+    EXPECT_TRUE(state().startsWith(s(9541))) << state().toStdString();
+    port->setEditText(QString::fromLocal8Bit(ptsname(modem)));
+    press(u"cmdLlamar"_s);
+    EXPECT_EQ(state(), s(4405) + u"5551234"_s);
+    EXPECT_TRUE(hears("ATDT5551234;\r")) << heard.constData();
+    ASSERT_EQ(::write(modem, "\r\nOK\r\n", 6), 6);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state() == s(9540); }));
+    press(u"cmdTerminar"_s);
+    EXPECT_TRUE(hears("ATH\r"));
+    heard.clear();
+
+    // The port is remembered: the next call begins by itself.
+    call.close();
+    call.opened({{u"numeros"_s, QStringList{u"777"_s}}});
+    call.show();
+    EXPECT_TRUE(hears("ATDT777;\r")) << heard.constData();
+    call.close();
+    EXPECT_TRUE(hears("ATH\r"));
+    ::close(modem);
+}
+
+class EnCadaIdioma : public Propietarios, public testing::WithParamInterface<int>
+{
+protected:
+    EnCadaIdioma() : Propietarios(Idioma(GetParam())) {}
+};
+
+TEST_P(EnCadaIdioma, NothingIsCutNamelessOrReachedByTwoKeys)
+{
+    AplicarTema(*qApp, 1);
+    patient(client(u"Abad"_s, u"555"_s), u"Luna"_s);
+    show();
+    form->resize(1320, 700);
+    for (const bool editing : {false, true}) {
+        if (editing)
+            button(u"cmdmodificar"_s)->click();
+        QCoreApplication::processEvents();
+        QStringList keys;
+        for (QWidget *w : form->findChildren<QWidget *>()) {
+            if (!w->isVisibleTo(form.get()) || w->window() != form.get())
+                continue;
+            const std::string name = w->objectName().toStdString();
+            if (w->focusPolicy() != Qt::NoFocus && !w->focusProxy()) {
+                EXPECT_FALSE(w->accessibleName().isEmpty()) << name << w->metaObject()->className();
+            }
+            QString caption;
+            if (const auto *b = qobject_cast<QPushButton *>(w)) {
+                caption = b->text();
+                EXPECT_GE(w->width(), w->sizeHint().width()) << name;
+            } else if (const auto *label = qobject_cast<QLabel *>(w);
+                       label && !label->wordWrap() && name != "Ayu") {
+                caption = label->buddy() ? label->text() : QString();
+                EXPECT_GE(w->width(), w->sizeHint().width()) << label->text().toStdString();
+            }
+            if (const QKeySequence key = QKeySequence::mnemonic(caption); !key.isEmpty())
+                keys << key.toString();
+        }
+        const QStringList taken = std::exchange(keys, {});
+        EXPECT_EQ(QSet<QString>(taken.begin(), taken.end()).size(), taken.size())
+            << taken.join(u' ').toStdString();
+        EXPECT_GT(taken.size(), 12);
+    }
+    qApp->setStyleSheet({});
+}
+
+INSTANTIATE_TEST_SUITE_P(Idiomas, EnCadaIdioma, testing::Values(0, 1, 2));

@@ -23,8 +23,10 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QLockFile>
+#include <QTranslator>
 
 #include <cstdio>
 
@@ -73,6 +75,11 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     QApplication::setWindowIcon(Icono(QStringLiteral("kelvara")));
     QApplication::setQuitOnLastWindowClosed(false); // the board decides when the program ends
     AplicarTema(app, 1);
+    // The toolkit's own boxes: files, colours, context menus of text boxes.
+    QTranslator delToolkit;
+    if (delToolkit.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&delToolkit);
 
     DialogosDeVentana dialogos{Textos(idioma)};
     ImpresionDeEscritorio impresion;

@@ -48,7 +48,7 @@ QList<ColumnaDeGrilla> columnsOf(const Sesion &s, Busqueda busqueda)
     static constexpr int ofPatients[] = {64, 120, 170, 150, 84,  120, 150, 150,
                                          80, 96,  90,  180, 130, 110, 110, 200};
     // Id, name, address, sub-region, region, two codes, two telephones, mail, source, notes.
-    static constexpr int ofClients[] = {64, 200, 200, 130, 110, 96, 100, 110, 120, 190, 130, 200};
+    static constexpr int ofClients[] = {64, 190, 200, 140, 110, 120, 120, 120, 120, 200, 120, 200};
 
     QList<ColumnaDeGrilla> columns;
     const std::span<const int> titles = TitulosDe(busqueda);

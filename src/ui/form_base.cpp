@@ -2,7 +2,6 @@
 
 #include "store/lookups.h"
 #include "store/opening.h"
-#include "ui/window_dialogs.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -90,6 +89,8 @@ bool FormBase::guarded(const std::function<void()> &task)
     } catch (...) {
         tellFailure(m_s, ErrorNum::Interno, u"Unknown failure"_s, objectName());
     }
+    // Where closing the message activates the form again, it must not come up for ever.
+    m_passOver = m_activating;
     return false;
 }
 
@@ -151,12 +152,9 @@ void FormBase::refuseApostropheIn(const QList<QWidget *> &boxes)
 
 bool FormBase::event(QEvent *event)
 {
-    // What opens a box when it is activated must not be called again because the box closed.
-    if (event->type() == QEvent::WindowDeactivate)
-        m_leftForBox = DialogosDeVentana::HayUnaAbierta();
     const bool handled = QDialog::event(event);
-    if (event->type() == QEvent::WindowActivate && !std::exchange(m_leftForBox, false)
-        && !m_activating) {
+    if (event->type() == QEvent::WindowActivate && !m_activating
+        && !std::exchange(m_passOver, false)) {
         m_activating = true;
         guarded([this] { activated(); });
         m_activating = false;
@@ -238,6 +236,7 @@ void FormBase::rememberColumns(QHeaderView *header)
 
 void FormBase::hideEvent(QHideEvent *event)
 {
+    m_passOver = false;
     if (!event->spontaneous() && (m_remembersSize || !m_headers.isEmpty())) {
         QSettings ini(iniFile(), QSettings::IniFormat);
         if (m_remembersSize)

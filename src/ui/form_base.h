@@ -39,8 +39,8 @@ public:
     bool guarded(const std::function<void()> &task);
 
 protected:
-    /// Called, guarded, each time the user comes to the form from another one or from another
-    /// program; not when a box over it closes.
+    /// Called, guarded, each time the form becomes the active window: it was opened, or the user
+    /// comes back to it. After a failure the next time is passed over.
     virtual void activated();
 
     /// ENTER moves from each of these to the next that can be used; boxes arrive selected. In a
@@ -74,5 +74,5 @@ private:
     QList<QPointer<QHeaderView>> m_headers;
     bool m_remembersSize = false;
     bool m_activating = false;
-    bool m_leftForBox = false;
+    bool m_passOver = false; // the next activation
 };

@@ -32,6 +32,7 @@ enum Texto {
     Modificado,
     Eliminado,
     Listas_,
+    TeclasSinEliminar = 9726,
 };
 
 /// Names of the buttons of one list. Regions are never deleted, so they have no third one.
@@ -81,7 +82,7 @@ public:
         all->addWidget(m_grid, 1);
         all->addLayout(buttons);
         connect(m_grid, &Grilla::filaElegida, this, [this] { change(); });
-        AvisarAlEntrar(c, m_grid, Teclas);
+        AvisarAlEntrar(c, m_grid, m_remove ? Teclas : TeclasSinEliminar);
         // Entries are added while clients are entered, here and on other terminals.
         AlMostrar(this, [this] { m_c.guarded([this] { load(current()); }); });
     }

@@ -70,13 +70,11 @@ private:
         RTxtMen->setTabChangesFocus(true);
         RTxtMen->setMinimumHeight(textHeight);
         RTxtMen->setToolTip(s(AyudaDeTags));
-        cmdTag =
-            named(new QPushButton(s(InsertarDato)), u"cmdTag"_s, Parte::SinLetra(s(InsertarDato)));
+        cmdTag = Parte::Boton(s(InsertarDato), u"cmdTag"_s);
         cmdTag->setMenu(menuOfTags());
         m_whom = new QLabel;
         m_whom->setTextFormat(Qt::PlainText);
-        cmdOtro =
-            named(new QPushButton(s(OtroCliente)), u"cmdOtro"_s, Parte::SinLetra(s(OtroCliente)));
+        cmdOtro = Parte::Boton(s(OtroCliente), u"cmdOtro"_s);
         txtVista = named(new QPlainTextEdit, u"txtVista"_s, s(AsiLoRecibe));
         txtVista->setReadOnly(true);
         txtVista->setTabChangesFocus(true);
@@ -92,6 +90,8 @@ private:
         column->addLayout(choice);
         column->addLayout(headed(captionOf(s(TextoDelMensaje), RTxtMen), cmdTag, RTxtMen), 1);
         column->addLayout(headed(m_whom, cmdOtro, txtVista), 1);
+        setTabOrder(cmbAMensaje, RTxtMen); // the text before the button above it
+        setTabOrder(RTxtMen, cmdTag);
     }
 
     static QLayout *headed(QWidget *caption, QWidget *button, QWidget *text)

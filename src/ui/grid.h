@@ -45,6 +45,9 @@ class ModeloDeGrilla : public QAbstractTableModel
 {
     Q_OBJECT
 public:
+    /// Role of a cell's sign: its Realce, where one is to be drawn.
+    static constexpr int RolDeSigno = Qt::UserRole + 1;
+
     ModeloDeGrilla(const Sesion &s, QList<ColumnaDeGrilla> columnas, QObject *parent = nullptr);
 
     /// Takes the place of all rows, sorted if a sort is on.

@@ -180,6 +180,7 @@ QWidget *frmImportar::buildColumns()
     txtPropietario = named(new QLineEdit, u"txtPropietario"_s, plain(m_s(SinPropietario)));
     txtPropietario->setMaxLength(m_s.clientes->Ancho("clientes", "ayn"));
     txtPropietario->setMinimumWidth(160);
+    txtPropietario->setAcceptDrops(false); // a file that is dropped on it is meant for the form
     refuseApostrophe({txtPropietario});
     auto *owner = new QLabel(m_s(SinPropietario));
     owner->setBuddy(txtPropietario);

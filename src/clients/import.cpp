@@ -182,6 +182,7 @@ private:
     bool Fallar(InformeDeImportacion::Falta falta, const QString &texto);
     bool Preparar();
     bool HallarOrden(const Seguir &seguir);
+    bool Seguimos(const ArchivoDelimitado &archivo, const Seguir &seguir);
     bool Leer(const Seguir &seguir);
     void LeerFila(const QStringList &campos);
     void Cotejar();
@@ -271,6 +272,13 @@ bool Plan::Preparar()
     return true;
 }
 
+bool Plan::Seguimos(const ArchivoDelimitado &archivo, const Seguir &seguir)
+{
+    s.avance.Barra(int(archivo.Leido() / 1024), int(archivo.Tamano() / 1024) + 1);
+    informe.interrumpido = seguir && !seguir();
+    return !informe.interrumpido;
+}
+
 // Looks through all birth dates for one that can be read in one way only.
 bool Plan::HallarOrden(const Seguir &seguir)
 {
@@ -284,10 +292,8 @@ bool Plan::HallarOrden(const Seguir &seguir)
     archivo.Leer(campos);
     bool diaMes = false, mesDia = false, ambigua = false;
     for (int n = 0; archivo.Leer(campos); ++n) {
-        if (n % FilasPorAvance == 0 && seguir && !seguir()) {
-            informe.interrumpido = true;
+        if (n % FilasPorAvance == 0 && !Seguimos(archivo, seguir))
             return false;
-        }
         switch (OrdenQuePrueba(campos.value(m_columnaDe[size_t(Dato::Nacimiento)]))) {
         case PruebaDeOrden::DiaMes:
             diaMes = true;
@@ -320,13 +326,9 @@ bool Plan::Leer(const Seguir &seguir)
         return Fallar(Falta::Archivo, s(ArchivoVacio));
     const qsizetype titulos = campos.size();
     for (int n = 0; archivo.Leer(campos); ++n) {
-        if (n % FilasPorAvance == 0) {
-            s.avance.Barra(int(archivo.Leido() / 1024), int(archivo.Tamano() / 1024) + 1);
-            if (seguir && !seguir()) {
-                informe.interrumpido = true;
-                informe.lineas.clear();
-                return false;
-            }
+        if (n % FilasPorAvance == 0 && !Seguimos(archivo, seguir)) {
+            informe.lineas.clear();
+            return false;
         }
         LineaDeInforme linea;
         linea.linea = archivo.Linea();

@@ -103,7 +103,7 @@ void PanelDeCliente::build()
 
     auto *boxes = new QWidget;
     auto *grid = new RejillaDeCampos(boxes);
-    grid->Fila(m_s(Nombre), txtayn, m_s(Numero), txtidc);
+    grid->Fila(m_s(Nombre), txtayn, txtidc);
     grid->Fila(m_s(Direccion), txtdir);
     grid->Fila(m_s(Localidad), cmbloc, m_s(Region), cmbdep);
     grid->Fila(m_s(CodigoPostal), txtcodp, m_s(CodigoDeArea), txtcodt);
@@ -215,9 +215,12 @@ void PanelDeCliente::Mostrar(const FichaDeCliente &ficha)
     txtUVisita->setText(ficha.fecu.isValid() ? m_s(UltimaVisita) + u": "_s + TextoDeDia(ficha.fecu)
                                              : QString());
     txtdebe->setText(ficha.idc ? m_s(Debe) + u": "_s + m_s(ficha.deuda ? Si : No) : QString());
-    txtdebe->setProperty("clase", ficha.deuda ? u"falla"_s : QString());
-    txtdebe->style()->unpolish(txtdebe);
-    txtdebe->style()->polish(txtdebe);
+    if (const QString look = ficha.deuda ? u"falla"_s : QString();
+        txtdebe->property("clase").toString() != look) {
+        txtdebe->setProperty("clase", look);
+        txtdebe->style()->unpolish(txtdebe);
+        txtdebe->style()->polish(txtdebe);
+    }
     txtinfoCliente->clear();
 }
 

@@ -220,6 +220,7 @@ bool frmPropietarios::goToClient(int idc, int idm)
     {
         const QScopedValueRollback busy(m_ocupado, true);
         GClientes->Seleccionar(row);
+        GClientes->scrollTo(GClientes->currentIndex(), QAbstractItemView::PositionAtCenter);
     }
     showClient(idc, idm);
     return true;
@@ -317,6 +318,8 @@ void frmPropietarios::searchClient(const QString &texto)
     if (row < 0)
         return Ayu->Fallo((m_s(BusquedaNoExitoCliente) + texto).trimmed());
     GClientes->Seleccionar(row);
+    // Namesakes stand below.
+    GClientes->scrollTo(GClientes->currentIndex(), QAbstractItemView::PositionAtCenter);
     Ayu->Logro(m_s(BusquedaExitoCliente) + u' '
                + m_clientes->TextoDeCelda(row, ColumnaDeCliente::Nombre) + u' '
                + m_s(AyudaDeBusqueda));

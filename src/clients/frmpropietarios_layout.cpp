@@ -69,7 +69,7 @@ void frmPropietarios::build()
     head->addWidget(cmdvolver);
     // One grid for both halves, so that what stands side by side stands on one line.
     auto *halves = new QGridLayout;
-    halves->setHorizontalSpacing(Espacio::XL);
+    halves->setHorizontalSpacing(Espacio::L);
     halves->setVerticalSpacing(Espacio::S);
     halves->setRowStretch(1, 1);
     buildClients(halves);

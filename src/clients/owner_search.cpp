@@ -10,8 +10,16 @@ namespace
 int findPlainName(const ModeloDeGrilla &clients, const QString &text)
 {
     const std::string wanted = jet::Llano(text.toStdString());
+    if (wanted.empty())
+        return -1;
+    // Most names are told apart by their first letter, which costs nothing to see.
+    const auto beginsOtherwise = [first = wanted.front()](QChar c) {
+        return c.unicode() < 0x80 && uchar(first) < 0x80 && c.toLower() != QLatin1Char(first);
+    };
     for (int row = 0; row < clients.Filas(); ++row) {
         const QString name = clients.Fila(row).celdas[ColumnaDeCliente::Nombre].toText();
+        if (name.isEmpty() || beginsOtherwise(name.front()))
+            continue;
         if (jet::Llano(name.left(text.size()).toStdString()) == wanted)
             return row;
     }

@@ -17,6 +17,7 @@ namespace
 enum Texto { Renglones = 9528 };
 
 constexpr int columns = 4; // caption, box, caption, box
+constexpr int codeWidth = 68;
 const QString titleKey = u"teclaDelTitulo"_s;
 
 } // namespace
@@ -26,8 +27,8 @@ RejillaDeCampos::RejillaDeCampos(QWidget *dueno) : QGridLayout(dueno)
     setContentsMargins({});
     setHorizontalSpacing(Espacio::S);
     setVerticalSpacing(Espacio::XS + 1);
-    setColumnStretch(1, 3);
-    setColumnStretch(3, 2);
+    for (const int boxColumn : {1, 3})
+        setColumnStretch(boxColumn, 1);
 }
 
 QLabel *RejillaDeCampos::caption(const QString &titulo, QWidget *caja)
@@ -38,12 +39,21 @@ QLabel *RejillaDeCampos::caption(const QString &titulo, QWidget *caja)
     return label;
 }
 
-void RejillaDeCampos::Fila(const QString &titulo, QWidget *caja)
+void RejillaDeCampos::Fila(const QString &titulo, QWidget *caja, QWidget *codigo)
 {
     const int row = rowCount();
     const bool tall = qobject_cast<QPlainTextEdit *>(caja);
     addWidget(caption(titulo, caja), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
-    addWidget(caja, row, 1, 1, columns - 1);
+    if (codigo) {
+        auto *line = new QHBoxLayout;
+        line->setSpacing(Espacio::S);
+        line->addWidget(caja, 1);
+        line->addWidget(codigo);
+        codigo->setFixedWidth(codeWidth);
+        addLayout(line, row, 1, 1, columns - 1);
+    } else {
+        addWidget(caja, row, 1, 1, columns - 1);
+    }
     if (tall)
         setRowStretch(row, 1);
 }
@@ -165,6 +175,8 @@ QLineEdit *CajaDeColumna(const Sesion &s, std::string_view tabla, std::string_vi
 
 void PonerTitulo(QPushButton *boton, const QString &titulo)
 {
+    if (boton->text() == titulo)
+        return;
     QString plain = titulo;
     boton->setText(titulo);
     boton->setAccessibleName(plain.remove(u'&'));
@@ -181,11 +193,14 @@ void PonerTitulo(QPushButton *boton, const QString &titulo)
 QString EstiloDeFicha()
 {
     return uR"(
-QLineEdit, QComboBox, QPlainTextEdit { padding: 3px 7px; }
-QLineEdit:focus, QComboBox:focus, QPlainTextEdit:focus { padding: 2px 6px; }
+QLineEdit, QPlainTextEdit { padding: 3px 7px; }
+QLineEdit:focus, QPlainTextEdit:focus { padding: 2px 6px; }
+QComboBox { padding: 3px 24px 3px 7px; }
+QComboBox:focus { padding: 2px 23px 2px 6px; }
 QComboBox:!editable { padding-left: 9px; }
 QComboBox:!editable:focus { padding-left: 8px; }
-QComboBox QLineEdit { padding: 0; border: 0; }
+QComboBox:disabled { padding-right: 7px; }
+QComboBox QLineEdit, QComboBox QLineEdit:focus { padding: 0; border: 0; }
 QLineEdit:read-only, QPlainTextEdit:read-only { background: transparent; border-color: palette(mid); }
 QComboBox:disabled { background: transparent; border-color: palette(mid); color: palette(window-text); }
 QComboBox QLineEdit:disabled { background: transparent; color: palette(window-text); }
@@ -196,6 +211,9 @@ QTableView:disabled {
     selection-background-color: palette(mid); selection-color: palette(window-text);
 }
 QCheckBox:disabled { color: palette(window-text); }
+QCheckBox::indicator:checked:disabled {
+    background: palette(placeholder-text); border-color: palette(placeholder-text);
+}
 QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
 QPushButton { padding: 4px 12px; min-width: 0; }
 QPushButton:focus { padding: 3px 11px; }

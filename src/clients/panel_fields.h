@@ -15,9 +15,9 @@ class RejillaDeCampos : public QGridLayout
 public:
     explicit RejillaDeCampos(QWidget *dueno);
 
-    /// One box over the whole line.
-    void Fila(const QString &titulo, QWidget *caja);
-    /// Two boxes, the second narrow where @p parejas is false.
+    /// One box over the whole line, @p codigo a narrow one at its end.
+    void Fila(const QString &titulo, QWidget *caja, QWidget *codigo = nullptr);
+    /// Two boxes of the same width.
     void Fila(const QString &titulo, QWidget *caja, const QString &titulo2, QWidget *caja2);
 
 private:

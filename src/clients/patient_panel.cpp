@@ -42,6 +42,7 @@ enum Texto {
     Senas = 9506,
     Microchip = 9507,
     Automatizacion = 9508,
+    AutomatizacionEntera = 9533,
     Pedigri = 9509,
     Reproductor = 9510,
     Fallecido = 9511,
@@ -54,7 +55,7 @@ enum Texto {
     QuitarLaFoto = 9527,
 };
 
-constexpr int factsWidth = 188;
+constexpr int factsWidth = 172;
 constexpr int sexes = 4;
 constexpr int pounds = 2;
 
@@ -104,7 +105,7 @@ void PanelDePaciente::build()
     txtpes = named(new CajaDeNumero(m_s), u"txtpes"_s, m_s(Peso));
     txtcar = column("car", u"txtcar"_s, Senas);
     txtChip = column("Chip", u"txtChip"_s, Microchip);
-    cmbser = list(u"cmbser"_s, Automatizacion);
+    cmbser = list(u"cmbser"_s, AutomatizacionEntera);
     cmbser->addItem(m_s(Nada), 0);
     cmbser->addItem(m_s(Servicio), 1);
     cmbser->setToolTip(m_s(AyudaAutomatizacion) + u'\n' + m_s(AyudaNada) + u'\n'
@@ -137,7 +138,7 @@ void PanelDePaciente::build()
 
     auto *boxes = new QWidget;
     auto *grid = new RejillaDeCampos(boxes);
-    grid->Fila(m_s(Nombre), txtnom, m_s(Numero), txtidm);
+    grid->Fila(m_s(Nombre), txtnom, txtidm);
     grid->Fila(m_s(Raza), cmbraza, m_s(Especie_), cmbespecie);
     grid->Fila(m_s(Pelaje), cmbpel, m_s(Sexo), cmbsex);
     grid->Fila(m_s(Nacimiento), Msknac, m_s(Peso), besides(txtpes, unit));

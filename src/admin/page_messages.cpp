@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -189,9 +190,13 @@ private:
             m_whom->setText(example ? s(AsiLoRecibe) + u' ' + nameOf(*example) : QString());
             cmdOtro->setEnabled(example.has_value());
             txtVista->setPlaceholderText(s(example ? NoHayTexto : NoHayClientes));
+            QScrollBar *bar = txtVista->verticalScrollBar();
+            const int place = bar->value();
             txtVista->setPlainText(example ? RellenarTags(s, RTxtMen->toPlainText(), example->idc,
                                                           example->idm, example->ida)
                                            : QString());
+            // What is being written stays in sight.
+            bar->setValue(RTxtMen->textCursor().atEnd() ? bar->maximum() : place);
         });
     }
 

@@ -4,6 +4,8 @@
 #include "agenda/tasks.h"
 #include "store/lookups.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -42,8 +44,8 @@ std::vector<ConceptoDeTurno> ConceptosDeTurno(Sesion &s)
 
 bool LlevaRecordatorio(Sesion &s, const Turno &turno)
 {
-    if (turno.concepto == TipoTarea::TareaDeUsuario)
-        return false;
+    if (turno.concepto == TipoTarea::TareaDeUsuario || turno.idm <= 0)
+        return false; // there is nobody to remind
     if (turno.recordar)
         return true;
     if (s.configuracion["AutRecordatorioCitasOlvida"].toInt() != 1)
@@ -61,7 +63,9 @@ bool LlevaRecordatorio(Sesion &s, const Turno &turno)
 int Agendar(Sesion &s, const Turno &turno)
 {
     const bool deUsuario = turno.concepto == TipoTarea::TareaDeUsuario;
-    const bool diaVacio = TurnosDelDia(s, turno.dia).empty();
+    const bool diaVacio =
+        s.morvane->Leer("select top 1 id from TareasAgenda where dia = ? and (tip > 0)", turno.dia)
+            .EsNulo();
     Tarea tarea;
     tarea.tip = deUsuario ? TipoTarea::TareaDeUsuario : qAbs(turno.concepto);
     tarea.ida = deUsuario ? s.usuario.idu : turno.idm;
@@ -92,4 +96,24 @@ int FilaCercana(const std::vector<TareaDelDia> &turnos, QTime hora)
     };
     const int exacta = fila(0);
     return exacta >= 0 ? exacta : fila(CercaniaEnMinutos);
+}
+
+int FilaDeArriba(int fila) { return fila >= 2 ? fila - 1 : fila; }
+
+QTime HoraEscrita(const QString &texto)
+{
+    static const QRegularExpression forma(
+        u"^\\s*(\\d{1,2})(?:\\s*[:.,hH]?\\s*(\\d{2})(?:\\s*[:.]\\s*\\d{2})?)?\\s*[hH]?\\s*"
+        u"(?:([aApP])\\.?\\s*[mM]\\.?)?\\s*$"_s,
+        QRegularExpression::UseUnicodePropertiesOption);
+    const QRegularExpressionMatch m = forma.match(texto);
+    if (!m.hasMatch())
+        return {};
+    int hora = m.captured(1).toInt();
+    if (const QString mitad = m.captured(3).toLower(); !mitad.isEmpty()) {
+        if (hora < 1 || hora > 12)
+            return {};
+        hora = hora % 12 + (mitad == u"p" ? 12 : 0);
+    }
+    return {hora, m.captured(2).toInt()};
 }

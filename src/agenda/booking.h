@@ -34,3 +34,11 @@ int Agendar(Sesion &s, const Turno &turno);
 /// The row of a day's appointments that is nearest to what an hour is looked up for: one at exactly
 /// that hour, else the first within 15 minutes either side; -1 when there is none.
 int FilaCercana(const std::vector<TareaDelDia> &turnos, QTime hora);
+
+/// The row that stands on top when the list scrolls to a row: the one above, so that what comes
+/// before is seen too, except for the first two.
+int FilaDeArriba(int fila);
+
+/// A time as people type it: 9, 930, 9:30, 21.30, 9:30 pm, and as HoraLarga writes it; to the
+/// minute. Invalid for anything else.
+QTime HoraEscrita(const QString &texto);

@@ -5,6 +5,8 @@
 #include "clients/contact.h"
 #include "store/lookups.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -20,35 +22,70 @@ enum Texto {
     DePaciente = 9901,
 };
 
-// An hour or an alarm moved here belongs to the alarms of today, or does not any more.
-void RehacerAlarma(Sesion &s, int tip, QTime antes, bool eraHoy, QTime ahora, bool esHoy)
+constexpr int MinutosSinDuracion = 30; // of what has no length of its own
+constexpr int MinutosDelDia = 24 * 60;
+
+int MinutosDe(Sesion &s, int tip)
 {
-    for (Alarma &a : s.Alarmas)
-        if (eraHoy && a.tip == tip && a.hora == antes && !a.atendida) {
-            if (!esHoy)
-                a.atendida = true;
-            return;
-        }
-    if (esHoy && ahora.isValid())
-        s.Alarmas.push_back({ahora, tip, false, std::nullopt});
+    if (tip <= 0)
+        return MinutosSinDuracion;
+    const int minutos = s.finanzas->Leer("SELECT tiempo FROM Servicios WHERE Ida = ?", tip).toInt();
+    return minutos > 0 ? std::min(minutos, MinutosDelDia) : MinutosSinDuracion;
 }
 
-void PonerDetalle(Sesion &s, TareaDelDia &t, const QString &des)
+/// What the alarms need to know of a stored task.
+struct Anotada {
+    int tip = 0, ida = 0;
+    QDate dia;
+    QTime ala;
+    bool est = false;
+};
+
+std::optional<Anotada> Leer(Sesion &s, int id)
 {
-    QStringList lineas{t.hor.isValid() ? HoraLarga(t.hor) : QString()};
-    if (t.tip == TipoTarea::Racion || t.tip == TipoTarea::TareaDeUsuario) {
-        lineas << des;
-    } else {
-        lineas << des;
+    const Recordset r =
+        s.morvane->OpenSnapshot("select tip,ida,dia,ala,est from TareasAgenda where id = ?", id);
+    if (r.EOF_())
+        return std::nullopt;
+    return Anotada{r["tip"].toInt(), r["ida"].toInt(), r["dia"].toDate(), r["ala"].toTime(),
+                   r["est"].toBool()};
+}
+
+/// Follows a task that goes to another day; to none when it is deleted.
+void SeguirAlarma(Sesion &s, const Anotada &t, QDate dia)
+{
+    const bool era = t.dia == s.reloj.hoy, es = dia == s.reloj.hoy;
+    if (!t.ala.isValid() || era == es)
+        return;
+    if (es) {
+        if (!t.est)
+            s.Alarmas.push_back({t.ala, t.tip, false, std::nullopt});
+        return;
+    }
+    for (Alarma &a : s.Alarmas)
+        if (!a.atendida && a.hora == t.ala && a.tip == t.tip && a.ida.value_or(t.ida) == t.ida) {
+            a.atendida = true;
+            return;
+        }
+}
+
+void PonerDetalle(Sesion &s, TareaDelDia &t)
+{
+    const QString hora = t.hor.isValid() ? HoraLarga(t.hor) : QString();
+    // A user's note is what his task is about, so it stands below the hour.
+    QStringList lineas{hora, t.des};
+    if (t.tip == TipoTarea::Racion)
+        lineas = {(hora + u' ' + t.des).trimmed()};
+    if (SujetoDeTarea(t.tip) == Sujeto::Paciente) {
         t.paciente = LeerCampo(s, "clientes", "mascotas", t.ida, "nom");
         const int idc = LeerCampo(s, "clientes", "mascotas", t.ida, "idc").toInt();
-        const QString ayn = LeerCampo(s, "clientes", "clientes", idc, "ayn");
-        const QString telefonos = TelefonosCliente(s, idc);
+        t.cliente = LeerCampo(s, "clientes", "clientes", idc, "ayn");
+        t.telefonos = TelefonosCliente(s, idc);
         lineas << t.paciente;
-        if (!ayn.isEmpty())
-            lineas << s(Cliente) + u": "_s + ayn;
-        if (!telefonos.isEmpty())
-            lineas << s(Telefonos) + u": "_s + telefonos;
+        if (!t.cliente.isEmpty())
+            lineas << s(Cliente) + u": "_s + t.cliente;
+        if (!t.telefonos.isEmpty())
+            lineas << s(Telefonos) + u": "_s + t.telefonos;
     }
     lineas.removeAll(QString());
     t.detalle = lineas.join(u'\n');
@@ -63,12 +100,15 @@ std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, bool paraHoja)
         t.tip = r["tip"].toInt();
         t.ida = r["ida"].toInt();
         t.dia = r["dia"].toDate();
+        t.creada = r["fcreacion"].toDate();
         t.hor = r["hor"].toTime();
         t.ala = r["ala"].toTime();
         t.est = r["est"].toBool();
         t.concepto = ConceptoDeTarea(s, t.tip, r["artaux"].toLong());
         t.icono = paraHoja ? IconoDeHoja(s, t.concepto) : IconoDeAgenda(s, t.concepto);
-        PonerDetalle(s, t, r["des"].toText());
+        t.minutos = MinutosDe(s, t.tip);
+        t.des = r["des"].toText();
+        PonerDetalle(s, t);
         tareas.push_back(std::move(t));
     }
     return tareas;
@@ -104,7 +144,7 @@ std::vector<TareaDeKelvara> TareasDeKelvara(Sesion &s)
     for (; !r.EOF_(); r.MoveNext()) {
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
         TareaDeKelvara t;
-        t.motivo = MotivoDeTarea(s, tip);
+        t.motivo = ConceptoDeTarea(s, tip, 0);
         if (SujetoDeTarea(tip) == Sujeto::Paciente)
             t.destinatario = s(DePaciente) + LeerCampo(s, "clientes", "mascotas", ida, "nom");
         else if (SujetoDeTarea(tip) == Sujeto::Cliente)
@@ -123,42 +163,60 @@ bool PuedeMoverTareas(Sesion &s)
     return !s.usuario.EsComun();
 }
 
+QList<int> EnSuSentido(QList<int> filas, int actual)
+{
+    if (filas.size() > 1 && actual == filas.first())
+        std::ranges::reverse(filas);
+    return filas;
+}
+
 bool PasarTareas(Sesion &s, const QList<int> &ids, QDate dia)
 {
-    if (ids.isEmpty() || !PuedeMoverTareas(s) || !s.dialogos.Pregunta(s(DeseaPostergar)))
+    if (!PuedeMoverTareas(s) || ids.isEmpty() || !dia.isValid()
+        || !s.dialogos.Pregunta(s(DeseaPostergar)))
         return false;
+    std::vector<Anotada> antes;
     Lote lote(s);
-    for (const int id : ids)
+    for (const int id : ids) {
+        if (const auto tarea = Leer(s, id))
+            antes.push_back(*tarea);
         s.morvane->Execute("UPDATE TareasAgenda SET Dia = ? WHERE id = ?", dia, id);
+    }
     lote.Confirmar();
+    for (const Anotada &tarea : antes)
+        SeguirAlarma(s, tarea, dia);
     return true;
 }
 
 bool MoverTarea(Sesion &s, int id, QDate dia, QTime hora)
 {
-    if (!PuedeMoverTareas(s))
+    if (!PuedeMoverTareas(s) || !dia.isValid())
         return false;
-    Recordset r = s.morvane->OpenRecordset("select * from TareasAgenda where id = ?", id);
-    if (r.EOF_())
+    const auto antes = Leer(s, id);
+    if (!antes)
         return false;
-    const QTime alarma = r["ala"].toTime();
-    const bool eraHoy = r["dia"].toDate() == s.reloj.hoy;
-    r.Edit();
-    r.Put("dia", dia);
-    r.Put("hor", hora);
-    r.Update();
-    RehacerAlarma(s, r["tip"].toInt(), alarma, eraHoy, alarma, dia == s.reloj.hoy);
+    if (hora.isValid())
+        s.morvane->Execute("UPDATE TareasAgenda SET Dia = ?, hor = ? WHERE id = ?", dia, hora, id);
+    else
+        s.morvane->Execute("UPDATE TareasAgenda SET Dia = ? WHERE id = ?", dia, id);
+    SeguirAlarma(s, *antes, dia);
     return true;
 }
 
 bool EliminarTareas(Sesion &s, const QList<int> &ids)
 {
-    if (ids.isEmpty() || !PuedeMoverTareas(s) || !s.dialogos.Pregunta(s(Eliminar)))
+    if (!PuedeMoverTareas(s) || ids.isEmpty() || !s.dialogos.Pregunta(s(Eliminar)))
         return false;
+    std::vector<Anotada> antes;
     Lote lote(s);
-    for (const int id : ids)
+    for (const int id : ids) {
+        if (const auto tarea = Leer(s, id))
+            antes.push_back(*tarea);
         s.morvane->Execute("delete * from TareasAgenda where id = ?", id);
+    }
     lote.Confirmar();
+    for (const Anotada &tarea : antes)
+        SeguirAlarma(s, tarea, {});
     return true;
 }
 

@@ -9,13 +9,18 @@ struct TareaDelDia {
     int tip = 0;
     int ida = 0;
     QDate dia;
+    QDate creada;
     QTime hor; // invalid without one
     QTime ala;
+    int minutos = 0;  // that it takes
     bool est = false; // done
     QString concepto;
     QString icono;
-    QString detalle; // lines parted by line feeds
+    QString des;
     QString paciente;
+    QString cliente;
+    QString telefonos;
+    QString detalle; // hour and all of the above, lines parted by line feeds
 };
 
 /// Appointments, users' tasks and feeding rounds of a day, by hour.
@@ -35,9 +40,16 @@ std::vector<TareaDeKelvara> TareasDeKelvara(Sesion &s);
 /// Whether the user may delay, move or delete tasks; a Common user is told that he may not.
 bool PuedeMoverTareas(Sesion &s);
 
+/// Selected rows in the direction of the selection: it ends at the current one.
+/// @param filas in ascending order
+QList<int> EnSuSentido(QList<int> filas, int actual);
+
+// What leaves today takes its alarm along, and what comes to today brings it.
+
 /// Asks, and puts the tasks on another day. @return whether they were moved
 bool PasarTareas(Sesion &s, const QList<int> &ids, QDate dia);
 /// Puts a task at another hour, of another day perhaps; nothing is asked: the hand has shown it.
+/// The alarm keeps its own time; an invalid hour leaves the task's as it is.
 /// @return whether it was moved
 bool MoverTarea(Sesion &s, int id, QDate dia, QTime hora);
 /// Asks, and deletes the tasks. @return whether they are gone

@@ -174,12 +174,28 @@ std::unique_ptr<Documento> HojaDelDia(Sesion &s, bool completo, QDate dia, QTime
         completo ? QString() : HoraLarga(s.reloj.Hora()), CasillasDelDia(s, completo, dia, desde));
 }
 
-void ImprimirAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde)
+namespace
+{
+
+void Sacar(Sesion &s, void (Impresion::*como)(Sesion &, Documento &), bool completo, QDate dia,
+           QTime desde)
 {
     try {
         const auto hoja = HojaDelDia(s, completo, dia, desde);
-        s.impresion.Imprimir(s, *hoja);
+        (s.impresion.*como)(s, *hoja);
     } catch (const ErrorDeAlmacen &e) {
         s.dialogos.Mensaje(e.descripcion);
     }
+}
+
+} // namespace
+
+void ImprimirAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde)
+{
+    Sacar(s, &Impresion::Imprimir, completo, dia, desde);
+}
+
+void MostrarAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde)
+{
+    Sacar(s, &Impresion::Mostrar, completo, dia, desde);
 }

@@ -24,3 +24,5 @@ std::unique_ptr<Documento> HojaDelDia(Sesion &s, bool completo, QDate dia, QTime
 /// Prints the day's sheet, or with @p completo false its update from an hour on. A failure ends the
 /// print and is told.
 void ImprimirAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde);
+/// The same, looked at first.
+void MostrarAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde);

@@ -1,0 +1,465 @@
+#include "agenda/frmagenda.h"
+
+#include "agenda/agenda_look.h"
+#include "agenda/calendar_file.h"
+#include "agenda/day_sheet.h"
+#include "agenda/hours_view.h"
+#include "agenda/task_texts.h"
+#include "store/lookups.h"
+#include "ui/form_registry.h"
+#include "ui/grid.h"
+#include "ui/help_line.h"
+
+#include <QMenu>
+#include <QShortcut>
+#include <QTabWidget>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+enum Texto {
+    Realizada = 1121,
+    NoRealizada = 1122,
+    Titulo = 9906,
+    GuardarDia = 9918,
+    FiltroDeCalendario = 9920,
+    SeGuardo = 9921,
+    Consejo = 9928,
+    SeMovio = 9929,
+    SeDevuelve = 9930,
+    YaNoExiste = 9948,
+};
+
+constexpr int dayMode = 1, ownMode = 2;
+constexpr int quarter = 15;
+constexpr int minutesOfDay = 24 * 60;
+constexpr int idColumn = 4;
+
+QList<QDate> weekOf(QDate day)
+{
+    const int back = (day.dayOfWeek() - QLocale().firstDayOfWeek() + 7) % 7;
+    QList<QDate> days;
+    for (int i = 0; i < 7; ++i)
+        days << day.addDays(i - back);
+    return days;
+}
+
+QString placeOf(QDate day, QTime hour)
+{
+    const QString date = QLocale().toString(day, QLocale::LongFormat);
+    return hour.isValid() ? date + u", "_s + hour.toString(u"HH:mm") : date;
+}
+
+} // namespace
+
+frmagenda::frmagenda(Sesion &s, Formularios &formularios, QWidget *parent)
+    : FormBase(s, u"frmagenda"_s, parent), m_formularios(formularios), m_dia(s.reloj.hoy)
+{
+    setWindowFlags(Qt::Window);
+    build();
+    wire();
+}
+
+void frmagenda::wire()
+{
+    connect(dtpAgenda, &QDateEdit::dateChanged, this, &frmagenda::showDay);
+    connect(cmdAnterior, &QPushButton::clicked, this,
+            [this] { showDay(m_dia.addDays(cmdSemana->isChecked() ? -7 : -1)); });
+    connect(cmdSiguiente, &QPushButton::clicked, this,
+            [this] { showDay(m_dia.addDays(cmdSemana->isChecked() ? 7 : 1)); });
+    connect(cmdHoy, &QPushButton::clicked, this, [this] { showDay(m_s.reloj.hoy); });
+    for (QPushButton *b : {cmdDia, cmdSemana})
+        connect(b, &QPushButton::clicked, this, [this] { guarded([this] { reload(); }); });
+
+    connect(GAgenda, &Grilla::filaCambiada, this, &frmagenda::rowChanged);
+    connect(GAgenda, &Grilla::filaElegida, this, [this](int fila) { openPatient(idOfRow(fila)); });
+    connect(Horas, &VistaDeHoras::tareaElegida, this, &frmagenda::taskChosen);
+    connect(Horas, &VistaDeHoras::diaElegido, this, &frmagenda::showDay);
+    connect(Horas, &VistaDeHoras::diaPedido, this, &frmagenda::showDay);
+    connect(Horas, &VistaDeHoras::tareaTomada, this, &frmagenda::openPatient);
+    connect(Horas, &VistaDeHoras::horaLibreTomada, this, &frmagenda::newTask);
+    connect(Horas, &VistaDeHoras::tareaMovida, this, &frmagenda::move);
+
+    connect(cmdNuevaTarea, &QPushButton::clicked, this, [this] { newTask(); });
+    connect(cmdTareaRealizada, &QPushButton::clicked, this, &frmagenda::toggleDone);
+    connect(cmdEliminar, &QPushButton::clicked, this, &frmagenda::remove);
+    connect(cmdPasarTarea, &QPushButton::clicked, this, &frmagenda::delay);
+    // Today's sheet whatever day is shown, on purpose: it is the one that hangs on the wall.
+    connect(cmdImprimir, &QPushButton::clicked, this,
+            [this] { guarded([this] { MostrarAgendaDia(m_s, true, m_s.reloj.hoy, {}); }); });
+    connect(cmdvolver, &QPushButton::clicked, this, &frmagenda::reject);
+    connect(tabAgenda, &QTabWidget::currentChanged, this,
+            [this] { guarded([this] { reload(); }); });
+    for (QWidget *place : std::initializer_list<QWidget *>{GAgenda, Horas})
+        place->installEventFilter(this);
+    wireShortcuts();
+}
+
+void frmagenda::wireShortcuts()
+{
+    const auto on = [this](const QKeySequence &keys, auto what) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, what);
+    };
+    on(Qt::CTRL | Qt::Key_PageUp, [this] { cmdAnterior->click(); });
+    on(Qt::CTRL | Qt::Key_PageDown, [this] { cmdSiguiente->click(); });
+    on(Qt::CTRL | Qt::Key_Home, [this] { cmdHoy->click(); });
+    on(Qt::CTRL | Qt::Key_P, [this] { cmdImprimir->click(); });
+    on(Qt::CTRL | Qt::Key_Z, [this] { takeBack(); });
+    on(Qt::Key_Insert, [this] { newTask(); });
+    on(Qt::Key_F5, [this] { guarded([this] { reload(); }); });
+}
+
+void frmagenda::opened(const QVariantMap &parametros)
+{
+    const QDate day = parametros.value(u"dia"_s).toDate();
+    m_dia = day.isValid() ? day : m_s.reloj.hoy;
+    m_antes = {};
+    dtpPasarTarea->setDate(m_s.reloj.hoy.addDays(1));
+    {
+        const QSignalBlocker silent(tabAgenda);
+        tabAgenda->setCurrentIndex(parametros.value(u"modo"_s, dayMode).toInt() == ownMode);
+    }
+    Ayu->Decir(m_s(Consejo));
+    guarded([this] { reload(); });
+    if (tabAgenda->currentIndex() == 0) {
+        GAgenda->setFocus();
+        GAgenda->Seleccionar(0);
+    } else {
+        GKelvara->setFocus();
+    }
+}
+
+void frmagenda::activated()
+{
+    if (m_s.morvane->Version("TareasAgenda") != m_version)
+        reload();
+}
+
+void frmagenda::showDay(QDate dia)
+{
+    if (!dia.isValid() || dia == m_dia)
+        return;
+    m_dia = dia;
+    guarded([this] { reload(); });
+}
+
+void frmagenda::reload()
+{
+    m_version = m_s.morvane->Version("TareasAgenda");
+    const int id = current();
+    m_ocupado = true;
+    {
+        const QSignalBlocker silent(dtpAgenda);
+        dtpAgenda->setDate(m_dia);
+    }
+    lblDia->setText(QLocale().toString(m_dia, QLocale::LongFormat));
+    const QList<QDate> days = cmdSemana->isChecked() ? weekOf(m_dia) : QList<QDate>{m_dia};
+    m_tareas.clear();
+    try {
+        for (const QDate day : days)
+            std::ranges::move(TareasDelDia(m_s, day), std::back_inserter(m_tareas));
+        Horas->Mostrar(days, m_tareas);
+        Horas->IrA(m_dia);
+        showList(id);
+        showOwnTasks();
+    } catch (...) {
+        m_ocupado = false;
+        throw;
+    }
+    m_ocupado = false;
+    Horas->Elegir(current());
+    arrange();
+}
+
+void frmagenda::showList(int id)
+{
+    const int before = GAgenda->FilaActual();
+    std::vector<FilaDeGrilla> rows;
+    for (const TareaDelDia &t : m_tareas)
+        if (t.dia == m_dia)
+            rows.push_back(
+                {{t.concepto, t.hor, t.detalle, m_s(t.est ? Realizada : NoRealizada), t.id}});
+    m_modelo->Poner(std::move(rows));
+    // Where the task stands now, else where the cursor was.
+    const int row = rowOf(id);
+    GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_modelo->Filas() - 1));
+}
+
+void frmagenda::showOwnTasks()
+{
+    std::vector<FilaDeGrilla> rows;
+    for (const TareaDeKelvara &t : TareasDeKelvara(m_s))
+        rows.push_back(
+            {{t.motivo, t.destinatario, t.medio, m_s(t.realizada ? Realizada : NoRealizada)}});
+    m_modeloKelvara->Poner(std::move(rows));
+}
+
+void frmagenda::arrange()
+{
+    const bool some = current() != 0;
+    for (QPushButton *b : {cmdTareaRealizada, cmdEliminar, cmdPasarTarea})
+        b->setEnabled(some);
+    cmdNuevaTarea->setEnabled(m_formularios.Existe(u"frmTurnos"_s));
+    if (auto *day = m_menu->findChild<QAction *>(u"menuDia"_s))
+        day->setEnabled(m_modelo->Filas() > 0);
+    if (auto *one = m_menu->findChild<QAction *>(u"menuTarea"_s))
+        one->setEnabled(some);
+}
+
+const TareaDelDia *frmagenda::task(int id) const
+{
+    const auto t = std::ranges::find(m_tareas, id, &TareaDelDia::id);
+    return t == m_tareas.end() ? nullptr : &*t;
+}
+
+int frmagenda::idOfRow(int fila) const
+{
+    return m_modelo->Fila(fila).celdas.value(idColumn).toInt();
+}
+
+const TareaDelDia *frmagenda::taskOfRow(int fila) const { return task(idOfRow(fila)); }
+
+int frmagenda::rowOf(int id) const
+{
+    for (int row = 0; id != 0 && row < m_modelo->Filas(); ++row)
+        if (idOfRow(row) == id)
+            return row;
+    return -1;
+}
+
+/// The task that keys and buttons act on; 0 for none.
+int frmagenda::current() const { return idOfRow(GAgenda->FilaActual()); }
+
+QList<int> frmagenda::selectedIds() const
+{
+    QList<int> ids;
+    for (const int row : EnSuSentido(GAgenda->FilasSeleccionadas(), GAgenda->FilaActual()))
+        ids << idOfRow(row);
+    return ids;
+}
+
+void frmagenda::rowChanged(int fila)
+{
+    if (m_ocupado)
+        return;
+    const TareaDelDia *t = taskOfRow(fila);
+    Horas->Elegir(t ? t->id : 0);
+    if (t)
+        Ayu->Decir(t->concepto + u".  "_s + t->detalle);
+    arrange();
+}
+
+void frmagenda::taskChosen(int id)
+{
+    const TareaDelDia *t = task(id);
+    if (m_ocupado)
+        return;
+    if (t && t->dia != m_dia)
+        showDay(t->dia);
+    m_ocupado = true;
+    GAgenda->Seleccionar(rowOf(id));
+    m_ocupado = false;
+    if (t)
+        Ayu->Decir(t->concepto + u".  "_s + t->detalle);
+    else
+        Ayu->Decir(m_s(Consejo));
+    arrange();
+}
+
+bool frmagenda::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && (watched == GAgenda || watched == Horas)
+        && agendaKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event)))
+        return true;
+    return FormBase::eventFilter(watched, event);
+}
+
+bool frmagenda::agendaKey(QWidget *lugar, const QKeyEvent &tecla)
+{
+    const auto modifiers = tecla.modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::AltModifier)
+        return moveKey(tecla);
+    if (modifiers != Qt::NoModifier)
+        return false;
+    switch (tecla.key()) {
+    case Qt::Key_Space:
+        cmdTareaRealizada->click();
+        return true;
+    case Qt::Key_Delete:
+        cmdEliminar->click();
+        return true;
+    case Qt::Key_Insert:
+        if (lugar == Horas)
+            newTask(Horas->DiaDelCursor(), Horas->HoraDelCursor());
+        else
+            newTask();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool frmagenda::moveKey(const QKeyEvent &tecla)
+{
+    const TareaDelDia *t = task(current());
+    const bool days = tecla.key() == Qt::Key_Left || tecla.key() == Qt::Key_Right;
+    if (!days && tecla.key() != Qt::Key_Up && tecla.key() != Qt::Key_Down)
+        return false;
+    if (!t)
+        return true;
+    const int step = tecla.key() == Qt::Key_Left || tecla.key() == Qt::Key_Up ? -1 : 1;
+    if (days) {
+        move(t->id, t->dia.addDays(step), t->hor);
+        return true;
+    }
+    const int minute = t->hor.msecsSinceStartOfDay() / 60000 + step * quarter;
+    if (t->hor.isValid() && minute >= 0 && minute < minutesOfDay)
+        move(t->id, t->dia, {minute / 60, minute % 60});
+    return true;
+}
+
+void frmagenda::move(int id, QDate dia, QTime hora)
+{
+    guarded([&] {
+        const TareaDelDia *t = task(id);
+        if (!t)
+            return;
+        const Movida before{id, t->dia, t->hor};
+        const QString subject = AsuntoDeTarea(*t);
+        if (!MoverTarea(m_s, id, dia, hora)) {
+            if (!m_s.usuario.EsComun())
+                Ayu->Fallo(m_s(YaNoExiste));
+            return reload();
+        }
+        m_antes = before;
+        m_dia = dia; // the eye follows the task
+        reload();
+        GAgenda->Seleccionar(rowOf(id));
+        Horas->Elegir(id);
+        Ayu->Logro(m_s(SeMovio) + u' ' + subject + u" → "_s + placeOf(dia, hora) + u".  "_s
+                   + m_s(SeDevuelve));
+    });
+}
+
+void frmagenda::takeBack()
+{
+    if (m_antes.id == 0)
+        return;
+    const Movida before = std::exchange(m_antes, {});
+    guarded([&] {
+        if (!MoverTarea(m_s, before.id, before.dia, before.hora))
+            return Ayu->Fallo(m_s(YaNoExiste));
+        m_dia = before.dia;
+        reload();
+        GAgenda->Seleccionar(rowOf(before.id));
+        Horas->Elegir(before.id);
+        if (const TareaDelDia *t = task(before.id))
+            Ayu->Logro(m_s(SeMovio) + u' ' + AsuntoDeTarea(*t) + u" → "_s
+                       + placeOf(before.dia, before.hora));
+    });
+}
+
+void frmagenda::delay()
+{
+    const int row = GAgenda->FilasSeleccionadas().value(0);
+    guarded([&] {
+        if (PasarTareas(m_s, selectedIds(), dtpPasarTarea->date()))
+            leaveList(row);
+    });
+}
+
+void frmagenda::remove()
+{
+    const int row = GAgenda->FilasSeleccionadas().value(0);
+    guarded([&] {
+        if (EliminarTareas(m_s, selectedIds()))
+            leaveList(row);
+    });
+}
+
+/// Rows have gone: the next one takes the place of the first.
+void frmagenda::leaveList(int fila)
+{
+    m_antes = {};
+    reload();
+    GAgenda->Seleccionar(std::min(fila, m_modelo->Filas() - 1));
+    GAgenda->setFocus();
+}
+
+void frmagenda::toggleDone()
+{
+    const int id = current();
+    if (id == 0)
+        return;
+    guarded([&] {
+        AlternarRealizada(m_s, id);
+        reload();
+        if (!task(id))
+            Ayu->Fallo(m_s(YaNoExiste));
+    });
+}
+
+void frmagenda::newTask(QDate dia, QTime hora)
+{
+    if (!dia.isValid())
+        dia = std::max(m_dia, m_s.reloj.hoy); // nothing is planned for a day that is over
+    QVariantMap parameters{{u"ida"_s, m_s.IdGlobal.idm}, {u"dia"_s, dia}};
+    if (hora.isValid())
+        parameters.insert(u"hora"_s, hora);
+    guarded([&] {
+        m_formularios.Abrir(u"frmTurnos"_s, parameters);
+        const auto known = [this](const TareaDelDia &t) { return t.id; };
+        QList<int> before;
+        std::ranges::transform(m_tareas, std::back_inserter(before), known);
+        reload();
+        for (const TareaDelDia &t : m_tareas)
+            if (!before.contains(t.id) && t.dia == m_dia)
+                GAgenda->Seleccionar(rowOf(t.id));
+    });
+}
+
+/// To the record's owner: what one wants next of a task that is due.
+void frmagenda::openPatient(int id)
+{
+    const TareaDelDia *t = task(id);
+    if (!t || SujetoDeTarea(t->tip) != Sujeto::Paciente || t->paciente.isEmpty()
+        || !m_formularios.Existe(u"frmPropietarios"_s))
+        return;
+    guarded([&] {
+        const int idc = LeerCampo(m_s, "clientes", "mascotas", t->ida, "idc").toInt();
+        m_s.IdGlobal = {idc, t->ida};
+        m_formularios.Abrir(u"frmPropietarios"_s);
+    });
+}
+
+void frmagenda::exportDay()
+{
+    std::vector<TareaDelDia> tasks;
+    std::ranges::copy_if(m_tareas, std::back_inserter(tasks),
+                         [this](const TareaDelDia &t) { return t.dia == m_dia; });
+    saveCalendar(tasks, m_s(Titulo) + u' ' + m_dia.toString(Qt::ISODate));
+}
+
+void frmagenda::exportTask()
+{
+    if (const TareaDelDia *t = task(current()))
+        saveCalendar({*t}, AsuntoDeTarea(*t) + u' ' + t->dia.toString(Qt::ISODate));
+}
+
+void frmagenda::saveCalendar(const std::vector<TareaDelDia> &tareas, const QString &nombre)
+{
+    QString offered;
+    for (const QChar c : nombre)
+        offered += c.isLetterOrNumber() || c == u'-' ? c : QChar(u' ');
+    auto file = m_s.dialogos.GuardarArchivo(m_s(GuardarDia), offered.simplified() + u".ics"_s,
+                                            m_s(FiltroDeCalendario));
+    if (!file)
+        return;
+    if (!file->endsWith(u".ics"_s, Qt::CaseInsensitive))
+        *file += u".ics"_s;
+    if (guarded([&] { GuardarCalendario(m_s, tareas, *file); }))
+        Ayu->Logro(m_s(SeGuardo) + u' ' + *file);
+}

@@ -1,0 +1,624 @@
+#include "agenda/hours_view.h"
+
+#include "agenda/agenda_look.h"
+#include "agenda/tasks.h"
+#include "ui/pictures.h"
+#include "ui/theme.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleHints>
+#include <QToolTip>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+enum Texto { Horas = 9927, Libre = 9931 };
+
+constexpr int quarter = 15;
+constexpr int step = 30; // of the cursor
+constexpr int dayEnd = 24 * 60;
+constexpr int workBegins = 8 * 60, workEnds = 20 * 60;
+constexpr int mostAbove = 3; // tasks without an hour shown above the hours
+constexpr int iconSide = 16;
+
+int minutesOf(QTime t) { return t.hour() * 60 + t.minute(); }
+
+} // namespace
+
+VistaDeHoras::VistaDeHoras(Sesion &s, QWidget *parent)
+    : QAbstractScrollArea(parent), m_s(s), m_minuto(minutesOf(s.reloj.Hora()) / step * step)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setAccessibleName(s(Horas));
+    viewport()->setMouseTracking(true);
+    verticalScrollBar()->setFocusPolicy(Qt::NoFocus);
+}
+
+QSize VistaDeHoras::minimumSizeHint() const { return {280, 240}; }
+QSize VistaDeHoras::sizeHint() const { return {620, 480}; }
+
+void VistaDeHoras::Mostrar(const QList<QDate> &dias, std::vector<TareaDelDia> tareas)
+{
+    stopDragging();
+    const QDate before = DiaDelCursor();
+    m_dias = dias;
+    m_tareas = std::move(tareas);
+    m_columna = std::max(0, int(m_dias.indexOf(before)));
+    lay();
+    if (!blockOf(m_elegida))
+        m_elegida = 0;
+    layScroll();
+    say();
+    viewport()->update();
+}
+
+void VistaDeHoras::lay()
+{
+    m_bloques.clear();
+    m_filas = 0;
+    for (int column = 0; column < m_dias.size(); ++column) {
+        const size_t first = m_bloques.size();
+        std::vector<Tramo> stretches;
+        int above = 0;
+        for (size_t i = 0; i < m_tareas.size(); ++i) {
+            const TareaDelDia &t = m_tareas[i];
+            if (t.dia != m_dias[column])
+                continue;
+            Bloque b{i, column, {}, {}, -1};
+            if (t.hor.isValid()) {
+                const int from = minutesOf(t.hor);
+                b.tramo = {from, std::min(from + std::max(t.minutos, quarter), dayEnd)};
+            } else {
+                b.fila = above++;
+            }
+            m_bloques.push_back(b);
+        }
+        m_filas = std::max(m_filas, std::min(above, mostAbove));
+        std::stable_sort(
+            m_bloques.begin() + std::ptrdiff_t(first), m_bloques.end(),
+            [](const Bloque &a, const Bloque &b) { return a.tramo.desde < b.tramo.desde; });
+        for (size_t i = first; i < m_bloques.size(); ++i)
+            if (m_bloques[i].fila < 0)
+                stretches.push_back(m_bloques[i].tramo);
+        const std::vector<Carril> lanes = PonerLadoALado(stretches);
+        size_t lane = 0;
+        for (size_t i = first; i < m_bloques.size(); ++i)
+            if (m_bloques[i].fila < 0)
+                m_bloques[i].carril = lanes[lane++];
+    }
+}
+
+void VistaDeHoras::layScroll()
+{
+    const int shown = std::max(1, viewport()->height() - top());
+    verticalScrollBar()->setPageStep(shown);
+    verticalScrollBar()->setSingleStep(lineHeight());
+    verticalScrollBar()->setRange(0, std::max(0, dayEnd / quarter * lineHeight() - shown));
+}
+
+int VistaDeHoras::lineHeight() const { return fontMetrics().lineSpacing() + 1; }
+
+int VistaDeHoras::top() const
+{
+    const int above = m_filas > 0 ? m_filas * (lineHeight() + 2) + Espacio::XS : 0;
+    return fontMetrics().height() + Espacio::L + above;
+}
+
+int VistaDeHoras::gutter() const
+{
+    return fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * Espacio::S;
+}
+
+int VistaDeHoras::columnWidth() const
+{
+    return std::max(1, (viewport()->width() - gutter()) / std::max(1, int(m_dias.size())));
+}
+
+int VistaDeHoras::yOf(int minutos) const
+{
+    return top() + minutos * lineHeight() / quarter - verticalScrollBar()->value();
+}
+
+int VistaDeHoras::minuteAt(int y) const
+{
+    const int m = (y - top() + verticalScrollBar()->value()) * quarter / lineHeight();
+    return std::clamp(m, 0, dayEnd - 1);
+}
+
+int VistaDeHoras::columnAt(int x) const
+{
+    return std::clamp((x - gutter()) / columnWidth(), 0, std::max(0, int(m_dias.size()) - 1));
+}
+
+QRect VistaDeHoras::rectOf(const Bloque &b) const
+{
+    const int left = gutter() + b.columna * columnWidth() + 2;
+    const int width = columnWidth() - Espacio::XS - 2;
+    if (b.fila >= 0) {
+        const int line = lineHeight() + 2;
+        return {left, top() - m_filas * line - 2 + std::min(b.fila, mostAbove - 1) * line, width,
+                line - 2};
+    }
+    const int lane = width / b.carril.total;
+    const int from = yOf(b.tramo.desde), to = yOf(b.tramo.hasta);
+    return {left + b.carril.indice * lane, from + 1, std::max(6, lane - 2),
+            std::max(lineHeight(), to - from) - 2};
+}
+
+const VistaDeHoras::Bloque *VistaDeHoras::blockAt(QPoint p) const
+{
+    for (auto b = m_bloques.rbegin(); b != m_bloques.rend(); ++b)
+        if ((b->fila >= 0 || p.y() >= top()) && rectOf(*b).contains(p))
+            return &*b;
+    return nullptr;
+}
+
+const VistaDeHoras::Bloque *VistaDeHoras::blockOf(int id) const
+{
+    const auto b = std::ranges::find_if(
+        m_bloques, [&](const Bloque &x) { return id != 0 && taskOf(x).id == id; });
+    return b == m_bloques.end() ? nullptr : &*b;
+}
+
+int VistaDeHoras::Elegida() const { return m_elegida; }
+
+QDate VistaDeHoras::DiaDelCursor() const { return m_dias.value(m_columna); }
+
+QTime VistaDeHoras::HoraDelCursor() const { return {m_minuto / 60, m_minuto % 60}; }
+
+QRect VistaDeHoras::LugarDe(int id) const
+{
+    const Bloque *b = blockOf(id);
+    return b ? rectOf(*b) : QRect();
+}
+
+QPoint VistaDeHoras::PuntoDe(QDate dia, QTime hora) const
+{
+    const int column = std::max(0, int(m_dias.indexOf(dia)));
+    return {gutter() + column * columnWidth() + columnWidth() / 2, yOf(minutesOf(hora)) + 1};
+}
+
+void VistaDeHoras::Elegir(int id) { select(id, false); }
+
+void VistaDeHoras::select(int id, bool tell)
+{
+    const Bloque *b = blockOf(id);
+    const int now = b ? id : 0;
+    const bool other = now != m_elegida;
+    m_elegida = now;
+    if (b) {
+        m_columna = b->columna;
+        if (b->fila < 0) {
+            m_minuto = b->tramo.desde / step * step;
+            ensureVisible(b->tramo.desde, b->tramo.hasta);
+        }
+    }
+    say();
+    viewport()->update();
+    if (tell && other)
+        Q_EMIT tareaElegida(m_elegida);
+}
+
+void VistaDeHoras::IrA(QDate dia)
+{
+    if (const int column = int(m_dias.indexOf(dia)); column >= 0 && column != m_columna) {
+        m_columna = column;
+        say();
+        viewport()->update();
+    }
+}
+
+void VistaDeHoras::ensureVisible(int desde, int hasta)
+{
+    QScrollBar *bar = verticalScrollBar();
+    if (yOf(hasta) > viewport()->height())
+        bar->setValue(bar->value() + yOf(hasta) - viewport()->height() + Espacio::S);
+    if (yOf(desde) < top())
+        bar->setValue(bar->value() - (top() - yOf(desde)) - Espacio::S);
+}
+
+/// What a screen reader tells of the place of the cursor.
+void VistaDeHoras::say()
+{
+    if (m_dias.isEmpty())
+        return;
+    const Bloque *b = blockOf(m_elegida);
+    const QString day = QLocale().toString(DiaDelCursor(), QLocale::LongFormat);
+    const QString text = b ? AsuntoDeTarea(taskOf(*b)) + u", "_s + taskOf(*b).detalle.simplified()
+                           : HoraDelCursor().toString(u"HH:mm") + u", "_s + m_s(Libre);
+    setAccessibleDescription(day + u", "_s + text);
+    if (hasFocus()) {
+        QAccessibleEvent told(this, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&told);
+    }
+}
+
+void VistaDeHoras::moveCursor(int columna, int minutos)
+{
+    if (columna < 0 || columna >= m_dias.size()) {
+        const QDate day = DiaDelCursor().addDays(columna < 0 ? -1 : 1);
+        select(0, true);
+        Q_EMIT diaPedido(day);
+        if (const int there = int(m_dias.indexOf(day)); there >= 0)
+            moveCursor(there, minutos);
+        return;
+    }
+    const bool otherDay = columna != m_columna;
+    m_columna = columna;
+    m_minuto = std::clamp(minutos, 0, dayEnd - step);
+    ensureVisible(m_minuto, m_minuto + step);
+    // The task that begins within the half hour, else one that still lasts.
+    const Bloque *found = nullptr;
+    for (const Bloque &b : m_bloques)
+        if (b.columna == m_columna && b.fila < 0 && b.tramo.desde < m_minuto + step
+            && b.tramo.hasta > m_minuto && (!found || found->tramo.desde < m_minuto))
+            found = &b;
+    const int id = found ? taskOf(*found).id : 0;
+    const bool otherTask = id != m_elegida;
+    m_elegida = id;
+    say();
+    viewport()->update();
+    // The task first: the day alone would have the list choose one.
+    if (otherTask)
+        Q_EMIT tareaElegida(m_elegida);
+    if (otherDay)
+        Q_EMIT diaElegido(DiaDelCursor());
+}
+
+/// To the next task of the day, from the cursor when none is selected.
+void VistaDeHoras::walkTasks(int paso)
+{
+    std::vector<const Bloque *> ofDay;
+    for (const Bloque &b : m_bloques)
+        if (b.columna == m_columna)
+            ofDay.push_back(&b);
+    const auto here =
+        std::ranges::find_if(ofDay, [this](const Bloque *b) { return taskOf(*b).id == m_elegida; });
+    std::ptrdiff_t i = here - ofDay.begin();
+    if (here != ofDay.end())
+        i += paso;
+    else
+        i = std::ranges::count_if(ofDay,
+                                  [this](const Bloque *b) { return b->tramo.desde < m_minuto; })
+            - (paso < 0);
+    if (i >= 0 && i < std::ssize(ofDay))
+        select(taskOf(*ofDay[size_t(i)]).id, true);
+}
+
+void VistaDeHoras::take()
+{
+    if (m_elegida != 0)
+        Q_EMIT tareaTomada(m_elegida);
+    else if (!m_dias.isEmpty())
+        Q_EMIT horaLibreTomada(DiaDelCursor(), HoraDelCursor());
+}
+
+void VistaDeHoras::keyPressEvent(QKeyEvent *event)
+{
+    if (m_arrastre.enCurso && event->key() == Qt::Key_Escape)
+        return stopDragging();
+    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool jump = modifiers == Qt::ControlModifier;
+    if (modifiers != Qt::NoModifier && !jump)
+        return event->ignore();
+    switch (event->key()) {
+    case Qt::Key_Up:
+        return jump ? walkTasks(-1) : moveCursor(m_columna, m_minuto - step);
+    case Qt::Key_Down:
+        return jump ? walkTasks(1) : moveCursor(m_columna, m_minuto + step);
+    case Qt::Key_Left:
+        return moveCursor(m_columna - 1, m_minuto);
+    case Qt::Key_Right:
+        return moveCursor(m_columna + 1, m_minuto);
+    case Qt::Key_Home:
+        return moveCursor(m_columna, workBegins);
+    case Qt::Key_End:
+        return moveCursor(m_columna, workEnds);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return take();
+    default:
+        event->ignore();
+    }
+}
+
+void VistaDeHoras::focusInEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    say();
+    viewport()->update();
+}
+
+void VistaDeHoras::focusOutEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    stopDragging();
+    viewport()->update();
+}
+
+void VistaDeHoras::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    layScroll();
+}
+
+void VistaDeHoras::changeEvent(QEvent *event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        layScroll();
+}
+
+void VistaDeHoras::showEvent(QShowEvent *event)
+{
+    QAbstractScrollArea::showEvent(event);
+    if (!std::exchange(m_desplazado, true))
+        verticalScrollBar()->setValue((workBegins - step) * lineHeight() / quarter);
+}
+
+bool VistaDeHoras::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        const Bloque *b = blockAt(help->pos());
+        if (b)
+            QToolTip::showText(help->globalPos(),
+                               u"<b>"_s + AsuntoDeTarea(taskOf(*b)).toHtmlEscaped() + u"</b><br>"_s
+                                   + taskOf(*b).detalle.toHtmlEscaped().replace(u"\n"_s, u"<br>"_s),
+                               viewport(), rectOf(*b));
+        else
+            QToolTip::hideText();
+        return true;
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void VistaDeHoras::mousePressEvent(QMouseEvent *event)
+{
+    const QPoint p = event->position().toPoint();
+    if (event->button() != Qt::LeftButton || m_dias.isEmpty())
+        return;
+    if (const Bloque *b = blockAt(p)) {
+        const QDate before = DiaDelCursor();
+        m_arrastre = {taskOf(*b).id, p, false, {}, {}};
+        select(m_arrastre.id, true);
+        if (DiaDelCursor() != before)
+            Q_EMIT diaElegido(DiaDelCursor());
+    } else if (p.y() >= top()) {
+        const QDate before = DiaDelCursor();
+        m_columna = columnAt(p.x());
+        m_minuto = minuteAt(p.y()) / step * step;
+        select(0, true);
+        if (DiaDelCursor() != before)
+            Q_EMIT diaElegido(DiaDelCursor());
+    } else {
+        moveCursor(columnAt(p.x()), m_minuto);
+    }
+}
+
+void VistaDeHoras::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && event->position().y() >= top())
+        take();
+}
+
+void VistaDeHoras::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint p = event->position().toPoint();
+    if (m_arrastre.id != 0 && event->buttons() & Qt::LeftButton) {
+        if (m_arrastre.enCurso
+            || (p - m_arrastre.desde).manhattanLength()
+                   >= QGuiApplication::styleHints()->startDragDistance())
+            drag(p);
+        return;
+    }
+    viewport()->setCursor(blockAt(p) ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+void VistaDeHoras::drag(QPoint p)
+{
+    const Bloque *b = blockOf(m_arrastre.id);
+    if (!b)
+        return stopDragging();
+    m_arrastre.enCurso = true;
+    viewport()->setCursor(Qt::ClosedHandCursor);
+    QScrollBar *bar = verticalScrollBar();
+    if (p.y() > viewport()->height() - lineHeight())
+        bar->setValue(bar->value() + lineHeight());
+    else if (p.y() < top() + lineHeight() && p.y() >= 0)
+        bar->setValue(bar->value() - lineHeight());
+    // The block hangs where it was taken; one without an hour hangs by its upper edge.
+    const int held =
+        b->fila < 0 ? (m_arrastre.desde.y() - rectOf(*b).top()) * quarter / lineHeight() : 0;
+    m_arrastre.dia = m_dias[columnAt(p.x())];
+    m_arrastre.hora = AlCuarto(minuteAt(p.y()) - held);
+    viewport()->update();
+}
+
+void VistaDeHoras::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const Arrastre done = m_arrastre;
+    const bool back =
+        QRect(done.desde, QSize(1, 1))
+            .marginsAdded({lineHeight() / 2, lineHeight() / 2, lineHeight() / 2, lineHeight() / 2})
+            .contains(event->position().toPoint());
+    stopDragging();
+    // Put back where it was taken: nothing moves, not even to the next quarter.
+    if (done.enCurso && !back)
+        Q_EMIT tareaMovida(done.id, done.dia, done.hora);
+}
+
+void VistaDeHoras::stopDragging()
+{
+    m_arrastre = {};
+    viewport()->setCursor(Qt::ArrowCursor);
+    viewport()->update();
+}
+
+void VistaDeHoras::paintEvent(QPaintEvent *)
+{
+    QPainter p(viewport());
+    p.setRenderHint(QPainter::Antialiasing);
+    p.fillRect(viewport()->rect(), PaletaEnUso().superficie);
+    if (m_dias.isEmpty())
+        return;
+    p.save();
+    p.setClipRect(0, top(), viewport()->width(), viewport()->height() - top());
+    drawHours(p);
+    for (const Bloque &b : m_bloques)
+        if (b.fila < 0 && taskOf(b).id != m_elegida)
+            drawBlock(p, rectOf(b), taskOf(b), false);
+    if (const Bloque *b = blockOf(m_elegida); b && b->fila < 0)
+        drawBlock(p, rectOf(*b), taskOf(*b), true);
+    drawNow(p);
+    if (const Bloque *b = blockOf(m_arrastre.id); b && m_arrastre.enCurso) {
+        Bloque there = *b;
+        const int from = minutesOf(m_arrastre.hora);
+        const int length = b->fila < 0 ? b->tramo.hasta - b->tramo.desde : step;
+        there.fila = -1;
+        there.columna = std::max(0, int(m_dias.indexOf(m_arrastre.dia)));
+        there.tramo = {from, std::min(from + length, dayEnd)};
+        there.carril = {};
+        p.setOpacity(0.85);
+        TareaDelDia t = taskOf(*b);
+        t.hor = m_arrastre.hora;
+        drawBlock(p, rectOf(there), t, true);
+    }
+    p.restore();
+    drawHead(p);
+}
+
+void VistaDeHoras::drawHours(QPainter &p) const
+{
+    const Paleta colours = PaletaEnUso();
+    const int width = viewport()->width();
+    for (const auto &[from, to] : {std::pair(0, workBegins), std::pair(workEnds, dayEnd)})
+        p.fillRect(QRect(gutter(), yOf(from), width, yOf(to) - yOf(from)),
+                   colours.superficieAlterna);
+    QColor faint = colours.borde;
+    faint.setAlphaF(0.5F);
+    for (int m = 0; m < dayEnd; m += step) {
+        p.setPen(QPen(m % 60 == 0 ? colours.borde : faint, 1));
+        p.drawLine(gutter(), yOf(m), width, yOf(m));
+        if (m % 60 == 0) {
+            p.setPen(colours.textoSuave);
+            p.drawText(QRect(0, yOf(m) + 1, gutter() - Espacio::S, lineHeight()),
+                       int(Qt::AlignRight) | Qt::AlignVCenter, QTime(m / 60, 0).toString(u"HH:mm"));
+        }
+    }
+    p.setPen(colours.borde);
+    for (int c = 0; c < m_dias.size(); ++c)
+        p.drawLine(gutter() + c * columnWidth(), 0, gutter() + c * columnWidth(),
+                   viewport()->height());
+    if (m_elegida == 0 && !m_arrastre.enCurso) {
+        const QRect place(gutter() + m_columna * columnWidth() + 2, yOf(m_minuto) + 2,
+                          columnWidth() - Espacio::XS, yOf(m_minuto + step) - yOf(m_minuto) - 3);
+        p.setPen(hasFocus() ? QPen(colours.acento, 2) : QPen(colours.borde, 1));
+        p.setBrush(hasFocus() ? colours.acentoSuave : Qt::transparent);
+        p.drawRoundedRect(place, 4, 4);
+        p.setBrush(Qt::NoBrush);
+    }
+}
+
+void VistaDeHoras::drawHead(QPainter &p) const
+{
+    const Paleta colours = PaletaEnUso();
+    const int line = fontMetrics().height() + Espacio::M;
+    p.fillRect(QRect(0, 0, viewport()->width(), top()), colours.superficie);
+    p.setPen(colours.borde);
+    p.drawLine(0, top() - 1, viewport()->width(), top() - 1);
+    const QLocale local;
+    for (int c = 0; c < m_dias.size(); ++c) {
+        const QRect place(gutter() + c * columnWidth(), 0, columnWidth(), line);
+        const bool today = m_dias[c] == m_s.reloj.hoy;
+        QFont font = p.font();
+        font.setWeight(c == m_columna ? QFont::DemiBold : QFont::Normal);
+        p.setFont(font);
+        if (c == m_columna && m_dias.size() > 1)
+            p.fillRect(QRect(place.left() + 1, line - 3, place.width() - 2, 3), colours.acento);
+        p.setPen(today ? colours.acento : colours.texto);
+        const QString name = m_dias.size() == 1
+                                 ? local.toString(m_dias[c], QLocale::LongFormat)
+                                 : local.dayName(m_dias[c].dayOfWeek(), QLocale::ShortFormat) + u' '
+                                       + QString::number(m_dias[c].day());
+        p.drawText(place, Qt::AlignCenter,
+                   QFontMetrics(font).elidedText(name, Qt::ElideRight, place.width() - 4));
+    }
+    p.setFont(font());
+    for (const Bloque &b : m_bloques)
+        if (b.fila >= 0 && b.fila < mostAbove)
+            drawBlock(p, rectOf(b), taskOf(b), taskOf(b).id == m_elegida);
+}
+
+void VistaDeHoras::drawBlock(QPainter &p, const QRect &place, const TareaDelDia &t,
+                             bool chosen) const
+{
+    const Paleta colours = PaletaEnUso();
+    const bool own = t.tip < 0; // no appointment of a client
+    const QColor ground = chosen ? colours.acento : own ? colours.fondo : colours.acentoSuave;
+    const QColor ink = chosen ? colours.sobreAcento : t.est ? colours.textoSuave : colours.texto;
+    p.save();
+    p.setPen(QPen(chosen && hasFocus() ? colours.texto : own ? colours.borde : ground, 1));
+    p.setBrush(ground);
+    p.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    p.setClipRect(place, Qt::IntersectClip);
+    p.fillRect(QRect(place.left(), place.top() + 2, 3, place.height() - 4),
+               t.est ? colours.borde : colours.acento);
+
+    QRect text = place.adjusted(Espacio::S, 1, -Espacio::XS, -1);
+    const int line = fontMetrics().lineSpacing();
+    const QString icon = t.est ? u"tarearealizada"_s : t.icono;
+    if (!icon.isEmpty() && place.width() > 90) {
+        const QRect picture(text.right() - iconSide + 1, text.top() + (line - iconSide) / 2,
+                            iconSide, iconSide);
+        Icono(icon, chosen && !colours.oscura ? Tono::SobreMarco : Tono::Normal).paint(&p, picture);
+        text.setRight(picture.left() - Espacio::XS);
+    }
+    const auto draw = [&](int row, const QString &words, bool strong) {
+        const int y = place.top() + row * line + (place.height() < 2 * line ? 0 : 2);
+        if (row > 0 && y + line > place.bottom() + 2)
+            return;
+        QFont font = p.font();
+        font.setWeight(strong ? QFont::DemiBold : QFont::Normal);
+        p.setFont(font);
+        p.drawText(QRect(text.left(), y, text.width(), std::min(line, place.height())),
+                   int(Qt::AlignLeft) | Qt::AlignVCenter,
+                   QFontMetrics(font).elidedText(words, Qt::ElideRight, text.width()));
+    };
+    p.setPen(ink);
+    const QString hour = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u' ' : QString();
+    const bool user = t.tip == TipoTarea::TareaDeUsuario;
+    const QString who = user ? t.des.simplified() : t.paciente;
+    // Narrow ones tell the name; their hour is where they stand.
+    const bool narrow = place.width() < 110;
+    draw(0, (narrow ? QString() : hour) + (who.isEmpty() ? t.concepto : who), !t.est);
+    draw(1, user || who.isEmpty() ? t.des.simplified() : t.concepto, false);
+    if (!user)
+        draw(2, t.des.simplified(), false);
+    p.restore();
+}
+
+void VistaDeHoras::drawNow(QPainter &p) const
+{
+    const int column = int(m_dias.indexOf(m_s.reloj.hoy));
+    if (column < 0)
+        return;
+    const int y = yOf(minutesOf(m_s.reloj.Hora()));
+    const int x = gutter() + column * columnWidth();
+    p.setPen(QPen(PaletaEnUso().error, 1.5));
+    p.drawLine(x, y, x + columnWidth(), y);
+    p.setBrush(PaletaEnUso().error);
+    p.drawEllipse(QPoint(x, y), 3, 3);
+    p.setBrush(Qt::NoBrush);
+}

@@ -91,9 +91,6 @@ void PanelDeCliente::build()
     txtemail = column("email", u"txtemail"_s, Correo);
     cmbmark = named(new QComboBox, u"cmbmark"_s, m_s(ComoNosConocio));
     cmbmark->setToolTip(m_s(ComoNosConocio));
-    txtfeci = named(new QLineEdit, u"txtfeci"_s, m_s(Ingreso));
-    txtfeci->setReadOnly(true);
-    txtfeci->setFocusPolicy(Qt::ClickFocus);
     txtobs = CajaDeNotas(m_s, u"txtobs"_s, m_s(Notas));
     for (QComboBox *list :
          {static_cast<QComboBox *>(cmbloc), static_cast<QComboBox *>(cmbdep), cmbmark}) {
@@ -109,7 +106,7 @@ void PanelDeCliente::build()
     grid->Fila(m_s(CodigoPostal), txtcodp, m_s(CodigoDeArea), txtcodt);
     grid->Fila(m_s(Telefono), txttel, m_s(Movil), txttelc);
     grid->Fila(m_s(Correo), txtemail);
-    grid->Fila(m_s(Origen), cmbmark, m_s(Ingreso), txtfeci);
+    grid->Fila(m_s(Origen), cmbmark);
     grid->Fila(m_s(Notas), txtobs);
 
     auto *row = new QHBoxLayout(this);
@@ -121,6 +118,7 @@ void PanelDeCliente::build()
 
 QWidget *PanelDeCliente::buildFacts()
 {
+    txtfeci = named(new QLabel, u"txtfeci"_s, m_s(Ingreso));
     txtUVisita = named(new QLabel, u"txtUVisita"_s, m_s(UltimaVisita));
     txtdebe = named(new QLabel, u"txtdebe"_s, m_s(Debe));
     txtinfoCliente = CajaDeInformacion(u"txtinfoCliente"_s, m_s(Informacion));
@@ -130,7 +128,7 @@ QWidget *PanelDeCliente::buildFacts()
     auto *column = new QVBoxLayout(facts);
     column->setContentsMargins({});
     column->setSpacing(Espacio::S);
-    for (QLabel *label : {txtUVisita, txtdebe}) {
+    for (QLabel *label : {txtfeci, txtUVisita, txtdebe}) {
         label->setTextFormat(Qt::PlainText);
         column->addWidget(label);
     }
@@ -207,13 +205,15 @@ void PanelDeCliente::Mostrar(const FichaDeCliente &ficha)
     cmbloc->setEditText(ficha.subregion);
     cmbdep->setEditText(ficha.region);
     cmbmark->setCurrentIndex(std::max(0, cmbmark->findData(ficha.mark)));
-    txtfeci->setText(TextoDeDia(ficha.feci));
     txtobs->setPlainText(ficha.obs);
     for (QAction *action : std::as_const(m_copias))
         action->setVisible(!qobject_cast<QLineEdit *>(action->parent())->text().isEmpty());
 
-    txtUVisita->setText(ficha.fecu.isValid() ? m_s(UltimaVisita) + u": "_s + TextoDeDia(ficha.fecu)
-                                             : QString());
+    const auto fact = [this](QLabel *label, int caption, QDate day) {
+        label->setText(day.isValid() ? m_s(caption) + u": "_s + TextoDeDia(day) : QString());
+    };
+    fact(txtfeci, Ingreso, ficha.feci);
+    fact(txtUVisita, UltimaVisita, ficha.fecu);
     txtdebe->setText(ficha.idc ? m_s(Debe) + u": "_s + m_s(ficha.deuda ? Si : No) : QString());
     if (const QString look = ficha.deuda ? u"falla"_s : QString();
         txtdebe->property("clase").toString() != look) {

@@ -69,9 +69,9 @@ private:
     bool m_modificando = false;
     QList<QAction *> m_copias;
 
-    QLineEdit *txtidc, *txtayn, *txtdir, *txtcodp, *txtcodt, *txttel, *txttelc, *txtemail, *txtfeci;
+    QLineEdit *txtidc, *txtayn, *txtdir, *txtcodp, *txtcodt, *txttel, *txttelc, *txtemail;
     ListaConCompletado *cmbloc, *cmbdep;
     QComboBox *cmbmark;
     QPlainTextEdit *txtobs, *txtinfoCliente;
-    QLabel *txtUVisita, *txtdebe;
+    QLabel *txtfeci, *txtUVisita, *txtdebe;
 };

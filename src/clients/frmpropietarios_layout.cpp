@@ -71,7 +71,8 @@ void frmPropietarios::build()
     auto *halves = new QGridLayout;
     halves->setHorizontalSpacing(Espacio::L);
     halves->setVerticalSpacing(Espacio::S);
-    halves->setRowStretch(1, 1);
+    for (const int row : {1, 2})
+        halves->setRowStretch(row, 1);
     buildClients(halves);
     buildPatients(halves);
     for (int column = 0; column < 2; ++column)

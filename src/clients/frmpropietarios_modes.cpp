@@ -301,10 +301,12 @@ void frmPropietarios::offerDraft()
     const QVariantMap draft = m_borrador.Leer();
     if (entering() || draft.isEmpty())
         return;
-    if (!m_s.dialogos.Pregunta(m_s(HayBorrador)))
+    const bool client = draft.value(ofPanel) == u"cliente"_s;
+    const QVariantMap boxes = draft.value(ofBoxes).toMap();
+    const QString name = boxes.value(client ? u"txtayn"_s : u"txtnom"_s).toString();
+    if (!m_s.dialogos.Pregunta((m_s(HayBorrador) + u"\n\n"_s + name).trimmed()))
         return m_borrador.Borrar();
-    guarded([this, &draft] {
-        const bool client = draft.value(ofPanel) == u"cliente"_s;
+    guarded([&] {
         auto mode =
             draft.value(ofMode).toInt() == int(Modo::Modificar) ? Modo::Modificar : Modo::Nuevo;
         const int idm = draft.value(ofPatient).toInt();
@@ -316,7 +318,6 @@ void frmPropietarios::offerDraft()
         // What was to change is gone: what was typed is still good for a new one.
         if (mode == Modo::Modificar && (client ? !ownerThere : m_mostrado.idm != idm))
             mode = Modo::Nuevo;
-        const QVariantMap boxes = draft.value(ofBoxes).toMap();
         if (client) {
             startClient(mode);
             m_cliente->PonerCampos(boxes);

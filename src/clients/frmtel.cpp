@@ -2,7 +2,6 @@
 
 #include "store/settings_row.h"
 #include "ui/help_line.h"
-#include "ui/pictures.h"
 #include "ui/theme.h"
 
 #include <QComboBox>
@@ -56,9 +55,9 @@ void frmTel::build()
     for (QComboBox *list : {cmbNumero, cmbPuerto}) {
         list->setEditable(true);
         list->setInsertPolicy(QComboBox::NoInsert);
+        list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
-    cmdLlamar =
-        named(new QPushButton(Icono(u"telefono"_s), m_s(Llamar)), u"cmdLlamar"_s, plain(Llamar));
+    cmdLlamar = named(new QPushButton(m_s(Llamar)), u"cmdLlamar"_s, plain(Llamar));
     cmdTerminar = named(new QPushButton(m_s(Terminar)), u"cmdTerminar"_s, plain(Terminar));
     cmdLlamar->setDefault(true);
     cmdTerminar->setAutoDefault(false);
@@ -67,6 +66,7 @@ void frmTel::build()
     auto *boxes = new QFormLayout;
     boxes->setHorizontalSpacing(Espacio::L);
     boxes->setVerticalSpacing(Espacio::M);
+    boxes->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     boxes->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     boxes->addRow(m_s(Numero), cmbNumero);
     boxes->addRow(m_s(Puerto), cmbPuerto);

@@ -31,7 +31,6 @@ enum Texto {
     Encontrado = 2253,
     AyudaFallecido = 5025,
     AyudaAutomatizacion = 5026,
-    Ingreso = 9495,
     Notas = 9496,
     Raza = 9500,
     Especie_ = 9501,
@@ -92,6 +91,8 @@ void PanelDePaciente::build()
         return named(new QComboBox, nombre, m_s(texto));
     };
     txtidm = named(new QLineEdit, u"txtidm"_s, m_s(Numero));
+    txtidm->setReadOnly(true);
+    txtidm->setFocusPolicy(Qt::ClickFocus);
     txtnom = column("nom", u"txtnom"_s, Nombre);
     cmbraza = named(new ListaConCompletado, u"cmbraza"_s, m_s(Raza));
     cmbraza->lineEdit()->setMaxLength(m_s.clientes->Ancho("mlrazas", "nom"));
@@ -117,12 +118,7 @@ void PanelDePaciente::build()
     chkrep = check(u"chkrep"_s, Reproductor);
     chkdec = check(u"chkdec"_s, Fallecido);
     chkdec->setToolTip(m_s(AyudaFallecido));
-    txtfecimas = named(new QLineEdit, u"txtfecimas"_s, m_s(Ingreso));
     txtobsmas = CajaDeNotas(m_s, u"txtobsmas"_s, m_s(Notas));
-    for (QLineEdit *box : {txtidm, txtfecimas}) {
-        box->setReadOnly(true);
-        box->setFocusPolicy(Qt::ClickFocus);
-    }
     for (QComboBox *box : {static_cast<QComboBox *>(cmbraza), cmbespecie, cmbpel, cmbsex, cmbser}) {
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(6);
@@ -327,7 +323,8 @@ void PanelDePaciente::changeSpecies()
 void PanelDePaciente::tellAge()
 {
     const QString age = Edad(m_s, Msknac->Dia());
-    lblEdad->setText(age.isEmpty() ? QString() : m_s(Edad_) + u": "_s + age);
+    lblEdad->setText(m_s(Edad_) + u": "_s + age);
+    lblEdad->setVisible(!age.isEmpty());
 }
 
 void PanelDePaciente::choosePhoto()

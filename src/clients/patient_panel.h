@@ -70,7 +70,7 @@ private:
     LineaDeAyuda *m_ayuda;
     FichaDePaciente m_ficha;
 
-    QLineEdit *txtidm, *txtnom, *txtcar, *txtChip, *txtfecimas;
+    QLineEdit *txtidm, *txtnom, *txtcar, *txtChip;
     ListaConCompletado *cmbraza;
     QComboBox *cmbespecie, *cmbpel, *cmbsex, *cmbser;
     CajaDeFecha *Msknac;

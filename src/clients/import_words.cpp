@@ -344,7 +344,7 @@ std::optional<int> LeerSexo(const QString &texto)
     const QString clave = EnClave(texto);
     if (Entre("m macho male masculino machoentero maleintact mi me"_L1, clave))
         return 0;
-    if (Entre("h f hembra female femea femenino feminino hembraentera femaleintact fi fe"_L1,
+    if (Entre("h f w hembra female femea femenino feminino hembraentera femaleintact fi fe"_L1,
               clave))
         return 1;
     if (Entre("mc cm mn nm mcastrado"_L1, clave))

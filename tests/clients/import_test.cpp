@@ -216,7 +216,7 @@ TEST_F(Importacion, WordsOfSexSpeciesAndWeightAreUnderstood)
     for (int sexo = 0; sexo < 4; ++sexo)
         for (const QString &t : casos[sexo].split(u'|'))
             EXPECT_EQ(LeerSexo(t), sexo) << t.toStdString();
-    EXPECT_EQ(LeerSexo(u"w"_s), std::nullopt);
+    EXPECT_EQ(LeerSexo(u"y"_s), std::nullopt);
     EXPECT_EQ(LeerSexo(u"castrado"_s), std::nullopt);
     EXPECT_EQ(LeerSiNo(u"Sí"_s), true);
     EXPECT_EQ(LeerSiNo(QString()), false);
@@ -280,7 +280,7 @@ TEST_F(Importacion, LinesThatCannotBeTakenSayWhy)
                              "Ana,1,Rex,Dog,m,1,2013,too,many\n"
                              "Ana,\"4222-1111, 4222-2222, 4222-3333\","
                              + largo
-                             + ",Dog,w,gordo,5018\n"
+                             + ",Dog,y,gordo,5018\n"
                                "Ana\n");
     EXPECT_EQ(Texto(DosVeces(o)),
               "1+0 1+0 5\n"
@@ -290,7 +290,7 @@ TEST_F(Importacion, LinesThatCannotBeTakenSayWhy)
               "7N Cut short: "
                   + largo.toStdString()
                   + "; Birth date left empty: 5018; Weight left at zero: gordo; Sex not known, "
-                    "taken as male: w; Cut short: 4222-1111, 4222-2222, 4222-3333\n8E\n");
+                    "taken as male: y; Cut short: 4222-1111, 4222-2222, 4222-3333\n8E\n");
     // Of the telephones, those that fit whole.
     EXPECT_EQ(Filas(*s.clientes, "select tel2 from clientes"), u"4222-1111, 4222-2222\n"_s);
 }

@@ -2,6 +2,7 @@
 // without one.
 
 #include "admin/admin_forms.h"
+#include "agenda/agenda_forms.h"
 #include "app/options.h"
 #include "app/unattended.h"
 #include "board/frmacerca.h"
@@ -98,6 +99,7 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     Formularios formularios;
     RegistrarFormulariosDeTablero(s, formularios);
     RegistrarFormulariosDeClientes(s, formularios);
+    RegistrarFormulariosDeAgenda(s, formularios);
     RegistrarFormulariosDeAdministracion(s, formularios);
     InstalarBusquedaRapida(app, formularios);
     std::unique_ptr<frmprincipal> tablero;

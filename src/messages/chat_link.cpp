@@ -3,16 +3,19 @@
 #include "store/lookups.h"
 #include "store/settings_row.h"
 
-#include <QUrlQuery>
-
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
+enum Texto { Chat = 9967, PidaPais = 9966, PaisNoValido = 9968 };
+
 // International numbers have 15 digits at most (E.164); fewer than 8 are a short number.
 constexpr qsizetype MenosCifras = 8;
 constexpr qsizetype MasCifras = 15;
+constexpr qsizetype CifrasDePais = 3;
+
+const QString AjusteDePais = u"chat/pais"_s;
 
 QString Cifras(const QString &texto)
 {
@@ -23,33 +26,69 @@ QString Cifras(const QString &texto)
     return cifras;
 }
 
+QString Movil(Sesion &s, int idc) { return LeerCampo(s, "clientes", "clientes", idc, "telc2"); }
+
+QString Primero(const QString &telefonos) { return telefonos.section(u',', 0, 0).trimmed(); }
+
+bool LlevaPais(const QString &numero)
+{
+    return numero.startsWith(u'+') || numero.startsWith(u"00"_s);
+}
+
+// nullopt when the user backed out or typed what is no code.
+std::optional<QString> Pais(Sesion &s)
+{
+    const QString guardado = LeerAjusteDeMaquina(s, AjusteDePais);
+    if (!guardado.isEmpty())
+        return guardado;
+    const auto dicho = s.dialogos.PedirTexto(s(Chat), s(PidaPais));
+    if (!dicho)
+        return std::nullopt;
+    QString pais = Cifras(*dicho);
+    while (pais.startsWith(u'0'))
+        pais.remove(0, 1);
+    if (pais.isEmpty() || pais.size() > CifrasDePais) {
+        s.dialogos.Mensaje(s(PaisNoValido));
+        return std::nullopt;
+    }
+    GuardarAjusteDeMaquina(s, AjusteDePais, pais);
+    return pais;
+}
+
 } // namespace
 
-QString NumeroParaChat(const Sesion &s, const QString &telefonos)
+QString NumeroParaChat(const QString &telefonos, const QString &pais)
 {
-    const QString primero = telefonos.section(u',', 0, 0).trimmed();
+    const QString primero = Primero(telefonos);
     QString cifras = Cifras(primero);
-    if (primero.startsWith(u"00"_s)) {
-        cifras.remove(0, 2);
-    } else if (!primero.startsWith(u'+')) {
-        // At home numbers are dialled with a leading 0 that nobody dials from abroad.
-        while (cifras.startsWith(u'0'))
-            cifras.remove(0, 1);
-        const QString pais = Cifras(LeerAjusteDeMaquina(s, u"chat/pais"_s));
-        if (!pais.isEmpty() && !cifras.isEmpty())
-            cifras.prepend(pais);
-    }
+    // At home numbers are dialled with a leading 0 that nobody dials from abroad.
+    while (cifras.startsWith(u'0'))
+        cifras.remove(0, 1);
+    if (!LlevaPais(primero) && !cifras.isEmpty())
+        cifras.prepend(pais);
     return cifras.size() >= MenosCifras && cifras.size() <= MasCifras ? cifras : QString();
+}
+
+bool TieneChat(Sesion &s, int idc)
+{
+    // Whatever the country, its code adds a digit at least.
+    return !NumeroParaChat(Movil(s, idc), u"0"_s).isEmpty();
 }
 
 QUrl EnlaceDeChat(Sesion &s, int idc, const QString &texto)
 {
-    const QString numero = NumeroParaChat(s, LeerCampo(s, "clientes", "clientes", idc, "telc2"));
+    if (!TieneChat(s, idc))
+        return {};
+    const QString movil = Movil(s, idc);
+    std::optional<QString> pais = QString();
+    if (!LlevaPais(Primero(movil)))
+        pais = Pais(s);
+    if (!pais)
+        return {};
+    const QString numero = NumeroParaChat(movil, *pais);
     if (numero.isEmpty())
         return {};
     QUrl enlace(u"https://wa.me/"_s + numero);
-    QUrlQuery consulta;
-    consulta.addQueryItem(u"text"_s, QString::fromLatin1(QUrl::toPercentEncoding(texto)));
-    enlace.setQuery(consulta);
+    enlace.setQuery(u"text="_s + QString::fromLatin1(QUrl::toPercentEncoding(texto)));
     return enlace;
 }

@@ -5,10 +5,15 @@
 
 #include <QUrl>
 
-/// The client's mobile number as the chat service wants it: country code and number, digits only;
-/// "" when there is no mobile number that could be one. A number without a country code gets the
-/// one of this machine's setting `chat/pais`.
-QString NumeroParaChat(const Sesion &s, const QString &telefonos);
+/// The first of a client's mobile numbers as the chat service wants it: country code and number,
+/// digits only; "" when it is none. A number without a country code gets @p pais, its leading
+/// zeros left out.
+QString NumeroParaChat(const QString &telefonos, const QString &pais);
 
-/// @return an invalid address when the client has no mobile number
+/// Whether the client has a mobile number to chat with.
+bool TieneChat(Sesion &s, int idc);
+
+/// The link. Where a number stands without a country code, the one of this machine's setting
+/// `chat/pais` is taken; the user is asked for it once.
+/// @return an invalid address when the client has no mobile number, or no code was given
 QUrl EnlaceDeChat(Sesion &s, int idc, const QString &texto);

@@ -5,7 +5,9 @@
 #include "store/lookups.h"
 #include "store/settings_row.h"
 
+#include <QUrl>
 #include <QUuid>
+#include <cstring>
 #include <curl/curl.h>
 #include <mutex>
 
@@ -19,12 +21,14 @@ constexpr int SinCuenta = 4601;
 // A server that is there answers in a second; a phone line out of town may take some.
 constexpr long SegundosParaConectar = 15;
 constexpr long SegundosPorMensaje = 60; // unless this machine's setting says otherwise
-constexpr int FallosSeguidos = 3;       // of the line, after which the run is given up
+constexpr int FallosSeguidos = 2;       // of the line, after which the run is given up
+
+constexpr long Rechazo = 400;       // this reply and all above it say no
+constexpr long CierraLaLinea = 421; // says no and hangs up
 
 struct LiberarCurl {
     void operator()(CURL *c) const { curl_easy_cleanup(c); }
     void operator()(curl_slist *l) const { curl_slist_free_all(l); }
-    void operator()(curl_mime *m) const { curl_mime_free(m); }
 };
 template <typename T>
 using Dueno = std::unique_ptr<T, LiberarCurl>;
@@ -45,28 +49,34 @@ private:
     Dueno<curl_slist> m_lista;
 };
 
+// The message, as the library asks for it piece by piece.
+struct Lectura {
+    QByteArray bytes;
+    qsizetype leidos = 0;
+
+    static size_t Leer(char *donde, size_t uno, size_t cuantos, void *lectura) noexcept
+    {
+        Lectura &l = *static_cast<Lectura *>(lectura);
+        const qsizetype n = std::min(qsizetype(uno * cuantos), l.bytes.size() - l.leidos);
+        std::memcpy(donde, l.bytes.constData() + l.leidos, size_t(n));
+        l.leidos += n;
+        return size_t(n);
+    }
+};
+
 QString RemitenteDe(const CuentaDeCorreo &cuenta)
 {
     return cuenta.usuario.contains(u'@') ? cuenta.usuario : cuenta.usuario + u'@' + cuenta.servidor;
 }
 
-/// What goes wrong before the server has judged the message, and so with every other one as well.
-bool EsDeLaConexion(CURLcode codigo)
-{
-    return codigo == CURLE_COULDNT_RESOLVE_HOST || codigo == CURLE_COULDNT_CONNECT
-           || codigo == CURLE_OPERATION_TIMEDOUT || codigo == CURLE_SEND_ERROR
-           || codigo == CURLE_RECV_ERROR || codigo == CURLE_GOT_NOTHING
-           || codigo == CURLE_SSL_CONNECT_ERROR || codigo == CURLE_PEER_FAILED_VERIFICATION
-           || codigo == CURLE_USE_SSL_FAILED || codigo == CURLE_LOGIN_DENIED
-           || codigo == CURLE_WEIRD_SERVER_REPLY;
-}
-
 class CorreoPorSmtp final : public SesionDeCorreo
 {
 public:
-    CorreoPorSmtp(Sesion &s, CuentaDeCorreo cuenta)
+    CorreoPorSmtp(Sesion &s, CuentaDeCorreo cuenta, std::function<void()> mientras)
         : m_s(s),
           m_cuenta(std::move(cuenta)),
+          m_remitente(RemitenteDe(m_cuenta)),
+          m_mientras(std::move(mientras)),
           m_autoridad(LeerAjusteDeMaquina(s, u"correo/autoridad"_s).toUtf8()),
           m_segundos(qMax(
               1L, LeerAjusteDeMaquina(s, u"correo/segundos"_s, QString::number(SegundosPorMensaje))
@@ -75,6 +85,11 @@ public:
         static std::once_flag unaVez;
         std::call_once(unaVez, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
         m_curl.reset(curl_easy_init());
+        QUrl url;
+        url.setScheme(m_cuenta.cifrado == Cifrado::Tls ? u"smtps"_s : u"smtp"_s);
+        url.setHost(m_cuenta.servidor); // stays empty for what is no name of a server
+        url.setPort(m_cuenta.puerto);
+        m_url = url.host().isEmpty() ? QByteArray() : url.toEncoded();
     }
 
     ~CorreoPorSmtp() override = default; // closing the handle says QUIT
@@ -82,6 +97,10 @@ public:
     /// Connects, makes the line safe and signs on.
     bool Entrar()
     {
+        if (!m_curl || m_url.isEmpty() || DireccionesValidas(m_remitente).size() != 1) {
+            m_error = m_cuenta.servidor + u' ' + m_remitente;
+            return false;
+        }
         Preparar();
         curl_easy_setopt(m_curl.get(), CURLOPT_CUSTOMREQUEST, "NOOP");
         curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
@@ -97,18 +116,19 @@ public:
         }
         if (m_perdida)
             return false; // the reason is told already
-        const CURLcode codigo = Transmitir(asunto, destinos, cuerpo);
-        if (codigo == CURLE_OK) {
+        CURLcode codigo = Transmitir(asunto, destinos, cuerpo);
+        // A server that takes so many messages on one line says so: this one it has not taken.
+        if (codigo != CURLE_OK && Respuesta() == CierraLaLinea && Entrar())
+            codigo = Transmitir(asunto, destinos, cuerpo);
+        if (codigo == CURLE_OK || EsDelMensaje(codigo)) {
             m_fallos = 0;
-            return true;
+            return codigo == CURLE_OK;
         }
         // A line that broke is made once again, for the messages that follow. This one is not sent
         // a second time: the server may have taken it before the line broke.
-        if (EsDeLaConexion(codigo)) {
-            const QString motivo = m_error;
-            m_perdida = ++m_fallos >= FallosSeguidos || !Entrar();
-            m_error = motivo;
-        }
+        const QString motivo = m_error;
+        m_perdida = ++m_fallos >= FallosSeguidos || !Entrar();
+        m_error = motivo;
         return false;
     }
 
@@ -120,10 +140,7 @@ private:
         CURL *c = m_curl.get();
         // Keeps the connection, forgets everything else of the last transfer.
         curl_easy_reset(c);
-        const QByteArray esquema = m_cuenta.cifrado == Cifrado::Tls ? "smtps://" : "smtp://";
-        const QByteArray url =
-            esquema + m_cuenta.servidor.toUtf8() + ':' + QByteArray::number(m_cuenta.puerto);
-        curl_easy_setopt(c, CURLOPT_URL, url.constData());
+        curl_easy_setopt(c, CURLOPT_URL, m_url.constData());
         curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
         curl_easy_setopt(c, CURLOPT_USE_SSL,
                          m_cuenta.cifrado == Cifrado::Ninguno ? CURLUSESSL_NONE : CURLUSESSL_ALL);
@@ -138,6 +155,32 @@ private:
         curl_easy_setopt(c, CURLOPT_NOSIGNAL, 1L);
         curl_easy_setopt(c, CURLOPT_ERRORBUFFER, m_detalle);
         curl_easy_setopt(c, CURLOPT_NOPROXY, "*");
+        curl_easy_setopt(c, CURLOPT_NOPROGRESS, m_mientras ? 0L : 1L);
+        curl_easy_setopt(c, CURLOPT_XFERINFODATA, &m_mientras);
+        curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, &Mientras);
+    }
+
+    static int Mientras(void *mientras, curl_off_t, curl_off_t, curl_off_t, curl_off_t) noexcept
+    {
+        (*static_cast<const std::function<void()> *>(mientras))();
+        return 0;
+    }
+
+    // The server's last word, 0 when it said none.
+    long Respuesta() const
+    {
+        long codigo = 0;
+        curl_easy_getinfo(m_curl.get(), CURLINFO_RESPONSE_CODE, &codigo);
+        return codigo;
+    }
+
+    // The server has judged this message; the next one may please it.
+    bool EsDelMensaje(CURLcode codigo) const
+    {
+        const long respuesta = Respuesta();
+        return respuesta >= Rechazo && respuesta != CierraLaLinea
+               && (codigo == CURLE_SEND_ERROR || codigo == CURLE_RECV_ERROR
+                   || codigo == CURLE_WEIRD_SERVER_REPLY);
     }
 
     CURLcode Correr()
@@ -153,41 +196,48 @@ private:
     {
         Preparar();
         CURL *c = m_curl.get();
-        const QString remitente = RemitenteDe(m_cuenta);
-        curl_easy_setopt(c, CURLOPT_MAIL_FROM, ('<' + remitente.toUtf8() + '>').constData());
+        curl_easy_setopt(c, CURLOPT_MAIL_FROM, ('<' + m_remitente.toUtf8() + '>').constData());
         Lista rcpt;
         for (const QString &d : destinos)
             rcpt.Agregar('<' + d.toUtf8() + '>');
         curl_easy_setopt(c, CURLOPT_MAIL_RCPT, rcpt.Cabeza());
         curl_easy_setopt(c, CURLOPT_MAIL_RCPT_ALLLOWFAILS, 1L);
 
-        Lista cabeceras;
-        cabeceras.Agregar("From: " + DireccionConNombre(m_s.clinica.nom, remitente));
-        cabeceras.Agregar("To: " + destinos.join(u", "_s).toUtf8());
-        cabeceras.Agregar("Subject: " + ValorDeCabecera(asunto));
-        cabeceras.Agregar("Date: " + FechaDeCorreo(m_s.reloj.ahora()));
-        cabeceras.Agregar("Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces)
-                          + '@' + remitente.section(u'@', -1).toUtf8() + '>');
-        // So that out-of-office machines do not answer.
-        cabeceras.Agregar("Auto-Submitted: auto-generated");
-        curl_easy_setopt(c, CURLOPT_HTTPHEADER, cabeceras.Cabeza());
+        Lectura mensaje{Mensaje(asunto, destinos, cuerpo)};
+        curl_easy_setopt(c, CURLOPT_UPLOAD, 1L);
+        curl_easy_setopt(c, CURLOPT_READFUNCTION, &Lectura::Leer);
+        curl_easy_setopt(c, CURLOPT_READDATA, &mensaje);
+        curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, curl_off_t(mensaje.bytes.size()));
+        return Correr();
+    }
 
-        const Dueno<curl_mime> mime(curl_mime_init(c));
-        curl_mimepart *parte = curl_mime_addpart(mime.get());
-        QString texto = cuerpo;
-        texto.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
-        const QByteArray bytes = texto.toUtf8();
-        curl_mime_data(parte, bytes.constData(), size_t(bytes.size()));
-        curl_mime_type(parte, "text/plain; charset=utf-8");
-        curl_mime_encoder(parte, "quoted-printable");
-        curl_easy_setopt(c, CURLOPT_MIMEPOST, mime.get());
-        const CURLcode codigo = Correr();
-        curl_easy_setopt(c, CURLOPT_MIMEPOST, nullptr);
-        return codigo;
+    QByteArray Mensaje(const QString &asunto, const QStringList &destinos,
+                       const QString &cuerpo) const
+    {
+        QByteArray m;
+        const auto cabecera = [&m](const char *nombre, const QByteArray &valor) {
+            m += nombre;
+            m += ": " + valor + "\r\n";
+        };
+        cabecera("From", DireccionConNombre(m_s.clinica.nom, m_remitente));
+        cabecera("To", destinos.join(u",\r\n "_s).toUtf8());
+        cabecera("Subject", ValorDeCabecera(asunto));
+        cabecera("Date", FechaDeCorreo(m_s.reloj.ahora()));
+        cabecera("Message-ID", '<' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@'
+                                   + m_remitente.section(u'@', -1).toUtf8() + '>');
+        // So that out-of-office machines do not answer.
+        cabecera("Auto-Submitted", "auto-generated");
+        cabecera("MIME-Version", "1.0");
+        cabecera("Content-Type", "text/plain; charset=utf-8");
+        cabecera("Content-Transfer-Encoding", "quoted-printable");
+        return m + "\r\n" + TextoDeCorreo(cuerpo);
     }
 
     Sesion &m_s;
     CuentaDeCorreo m_cuenta;
+    QString m_remitente;
+    std::function<void()> m_mientras;
+    QByteArray m_url;
     QByteArray m_autoridad; // file of an authority of the clinic's own, beside the system's
     Dueno<CURL> m_curl;
     QString m_error;
@@ -199,14 +249,15 @@ private:
 
 } // namespace
 
-std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error)
+std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error,
+                                                  std::function<void()> mientras)
 {
     CuentaDeCorreo cuenta = LeerCuentaDeCorreo(s);
     if (!cuenta.Completa() || cuenta.servidor.isEmpty()) {
         s.dialogos.Mensaje(s(SinCuenta));
         return nullptr;
     }
-    auto correo = std::make_unique<CorreoPorSmtp>(s, std::move(cuenta));
+    auto correo = std::make_unique<CorreoPorSmtp>(s, std::move(cuenta), std::move(mientras));
     if (correo->Entrar())
         return correo;
     if (error)

@@ -5,14 +5,16 @@
 
 #include <memory>
 
-/// An open session with the mail server. Ends with the object.
+/// An open session with the mail server, of one connection: it is made anew only when the server
+/// ends it or a message is refused. Ends with the object.
 class SesionDeCorreo
 {
 public:
     virtual ~SesionDeCorreo() = default;
 
-    /// Hands one message to the server and waits for its answer. @param direcciones one or more,
-    /// parted by commas; the message counts as sent when the server takes one of them
+    /// Hands one message to the server and waits for its answer, for a limited time. A server that
+    /// fell silent or hung up several times in a row is not tried again. @param direcciones one or
+    /// more, parted by commas; the message counts as sent when the server takes one of them
     /// @return false when it was not taken; see Error
     virtual bool Enviar(const QString &asunto, const QString &direcciones,
                         const QString &cuerpo) = 0;
@@ -23,7 +25,9 @@ public:
 /// Signs on to the server of the settings. Without user name, password or server the user is told
 /// where to set them; any failure gives nullptr.
 /// @param error why, if wanted
-std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error = nullptr);
+/// @param mientras called again and again for as long as the server is waited for, also by Enviar
+std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error = nullptr,
+                                                  std::function<void()> mientras = {});
 
 /// Sends a message to a client. One without an address is marked as such (`FaltaMail`).
 /// @return whether the server took it

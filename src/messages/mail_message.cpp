@@ -50,6 +50,29 @@ QByteArray EnPalabras(const QString &texto)
     return salida;
 }
 
+constexpr qsizetype LargoDeLinea = 76; // with the sign that it goes on
+
+bool VaTalCual(char c) { return (c >= '!' && c <= '~' && c != '=') || c == ' ' || c == '\t'; }
+
+QByteArray LineaDeTexto(const QByteArray &linea)
+{
+    QByteArray salida;
+    qsizetype inicio = 0; // of the line under way
+    for (qsizetype i = 0; i < linea.size(); ++i) {
+        const char c = linea[i];
+        // A blank at the end could be lost on the way.
+        const bool talCual = VaTalCual(c) && (c > ' ' || i + 1 < linea.size());
+        const QByteArray letra =
+            talCual ? QByteArray(1, c) : '=' + QByteArray(1, c).toHex().toUpper();
+        if (salida.size() - inicio + letra.size() >= LargoDeLinea) {
+            salida += "=\r\n";
+            inicio = salida.size();
+        }
+        salida += letra;
+    }
+    return salida + "\r\n";
+}
+
 } // namespace
 
 QByteArray ValorDeCabecera(const QString &texto)
@@ -88,8 +111,18 @@ QByteArray DireccionConNombre(const QString &nombre, const QString &direccion)
 QByteArray FechaDeCorreo(const QDateTime &momento)
 {
     const int minutos = momento.offsetFromUtc() / 60;
-    const QString zona = u"%1%2%3"_s.arg(minutos < 0 ? u'-' : u'+')
+    const QString zona = u"%1%2%3"_s.arg(QChar(minutos < 0 ? u'-' : u'+'))
                              .arg(qAbs(minutos) / 60, 2, 10, QChar(u'0'))
                              .arg(qAbs(minutos) % 60, 2, 10, QChar(u'0'));
     return (QLocale::c().toString(momento, u"ddd, d MMM yyyy HH:mm:ss "_s) + zona).toLatin1();
+}
+
+QByteArray TextoDeCorreo(const QString &texto)
+{
+    QString t = texto;
+    t.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    QByteArray salida;
+    for (const QByteArray &linea : t.toUtf8().split('\n'))
+        salida += LineaDeTexto(linea);
+    return salida;
 }

@@ -1,4 +1,4 @@
-// The head of a mail, safe whatever stands in names and subjects.
+// The parts of a mail as they go over the line, safe whatever stands in names, subjects and texts.
 #pragma once
 
 #include <QDateTime>
@@ -18,3 +18,6 @@ QByteArray DireccionConNombre(const QString &nombre, const QString &direccion);
 
 /// Day and time as mails write them (RFC 5322), with the offset of the time given.
 QByteArray FechaDeCorreo(const QDateTime &momento);
+
+/// A text as quoted-printable (RFC 2045): lines of plain ASCII, 76 characters at most.
+QByteArray TextoDeCorreo(const QString &texto);

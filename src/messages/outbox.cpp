@@ -84,7 +84,7 @@ void AnotarReparto(Sesion &s, const ListaDeReparto &lista, int idm, int producto
         cortar("dir", DomicilioCliente(s, idc)), cortar("tel", TelefonosCliente(s, idc)));
 }
 
-bool LlenarReparto(Sesion &s, const ListaDeReparto &lista)
+bool LlenarReparto(Sesion &s, QDate hoy, const ListaDeReparto &lista)
 {
     bool alguno = false;
     Lote lote(s);
@@ -94,7 +94,7 @@ bool LlenarReparto(Sesion &s, const ListaDeReparto &lista)
         std::string condicion;
         for (size_t i = 0; i < valores.size(); ++i)
             condicion += i ? " OR tip = ?" : " tip = ?";
-        valores.push_back(s.reloj.hoy);
+        valores.push_back(hoy);
         Recordset r = s.morvane->Abrir("select * from TareasAgenda where (" + condicion
                                            + ") and medio = 4 and fmedio is null and dia = ? "
                                              "order by ida",
@@ -105,7 +105,7 @@ bool LlenarReparto(Sesion &s, const ListaDeReparto &lista)
                 continue;
             AnotarReparto(s, lista, r["ida"].toInt(), producto.toInt());
             r.Edit();
-            r.Put("fmedio", s.reloj.hoy);
+            r.Put("fmedio", hoy);
             r.Update();
             alguno = true;
         }
@@ -125,35 +125,38 @@ void Imprimir(Sesion &s, const std::function<std::unique_ptr<DocumentoHtml>()> &
     }
 }
 
-void Repartir(Sesion &s, const ListaDeReparto &lista)
+// A scratch file of no use costs the list, which stays to be written, and not the messages.
+bool LlenarEnAuxiliar(Sesion &s, QDate hoy, const ListaDeReparto &lista)
 {
-    AbrirAuxiliar(s, u"rep97"_s);
     bool alguno = false;
     try {
-        alguno = LlenarReparto(s, lista);
-    } catch (...) {
-        CerrarAuxiliar(s);
-        throw;
+        AbrirAuxiliar(s, u"rep97"_s);
+        alguno = LlenarReparto(s, hoy, lista);
+    } catch (const ErrorDeAlmacen &e) {
+        s.dialogos.Mensaje(TextoDeError(s, e));
     }
     CerrarAuxiliar(s);
-    if (alguno && s.dialogos.Pregunta(s(lista.pregunta)))
+    return alguno;
+}
+
+void Repartir(Sesion &s, QDate hoy, const ListaDeReparto &lista)
+{
+    if (LlenarEnAuxiliar(s, hoy, lista) && s.dialogos.Pregunta(s(lista.pregunta)))
         Imprimir(s, [&] { return CorrerInforme(s, lista.informe); });
 }
 
 // --- Mails ---
-
-QString NombreYTexto(const Sesion &s, int texto) { return s.clinica.nom + u' ' + s(texto); }
 
 QString AsuntoDe(const Sesion &s, int tip)
 {
     switch (tip) {
     case TipoTarea::Cumpleanos:
     case TipoTarea::CumpleanosDestacado:
-        return NombreYTexto(s, FelizCumpleanos);
+        return s.clinica.nom + u' ' + s(FelizCumpleanos);
     case TipoTarea::MorosoPrepaga:
         return s(MedicinaPrepaga);
     default:
-        return NombreYTexto(s, AvisoDe);
+        return s(AvisoDe) + u' ' + s.clinica.nom;
     }
 }
 
@@ -194,12 +197,13 @@ bool PasaACarta(Sesion &s, int tip)
     }
 }
 
-void Fallar(Sesion &s)
+void Fallar(Sesion &s, QDate hoy)
 {
     struct Medida {
         const char *columna;
         int tip;
     };
+    Lote lote(s);
     for (const Medida m : {Medida{"MedidasCumple", TipoTarea::Cumpleanos},
                            Medida{"MedidasRevac", TipoTarea::RecordatorioDosis},
                            Medida{"MedidasDeudores", TipoTarea::RecordatorioDeuda}})
@@ -207,9 +211,10 @@ void Fallar(Sesion &s)
             s.morvane->Execute("update TareasAgenda set medio = 2 where (medio = 1 or medio = 3) "
                                "and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) and "
                                "(tip = ?)",
-                               s.reloj.hoy, s.reloj.hoy, m.tip);
+                               hoy, hoy, m.tip);
     if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
         AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
+    lote.Confirmar();
 }
 
 // The deceased, and who was deleted since the task was made, get nothing.
@@ -220,33 +225,51 @@ bool NoRecibe(Sesion &s, int idm, int idc)
     return s.clientes->Leer("select idc from clientes where idc = ?", idc).EsNulo();
 }
 
-// One message per reason and addressee: the tasks behind it with the same ones count as sent.
-void MarcarIguales(Sesion &s, Recordset &r, int tip, int ida)
+void Poner(Recordset &tarea, const char *columna, const Valor &valor)
 {
-    for (r.MoveNext(); !r.EOF_() && r["tip"].toInt() == tip && r["ida"].toInt() == ida;
-         r.MoveNext()) {
-        r.Edit();
-        r.Put("fmedio", s.reloj.hoy);
-        r.Update();
-    }
+    tarea.Edit();
+    tarea.Put(columna, valor);
+    tarea.Update();
 }
 
-void EnviarCorreos(Sesion &s)
+// Notes that the message of the current task has gone out; a dose reminder also on its dose.
+void MarcarEnviada(Sesion &s, Recordset &tarea, QDate hoy)
+{
+    Poner(tarea, "fmedio", hoy);
+    if (tarea["tip"].toInt() == TipoTarea::RecordatorioDosis)
+        s.clientes->Execute("update ArtPlan set Ana = -1 where Idm = ? and Ida = ? and Dos = ?",
+                            tarea["ida"].toInt(), tarea["ArtAux"].toInt(),
+                            tarea["des"].toText().toInt());
+}
+
+// One message per reason and addressee: the tasks that follow with the same ones count as sent,
+// whatever became of the first, on purpose. Leaves the recordset behind them.
+void MarcarIguales(Recordset &r, QDate hoy)
+{
+    const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
+    for (r.MoveNext(); !r.EOF_() && r["tip"].toInt() == tip && r["ida"].toInt() == ida;
+         r.MoveNext())
+        Poner(r, "fmedio", hoy);
+}
+
+void EnviarCorreos(Sesion &s, QDate hoy)
 {
     Recordset r = s.morvane->OpenRecordset(
         "select * from TareasAgenda where (medio = 1 or medio = 3) and est = 0 and fmedio is null "
         "and (fcreacion = ? or dia = ?) order by tip, ida",
-        s.reloj.hoy, s.reloj.hoy);
+        hoy, hoy);
     if (r.EOF_())
         return;
-    std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s);
-    if (!correo)
-        return Fallar(s);
     const int total = r.RecordCount();
-    int turnos = 0;
+    int hechas = 0, turnos = 0;
+    const auto avanzar = [&] { s.avance.Barra(hechas, total); };
     s.avance.Etapa(s(EnviandoCorreo));
+    std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s, nullptr, avanzar);
+    if (!correo)
+        return Fallar(s, hoy);
     while (!r.EOF_()) {
-        s.avance.Barra(r.AbsolutePosition(), total);
+        hechas = r.AbsolutePosition();
+        avanzar();
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
         const int idm = PacienteDe(tip, ida);
         const int idc = DestinatarioDeTarea(s, tip, ida);
@@ -256,15 +279,17 @@ void EnviarCorreos(Sesion &s)
         }
         const QString texto =
             ComponerMensaje(s, PlantillaDe(tip), idc, idm, r["ArtAux"].toInt(), 1);
-        if (EnviarCorreo(s, *correo, AsuntoDe(s, tip), idc, texto)) {
-            MarcarEnviada(s, r);
-            turnos += tip > 0;
-        } else if (PasaACarta(s, tip)) {
-            r.Edit();
-            r.Put("medio", 2);
-            r.Update();
-        }
-        MarcarIguales(s, r, tip, ida);
+        const bool enviado = EnviarCorreo(s, *correo, AsuntoDe(s, tip), idc, texto);
+        // What one message settles is settled at once and as a whole: a program that dies here
+        // sends nothing again.
+        Lote lote(s);
+        if (enviado)
+            MarcarEnviada(s, r, hoy);
+        else if (PasaACarta(s, tip))
+            Poner(r, "medio", 2);
+        MarcarIguales(r, hoy);
+        lote.Confirmar();
+        turnos += enviado && tip > 0;
     }
     s.avance.Barra(total, total);
     CerrarSesionCorreo(correo);
@@ -276,25 +301,27 @@ void EnviarCorreos(Sesion &s)
 
 // --- Letters ---
 
-void EnviarCartas(Sesion &s)
+void EnviarCartas(Sesion &s, QDate hoy)
 {
     Recordset r = s.morvane->OpenRecordset("select * from TareasAgenda where medio = 2 and fmedio "
                                            "is null and fcreacion = ? order by tip,ida",
-                                           s.reloj.hoy);
+                                           hoy);
     while (!r.EOF_()) {
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
         const int idm = PacienteDe(tip, ida);
+        const int idc = DestinatarioDeTarea(s, tip, ida);
         const bool deCarta = tip == TipoTarea::Cumpleanos || tip == TipoTarea::RecordatorioDosis
                              || tip == TipoTarea::RecordatorioDeuda;
-        const int idc = DestinatarioDeTarea(s, tip, ida);
         if (!deCarta || NoRecibe(s, idm, idc)) {
             r.MoveNext();
             continue;
         }
         const QString texto = ComponerMensaje(s, tip, idc, idm, r["ArtAux"].toInt(), 2);
         // Noted as sent before the question: answering No drops it, on purpose.
-        MarcarEnviada(s, r);
-        MarcarIguales(s, r, tip, ida);
+        Lote lote(s);
+        MarcarEnviada(s, r, hoy);
+        MarcarIguales(r, hoy);
+        lote.Confirmar();
         const QString nombre = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
                                         : LeerCampo(s, "clientes", "clientes", idc, "ayn");
         if (s.dialogos.Pregunta(s(ImprimirCarta) + u' ' + nombre + u'?'))
@@ -316,23 +343,15 @@ int DestinatarioDeTarea(Sesion &s, int tip, int ida)
     }
 }
 
-void MarcarEnviada(Sesion &s, Recordset &tarea)
+void EnviarMensajes(Sesion &s, QDate hoy)
 {
-    Lote lote(s);
-    tarea.Edit();
-    tarea.Put("fmedio", s.reloj.hoy);
-    tarea.Update();
-    if (tarea["tip"].toInt() == TipoTarea::RecordatorioDosis)
-        s.clientes->Execute("update ArtPlan set Ana = -1 where Idm = ? and Ida = ? and Dos = ?",
-                            tarea["ida"].toInt(), tarea["ArtAux"].toInt(),
-                            tarea["des"].toText().toInt());
-    lote.Confirmar();
-}
-
-void EnviarMensajes(Sesion &s)
-{
-    Repartir(s, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
-    Repartir(s, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
-    EnviarCorreos(s);
-    EnviarCartas(s);
+    // Lists and letters wait for somebody who can take the paper.
+    const bool conPapel = s.impresion.Disponible();
+    if (conPapel) {
+        Repartir(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
+        Repartir(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
+    }
+    EnviarCorreos(s, hoy);
+    if (conPapel)
+        EnviarCartas(s, hoy);
 }

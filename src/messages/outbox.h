@@ -3,19 +3,15 @@
 
 #include "store/session.h"
 
-/// Sends what waits for today, in this order: delivery lists are written and offered for printing;
+/// Sends what waits for a day, in this order: delivery lists are written and offered for printing;
 /// mails go out over one connection, each noted as given to the server before the next one starts,
 /// one for each reason and addressee; letters are noted as sent and then offered one by one, so
-/// that answering No drops one, on purpose.
+/// that answering No drops one, on purpose. Where nothing can be printed lists and letters wait.
 ///
 /// Where the mail server cannot be reached, what the settings let go by letter becomes a letter and
 /// the board tells. A message that fails ends alone. Nothing is sent to the deceased.
 /// @throws ErrorDeAlmacen when the disk or the engine gives up; what went out is noted
-void EnviarMensajes(Sesion &s);
+void EnviarMensajes(Sesion &s, QDate hoy);
 
 /// The client that a task's message goes to, 0 when there is none.
 int DestinatarioDeTarea(Sesion &s, int tip, int ida);
-
-/// Notes that a task's message has gone out today; a dose reminder also on its dose.
-/// @param tarea an updatable row of TareasAgenda
-void MarcarEnviada(Sesion &s, Recordset &tarea);

@@ -73,6 +73,8 @@ std::vector<MensajeDelDia> MensajesDelDia(Sesion &s)
         MensajeDelDia m;
         m.id = r["id"].toInt();
         m.tip = r["tip"].toInt();
+        if (SujetoDeTarea(m.tip) == Sujeto::Usuario)
+            continue; // a user's note to himself goes to nobody
         m.medio = r["medio"].toInt();
         m.ida = r["ida"].toInt();
         m.artaux = r["artaux"].toInt();

@@ -15,6 +15,7 @@ struct AvisoPlanificado {
     QString clave; // of the note
     int idm = 0;
     int idc = 0;
+    int ida = 0; // product
     QString paciente;
     QString propietario;
     QString producto;
@@ -25,5 +26,7 @@ struct AvisoPlanificado {
 
 /// Open doses of a group, by the patient's name; without the deceased.
 std::vector<AvisoPlanificado> AvisosDe(Sesion &s, GrupoDeAvisos grupo);
+/// What to write to the owner: the mail text of dose reminders.
+QString TextoDeAviso(Sesion &s, const AvisoPlanificado &aviso);
 /// Keeps a note; an empty one is forgotten.
 void GuardarNota(Sesion &s, const QString &clave, const QString &texto);

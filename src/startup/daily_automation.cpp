@@ -10,13 +10,16 @@
 #include "store/lookups.h"
 #include "store/opening.h"
 
+#include <QFile>
 #include <QSet>
 
 namespace
 {
 
-// How long a terminal waits for another one that is running the day.
+// How long a terminal waits for another one that is running the day, and for one that is sending:
+// what that one is quick with shall stand on this board too, a long run is not waited for.
 constexpr int EsperaDelDia = 600;
+constexpr int EsperaDelEnvio = 3;
 
 // --- The short passes ---
 
@@ -192,17 +195,22 @@ bool EsMesNuevo(Sesion &s)
     return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
 }
 
+BloqueoDeCarpeta Bloquear(Sesion &s, int segundos)
+{
+    return {s.carpetaDeDatos, QStringLiteral("kelvara.dia"), segundos,
+            [&s, dicho = false]() mutable {
+                if (!std::exchange(dicho, true))
+                    s.avance.Etapa(s(9008));
+                s.avance.Barra(0, Pases);
+            }};
+}
+
 // Only behind the lock is it known whether another terminal has done the work meanwhile. A lock
 // that cannot be had is told: the clinic must not believe in a board of yesterday.
 template <typename F>
 bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 {
-    const BloqueoDeCarpeta dia(s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia,
-                               [&s, dicho = false]() mutable {
-                                   if (!std::exchange(dicho, true))
-                                       s.avance.Etapa(s(9008));
-                                   s.avance.Barra(0, Pases);
-                               });
+    const BloqueoDeCarpeta dia = Bloquear(s, EsperaDelDia);
     if (!dia.Tomado())
         throw ErrorDeAlmacen(ErrorNum::Bloqueada, s(9004));
     s.configuracion.Requery();
@@ -212,18 +220,73 @@ bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
     return true;
 }
 
-bool CorrerElDia(Sesion &s)
+// --- The outbox ---
+
+// A file beside the databases stands for an outbox that is due. It is made before the commit that
+// the outbox follows and goes when all is sent: whatever a program dies of in between, the next
+// start of the day sends the rest.
+QString MarcaDeEnvio(const Sesion &s)
+{
+    return RutaBajo(s.carpetaDeDatos, QStringLiteral("kelvara.envio"));
+}
+
+// What the mark holds once all went out that needs nobody: there is paper for whoever comes.
+constexpr QByteArrayView SoloPapel = "papel";
+
+void Marcar(const Sesion &s, QByteArrayView que)
+{
+    QFile marca(MarcaDeEnvio(s));
+    if (!marca.open(QIODevice::WriteOnly) || marca.write(que.data(), que.size()) < 0
+        || !marca.flush())
+        throw ErrorDeAlmacen(ErrorNum::RutaODisco, marca.fileName());
+}
+
+bool HayEnvio(const Sesion &s)
+{
+    QFile marca(MarcaDeEnvio(s));
+    return marca.open(QIODevice::ReadOnly)
+           && (s.impresion.Disponible() || marca.readAll() != SoloPapel);
+}
+
+// @return false when another terminal is sending
+bool Enviar(Sesion &s, const PasosPosteriores &pasos)
+{
+    if (!pasos.enviarMensajes || !HayEnvio(s))
+        return true;
+    const BloqueoDeCarpeta envio = Bloquear(s, EsperaDelEnvio);
+    if (!envio.Tomado())
+        return false;
+    if (HayEnvio(s)) {
+        s.configuracion.Requery();
+        pasos.enviarMensajes(s, s.reloj.hoy);
+        if (s.impresion.Disponible())
+            QFile::remove(MarcaDeEnvio(s));
+        else
+            Marcar(s, SoloPapel);
+    }
+    return true;
+}
+
+// --- Day and month ---
+
+bool CorrerElDia(Sesion &s, const PasosPosteriores &pasos)
 {
     std::optional<Corrida> corrida;
-    BajoElBloqueo(s, EsPrimerInicio, [&] { corrida.emplace(CorrerPases(s, AvanzarFechas)); });
+    BajoElBloqueo(s, EsPrimerInicio, [&] {
+        if (pasos.enviarMensajes)
+            Marcar(s, {});
+        corrida.emplace(CorrerPases(s, AvanzarFechas));
+    });
     if (corrida)
         Informar(*corrida);
     return corrida.has_value();
 }
 
-bool CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
+void CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
 {
-    return BajoElBloqueo(s, EsMesNuevo, [&] {
+    BajoElBloqueo(s, EsMesNuevo, [&] {
+        if (pasos.enviarMensajes)
+            Marcar(s, {});
         if (pasos.pasoMensual)
             pasos.pasoMensual(s);
         s.morvane->Execute("UPDATE Configuracion set FechaUltimoInicioMes = ?", s.reloj.hoy);
@@ -238,22 +301,24 @@ bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos)
 {
     bool corrido = false;
     try {
-        corrido = EsPrimerInicio(s) && CorrerElDia(s);
+        corrido = EsPrimerInicio(s) && CorrerElDia(s, pasos);
     } catch (const ErrorDeAlmacen &) {
         CargarAlarmas(s); // the appointments stand, whatever became of the pass
         throw;
     }
-    if (corrido) {
-        s.avance.Etapa(s(3415));
-        if (pasos.enviarMensajes)
-            pasos.enviarMensajes(s, s.reloj.hoy);
-    } else {
-        // A second start of the day rings the alarms as well.
+    // A second start of the day rings the alarms as well.
+    if (!corrido)
         CargarAlarmas(s);
-    }
+
+    if (corrido || HayEnvio(s))
+        s.avance.Etapa(s(3415));
+    const bool libre = Enviar(s, pasos);
 
     s.avance.Etapa(s(3416));
-    if (EsMesNuevo(s) && CorrerElMes(s, pasos) && pasos.enviarMensajes)
-        pasos.enviarMensajes(s, s.reloj.hoy);
+    // The terminal that is sending goes on to the month itself.
+    if (libre && EsMesNuevo(s)) {
+        CorrerElMes(s, pasos);
+        Enviar(s, pasos);
+    }
     return corrido;
 }

@@ -11,8 +11,10 @@ struct PasosPosteriores {
 };
 
 /// The gate: runs the daily pass when the last start was before today, then advances the dates and
-/// sends the outbox; runs the monthly step when the number of the month has changed. Terminals
-/// that start together run the day and the month once: the second one waits for the first.
+/// sends the outbox; runs the monthly step when the number of the month has changed, and sends
+/// again. Terminals that start together run the day and the month once: the second one waits for
+/// the first; they never send at once. An outbox that was broken off is taken up by the next start
+/// of the day, and one that ran where nothing can be printed by the first start where it can.
 /// @return whether the daily pass ran here
 /// @throws ErrorDeAlmacen when the disk or the engine gives up; the day is then run again at the
 ///         next start

@@ -1,19 +1,20 @@
 // A real mail server on loopback for a test, and what it received.
 #pragma once
 
-#include "store/session.h"
-
+#include <QList>
 #include <QProcess>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /// One message as it arrived.
 struct CorreoRecibido {
-    QStringList para; // of the envelope
-    QString asunto;   // decoded
-    QString cuerpo;   // decoded
-    QByteArray crudo;
+    QString de; // of the envelope
+    QStringList para;
+    QString asunto; // decoded
+    QString cuerpo; // decoded, without the line break that ends it
+    QString crudo;
     bool seguro = false; // came over TLS
-    QString conexion;
+    int conexion = 0;
 };
 
 class ServidorDeCorreo
@@ -27,6 +28,7 @@ public:
     int Puerto() const { return m_puerto; }
     /// File of the authority that signed the certificate.
     QString Autoridad() const;
+    /// In the order in which they came.
     QList<CorreoRecibido> Recibidos() const;
     void Parar();
 

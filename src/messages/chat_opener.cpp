@@ -1,0 +1,29 @@
+#include "messages/chat_opener.h"
+
+#include "messages/chat_link.h"
+#include "ui/help_line.h"
+
+#include <QDesktopServices>
+
+namespace
+{
+
+enum Texto { SinMovil = 9965, SinNavegador = 9969 };
+
+} // namespace
+
+AbridorDeEnlaces Navegador()
+{
+    return [](const QUrl &enlace) { return QDesktopServices::openUrl(enlace); };
+}
+
+void AbrirChat(Sesion &s, const AbridorDeEnlaces &abrir, LineaDeAyuda &ayuda, int idc,
+               const QString &texto)
+{
+    ayuda.Limpiar();
+    if (!TieneChat(s, idc))
+        return ayuda.Fallo(s(SinMovil));
+    const QUrl enlace = EnlaceDeChat(s, idc, texto);
+    if (enlace.isValid() && !abrir(enlace))
+        ayuda.Fallo(s(SinNavegador));
+}

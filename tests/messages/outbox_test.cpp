@@ -1,0 +1,405 @@
+#include "messages/outbox.h"
+
+#include "agenda/tasks.h"
+#include "board/board_lines.h"
+#include "messages/mail_account.h"
+#include "messages/outbox_list.h"
+#include "messages/planned_notices.h"
+#include "store/settings_row.h"
+#include "support/clinic.h"
+#include "support/smtp_server.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Outbox : public Clinica
+{
+protected:
+    Outbox()
+    {
+        s.clinica = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
+        s.carpetaDePrograma = carpeta.path() + u'/';
+        impresion.disponible = true;
+        const auto run = [this](const char *sql) { s.clientes->Execute(sql); };
+        run("insert into clientes (idc, ayn, email) values (1, 'Ana', 'ana@x.example')");
+        run("insert into clientes (idc, ayn, email) values (2, 'Eva', 'eva@x.example')");
+        run("insert into clientes (idc, ayn) values (3, 'Leo')");
+        run("insert into mascotas (idm, idc, nom) values (11, 1, 'Toby')");
+        run("insert into mascotas (idm, idc, nom) values (12, 2, 'Luna')");
+        run("insert into mascotas (idm, idc, nom) values (13, 3, 'Rex')");
+        run("insert into mascotas (idm, idc, nom, dec) values (14, 1, 'Gardel', -1)");
+        run("insert into mascotas (idm, idc, nom) values (15, 99, 'Nobody''s')");
+        // Each text says which template it is.
+        for (const char *columna :
+             {"mensajeriadeudorescarta", "mensajeriadeudoresmail", "MensajeriaMedicinaPrepaga",
+              "mensajeriacumplecarta", "mensajeriacumplemail", "MensajeriaCumpleMailDestacados",
+              "MensajeriaSoloADestacados", "mensajeriaalimento", "mensajeriadescont",
+              "mensajeriaturno", "mensajeriavencimientoscarta", "mensajeriavencimientosmail",
+              "MensajeriaNuevoCliente", "MensajeriaFrecuente"})
+            GuardarAjuste(s, columna, QString::fromLatin1(columna) + u" <nomcli> <nommas>"_s);
+        measures(1);
+    }
+
+    void measures(int value)
+    {
+        for (const char *column : {"MedidasCumple", "MedidasRevac", "MedidasDeudores"})
+            GuardarAjuste(s, column, value);
+    }
+
+    int task(int tip, int ida, int medio, bool withDay = false, qint64 artaux = 0,
+             const QString &des = {})
+    {
+        Tarea t;
+        t.tip = tip;
+        t.ida = ida;
+        t.medio = medio;
+        t.fcreacion = hoy;
+        t.artaux = artaux;
+        t.des = des;
+        if (withDay)
+            t.dia = hoy;
+        return AgregarTarea(s, t);
+    }
+
+    void connectTo(const ServidorDeCorreo &server)
+    {
+        GuardarCuentaDeCorreo(s, {u"vet@clinic.example"_s, u"llave"_s, u"localhost"_s,
+                                  server.Puerto(), Cifrado::Ninguno});
+        GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"5"_s);
+    }
+
+    static QString mails(const ServidorDeCorreo &server)
+    {
+        QString t;
+        for (const CorreoRecibido &c : server.Recibidos())
+            t += c.para.join(u',') + u": "_s + c.asunto + u" / "_s + c.cuerpo + u'\n';
+        return t;
+    }
+    QString tasks()
+    {
+        return Filas(*s.morvane, "select tip, ida, medio, fmedio from TareasAgenda where ida > 0 "
+                                 "order by id");
+    }
+    QString board(const char *where = "")
+    {
+        return Filas(*s.morvane,
+                     std::string("select dibujo, codigo1, codigo2, mensaje from pizarra ") + where);
+    }
+};
+
+} // namespace
+
+TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
+{
+    ServidorDeCorreo server;
+    ASSERT_TRUE(server.Vive());
+    connectTo(server);
+    for (const int tip : {-46, -51, -42, -41, -50})
+        task(tip, 11, 1);
+    for (const int tip : {-43, -70, -71, -72})
+        task(tip, 2, 3);
+    task(7, 12, 1, true);
+    for (const int tip : {-44, -45, -48, -49, -100}) // kinds that nothing is sent for
+        task(tip, 1, 1);
+    EnviarMensajes(s, hoy);
+    // From the kind with the lowest number up. The greeting for featured clients comes from a
+    // column that no screen edits: intended.
+    EXPECT_EQ(mails(server),
+              u"eva@x.example: Notice from El Ombú / MensajeriaFrecuente Eva \n"
+              u"eva@x.example: Notice from El Ombú / MensajeriaNuevoCliente Eva \n"
+              u"eva@x.example: Prepaid medicine / MensajeriaMedicinaPrepaga Eva \n"
+              u"ana@x.example: El Ombú Happy birthday / MensajeriaSoloADestacados Ana Toby\n"
+              u"ana@x.example: Notice from El Ombú / mensajeriadescont Ana Toby\n"
+              u"ana@x.example: El Ombú Happy birthday / mensajeriacumplemail Ana Toby\n"
+              u"eva@x.example: Notice from El Ombú / mensajeriadeudoresmail Eva \n"
+              u"ana@x.example: Notice from El Ombú / mensajeriavencimientosmail Ana Toby\n"
+              u"ana@x.example: Notice from El Ombú / mensajeriaalimento Ana Toby\n"
+              u"eva@x.example: Notice from El Ombú / mensajeriaturno Eva Luna\n"_s);
+    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where ida > 0 and fmedio is null "
+                                "order by tip"),
+              u"-100\n-49\n-48\n-45\n-44\n"_s);
+    EXPECT_EQ(board(), u"109|8|0|We must send 1 appointments reminders by for today.\n"_s);
+
+    EnviarMensajes(s, hoy); // what went does not go again
+    EXPECT_EQ(server.Recibidos().size(), 10);
+}
+
+TEST_F(Outbox, OneMessagePerReasonAndAddressee)
+{
+    ServidorDeCorreo server;
+    ASSERT_TRUE(server.Vive());
+    connectTo(server);
+    for (int dose = 1; dose <= 2; ++dose)
+        s.clientes->Execute("insert into artplan (idm, ida, dos, si) values (11, ?, 4, 0)", dose);
+    task(-42, 11, 1, false, 1, u"4"_s);
+    task(-42, 12, 1);
+    task(-42, 11, 3, false, 2, u"4"_s);
+    const int done = task(-42, 12, 1);
+    s.morvane->Execute("update TareasAgenda set est = -1 where id = ?", done);
+    task(-42, 12, 2);
+    EnviarMensajes(s, QDate(2026, 3, 10)); // made today: not that day's
+    EXPECT_EQ(mails(server), QString());
+    ask.Espera(u"Want to print letter to: Luna?"_s, false);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(server.Recibidos().size(), 2);
+    EXPECT_EQ(tasks(), u"-42|11|1|2026-03-11\n-42|12|1|2026-03-11\n-42|11|3|2026-03-11\n"
+                       u"-42|12|1|\n-42|12|2|2026-03-11\n"_s);
+    // The dose of the message that went is noted, the one that was told along with it is not:
+    // intended.
+    EXPECT_EQ(Filas(*s.clientes, "select ida, ana from artplan order by ida"), u"1|-1\n2|0\n"_s);
+}
+
+TEST_F(Outbox, NothingGoesToTheDeceasedOrToWhoIsGone)
+{
+    ServidorDeCorreo server;
+    ASSERT_TRUE(server.Vive());
+    connectTo(server);
+    for (const int medio : {1, 2}) {
+        for (const int idm : {14, 15, 16})
+            task(-46, idm, medio);
+        task(-43, 99, medio);
+    }
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(mails(server), QString());
+    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where fmedio is not null"),
+              QString());
+}
+
+TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
+{
+    ServidorDeCorreo server({u"--refuse"_s, u"ana@x.example"_s});
+    ASSERT_TRUE(server.Vive());
+    for (const int measure : {1, 3}) {
+        SCOPED_TRACE(measure);
+        connectTo(server);
+        measures(measure);
+        s.morvane->Execute("delete * from TareasAgenda");
+        for (const int tip : {-46, -51, -42, -41, -50, 7}) {
+            task(tip, 11, 1, tip > 0);
+            task(tip, 13, 1, tip > 0);
+        }
+        for (const int tip : {-43, -70, -71, -72})
+            task(tip, 3, 3);
+        impresion.disponible = false; // letters wait for paper
+        EnviarMensajes(s, hoy);
+        // A debt becomes a letter whatever the measure says: intended.
+        EXPECT_EQ(Filas(*s.morvane, "select tip, ida, fmedio from TareasAgenda where medio = 2 "
+                                    "order by tip, ida"),
+                  measure == 3 ? u"-46|11|\n-46|13|\n-43|3|\n-42|11|\n-42|13|\n"_s : u"-43|3|\n"_s);
+        EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where fmedio is not null"),
+                  QString());
+    }
+    EXPECT_EQ(mails(server), QString());
+    EXPECT_EQ(Filas(*s.clientes, "select idc, FaltaMail from clientes order by idc"),
+              u"1|0\n2|0\n3|-1\n"_s);
+    EXPECT_EQ(board(), QString()) << "the session stood";
+}
+
+TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoardOnce)
+{
+    for (const int tip : {-46, -51, -42, -41})
+        task(tip, 11, 1);
+    task(-43, 2, 3);
+    ask.Espera(u"Can not log messaging"_s);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(tasks(), u"-46|11|1|\n-51|11|1|\n-42|11|1|\n-41|11|1|\n-43|2|3|\n"_s);
+    const QString line = u"116|34|0|Unable to send emails. Please configure your email. (click "
+                         u"here for instructions)\n"_s;
+    EXPECT_EQ(board(), line);
+
+    ServidorDeCorreo server;
+    connectTo(server);
+    server.Parar();
+    measures(3);
+    // The letters follow at once; No to one drops it, and its row is marked before the question.
+    ask.Espera(u"Want to print letter to: Toby?"_s, true);
+    ask.Espera(u"Want to print letter to: Eva?"_s, false);
+    ask.Espera(u"Want to print letter to: Toby?"_s, true);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(tasks(), u"-46|11|2|2026-03-11\n-51|11|1|\n-42|11|2|2026-03-11\n-41|11|1|\n"
+                       u"-43|2|2|2026-03-11\n"_s);
+    EXPECT_EQ(impresion.impresos,
+              (QStringList{u"Congratulations on birthday"_s, u"Scheduled product reminder"_s}));
+    EXPECT_EQ(board(), line);
+}
+
+TEST_F(Outbox, LettersAreMarkedBeforeTheQuestion)
+{
+    task(-43, 3, 2, true);
+    task(-43, 3, 2, true);
+    task(-71, 3, 2); // a kind without a letter
+    QString before;
+    struct Looking : DialogosDePrueba {
+        std::function<void()> look;
+        bool Pregunta(const QString &text) override
+        {
+            look();
+            return DialogosDePrueba::Pregunta(text);
+        }
+    } looking;
+    looking.look = [&] { before = tasks(); };
+    looking.Espera(u"Want to print letter to: Leo?"_s, false);
+    Sesion other(looking, impresion, Idioma::Ingles);
+    other.reloj = s.reloj;
+    FijarCarpetaDeDatos(other, carpeta.path());
+    ASSERT_FALSE(AbrirAlmacen(other));
+    EnviarMensajes(other, hoy);
+    EXPECT_EQ(before, u"-43|3|2|2026-03-11\n-43|3|2|2026-03-11\n-71|3|2|\n"_s);
+    EXPECT_EQ(impresion.impresos, QStringList());
+}
+
+TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
+{
+    s.finanzas->Execute("delete * from flcategorias");
+    s.finanzas->Execute("delete * from articulos");
+    const auto category = [this](int id, const char16_t *kind, int service) {
+        s.finanzas->Execute("insert into flcategorias (idcat, nom, suministro, idserv) values (?, "
+                            "'c', ?, ?)",
+                            id, kind, service);
+        s.finanzas->Execute("insert into articulos (ida, nom, idcat) values (?, ?, ?)", id * 10,
+                            u"P%1"_s.arg(id), id);
+    };
+    category(1, u"c", 50);
+    category(3, u"p", 51);
+    category(4, u"p", 52);
+    s.clientes->Execute("update clientes set dir = 'Mitre 3', tel2 = '4812', telc2 = '099' where "
+                        "idc = 2");
+    task(51, 12, 4, true, 30);
+    task(52, 11, 4, true, 40);
+    task(51, 11, 4, true, 10); // the product is food
+    task(50, 11, 4, true, 10);
+    task(51, 11, 1, true, 30); // no delivery
+    task(51, 13, 4, true, 0);
+    ServidorDeCorreo server;
+    connectTo(server);
+    ask.Espera(s(4602), true);
+    ask.Espera(s(4631), false);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(impresion.impresos.size(), 1);
+    Base &rep97 = AbrirAuxiliar(s, u"rep97"_s);
+    EXPECT_EQ(Filas(rep97, "select mas, vac, pro, dir, tel from auxrevacunacion"),
+              u"Toby|P4|Ana||\nLuna|P3|Eva|Mitre 3|4812 / 099\n"_s);
+    EXPECT_EQ(Filas(rep97, "select mas, ali, pro from auxrealimentacion"), u"Toby|P1|Ana\n"_s);
+    CerrarAuxiliar(s);
+    EXPECT_EQ(Filas(*s.morvane, "select tip, ida from TareasAgenda where medio = 4 and fmedio is "
+                                "null order by tip"),
+              u"51|11\n51|13\n"_s);
+    EXPECT_EQ(server.Recibidos().size(), 1);
+    EnviarMensajes(s, hoy); // nothing to ask again
+}
+
+TEST_F(Outbox, WhereNothingCanBePrintedListsAndLettersWait)
+{
+    impresion.disponible = false;
+    task(-43, 2, 2);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(tasks(), u"-43|2|2|\n"_s);
+    impresion.disponible = true;
+    ask.Espera(u"Want to print letter to: Eva?"_s, true);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
+    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
+}
+
+// --- The list and the notices ---
+
+TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
+{
+    s.finanzas->Execute("insert into proveedores (idp, nom) values (5, 'Labs')");
+    for (const int tip : {-41, -42, -46, -50, -51})
+        task(tip, 11, 1);
+    for (const int tip : {-43, -44, -48, -49, -70, -71, -72})
+        task(tip, 2, 3);
+    task(-45, 5, 2);
+    task(-47, 0, 0);
+    task(-100, 1, 0);
+    task(7, 12, 1, true);
+    s.morvane->Execute("update TareasAgenda set fmedio = ? where tip = -41", hoy);
+    QString all;
+    for (const MensajeDelDia &m : MensajesDelDia(s))
+        all +=
+            QStringList{
+                QString::number(m.tip), m.destinatario, m.motivo, m.icono, m.porMedio, m.estado,
+                TextoDeMensaje(s, m)}
+                .join(u'|')
+            + u'\n';
+    EXPECT_EQ(all.toStdString(),
+              "-41|Ana|Reminder by low levels of food (commercial offer)|AgendaCom|Email|Outbox|"
+              "mensajeriaalimento Ana Toby\n"
+              "-42|Ana|Due scheduled product reminder|AgendaVac|Email|Waiting|"
+              "mensajeriavencimientosmail Ana Toby\n"
+              "-46|Ana|Congratulations on birthday||Email|Waiting|mensajeriacumplemail Ana Toby\n"
+              "-50|Ana|Due scheduled product reminder||Email|Waiting|mensajeriadescont Ana Toby\n"
+              "-51|Ana|Congratulations on birthday - Featured customer||Email|Waiting|"
+              "MensajeriaSoloADestacados Ana Toby\n"
+              "-43|Eva|Debt reminder |CtaCteChico|Email/Letter|Waiting|"
+              "mensajeriadeudoresmail Eva \n"
+              "-44|Eva|Settle arrears.||Email/Letter|Waiting|\n"
+              "-48|Eva|Appointment reminder||Email/Letter|Waiting|\n"
+              "-49|Eva|Answer to an appointment asked for on the Internet.||Email/Letter|Waiting|"
+              "mensajeriaturno Eva \n"
+              "-70|Eva|Reminder for prepaid medical due||Email/Letter|Waiting|"
+              "MensajeriaMedicinaPrepaga Eva \n"
+              "-71|Eva|Thanks to new customers||Email/Letter|Waiting|MensajeriaNuevoCliente Eva \n"
+              "-72|Eva|Customer Loyalty 'Frequently' who have not visited the veterinary||"
+              "Email/Letter|Waiting|MensajeriaFrecuente Eva \n"
+              "-45|Labs|Restock the clinic.||Letter|Waiting|\n");
+
+    // By mail or letter, it is the letter for who has no address.
+    s.clientes->Execute("update clientes set email = '' where idc = 2");
+    const auto list = MensajesDelDia(s);
+    const auto debt = std::ranges::find(list, -43, &MensajeDelDia::tip);
+    ASSERT_NE(debt, list.end());
+    EXPECT_EQ(TextoDeMensaje(s, *debt), u"mensajeriadeudorescarta Eva "_s);
+}
+
+TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
+{
+    GuardarAjuste(s, "FechaInicioAnterior", QDate(2026, 2, 20)); // no limit of ten days
+    s.clientes->Execute("update mascotas set ser = 1 where idm = 12");
+    s.finanzas->Execute("delete * from articulos");
+    s.finanzas->Execute("insert into articulos (ida, nom) values (1, 'Rabia')");
+    const auto dose = [this](int idm, int dos, QDate rep, int si) {
+        s.clientes->Execute("insert into artplan (idm, ida, dos, idcat, rep, si) values (?, 1, ?, "
+                            "3, ?, ?)",
+                            idm, dos, rep, si);
+    };
+    dose(13, 1, QDate(2026, 2, 19), 0);
+    dose(13, 2, QDate(2026, 2, 20), 0);
+    dose(11, 3, QDate(2026, 2, 21), 2);
+    dose(11, 4, hoy.addDays(-1), 1); // given
+    dose(11, 5, hoy, 0);
+    dose(11, 6, hoy.addDays(1), 0);
+    dose(12, 7, hoy.addDays(-1), 0);
+    dose(12, 8, hoy, 2);
+    dose(14, 9, hoy, 0); // deceased
+    const auto notices = [this](int group) {
+        QString t;
+        for (const AvisoPlanificado &a : AvisosDe(s, GrupoDeAvisos(group)))
+            t += a.clave + u' ' + a.paciente + u' ' + a.propietario + u' ' + a.producto + u' '
+                 + a.vence.toString(Qt::ISODate) + u' ' + a.nota + u'\n';
+        return t;
+    };
+    EXPECT_EQ(notices(18), u"13-1-2-3 Rex Leo Rabia 2026-02-20 \n11-1-3-3 Toby Ana Rabia "
+                           u"2026-02-21 \n"_s);
+    EXPECT_EQ(notices(19), u"12-1-7-3 Luna Eva Rabia 2026-03-10 \n"_s);
+    EXPECT_EQ(notices(20), u"11-1-3-3 Toby Ana Rabia 2026-02-21 \n11-1-5-3 Toby Ana Rabia "
+                           u"2026-03-11 \n"_s);
+    EXPECT_EQ(notices(21), u"12-1-7-3 Luna Eva Rabia 2026-03-10 \n12-1-8-3 Luna Eva Rabia "
+                           u"2026-03-11 \n"_s);
+
+    GuardarNota(s, u"12-1-8-3"_s, u"O'Hara: calls back"_s);
+    GuardarNota(s, u"12-1-7-3"_s, u"first"_s);
+    GuardarNota(s, u"12-1-7-3"_s, u" \n"_s);
+    EXPECT_EQ(notices(21), u"12-1-7-3 Luna Eva Rabia 2026-03-10 \n12-1-8-3 Luna Eva Rabia "
+                           u"2026-03-11 O'Hara: calls back\n"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select ID, Texto from AvisosPlanificadas"),
+              u"12-1-8-3|O'Hara: calls back\n"_s);
+
+    // A last start that lies today or ahead leaves no day, not tomorrow's.
+    GuardarAjuste(s, "FechaInicioAnterior", hoy);
+    for (int group = 18; group <= 21; ++group)
+        EXPECT_EQ(notices(group), QString());
+}

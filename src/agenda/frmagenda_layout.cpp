@@ -51,7 +51,7 @@ enum Texto {
 };
 
 constexpr QSize firstSize{1280, 700};
-constexpr QSize smallest{960, 560};
+constexpr QSize smallest{1020, 560};
 constexpr int dayBoxWidth = 132;
 constexpr int listWidth = 560, hoursWidth = 660;
 

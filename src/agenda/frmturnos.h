@@ -6,11 +6,11 @@
 
 class CajaDeDia;
 class Grilla;
-class LineaDeAyuda;
 class ListaConCompletado;
 class ModeloDeGrilla;
 class QCheckBox;
 class QLabel;
+class QPushButton;
 
 /// Opened with `ida` (the patient; the selected one without it, 0 for none), `dia` and `hora`.
 /// ENTER walks from box to box, and books in the last one.

@@ -1,0 +1,345 @@
+#include "agenda/agenda_forms.h"
+#include "agenda/frmagenda.h"
+#include "agenda/hours_view.h"
+#include "agenda_clinic.h"
+#include "ui/form_registry.h"
+#include "ui/grid.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Takes the registry's place and shows nothing.
+struct Registro : FormBase {
+    explicit Registro(Sesion &s) : FormBase(s, u"frmPropietarios"_s) {}
+    void opened(const QVariantMap &) override { ++veces; }
+    void setVisible(bool) override {}
+    int veces = 0;
+};
+
+class Agenda : public ClinicaConAgenda
+{
+protected:
+    explicit Agenda(Idioma idioma = Idioma::Ingles) : ClinicaConAgenda(idioma)
+    {
+        s.carpetaDePrograma = program.path() + u'/';
+        RegistrarFormulariosDeAgenda(s, forms);
+        forms.Registrar(u"frmPropietarios"_s, [this] { return new Registro(s); });
+    }
+    void open(const QVariantMap &parameters = {})
+    {
+        ASSERT_TRUE(forms.Abrir(u"frmagenda"_s, parameters));
+        form = qobject_cast<frmagenda *>(forms.Cargar(u"frmagenda"_s));
+        ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
+    }
+    template <typename W>
+    W *the(const QString &name)
+    {
+        return form->findChild<W *>(name);
+    }
+    Grilla *list() { return the<Grilla>(u"GAgenda"_s); }
+    VistaDeHoras *hours() { return the<VistaDeHoras>(u"Horas"_s); }
+    QString help() { return the<QLabel>(u"Ayu"_s)->text(); }
+    void press(QWidget *where, Qt::Key k, Qt::KeyboardModifiers m = {})
+    {
+        QTest::keyClick(where, k, m);
+    }
+    void click(const QString &button) { the<QPushButton>(button)->click(); }
+    QDate day() { return the<QDateEdit>(u"dtpAgenda"_s)->date(); }
+    QString details()
+    {
+        QStringList rows;
+        for (int i = 0; i < list()->Modelo()->Filas(); ++i)
+            rows << list()->Modelo()->TextoDeCelda(i, 1) + u' '
+                        + list()->Modelo()->TextoDeCelda(i, 0);
+        return rows.join(u", "_s);
+    }
+    QString moved() { return tareas("id, dia, hor"); }
+
+    /// From the middle of a task's first lines to an hour of a day; released unless told not to.
+    void drag(int id, QDate toDay, QTime toHour, bool release = true)
+    {
+        QWidget *ground = hours()->viewport();
+        const QPoint held = hours()->LugarDe(id).topLeft() + QPoint(6, 4);
+        const QPoint to(hours()->PuntoDe(toDay, toHour).x(),
+                        hours()->PuntoDe(toDay, toHour).y() + 4);
+        QTest::mousePress(ground, Qt::LeftButton, {}, held);
+        for (int i = 1; i <= 4; ++i) {
+            QMouseEvent move(QEvent::MouseMove, held + (to - held) * i / 4,
+                             ground->mapToGlobal(held + (to - held) * i / 4), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(ground, &move);
+        }
+        if (release)
+            QTest::mouseRelease(ground, Qt::LeftButton, {}, to);
+    }
+
+    /// Once the booking dialog is open: notes its day and hour and closes it.
+    void expectBooking(bool book = false)
+    {
+        QTimer::singleShot(0, qApp, [this, book] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            ASSERT_TRUE(dialog);
+            asked << dialog->findChild<QDateEdit *>(u"dtpDia"_s)->date().toString(Qt::ISODate)
+                         + u' ' + dialog->findChild<QLineEdit *>(u"txtHora"_s)->text() + u' '
+                         + dialog->findChild<QLabel *>(u"lblPaciente"_s)->text();
+            if (book) {
+                QTest::keyClicks(dialog->findChild<QWidget *>(u"cmbSel"_s), u"a check"_s);
+                QTest::keyClick(dialog->findChild<QWidget *>(u"txtDesc"_s), Qt::Key_Return);
+            } else {
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            }
+        });
+    }
+
+    QStringList asked;
+    QTemporaryDir program;
+    Formularios forms;
+    QPointer<frmagenda> form;
+};
+
+class EnCadaIdioma : public Agenda, public testing::WithParamInterface<Idioma>
+{
+protected:
+    EnCadaIdioma() : Agenda(GetParam()) {}
+};
+
+} // namespace
+
+TEST_P(EnCadaIdioma, EveryControlHasANameRoomAndAKeyOfItsOwn)
+{
+    tarea(control, 1, hoy, {9, 0});
+    open();
+    QString keys;
+    for (const QWidget *w : form->findChildren<QWidget *>()) {
+        const auto *button = qobject_cast<const QPushButton *>(w);
+        const bool inner = qobject_cast<const QAbstractScrollArea *>(w->parentWidget())
+                           || w->objectName().startsWith(u"qt_");
+        if (w->isVisible() && w->focusPolicy() & Qt::TabFocus && !inner) {
+            EXPECT_FALSE(w->accessibleName().isEmpty())
+                << w->metaObject()->className() << ' ' << w->objectName().toStdString();
+        }
+        if (!button || !button->isVisible())
+            continue;
+        EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
+        if (const auto at = button->text().indexOf(u'&'); at >= 0) {
+            const QChar key = button->text()[at + 1].toLower();
+            EXPECT_FALSE(keys.contains(key)) << button->text().toStdString();
+            keys += key;
+        }
+    }
+    EXPECT_EQ(keys.size(), 10);
+    EXPECT_EQ(the<QTabWidget>(u"tabAgenda"_s)->tabText(0), s(1101));
+    EXPECT_EQ(list()->Modelo()->TextoDeCelda(0, 3), s(1122));
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, EnCadaIdioma,
+                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+
+TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
+{
+    tarea(TipoTarea::RecordatorioDosis, 2, {}, {}, {}, {}, 1);
+    tarea(control, 1, hoy.addDays(-1), {9, 0});
+    open({{u"dia"_s, hoy.addDays(-1)}, {u"modo"_s, 1}});
+    EXPECT_EQ(details(), u"09:00 A check"_s);
+    press(list(), Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(day(), hoy);
+    EXPECT_EQ(details(), QString());
+    EXPECT_FALSE(the<QPushButton>(u"cmdEliminar"_s)->isEnabled());
+    open({{u"modo"_s, 2}, {u"dia"_s, hoy}});
+    const auto *own = the<Grilla>(u"GKelvara"_s)->Modelo();
+    ASSERT_EQ(own->Filas(), 1);
+    EXPECT_EQ(own->TextoDeCelda(0, 1), u"Patient: Mia"_s);
+    EXPECT_TRUE(own->TextoDeCelda(0, 3) == s(1122));
+    open(); // without a word: today's list
+    EXPECT_EQ(the<QTabWidget>(u"tabAgenda"_s)->currentIndex(), 0);
+}
+
+TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)
+{
+    for (int i = 0; i < 5; ++i)
+        tarea(control, 1, hoy, QTime(9 + i, 0));
+    open();
+    EXPECT_EQ(the<QDateEdit>(u"dtpPasarTarea"_s)->date(), hoy.addDays(1));
+    press(list(), Qt::Key_Down);
+    press(list(), Qt::Key_Down, Qt::ShiftModifier);
+    ask.Espera(s(1124));
+    click(u"cmdPasarTarea"_s);
+    EXPECT_EQ(details(), u"09:00 A check, 12:00 A check, 13:00 A check"_s);
+    EXPECT_EQ(list()->FilaActual(), 1) << "what comes next";
+    press(list(), Qt::Key_Down);
+    press(list(), Qt::Key_Up, Qt::ShiftModifier);
+    ask.Espera(s(3));
+    press(list(), Qt::Key_Delete);
+    EXPECT_EQ(tareas("id, dia"), u"1|2026-03-11\n2|2026-03-12\n3|2026-03-12\n"_s);
+    // To the day that is shown: nothing leaves.
+    the<QDateEdit>(u"dtpPasarTarea"_s)->setDate(hoy);
+    ask.Espera(s(1124));
+    click(u"cmdPasarTarea"_s);
+    EXPECT_EQ(details(), u"09:00 A check"_s);
+    ask.Espera(s(3));
+    click(u"cmdEliminar"_s);
+    EXPECT_EQ(list()->Modelo()->Filas(), 0);
+    EXPECT_FALSE(the<QPushButton>(u"cmdPasarTarea"_s)->isEnabled());
+}
+
+TEST_F(Agenda, ACommonUserMarksTasksButMovesNone)
+{
+    s.usuario.ut = 1;
+    tarea(control, 1, hoy, {9, 0}, {}, {9, 0});
+    open();
+    press(list(), Qt::Key_Space);
+    EXPECT_EQ(tareas("est"), u"-1\n"_s);
+    EXPECT_TRUE(s.Alarmas[0].atendida);
+    EXPECT_EQ(list()->Modelo()->TextoDeCelda(0, 3), s(1121));
+    for (int i = 0; i < 5; ++i)
+        ask.Espera(s(1));
+    click(u"cmdPasarTarea"_s);
+    click(u"cmdEliminar"_s);
+    press(list(), Qt::Key_Down, Qt::AltModifier);
+    press(hours(), Qt::Key_Right, Qt::AltModifier);
+    drag(1, hoy, {11, 0});
+    EXPECT_EQ(moved(), u"1|2026-03-11|09:00:00\n"_s);
+}
+
+TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
+{
+    tarea(control, 1, hoy, {9, 5});
+    tarea(control, 2, hoy, {});
+    open();
+    press(list(), Qt::Key_Down);
+    press(list(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-11|\n"_s);
+    press(hours(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(day(), hoy.addDays(1)) << "the eye follows";
+    EXPECT_EQ(details(), u"09:20 A check"_s);
+    EXPECT_TRUE(help().contains(s(9930)));
+    press(list(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-11|\n"_s);
+    EXPECT_EQ(day(), hoy);
+    // What has no hour has none to move, but it has a day.
+    press(list(), Qt::Key_Home);
+    press(list(), Qt::Key_Up, Qt::AltModifier);
+    press(list(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-10|\n"_s);
+    // Another terminal was faster.
+    s.morvane->Execute("delete * from TareasAgenda where id = 2");
+    press(list(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(help(), s(9948));
+    EXPECT_EQ(details(), QString());
+}
+
+TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
+{
+    tarea(control, 1, hoy, {9, 5});
+    open();
+    drag(1, hoy, {11, 0});
+    EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
+    drag(1, hoy, {8, 30}, false);
+    press(hours(), Qt::Key_Escape);
+    QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {}, hours()->PuntoDe(hoy, {8, 30}));
+    EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
+    EXPECT_TRUE(form->isVisible()) << "it ended the drag, not the form";
+    // A click that trembles is no drag.
+    const QPoint held = hours()->LugarDe(1).center();
+    QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, held);
+    EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
+
+    click(u"cmdSemana"_s);
+    drag(1, hoy.addDays(2), {9, 45});
+    EXPECT_EQ(moved(), u"1|2026-03-13|09:45:00\n"_s);
+    EXPECT_EQ(day(), hoy.addDays(2));
+    EXPECT_EQ(list()->FilaActual(), 0);
+    press(hours(), Qt::Key_Escape);
+    EXPECT_FALSE(form && form->isVisible());
+}
+
+TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
+{
+    tarea(control, 1, hoy, {9, 40}, u"first"_s); // until 10:25
+    tarea(visita, 2, hoy, {10, 0}, u"second"_s);
+    tarea(cirugia, 2, hoy.addDays(1), {8, 0});
+    open();
+    hours()->setFocus();
+    EXPECT_EQ(hours()->Elegida(), 1) << "the list's first";
+    press(hours(), Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(hours()->Elegida(), 2);
+    EXPECT_EQ(list()->FilaActual(), 1);
+    EXPECT_TRUE(hours()->accessibleDescription().contains(u"Mia"_s));
+    press(hours(), Qt::Key_Down); // 10:30
+    EXPECT_EQ(hours()->Elegida(), 0);
+    EXPECT_EQ(list()->FilaActual(), -1);
+    EXPECT_TRUE(hours()->accessibleDescription().contains(u"10:30"_s));
+    expectBooking();
+    press(hours(), Qt::Key_Return);
+    press(hours(), Qt::Key_Right); // beyond the day that is shown
+    EXPECT_EQ(day(), hoy.addDays(1));
+    EXPECT_EQ(hours()->HoraDelCursor(), QTime(10, 30));
+    press(hours(), Qt::Key_Home);
+    EXPECT_EQ(hours()->Elegida(), 3);
+    press(hours(), Qt::Key_Return); // its patient
+    EXPECT_EQ(s.IdGlobal.idm, 2);
+    EXPECT_EQ(static_cast<Registro *>(forms.Cargar(u"frmPropietarios"_s))->veces, 1);
+
+    // With the mouse the same; what was booked is selected.
+    expectBooking(true);
+    const QPoint eleven = hours()->PuntoDe(hoy.addDays(1), {11, 0}) + QPoint(0, 4);
+    QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, eleven);
+    QTest::mouseDClick(hours()->viewport(), Qt::LeftButton, {}, eleven);
+    EXPECT_EQ(asked, QStringList({u"2026-03-11 "_s + HoraLarga({10, 30}) + u" Toby"_s,
+                                  u"2026-03-12 "_s + HoraLarga({11, 0}) + u" Mia"_s}));
+    EXPECT_EQ(details(), u"08:00 A surgery, 11:00 A check"_s);
+    EXPECT_EQ(list()->FilaActual(), 1);
+}
+
+TEST_F(Agenda, TheDayAndATaskGoIntoACalendarFile)
+{
+    tarea(control, 1, hoy, {9, 0});
+    tarea(visita, 2, hoy, {10, 0});
+    tarea(visita, 2, hoy.addDays(1), {10, 0});
+    open();
+    click(u"cmdSemana"_s);
+    const auto events = [](const QString &file) {
+        QFile f(file);
+        EXPECT_TRUE(f.open(QIODevice::ReadOnly));
+        return f.readAll().count("BEGIN:VEVENT");
+    };
+    auto *menu = the<QPushButton>(u"cmdCalendario"_s)->menu();
+    ask.EsperaTexto(s(9918), carpeta.path() + u"/day"_s);
+    menu->findChild<QAction *>(u"menuDia"_s)->trigger();
+    EXPECT_EQ(events(carpeta.path() + u"/day.ics"_s), 2) << "the day, not the week";
+    EXPECT_TRUE(help().startsWith(s(9921)));
+    ask.EsperaTexto(s(9918), carpeta.path() + u"/one.ics"_s);
+    menu->findChild<QAction *>(u"menuTarea"_s)->trigger();
+    EXPECT_EQ(events(carpeta.path() + u"/one.ics"_s), 1);
+    ask.EsperaTexto(s(9918), std::nullopt);
+    menu->findChild<QAction *>(u"menuDia"_s)->trigger();
+    ask.EsperaTexto(s(9918), carpeta.path() + u"/none/day.ics"_s);
+    ask.Espera({}); // why it could not be written
+    menu->findChild<QAction *>(u"menuDia"_s)->trigger();
+}
+
+TEST_F(Agenda, PrintsTodaysSheetWhateverDayIsShown)
+{
+    open({{u"dia"_s, hoy.addDays(3)}});
+    press(list(), Qt::Key_P, Qt::ControlModifier);
+    ASSERT_EQ(impresion.impresos.size(), 1);
+    EXPECT_TRUE(impresion.impresos[0].contains(QLocale().toString(hoy, QLocale::LongFormat)));
+}

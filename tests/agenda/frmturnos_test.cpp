@@ -1,0 +1,150 @@
+#include "agenda/frmturnos.h"
+#include "agenda_clinic.h"
+#include "ui/completion_list.h"
+#include "ui/grid.h"
+
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Dialogo : public ClinicaConAgenda
+{
+protected:
+    void open(const QVariantMap &parameters = {})
+    {
+        form = std::make_unique<frmTurnos>(s);
+        form->setWindowModality(Qt::NonModal); // the test goes on beside it
+        form->opened(parameters);
+        form->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    }
+    void press(Qt::Key k, Qt::KeyboardModifiers m = {})
+    {
+        QTest::keyClick(form->focusWidget(), k, m);
+    }
+    void type(const QString &text) { QTest::keyClicks(form->focusWidget(), text); }
+    template <typename W>
+    W *the(const QString &name)
+    {
+        return form->findChild<W *>(name);
+    }
+    QString help() { return the<QLabel>(u"Ayu"_s)->text(); }
+    QString focus() { return form->focusWidget()->objectName(); }
+
+    std::unique_ptr<frmTurnos> form;
+};
+
+} // namespace
+
+TEST_F(Dialogo, BooksByKeysAlone)
+{
+    open();
+    EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), u"Toby"_s) << "the selected patient";
+    EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
+    EXPECT_EQ(the<QLineEdit>(u"txtHora"_s)->text(), HoraLarga({9, 0}));
+    type(u"a check at"_s); // completed with the rest
+    EXPECT_EQ(the<ListaConCompletado>(u"cmbSel"_s)->Id(), visita);
+    EXPECT_EQ(help(), s(1308));
+    EXPECT_TRUE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
+    press(Qt::Key_Return);
+    press(Qt::Key_Up); // tomorrow
+    press(Qt::Key_Return);
+    type(u"1030"_s);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(help().contains(HoraLarga({10, 30}))) << help().toStdString();
+    type(u"10.15"_s);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), HoraLarga({10, 15}));
+    ASSERT_EQ(focus(), u"chkRec"_s);
+    press(Qt::Key_Space);
+    press(Qt::Key_Tab);
+    ask.Espera(s(4624)); // the apostrophe is refused
+    type(u"Ada's"_s);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(tareas("tip, ida, dia, hor, ala, medio, des"),
+              u"202|1|2026-03-12|10:30:00|10:15:00|1|Adas\n"_s);
+}
+
+TEST_F(Dialogo, AnAlarmIsOptionalAndAWrongOneIsNoneWithoutAWord)
+{
+    open({{u"ida"_s, 2}, {u"dia"_s, hoy.addDays(5)}, {u"hora"_s, QTime(16, 0)}});
+    EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), u"Mia"_s);
+    type(u"a surgery"_s);
+    press(Qt::Key_Return);
+    press(Qt::Key_Return);
+    press(Qt::Key_Return);
+    type(u"soon"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), QString());
+    ASSERT_EQ(focus(), u"txtDesc"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(tareas("tip, ida, dia, hor, ala, medio"), u"203|2|2026-03-16|16:00:00||0\n"_s);
+}
+
+TEST_F(Dialogo, WhatIsMissingIsToldAndNothingTypedIsLost)
+{
+    open();
+    the<QLineEdit>(u"txtDesc"_s)->setFocus();
+    type(u"long story"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(help(), s(9941));
+    EXPECT_EQ(focus(), u"cmbSel"_s);
+    type(u"a check"_s);
+    auto *hour = the<QLineEdit>(u"txtHora"_s);
+    hour->setText(u"noon"_s);
+    the<QPushButton>(u"cmdAgendar"_s)->click();
+    EXPECT_EQ(help(), s(9942));
+    EXPECT_EQ(focus(), u"txtHora"_s);
+    EXPECT_EQ(tareas(), QString());
+    type(u"12"_s);
+    the<QPushButton>(u"cmdAgendar"_s)->click();
+    EXPECT_EQ(tareas("hor, des"), u"12:00:00|long story\n"_s);
+}
+
+TEST_F(Dialogo, NobodyIsRemindedOfAnOwnTaskOrWithoutAPatient)
+{
+    open({{u"ida"_s, 0}});
+    EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), s(9940));
+    type(u"a check"_s);
+    EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+    open();
+    type(u"a check"_s);
+    the<QCheckBox>(u"chkRec"_s)->setChecked(true);
+    the<ListaConCompletado>(u"cmbSel"_s)->setFocus();
+    the<ListaConCompletado>(u"cmbSel"_s)->lineEdit()->selectAll();
+    type(s(1109));
+    EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isChecked());
+    the<QPushButton>(u"cmdAgendar"_s)->click();
+    EXPECT_EQ(tareas("tip, ida, medio"), u"-100|1|0\n"_s);
+}
+
+TEST_F(Dialogo, TheListGoesWithTheDayAndScrollsToWhatIsNear)
+{
+    for (int i = 0; i < 40; ++i)
+        tarea(control, 1 + i % 2, hoy, QTime(8, 0).addSecs(i * 20 * 60));
+    tarea(visita, 2, hoy.addDays(1), {9, 10});
+    open();
+    auto *list = the<Grilla>(u"GTurnos"_s);
+    EXPECT_EQ(list->Modelo()->Filas(), 40);
+    auto *hour = the<QLineEdit>(u"txtHora"_s);
+    hour->setFocus();
+    hour->selectAll();
+    type(u"15"_s);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(list->FilaActual(), 21); // 15:00 itself
+    EXPECT_EQ(list->indexAt({1, 1}).row(), 20) << "the one before it on top";
+    the<QDateEdit>(u"dtpDia"_s)->setDate(hoy.addDays(1));
+    ASSERT_EQ(list->Modelo()->Filas(), 1);
+    EXPECT_EQ(list->Modelo()->TextoDeCelda(0, 2), u"Mia"_s);
+}

@@ -2,6 +2,7 @@
 
 #include "board/board_lines.h"
 #include "clients/import.h"
+#include "messages/outbox.h"
 #include "startup/daily_automation.h"
 #include "startup/demo_clinic.h"
 #include "startup/new_folder.h"
@@ -60,7 +61,7 @@ int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
         // The question that this asks is told on standard error; nobody is there to say Yes.
         if (!ComprobarInicio(s, QLocale::system()))
             return 1;
-        IniciarTareas(s);
+        IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}});
         ImprimirPizarra(s);
     } catch (const ErrorDeAlmacen &e) {
         return Fallar(TextoDeError(s, e));

@@ -5,6 +5,8 @@
 #include "messages/planned_notices.h"
 #include "ui/form_base.h"
 
+#include <QTimer>
+
 class Formularios;
 class Grilla;
 class QPlainTextEdit;

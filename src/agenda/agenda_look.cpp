@@ -24,6 +24,12 @@ QString joined(QStringList parts)
     return parts.join(between);
 }
 
+/// What stands in the second line.
+QString noteOf(const TareaDelDia &t)
+{
+    return t.tip == TipoTarea::TareaDeUsuario && !t.des.isEmpty() ? t.concepto : t.des.simplified();
+}
+
 /// The ground of a cell as the style draws it, without its text.
 void drawGround(QPainter *painter, const QStyleOptionViewItem &option)
 {
@@ -51,6 +57,8 @@ QPushButton[clase="barra"]:focus { border-color: palette(highlight); padding: 4p
 QPushButton[clase="barra"]:hover:enabled { border-color: palette(highlight); }
 QPushButton:checked { background: palette(highlight); color: palette(highlighted-text); }
 QPushButton::menu-indicator { width: 0; image: none; }
+VistaDeHoras { border: 1px solid palette(mid); border-radius: 8px; background: palette(base); }
+VistaDeHoras:focus { border-color: palette(highlight); }
 QLineEdit, QComboBox, QDateEdit { padding: 4px 8px; }
 QLineEdit:focus, QComboBox:focus, QDateEdit:focus { padding: 3px 7px; }
 QDateEdit { padding-right: 26px; }
@@ -113,9 +121,10 @@ PintorDeTarea::PintorDeTarea(const Sesion &s, Busca tarea, QObject *parent)
 {
 }
 
-int PintorDeTarea::Alto(const QFontMetrics &letra)
+int PintorDeTarea::Alto(const QFontMetrics &letra, const TareaDelDia &tarea)
 {
-    return 2 * letra.lineSpacing() + 2 * Espacio::XS + Espacio::XS;
+    const int lines = 1 + !noteOf(tarea).isEmpty() + !tarea.cliente.isEmpty();
+    return lines * letra.lineSpacing() + Espacio::M;
 }
 
 void PintorDeTarea::paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -125,28 +134,31 @@ void PintorDeTarea::paint(QPainter *painter, const QStyleOptionViewItem &option,
     if (!task)
         return QStyledItemDelegate::paint(painter, option, index);
     drawGround(painter, option);
-    const bool selected = option.state & QStyle::State_Selected;
-    const QColor ink = inkOf(option);
-    const QRect place = option.rect.adjusted(Espacio::S, Espacio::XS, -Espacio::S, -Espacio::XS);
-    const int line = option.fontMetrics.lineSpacing();
-    const auto draw = [&](int row, const QString &text, const QFont &font, const QColor &colour) {
-        painter->setFont(font);
-        painter->setPen(colour);
-        painter->drawText(QRect(place.left(), place.top() + row * (line + 2), place.width(), line),
-                          int(Qt::AlignLeft) | Qt::AlignVCenter,
-                          QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width()));
-    };
-    painter->save();
-    QFont strong = option.font;
-    strong.setWeight(QFont::DemiBold);
-    const QColor soft = selected ? ink : PaletaEnUso().textoSuave;
-    draw(0, AsuntoDeTarea(*task), task->est ? option.font : strong, task->est ? soft : ink);
     const QString client =
         task->cliente.isEmpty() ? QString() : m_cliente + u": "_s + task->cliente;
     const QString phones =
         task->telefonos.isEmpty() ? QString() : m_telefonos + u": "_s + task->telefonos;
-    const QString note = task->tip == TipoTarea::TareaDeUsuario ? task->concepto : task->des;
-    draw(1, joined({note, client, phones}).simplified(), option.font, soft);
+    QStringList lines{AsuntoDeTarea(*task), noteOf(*task), joined({client, phones})};
+    lines.removeAll(QString());
+
+    painter->save();
+    QFont strong = option.font;
+    strong.setWeight(QFont::DemiBold);
+    const QColor ink = inkOf(option);
+    const bool selected = option.state & QStyle::State_Selected;
+    const QColor soft = selected ? ink : PaletaEnUso().textoSuave;
+    const int height = option.fontMetrics.lineSpacing();
+    QRect place = option.rect.adjusted(Espacio::S, 0, -Espacio::S, 0);
+    place.setTop(place.center().y() - int(lines.size()) * height / 2 + 1);
+    place.setHeight(height);
+    for (int i = 0; i < lines.size(); ++i) {
+        const QFont &font = i == 0 && !task->est ? strong : option.font;
+        painter->setFont(font);
+        painter->setPen(i == 0 && !task->est ? ink : soft);
+        painter->drawText(place, int(Qt::AlignLeft) | Qt::AlignVCenter,
+                          QFontMetrics(font).elidedText(lines[i], Qt::ElideRight, place.width()));
+        place.translate(0, height);
+    }
     painter->restore();
 }
 

@@ -36,7 +36,8 @@ private:
     bool m_conTexto;
 };
 
-/// Draws a task in two lines: whom or what it is about, and how to reach the client.
+/// Draws a task in up to three lines: whom or what it is about, what was noted, and how to reach
+/// the client.
 class PintorDeTarea : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -45,8 +46,8 @@ public:
     PintorDeTarea(const Sesion &s, Busca tarea, QObject *parent);
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
-    /// Height of a row that holds both lines.
-    static int Alto(const QFontMetrics &letra);
+    /// Height of the row of a task.
+    static int Alto(const QFontMetrics &letra, const TareaDelDia &tarea);
 
 private:
     QString m_cliente, m_telefonos;

@@ -12,7 +12,8 @@
 
 #include <QMenu>
 #include <QShortcut>
-#include <QTabWidget>
+#include <QStackedWidget>
+#include <QTabBar>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -91,8 +92,12 @@ void frmagenda::wire()
     connect(cmdImprimir, &QPushButton::clicked, this,
             [this] { guarded([this] { MostrarAgendaDia(m_s, true, m_s.reloj.hoy, {}); }); });
     connect(cmdvolver, &QPushButton::clicked, this, &frmagenda::reject);
-    connect(tabAgenda, &QTabWidget::currentChanged, this,
-            [this] { guarded([this] { reload(); }); });
+    connect(tabAgenda, &QTabBar::currentChanged, this, [this](int view) {
+        m_vistas->setCurrentIndex(view);
+        guarded([this] { reload(); });
+        Ayu->Decir(view == 0 ? m_s(Consejo) : QString());
+    });
+    connect(m_modelo, &QAbstractItemModel::layoutChanged, this, &frmagenda::sizeRows);
     for (QWidget *place : std::initializer_list<QWidget *>{GAgenda, Horas})
         place->installEventFilter(this);
     wireShortcuts();
@@ -106,6 +111,8 @@ void frmagenda::wireShortcuts()
     on(Qt::CTRL | Qt::Key_PageUp, [this] { cmdAnterior->click(); });
     on(Qt::CTRL | Qt::Key_PageDown, [this] { cmdSiguiente->click(); });
     on(Qt::CTRL | Qt::Key_Home, [this] { cmdHoy->click(); });
+    on(Qt::CTRL | Qt::Key_Tab,
+       [this] { tabAgenda->setCurrentIndex(1 - tabAgenda->currentIndex()); });
     on(Qt::CTRL | Qt::Key_P, [this] { cmdImprimir->click(); });
     on(Qt::CTRL | Qt::Key_Z, [this] { takeBack(); });
     on(Qt::Key_Insert, [this] { newTask(); });
@@ -118,15 +125,12 @@ void frmagenda::opened(const QVariantMap &parametros)
     m_dia = day.isValid() ? day : m_s.reloj.hoy;
     m_antes = {};
     dtpPasarTarea->setDate(m_s.reloj.hoy.addDays(1));
-    {
-        const QSignalBlocker silent(tabAgenda);
-        tabAgenda->setCurrentIndex(parametros.value(u"modo"_s, dayMode).toInt() == ownMode);
-    }
-    Ayu->Decir(m_s(Consejo));
+    tabAgenda->setCurrentIndex(parametros.value(u"modo"_s, dayMode).toInt() == ownMode);
     guarded([this] { reload(); });
     if (tabAgenda->currentIndex() == 0) {
         GAgenda->setFocus();
-        GAgenda->Seleccionar(0);
+        GAgenda->Seleccionar(rowToBeginWith());
+        Ayu->Decir(m_s(Consejo));
     } else {
         GKelvara->setFocus();
     }
@@ -183,9 +187,26 @@ void frmagenda::showList(int id)
             rows.push_back(
                 {{t.concepto, t.hor, t.detalle, m_s(t.est ? Realizada : NoRealizada), t.id}});
     m_modelo->Poner(std::move(rows));
+    sizeRows();
     // Where the task stands now, else where the cursor was.
     const int row = rowOf(id);
     GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_modelo->Filas() - 1));
+}
+
+void frmagenda::sizeRows()
+{
+    for (int row = 0; row < m_modelo->Filas(); ++row)
+        if (const TareaDelDia *t = taskOfRow(row))
+            GAgenda->setRowHeight(row, PintorDeTarea::Alto(GAgenda->fontMetrics(), *t));
+}
+
+/// Today what comes next, on any other day the first.
+int frmagenda::rowToBeginWith() const
+{
+    for (int row = 0; m_dia == m_s.reloj.hoy && row < m_modelo->Filas(); ++row)
+        if (const TareaDelDia *t = taskOfRow(row); t && !t->est && t->hor >= m_s.reloj.Hora())
+            return row;
+    return 0;
 }
 
 void frmagenda::showOwnTasks()
@@ -247,8 +268,7 @@ void frmagenda::rowChanged(int fila)
         return;
     const TareaDelDia *t = taskOfRow(fila);
     Horas->Elegir(t ? t->id : 0);
-    if (t)
-        Ayu->Decir(t->concepto + u".  "_s + t->detalle);
+    tell(t);
     arrange();
 }
 
@@ -262,11 +282,17 @@ void frmagenda::taskChosen(int id)
     m_ocupado = true;
     GAgenda->Seleccionar(rowOf(id));
     m_ocupado = false;
-    if (t)
-        Ayu->Decir(t->concepto + u".  "_s + t->detalle);
-    else
-        Ayu->Decir(m_s(Consejo));
+    tell(t);
     arrange();
+}
+
+/// The whole of a task at the foot, whatever is cut where it stands.
+void frmagenda::tell(const TareaDelDia *tarea)
+{
+    if (!tarea)
+        return Ayu->Decir(m_s(Consejo));
+    QString text = tarea->concepto + u'\n' + tarea->detalle;
+    Ayu->Decir(text.replace(u"\n"_s, u"  ·  "_s));
 }
 
 bool frmagenda::eventFilter(QObject *watched, QEvent *event)

@@ -13,7 +13,8 @@ class QLabel;
 class QMenu;
 class QPushButton;
 class QSplitter;
-class QTabWidget;
+class QStackedWidget;
+class QTabBar;
 class VistaDeHoras;
 
 /// Opened with `dia` (today without it) and `modo`: 1 the day, 2 the tasks of the system.
@@ -55,10 +56,13 @@ private:
     void showDay(QDate dia);
     void reload();
     void showList(int id);
+    void sizeRows();
+    int rowToBeginWith() const;
     void showOwnTasks();
     void arrange();
     void rowChanged(int fila);
     void taskChosen(int id);
+    void tell(const TareaDelDia *tarea);
 
     const TareaDelDia *task(int id) const;
     const TareaDelDia *taskOfRow(int fila) const;
@@ -88,7 +92,8 @@ private:
     qint64 m_version = 0;
     bool m_ocupado = false; // list and hours follow each other
 
-    QTabWidget *tabAgenda = nullptr;
+    QTabBar *tabAgenda = nullptr;
+    QStackedWidget *m_vistas = nullptr;
     CajaDeDia *dtpAgenda = nullptr, *dtpPasarTarea = nullptr;
     QLabel *lblDia = nullptr;
     ModeloDeGrilla *m_modelo = nullptr, *m_modeloKelvara = nullptr;

@@ -10,8 +10,8 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QTabBar>
-#include <QTabWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -53,7 +53,7 @@ enum Texto {
 constexpr QSize firstSize{1280, 700};
 constexpr QSize smallest{1020, 560};
 constexpr int dayBoxWidth = 132;
-constexpr int listWidth = 560, hoursWidth = 660;
+constexpr int listWidth = 600, hoursWidth = 620;
 
 QString plain(QString caption) { return caption.remove(u'&'); }
 
@@ -78,19 +78,25 @@ void frmagenda::build()
     setWindowTitle(m_s(Titulo));
     setStyleSheet(EstiloDeAgenda());
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
-    tabAgenda = named(new QTabWidget, u"tabAgenda"_s, m_s(Titulo));
-    tabAgenda->tabBar()->setAccessibleName(m_s(Titulo));
-    tabAgenda->setDocumentMode(true);
-    tabAgenda->addTab(buildDay(), m_s(AgendaDelDia));
-    tabAgenda->addTab(buildOwnTasks(), m_s(TareasDeKelvara_));
+    tabAgenda = named(new QTabBar, u"tabAgenda"_s, m_s(Titulo));
+    tabAgenda->setExpanding(false);
+    tabAgenda->addTab(m_s(AgendaDelDia));
+    tabAgenda->addTab(m_s(TareasDeKelvara_));
+    m_vistas = new QStackedWidget;
+    m_vistas->addWidget(buildDay());
+    m_vistas->addWidget(buildOwnTasks());
     cmdvolver = button(u"cmdvolver"_s, Volver, u"volver"_s, u"Esc"_s);
     cmdvolver->setProperty("clase", u"barra"_s);
-    tabAgenda->setCornerWidget(cmdvolver, Qt::TopRightCorner);
+    QHBoxLayout *head = rowOfControls();
+    head->addWidget(tabAgenda);
+    head->addStretch();
+    head->addWidget(cmdvolver);
 
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(Espacio::L, Espacio::S, Espacio::L, Espacio::S);
     all->setSpacing(Espacio::S);
-    all->addWidget(tabAgenda, 1);
+    all->addLayout(head);
+    all->addWidget(m_vistas, 1);
     all->addWidget(Ayu);
 
     orderKeys();
@@ -125,7 +131,7 @@ QWidget *frmagenda::buildDay()
 
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(0, Espacio::M, 0, 0);
+    column->setContentsMargins(0, Espacio::XS, 0, 0);
     column->setSpacing(Espacio::S);
     column->addLayout(buildNavigation());
     column->addWidget(m_mitades, 1);
@@ -181,7 +187,7 @@ QWidget *frmagenda::buildList()
     GAgenda->PermitirVarias();
     GAgenda->PonerVacio(m_s(SinTareas));
     GAgenda->setMinimumWidth(360);
-    GAgenda->verticalHeader()->setDefaultSectionSize(PintorDeTarea::Alto(GAgenda->fontMetrics()));
+
     GAgenda->setItemDelegateForColumn(0, new PintorDeDibujo(
                                              [this](const QModelIndex &cell) {
                                                  const TareaDelDia *t = taskOfRow(cell.row());
@@ -260,7 +266,7 @@ QWidget *frmagenda::buildOwnTasks()
                                               true, GKelvara));
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(0, Espacio::M, 0, 0);
+    column->setContentsMargins(0, Espacio::XS, 0, 0);
     column->addWidget(GKelvara);
     return page;
 }
@@ -268,9 +274,9 @@ QWidget *frmagenda::buildOwnTasks()
 void frmagenda::orderKeys()
 {
     const QList<QWidget *> order{
-        GAgenda,       Horas,         cmdNuevaTarea, cmdTareaRealizada,   cmdEliminar, cmdImprimir,
-        cmdCalendario, dtpPasarTarea, cmdPasarTarea, cmdAnterior,         dtpAgenda,   cmdSiguiente,
-        cmdHoy,        cmdDia,        cmdSemana,     tabAgenda->tabBar(), cmdvolver};
+        GAgenda,       Horas,         cmdNuevaTarea, cmdTareaRealizada, cmdEliminar, cmdImprimir,
+        cmdCalendario, dtpPasarTarea, cmdPasarTarea, cmdAnterior,       dtpAgenda,   cmdSiguiente,
+        cmdHoy,        cmdDia,        cmdSemana,     tabAgenda,         cmdvolver};
     for (int i = 0; i + 1 < order.size(); ++i)
         setTabOrder(order[i], order[i + 1]);
     enterChain({dtpPasarTarea, cmdPasarTarea});

@@ -41,6 +41,7 @@ enum Texto {
     Volver = 9945,
     Paciente = 9946,
     Opcional = 9947,
+    ElijaPaciente = 9949,
 };
 
 constexpr QSize firstSize{900, 520};
@@ -81,7 +82,7 @@ void frmTurnos::build()
                        plain(m_s(Agendar_)));
     cmdVolver = named(new QPushButton(m_s(Volver)), u"cmdVolver"_s, plain(m_s(Volver)));
     cmdVolver->setToolTip(plain(m_s(Volver)) + u" (Esc)"_s);
-    cmdAgendar->setAutoDefault(false);
+    cmdAgendar->setDefault(true);
     cmdVolver->setAutoDefault(false);
 
     auto *halves = new QGridLayout;
@@ -152,7 +153,7 @@ QLayout *frmTurnos::buildBoxes()
 QLayout *frmTurnos::buildList()
 {
     m_modelo = new ModeloDeGrilla(m_s,
-                                  {{m_s(Concepto_), Clase::Texto, 170},
+                                  {{m_s(Concepto_), Clase::Texto, 220},
                                    {m_s(Hora), Clase::Hora, 64},
                                    {m_s(Paciente), Clase::Texto, 120}},
                                   this);
@@ -222,7 +223,7 @@ void frmTurnos::showPatient()
     QStringList reach{owner.isEmpty() ? QString() : m_s(Cliente) + u": "_s + owner,
                       TelefonosCliente(m_s, idc)};
     reach.removeAll(QString());
-    lblCliente->setText(ida > 0 ? reach.join(u"  ·  "_s) : QString());
+    lblCliente->setText(ida > 0 ? reach.join(u"  ·  "_s) : m_s(ElijaPaciente));
 }
 
 void frmTurnos::loadConcepts()

@@ -61,6 +61,12 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
+    static constexpr int quarter = 15;
+    static constexpr int step = 30; // of the cursor
+    static constexpr int dayEnd = 24 * 60;
+    static constexpr int workBegins = 8 * 60, workEnds = 20 * 60;
+    static constexpr int mostAbove = 3; // tasks without an hour shown above the hours
+
     /// A task and where it stands.
     struct Bloque {
         size_t tarea = 0;
@@ -91,6 +97,7 @@ private:
     const Bloque *blockOf(int id) const;
     const TareaDelDia &taskOf(const Bloque &b) const { return m_tareas[b.tarea]; }
 
+    // hours_view_paint.cpp
     void drawHours(QPainter &p) const;
     void drawHead(QPainter &p) const;
     void drawBlock(QPainter &p, const QRect &place, const TareaDelDia &t, bool chosen) const;

@@ -17,7 +17,6 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabBar>
-#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
@@ -146,7 +145,7 @@ TEST_P(EnCadaIdioma, EveryControlHasANameRoomAndAKeyOfItsOwn)
         }
     }
     EXPECT_EQ(keys.size(), 10);
-    EXPECT_EQ(the<QTabWidget>(u"tabAgenda"_s)->tabText(0), s(1101));
+    EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->tabText(0), s(1101));
     EXPECT_EQ(list()->Modelo()->TextoDeCelda(0, 3), s(1122));
 }
 
@@ -169,7 +168,7 @@ TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
     EXPECT_EQ(own->TextoDeCelda(0, 1), u"Patient: Mia"_s);
     EXPECT_TRUE(own->TextoDeCelda(0, 3) == s(1122));
     open(); // without a word: today's list
-    EXPECT_EQ(the<QTabWidget>(u"tabAgenda"_s)->currentIndex(), 0);
+    EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->currentIndex(), 0);
 }
 
 TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)

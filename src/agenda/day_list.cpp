@@ -91,8 +91,24 @@ void PonerDetalle(Sesion &s, TareaDelDia &t)
     t.detalle = lineas.join(u'\n');
 }
 
+/// What tasks of the same kind share, looked up once for a day.
+struct ClaseDeTarea {
+    QString concepto, icono;
+    int minutos = 0;
+};
+
 std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, bool paraHoja)
 {
+    QHash<std::pair<int, qint64>, ClaseDeTarea> clases;
+    const auto claseDe = [&](int tip, qint64 artaux) -> const ClaseDeTarea & {
+        const auto clave = std::pair(tip, artaux);
+        if (const auto conocida = clases.constFind(clave); conocida != clases.constEnd())
+            return *conocida;
+        const QString concepto = ConceptoDeTarea(s, tip, artaux);
+        return *clases.insert(
+            clave, {concepto, paraHoja ? IconoDeHoja(s, concepto) : IconoDeAgenda(s, concepto),
+                    MinutosDe(s, tip)});
+    };
     std::vector<TareaDelDia> tareas;
     for (; !r.EOF_(); r.MoveNext()) {
         TareaDelDia t;
@@ -104,10 +120,11 @@ std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, bool paraHoja)
         t.hor = r["hor"].toTime();
         t.ala = r["ala"].toTime();
         t.est = r["est"].toBool();
-        t.concepto = ConceptoDeTarea(s, t.tip, r["artaux"].toLong());
-        t.icono = paraHoja ? IconoDeHoja(s, t.concepto) : IconoDeAgenda(s, t.concepto);
-        t.minutos = MinutosDe(s, t.tip);
         t.des = r["des"].toText();
+        const ClaseDeTarea &clase = claseDe(t.tip, r["artaux"].toLong());
+        t.concepto = clase.concepto;
+        t.icono = clase.icono;
+        t.minutos = clase.minutos;
         PonerDetalle(s, t);
         tareas.push_back(std::move(t));
     }

@@ -168,7 +168,8 @@ void frmagenda::reload()
         Horas->Mostrar(days, m_tareas);
         Horas->IrA(m_dia);
         showList(id);
-        showOwnTasks();
+        if (tabAgenda->currentIndex() == ownMode - 1)
+            showOwnTasks();
     } catch (...) {
         m_ocupado = false;
         throw;

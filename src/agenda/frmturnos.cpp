@@ -71,6 +71,7 @@ void frmTurnos::build()
     for (QLabel *label : {lblPaciente, lblCliente}) {
         label->setTextFormat(Qt::PlainText);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        label->setWordWrap(true);
     }
 
     Ayu = named(new QLabel, u"Ayu"_s, {});

@@ -32,6 +32,9 @@ VistaDeHoras::VistaDeHoras(Sesion &s, QWidget *parent)
     setAccessibleName(s(Horas));
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setFocusPolicy(Qt::NoFocus);
+    auto *clock = new QTimer(this); // the line of the present moment goes on
+    connect(clock, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
+    clock->start(60'000);
 }
 
 QSize VistaDeHoras::minimumSizeHint() const { return {280, 240}; }

@@ -55,6 +55,10 @@ TEST_F(HojaDeAgenda, SlotsHoldOneTaskOrTellThatThereAreSeveral)
     EXPECT_EQ(casillas[13].detalle.size(), 2u);
     EXPECT_EQ(casillas[14].texto, QString());
 
+    EXPECT_EQ(casillas.front().icono, u"AgendaCon"_s);
+    EXPECT_EQ(casillas[13].icono, QString()) << "several have none";
+    EXPECT_EQ(casillas.back().icono, QString()) << "the sheet knows no picture of a user's task";
+
     // An update begins at the quarter that its hour lies in.
     const auto resto = CasillasDelDia(s, false, hoy, {9, 44});
     EXPECT_EQ(resto.front().hora, QTime(9, 30));
@@ -82,4 +86,20 @@ TEST_F(HojaDeAgenda, PrintsOnA4AndLetter)
     lote.Confirmar();
     const QString largo = TextoEnPapel(*HojaDelDia(s, true, hoy, {}));
     EXPECT_EQ(largo.count(u"Toby"_s), 201);
+}
+
+TEST_F(HojaDeAgenda, AnUpdateTellsItsHourAndAFailureIsTold)
+{
+    Tarea_(consulta, 2, {9, 50});
+    const QString texto = TextoEnPapel(*HojaDelDia(s, false, hoy, {9, 44}));
+    EXPECT_TRUE(texto.contains(HoraLarga({9, 0}))) << "the present time";
+    EXPECT_FALSE(texto.contains(u"09:15"_s));
+    EXPECT_TRUE(texto.contains(u"Toby"_s));
+    ImprimirAgendaDia(s, false, hoy, {9, 44});
+    EXPECT_EQ(impresion.impresos.size(), 1);
+
+    s.morvane->Execute("drop table TareasAgenda");
+    ask.Espera(u"TareasAgenda"_s);
+    ImprimirAgendaDia(s, true, hoy, {});
+    EXPECT_EQ(impresion.impresos.size(), 1);
 }

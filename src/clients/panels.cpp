@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QString Dia(QDate d) { return QLocale().toString(d, QLocale::ShortFormat); }
-
 // How much of a consultation is shown.
 constexpr qsizetype ComienzoDeConsulta = 120;
 
@@ -21,8 +19,8 @@ QString Deuda(const Sesion &s, const Recordset &r)
 {
     QStringList lineas{s(9421) + u' ' + QLocale().toCurrencyString(r["saldo"].toMoneda().ADoble())};
     if (const QDate pago = r["fecultpago"].toDate(); pago.isValid())
-        lineas << s(2275) + u' ' + Dia(pago) + u' ' + QString::number(pago.daysTo(s.reloj.hoy))
-                      + u' ' + s(2276);
+        lineas << s(2275) + u' ' + TextoDeDia(pago) + u' '
+                      + QString::number(pago.daysTo(s.reloj.hoy)) + u' ' + s(2276);
     const int avisos = r["men"].toInt();
     lineas << (avisos > 0 ? s(2277) + u' ' + QString::number(avisos) + u' ' + s(2278) : s(2279));
     return lineas.join(u'\n');
@@ -37,7 +35,7 @@ QStringList Turnos(Sesion &s, int idm)
         idm);
     for (; !r.EOF_(); r.MoveNext()) {
         QStringList partes{LeerCampo(s, "finanzas", "articulos", r["tip"].toInt(), "nom"),
-                           Dia(r["dia"].toDate())};
+                           TextoDeDia(r["dia"].toDate())};
         if (const QTime hora = r["hor"].toTime(); hora.isValid())
             partes << QLocale().toString(hora, QLocale::ShortFormat);
         partes << r["des"].toText();
@@ -66,7 +64,7 @@ QString InformacionDeCliente(Sesion &s, int idc)
     if (const QDate fecu =
             s.clientes->Leer("select fecu from clientes where idc = ?", idc).toDate();
         fecu.isValid())
-        partes << s(2273) + u' ' + Dia(fecu);
+        partes << s(2273) + u' ' + TextoDeDia(fecu);
     Recordset deudas = s.finanzas->OpenSnapshot(
         "select saldo,fecultpago,men from ctactec where idc = ? and cancelado = 0", idc);
     for (; !deudas.EOF_(); deudas.MoveNext())

@@ -54,6 +54,6 @@ QString TextoDeAlimento(Sesion &s, int idm)
                     + s(9410) + QLocale().toString(dias) + u' ' + s(dias == 1 ? 9416 : 9417);
     const QDate reposicion = s.reloj.hoy.addDays(dias);
     if (reposicion.isValid())
-        texto += u". "_s + s(9411) + QLocale().toString(reposicion, QLocale::ShortFormat);
+        texto += u". "_s + s(9411) + TextoDeDia(reposicion);
     return texto;
 }

@@ -74,8 +74,6 @@ QChar typed(const QKeyEvent &key)
     return !command && text.size() == 1 && text.front().isPrint() ? text.front() : QChar();
 }
 
-QString dayFormat() { return MesPrimero() ? u"MM/dd/yyyy"_s : u"dd/MM/yyyy"_s; }
-
 /// The parts of a masked text; nullopt for one that is no plain number.
 std::vector<std::optional<int>> parts(const QString &text, QChar mark)
 {
@@ -89,10 +87,6 @@ std::vector<std::optional<int>> parts(const QString &text, QChar mark)
 }
 
 } // namespace
-
-bool MesPrimero() { return QLocale().dateFormat(QLocale::ShortFormat).startsWith(u'M'); }
-
-QString TextoDeDia(QDate dia) { return dia.isValid() ? dia.toString(dayFormat()) : QString(); }
 
 CajaDeEntero::CajaDeEntero(int digitos, QWidget *parent)
     : QLineEdit(parent), m_digitos(std::clamp(digitos, 1, mostDigits))

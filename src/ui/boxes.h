@@ -6,12 +6,6 @@
 #include <QLineEdit>
 #include <optional>
 
-/// Whether days are written with the month first: the order of the locale.
-bool MesPrimero();
-/// A day as all screens show it: two digits, two digits, four digits, in the order of the locale;
-/// empty for an invalid day.
-QString TextoDeDia(QDate dia);
-
 /// Whole digits.
 class CajaDeEntero : public QLineEdit
 {

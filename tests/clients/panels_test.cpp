@@ -21,7 +21,7 @@ protected:
 TEST_F(Paneles, TheClientsPanelTellsVisitDebtsAndProfile)
 {
     s.morvane->Execute("update configuracion set LeerPerfil = 0");
-    EXPECT_EQ(InformacionDeCliente(s, 1), u"Last vst: 3/1/26"_s);
+    EXPECT_EQ(InformacionDeCliente(s, 1), u"Last vst: 03/01/2026"_s);
     const struct {
         double saldo;
         QDate pago;
@@ -37,10 +37,10 @@ TEST_F(Paneles, TheClientsPanelTellsVisitDebtsAndProfile)
                             "(1, ?, ?, ?, ?)",
                             Moneda::Redondear(d.saldo), d.pago, d.men, d.cancelado);
     s.morvane->Execute("update configuracion set LeerPerfil = -1");
-    EXPECT_EQ(InformacionDeCliente(s, 1), uR"(Last vst: 3/1/26
+    EXPECT_EQ(InformacionDeCliente(s, 1), uR"(Last vst: 03/01/2026
 -----------------------------
 Outstanding $1,250.50
-Last payment made 2/28/26 11 days.
+Last payment made 02/28/2026 11 days.
 Have issued 2 notices.
 -----------------------------
 Outstanding $10.00
@@ -80,13 +80,13 @@ TEST_F(Paneles, ThePatientsPanelTellsWhatAppliesInItsOrder)
                         hoy.addDays(-8), u"Limps.\nLeft knee. "_s + QString(300, u'x'));
     s.clientes->Execute("insert into consumo (idm, idcat, can, con) values (5, 1, 500, 100)");
     EXPECT_EQ(InformacionDePaciente(s, 5), uR"(Currently in care.
-Surgery 3/11/26 knee
-Surgery 3/13/26 9:30 AM knee
+Surgery 03/11/2026 knee
+Surgery 03/13/2026 9:30 AM knee
 There is/are 3 day/s of boarding left.
 Tuesday, March 3, 2026 Limps. Left knee. )"_s + QString(102, u'x')
                                                + u" .....\n"_s
                                                + u"Left: 0.5kg. 100g/day - Approx. 5 days. R. "
-                                                 u"3/16/26"_s);
+                                                 u"03/16/2026"_s);
 }
 
 TEST_F(Paneles, AgeIsToldInTheTwoLargestUnits)

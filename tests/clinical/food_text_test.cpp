@@ -21,10 +21,10 @@ TEST_F(TextoDelAlimento, TellsWhatIsLeftInTheProductsMeasure)
         double can, con;
         const char16_t *texto;
     } casos[] = {
-        {901, 12345, 250, u"Left: 12.345kg. 250g/day - Approx. 49 days. R. 4/29/26"},
-        {0, 499.5, 250, u"Left: 0.4995kg. 250g/day - Approx. 1 day. R. 3/12/26"},
-        {900, 5.5, 0.5, u"Left: 5.5lb. 0.5lb/day - Approx. 11 days. R. 3/22/26"},
-        {901, 0, 250, u"Left: 0kg. 250g/day - Approx. 0 days. R. 3/11/26"},
+        {901, 12345, 250, u"Left: 12.345kg. 250g/day - Approx. 49 days. R. 04/29/2026"},
+        {0, 499.5, 250, u"Left: 0.4995kg. 250g/day - Approx. 1 day. R. 03/12/2026"},
+        {900, 5.5, 0.5, u"Left: 5.5lb. 0.5lb/day - Approx. 11 days. R. 03/22/2026"},
+        {901, 0, 250, u"Left: 0kg. 250g/day - Approx. 0 days. R. 03/11/2026"},
         {901, 500, 0, u"Left: 0.5kg."},
     };
     for (const auto &c : casos) {

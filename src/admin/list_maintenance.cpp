@@ -94,8 +94,10 @@ std::optional<QString> Pedir(Sesion &s, const Datos &d, int texto, QString inici
 std::optional<QString> PedirNombre(Sesion &s, const Datos &d, const Entrada &actual = {})
 {
     const auto falta = [&](const QString &nom) -> int {
-        if (d.lista == Lista::Subregion && EsNumerico(nom))
+        if (SinLetras(nom) && d.lista == Lista::Subregion)
             return LocalidadNumerica;
+        if (SinLetras(nom) && d.lista == Lista::Region)
+            return ValorNoValido;
         const auto otra = EntradaPorNombre(s, d.lista, nom);
         return !nom.isEmpty() && otra && otra->id != actual.id ? YaEsta : 0;
     };

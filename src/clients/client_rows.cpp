@@ -97,7 +97,7 @@ std::vector<PacienteHallado> BuscarPacientes(Sesion &s, const QString &texto)
         "select mascotas.idm, mascotas.idc, mascotas.nom, clientes.ayn from mascotas inner join "
         "clientes on mascotas.idc = clientes.idc where mascotas.nom like ? order by clientes.ayn, "
         "mascotas.nom",
-        PatronDePrefijo(texto.trimmed()));
+        PatronConAsteriscos(texto.trimmed()));
     for (; !r.EOF_(); r.MoveNext())
         hallados.push_back({r[0].toInt(), r[1].toInt(), r[2].toText(), r[3].toText()});
     return hallados;

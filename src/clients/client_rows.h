@@ -36,7 +36,8 @@ enum class BusquedaDeCliente { Nada, Nombre, Id, Telefono };
 /// telephone.
 BusquedaDeCliente TipoDeBusqueda(const QString &texto);
 
-/// Patients of any client whose name begins with the text, with their owners, by owner.
+/// Patients of any client whose name begins with the text, with their owners, by owner. A typed
+/// `*` stands for anything.
 struct PacienteHallado {
     int idm = 0;
     int idc = 0;

@@ -81,10 +81,13 @@ void QuitarArchivos(Sesion &s, const std::vector<Imagen> &imagenes)
         if (EsDeOtro(s, i))
             continue;
         const QDir dir(RutaBajo(s.carpetaDeDatos, i.carpeta));
-        if (!carpetas.contains(i.carpeta))
+        auto leida = carpetas.find(i.carpeta);
+        if (leida == carpetas.end()) {
+            leida = carpetas.insert(i.carpeta, {});
             for (const QString &nombre : dir.entryList(QDir::Files))
-                carpetas[i.carpeta].insert(nombre.toLower(), nombre);
-        if (const QString nombre = carpetas[i.carpeta].value(i.nombre); !nombre.isEmpty())
+                leida->insert(nombre.toLower(), nombre);
+        }
+        if (const QString nombre = leida->value(i.nombre); !nombre.isEmpty())
             QFile::remove(dir.filePath(nombre));
     }
 }
@@ -155,8 +158,10 @@ bool EliminarCliente(Sesion &s, int idc)
         return false;
     const Recordset r =
         s.clientes->OpenSnapshot("select obra, deuda from clientes where idc = ?", idc);
-    if (r.EOF_())
-        return false;
+    if (r.EOF_()) {
+        s.dialogos.Mensaje(s(9418));
+        return true;
+    }
     const int obra = r["obra"].toInt();
     if (obra == 1 || obra == 2) {
         s.dialogos.Mensaje(s(2260));
@@ -203,7 +208,11 @@ bool EliminarPaciente(Sesion &s, int idm)
 {
     if (EsComun(s))
         return false;
-    if (s.clientes->Leer("select idm from mascotas where idm = ?", idm).EsNulo() || !Seguro(s))
+    if (s.clientes->Leer("select idm from mascotas where idm = ?", idm).EsNulo()) {
+        s.dialogos.Mensaje(s(9419));
+        return true;
+    }
+    if (!Seguro(s))
         return false;
     s.avance.Etapa(s(9422));
     std::vector<Imagen> imagenes;

@@ -5,8 +5,9 @@
 
 /// Refuses a Common user, prepaid membership and debt, in this order; asks; then deletes the client
 /// with all its patients. Files of patients go when the rows are gone for good.
-/// @return whether it was deleted
+/// @return whether it is gone: also when it was before, which is told
 bool EliminarCliente(Sesion &s, int idc);
 
 /// Refuses a Common user, asks, and deletes a patient with its cascade.
+/// @return whether it is gone: also when it was before, which is told
 bool EliminarPaciente(Sesion &s, int idm);

@@ -31,8 +31,8 @@ public:
 Q_SIGNALS:
     /// The modem has answered OK.
     void marcado();
-    /// It answered something else (BUSY, ERROR, NO CARRIER, NO DIALTONE), fell silent for
-    /// @p motivo empty, or the port failed.
+    /// It answered something else (BUSY, ERROR, NO CARRIER, NO DIALTONE) or the port failed, which
+    /// is @p motivo; empty when the modem fell silent.
     void fallado(const QString &motivo);
 
 private:

@@ -34,7 +34,7 @@ QString CompletarDominio(Sesion &s, const QString &texto)
         .toText();
 }
 
-void AsentarCorreo(Sesion &s, const QString &direcciones, int idc)
+bool AsentarCorreo(Sesion &s, const QString &direcciones, int idc)
 {
     Lote lote(s);
     const QString dominio = s.clientes->Recortado("email", "nom", DominioDe(direcciones));
@@ -42,7 +42,11 @@ void AsentarCorreo(Sesion &s, const QString &direcciones, int idc)
         && s.clientes->Leer("select nom from email where nom = ?", dominio).EsNulo())
         s.clientes->Execute("insert into email (nom) values (?)", dominio);
     // What holds no "@" is no address that a mail could go to.
-    if (idc != 0 && direcciones.contains(u'@'))
+    const bool faltaba =
+        idc != 0 && direcciones.contains(u'@')
+        && s.clientes->Leer("select FaltaMail from clientes where idc = ?", idc).toBool();
+    if (faltaba)
         s.clientes->Execute("update clientes set FaltaMail = 0 where idc = ?", idc);
     lote.Confirmar();
+    return faltaba;
 }

@@ -12,4 +12,5 @@ QStringList DominiosConocidos(Sesion &s);
 QString CompletarDominio(Sesion &s, const QString &texto);
 /// What ENTER in the box does: a new domain is learnt, and a client that is being changed and has
 /// an address now counts as reachable. @param idc 0 when no change is under way
-void AsentarCorreo(Sesion &s, const QString &direcciones, int idc);
+/// @return whether the client did not count as reachable before
+bool AsentarCorreo(Sesion &s, const QString &direcciones, int idc);

@@ -72,6 +72,22 @@ Grado GradoDeDigitos(std::string_view texto, const Palabra &p)
     return p.digitos.empty() ? Nada : GradoEn(texto, p.digitos);
 }
 
+// What is shown of an owner; without id when it is gone.
+HalladoRapido Dueno(Sesion &s, int idc)
+{
+    HalladoRapido h;
+    const Recordset c =
+        s.clientes->OpenSnapshot("select ayn, tel2, telc2 from clientes where idc = ?", idc);
+    if (c.EOF_())
+        return h;
+    h.idc = idc;
+    h.propietario = c[0].toText();
+    h.telefonos = c[1].toText();
+    if (const QString celular = c[2].toText(); !celular.isEmpty())
+        h.telefonos += (h.telefonos.isEmpty() ? QString() : QStringLiteral(" / ")) + celular;
+    return h;
+}
+
 } // namespace
 
 struct IndiceRapido::Acierto {
@@ -212,17 +228,15 @@ RespuestaRapida IndiceRapido::Buscar(Sesion &s, const QString &texto, int cuanto
         return orden.at(a.cliente) < orden.at(b.cliente);
     });
 
+    const Cliente *leido = nullptr;
+    HalladoRapido dueno;
     for (auto a = aciertos.begin(); a != fin; ++a) {
-        const Recordset c = s.clientes->OpenSnapshot(
-            "select ayn, tel2, telc2 from clientes where idc = ?", a->cliente->idc);
-        if (c.EOF_())
+        if (a->cliente != leido)
+            dueno = Dueno(s, a->cliente->idc);
+        leido = a->cliente;
+        if (dueno.idc == 0)
             continue; // deleted since the index was made
-        HalladoRapido &h = respuesta.filas.emplace_back();
-        h.idc = a->cliente->idc;
-        h.propietario = c[0].toText();
-        h.telefonos = c[1].toText();
-        if (const QString celular = c[2].toText(); !celular.isEmpty())
-            h.telefonos += (h.telefonos.isEmpty() ? QString() : QStringLiteral(" / ")) + celular;
+        HalladoRapido &h = respuesta.filas.emplace_back(dueno);
         if (a->mascota) {
             h.idm = a->mascota->idm;
             h.mascota = s.clientes->Leer("select nom from mascotas where idm = ?", h.idm).toText();

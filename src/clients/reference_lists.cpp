@@ -2,6 +2,8 @@
 
 #include "store/identifiers.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -58,9 +60,20 @@ QString LoQueTrae(Sesion &s, Lista lista, const Entrada &e)
 {
     if (lista == Lista::Region)
         return e.codigo;
-    const auto padre =
-        EntradaPorId(s, lista == Lista::Raza ? Lista::Especie : Lista::Region, e.padre);
+    const auto padre = PadreDe(s, lista, e);
     return padre ? padre->nom : QString();
+}
+
+// The text with each of these characters standing for itself.
+QString Literal(const QString &texto, QStringView comodines)
+{
+    QString patron;
+    for (const QChar c : texto)
+        if (comodines.contains(c))
+            patron += u'[' + QString(c) + u']';
+        else
+            patron += c;
+    return patron;
 }
 
 // A hint is one line: more names than this say nothing.
@@ -86,6 +99,17 @@ std::optional<Entrada> EntradaPorId(Sesion &s, Lista lista, int id)
 std::optional<Entrada> EntradaPorNombre(Sesion &s, Lista lista, const QString &nom)
 {
     return Primera(s, lista, " where nom = ?", nom.trimmed());
+}
+
+std::optional<Entrada> PadreDe(Sesion &s, Lista lista, const Entrada &entrada)
+{
+    const bool region = lista == Lista::Subregion;
+    Recordset &padres = region ? s.listas.cldepartamento : s.listas.mlespecies;
+    padres.FindFirst("id = ?", entrada.padre);
+    if (padres.NoMatch())
+        return std::nullopt;
+    return Entrada{entrada.padre, padres["nom"].toText(),
+                   region ? padres["ctel"].toText() : QString(), 0};
 }
 
 Completado Completar(Sesion &s, Lista lista, const QString &texto)
@@ -130,16 +154,16 @@ bool EsNumerico(const QString &texto)
     return cifras;
 }
 
-QString PatronDePrefijo(const QString &texto)
+bool SinLetras(const QString &texto)
 {
-    QString patron;
-    for (const QChar c : texto)
-        if (u"*?#["_s.contains(c))
-            patron += u'[' + QString(c) + u']';
-        else
-            patron += c;
-    return patron + u'*';
+    const QList<uint> letras = texto.trimmed().toUcs4();
+    return !letras.isEmpty()
+           && std::ranges::none_of(letras, [](uint c) { return QChar::isLetter(c); });
 }
+
+QString PatronDePrefijo(const QString &texto) { return Literal(texto, u"*?#[") + u'*'; }
+
+QString PatronConAsteriscos(const QString &texto) { return Literal(texto, u"?#[") + u'*'; }
 
 void SubirRanking(Sesion &s, std::string_view tabla, int id)
 {

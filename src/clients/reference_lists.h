@@ -21,6 +21,8 @@ std::vector<Entrada> CargarLista(Sesion &s, Lista lista);
 std::optional<Entrada> EntradaPorId(Sesion &s, Lista lista, int id);
 /// The entry with exactly that name, letter case aside.
 std::optional<Entrada> EntradaPorNombre(Sesion &s, Lista lista, const QString &nom);
+/// The region of a sub-region or the species of a breed, out of the session's lists: no query.
+std::optional<Entrada> PadreDe(Sesion &s, Lista lista, const Entrada &entrada);
 
 /// What completes a typed text: the entry used most among those that begin with it, and the names
 /// of the others, most used first. Of use for Region, Subregion and Raza.
@@ -33,12 +35,16 @@ Completado Completar(Sesion &s, Lista lista, const QString &texto);
 QString AvisoDeCompletado(Sesion &s, Lista lista, const Completado &c);
 
 /// Whether a text reads as a number: digits with marks between them, a sign in front, and no
-/// letter. Names need at least one letter.
+/// letter.
 bool EsNumerico(const QString &texto);
+/// Whether a text cannot be a name because it has no letter; an empty one is no name yet.
+bool SinLetras(const QString &texto);
 
 /// The pattern that finds texts that begin with this one, whatever characters it is made of:
 /// `*`, `?`, `#` and `[` stand for themselves.
 QString PatronDePrefijo(const QString &texto);
+/// The same for a search, where a typed `*` stands for anything.
+QString PatronConAsteriscos(const QString &texto);
 
 /// Counts one more use of an entry; the count stops at 32000.
 void SubirRanking(Sesion &s, std::string_view tabla, int id);

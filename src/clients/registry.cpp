@@ -24,11 +24,11 @@ std::optional<Rechazo> Revisar(Sesion &s, const FichaDeCliente &f)
 {
     if (f.ayn.trimmed().isEmpty())
         return Rechazar(s, 2259, Campo::Nombre);
-    if (EsNumerico(f.ayn))
+    if (SinLetras(f.ayn))
         return Rechazar(s, 31, Campo::Nombre);
-    if (EsNumerico(f.region))
+    if (SinLetras(f.region))
         return Rechazar(s, 31, Campo::Region);
-    if (EsNumerico(f.subregion))
+    if (SinLetras(f.subregion))
         return Rechazar(s, 31, Campo::Subregion);
     return std::nullopt;
 }
@@ -37,7 +37,7 @@ std::optional<Rechazo> Revisar(Sesion &s, const FichaDePaciente &f, bool nacimie
 {
     if (f.nom.trimmed().isEmpty())
         return Rechazar(s, 2259, Campo::Nombre);
-    if (EsNumerico(f.nom))
+    if (SinLetras(f.nom))
         return Rechazar(s, 31, Campo::Nombre);
     if (!nacimientoValido)
         return Rechazar(s, 5057, Campo::Nacimiento);
@@ -136,9 +136,6 @@ std::optional<FichaDeCliente> LeerCliente(Sesion &s, int idc)
     f.feci = r["feci"].toDate();
     f.fecu = r["fecu"].toDate();
     f.deuda = r["deuda"].toBool();
-    f.obra = r["obra"].toInt();
-    f.faltadir = r["faltadir"].toBool();
-    f.faltamail = r["faltamail"].toBool();
     return f;
 }
 
@@ -164,8 +161,6 @@ std::optional<FichaDePaciente> LeerPaciente(Sesion &s, int idm)
     f.dec = r["dec"].toBool();
     f.servicio = r["ser"].toInt() > 0;
     f.obs = r["obs"].toText();
-    f.feci = r["feci"].toDate();
-    f.fult = r["fult"].toDate();
     f.fot = r["fot"].toBool();
     return f;
 }

@@ -20,9 +20,6 @@ struct FichaDeCliente {
     QDate feci; // day of entry
     QDate fecu; // last visit
     bool deuda = false;
-    int obra = 0; // prepaid state, 0 none
-    bool faltadir = false;
-    bool faltamail = false;
 };
 
 /// A patient as the panel shows and takes it. Breed by name.
@@ -43,8 +40,6 @@ struct FichaDePaciente {
     bool dec = false;
     bool servicio = false; // `ser` above 0
     QString obs;
-    QDate feci;
-    QDate fult;
     bool fot = false;
 };
 
@@ -77,7 +72,9 @@ Alta AgregarCliente(Sesion &s, const FichaDeCliente &ficha);
 /// Checks and writes the changes of a client. @return what was refused
 std::optional<Rechazo> ModificarCliente(Sesion &s, const FichaDeCliente &ficha);
 
-/// @param nacimiento the birth date as typed: the empty mask or a day; `ficha.fecn` is its day
+/// Checks and writes a patient of the client `ficha.idc`, with its breed.
+/// @param nacimientoValido the birth date as typed is the empty mask or a day, `ficha.fecn`
+/// @throws ErrorDeAlmacen; nothing is written then
 Alta AgregarPaciente(Sesion &s, const FichaDePaciente &ficha, bool nacimientoValido);
 /// As it is kept on purpose: only "Canino", "Felino" and "Equino" change a patient's species here,
 /// for any other name it stays as it was. @param especie the name in the species box

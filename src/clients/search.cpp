@@ -137,7 +137,7 @@ Filtro FiltroDe(Busqueda busqueda, const Condiciones &condiciones)
             f.rechazado = f.rechazado || (texto != u"1" && texto != u"2");
             continue;
         }
-        f.valores.emplace_back(u'*' + PatronDePrefijo(texto));
+        f.valores.emplace_back(u'*' + PatronConAsteriscos(texto));
         if (!criterio.atajo.empty()) {
             sumar(criterio.atajo);
             f.valores.push_back(f.valores.back());

@@ -21,7 +21,8 @@ struct CriterioDeBusqueda {
 };
 std::span<const CriterioDeBusqueda> CriteriosDe(Busqueda busqueda);
 
-/// A criterion with the text to look for; an empty text asks for nothing.
+/// A criterion with the text to look for, in which `*` stands for anything; an empty text asks for
+/// nothing.
 struct Condicion {
     int criterio = 0; // position in CriteriosDe
     QString texto;

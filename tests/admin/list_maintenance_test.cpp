@@ -80,7 +80,7 @@ TEST_F(ListMaintenance, WhatCannotBeANameIsAskedAgain)
 {
     types({{Place, u"O'Higgins"_s}});
     ask.Espera(s(4624));
-    types({{Place, u" 25 "_s}});
+    types({{Place, u" 1-2 "_s}});
     ask.Espera(s(2252));
     types({{Place, u"ALBA"_s}});
     ask.Espera(s(Known));
@@ -106,6 +106,8 @@ TEST_F(ListMaintenance, BackingOutOrAnUnknownParentAddsNothing)
     EXPECT_FALSE(AgregarEntrada(s, Lista::Raza));
     types({{Coat, u"  "_s}});
     EXPECT_FALSE(AgregarEntrada(s, Lista::Pelaje));
+    types({{Region, u"(5)"_s}});
+    ask.Espera(s(31));
     types({{Region, u"Oeste"_s}});
     ask.EsperaTexto(s(AreaCode), std::nullopt);
     EXPECT_FALSE(AgregarEntrada(s, Lista::Region));

@@ -67,8 +67,10 @@ TEST_F(Eliminacion, RefusalsComeInOrderAndDeleteNothing)
     EXPECT_FALSE(EliminarCliente(s, 2));
     ask.Espera(s(3), false);
     EXPECT_FALSE(EliminarPaciente(s, 1));
-    EXPECT_FALSE(EliminarCliente(s, 99));
-    EXPECT_FALSE(EliminarPaciente(s, 0));
+    ask.Espera(s(9418)); // gone already
+    EXPECT_TRUE(EliminarCliente(s, 99));
+    ask.Espera(s(9419));
+    EXPECT_TRUE(EliminarPaciente(s, 99));
     EXPECT_EQ(Clientes() + Pacientes(), u"1\n2\n1\n2\n12\n"_s);
 }
 

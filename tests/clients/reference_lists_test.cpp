@@ -122,18 +122,25 @@ TEST_F(ListasDeReferencia, ANumberHasNoLetter)
     for (const QString &t :
          {QString(), u" "_s, u"-"_s, u"."_s, u"z6"_s, u"25 de Mayo"_s, u"1-2"_s, u"1e5"_s})
         EXPECT_FALSE(EsNumerico(t)) << t.toStdString();
+    // What cannot be a name has no letter either, number or not.
+    for (const QString &t : {u"6"_s, u" 1-2 "_s, u"(-)"_s, u"#"_s})
+        EXPECT_TRUE(SinLetras(t)) << t.toStdString();
+    for (const QString &t : {QString(), u" "_s, u"z6"_s, u"6 ñ"_s, u"中"_s})
+        EXPECT_FALSE(SinLetras(t)) << t.toStdString();
 }
 
 TEST_F(ListasDeReferencia, MailDomainsAreLearntAndOfferedBehindTheSign)
 {
     s.clientes->Execute("delete * from email");
     s.clientes->Execute("insert into clientes (idc, faltamail) values (5, -1)");
-    AsentarCorreo(s, u"sin direccion"_s, 5);
+    EXPECT_FALSE(AsentarCorreo(s, u"sin direccion"_s, 5));
     EXPECT_EQ(Filas(*s.clientes, "select faltamail from clientes"), u"-1\n"_s);
     AsentarCorreo(s, u"ana@Vet.example, eva@granja.example "_s, 0);
     EXPECT_EQ(Filas(*s.clientes, "select faltamail from clientes"), u"-1\n"_s); // a new client
-    AsentarCorreo(s, u"ana@vet.example"_s, 5);
-    AsentarCorreo(s, u"ana@VET.example"_s, 5);
+    EXPECT_TRUE(AsentarCorreo(s, u"ana@vet.example"_s, 5));
+    const qint64 written = s.clientes->Version("clientes");
+    EXPECT_FALSE(AsentarCorreo(s, u"ana@VET.example"_s, 5));
+    EXPECT_EQ(s.clientes->Version("clientes"), written) << "no list need be read again";
     EXPECT_EQ(Filas(*s.clientes, "select faltamail from clientes"), u"0\n"_s);
     EXPECT_EQ(DominiosConocidos(s).join(u'|'), u"granja.example|vet.example"_s);
 

@@ -50,7 +50,6 @@ TEST_F(Registro, ANewClientComesWithItsPlacesAndItsRowOfEvents)
     f.codp2 = u"91000"_s;
     f.obs = u"0341"_s;
     f.deuda = true; // a client does not begin with what the counter alone sets
-    f.obra = 3;
     const Alta alta = AgregarCliente(s, f);
     ASSERT_EQ(alta.id, proximo);
     EXPECT_FALSE(alta.rechazo);
@@ -77,8 +76,8 @@ TEST_F(Registro, ChecksStandBeforeAnythingIsWritten)
     } casos[] = {
         {u"  "_s, u"1"_s, u"1"_s, 2259, Campo::Nombre},
         {u"123"_s, {}, {}, 31, Campo::Nombre},
-        {u"Ana"_s, u"4"_s, u"5"_s, 31, Campo::Region},
-        {u"Ana"_s, u"z4"_s, u"5"_s, 31, Campo::Subregion},
+        {u"Ana"_s, u"1-2"_s, u"5"_s, 31, Campo::Region},
+        {u"Ana"_s, u"z4"_s, u"(5)"_s, 31, Campo::Subregion},
     };
     for (const auto &c : casos) {
         FichaDeCliente f = Cliente(c.ayn);
@@ -300,7 +299,9 @@ TEST_F(Registro, PatientsAreFoundByTheBeginningOfTheirNameAndStandByOwner)
     };
     EXPECT_EQ(hallados(u"lu"_s), u"LUNÁTICA/ana Lu'z/Zoe Luna/Zoe "_s);
     EXPECT_EQ(hallados(u"lu'"_s), u"Lu'z/Zoe "_s);
-    EXPECT_EQ(hallados(u"*"_s), u"*Sol/Zoe "_s);
+    EXPECT_EQ(hallados(u"*s"_s), u"*Sol/Zoe "_s);
+    EXPECT_EQ(hallados(u"l*a"_s), u"LUNÁTICA/ana Luna/Zoe "_s);
+    EXPECT_EQ(hallados(u"lun?"_s), QString());
     EXPECT_EQ(hallados(u"una"_s), QString());
     EXPECT_EQ(hallados(u" "_s), QString());
 

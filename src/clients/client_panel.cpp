@@ -3,7 +3,6 @@
 #include "clients/mail_domains.h"
 #include "clients/panel_fields.h"
 #include "clients/panels.h"
-#include "clients/reference_lists.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
@@ -140,10 +139,13 @@ void PanelDeCliente::wire()
 {
     connect(cmbloc, &ListaConCompletado::tecleado, this, &PanelDeCliente::completeSubregion);
     connect(cmbdep, &ListaConCompletado::tecleado, this, &PanelDeCliente::completeRegion);
-    connect(cmbloc, &ListaConCompletado::elegido, this, &PanelDeCliente::takeSubregion);
+    connect(cmbloc, &ListaConCompletado::elegido, this, &PanelDeCliente::chooseSubregion);
     connect(cmbdep, &ListaConCompletado::elegido, this, &PanelDeCliente::takeRegion);
     connect(cmbloc, &ListaConCompletado::vaciado, this, [this] {
+        m_traida.reset();
         txtcodp->clear();
+        cmbdep->clearEditText();
+        txtcodt->clear();
         m_ayuda->Limpiar();
     });
     connect(cmbdep, &ListaConCompletado::vaciado, this, [this] {
@@ -158,7 +160,7 @@ void PanelDeCliente::wire()
     QAction *write = txtemail->addAction(Icono(u"correo"_s), QLineEdit::TrailingPosition);
     write->setObjectName(u"accEscribirCorreo"_s);
     write->setToolTip(m_s(EscribirCorreo));
-    connect(write, &QAction::triggered, this, &PanelDeCliente::escribirCorreo);
+    connect(write, &QAction::triggered, this, [this] { Q_EMIT escribirCorreo(txtemail->text()); });
     m_copias.append(write);
 
     AlCambiar(Cadena(), this, [this] { Q_EMIT tocado(); });
@@ -192,7 +194,7 @@ void PanelDeCliente::Mostrar(const FichaDeCliente &ficha)
 {
     m_ficha = ficha;
     m_correoTecleado = ficha.email;
-    m_propuesta = false;
+    m_traida.reset();
     txtidc->setText(ficha.idc ? QString::number(ficha.idc).rightJustified(5, u'0') : QString());
     const std::pair<QLineEdit *, const QString &> texts[] = {
         {txtayn, ficha.ayn},    {txtdir, ficha.dir},  {txtcodp, ficha.codp2},
@@ -236,11 +238,7 @@ void PanelDeCliente::Informar()
     txtinfoCliente->setPlainText(m_ficha.idc ? InformacionDeCliente(m_s, m_ficha.idc) : QString());
 }
 
-void PanelDeCliente::Abrir(bool abierto, bool modificando)
-{
-    m_modificando = modificando;
-    AbrirCampos(Cadena(), abierto);
-}
+void PanelDeCliente::Abrir(bool abierto) { AbrirCampos(Cadena(), abierto); }
 
 FichaDeCliente PanelDeCliente::Ficha() const
 {
@@ -287,8 +285,7 @@ bool PanelDeCliente::Tecla(QObject *caja, const QKeyEvent &tecla)
     if (caja != txtemail)
         return false;
     if (enter)
-        m_guardia(
-            [this] { AsentarCorreo(m_s, txtemail->text(), m_modificando ? m_ficha.idc : 0); });
+        Q_EMIT correoEscrito(txtemail->text());
     else if (tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_Up)
         walkDomains(tecla.key() == Qt::Key_Down ? 1 : -1);
     return tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_Up;
@@ -297,7 +294,7 @@ bool PanelDeCliente::Tecla(QObject *caja, const QKeyEvent &tecla)
 // A known sub-region brings its region along, so ENTER passes that by.
 bool PanelDeCliente::leaveSubregion()
 {
-    if (EsNumerico(cmbloc->currentText())) {
+    if (SinLetras(cmbloc->currentText())) {
         m_s.dialogos.Mensaje(m_s(NoPuedeSerUnNumero));
         cmbloc->setFocus();
         return true;
@@ -315,12 +312,9 @@ void PanelDeCliente::completeSubregion(const QString &texto)
         const Completado found = Completar(m_s, Lista::Subregion, texto);
         if (found.hallada) {
             cmbloc->Proponer(found.hallada->id, found.hallada->nom);
-            takeSubregion(found.hallada->id);
-            m_propuesta = true;
-        } else if (m_propuesta) {
-            // They belong to the entry that was offered before this letter.
-            txtcodp->clear();
-            m_propuesta = false;
+            takeSubregion(*found.hallada);
+        } else {
+            dropSubregion();
         }
         m_ayuda->Decir(AvisoDeCompletado(m_s, Lista::Subregion, found));
     });
@@ -340,20 +334,41 @@ void PanelDeCliente::completeRegion(const QString &texto)
     });
 }
 
-void PanelDeCliente::takeSubregion(int id)
+void PanelDeCliente::chooseSubregion(int id)
 {
     m_guardia([this, id] {
-        const auto entry = EntradaPorId(m_s, Lista::Subregion, id);
-        if (!entry)
-            return;
-        txtcodp->setText(entry->codigo);
-        if (entry->padre && entry->padre != cmbdep->Id()) {
-            cmbdep->SeleccionarItem(entry->padre);
-            if (const auto region = EntradaPorId(m_s, Lista::Region, entry->padre))
-                txtcodt->setText(region->codigo);
-        }
+        if (const auto entry = EntradaPorId(m_s, Lista::Subregion, id))
+            takeSubregion(*entry);
         m_ayuda->Decir(m_s(Encontrado));
     });
+}
+
+void PanelDeCliente::takeSubregion(const Entrada &entrada)
+{
+    // A region that came with the offer before goes with it.
+    if (!entrada.padre)
+        dropSubregion();
+    m_traida = entrada;
+    txtcodp->setText(entrada.codigo);
+    if (entrada.padre && entrada.padre != cmbdep->Id()) {
+        cmbdep->SeleccionarItem(entrada.padre);
+        if (const auto region = PadreDe(m_s, Lista::Subregion, entrada))
+            txtcodt->setText(region->codigo);
+    }
+}
+
+// The letters went on to another name: what came with the entry goes, unless it was typed over.
+void PanelDeCliente::dropSubregion()
+{
+    const auto brought = std::exchange(m_traida, std::nullopt);
+    if (!brought)
+        return;
+    if (txtcodp->text() == brought->codigo)
+        txtcodp->clear();
+    if (brought->padre && brought->padre == cmbdep->Id()) {
+        cmbdep->clearEditText();
+        txtcodt->clear();
+    }
 }
 
 void PanelDeCliente::takeRegion(int id)

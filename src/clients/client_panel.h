@@ -1,11 +1,10 @@
 // The data of one client: shown, or open for typing.
 #pragma once
 
+#include "clients/reference_lists.h"
 #include "clients/registry.h"
 #include "ui/bound.h"
 #include "ui/form_base.h"
-
-#include <QUrl>
 
 class LineaDeAyuda;
 class ListaConCompletado;
@@ -28,8 +27,7 @@ public:
     void Vaciar(int id = 0);
     /// What is told beside the boxes; apart, because it takes several queries.
     void Informar();
-    /// @param modificando of an open panel: an address that is typed counts for this client at once
-    void Abrir(bool abierto, bool modificando = false);
+    void Abrir(bool abierto);
 
     /// What was shown, with what the boxes say now.
     FichaDeCliente Ficha() const;
@@ -43,8 +41,10 @@ public:
 
 Q_SIGNALS:
     void tocado();
-    /// The user wants to write to the client's address.
-    void escribirCorreo();
+    /// The user has typed these addresses and goes on.
+    void correoEscrito(const QString &direcciones);
+    /// The user wants to write to these addresses.
+    void escribirCorreo(const QString &direcciones);
 
 private:
     void build();
@@ -54,7 +54,9 @@ private:
 
     void completeSubregion(const QString &texto);
     void completeRegion(const QString &texto);
-    void takeSubregion(int id);
+    void chooseSubregion(int id);
+    void takeSubregion(const Entrada &entrada);
+    void dropSubregion();
     void takeRegion(int id);
     void completeMail(const QString &texto);
     void walkDomains(int paso);
@@ -64,9 +66,8 @@ private:
     Atar::Guardia m_guardia;
     LineaDeAyuda *m_ayuda;
     FichaDeCliente m_ficha;
-    QString m_correoTecleado; // without what completion put behind it
-    bool m_propuesta = false; // what stands in the dependent boxes came from completion
-    bool m_modificando = false;
+    QString m_correoTecleado;        // without what completion put behind it
+    std::optional<Entrada> m_traida; // the sub-region that filled the dependent boxes
     QList<QAction *> m_copias;
 
     QLineEdit *txtidc, *txtayn, *txtdir, *txtcodp, *txtcodt, *txttel, *txttelc, *txtemail;

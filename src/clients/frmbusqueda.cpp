@@ -243,8 +243,9 @@ void frmBusqueda::searchAll()
             m_s.dialogos.Mensaje(found.impedimento);
             return;
         }
+        const bool searched = found.buscado;
         showRows(std::move(found));
-        if (grd->FilaActual() >= 0)
+        if (searched && grd->FilaActual() >= 0)
             grd->setFocus();
     });
 }

@@ -29,13 +29,15 @@ enum Texto {
     BusquedaNoExitosaMascotas = 9460,
     NingunPaciente = 9461,
     ElijaPaciente = 9462,
+    CambioDeIdGlobal = 9544,
+    NoEstaElCliente = 9545,
+    Propietario = 9809,
+    Mascota = 9834,
     MotivoRojo = 9465,
     MotivoAmarillo = 9466,
     Fallecido = 9467,
 };
 
-constexpr int nameOfPatient = 0;
-constexpr int idmOfPatient = 3;
 constexpr int restMs = 120;
 constexpr int draftMs = 1000;
 
@@ -56,16 +58,11 @@ FilaDeGrilla gridRow(const Sesion &s, const FilaDePaciente &p)
 {
     FilaDeGrilla row{{p.nom, p.especie, p.raza, p.idm}, Realce::Ninguno, -1, {}};
     if (p.dec) {
-        row.celdas[nameOfPatient] = p.nom + u" · "_s + s(Fallecido);
+        row.celdas[ColumnaDePaciente::Nombre] = p.nom + u" · "_s + s(Fallecido);
         row.realce = Realce::Apagado;
         row.motivo = s(Fallecido);
     }
     return row;
-}
-
-int idIn(const ModeloDeGrilla &model, int row, int column)
-{
-    return row < 0 ? 0 : model.Fila(row).celdas[column].toInt();
 }
 
 } // namespace
@@ -122,19 +119,20 @@ void frmPropietarios::wire()
 
     connect(m_cliente, &PanelDeCliente::tocado, this, &frmPropietarios::touched);
     connect(m_mascota, &PanelDePaciente::tocado, this, &frmPropietarios::touched);
+    connect(m_cliente, &PanelDeCliente::correoEscrito, this, &frmPropietarios::settleMail);
     connect(m_cliente, &PanelDeCliente::escribirCorreo, m_barra, &BarraDeAccesos::Correo);
 }
 
 void frmPropietarios::opened(const QVariantMap &)
 {
-    if (entering())
+    if (entering()) {
+        // What is being typed goes first; it is asked about once the busy cursor is gone.
+        const Seleccion wanted = std::exchange(m_s.IdGlobal, m_mostrado);
+        if (wanted.idc != m_mostrado.idc || wanted.idm != m_mostrado.idm)
+            QTimer::singleShot(0, this, [this, wanted] { leaveFor(wanted); });
         return;
-    guarded([this] {
-        if (!m_cargado || stale())
-            reload();
-        else
-            synchronize();
-    });
+    }
+    guarded([this] { refresh(); });
     Txtapellidob->setFocus();
     Txtapellidob->selectAll();
     Ayu->Decir(m_s(BusquedaClienteEnBlanco));
@@ -143,14 +141,17 @@ void frmPropietarios::opened(const QVariantMap &)
 
 void frmPropietarios::activated()
 {
-    if (!m_cargado || m_ocupado || entering())
-        return;
-    guarded([this] {
-        if (stale())
-            reload();
-        else
-            synchronize();
-    });
+    if (m_cargado && !m_ocupado && !entering())
+        guarded([this] { refresh(); });
+}
+
+// Brings the screen up to what other forms and terminals have written and chosen.
+void frmPropietarios::refresh()
+{
+    if (!m_cargado || stale())
+        reload();
+    else
+        synchronize();
 }
 
 bool frmPropietarios::stale() { return m_s.clientes->Version("clientes") != m_version; }
@@ -176,7 +177,7 @@ void frmPropietarios::reload()
     m_cargado = true;
     m_mostrado = {};
     if (m_s.IdGlobal.idc == 0)
-        m_s.IdGlobal = {idIn(*m_clientes, m_clientes->Filas() ? 0 : -1, ColumnaDeCliente::Idc), 0};
+        m_s.IdGlobal = {clientAt(0), 0};
     if (m_s.IdGlobal.idc)
         synchronize();
     else
@@ -188,18 +189,26 @@ void frmPropietarios::synchronize()
 {
     const Seleccion wanted = m_s.IdGlobal;
     if (wanted.idc == m_mostrado.idc) {
-        if (wanted.idm != m_mostrado.idm
-            || m_s.clientes->Version("mascotas") != m_versionDeMascotas)
-            showPatients(wanted.idc, wanted.idm);
+        if (wanted.idm == m_mostrado.idm
+            && m_s.clientes->Version("mascotas") == m_versionDeMascotas)
+            return;
+        showPatients(wanted.idc, wanted.idm);
+    } else if (!goToClient(wanted.idc, wanted.idm)) {
+        tellLost(true);
+        if (!goToClient(clientAt(std::max(GClientes->FilaActual(), 0))))
+            showClient(0);
         return;
     }
-    if (goToClient(wanted.idc, wanted.idm))
-        return;
+    if (wanted.idm && m_mostrado.idm != wanted.idm)
+        tellLost(false);
+}
+
+// Closing the message makes this the active window once more, which must not begin anew.
+void frmPropietarios::tellLost(bool cliente)
+{
     const QScopedValueRollback busy(m_ocupado, true);
-    m_s.dialogos.Mensaje(u"Error de cambio de IdGlobal\nNo se encontro el cliente."_s);
-    const int first = std::max(GClientes->FilaActual(), m_clientes->Filas() ? 0 : -1);
-    if (!goToClient(idIn(*m_clientes, first, ColumnaDeCliente::Idc)))
-        showClient(0);
+    m_s.dialogos.Mensaje(m_s(CambioDeIdGlobal)
+                         + (cliente ? u'\n' + m_s(NoEstaElCliente) : QString()));
 }
 
 int frmPropietarios::rowOfClient(int idc) const
@@ -209,7 +218,22 @@ int frmPropietarios::rowOfClient(int idc) const
 
 int frmPropietarios::rowOfPatient(int idm) const
 {
-    return m_mascotas->BuscarEnGrilla(idm, idmOfPatient, 0, m_mascotas->Filas() - 1);
+    return m_mascotas->BuscarEnGrilla(idm, ColumnaDePaciente::Idm, 0, m_mascotas->Filas() - 1);
+}
+
+// 0 where there is no such row.
+int frmPropietarios::clientAt(int fila) const
+{
+    return fila < 0 || fila >= m_clientes->Filas()
+               ? 0
+               : m_clientes->Fila(fila).celdas[ColumnaDeCliente::Idc].toInt();
+}
+
+int frmPropietarios::patientAt(int fila) const
+{
+    return fila < 0 || fila >= m_mascotas->Filas()
+               ? 0
+               : m_mascotas->Fila(fila).celdas[ColumnaDePaciente::Idm].toInt();
 }
 
 bool frmPropietarios::goToClient(int idc, int idm)
@@ -229,13 +253,13 @@ bool frmPropietarios::goToClient(int idc, int idm)
 void frmPropietarios::clientRowChanged(int fila)
 {
     if (!m_ocupado && fila >= 0)
-        guarded([this, fila] { showClient(idIn(*m_clientes, fila, ColumnaDeCliente::Idc)); });
+        guarded([this, fila] { showClient(clientAt(fila)); });
 }
 
 void frmPropietarios::patientRowChanged(int fila)
 {
     if (!m_ocupado && fila >= 0)
-        guarded([this, fila] { showPatient(idIn(*m_mascotas, fila, idmOfPatient)); });
+        guarded([this, fila] { showPatient(patientAt(fila)); });
 }
 
 void frmPropietarios::showClient(int idc, int idm)
@@ -262,7 +286,7 @@ void frmPropietarios::showPatients(int idc, int idm)
         if (m_mascotas->Filas())
             GMascotas->Seleccionar(std::max(0, rowOfPatient(idm)));
     }
-    showPatient(idIn(*m_mascotas, GMascotas->FilaActual(), idmOfPatient));
+    showPatient(patientAt(GMascotas->FilaActual()));
 }
 
 void frmPropietarios::showPatient(int idm)
@@ -330,11 +354,12 @@ void frmPropietarios::searchPatient(const QString &texto)
     const QString text = texto.trimmed();
     if (text.isEmpty())
         return Ayu->Limpiar();
-    const int row = m_mascotas->BuscarEnGrilla(text, nameOfPatient, 0, m_mascotas->Filas() - 1);
+    const int row = BuscarMascota(*m_mascotas, text);
     if (row < 0)
         return Ayu->Decir(m_s(BusquedaNoExitosaMascotas) + u' ' + text);
     GMascotas->Seleccionar(row);
-    Ayu->Logro(m_s(BusquedaExitosaMascotas) + u' ' + m_mascotas->TextoDeCelda(row, nameOfPatient));
+    Ayu->Logro(m_s(BusquedaExitosaMascotas) + u' '
+               + m_mascotas->TextoDeCelda(row, ColumnaDePaciente::Nombre));
 }
 
 void frmPropietarios::searchAllPatients()
@@ -352,7 +377,7 @@ void frmPropietarios::searchAllPatients()
             for (const PacienteHallado &p : found)
                 options.append({p.mascota + u'\t' + p.propietario, int(options.size()), false});
             const auto answer = m_s.dialogos.Seleccionar(m_s(ElijaPaciente),
-                                                         {u"Mascota"_s, u"Propietario"_s}, options);
+                                                         {m_s(Mascota), m_s(Propietario)}, options);
             if (!answer || answer->isEmpty())
                 return;
             chosen = size_t(answer->first().valor);
@@ -396,7 +421,8 @@ void frmPropietarios::openMenu()
     if (row < 0 || entering())
         return;
     const QRect cell = GClientes->visualRect(m_clientes->index(row, ColumnaDeCliente::Nombre));
-    m_barra->AbrirMenu(GClientes->viewport()->mapToGlobal(cell.bottomLeft()));
+    m_barra->AbrirMenu(GClientes->viewport()->mapToGlobal(cell.bottomLeft()),
+                       m_clientes->TextoDeCelda(row, ColumnaDeCliente::Nombre));
 }
 
 bool frmPropietarios::eventFilter(QObject *watched, QEvent *event)

@@ -50,7 +50,9 @@ private:
 
     // Rows and the selection
     void reload();
+    void refresh();
     void synchronize();
+    void tellLost(bool cliente);
     bool stale();
     void noteVersions();
     bool goToClient(int idc, int idm = 0);
@@ -63,6 +65,8 @@ private:
     void inform();
     int rowOfClient(int idc) const;
     int rowOfPatient(int idm) const;
+    int clientAt(int fila) const;
+    int patientAt(int fila) const;
     void putClientRow(int idc);
     void dropClientRow(int idc);
 
@@ -82,6 +86,8 @@ private:
     void started();
     void leaveMode();
     bool cancelMode();
+    void leaveFor(Seleccion deseada);
+    void settleMail(const QString &direcciones);
     void toggleClient(Modo modo);
     void togglePatient(Modo modo);
     void saveClient();

@@ -2,6 +2,7 @@
 #include "clients/client_rows.h"
 #include "clients/deletion.h"
 #include "clients/frmpropietarios.h"
+#include "clients/mail_domains.h"
 #include "clients/owner_search.h"
 #include "clients/panel_fields.h"
 #include "clients/patient_panel.h"
@@ -29,6 +30,7 @@ enum Texto {
     EmpezarPaciente = 9530,
     EmpezarCambio = 9531,
     ClienteYaNoEsta = 9418,
+    PacienteYaNoEsta = 9419,
 };
 
 // Names of what a draft holds.
@@ -117,7 +119,7 @@ void frmPropietarios::startClient(Modo modo)
         m_cliente->Mostrar(*client);
     }
     m_modoCliente = modo;
-    m_cliente->Abrir(true, modo == Modo::Modificar);
+    m_cliente->Abrir(true);
     started();
     m_cliente->Enfocar(Campo::Nombre);
     Ayu->Decir(m_s(modo == Modo::Nuevo ? EmpezarCliente : EmpezarCambio));
@@ -126,10 +128,14 @@ void frmPropietarios::startClient(Modo modo)
 void frmPropietarios::startPatient(Modo modo)
 {
     m_mascota->CargarListas();
-    if (modo == Modo::Nuevo)
+    if (modo == Modo::Nuevo) {
         m_mascota->Vaciar(ProximoPaciente(m_s));
-    else if (const auto patient = LeerPaciente(m_s, m_mostrado.idm))
+    } else {
+        const auto patient = LeerPaciente(m_s, m_mostrado.idm);
+        if (!patient)
+            return m_s.dialogos.Mensaje(m_s(PacienteYaNoEsta));
         m_mascota->Mostrar(*patient);
+    }
     m_modoMascota = modo;
     m_mascota->Abrir(true);
     started();
@@ -169,6 +175,31 @@ bool frmPropietarios::cancelMode()
     guarded([this] { showClient(m_mostrado.idc, m_mostrado.idm); });
     (wasClient ? Txtapellidob : txtmascotab)->setFocus();
     return true;
+}
+
+// Another form wants this client and patient shown.
+void frmPropietarios::leaveFor(Seleccion deseada)
+{
+    if (entering() && !cancelMode())
+        return;
+    m_s.IdGlobal = deseada;
+    opened({});
+}
+
+// The addresses of a client that is being changed count at once.
+void frmPropietarios::settleMail(const QString &direcciones)
+{
+    guarded([this, &direcciones] {
+        const int idc = m_modoCliente == Modo::Modificar ? m_mostrado.idc : 0;
+        const bool wasFresh = !stale();
+        if (!AsentarCorreo(m_s, direcciones, idc))
+            return;
+        putClientRow(idc);
+        const QScopedValueRollback busy(m_ocupado, true);
+        GClientes->Seleccionar(rowOfClient(idc));
+        if (wasFresh)
+            noteVersions();
+    });
 }
 
 void frmPropietarios::reject()
@@ -254,13 +285,12 @@ void frmPropietarios::deleteClient()
             return;
         Ayu->Limpiar();
         dropClientRow(idc);
+        if (!goToClient(clientAt(std::min(row, m_clientes->Filas() - 1))))
+            showClient(0);
         if (wasFresh)
             noteVersions();
-        const int next = std::min(row, m_clientes->Filas() - 1);
-        if (next < 0)
-            showClient(0);
         else
-            goToClient(m_clientes->Fila(next).celdas[ColumnaDeCliente::Idc].toInt());
+            reload();
         Txtapellidob->setFocus();
     });
 }
@@ -269,10 +299,11 @@ void frmPropietarios::deletePatient()
 {
     guarded([this] {
         const AvanceEnLinea progress(m_s, Ayu);
+        const int row = GMascotas->FilaActual(), below = patientAt(row + 1);
         if (!EliminarPaciente(m_s, m_mostrado.idm))
             return;
         Ayu->Limpiar();
-        showPatients(m_mostrado.idc, 0);
+        showPatients(m_mostrado.idc, below ? below : patientAt(row - 1));
         txtmascotab->setFocus();
     });
 }

@@ -1,13 +1,14 @@
 #include "clients/owner_search.h"
 
 #include "clients/client_rows.h"
+#include "clients/reference_lists.h"
 #include "store/jet/text.h"
 #include "ui/grid.h"
 
 namespace
 {
 
-int findPlainName(const ModeloDeGrilla &clients, const QString &text)
+int findPlainName(const ModeloDeGrilla &grid, int column, const QString &text)
 {
     const std::string wanted = jet::Llano(text.toStdString());
     if (wanted.empty())
@@ -16,8 +17,8 @@ int findPlainName(const ModeloDeGrilla &clients, const QString &text)
     const auto beginsOtherwise = [first = wanted.front()](QChar c) {
         return c.unicode() < 0x80 && uchar(first) < 0x80 && c.toLower() != QLatin1Char(first);
     };
-    for (int row = 0; row < clients.Filas(); ++row) {
-        const QString name = clients.Fila(row).celdas[ColumnaDeCliente::Nombre].toText();
+    for (int row = 0; row < grid.Filas(); ++row) {
+        const QString name = grid.Fila(row).celdas[column].toText();
         if (name.isEmpty() || beginsOtherwise(name.front()))
             continue;
         if (jet::Llano(name.left(text.size()).toStdString()) == wanted)
@@ -39,10 +40,26 @@ int BuscarPropietario(const ModeloDeGrilla &clientes, const QString &texto)
         return clientes.BuscarEnGrilla(text, ColumnaDeCliente::Telefono, 0, last);
     case BusquedaDeCliente::Nombre: {
         const int row = clientes.BuscarEnGrilla(text, ColumnaDeCliente::Nombre, 0, last);
-        return row >= 0 ? row : findPlainName(clientes, text);
+        return row >= 0 ? row : findPlainName(clientes, ColumnaDeCliente::Nombre, text);
     }
     case BusquedaDeCliente::Nada:
         break;
     }
+    return -1;
+}
+
+int BuscarMascota(const ModeloDeGrilla &mascotas, const QString &texto)
+{
+    constexpr int name = ColumnaDePaciente::Nombre;
+    const QString text = texto.trimmed();
+    int row = mascotas.BuscarEnGrilla(text, name, 0, mascotas.Filas() - 1);
+    if (row < 0)
+        row = findPlainName(mascotas, name, text);
+    if (row >= 0 || !text.contains(u'*'))
+        return row;
+    const jet::Patron pattern(PatronConAsteriscos(text).toStdString());
+    for (row = 0; row < mascotas.Filas(); ++row)
+        if (pattern.Cumple(mascotas.Fila(row).celdas[name].toText().toStdString()))
+            return row;
     return -1;
 }

@@ -4,7 +4,6 @@
 #include "clients/panels.h"
 #include "clients/photo_box.h"
 #include "clients/photos.h"
-#include "clients/reference_lists.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
@@ -180,8 +179,9 @@ QWidget *PanelDePaciente::buildFacts()
 void PanelDePaciente::wire()
 {
     connect(cmbraza, &ListaConCompletado::tecleado, this, &PanelDePaciente::completeBreed);
-    connect(cmbraza, &ListaConCompletado::elegido, this, &PanelDePaciente::takeBreed);
+    connect(cmbraza, &ListaConCompletado::elegido, this, &PanelDePaciente::chooseBreed);
     connect(cmbraza, &ListaConCompletado::vaciado, this, [this] {
+        m_traida.reset();
         choose(cmbespecie, 0);
         m_ayuda->Limpiar();
     });
@@ -209,6 +209,7 @@ void PanelDePaciente::CargarListas()
 void PanelDePaciente::Mostrar(const FichaDePaciente &ficha)
 {
     m_ficha = ficha;
+    m_traida.reset();
     txtidm->setText(ficha.idm ? QString::number(ficha.idm).rightJustified(5, u'0') : QString());
     txtnom->setText(ficha.nom);
     cmbraza->setEditText(ficha.raza);
@@ -298,19 +299,29 @@ void PanelDePaciente::completeBreed(const QString &texto)
         const Completado found = Completar(m_s, Lista::Raza, texto);
         if (found.hallada) {
             cmbraza->Proponer(found.hallada->id, found.hallada->nom);
-            choose(cmbespecie, found.hallada->padre);
+            takeBreed(*found.hallada);
+        } else if (const auto brought = std::exchange(m_traida, std::nullopt);
+                   brought && cmbespecie->currentData() == brought->padre) {
+            // The letters went on to another name.
+            choose(cmbespecie, 0);
         }
         m_ayuda->Decir(AvisoDeCompletado(m_s, Lista::Raza, found));
     });
 }
 
-void PanelDePaciente::takeBreed(int id)
+void PanelDePaciente::chooseBreed(int id)
 {
     m_guardia([this, id] {
         if (const auto breed = EntradaPorId(m_s, Lista::Raza, id))
-            choose(cmbespecie, breed->padre);
+            takeBreed(*breed);
         m_ayuda->Decir(m_s(Encontrado));
     });
+}
+
+void PanelDePaciente::takeBreed(const Entrada &entrada)
+{
+    m_traida = entrada;
+    choose(cmbespecie, entrada.padre);
 }
 
 void PanelDePaciente::changeSpecies()

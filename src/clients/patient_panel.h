@@ -1,6 +1,7 @@
 // The data of one patient: shown, or open for typing.
 #pragma once
 
+#include "clients/reference_lists.h"
 #include "clients/registry.h"
 #include "ui/bound.h"
 #include "ui/form_base.h"
@@ -56,7 +57,8 @@ private:
     QWidget *besides(QWidget *caja, QLabel *detras);
 
     void completeBreed(const QString &texto);
-    void takeBreed(int id);
+    void chooseBreed(int id);
+    void takeBreed(const Entrada &entrada);
     void changeSpecies();
     void tellAge();
     void choosePhoto();
@@ -69,6 +71,7 @@ private:
     Atar::Guardia m_guardia;
     LineaDeAyuda *m_ayuda;
     FichaDePaciente m_ficha;
+    std::optional<Entrada> m_traida; // the breed that chose the species
 
     QLineEdit *txtidm, *txtnom, *txtcar, *txtChip;
     ListaConCompletado *cmbraza;

@@ -24,7 +24,7 @@ enum Texto {
     SinCorreo = 2263,
     TelefonoNoValido = 2268,
     ElijaParaTurno = 2269,
-    MenuDesde = 3701, // sell, prepaid, record, exit
+    Salir = 3704,
     Ficha_ = 9468,
     Vender = 9469,
     Obra = 9470,
@@ -40,8 +40,6 @@ enum Texto {
 };
 
 enum class Necesita { Nada, Cliente, Paciente };
-
-constexpr int menuEntries = 4;
 
 } // namespace
 
@@ -123,19 +121,23 @@ void BarraDeAccesos::buildMenu()
     m_menu->setObjectName(u"menuRapido"_s);
     m_menu->setAccessibleName(m_s(AccesoRapido));
     m_menu->installEventFilter(this);
-    QAction **entries[menuEntries] = {&menu1, &menu2, &menu3, &menu4};
-    QPushButton *buttons[menuEntries] = {cmdvender, cmdobra, cmdficha, nullptr};
-    for (int i = 0; i < menuEntries; ++i) {
+    m_titulo = m_menu->addAction(QString());
+    m_titulo->setObjectName(u"menuTitulo"_s);
+    m_titulo->setEnabled(false);
+    m_menu->addSeparator();
+    QPushButton *const buttons[] = {cmdficha, cmdvender, cmdobra, nullptr};
+    for (size_t i = 0; i < m_entradas.size(); ++i) {
+        QPushButton *b = buttons[i];
         const QString number = QString::number(i + 1);
-        QAction *entry = m_menu->addAction(number + u" - &"_s + m_s(MenuDesde + i));
+        const QString caption = b ? b->text() : u'&' + m_s(Salir);
+        QAction *entry = m_entradas[i] = m_menu->addAction(caption + u'\t' + number);
         entry->setObjectName(u"menu"_s + number);
-        if (QPushButton *b = buttons[i]) {
-            entry->setIcon(b->icon());
-            connect(entry, &QAction::triggered, b, &QPushButton::click);
-            connect(m_menu, &QMenu::aboutToShow, entry,
-                    [entry, b] { entry->setEnabled(b->isEnabled()); });
-        }
-        *entries[i] = entry;
+        if (!b)
+            continue;
+        entry->setIcon(b->icon());
+        connect(entry, &QAction::triggered, b, &QPushButton::click);
+        connect(m_menu, &QMenu::aboutToShow, entry,
+                [entry, b] { entry->setEnabled(b->isEnabled()); });
     }
 }
 
@@ -162,25 +164,32 @@ void BarraDeAccesos::take(const Acceso &acceso)
         return m_s.dialogos.Mensaje(m_s(acceso.sinPaciente));
     if (acceso.necesita == Necesita::Paciente && m_s.IdGlobal.idm == 0)
         return m_s.dialogos.Mensaje(m_s(acceso.sinPaciente));
-    if (acceso.boton == &BarraDeAccesos::cmdMail)
-        return Correo();
     if (acceso.boton == &BarraDeAccesos::cmdTel)
         return Telefono();
-    m_guardia([this, &acceso] { m_formularios.Abrir(acceso.formulario.toString()); });
+    m_guardia([this, &acceso] {
+        if (acceso.boton == &BarraDeAccesos::cmdMail)
+            Correo(savedMail());
+        else
+            m_formularios.Abrir(acceso.formulario.toString());
+    });
 }
 
-void BarraDeAccesos::Correo()
+QString BarraDeAccesos::savedMail()
 {
-    m_guardia([this] {
-        const auto client = LeerCliente(m_s, m_s.IdGlobal.idc);
-        if (!client || client->email.trimmed().isEmpty())
-            return m_s.dialogos.Mensaje(m_s(SinCorreo));
-        QUrl link;
-        link.setScheme(u"mailto"_s);
-        link.setPath(client->email.simplified().remove(u' '));
-        if (!m_abrir(link))
-            m_ayuda->Fallo(m_s(CorreoNoAbre));
-    });
+    const auto client = LeerCliente(m_s, m_s.IdGlobal.idc);
+    return client ? client->email : QString();
+}
+
+void BarraDeAccesos::Correo(const QString &direcciones)
+{
+    const QString plain = direcciones.simplified().remove(u' ');
+    if (plain.isEmpty())
+        return m_s.dialogos.Mensaje(m_s(SinCorreo));
+    QUrl link;
+    link.setScheme(u"mailto"_s);
+    link.setPath(plain);
+    if (!m_abrir(link))
+        m_ayuda->Fallo(m_s(CorreoNoAbre));
 }
 
 void BarraDeAccesos::Telefono()
@@ -197,10 +206,12 @@ void BarraDeAccesos::Telefono()
     });
 }
 
-void BarraDeAccesos::AbrirMenu(const QPoint &lugar)
+void BarraDeAccesos::AbrirMenu(const QPoint &lugar, const QString &cliente)
 {
+    // An & of the name is no ALT key.
+    m_titulo->setText(QString(cliente).replace(u'&', u"&&"_s));
     m_menu->popup(lugar);
-    for (QAction *entry : m_menu->actions())
+    for (QAction *entry : m_entradas)
         if (entry->isEnabled())
             return m_menu->setActiveAction(entry);
 }
@@ -209,8 +220,8 @@ bool BarraDeAccesos::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_menu && event->type() == QEvent::KeyPress) {
         const int digit = static_cast<QKeyEvent *>(event)->key() - Qt::Key_1;
-        if (digit >= 0 && digit < menuEntries) {
-            QAction *entry = m_menu->actions().at(digit);
+        if (digit >= 0 && size_t(digit) < m_entradas.size()) {
+            QAction *entry = m_entradas[size_t(digit)];
             if (entry->isEnabled()) {
                 m_menu->close();
                 entry->trigger();

@@ -5,6 +5,7 @@
 #include "ui/bound.h"
 
 #include <QUrl>
+#include <array>
 
 class Formularios;
 class LineaDeAyuda;
@@ -26,10 +27,11 @@ public:
     void Actualizar(bool libre);
     /// The button of the kennels for the patient shown.
     void PonerHospedaje(Estancia estancia);
-    /// The quick access menu: sell, prepaid, record, exit; by letter, digit or mouse.
-    void AbrirMenu(const QPoint &lugar);
-    /// Writes to the client's address.
-    void Correo();
+    /// The quick access menu of the client with this name: record, sell, prepaid, exit; by letter,
+    /// digit or mouse.
+    void AbrirMenu(const QPoint &lugar, const QString &cliente);
+    /// Writes to these addresses, parted by commas.
+    void Correo(const QString &direcciones);
     QPushButton *Ficha() const { return cmdficha; }
 
 protected:
@@ -41,6 +43,7 @@ private:
     void build();
     void buildMenu();
     void take(const Acceso &acceso);
+    QString savedMail();
     void Telefono();
 
     Sesion &m_s;
@@ -49,7 +52,8 @@ private:
     AbrirEnlace m_abrir;
     LineaDeAyuda *m_ayuda;
     QMenu *m_menu = nullptr;
-    QAction *menu1, *menu2, *menu3, *menu4;
+    QAction *m_titulo = nullptr;
+    std::array<QAction *, 4> m_entradas{}; // menu1 to menu4
 
     QPushButton *cmdficha, *cmdvender, *cmdobra, *cmdHospedaje, *cmdTurnos, *cmddeuda, *cmdAvisos,
         *cmdMail, *cmdTel, *cmdImprimir;

@@ -344,15 +344,19 @@ TEST_F(Propietarios, ArrowsWalkTheClientsAndEnterOpensTheMenu)
 
     auto *menu = get<QMenu>(u"menuRapido"_s);
     const QString here = u' ' + selection();
-    const std::pair<Qt::Key, QString> ways[] = {{Qt::Key_1, u"frmventas"_s + here},
-                                                {Qt::Key_S, u"frmventas"_s + here},
-                                                {Qt::Key_2, u"frmos"_s + here},
-                                                {Qt::Key_3, u"frmficha"_s + here},
+    const std::pair<Qt::Key, QString> ways[] = {{Qt::Key_1, u"frmficha"_s + here},
+                                                {Qt::Key_F, u"frmficha"_s + here},
+                                                {Qt::Key_Return, u"frmficha"_s + here},
+                                                {Qt::Key_2, u"frmventas"_s + here},
+                                                {Qt::Key_L, u"frmventas"_s + here},
+                                                {Qt::Key_3, u"frmos"_s + here},
                                                 {Qt::Key_4, {}},
+                                                {Qt::Key_E, {}},
                                                 {Qt::Key_Escape, {}}};
     for (const auto &[way, opened] : ways) {
         key(Qt::Key_Return);
         ASSERT_TRUE(menu->isVisible());
+        EXPECT_EQ(get<QAction>(u"menuTitulo"_s)->text(), u"Ruiz"_s);
         QTest::keyClick(menu, way);
         EXPECT_FALSE(menu->isVisible());
         EXPECT_EQ(taken(), opened.isEmpty() ? QStringList() : QStringList{opened});
@@ -373,6 +377,7 @@ TEST_F(Propietarios, PatientsAreFoundHereAndAmongAllClients)
     patient(abad, u"Bola"_s);
     const int luna = patient(abad, u"Luna"_s), luna2 = patient(ruiz, u"Luna"_s);
     const int star = patient(ruiz, u"*Sol"_s, true);
+    patient(ruiz, u"Ñandú"_s);
     show();
     auto *box = get<QLineEdit>(u"txtmascotab"_s);
     const auto look = [&](const QString &what) {
@@ -383,11 +388,15 @@ TEST_F(Propietarios, PatientsAreFoundHereAndAmongAllClients)
     look(u"lu"_s);
     EXPECT_EQ(s.IdGlobal.idm, luna);
     EXPECT_EQ(hint(), s(9459) + u" Luna"_s);
-    look(u"*"_s);
-    EXPECT_EQ(hint(), s(9460) + u" *"_s);
+    look(u"b*a"_s);
+    EXPECT_EQ(hint(), s(9459) + u" Bola"_s);
+    look(u"*s"_s);
+    EXPECT_EQ(hint(), s(9460) + u" *s"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(star)) << "the only one, with its owner";
     EXPECT_EQ(shownPatient(), u"*Sol · "_s + s(9467));
+    look(u"nandu"_s);
+    EXPECT_EQ(hint(), s(9459) + u" Ñandú"_s);
     ask.EsperaSeleccion(s(9462), QList<int>{1});
     look(u"Luna"_s);
     key(Qt::Key_Return);
@@ -407,6 +416,8 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
     show();
     alt(Qt::Key_N);
     EXPECT_EQ(button(u"cmdNuevo"_s)->text(), u"Cancelar"_s);
+    EXPECT_EQ(get<QAction>(u"menu1"_s)->text() + get<QAction>(u"menu2"_s)->text(),
+              u"&Ficha\t1&Vender\t2"_s);
     for (const QString &name : {u"GClientes"_s, u"GMascotas"_s, u"Txtapellidob"_s, u"txtmascotab"_s,
                                 u"cmdnuevomas"_s, u"cmdmodificarmas"_s, u"cmdMail"_s})
         EXPECT_FALSE(get(name)->isEnabled()) << name.toStdString();
@@ -433,7 +444,8 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
 
 TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
 {
-    const int abad = client(u"Abad"_s), ruiz = client(u"Ruiz"_s);
+    client(u"Abad"_s);
+    const int ruiz = client(u"Ruiz"_s);
     const int luna = patient(ruiz, u"Luna"_s), sol = patient(ruiz, u"Sol"_s);
     show();
     s.IdGlobal = {ruiz, sol};
@@ -469,18 +481,43 @@ TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
     EXPECT_EQ(clients()->Modelo()->Fila(clients()->FilaActual()).realce, Realce::Alerta);
 
     s.IdGlobal = {999, 0};
-    ask.Espera(u"Error de cambio de IdGlobal\nNo se encontro el cliente."_s);
+    ask.Espera(s(9544) + u'\n' + s(9545));
     comeBack();
     EXPECT_EQ(s.IdGlobal.idc, ruiz) << "what is shown is what is worked on";
+    s.IdGlobal.idm = 999;
+    ask.Espera(s(9544));
     comeBack();
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna));
+    comeBack();
+}
 
-    alt(Qt::Key_N);
+TEST_F(Propietarios, AnotherChoiceWaitsForWhatIsBeingTyped)
+{
+    const int abad = client(u"Abad"_s);
+    client(u"Ruiz"_s);
+    show();
+    choose(u"Ruiz"_s);
+    const QString own = selection();
+    alt(Qt::Key_I);
     type(u"Half"_s);
     s.IdGlobal = {abad, 0};
     comeBack();
     EXPECT_EQ(text(u"txtayn"_s), u"Half"_s);
-    ask.Espera(s(9515), true);
-    key(Qt::Key_Escape);
+
+    const auto pick = [&](bool giveUp) {
+        s.IdGlobal = {abad, 0};
+        ask.Espera(s(9515), giveUp);
+        form->opened({});
+        EXPECT_EQ(selection(), own) << "until it is answered";
+        rest();
+    };
+    pick(false);
+    EXPECT_EQ(text(u"txtayn"_s), u"Half"_s);
+    EXPECT_EQ(selection(), own);
+    pick(true);
+    EXPECT_EQ(text(u"txtayn"_s), u"Abad"_s);
+    EXPECT_EQ(button(u"cmdmodificar"_s)->text(), s(9479));
+    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Ruiz"_s}));
 }
 
 TEST_F(Propietarios, ADraftOutlivesTheProgram)
@@ -549,9 +586,19 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     };
     EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
     type(u"x"_s);
-    EXPECT_EQ(get<QComboBox>(u"cmbloc"_s)->currentText(), u"Cex"_s);
-    EXPECT_EQ(text(u"txtcodp"_s), QString()) << "the other place's code";
+    EXPECT_EQ(place(), u"Cex|||"_s) << "what came with the other place";
     EXPECT_EQ(hint(), s(2254));
+    key(Qt::Key_Backspace);
+    type(u"n"_s);
+    EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(place(), u"|||"_s);
+    type(u"ce"_s);
+    get<QComboBox>(u"cmbdep"_s)->setEditText(u"Colonia"_s);
+    type(u"x"_s);
+    EXPECT_EQ(place(), u"Cex|Colonia||433"_s) << "what was typed over stays";
+    get<QComboBox>(u"cmbdep"_s)->clearEditText();
     key(Qt::Key_Backspace);
     type(u"ntro"_s, true);
     EXPECT_EQ(focus(), u"txtcodp"_s) << "a known place passes its region by";
@@ -568,8 +615,10 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     key(Qt::Key_Down);
     key(Qt::Key_Down);
     EXPECT_EQ(mail->text(), u"ana@kite.example"_s);
+    EXPECT_EQ(clients()->Modelo()->Fila(0).realce, Realce::Aviso);
     key(Qt::Key_Return);
     EXPECT_EQ(Filas(*s.clientes, "select faltamail from clientes"), u"0\n"_s);
+    EXPECT_EQ(clients()->Modelo()->Fila(0).realce, Realce::Ninguno);
     alt(Qt::Key_S);
     EXPECT_EQ(Filas(*s.clientes, "select loc, dep, email from clientes"),
               u"5|1|ana@kite.example\n"_s);
@@ -580,6 +629,11 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     get<QComboBox>(u"cmbraza"_s)->setFocus();
     type(u"b"_s);
     auto *species = get<QComboBox>(u"cmbespecie"_s);
+    EXPECT_EQ(species->currentText(), u"Canino"_s);
+    type(u"x"_s);
+    EXPECT_EQ(species->currentText(), QString());
+    key(Qt::Key_Backspace);
+    type(u"o"_s);
     EXPECT_EQ(species->currentText(), u"Canino"_s);
     species->setFocus();
     type(u"Fel"_s); // of the breed, for all its patients
@@ -592,8 +646,8 @@ TEST_F(Propietarios, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)
 {
     client(u"Abad"_s);
     const int ruiz = client(u"Ruiz"_s);
-    patient(ruiz, u"Luna"_s);
-    patient(ruiz, u"Sol"_s);
+    for (const QString &name : {u"Luna"_s, u"Mora"_s, u"Sol"_s})
+        patient(ruiz, name);
     show();
     s.usuario.ut = 1;
     clients()->setFocus();
@@ -606,15 +660,24 @@ TEST_F(Propietarios, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)
     s.usuario.ut = 2;
     ask.Espera(s(3), false);
     key(Qt::Key_Delete);
-    EXPECT_EQ(patients()->Modelo()->Filas(), 2);
+    EXPECT_EQ(patients()->Modelo()->Filas(), 3);
+    key(Qt::Key_Down);
     ask.Espera(s(3), true);
     key(Qt::Key_Delete);
     EXPECT_EQ(shownPatient(), u"Sol"_s);
+    s.clientes->Execute("delete * from mascotas where nom = 'Sol'"); // at another terminal
+    ask.Espera(s(9419));
+    QTest::mouseClick(button(u"cmdmodificarmas"_s), Qt::LeftButton);
+    EXPECT_EQ(button(u"cmdmodificarmas"_s)->text(), s(9482));
+    ask.Espera(s(9419));
+    QTest::mouseClick(button(u"cmdeliminarmas"_s), Qt::LeftButton);
+    EXPECT_EQ(shownPatient(), u"Luna"_s);
     ask.Espera(s(3), true);
     QTest::mouseClick(button(u"cmdEliminar"_s), Qt::LeftButton);
     EXPECT_EQ(shownClient(), u"Abad"_s);
     EXPECT_EQ(patients()->Modelo()->Filas(), 0);
-    ask.Espera(s(3), true);
+    s.clientes->Execute("delete * from clientes");
+    ask.Espera(s(9418));
     QTest::mouseClick(button(u"cmdEliminar"_s), Qt::LeftButton);
     EXPECT_EQ(selection(), u"0/0"_s);
     EXPECT_EQ(text(u"txtayn"_s), QString());
@@ -697,7 +760,9 @@ TEST_F(Propietarios, ShortcutsSayWhatIsMissing)
     click(u"cmdMail"_s);
     EXPECT_EQ(taken(), QStringList{u"mailto:a@b.example,c@d.example"_s});
     linkOpens = false;
+    s.IdGlobal = {}; // the panel's own client is written to
     get<QAction>(u"accEscribirCorreo"_s)->trigger();
+    EXPECT_EQ(taken(), QStringList{u"mailto:a@b.example,c@d.example"_s});
     EXPECT_EQ(hint(), s(9523));
     get<QAction>(u"accCopiarTel"_s)->trigger();
     EXPECT_EQ(QApplication::clipboard()->text(), u"(2) 555"_s);

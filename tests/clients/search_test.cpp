@@ -152,9 +152,11 @@ TEST_F(Searches, BothConditionsMustHold)
     EXPECT_FALSE(Buscar(s, Busqueda::Mascotas, {}).buscado);
 }
 
-TEST_F(Searches, WhatIsTypedIsNoPattern)
+TEST_F(Searches, AStarStandsForAnythingAndOtherSignsForThemselves)
 {
-    for (const QString &text : {u"*"_s, u"#"_s, u"?"_s, u"[x]"_s, u"50%"_s, u"[x] *"_s})
+    EXPECT_EQ(clients(u"Name"_s, u"gar*ana"_s), u"1");
+    EXPECT_EQ(clients(u"Name"_s, u"*"_s), u"2 1 3");
+    for (const QString &text : {u"#"_s, u"?"_s, u"[x]"_s, u"50%"_s, u"[x] *"_s, u"z*# ?"_s})
         EXPECT_EQ(clients(u"Name"_s, text), u"3") << text.toStdString();
     EXPECT_EQ(clients(u"Name"_s, u"[a-z]"_s), u"");
     EXPECT_EQ(clients(u"Name"_s, u"a_a"_s), u"");
@@ -362,6 +364,12 @@ TEST_F(SearchForms, AreWalkedByTheKeyboard)
     EXPECT_TRUE(showsSoon(grid, u""_s));
     child<QLineEdit>(form, u"txtTextoDos")->clear();
     EXPECT_TRUE(showsSoon(grid, u"Fido Mora"_s));
+
+    text->setFocus();
+    text->clear();
+    QTest::keyClick(text, Qt::Key_Return); // asks for nothing
+    EXPECT_EQ(form.focusWidget(), text);
+    QTest::keyClicks(text, u"o"_s);
 
     QTest::keyClick(text, Qt::Key_Down);
     EXPECT_EQ(grid->FilaActual(), 1);

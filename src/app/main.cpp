@@ -8,6 +8,8 @@
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
 #include "clients/client_forms.h"
+#include "messages/message_forms.h"
+#include "messages/outbox.h"
 #include "printing/printer.h"
 #include "startup/daily_automation.h"
 #include "startup/frminicio.h"
@@ -100,6 +102,7 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     RegistrarFormulariosDeTablero(s, formularios);
     RegistrarFormulariosDeClientes(s, formularios);
     RegistrarFormulariosDeAgenda(s, formularios);
+    RegistrarFormulariosDeMensajes(s, formularios);
     RegistrarFormulariosDeAdministracion(s, formularios);
     InstalarBusquedaRapida(app, formularios);
     std::unique_ptr<frmprincipal> tablero;
@@ -109,7 +112,7 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     pasos.prepararCarpeta = [&] { OfrecerCarpetaNueva(s, idioma); };
     pasos.almacenAbierto = [&] { AplicarTema(app, s.configuracion["PrincipalColor"].toInt()); };
     pasos.cargarTablero = [&] { tablero = std::make_unique<frmprincipal>(s, formularios); };
-    pasos.iniciarTareas = [&] { IniciarTareas(s); };
+    pasos.iniciarTareas = [&] { IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}}); };
     pasos.cargarPropietarios = [&] {
         formularios.Cargar(QStringLiteral("frmPropietarios"));
         tablero->CargarPizarra();

@@ -9,6 +9,7 @@
 #include <QButtonGroup>
 #include <QListWidget>
 #include <QScrollArea>
+#include <QSettings>
 #include <QShortcut>
 #include <QStackedWidget>
 
@@ -278,8 +279,9 @@ void frmConfiguracion::reject()
 void frmConfiguracion::hideEvent(QHideEvent *event)
 {
     if (!event->spontaneous() && lstPaginas->currentRow() >= 0)
-        GuardarAjusteDeMaquina(m_s, keyOfLastPage(),
-                               pages[lstPaginas->currentRow()].nombre.toString());
+        // Like the size of a form: where it cannot be kept, nobody needs to be told.
+        QSettings(ArchivoDeMaquina(m_s), QSettings::IniFormat)
+            .setValue(keyOfLastPage(), pages[lstPaginas->currentRow()].nombre.toString());
     FormBase::hideEvent(event);
 }
 

@@ -1,6 +1,7 @@
 #include "admin/clinic_data.h"
 #include "admin/letterhead.h"
 #include "admin/pages.h"
+#include "messages/mail_account.h"
 #include "ui/bound.h"
 #include "ui/help_line.h"
 
@@ -26,6 +27,11 @@ enum Texto {
     ElegirImagen,
     SinImagen,
     MembreteCambiado = 9574,
+    Usuario_ = 33,
+    Cuenta = 9585,
+    NotaDeCuenta,
+    ModificarCuenta,
+    SinCuenta,
 };
 
 constexpr QSize previewSize(480, 120);
@@ -64,6 +70,31 @@ void addData(const ContextoDePagina &c, QVBoxLayout *column)
     }
     c.sinApostrofes(made);
     c.cadenaDeEnter({made.begin(), made.end()});
+}
+
+void showAccount(Sesion &s, QLabel *account)
+{
+    const QString user = LeerCuentaDeCorreo(s).usuario;
+    account->setText(user.isEmpty() ? s(SinCuenta) : s(Usuario_) + u": "_s + user);
+    account->setAccessibleName(account->text());
+}
+
+void addAccount(const ContextoDePagina &c, QVBoxLayout *column)
+{
+    QFormLayout *rows = Parte::Seccion(column, c.s(Cuenta), c.s(NotaDeCuenta));
+    auto *account = named(new QLabel, u"lblUsuarioMail"_s, {});
+    account->setTextFormat(Qt::PlainText);
+    account->setWordWrap(true);
+    QPushButton *change = Parte::Boton(c.s(ModificarCuenta), u"cmdModMail"_s);
+    showAccount(c.s, account);
+    rows->addRow(account);
+    rows->addRow(change);
+    QObject::connect(change, &QPushButton::clicked, account, [c, account] {
+        c.guarded([&] {
+            if (ModificarCuentaDeCorreo(c.s))
+                showAccount(c.s, account);
+        });
+    });
 }
 
 void showPreview(const ContextoDePagina &c, QLabel *preview)
@@ -117,6 +148,7 @@ QWidget *PaginaDeClinica(const ContextoDePagina &c)
     auto *page = new QWidget;
     QVBoxLayout *column = Parte::Columna(page);
     addData(c, column);
+    addAccount(c, column);
     addLetterhead(c, column);
     return page;
 }

@@ -1,10 +1,10 @@
 #include "admin/page_rows.h"
 #include "clients/reference_lists.h"
-#include "store/settings_row.h"
+#include "clinical/food.h"
 #include "ui/boxes.h"
+#include "ui/calm_list.h"
 #include "ui/form_base.h"
 
-#include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -28,15 +28,13 @@ enum Texto {
 };
 
 constexpr int canine = 1;
-constexpr int pounds = 2; // of KgLbs
-constexpr const char *levelColumns[] = {"detali1", "detali2", "detali3"};
 
 /// One level: its row, and what it holds.
 struct Level {
     QLabel *caption = nullptr;
     QWidget *row = nullptr;
     CajaDeNumero *txtdetali = nullptr;
-    QLabel *unit = nullptr;
+    QString stored;
 };
 
 class Food : public QWidget
@@ -45,11 +43,12 @@ public:
     explicit Food(const ContextoDePagina &c) : m_c(c)
     {
         build();
-        QObject::connect(cmbAliEsp, &QComboBox::currentIndexChanged, this, [this] { load(); });
+        QObject::connect(cmbAliEsp, &QComboBox::currentIndexChanged, this,
+                         [this] { m_c.guarded([this] { load(); }); });
         for (size_t i = 0; i < m_levels.size(); ++i) {
             const auto task = [this, i] { store(i); };
             QObject::connect(m_levels[i].txtdetali, &QLineEdit::editingFinished, this, task);
-            AlDejar(m_levels[i].txtdetali, task);
+            Atar::AlDejar(m_levels[i].txtdetali, task);
         }
         AlMostrar(this, [this] { m_c.guarded([this] { refresh(); }); });
         refresh();
@@ -60,7 +59,7 @@ private:
     {
         const Sesion &s = m_c.s;
         m_rows = Parte::Seccion(Parte::Columna(this), s(Alimento), s(Avisar));
-        cmbAliEsp = new QComboBox;
+        cmbAliEsp = new ListaCalma;
         cmbAliEsp->setObjectName(u"cmbAliEsp"_s);
         cmbAliEsp->setMinimumWidth(Parte::AnchoDePalabra);
         Parte::Fila(m_rows, s(Especie), cmbAliEsp);
@@ -70,12 +69,11 @@ private:
             level.txtdetali = new CajaDeNumero(s);
             level.txtdetali->setObjectName(i == 0 ? u"txtdetali"_s : u"txtdetali%1"_s.arg(i + 1));
             level.txtdetali->setFixedWidth(Parte::AnchoDeCifra);
-            level.unit = new QLabel;
             level.row = new QWidget;
             auto *inner = new QHBoxLayout(level.row);
             inner->setContentsMargins(0, 0, 0, 0);
             inner->addWidget(level.txtdetali);
-            inner->addWidget(level.unit);
+            inner->addWidget(new QLabel(u"g"_s)); // as stocks are counted, whatever KgLbs says
             Parte::Fila(m_rows, {}, level.row);
             level.caption = qobject_cast<QLabel *>(m_rows->labelForField(level.row));
             level.caption->setBuddy(level.txtdetali);
@@ -87,7 +85,7 @@ private:
             {cmbAliEsp, m_levels[0].txtdetali, m_levels[1].txtdetali, m_levels[2].txtdetali});
     }
 
-    // Species and unit may have changed on other pages; the choice stays.
+    // Species may have changed on other pages; the choice stays.
     void refresh()
     {
         const int before = cmbAliEsp->count() > 0 ? species() : canine;
@@ -96,25 +94,15 @@ private:
         for (const Entrada &e : CargarLista(m_c.s, Lista::Especie))
             cmbAliEsp->addItem(e.nom, e.id);
         cmbAliEsp->setCurrentIndex(std::max(cmbAliEsp->findData(before), 0));
-        const bool lb = m_c.s.configuracion["KgLbs"].toInt() == pounds;
-        for (Level &level : m_levels)
-            level.unit->setText(lb ? u"lb"_s : u"g"_s);
         load();
     }
 
     int species() const { return cmbAliEsp->currentData().toInt(); }
 
-    Valor stored(size_t i) const
-    {
-        return species() == canine
-                   ? m_c.s.configuracion[levelColumns[i]]
-                   : m_c.s.clientes->Leer("select ali from mlespecies where id = ?", species());
-    }
-
     void load()
     {
         const Sesion &s = m_c.s;
-        const bool dogs = species() == canine;
+        const bool dogs = TieneTresNiveles(species());
         const int captions[] = {dogs ? CaninoChico : Cantidad, CaninoMediano, CaninoGrande};
         const bool any = cmbAliEsp->count() > 0;
         m_rows->setRowVisible(m_none, !any);
@@ -132,12 +120,11 @@ private:
 
     void show(size_t i)
     {
-        m_c.guarded([&] {
-            const Valor value = stored(i);
-            m_levels[i].txtdetali->PonerNumero(value.EsNulo() ? std::nullopt
-                                                              : std::optional(value.toMoneda()));
-            m_levels[i].txtdetali->setModified(false);
-        });
+        const Valor value = NivelDeAlimento(m_c.s, species(), int(i));
+        CajaDeNumero *box = m_levels[i].txtdetali;
+        box->PonerNumero(value.EsNulo() ? std::nullopt : std::optional(value.toMoneda()));
+        box->setModified(false);
+        m_levels[i].stored = box->text();
     }
 
     void store(size_t i)
@@ -147,15 +134,11 @@ private:
             return;
         const auto typed = box->Numero();
         const Valor level = typed ? Valor(typed->ADoble()) : Valor();
-        if (!m_c.guarded([&] {
-                if (species() == canine)
-                    GuardarAjuste(m_c.s, levelColumns[i], level);
-                else
-                    m_c.s.clientes->Execute("update mlespecies set ali = ? where id = ?", level,
-                                            species());
-            }))
-            return show(i);
-        box->setModified(false);
+        box->setModified(false); // a message over the form leaves the box once more
+        if (m_c.guarded([&] { GuardarNivelDeAlimento(m_c.s, species(), int(i), level); }))
+            m_levels[i].stored = box->text();
+        else
+            box->setText(m_levels[i].stored);
     }
 
     ContextoDePagina m_c;

@@ -131,8 +131,9 @@ QWidget *PaginaDeAspecto(const ContextoDePagina &c)
     auto *page = new QWidget;
     QVBoxLayout *column = Parte::Columna(page);
     Parte::Seccion(column, c.s(Color), c.s(NotaDeColor))->addRow(new ColorDelPrograma(c));
-    auto *units = named(new GrupoDeOpciones({}, {{1, c.s(Kilos)}, {2, c.s(Libras)}}), u"KgLbs"_s,
-                        c.s(Unidades));
+    auto *units = named(new GrupoDeOpciones({}, {{UnidadDePeso::Kilos, c.s(Kilos)},
+                                                 {UnidadDePeso::Libras, c.s(Libras)}}),
+                        u"KgLbs"_s, c.s(Unidades));
     // The heading stands above it, so that it needs no frame of its own.
     units->setStyleSheet(
         u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);

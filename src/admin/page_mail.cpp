@@ -1,9 +1,11 @@
 #include "admin/pages.h"
 #include "messages/mail_account.h"
 #include "ui/boxes.h"
+#include "ui/calm_list.h"
 #include "ui/form_base.h"
+#include "ui/form_registry.h"
+#include "ui/help_line.h"
 
-#include <QComboBox>
 #include <QFormLayout>
 
 using namespace Qt::StringLiterals;
@@ -12,17 +14,16 @@ namespace
 {
 
 enum Texto {
-    Usuario_ = 33,
+    ValorNoValido = 31,
     Cuenta = 9585,
-    NotaDeCuenta,
-    ModificarCuenta,
-    SinCuenta,
-    Servidor,
+    Servidor = 9589,
     NotaDeServidor,
     NombreDelServidor,
     Puerto,
     Cifrado_,
     SinCifrado,
+    CuentaEnLaVeterinaria = 9728,
+    VerCuenta,
 };
 
 class Correo : public QWidget
@@ -31,30 +32,12 @@ public:
     explicit Correo(const ContextoDePagina &c) : m_c(c)
     {
         QVBoxLayout *column = Parte::Columna(this);
-        addAccount(column);
         addServer(column);
-        showAccount();
+        addWayToAccount(column);
         showServer();
     }
 
 private:
-    void addAccount(QVBoxLayout *column)
-    {
-        QFormLayout *rows = Parte::Seccion(column, m_c.s(Cuenta), m_c.s(NotaDeCuenta));
-        lblUsuarioMail = named(new QLabel, u"lblUsuarioMail"_s, {});
-        lblUsuarioMail->setTextFormat(Qt::PlainText);
-        lblUsuarioMail->setWordWrap(true);
-        cmdModMail = Parte::Boton(m_c.s(ModificarCuenta), u"cmdModMail"_s);
-        rows->addRow(lblUsuarioMail);
-        rows->addRow(cmdModMail);
-        connect(cmdModMail, &QPushButton::clicked, this, [this] {
-            m_c.guarded([this] {
-                if (ModificarCuentaDeCorreo(m_c.s))
-                    showAccount();
-            });
-        });
-    }
-
     void addServer(QVBoxLayout *column)
     {
         QFormLayout *rows = Parte::Seccion(column, m_c.s(Servidor), m_c.s(NotaDeServidor));
@@ -62,7 +45,7 @@ private:
         txtServidorMail->setObjectName(u"txtServidorMail"_s);
         txtServidorMail->setMinimumWidth(Parte::AnchoDeTexto);
         txtServidorMail->setPlaceholderText(u"smtp.example.com"_s);
-        cmbCifrado = new QComboBox;
+        cmbCifrado = new ListaCalma;
         cmbCifrado->setObjectName(u"cmbCifrado"_s);
         cmbCifrado->addItem(u"STARTTLS"_s, int(Cifrado::StartTls));
         cmbCifrado->addItem(u"TLS"_s, int(Cifrado::Tls));
@@ -76,24 +59,31 @@ private:
         m_c.sinApostrofes({txtServidorMail});
         m_c.cadenaDeEnter({txtServidorMail, cmbCifrado, txtPuertoMail});
 
-        connect(txtServidorMail, &QLineEdit::editingFinished, this, [this] { store(); });
-        connect(txtPuertoMail, &QLineEdit::editingFinished, this, [this] { store(); });
+        connect(txtServidorMail, &QLineEdit::editingFinished, this, [this] {
+            store([this](CuentaDeCorreo &account) { account.servidor = txtServidorMail->text(); });
+        });
+        connect(txtPuertoMail, &QLineEdit::editingFinished, this, [this] { storePort(); });
         connect(cmbCifrado, &QComboBox::activated, this, [this] {
-            const Cifrado before = LeerCuentaDeCorreo(m_c.s).cifrado;
-            if (txtPuertoMail->Entero().value_or(0) == PuertoHabitual(before))
-                txtPuertoMail->PonerEntero(PuertoHabitual(chosen()));
-            store();
+            store([this](CuentaDeCorreo &account) {
+                const bool usual = account.puerto == PuertoHabitual(account.cifrado);
+                account.cifrado = Cifrado(cmbCifrado->currentData().toInt());
+                if (usual)
+                    account.puerto = PuertoHabitual(account.cifrado);
+            });
         });
     }
 
-    void showAccount()
+    // Name and password stand with the clinic's data, because all terminals share them.
+    void addWayToAccount(QVBoxLayout *column)
     {
-        const CuentaDeCorreo account = LeerCuentaDeCorreo(m_c.s);
-        const QString text = account.usuario.isEmpty()
-                                 ? m_c.s(SinCuenta)
-                                 : m_c.s(Usuario_) + u": "_s + account.usuario;
-        lblUsuarioMail->setText(text);
-        lblUsuarioMail->setAccessibleName(text);
+        QFormLayout *rows = Parte::Seccion(column, m_c.s(Cuenta), m_c.s(CuentaEnLaVeterinaria));
+        QPushButton *show = Parte::Boton(m_c.s(VerCuenta), u"cmdVerCuenta"_s);
+        rows->addRow(show);
+        connect(show, &QPushButton::clicked, this, [this] {
+            m_c.guarded([this] {
+                m_c.formularios.Abrir(u"frmConfiguracion"_s, {{u"pagina"_s, u"clinica"_s}});
+            });
+        });
     }
 
     void showServer()
@@ -104,25 +94,31 @@ private:
         cmbCifrado->setCurrentIndex(cmbCifrado->findData(int(account.cifrado)));
     }
 
-    void store()
+    void storePort()
     {
-        m_c.guarded([this] {
-            CuentaDeCorreo account = LeerCuentaDeCorreo(m_c.s);
-            account.servidor = txtServidorMail->text();
-            account.cifrado = chosen();
-            account.puerto = txtPuertoMail->Entero().value_or(0);
-            GuardarServidorDeCorreo(m_c.s, account);
+        const std::optional<int> port = txtPuertoMail->Entero();
+        if (port && !EsPuerto(*port)) {
+            m_c.ayuda->Fallo(m_c.s(ValorNoValido));
+            return showServer();
+        }
+        store([port](CuentaDeCorreo &account) {
+            account.puerto = port.value_or(PuertoHabitual(account.cifrado));
         });
-        showServer(); // a port that is none becomes the usual one
     }
 
-    Cifrado chosen() const { return Cifrado(cmbCifrado->currentData().toInt()); }
+    void store(const std::function<void(CuentaDeCorreo &)> &change)
+    {
+        m_c.guarded([&] {
+            CuentaDeCorreo account = LeerCuentaDeCorreo(m_c.s);
+            change(account);
+            GuardarServidorDeCorreo(m_c.s, account);
+        });
+        showServer();
+    }
 
     ContextoDePagina m_c;
-    QLabel *lblUsuarioMail = nullptr;
-    QPushButton *cmdModMail = nullptr;
     QLineEdit *txtServidorMail = nullptr;
-    QComboBox *cmbCifrado = nullptr;
+    ListaCalma *cmbCifrado = nullptr;
     CajaDeEntero *txtPuertoMail = nullptr;
 };
 

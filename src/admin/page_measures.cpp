@@ -1,3 +1,4 @@
+#include "admin/measures.h"
 #include "admin/page_rows.h"
 #include "store/settings_row.h"
 
@@ -47,14 +48,17 @@ void tieMeasure(const ContextoDePagina &c, GrupoDeOpciones *group, const char *c
         group->PonerValor(nothing);
 }
 
-// Settings whose number is not that of an option: shown by one rule, stored by another.
-void tie(const ContextoDePagina &c, GrupoDeOpciones *group, const char *column,
-         const std::function<int()> &shown, const std::function<Valor(int)> &stored)
+constexpr int yes = 1;
+constexpr int no = 2;
+
+// A question whose setting holds no number of an option.
+void tieYesNo(const ContextoDePagina &c, GrupoDeOpciones *group, bool stored,
+              const std::function<void(bool)> &store)
 {
-    group->PonerValor(shown());
-    QObject::connect(group, &GrupoDeOpciones::elegida, group, [=, &s = c.s](int value) {
-        if (!c.guarded([&] { GuardarAjuste(s, column, stored(value)); }))
-            group->PonerValor(shown());
+    group->PonerValor(stored ? yes : no);
+    QObject::connect(group, &GrupoDeOpciones::elegida, group, [=](int option) {
+        if (!c.guarded([&] { store(option == yes); }))
+            group->PonerValor(option == yes ? no : yes);
     });
 }
 
@@ -63,7 +67,6 @@ void tie(const ContextoDePagina &c, GrupoDeOpciones *group, const char *column,
 QWidget *PaginaDeMedidas(const ContextoDePagina &c)
 {
     Sesion &s = c.s;
-    const auto number = [&s](const char *column) { return s.configuracion[column].toInt(); };
     auto *page = new QWidget;
     auto *column = Parte::Columna(page);
 
@@ -74,15 +77,10 @@ QWidget *PaginaDeMedidas(const ContextoDePagina &c)
                "MedidasRevac");
     FilaDeEntero(c, doses, "tiempovencimiento", DiasAntes, 3, 9684);
     auto *second = FilaDeCasilla(c, doses, u"MedidasRevacDescont"_s, SegundoVencimiento, 9685);
-    // A number, not a Yes/No: on as 1 and, from older rows, as -1.
-    const auto showSecond = [=] {
-        const int n = number("MedidasRevacDescont");
-        second->setChecked(n == 1 || n == -1);
-    };
-    showSecond();
+    second->setChecked(RecuerdaSegundoVencimiento(s));
     QObject::connect(second, &QCheckBox::clicked, second, [=, &s](bool on) {
-        if (!c.guarded([&] { GuardarAjuste(s, "MedidasRevacDescont", on ? 1 : 0); }))
-            showSecond();
+        if (!c.guarded([&] { GuardarRecuerdaSegundoVencimiento(s, on); }))
+            second->setChecked(!on);
     });
 
     auto *birthdays = Parte::Seccion(column, s(SeccionCumpleanos));
@@ -94,21 +92,14 @@ QWidget *PaginaDeMedidas(const ContextoDePagina &c)
 
     auto *debts = Parte::Seccion(column, s(SeccionDeudas));
     auto *debtors =
-        ask(c, debts, "MedidasDeudores", Deudores, {{1, TresRecordatorios}, {2, Nada}}, 9687);
+        ask(c, debts, "MedidasDeudores", Deudores, {{yes, TresRecordatorios}, {no, Nada}}, 9687);
     debts->addRow(Parte::Nota(s(Secuencia)));
-    tie(
-        c, debtors, "MedidasDeudores",
-        [=] {
-            const int n = number("MedidasDeudores");
-            return n == 1 || n == 3 ? 1 : 2;
-        },
-        [](int option) { return Valor(option == 1 ? 1 : 0); });
+    tieYesNo(c, debtors, RecuerdaDeudas(s), [&s](bool on) { GuardarRecuerdaDeudas(s, on); });
     FilaDeEntero(c, debts, "diasdeudores", DiasSinPagos, 3, 9688);
 
     auto *food = Parte::Seccion(column, s(SeccionAlimento));
-    tie(
-        c, ask(c, food, "alimentomail", Alimento, {{1, OfertaDelMes}, {2, Nada}}, 9689),
-        "alimentomail", [&s] { return s.configuracion["alimentomail"].toBool() ? 1 : 2; },
-        [](int option) { return Valor(option == 1); });
+    tieYesNo(c, ask(c, food, "alimentomail", Alimento, {{yes, OfertaDelMes}, {no, Nada}}, 9689),
+             s.configuracion["alimentomail"].toBool(),
+             [&s](bool on) { GuardarAjuste(s, "alimentomail", on); });
     return page;
 }

@@ -3,11 +3,11 @@
 #include "messages/templates.h"
 #include "store/lookups.h"
 #include "store/settings_row.h"
+#include "ui/calm_list.h"
 #include "ui/form_base.h"
 #include "ui/help_line.h"
 #include "ui/theme.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -59,7 +59,7 @@ private:
     void build()
     {
         const Sesion &s = m_c.s;
-        cmbAMensaje = named(new QComboBox, u"cmbAMensaje"_s, Parte::SinLetra(s(Mensaje)));
+        cmbAMensaje = named(new ListaCalma, u"cmbAMensaje"_s, Parte::SinLetra(s(Mensaje)));
         cmbAMensaje->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         cmbAMensaje->setMinimumContentsLength(40);
         for (const Plantilla &p : Plantillas())
@@ -123,7 +123,7 @@ private:
     void wire()
     {
         AvisarAlEntrar(m_c, RTxtMen, AyudaDeTags);
-        AlDejar(RTxtMen, [this] { store(); });
+        Atar::AlDejar(RTxtMen, [this] { store(); });
         connect(RTxtMen, &QPlainTextEdit::textChanged, this, [this] { preview(); });
         connect(cmbAMensaje, &QComboBox::currentIndexChanged, this, [this](int entry) {
             if (store())

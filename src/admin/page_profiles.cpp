@@ -1,4 +1,5 @@
 #include "admin/page_rows.h"
+#include "commerce/categories.h"
 #include "ui/boxes.h"
 #include "ui/form_base.h"
 #include "ui/theme.h"
@@ -33,7 +34,10 @@ enum Texto {
     AyudaTurnos,
     AyudaDeudor,
     AlMes,
+    AyudaRegistrosDeudor = 9697,
 };
+
+constexpr int longestTotal = 12; // 999999999.99
 
 QLineEdit *percentage(const ContextoDePagina &c, QFormLayout *section, std::string_view column,
                       int hint)
@@ -52,24 +56,20 @@ QWidget *categories(const ContextoDePagina &c)
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(Espacio::XL);
     grid->setVerticalSpacing(Espacio::XS);
-    Recordset r = c.s.finanzas->OpenSnapshot("select idcat, nom, CatPerfil from FLCategorias "
-                                             "order by nom");
-    const int rows = (r.RecordCount() + 1) / 2;
-    for (int i = 0; !r.EOF_(); r.MoveNext(), ++i) {
-        const int id = r["idcat"].toInt();
-        const QString name = r["nom"].toText();
+    const QList<CategoriaDePerfil> found = CategoriasDePerfil(c.s);
+    const int rows = int(found.size() + 1) / 2;
+    for (int i = 0; i < found.size(); ++i) {
+        const CategoriaDePerfil &category = found[i];
         // Names are the clinic's own: an & in one is no letter to press.
-        auto *check = named(new QCheckBox(QString(name).replace(u'&', u"&&"_s)),
-                            u"CatPerfil%1"_s.arg(id), name);
-        check->setChecked(r["CatPerfil"].toBool());
+        auto *check = named(new QCheckBox(QString(category.nom).replace(u'&', u"&&"_s)),
+                            u"CatPerfil%1"_s.arg(category.idcat), category.nom);
+        check->setChecked(category.cuenta);
         grid->addWidget(check, i % rows, i / rows);
-        QObject::connect(check, &QCheckBox::clicked, check, [c, check, id](bool counts) {
-            if (!c.guarded([&] {
-                    c.s.finanzas->Execute("update flcategorias set CatPerfil = ? where idcat = ?",
-                                          counts, id);
-                }))
-                check->setChecked(!counts);
-        });
+        QObject::connect(check, &QCheckBox::clicked, check,
+                         [c, check, id = category.idcat](bool counts) {
+                             if (!c.guarded([&] { GuardarCategoriaDePerfil(c.s, id, counts); }))
+                                 check->setChecked(!counts);
+                         });
     }
     return all;
 }
@@ -93,6 +93,7 @@ QWidget *PaginaDePerfiles(const ContextoDePagina &c)
     chain << percentage(c, buyers, "PorcentajeBuenosCompradores", AyudaComprador);
     auto *total = new CajaDeNumero(s);
     total->setObjectName(u"totalbuenoscompradores"_s);
+    total->setMaxLength(longestTotal);
     total->setFixedWidth(Parte::AnchoDeCifra);
     total->setAlignment(Qt::AlignLeft); // like the whole numbers above it
     Parte::Fila(buyers, s(TotalDeVenta), total);
@@ -118,7 +119,7 @@ QWidget *PaginaDePerfiles(const ContextoDePagina &c)
     chain << percentage(c, missing, "PorcentajeIncumplidorTurnos", AyudaTurnos);
 
     auto *debtors = Parte::Seccion(column, s(Deudor));
-    chain << FilaDeEntero(c, debtors, "RegistrosDeudor", Minimo, 4, AyudaDeudor);
+    chain << FilaDeEntero(c, debtors, "RegistrosDeudor", Minimo, 4, AyudaRegistrosDeudor);
     chain << FilaDeEntero(c, debtors, "TiempoDeudor", Demora, 4, AyudaDeudor);
 
     c.cadenaDeEnter(chain);

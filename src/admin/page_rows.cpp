@@ -96,20 +96,6 @@ void AvisarAlEntrar(const ContextoDePagina &c, QWidget *control, int ayuda)
         inner->installEventFilter(listener);
 }
 
-void AlDejar(QWidget *control, const std::function<void()> &tarea)
-{
-    control->installEventFilter(new Listener(control, [control, tarea](const QEvent *event) {
-        const bool left =
-            event->type() == QEvent::FocusOut
-            && static_cast<const QFocusEvent *>(event)->reason() != Qt::PopupFocusReason;
-        // A form that is being destroyed is no form any more and has no guard.
-        const bool hidden =
-            event->type() == QEvent::Hide && qobject_cast<FormBase *>(control->window());
-        if (left || hidden)
-            tarea();
-    }));
-}
-
 void AlMostrar(QWidget *pagina, const std::function<void()> &tarea)
 {
     pagina->installEventFilter(new Listener(pagina, [tarea](const QEvent *event) {

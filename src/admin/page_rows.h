@@ -24,8 +24,5 @@ QCheckBox *FilaDeCasilla(const ContextoDePagina &c, QFormLayout *seccion, const 
 
 /// Tells a hint in the help line whenever the focus comes to a control or into it.
 void AvisarAlEntrar(const ContextoDePagina &c, QWidget *control, int ayuda);
-/// Runs a task when the focus leaves a control, though not for its own menu, and when its form goes
-/// off the screen.
-void AlDejar(QWidget *control, const std::function<void()> &tarea);
 /// Runs a task each time a page is shown: other pages may have changed what it shows.
 void AlMostrar(QWidget *pagina, const std::function<void()> &tarea);

@@ -19,6 +19,7 @@ enum Texto {
     PideContrasena = 2608,
     PideTipo = 2609,
     SinApostrofe = 4624,
+    Agregar = 9727,
     Comun_ = 9576,
     Supervisor_ = 9577,
 };
@@ -69,13 +70,15 @@ std::optional<QString> PedirContrasena(Sesion &s)
 
 std::optional<int> PedirTipo(Sesion &s)
 {
+    QString tipo;
     for (;;) {
-        const auto dado = s.dialogos.PedirTexto(s(Usuario_), s(PideTipo));
-        const QString tipo = dado.value_or(QString()).trimmed();
+        const auto dado = s.dialogos.PedirTexto(s(Usuario_), s(PideTipo), tipo);
+        tipo = dado.value_or(QString()).trimmed();
         if (tipo.isEmpty())
             return std::nullopt;
         if (tipo == u"1" || tipo == u"2")
             return tipo == u"1" ? Comun : Supervisor;
+        s.dialogos.Mensaje(s(ValorNoValido));
     }
 }
 
@@ -113,6 +116,8 @@ std::optional<int> NuevoUsuario(Sesion &s)
         s.dialogos.Mensaje(s(NoSePuede));
         return std::nullopt;
     }
+    if (!s.dialogos.Pregunta(s(Agregar)))
+        return std::nullopt;
     const auto nombre = PedirNombre(s);
     if (!nombre)
         return std::nullopt;

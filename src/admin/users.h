@@ -15,8 +15,9 @@ QList<FilaDeUsuario> LeerUsuarios(Sesion &s);
 /// A user's type as the list shows it.
 QString TextoDeTipo(const Sesion &s, int ut);
 
-/// Asks for name, password and type, each again while the answer cannot be used, and adds the user.
-/// Backing out of any of them, or an empty name or type, adds nothing. @return the new id
+/// Asks whether to add a user, then for name, password and type, each again while the answer cannot
+/// be used, and adds the user. Backing out of any of them, or an empty name or type, adds nothing.
+/// @return the new id
 std::optional<int> NuevoUsuario(Sesion &s);
 
 /// Deletes a user when asked back. Refused for the only user and for the last Supervisor, because

@@ -1,10 +1,10 @@
 #include "clients/frmimportar.h"
 
+#include "ui/calm_list.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
 #include "ui/theme.h"
 
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QFileInfo>
@@ -25,7 +25,6 @@ namespace
 {
 
 enum Texto {
-    Todas = 3806,
     Volver = 9485,
     Cancelar = 9111,
     NombresDeDatos = 9750,
@@ -42,6 +41,7 @@ enum Texto {
     Titulos = 9763,
     Suertes = 9764,
     PrimeroProbar = 9765,
+    Todas = 9870,
 };
 
 // Rows of the file shown beside each column.
@@ -53,16 +53,14 @@ constexpr int ShowWarnings = 5;
 
 QString plain(QString caption) { return caption.remove(u'&').remove(u'…'); }
 
-// One of the lists above the columns. The wheel scrolls the table, rather than change what the
-// pointer happens to be over; arriving by key brings the column into view.
-class ListaDeDatos : public QComboBox
+// One of the lists above the columns; arriving by key brings the column into view.
+class ListaDeDatos : public ListaCalma
 {
 public:
     ListaDeDatos(const QStringList &names, QTableWidget *table, int column)
         : m_table(table), m_column(column)
     {
         addItems(names);
-        setFocusPolicy(Qt::StrongFocus);
         setMaxVisibleItems(count());
         // As wide as most names; the list that opens is as wide as all.
         setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -71,11 +69,10 @@ public:
     }
 
 protected:
-    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
     void focusInEvent(QFocusEvent *event) override
     {
         m_table->scrollTo(m_table->model()->index(0, m_column));
-        QComboBox::focusInEvent(event);
+        ListaCalma::focusInEvent(event);
     }
 
 private:
@@ -172,7 +169,7 @@ QWidget *frmImportar::buildColumns()
     tblColumnas->verticalHeader()->hide();
     caption->setBuddy(tblColumnas);
 
-    cmbOrden = named(new QComboBox, u"cmbOrden"_s, plain(m_s(Orden)));
+    cmbOrden = named(new ListaCalma, u"cmbOrden"_s, plain(m_s(Orden)));
     cmbOrden->addItems(m_s(Ordenes).split(u'|'));
     cmbOrden->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto *order = new QLabel(m_s(Orden));
@@ -208,7 +205,7 @@ QWidget *frmImportar::buildReport()
     lblResumen->setTextFormat(Qt::PlainText);
     lblResumen->setWordWrap(true);
     lblResumen->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    cmbMostrar = named(new QComboBox, u"cmbMostrar"_s, plain(m_s(Mostrar)));
+    cmbMostrar = named(new ListaCalma, u"cmbMostrar"_s, plain(m_s(Mostrar)));
     cmbMostrar->addItem(m_s(Todas));
     cmbMostrar->addItems(m_s(Suertes).split(u'|'));
     auto *show = new QLabel(m_s(Mostrar));

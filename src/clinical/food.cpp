@@ -1,6 +1,7 @@
 #include "clinical/food.h"
 
 #include "store/lookups.h"
+#include "store/settings_row.h"
 
 #include <QLocale>
 
@@ -8,6 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+
+// Of the settings row, for dogs from the lightest to the heaviest.
+constexpr const char *Niveles[] = {"detali1", "detali2", "detali3"};
 
 QString Numero(Moneda m)
 {
@@ -27,13 +31,26 @@ double UmbralAlimento(Sesion &s, int especie, double peso, int categoria)
 {
     if (categoria != CategoriaAlimento)
         return 0;
-    if (especie == 1) {
-        const Recordset &c = s.configuracion;
-        return (peso <= 10 ? c["detali1"] : peso <= 25 ? c["detali2"] : c["detali3"]).toDouble();
-    }
+    if (TieneTresNiveles(especie))
+        return s.configuracion[Niveles[peso <= 10 ? 0 : peso <= 25 ? 1 : 2]].toDouble();
     Recordset &especies = s.listas.mlespecies;
     especies.FindFirst("id = ?", especie);
     return especies.NoMatch() ? 0 : especies["ali"].toDouble();
+}
+
+Valor NivelDeAlimento(Sesion &s, int especie, int tramo)
+{
+    if (TieneTresNiveles(especie))
+        return s.configuracion[Niveles[tramo]];
+    return s.clientes->Leer("select ali from mlespecies where id = ?", especie);
+}
+
+void GuardarNivelDeAlimento(Sesion &s, int especie, int tramo, const Valor &nivel)
+{
+    if (TieneTresNiveles(especie))
+        GuardarAjuste(s, Niveles[tramo], nivel);
+    else
+        s.clientes->Execute("update mlespecies set ali = ? where id = ?", nivel, especie);
 }
 
 QString TextoDeAlimento(Sesion &s, int idm)

@@ -12,6 +12,15 @@ inline constexpr int CategoriaAlimento = 1;
 /// @param peso in the clinic's own unit, kg or lb
 double UmbralAlimento(Sesion &s, int especie, double peso, int categoria);
 
+/// Whether a species has three levels by weight, and not one of its own.
+constexpr bool TieneTresNiveles(int especie) { return especie == 1; }
+/// One level as UmbralAlimento goes by it: grams, or pounds for a food that comes in pounds. Null
+/// where none is set.
+/// @param tramo 0 to 2 by weight, 0 for a species with one level
+Valor NivelDeAlimento(Sesion &s, int especie, int tramo);
+/// @throws ErrorDeAlmacen
+void GuardarNivelDeAlimento(Sesion &s, int especie, int tramo, const Valor &nivel);
+
 /// What is told of a patient's food beside it: what is left, daily intake and days left. "" when no
 /// stock of food is known.
 QString TextoDeAlimento(Sesion &s, int idm);

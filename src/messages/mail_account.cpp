@@ -26,6 +26,43 @@ constexpr NombreDeCifrado cifrados[] = {
     {Cifrado::Ninguno, u"ninguno"},
 };
 
+// Cut short, either would only be refused by the server some day later.
+bool Cabe(Sesion &s, const QString &texto, std::string_view columna)
+{
+    if (texto.size() <= s.morvane->Ancho("Configuracion", columna))
+        return true;
+    s.dialogos.Mensaje(s(ValorNoValido));
+    return false;
+}
+
+std::optional<QString> PedirUsuario(Sesion &s, QString usuario)
+{
+    do {
+        const auto dado = s.dialogos.PedirTexto(s(UsuarioMail), s(UsuarioMail), usuario);
+        usuario = dado.value_or(QString()).trimmed();
+        if (usuario.isEmpty())
+            return std::nullopt;
+    } while (!Cabe(s, usuario, "usuariomail"));
+    return usuario;
+}
+
+std::optional<QString> PedirContrasenaDeCorreo(Sesion &s)
+{
+    std::optional<QString> dada;
+    do
+        dada = s.dialogos.PedirContrasena(s(UsuarioMail), s(Contrasena));
+    while (dada && !Cabe(s, *dada, "passwordmail"));
+    return dada;
+}
+
+void GuardarUsuario(Sesion &s, const QString &usuario, const QString &contrasena)
+{
+    Lote lote(s);
+    GuardarAjuste(s, "usuariomail", usuario);
+    GuardarAjuste(s, "passwordmail", contrasena);
+    lote.Confirmar();
+}
+
 /// What cannot be read protects rather than not.
 Cifrado CifradoDeNombre(const QString &nombre)
 {
@@ -44,6 +81,8 @@ QString NombreDe(Cifrado cifrado)
 }
 
 } // namespace
+
+bool EsPuerto(int puerto) { return puerto >= 1 && puerto <= mayorPuerto; }
 
 int PuertoHabitual(Cifrado cifrado)
 {
@@ -66,46 +105,37 @@ CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s)
     c.servidor = LeerAjusteDeMaquina(s, claveServidor.toString());
     c.cifrado = CifradoDeNombre(LeerAjusteDeMaquina(s, claveCifrado.toString()));
     c.puerto = LeerAjusteDeMaquina(s, clavePuerto.toString()).toInt();
-    if (c.puerto < 1 || c.puerto > mayorPuerto)
+    if (!EsPuerto(c.puerto))
         c.puerto = PuertoHabitual(c.cifrado);
     return c;
 }
 
 void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
 {
-    Lote lote(s);
-    GuardarAjuste(s, "usuariomail", cuenta.usuario);
-    GuardarAjuste(s, "passwordmail", cuenta.contrasena);
-    lote.Confirmar();
+    GuardarUsuario(s, cuenta.usuario, cuenta.contrasena);
     GuardarServidorDeCorreo(s, cuenta);
 }
 
 void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
 {
-    GuardarAjusteDeMaquina(s, claveServidor.toString(), cuenta.servidor.trimmed());
-    GuardarAjusteDeMaquina(s, clavePuerto.toString(), QString::number(cuenta.puerto));
-    GuardarAjusteDeMaquina(s, claveCifrado.toString(), NombreDe(cuenta.cifrado));
+    const CuentaDeCorreo antes = LeerCuentaDeCorreo(s);
+    if (cuenta.servidor.trimmed() != antes.servidor)
+        GuardarAjusteDeMaquina(s, claveServidor.toString(), cuenta.servidor.trimmed());
+    if (cuenta.cifrado != antes.cifrado)
+        GuardarAjusteDeMaquina(s, claveCifrado.toString(), NombreDe(cuenta.cifrado));
+    // Read again: a port that was never stored follows the encryption.
+    if (cuenta.puerto != LeerCuentaDeCorreo(s).puerto)
+        GuardarAjusteDeMaquina(s, clavePuerto.toString(), QString::number(cuenta.puerto));
 }
 
 bool ModificarCuentaDeCorreo(Sesion &s)
 {
-    const int anchoDeUsuario = s.morvane->Ancho("Configuracion", "usuariomail");
-    const int anchoDeContrasena = s.morvane->Ancho("Configuracion", "passwordmail");
-    CuentaDeCorreo c = LeerCuentaDeCorreo(s);
-
-    const auto usuario = s.dialogos.PedirTexto(s(UsuarioMail), s(UsuarioMail), c.usuario);
-    if (!usuario || usuario->trimmed().isEmpty())
+    const auto usuario = PedirUsuario(s, s.configuracion["usuariomail"].toText());
+    if (!usuario)
         return false;
-    const auto contrasena = s.dialogos.PedirContrasena(s(UsuarioMail), s(Contrasena));
+    const auto contrasena = PedirContrasenaDeCorreo(s);
     if (!contrasena)
         return false;
-    // Cut short, either would only be refused by the server some day later.
-    if (usuario->trimmed().size() > anchoDeUsuario || contrasena->size() > anchoDeContrasena) {
-        s.dialogos.Mensaje(s(ValorNoValido));
-        return false;
-    }
-    c.usuario = usuario->trimmed();
-    c.contrasena = *contrasena;
-    GuardarCuentaDeCorreo(s, c);
+    GuardarUsuario(s, *usuario, *contrasena);
     return true;
 }

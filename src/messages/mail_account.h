@@ -19,10 +19,14 @@ struct CuentaDeCorreo {
 CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s);
 /// @throws ErrorDeAlmacen
 void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
-/// The part of it that is this machine's own.
+/// The part of it that is this machine's own, as far as it differs from what is stored.
+/// @throws ErrorDeAlmacen
 void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
-/// Asks for name and password and stores both; without a name, or backing out, all stays as it was.
+/// Asks for name and password, each again while it is longer than its column, and stores both;
+/// without a name, or backing out, all stays as it was.
 /// @return whether they were stored
 bool ModificarCuentaDeCorreo(Sesion &s);
+/// A number that a port can have.
+bool EsPuerto(int puerto);
 /// 587 with STARTTLS, 465 with TLS, 25 without either.
 int PuertoHabitual(Cifrado cifrado);

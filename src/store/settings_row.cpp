@@ -1,18 +1,13 @@
 #include "store/settings_row.h"
 
+#include <QDir>
 #include <QSettings>
 
-namespace
+QString ArchivoDeMaquina(const Sesion &s)
 {
-
-QString Archivo(const Sesion &s)
-{
-    // Without a program folder nothing is kept: an unnamed file is never written.
     return s.carpetaDePrograma.isEmpty() ? QString()
                                          : s.carpetaDePrograma + QStringLiteral("kelvara.ini");
 }
-
-} // namespace
 
 void GuardarAjuste(Sesion &s, std::string_view columna, const Valor &valor)
 {
@@ -30,10 +25,17 @@ void GuardarAjuste(Sesion &s, std::string_view columna, const Valor &valor)
 
 QString LeerAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &porDefecto)
 {
-    return QSettings(Archivo(s), QSettings::IniFormat).value(clave, porDefecto).toString();
+    return QSettings(ArchivoDeMaquina(s), QSettings::IniFormat).value(clave, porDefecto).toString();
 }
 
 void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &valor)
 {
-    QSettings(Archivo(s), QSettings::IniFormat).setValue(clave, valor);
+    const QString archivo = ArchivoDeMaquina(s);
+    if (archivo.isEmpty())
+        return;
+    QSettings ini(archivo, QSettings::IniFormat);
+    ini.setValue(clave, valor);
+    ini.sync();
+    if (ini.status() != QSettings::NoError)
+        throw ErrorDeAlmacen(ErrorNum::RutaODisco, QDir::toNativeSeparators(archivo));
 }

@@ -6,6 +6,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QFocusEvent>
 #include <QRadioButton>
 
 using namespace Qt::StringLiterals;
@@ -26,43 +27,54 @@ struct Atadura {
     Atar::Guardia guard;
     std::string column;
     std::function<void(const Valor &)> show;
+    std::shared_ptr<Valor> last = std::make_shared<Valor>(); // shown
 
+    /// Without the guard, so that a row that cannot be read is told once by whoever ties the
+    /// controls, and not by each of them.
     void showStored() const
     {
-        guard([this] {
-            if (s.configuracion.AbsolutePosition() < 0)
-                s.configuracion.MoveFirst();
-            show(s.configuracion[column]);
-        });
+        if (s.configuracion.AbsolutePosition() < 0)
+            s.configuracion.MoveFirst();
+        *last = s.configuracion[column];
+        show(*last);
     }
     /// What is stored is what is shown after, whether it was written or not.
     void write(const Valor &value) const
     {
-        guard([&] { GuardarAjuste(s, column, value); });
-        showStored();
+        const bool written = guard([&] {
+            GuardarAjuste(s, column, value);
+            showStored();
+        });
+        if (!written)
+            show(*last);
     }
 };
 
-/// Tells when a box goes off the screen with its form: what was typed there counts as well.
-class AlOcultar : public QObject
+/// Looks on and takes nothing away.
+class Dejada : public QObject
 {
 public:
-    AlOcultar(QLineEdit *box, std::function<void()> task) : QObject(box), m_task(std::move(task))
+    Dejada(QWidget *control, std::function<void()> task)
+        : QObject(control), m_control(control), m_task(std::move(task))
     {
-        box->installEventFilter(this);
+        control->installEventFilter(this);
     }
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
+    bool eventFilter(QObject *, QEvent *event) override
     {
+        const bool left =
+            event->type() == QEvent::FocusOut && EsDejada(*static_cast<const QFocusEvent *>(event));
         // A form that is being destroyed is no form any more and has no guard.
-        if (event->type() == QEvent::Hide
-            && qobject_cast<FormBase *>(static_cast<QWidget *>(watched)->window()))
+        const bool hidden =
+            event->type() == QEvent::Hide && qobject_cast<FormBase *>(m_control->window());
+        if (left || hidden)
             m_task();
         return false;
     }
 
 private:
+    QWidget *m_control;
     std::function<void()> m_task;
 };
 
@@ -84,11 +96,11 @@ void tieBox(Sesion &s, const Atar::Guardia &guard, QLineEdit *box, std::string_v
         if (const auto value = valueOfText(box->text()))
             tie.write(*value);
         else
-            tie.showStored();
+            tie.show(*tie.last);
     };
     tie.showStored();
     QObject::connect(box, &QLineEdit::editingFinished, box, commit);
-    new AlOcultar(box, commit);
+    Atar::AlDejar(box, commit);
 }
 
 } // namespace
@@ -126,6 +138,11 @@ void GrupoDeOpciones::PonerValor(int valor)
     for (QAbstractButton *option : m_grupo->buttons())
         option->setChecked(option->property(valueOf).toInt() == valor);
     m_grupo->setExclusive(true);
+}
+
+void Atar::AlDejar(QWidget *control, const std::function<void()> &tarea)
+{
+    new Dejada(control, tarea);
 }
 
 void Atar::Opciones(Sesion &s, const Guardia &guardia, GrupoDeOpciones *grupo,

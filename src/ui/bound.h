@@ -30,8 +30,10 @@ private:
 };
 
 /// Shows the column's value, and writes each change of the user to the settings row. The control
-/// belongs to a form whose guard tells of what fails; then the stored value is shown again.
-/// Boxes write when they are left or ENTER is pressed, if their text changed.
+/// belongs to a form whose guard tells of what fails; then the stored value is shown again, as it
+/// is for a text that is no such value. Boxes write when they are left or ENTER is pressed, if
+/// their text changed.
+/// @throws ErrorDeAlmacen when the column cannot be read
 namespace Atar
 {
 using Guardia = std::function<bool(const std::function<void()> &)>;
@@ -42,4 +44,8 @@ void Texto(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view 
 void Entero(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna);
 void Numero(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna);
 void Hora(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna);
+
+/// Runs a task when a control is left, and when its form goes off the screen: what was typed there
+/// counts as well.
+void AlDejar(QWidget *control, const std::function<void()> &tarea);
 } // namespace Atar

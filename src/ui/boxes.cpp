@@ -88,6 +88,11 @@ std::vector<std::optional<int>> parts(const QString &text, QChar mark)
 
 } // namespace
 
+bool EsDejada(const QFocusEvent &event)
+{
+    return event.reason() != Qt::ActiveWindowFocusReason && event.reason() != Qt::PopupFocusReason;
+}
+
 CajaDeEntero::CajaDeEntero(int digitos, QWidget *parent)
     : QLineEdit(parent), m_digitos(std::clamp(digitos, 1, mostDigits))
 {
@@ -179,10 +184,7 @@ void CajaDeFecha::focusInEvent(QFocusEvent *event)
 
 void CajaDeFecha::focusOutEvent(QFocusEvent *event)
 {
-    // Another window over the form is not leaving the box.
-    const bool left =
-        event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
-    const bool bad = left && !Valida();
+    const bool bad = EsDejada(*event) && !Valida();
     if (bad)
         clear();
     QLineEdit::focusOutEvent(event);
@@ -215,7 +217,12 @@ void CajaDeHora::focusInEvent(QFocusEvent *event)
 
 void CajaDeHora::focusOutEvent(QFocusEvent *event)
 {
-    if (!Hora().isValid())
-        clear();
+    // What is half typed waits for the user to come back; nobody is told of it yet.
+    const bool left = EsDejada(*event);
+    const QSignalBlocker silent(left ? nullptr : this);
     QLineEdit::focusOutEvent(event);
+    // Behind editingFinished: whoever stores the box sees that this was no time, and not a box that
+    // the user has emptied.
+    if (left && !Hora().isValid())
+        clear();
 }

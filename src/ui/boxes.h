@@ -6,6 +6,10 @@
 #include <QLineEdit>
 #include <optional>
 
+/// Whether a box that loses the focus is left: another window or a menu over the form is not
+/// leaving it.
+bool EsDejada(const QFocusEvent &event);
+
 /// Whole digits.
 class CajaDeEntero : public QLineEdit
 {
@@ -64,7 +68,8 @@ private:
     Sesion &m_s;
 };
 
-/// A time of day over the mask "__:__"; anything else becomes empty on leaving.
+/// A time of day over the mask "__:__". Anything else becomes empty on leaving, after
+/// editingFinished has told it.
 class CajaDeHora : public QLineEdit
 {
     Q_OBJECT

@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -18,12 +17,11 @@ bool erases(const QKeyEvent &key)
 
 } // namespace
 
-ListaConCompletado::ListaConCompletado(QWidget *parent) : QComboBox(parent)
+ListaConCompletado::ListaConCompletado(QWidget *parent) : ListaCalma(parent)
 {
     setEditable(true);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
-    setFocusPolicy(Qt::StrongFocus); // the wheel over a form must not choose
     setMaxVisibleItems(16);
     lineEdit()->installEventFilter(this);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString &text) {
@@ -87,7 +85,7 @@ bool ListaConCompletado::eventFilter(QObject *watched, QEvent *event)
         keyPressEvent(static_cast<QKeyEvent *>(event));
         return true;
     }
-    return QComboBox::eventFilter(watched, event);
+    return ListaCalma::eventFilter(watched, event);
 }
 
 void ListaConCompletado::keyPressEvent(QKeyEvent *event)
@@ -110,14 +108,6 @@ void ListaConCompletado::keyPressEvent(QKeyEvent *event)
         break;
     }
     m_borra = erases(*event);
-    QComboBox::keyPressEvent(event);
+    ListaCalma::keyPressEvent(event);
     m_borra = false;
-}
-
-void ListaConCompletado::wheelEvent(QWheelEvent *event)
-{
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }

@@ -2,13 +2,12 @@
 #pragma once
 
 #include "store/dialogs.h"
-
-#include <QComboBox>
+#include "ui/calm_list.h"
 
 /// The list itself does not know what completes a text: it tells each typed text, and whoever
 /// knows gives back the best entry, whose untyped part stays selected so that the next key
 /// replaces it. A key that moves or erases tells nothing and leaves the text as it is.
-class ListaConCompletado : public QComboBox
+class ListaConCompletado : public ListaCalma
 {
     Q_OBJECT
 public:
@@ -26,13 +25,12 @@ public:
 Q_SIGNALS:
     void tecleado(const QString &texto);
     void vaciado();
-    /// Walked to or picked by the user: UP, DOWN, the wheel or the mouse.
+    /// Walked to or picked by the user: UP, DOWN or the mouse.
     void elegido(int id);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
 
 private:
     bool m_borra = false; // the key at work erases

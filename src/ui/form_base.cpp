@@ -2,6 +2,7 @@
 
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "store/settings_row.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -207,12 +208,6 @@ void FormBase::keyPressEvent(QKeyEvent *event)
     QDialog::keyPressEvent(event);
 }
 
-QString FormBase::iniFile() const
-{
-    // Without a program folder nothing is remembered: an unnamed file is never written.
-    return m_s.carpetaDePrograma.isEmpty() ? QString() : m_s.carpetaDePrograma + u"kelvara.ini"_s;
-}
-
 QString FormBase::headerKey(const QHeaderView *header) const
 {
     return objectName() + u'/' + header->parent()->objectName();
@@ -221,7 +216,7 @@ QString FormBase::headerKey(const QHeaderView *header) const
 void FormBase::rememberSize(QSize first)
 {
     m_remembersSize = true;
-    const QSettings ini(iniFile(), QSettings::IniFormat);
+    const QSettings ini(ArchivoDeMaquina(m_s), QSettings::IniFormat);
     if (restoreGeometry(ini.value(objectName() + u"/geometry"_s).toByteArray()))
         return;
     resize(screen() ? first.boundedTo(screen()->availableSize()) : first);
@@ -230,7 +225,7 @@ void FormBase::rememberSize(QSize first)
 void FormBase::rememberColumns(QHeaderView *header)
 {
     m_headers.append(header);
-    const QSettings ini(iniFile(), QSettings::IniFormat);
+    const QSettings ini(ArchivoDeMaquina(m_s), QSettings::IniFormat);
     header->restoreState(ini.value(headerKey(header)).toByteArray());
 }
 
@@ -238,7 +233,7 @@ void FormBase::hideEvent(QHideEvent *event)
 {
     m_passOver = false;
     if (!event->spontaneous() && (m_remembersSize || !m_headers.isEmpty())) {
-        QSettings ini(iniFile(), QSettings::IniFormat);
+        QSettings ini(ArchivoDeMaquina(m_s), QSettings::IniFormat);
         if (m_remembersSize)
             ini.setValue(objectName() + u"/geometry"_s, saveGeometry());
         for (const auto &header : std::as_const(m_headers))

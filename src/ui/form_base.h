@@ -33,8 +33,8 @@ public:
     /// Called by the registry each time the form is about to be shown: with what, if anything.
     virtual void opened(const QVariantMap &parametros);
 
-    /// Runs what can fail. The only catch among the forms: nothing is thrown into the event loop,
-    /// and what the user typed stays on the form.
+    /// Runs what can fail. Here every failure of a form ends and is told: nothing is thrown into
+    /// the event loop, and what the user typed stays on the form.
     /// @return false when it failed; the user has been told
     bool guarded(const std::function<void()> &task);
 
@@ -67,7 +67,6 @@ protected:
 
 private:
     void moveOn(QObject *from);
-    QString iniFile() const;
     QString headerKey(const QHeaderView *header) const;
 
     QHash<QObject *, QWidget *> m_nextBox;

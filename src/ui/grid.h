@@ -119,6 +119,7 @@ protected:
 
 private:
     void tellRow();
+    QList<int> shownColumns() const;
     void exportAs(const QString &suffix);
     void openMenu(QPoint place);
     QPoint menuPlace() const;

@@ -29,15 +29,6 @@ void replaceFile(const QString &name, const QByteArray &content)
         fail(name, file.errorString());
 }
 
-QList<int> visibleColumns(const ModeloDeGrilla &model)
-{
-    QList<int> columns;
-    for (int c = 0; c < model.Columnas().size(); ++c)
-        if (!model.Columnas()[c].oculta)
-            columns << c;
-    return columns;
-}
-
 /// A number as a spreadsheet of this locale reads it: without marks between the thousands.
 QString plainCell(const ModeloDeGrilla &model, int row, int column)
 {
@@ -118,7 +109,7 @@ lxw_format *format(lxw_workbook *book, const char *pattern)
     return f;
 }
 
-lxw_error writeBook(const ModeloDeGrilla &model, const QByteArray &file)
+lxw_error writeBook(const ModeloDeGrilla &model, const QList<int> &columns, const QByteArray &file)
 {
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
@@ -134,7 +125,6 @@ lxw_error writeBook(const ModeloDeGrilla &model, const QByteArray &file)
     if (!hoja.sheet)
         return LXW_ERROR_CREATING_TMPFILE;
 
-    const QList<int> columns = visibleColumns(model);
     lxw_format *bold = workbook_add_format(book.get());
     format_set_bold(bold);
     for (lxw_col_t i = 0; i < columns.size(); ++i)
@@ -159,14 +149,13 @@ lxw_error writeBook(const ModeloDeGrilla &model, const QByteArray &file)
 
 } // namespace
 
-void ExportarCsv(const ModeloDeGrilla &modelo, const QString &archivo)
+void ExportarCsv(const ModeloDeGrilla &modelo, const QList<int> &columnas, const QString &archivo)
 {
     const QChar separator = QLocale().decimalPoint() == u"," ? u';' : u',';
-    const QList<int> columns = visibleColumns(modelo);
     QString text(QChar::ByteOrderMark);
     const auto line = [&](const auto &field) {
-        for (qsizetype i = 0; i < columns.size(); ++i)
-            text += (i ? QString(separator) : QString()) + field(columns[i]);
+        for (qsizetype i = 0; i < columnas.size(); ++i)
+            text += (i ? QString(separator) : QString()) + field(columnas[i]);
         text += u"\r\n"_s;
     };
     line([&](int c) { return csvField(modelo.Columnas()[c].titulo, separator, true); });
@@ -178,13 +167,13 @@ void ExportarCsv(const ModeloDeGrilla &modelo, const QString &archivo)
     replaceFile(archivo, text.toUtf8());
 }
 
-void ExportarXlsx(const ModeloDeGrilla &modelo, const QString &archivo)
+void ExportarXlsx(const ModeloDeGrilla &modelo, const QList<int> &columnas, const QString &archivo)
 {
     const QTemporaryDir folder;
     if (!folder.isValid())
         fail(archivo, folder.errorString());
     const QString name = folder.filePath(u"grilla.xlsx"_s);
-    if (const lxw_error e = writeBook(modelo, QFile::encodeName(name)); e != LXW_NO_ERROR)
+    if (const lxw_error e = writeBook(modelo, columnas, QFile::encodeName(name)); e != LXW_NO_ERROR)
         fail(archivo, QString::fromUtf8(lxw_strerror(e)));
     QFile written(name);
     if (!written.open(QIODevice::ReadOnly))

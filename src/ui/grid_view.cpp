@@ -199,18 +199,28 @@ QList<int> Grilla::FilasSeleccionadas() const
     return rows;
 }
 
+// In the order in which the user has put them.
+QList<int> Grilla::shownColumns() const
+{
+    QList<int> columns;
+    for (int visual = 0; visual < Modelo()->columnCount(); ++visual)
+        if (const int c = horizontalHeader()->logicalIndex(visual); !isColumnHidden(c))
+            columns << c;
+    return columns;
+}
+
 QString Grilla::ComoTexto() const
 {
     const QList<int> rows = FilasSeleccionadas();
     if (rows.isEmpty())
         return {};
     const ModeloDeGrilla &m = *Modelo();
+    const QList<int> columns = shownColumns();
     QString text;
     const auto line = [&](const auto &cell) {
         QStringList cells;
-        for (int visual = 0; visual < m.columnCount(); ++visual)
-            if (const int c = horizontalHeader()->logicalIndex(visual); !isColumnHidden(c))
-                cells << flat(cell(c));
+        for (const int c : columns)
+            cells << flat(cell(c));
         text += cells.join(u'\t') + u'\n';
     };
     line([&](int c) { return m.Columnas()[c].titulo; });
@@ -312,7 +322,10 @@ void Grilla::exportAs(const QString &suffix)
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     QString failure;
     try {
-        csv ? ExportarCsv(*Modelo(), file) : ExportarXlsx(*Modelo(), file);
+        if (csv)
+            ExportarCsv(*Modelo(), shownColumns(), file);
+        else
+            ExportarXlsx(*Modelo(), shownColumns(), file);
     } catch (const ErrorDeAlmacen &e) {
         failure = e.descripcion;
     } catch (const std::exception &e) {

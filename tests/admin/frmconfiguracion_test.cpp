@@ -18,6 +18,7 @@
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -170,6 +171,16 @@ TEST_F(Settings, ABoxIsWrittenWhenItIsLeftEvenByClosing)
     EXPECT_EQ(Filas(*s.morvane, "select nom, dir from veterinaria"), u"El Arca|Calle 5\n"_s);
 }
 
+TEST_F(Settings, APageThatCannotBeReadSaysSoOnce)
+{
+    s.morvane->Execute("alter table configuracion drop column horaracion2");
+    s.morvane->Execute("alter table configuracion drop column horaracion3");
+    s.configuracion.Requery();
+    ask.Espera(s(4604));
+    openAt(u"hospedaje"_s);
+    EXPECT_EQ(the<QLabel>(u"Ayu"_s)->text(), s(9628));
+}
+
 TEST_F(Settings, AFailureIsToldAndTheStoredValueShownAgain)
 {
     s.morvane->Execute("update veterinaria set nom = 'Antes'");
@@ -190,6 +201,7 @@ TEST_F(Settings, UsersAreWorkedFromTheGrid)
     openAt(u"usuarios"_s);
     auto *grid = the<Grilla>(u"grdUsr"_s);
     grid->setFocus();
+    ask.Espera(u"Add a user?"_s);
     ask.EsperaTexto(u"username"_s, u"Luis"_s);
     ask.EsperaTexto(u"password"_s, u""_s);
     ask.EsperaTexto(u"user type"_s, u"1"_s);
@@ -229,9 +241,20 @@ TEST_F(Settings, TheServerOfMailsBelongsToThisMachine)
     kind->setFocus();
     QTest::keyClick(kind, Qt::Key_Down);
     EXPECT_EQ(the<QLineEdit>(u"txtPuertoMail"_s)->text(), u"465"_s) << "the usual one follows";
-    type(u"txtPuertoMail"_s, u"0"_s);
-    EXPECT_EQ(the<QLineEdit>(u"txtPuertoMail"_s)->text(), u"465"_s) << "0 is no port";
+    QWheelEvent wheel({2, 2}, kind->mapToGlobal(QPointF(2, 2)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(kind, &wheel);
+    EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/cifrado"_s), u"tls"_s) << "the wheel writes nothing";
+    EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/puerto"_s), QString()) << "not what did not change";
+    type(u"txtPuertoMail"_s, u"2525"_s);
+    for (const QString &none : {u"0"_s, u"65536"_s}) {
+        type(u"txtPuertoMail"_s, none);
+        EXPECT_EQ(the<QLineEdit>(u"txtPuertoMail"_s)->text(), u"2525"_s) << none.toStdString();
+        EXPECT_EQ(the<QLabel>(u"Ayu"_s)->text(), s(31));
+    }
     EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/servidor"_s), u"smtp.example.com"_s);
+    QTest::mouseClick(the<QPushButton>(u"cmdVerCuenta"_s), Qt::LeftButton);
+    EXPECT_EQ(list()->currentRow(), 0) << "the account stands with the clinic's data";
     ask.EsperaTexto(u"User name"_s, u"ana"_s);
     ask.EsperaTexto(u"Password"_s, u"secreta"_s);
     QTest::mouseClick(the<QPushButton>(u"cmdModMail"_s), Qt::LeftButton);

@@ -26,6 +26,7 @@ protected:
     QString contados() { return Filas(*s.morvane, "select contadorUsuarios from configuracion"); }
 
     const QString antes = u"1|Ana|gato|2\n2|Luis||1\n"_s;
+    const QString agregar = u"Add a user?"_s;
     const QString nombre = u"Enter 'username'"_s;
     const QString contrasena = u"Enter the 'password'"_s;
     const QString tipo = u"Enter 'user type'"_s;
@@ -35,6 +36,7 @@ protected:
 
 TEST_F(Usuarios, EachAnswerIsAskedForAgainUntilItCanBeUsed)
 {
+    ask.Espera(agregar);
     ask.EsperaTexto(nombre, u"ANA"_s);
     ask.Espera(u"Name or item duplicate"_s);
     ask.EsperaTexto(nombre, u"d'Or"_s);
@@ -50,7 +52,9 @@ TEST_F(Usuarios, EachAnswerIsAskedForAgainUntilItCanBeUsed)
     ask.Espera(u"valid value"_s);
     ask.EsperaTexto(contrasena, u"perro"_s);
     ask.EsperaTexto(tipo, u"3"_s);
+    ask.Espera(u"valid value"_s);
     ask.EsperaTexto(tipo, u"12"_s);
+    ask.Espera(u"valid value"_s);
     ask.EsperaTexto(tipo, u"2"_s);
     EXPECT_EQ(NuevoUsuario(s), 3);
     EXPECT_EQ(todos(), antes + u"3|Eva|perro|2\n"_s);
@@ -63,6 +67,7 @@ TEST_F(Usuarios, BackingOutOfAnyAnswerAddsNothing)
         for (const auto &salida : {std::optional<QString>(), std::optional<QString>(u""_s)}) {
             if (respondidas == 1 && salida)
                 continue; // an empty password is one
+            ask.Espera(agregar);
             if (respondidas > 0)
                 ask.EsperaTexto(nombre, u"Eva"_s);
             if (respondidas > 1)
@@ -70,6 +75,8 @@ TEST_F(Usuarios, BackingOutOfAnyAnswerAddsNothing)
             ask.EsperaTexto(QStringList{nombre, contrasena, tipo}[respondidas], salida);
             EXPECT_EQ(NuevoUsuario(s), std::nullopt) << respondidas;
         }
+    ask.Espera(agregar, false);
+    EXPECT_EQ(NuevoUsuario(s), std::nullopt);
     EXPECT_EQ(todos(), antes);
     EXPECT_EQ(contados(), u"2\n"_s);
 }
@@ -77,6 +84,7 @@ TEST_F(Usuarios, BackingOutOfAnyAnswerAddsNothing)
 TEST_F(Usuarios, NumbersEndWhereTheirColumnDoes)
 {
     contador(254);
+    ask.Espera(agregar);
     ask.EsperaTexto(nombre, u"Eva"_s);
     ask.EsperaTexto(contrasena, u""_s);
     ask.EsperaTexto(tipo, u"1"_s);

@@ -78,14 +78,19 @@ TEST_F(Cuenta, NameAndPasswordAreAskedForInTurnAndStoredTogether)
     pedir(u"eva"_s);
     ask.EsperaTexto(u"Password"_s, std::nullopt);
     EXPECT_FALSE(ModificarCuentaDeCorreo(s));
+    EXPECT_EQ(guardada(), u"ana|uno\n"_s);
+
+    // Each is asked for again while it does not fit, before the next one.
+    pedir(QString(s.morvane->Ancho("Configuracion", "usuariomail") + 1, u'x'));
+    ask.Espera(u"valid value"_s);
     pedir(u"eva"_s);
     ask.EsperaTexto(u"Password"_s, QString(51, u'x'));
     ask.Espera(u"valid value"_s);
-    EXPECT_FALSE(ModificarCuentaDeCorreo(s));
-    EXPECT_EQ(guardada(), u"ana|uno\n"_s);
-
-    pedir(u"eva"_s);
     ask.EsperaTexto(u"Password"_s, u""_s);
     EXPECT_TRUE(ModificarCuentaDeCorreo(s));
     EXPECT_EQ(guardada(), u"eva|\n"_s);
+    EXPECT_EQ(deLaMaquina(), QByteArray()) << "the server is another matter";
+
+    s.carpetaDePrograma = carpeta.filePath(u"morvane.mdb"_s) + u'/'; // no folder
+    EXPECT_THROW(GuardarServidorDeCorreo(s, {{}, {}, u"smtp"_s}), ErrorDeAlmacen);
 }

@@ -111,6 +111,11 @@ TEST_F(Bound, ABoxIsStoredWhenItIsLeft)
     check->click();
     EXPECT_EQ(stored("LVMascotas"), u"-1"_s);
 
+    for (const QString &bad : {u"2530"_s, u"8"_s}) {
+        retype(hour, bad);
+        check->setFocus(Qt::TabFocusReason);
+        EXPECT_EQ(stored("horaracion1") + hour->text(), u"07:30:0007:30"_s) << bad.toStdString();
+    }
     retype(hour, QString());
     retype(days, QString());
     name->setFocus();
@@ -119,6 +124,19 @@ TEST_F(Bound, ABoxIsStoredWhenItIsLeft)
     retype(name, u"typed, then the form is closed"_s);
     form.close();
     EXPECT_EQ(stored("TicketSup1"), u"typed, then the form is closed"_s);
+}
+
+TEST_F(Bound, AColumnThatCannotBeReadIsToldOnce)
+{
+    auto *name = form.add<QLineEdit>();
+    auto *days = form.add<CajaDeEntero>(4);
+    s.morvane->Execute("alter table configuracion drop column TicketSup1");
+    s.configuracion.Requery();
+    ask.Espera(s(4604));
+    EXPECT_FALSE(form.guarded([&] {
+        Atar::Texto(s, form.guard(), name, "TicketSup1");
+        Atar::Entero(s, form.guard(), days, "diasdeudores");
+    }));
 }
 
 TEST_F(Bound, AFailureIsToldAndTheStoredValueShownAgain)

@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -142,6 +143,11 @@ TEST_F(TypedBoxes, ATimeIsWholeOrNothing)
         leave();
         EXPECT_EQ(box.displayText(), u"__:__"_s) << bad.toStdString();
     }
+    box.setFocus();
+    QTest::keyClicks(&box, u"09"_s);
+    QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&box, &away);
+    EXPECT_EQ(box.displayText(), u"09:__"_s) << "another window is not leaving it";
 }
 
 TEST_F(TypedBoxes, AListProposesTheRestOfWhatIsTyped)
@@ -189,6 +195,13 @@ TEST_F(TypedBoxes, AListProposesTheRestOfWhatIsTyped)
     EXPECT_EQ(emptied.size(), 1);
     list.SeleccionarItem(77);
     EXPECT_EQ(list.currentText(), QString());
+
+    list.SeleccionarItem(4);
+    QWheelEvent wheel({2, 2}, list.mapToGlobal(QPointF(2, 2)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&list, &wheel);
+    EXPECT_EQ(list.Id(), 4) << "the wheel is for the form";
+    EXPECT_FALSE(wheel.isAccepted());
 }
 
 TEST_F(TypedBoxes, TheHelpLineKeepsTheWholeText)

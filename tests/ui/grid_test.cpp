@@ -32,6 +32,8 @@ const QList<ColumnaDeGrilla> columns{
     {u"Born"_s, Clase::Dia},      {u"Time"_s, Clase::Hora},
     {u"Active"_s, Clase::SiNo},   {u"Key"_s, Clase::Entero, 80, true}};
 
+const QList<int> exported{Nombre, Id, Peso, Saldo, Nacido, Hora, Activo};
+
 FilaDeGrilla row(const QString &name, int id)
 {
     return {.celdas = {name, id, double(12.35F), Moneda::DeDiezmilesimos(1234'5000),
@@ -233,12 +235,12 @@ TEST_F(Grid, TheCsvIsWhatASpreadsheetOfTheCountryReads)
     odd.celdas[Peso] = -0.5;
     odd.celdas[Nacido] = {};
     model.Poner({odd, row(u"+598 99"_s, 8)});
-    ExportarCsv(model, carpeta.filePath(u"a.csv"_s));
+    ExportarCsv(model, exported, carpeta.filePath(u"a.csv"_s));
     EXPECT_EQ(read(u"a.csv"_s), "\xEF\xBB\xBFName;ID;Weight;Balance;Born;Time;Active\r\n"
                                 "\"'=HYPERLINK(\"\"x\"\");\nRex\";00007;-0,5;1234,50;;09:05;Yes\r\n"
                                 "'+598 99;00008;12,35;1234,50;31/01/2020;09:05;No\r\n");
     QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
-    ExportarCsv(model, carpeta.filePath(u"a.csv"_s));
+    ExportarCsv(model, exported, carpeta.filePath(u"a.csv"_s));
     EXPECT_TRUE(read(u"a.csv"_s).ends_with("'+598 99,00008,12.35,1234.50,01/31/2020,09:05,No\r\n"));
 }
 
@@ -249,7 +251,7 @@ TEST_F(Grid, TheWorkbookHoldsValuesAndNotTexts)
         GTEST_SKIP() << "no unzip to look into the file with";
     model.Poner({row(u"=1+1 <Rex> \u0001"_s, 7)});
     const QString file = carpeta.filePath(u"á.xlsx"_s);
-    ExportarXlsx(model, file);
+    ExportarXlsx(model, exported, file);
     QProcess p;
     p.start(unzip, {u"-p"_s, file, u"xl/worksheets/sheet1.xml"_s});
     ASSERT_TRUE(p.waitForFinished());
@@ -261,10 +263,11 @@ TEST_F(Grid, TheWorkbookHoldsValuesAndNotTexts)
     EXPECT_FALSE(has(u"r=\"H2\""_s)) << "a hidden column stays out";
 }
 
-TEST_F(Grid, AnExportThatFailsIsToldAndLosesNothing)
+TEST_F(Grid, AnExportIsWhatIsShownAndOneThatFailsLosesNothing)
 {
     Grilla grid(s, &model);
     grid.setAccessibleName(u"Owners / 2026"_s);
+    grid.horizontalHeader()->moveSection(Peso, 0);
     grid.show();
     const auto choose = [&grid](int entry) {
         QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
@@ -281,6 +284,8 @@ TEST_F(Grid, AnExportThatFailsIsToldAndLosesNothing)
     ask.EsperaTexto(title, carpeta.filePath(u"owners"_s));
     choose(2);
     const std::string before = read(u"owners.csv"_s);
+    EXPECT_TRUE(before.starts_with("\xEF\xBB\xBFWeight;Name;ID;Balance;Born;Time;Active\r\n"))
+        << "what is shown, in the order in which it stands";
     EXPECT_NE(before.find("Milo"), before.npos);
 
     ask.EsperaTexto(title, carpeta.filePath(u"nowhere/owners.xlsx"_s));
@@ -289,7 +294,7 @@ TEST_F(Grid, AnExportThatFailsIsToldAndLosesNothing)
 
     const QString file = carpeta.filePath(u"full.csv"_s);
     ASSERT_TRUE(QDir().mkdir(file)); // stands where the file should go
-    EXPECT_THROW(ExportarCsv(model, file), ErrorDeAlmacen);
+    EXPECT_THROW(ExportarCsv(model, exported, file), ErrorDeAlmacen);
     EXPECT_EQ(read(u"owners.csv"_s), before);
 }
 

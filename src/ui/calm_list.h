@@ -1,0 +1,19 @@
+// A list that the wheel does not change by chance.
+#pragma once
+
+#include <QComboBox>
+#include <QWheelEvent>
+
+/// The wheel scrolls the form below it and chooses in the open list alone: over a closed one it
+/// would write what nobody meant.
+class ListaCalma : public QComboBox
+{
+public:
+    explicit ListaCalma(QWidget *parent = nullptr) : QComboBox(parent)
+    {
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+protected:
+    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+};

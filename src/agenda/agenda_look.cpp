@@ -7,6 +7,7 @@
 
 #include <QCalendarWidget>
 #include <QPainter>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -16,12 +17,31 @@ namespace
 enum Texto { Cliente = 14, Telefonos = 15 };
 
 constexpr int pictureSide = 22;
+constexpr QSize calendarSize{300, 250};
 const QString between = u"  ·  "_s;
 
 QString joined(QStringList parts)
 {
     parts.removeAll(QString());
     return parts.join(between);
+}
+
+/// The month as calm as the rest: no red, no arrows of another style.
+void dressCalendar(QCalendarWidget *month)
+{
+    month->setFirstDayOfWeek(QLocale().firstDayOfWeek());
+    month->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    month->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
+    month->setMinimumSize(calendarSize);
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        month->setWeekdayTextFormat(day, month->weekdayTextFormat(Qt::Monday));
+    const std::pair<QString, QString> arrows[] = {{u"qt_calendar_prevmonth"_s, u"‹"_s},
+                                                  {u"qt_calendar_nextmonth"_s, u"›"_s}};
+    for (const auto &[name, sign] : arrows)
+        if (auto *arrow = month->findChild<QToolButton *>(name)) {
+            arrow->setIcon({});
+            arrow->setText(sign);
+        }
 }
 
 /// What stands in the second line.
@@ -61,6 +81,18 @@ VistaDeHoras { border: 1px solid palette(mid); border-radius: 8px; background: p
 VistaDeHoras:focus { border-color: palette(highlight); }
 QLineEdit, QComboBox, QDateEdit { padding: 4px 8px; }
 QLineEdit:focus, QComboBox:focus, QDateEdit:focus { padding: 3px 7px; }
+QCalendarWidget QWidget#qt_calendar_navigationbar {
+    background: palette(base); border: 1px solid palette(mid); border-bottom: 0;
+}
+QCalendarWidget QToolButton {
+    background: transparent; color: palette(text); border: 0; border-radius: 6px;
+    padding: 4px 10px; font-weight: 600; qproperty-iconSize: 0px;
+}
+QCalendarWidget QToolButton:hover { background: palette(alternate-base); }
+QCalendarWidget QToolButton::menu-indicator { image: none; width: 0; }
+QCalendarWidget QAbstractItemView {
+    border: 1px solid palette(mid); border-top: 0; border-radius: 0;
+}
 QDateEdit { padding-right: 26px; }
 QDateEdit:focus { padding-right: 25px; }
 QDateEdit::drop-down {
@@ -75,8 +107,7 @@ CajaDeDia::CajaDeDia(QWidget *parent) : QDateEdit(parent)
     setDisplayFormat(MesPrimero() ? u"MM/dd/yyyy"_s : u"dd/MM/yyyy"_s);
     setCalendarPopup(true);
     setKeyboardTracking(false);
-    calendarWidget()->setFirstDayOfWeek(QLocale().firstDayOfWeek());
-    calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    dressCalendar(calendarWidget());
 }
 
 PintorDeDibujo::PintorDeDibujo(std::function<QString(const QModelIndex &)> dibujo, bool conTexto,

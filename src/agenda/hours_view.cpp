@@ -384,7 +384,11 @@ void VistaDeHoras::mousePressEvent(QMouseEvent *event)
         return;
     if (const Bloque *b = blockAt(p)) {
         const QDate before = DiaDelCursor();
-        m_arrastre = {taskOf(*b).id, p, false, {}, {}};
+        // One without an hour hangs by its upper edge.
+        m_arrastre = {};
+        m_arrastre.id = taskOf(*b).id;
+        m_arrastre.desde = p;
+        m_arrastre.asido = b->fila < 0 ? minuteAt(p.y()) - b->tramo.desde : 0;
         select(m_arrastre.id, true);
         if (DiaDelCursor() != before)
             Q_EMIT diaElegido(DiaDelCursor());
@@ -431,11 +435,12 @@ void VistaDeHoras::drag(QPoint p)
         bar->setValue(bar->value() + lineHeight());
     else if (p.y() < top() + lineHeight() && p.y() >= 0)
         bar->setValue(bar->value() - lineHeight());
-    // The block hangs where it was taken; one without an hour hangs by its upper edge.
-    const int held =
-        b->fila < 0 ? (m_arrastre.desde.y() - rectOf(*b).top()) * quarter / lineHeight() : 0;
-    m_arrastre.dia = m_dias[columnAt(p.x())];
-    m_arrastre.hora = AlCuarto(minuteAt(p.y()) - held);
+    const int column = columnAt(p.x()), minute = minuteAt(p.y()) - m_arrastre.asido;
+    m_arrastre.dia = m_dias[column];
+    m_arrastre.hora = AlCuarto(minute);
+    m_arrastre.enSuLugar =
+        column == b->columna
+        && (b->fila < 0 ? qAbs(minute - b->tramo.desde) <= quarter / 2 : p.y() < top());
     viewport()->update();
 }
 
@@ -443,14 +448,11 @@ void VistaDeHoras::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
+    if (m_arrastre.enCurso)
+        drag(event->position().toPoint());
     const Arrastre done = m_arrastre;
-    const bool back =
-        QRect(done.desde, QSize(1, 1))
-            .marginsAdded({lineHeight() / 2, lineHeight() / 2, lineHeight() / 2, lineHeight() / 2})
-            .contains(event->position().toPoint());
     stopDragging();
-    // Put back where it was taken: nothing moves, not even to the next quarter.
-    if (done.enCurso && !back)
+    if (done.enCurso && !done.enSuLugar)
         Q_EMIT tareaMovida(done.id, done.dia, done.hora);
 }
 

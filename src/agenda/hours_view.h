@@ -78,7 +78,9 @@ private:
     struct Arrastre {
         int id = 0;
         QPoint desde;
+        int asido = 0; // minutes below its beginning where the hand holds it
         bool enCurso = false;
+        bool enSuLugar = true; // nothing moves, not even to the next quarter
         QDate dia;
         QTime hora;
     };

@@ -256,16 +256,24 @@ TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
     QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {}, hours()->PuntoDe(hoy, {8, 30}));
     EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
     EXPECT_TRUE(form->isVisible()) << "it ended the drag, not the form";
-    // A click that trembles is no drag.
-    const QPoint held = hours()->LugarDe(1).center();
-    QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, held);
-    EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
+    // Carried about and put back: it does not even go to the next quarter.
+    s.morvane->Execute("update TareasAgenda set hor = ? where id = 1", QTime(11, 5));
+    press(list(), Qt::Key_F5);
+    drag(1, hoy, {9, 0}, false);
+    QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {},
+                        hours()->LugarDe(1).topLeft() + QPoint(60, 6));
+    EXPECT_EQ(moved(), u"1|2026-03-11|11:05:00\n"_s);
 
     click(u"cmdSemana"_s);
     drag(1, hoy.addDays(2), {9, 45});
     EXPECT_EQ(moved(), u"1|2026-03-13|09:45:00\n"_s);
     EXPECT_EQ(day(), hoy.addDays(2));
     EXPECT_EQ(list()->FilaActual(), 0);
+    // One without an hour stands above the hours until it is given one.
+    s.morvane->Execute("update TareasAgenda set hor = null where id = 1");
+    press(list(), Qt::Key_F5);
+    drag(1, hoy.addDays(2), {14, 30});
+    EXPECT_EQ(moved(), u"1|2026-03-13|14:30:00\n"_s);
     press(hours(), Qt::Key_Escape);
     EXPECT_FALSE(form && form->isVisible());
 }

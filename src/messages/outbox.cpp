@@ -242,13 +242,27 @@ void MarcarEnviada(Sesion &s, Recordset &tarea, QDate hoy)
                             tarea["des"].toText().toInt());
 }
 
+// Moves on. @return whether the task reached has the same reason and addressee
+bool PasarAIgual(Recordset &r)
+{
+    const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
+    r.MoveNext();
+    return !r.EOF_() && r["tip"].toInt() == tip && r["ida"].toInt() == ida;
+}
+
+bool SigueUnaIgual(Recordset &r)
+{
+    const int aqui = r.AbsolutePosition();
+    const bool sigue = PasarAIgual(r);
+    r.AbsolutePosition(aqui);
+    return sigue;
+}
+
 // One message per reason and addressee: the tasks that follow with the same ones count as sent,
 // whatever became of the first, on purpose. Leaves the recordset behind them.
 void MarcarIguales(Recordset &r, QDate hoy)
 {
-    const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
-    for (r.MoveNext(); !r.EOF_() && r["tip"].toInt() == tip && r["ida"].toInt() == ida;
-         r.MoveNext())
+    while (PasarAIgual(r))
         Poner(r, "fmedio", hoy);
 }
 
@@ -281,14 +295,18 @@ void EnviarCorreos(Sesion &s, QDate hoy)
             ComponerMensaje(s, PlantillaDe(tip), idc, idm, r["ArtAux"].toInt(), 1);
         const bool enviado = EnviarCorreo(s, *correo, AsuntoDe(s, tip), idc, texto);
         // What one message settles is settled at once and as a whole: a program that dies here
-        // sends nothing again.
-        Lote lote(s);
+        // sends nothing again. Most are one statement, which costs the disk half of what a batch
+        // over all files does.
+        std::optional<Lote> lote;
+        if (tip == TipoTarea::RecordatorioDosis || SigueUnaIgual(r))
+            lote.emplace(s);
         if (enviado)
             MarcarEnviada(s, r, hoy);
         else if (PasaACarta(s, tip))
             Poner(r, "medio", 2);
         MarcarIguales(r, hoy);
-        lote.Confirmar();
+        if (lote)
+            lote->Confirmar();
         turnos += enviado && tip > 0;
     }
     s.avance.Barra(total, total);

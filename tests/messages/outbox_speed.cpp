@@ -1,0 +1,121 @@
+// How much of a long run is ours and how much the mail server's: no test, a measurement.
+//
+//     cmake --build build/dev --target outbox_speed && build/dev/tests/messages/outbox_speed
+//     [mails]
+//
+// Prints the seconds of a bare loop of the mail library over one connection, those of the outbox
+// with as many tasks on the same server, and the ratio, three times.
+
+#include "agenda/tasks.h"
+#include "messages/mail_account.h"
+#include "messages/outbox.h"
+#include "store/settings_row.h"
+#include "support/clinic.h"
+#include "support/smtp_server.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include <cstdio>
+#include <cstring>
+#include <curl/curl.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+struct Source {
+    QByteArray bytes;
+    qsizetype read = 0;
+    static size_t next(char *to, size_t one, size_t many, void *source)
+    {
+        Source &s = *static_cast<Source *>(source);
+        const qsizetype n = std::min(qsizetype(one * many), s.bytes.size() - s.read);
+        std::memcpy(to, s.bytes.constData() + s.read, size_t(n));
+        s.read += n;
+        return size_t(n);
+    }
+};
+
+// @return seconds
+double bare(int port, int mails)
+{
+    QElapsedTimer clock;
+    clock.start();
+    CURL *c = curl_easy_init();
+    for (int i = 0; i < mails; ++i) {
+        Source source{"From: v@x.example\r\nSubject: s\r\nContent-Type: text/plain; charset=utf-8"
+                      "\r\n\r\nDear C"
+                      + QByteArray::number(i) + "\r\n"};
+        curl_easy_reset(c);
+        curl_easy_setopt(c, CURLOPT_URL,
+                         QByteArray("smtp://localhost:" + QByteArray::number(port)).constData());
+        curl_easy_setopt(c, CURLOPT_USERNAME, "v@x.example");
+        curl_easy_setopt(c, CURLOPT_PASSWORD, "llave");
+        curl_easy_setopt(c, CURLOPT_MAIL_FROM, "<v@x.example>");
+        curl_slist *to =
+            curl_slist_append(nullptr, ("<c" + QByteArray::number(i) + "@x.example>").constData());
+        curl_easy_setopt(c, CURLOPT_MAIL_RCPT, to);
+        curl_easy_setopt(c, CURLOPT_UPLOAD, 1L);
+        curl_easy_setopt(c, CURLOPT_READFUNCTION, &Source::next);
+        curl_easy_setopt(c, CURLOPT_READDATA, &source);
+        if (curl_easy_perform(c) != CURLE_OK)
+            std::fprintf(stderr, "a mail was not taken\n");
+        curl_slist_free_all(to);
+    }
+    curl_easy_cleanup(c);
+    return double(clock.nsecsElapsed()) / 1e9;
+}
+
+class Speed : public Clinica
+{
+public:
+    void TestBody() override {}
+
+    double run(int port, int mails)
+    {
+        s.carpetaDePrograma = carpeta.path() + u'/';
+        GuardarCuentaDeCorreo(
+            s, {u"v@x.example"_s, u"llave"_s, u"localhost"_s, port, Cifrado::Ninguno});
+        GuardarAjuste(s, "MensajeriaFrecuente", u"Dear <nomcli>"_s);
+        Lote batch(s);
+        for (int i = 0; i < mails; ++i) {
+            s.clientes->Execute("insert into clientes (idc, ayn, email) values (?, ?, ?)", i + 1,
+                                u"C%1"_s.arg(i), u"c%1@x.example"_s.arg(i));
+            Tarea t;
+            t.tip = TipoTarea::Frecuente;
+            t.ida = i + 1;
+            t.medio = 1;
+            t.fcreacion = hoy;
+            AgregarTarea(s, t);
+        }
+        batch.Confirmar();
+        QElapsedTimer clock;
+        clock.start();
+        EnviarMensajes(s, hoy);
+        const double seconds = double(clock.nsecsElapsed()) / 1e9;
+        const int sent =
+            s.morvane->Leer("select count(*) from TareasAgenda where fmedio = ?", hoy).toInt();
+        if (sent != mails)
+            std::fprintf(stderr, "only %d of %d mails went out\n", sent, mails);
+        return seconds;
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication app(argc, argv);
+    const int mails = argc > 1 ? std::max(1, std::atoi(argv[1])) : 2000;
+    const double pause = argc > 2 ? std::atof(argv[2]) : 0;
+    std::printf("%d mails: bare s, outbox s, ratio\n", mails);
+    for (int i = 0; i < 3; ++i) {
+        const ServidorDeCorreo server({u"--slow"_s, QString::number(pause / 2)});
+        const double alone = bare(server.Puerto(), mails);
+        Speed speed;
+        const double ours = speed.run(server.Puerto(), mails);
+        std::printf("%.2f %.2f %.2f\n", alone, ours, ours / alone);
+    }
+}

@@ -13,11 +13,7 @@ void pases::Internados(Corrida &c)
     c.Intentar([&] {
         const int n = c.s.clientes->Leer("select count(*) from mascotas where int = -1").toInt();
         if (n > 0)
-            AgregarPizarra(
-                c.s,
-                QStringLiteral("Hay: ") + Num(n)
-                    + QStringLiteral(" mascotas internadas. (Listados para mas informacion)"),
-                0, 0, 0);
+            AgregarPizarra(c.s, c.s(9202) + Num(n) + c.s(9203), 0, 0, 0);
     });
 }
 
@@ -52,7 +48,7 @@ void QuitarReservasVencidas(Corrida &c)
 void pases::Hospedaje(Corrida &c)
 {
     Sesion &s = c.s;
-    s.avance.Etapa(QStringLiteral("Hospedaje"));
+    s.avance.Etapa(s(9205));
     // The rounds are made anew each day.
     c.Intentar(
         [&] { s.morvane->Execute("delete * from TareasAgenda where tip = ?", TipoTarea::Racion); });

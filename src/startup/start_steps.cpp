@@ -14,7 +14,12 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-enum Texto { UltimoInicioFue = 3408, FechaAnterior = 3409, BienvenidaEnPizarra = 5056 };
+enum Texto {
+    UltimoInicioFue = 3408,
+    FechaAnterior = 3409,
+    BienvenidaEnPizarra = 5056,
+    ClicParaAbrir = 9204,
+};
 
 constexpr int noteDrawing = 106;
 constexpr int helpPageCode = 38;
@@ -52,7 +57,7 @@ void TerminarPrimeraVez(Sesion &s)
     s.configuracion.Update();
     makeFolders(s);
     SembrarPrimeraVez(s);
-    AgregarPizarra(s, s(BienvenidaEnPizarra) + u' ' + PaginaDeAyuda(s) + u" (click to access)."_s,
+    AgregarPizarra(s, s(BienvenidaEnPizarra) + u' ' + PaginaDeAyuda(s) + s(ClicParaAbrir),
                    noteDrawing, helpPageCode, 0);
     batch.Confirmar();
 }

@@ -437,7 +437,7 @@ TEST_F(Dia, LapsedReservationsGoAndGuestsAreCountedUpToTheirLastDay)
     s.clientes->Execute("update mascotas set int = -1 where idm = 6");
     TareasDeInicio(s);
     EXPECT_EQ(Pizarra(),
-              "0|0|0|Hay: 1 mascotas internadas. (Listados para mas informacion)\n"
+              "0|0|0|There are: 1 patients in care. (Listings for more information)\n"
               "108|0|0|Removed 2 accommodation reserves for non-compliance by the customer.\n"
               "108|9|0|Currently there 2 hosted pets\n");
     EXPECT_EQ(Ver(*s.clientes, "select idm from mhospedaje order by idm"), "3\n4\n5\n");
@@ -762,7 +762,7 @@ TEST_F(Puerta, TheFirstStartOfADayRunsThePassThenTheOutboxThenTheMonth)
     EXPECT_EQ(Fechas(), "2026-03-08|2026-03-11|2026-03-11\n");
     EXPECT_EQ(etapas.join(u'\n').toStdString(),
               "Categories for consumption\nScheduled categories expirations\nChecking customers "
-              "with debt\nHospedaje\nUpdating alarm vector\nPerforming tasks\nMonthly tasks");
+              "with debt\nBoarding\nUpdating alarm vector\nPerforming tasks\nMonthly tasks");
 
     // A second start does nothing but ring today's alarms.
     Tarea t;
@@ -908,7 +908,7 @@ TEST_F(Dia, ARichDayReadsWellInThreeLanguages)
 109|13|5|We must send 1 reminders for scheduled products. Communication with owners.
 109|12|5|1 patients birthday today. Communication with owners.
 110|15|5|Detected 1 debtors who have not registered partial payment of their debts over 30 days. Kelvara tasks. Communication with debtors.
-0|0|0|Hay: 1 mascotas internadas. (Listados para mas informacion)
+0|0|0|There are: 1 patients in care. (Listings for more information)
 108|0|0|Removed 1 accommodation reserves for non-compliance by the customer.
 108|9|0|Currently there 2 hosted pets 1 completed their registration period.
 115|8|0|Were counted, at login, 2 Task / s or appointments / s for today.
@@ -950,7 +950,7 @@ TEST_F(Dia, ARichDayReadsWellInThreeLanguages)
 109|13|5|Precisamos enviar 1 lembrete(s) de produtos programados. Comunicação com os proprietários.
 109|12|5|1 aniversário(s) de pacientes hoje. Comunicação com os proprietários.
 110|15|5|Detectamos 1 devedor(es) sem pagamento parcial de suas dívidas há mais de 30 dias. Tarefas do Kelvara. Comunicação com os devedores.
-0|0|0|Hay: 1 mascotas internadas. (Listados para mas informacion)
+0|0|0|Há: 1 animais internados. (Listagens para mais informações)
 108|0|0|Removemos 1 reserva(s) de hospedagem por não comparecimento do cliente.
 108|9|0|Atualmente há 2 pet(s) hospedado(s). 1 com o período de hospedagem encerrado.
 115|8|0|Ao iniciar havia 2 tarefa(s) ou agendamento(s) para hoje.

@@ -76,6 +76,7 @@ void ArchivoDelimitado::findSeparator()
     QChar elegido = u',';
     for (const QChar candidato : {u',', u';', u'\t'}) {
         m_separador = candidato;
+        m_falla = Falla::Ninguna; // what this one cannot part, the next one may
         Volver();
         QStringList campos;
         qsizetype titulos = 0;

@@ -272,11 +272,11 @@ void frmImportar::load(const QString &file)
 {
     guarded([&] {
         VistaDeArchivo view = MirarArchivo(m_s, file, Examples);
-        clear();
         if (!view.falla.isEmpty()) {
             Ayu->Fallo(QFileInfo(file).fileName() + u": "_s + view.falla);
             return;
         }
+        clear(); // of the former file, which one that is none leaves as it is
         m_file = file;
         m_view = std::move(view);
         lblArchivo->setText(QFileInfo(file).fileName() + u"   "_s + TextoDeVista(m_s, m_view));
@@ -376,8 +376,14 @@ void frmImportar::run(bool write)
     });
     m_s.avance = before;
     m_working = false;
+    if (report.interrumpido && !report.escrito) { // what was told before still holds
+        enableAll();
+        Ayu->Fallo(FinalDeImportacion(m_s, report));
+        (cmdImportar->isEnabled() ? cmdImportar : cmdProbar)->setFocus();
+        return;
+    }
     m_report.reset();
-    if (done && report.falta == Falta::Nada && (write || !report.interrumpido))
+    if (done && report.falta == Falta::Nada)
         m_report = std::move(report);
     showReport();
     if (m_report) {

@@ -67,8 +67,8 @@ QString FinalDeImportacion(const Sesion &s, const InformeDeImportacion &i)
     const QString ultima = QLocale().toString(i.lineas.empty() ? 1 : i.lineas.back().linea);
     if (!i.falla.isEmpty())
         return s(FuePorError).arg(ultima, i.falla);
-    if (i.interrumpido && i.escrito)
-        return s(FueInterrumpido).arg(ultima);
+    if (i.interrumpido)
+        return i.escrito ? s(FueInterrumpido).arg(ultima) : s(SinEscribir);
     return s(i.escrito ? FueEscrito : FueEnSeco);
 }
 

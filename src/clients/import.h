@@ -61,7 +61,7 @@ struct InformeDeImportacion {
     int primeraSinLugar = 0;
 
     bool escrito = false;      // it was no dry run
-    bool interrumpido = false; // by the user or by `falla`; what is told was written and stays
+    bool interrumpido = false; // by the user or by `falla`; what was `escrito` is told and stays
     QStringList notas;         // what holds for the whole file
     std::vector<LineaDeInforme> lineas;
 };
@@ -79,7 +79,7 @@ InformeDeImportacion Importar(Sesion &s, const OpcionesDeImportacion &o, const S
 
 /// What holds for the whole file and the counts, in words, one line each.
 QString ResumenDeImportacion(const Sesion &s, const InformeDeImportacion &informe);
-/// How it ended: as a dry run, complete, or stopped and where.
+/// How it ended: as a dry run, complete, or stopped and where, or before anything was written.
 QString FinalDeImportacion(const Sesion &s, const InformeDeImportacion &informe);
 /// "New", "Already there", ...
 QString TextoDeSuerte(const Sesion &s, Suerte suerte);

@@ -2,6 +2,7 @@
 
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "store/settings_row.h"
 
 #include <QLocale>
 #include <QRegularExpression>
@@ -52,7 +53,23 @@ bool Plan::Hacer(const Seguir &seguir)
     if (!Preparar() || !HallarOrden(seguir) || !Leer(seguir))
         return false;
     Cotejar();
+    AvisarDeBienvenida();
     return true;
+}
+
+// What the daily run would do with so many clients at once. Nobody can be asked here.
+void Plan::AvisarDeBienvenida()
+{
+    if (s.configuracion["AutNuevoCliente"].toInt() != 1)
+        return;
+    for (size_t n = 0; n < filas.size(); ++n)
+        if (informe.lineas[n].suerte == Suerte::Nueva && AgregaCliente(filas[n])
+            && !clientes[size_t(filas[n].cliente)].f.email.isEmpty()) {
+            informe.notas << s(NotaDeBienvenida)
+                                 .arg(s(Configuracion), s(Automatizacion), s(NuevoCliente),
+                                      s(Nada_));
+            return;
+        }
 }
 
 // Whether the columns are enough to go by, and the lists that rows refer to.
@@ -140,6 +157,11 @@ bool Plan::Leer(const Seguir &seguir)
     if (!hay)
         return Fallar(Falta::Archivo, s(ArchivoVacio));
     const qsizetype titulos = campos.size();
+    if (Hay(Dato::Peso)) {
+        const QString titulo = campos.value(m_columnaDe[size_t(Dato::Peso)]).simplified();
+        if (EsOtraUnidad(titulo))
+            informe.notas << s(OtraUnidad).arg(UnidadPropia(), titulo);
+    }
     for (int n = 0; archivo.Leer(campos); ++n) {
         if (n % FilasPorAvance == 0 && !Seguimos(archivo, seguir)) {
             informe.lineas.clear();
@@ -252,6 +274,18 @@ bool Plan::SiNo(Dato d)
     return valor.value_or(false);
 }
 
+// In which the clinic weighs.
+QString Plan::UnidadPropia() const
+{
+    return s.configuracion["KgLbs"].toInt() == UnidadDePeso::Libras ? u"lb"_s : u"kg"_s;
+}
+
+bool Plan::EsOtraUnidad(const QString &texto) const
+{
+    const QString unidad = UnidadEscrita(texto);
+    return !unidad.isEmpty() && unidad != UnidadPropia();
+}
+
 std::optional<FichaDeCliente> Plan::FichaDelCliente(QString &motivo)
 {
     FichaDeCliente f;
@@ -325,6 +359,8 @@ std::optional<MascotaPrevista> Plan::FichaDeLaMascota(QString &motivo, bool &hay
         const auto peso = LeerPeso(texto);
         if (!peso)
             Avisar(PesoIlegible, texto);
+        else if (EsOtraUnidad(texto))
+            m_avisos << s(OtraUnidad).arg(UnidadPropia(), texto);
         m.f.pes = peso.value_or(0);
     }
     if (const QString texto = Campo(Dato::Sexo); !texto.isEmpty()) {

@@ -52,6 +52,14 @@ enum Texto {
     SiNoIlegible,
     NotaSinNombres,
     NotaSinCliente,
+    SinEscribir = 9871,
+    NotaDeBienvenida,
+    OtraUnidad,
+    // Of other subjects: where a setting is found.
+    Nada_ = 2231,
+    NuevoCliente = 5068,
+    Configuracion = 9106,
+    Automatizacion = 9551,
 };
 
 constexpr int MayorIdDeEspecie = 255;
@@ -166,6 +174,7 @@ private:
     bool AgregaCliente(const FilaPrevista &fila) const;
     bool AgregaMascota(const FilaPrevista &fila) const;
     void Contar();
+    void AvisarDeBienvenida();
 
     bool Hay(Dato d) const { return m_columnaDe[size_t(d)] >= 0; }
     QString Campo(Dato d) const;
@@ -176,6 +185,8 @@ private:
                const QString &codigo = {});
     int Especie(const QString &texto);
     bool SiNo(Dato d);
+    QString UnidadPropia() const;
+    bool EsOtraUnidad(const QString &texto) const;
 
     std::optional<FichaDeCliente> FichaDelCliente(QString &motivo);
     std::optional<MascotaPrevista> FichaDeLaMascota(QString &motivo, bool &hay);
@@ -188,6 +199,7 @@ private:
     void Escribir(ClientePrevisto &c);
     void Escribir(MascotaPrevista &m);
     int Escrita(ListaPrevista &lista, int lugar);
+    int Agregada(ListaPrevista &lista, int lugar);
     void SubirRangos(ListaPrevista &lista);
 
     std::array<int, CuantosDatos> m_columnaDe{};

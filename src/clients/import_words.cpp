@@ -95,7 +95,10 @@ constexpr Titulos Conocidos[] = {
      " anodenacimiento anonacimiento nascimento datanascimento datadenascimento datanasc"
      " anodenascimento anonascimento birth birthdate birthday dateofbirth dob birthyear"
      " yearofbirth"_L1},
-    {Dato::Peso, "peso pesokg pesoenkg pesoemkg weight weightkg weightlb pes"_L1},
+    {Dato::Peso,
+     "peso pesokg pesoenkg pesoemkg pesolb pesolibras pesoenlibras pesoemlibras pesog weight"
+     " weightkg weightkgs weightinkg weightlb weightlbs weightinlb weightinlbs weightinpounds"
+     " pes"_L1},
     {Dato::Sexo,
      "sexo sex gender genero sexodelanimal sexodoanimal sexodelamascota animalsex petsex"
      " patientsex"_L1},
@@ -402,6 +405,21 @@ int EspecieConocida(const QString &texto)
         if (Entre(palabras[i], clave))
             return i + 1;
     return 0;
+}
+
+QString UnidadEscrita(const QString &texto)
+{
+    // A word of its own, or right behind a figure or the word for weight.
+    static const QRegularExpression forma(
+        u"(?:^|[^a-z]|weight(?:in)?|peso(?:en|em)?)"
+        "(?:(k(?:gs?|ilos?|ilogra\\w+))|(l(?:bs?|ibras?)|pounds?)|(g(?:rs?)?|gra?m\\w*))"
+        "[^a-z0-9]*$"_s);
+    const QRegularExpressionMatch m = forma.match(Llano(texto));
+    if (!m.hasMatch())
+        return {};
+    if (!m.captured(1).isEmpty())
+        return u"kg"_s;
+    return m.captured(2).isEmpty() ? u"g"_s : u"lb"_s;
 }
 
 std::optional<double> LeerPeso(const QString &texto)

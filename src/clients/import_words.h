@@ -75,5 +75,8 @@ std::optional<bool> LeerSiNo(const QString &texto);
 /// The species that a common word means (1 canine, 2 feline, 3 equine), 0 for any other word.
 int EspecieConocida(const QString &texto);
 
+/// The unit behind a weight, or in the title of a column of weights: "kg", "lb", "g"; "" for none.
+QString UnidadEscrita(const QString &texto);
+
 /// A weight, with a point or a comma, whatever unit is behind it. nullopt when it is none.
 std::optional<double> LeerPeso(const QString &texto);

@@ -25,10 +25,23 @@ int Plan::Escrita(ListaPrevista &lista, int lugar)
 {
     if (lugar < 0)
         return 0;
+    ++lista.entradas[size_t(lugar)].usos;
+    return Agregada(lista, lugar);
+}
+
+// The same without counting a use: a parent may be one that only rows name which add nothing.
+int Plan::Agregada(ListaPrevista &lista, int lugar)
+{
+    if (lugar < 0)
+        return 0;
     EntradaPrevista &e = lista.entradas[size_t(lugar)];
-    ++e.usos;
     if (e.id)
         return e.id;
+    int padre = 0;
+    if (lista.lista == Lista::Subregion)
+        padre = Agregada(regiones, e.padre);
+    else if (lista.lista == Lista::Raza)
+        padre = Agregada(especies, e.padre);
     e.id = TomarIdentificador(s, lista.contador, lista.maximo);
     switch (lista.lista) {
     case Lista::Region:
@@ -37,11 +50,11 @@ int Plan::Escrita(ListaPrevista &lista, int lugar)
         break;
     case Lista::Subregion:
         s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", e.id,
-                            e.nom, e.codigo, regiones.Id(e.padre));
+                            e.nom, e.codigo, padre);
         break;
     case Lista::Raza:
         s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", e.id, e.nom,
-                            especies.Id(e.padre));
+                            padre);
         break;
     default:
         s.clientes->Execute("insert into " + std::string(lista.tabla) + " (id, nom) values (?, ?)",

@@ -110,6 +110,8 @@ TEST_F(Importacion, RecordsAreReadWhateverWroteThem)
               u"1:a|b\n3:x, \"y\"\nz|2\n5:last|\n"_s);
     // Another separator inside quotes, or only in some records, deceives nobody.
     EXPECT_EQ(Leido("a;b\n\"1,2\";3,5\n\"4,4\";5,5\n"_ba), u"1:a|b\n2:1,2|3,5\n3:4,4|5,5\n"_s);
+    // Nor does a mark that is one for another separator alone.
+    EXPECT_EQ(Leido("a;b\n1,\"x;2\n"_ba), u"1:a|b\n2:1,\"x|2\n"_s);
     EXPECT_EQ(Leido("a\tb\n1;1\t2\n"_ba), u"1:a|b\n2:1;1|2\n"_s);
     EXPECT_EQ(Leido("a\r1 \"no\" quote\r"_ba), u"1:a\n2:1 \"no\" quote\n"_s);
     EXPECT_EQ(Leido(""_ba), QString());
@@ -226,6 +228,14 @@ TEST_F(Importacion, WordsOfSexSpeciesAndWeightAreUnderstood)
               123);
     EXPECT_EQ(LeerPeso(u"12,5 kg"_s), 12.5);
     EXPECT_EQ(LeerPeso(u"gordo"_s), std::nullopt);
+    const std::initializer_list<std::pair<QString, QString>> unidades = {
+        {u"kg"_s, u"12,5 Kg.|3kilos|Weight (kg)|peso_kg|PesoEnKg"_s},
+        {u"lb"_s, u"26 lbs|26lb|Weight (Lbs.)|peso en libras|weight in pounds"_s},
+        {u"g"_s, u"900 g|900grs|peso (gramos)"_s},
+        {QString(), u"12,5|Peso|Weight|Dog"_s}};
+    for (const auto &[unidad, textos] : unidades)
+        for (const QString &t : textos.split(u'|'))
+            EXPECT_EQ(UnidadEscrita(t), unidad) << t.toStdString();
 }
 
 TEST_F(Importacion, OwnersAndAnimalsAreWrittenAsTheRegistryWritesThem)
@@ -293,6 +303,39 @@ TEST_F(Importacion, LinesThatCannotBeTakenSayWhy)
                     "taken as male: y; Cut short: 4222-1111, 4222-2222, 4222-3333\n8E\n");
     // Of the telephones, those that fit whole.
     EXPECT_EQ(Filas(*s.clientes, "select tel2 from clientes"), u"4222-1111, 4222-2222\n"_s);
+}
+
+TEST_F(Importacion, WhatTheImportBringsAboutIsToldBefore)
+{
+    GuardarAjuste(s, "AutNuevoCliente", 1);
+    GuardarAjuste(s, "KgLbs", 1);
+    const auto o = Opciones_("owner,email,pet,weight lbs\nAnn,a@x.org,Rex,20\nBea,,Tom,9 kg\n"
+                             "Cal,,Bob,30 lb\n"_ba,
+                             u"weight lbs=peso"_s);
+    const InformeDeImportacion i = ProbarImportacion(s, o);
+    ASSERT_EQ(i.notas.size(), 2);
+    EXPECT_EQ(i.notas[0], s(9873).arg(u"kg"_s, u"weight lbs"_s));
+    EXPECT_TRUE(i.notas[1].contains(s(5068)) && i.notas[1].contains(s(9551)));
+    EXPECT_EQ(Texto(i), "3+0 3+0 0\n2N\n3N\n4N The weight is taken in kg as it stands: 30 lb\n");
+    EXPECT_EQ(Importar(s, o).notas, i.notas);
+    EXPECT_EQ(ProbarImportacion(s, o).notas.size(), 1) << "nobody is new now";
+    GuardarAjuste(s, "KgLbs", 2);
+    GuardarAjuste(s, "AutNuevoCliente", 2);
+    s.clientes->Execute("delete * from clientes");
+    EXPECT_EQ(ProbarImportacion(s, o).notas, QStringList());
+}
+
+TEST_F(Importacion, AnEntryIsWrittenWithItsParentThoughNoWrittenRowNamesIt)
+{
+    s.clientes->Execute("insert into clientes (idc, ayn, tel2) values (1, 'Ana', '555001')");
+    GuardarAjuste(s, "contadorclientes", 1);
+    const auto o = Opciones_("cliente,telefono,localidad,provincia\nAna,555001,Tolosa,Norte\n"
+                             "Bea,555002,Tolosa,\n"_ba);
+    EXPECT_EQ(Texto(DosVeces(o)), "1+1 0+0 0\n2E\n3N\n");
+    EXPECT_EQ(Filas(*s.clientes, "select nom, ran from cldepartamento"), u"Norte|0\n"_s);
+    EXPECT_EQ(Filas(*s.clientes, "select l.nom, d.nom, l.ran from cllocalidad as l inner join "
+                                 "cldepartamento as d on l.dep = d.id"),
+              u"Tolosa|Norte|1\n"_s);
 }
 
 TEST_F(Importacion, OneOwnerIsFoundAgainAndNamesakesAreToldApart)
@@ -533,6 +576,18 @@ TEST_F(FormularioDeImportacion, TakesADroppedFileAndStopsWhenAskedTo)
     ASSERT_EQ(Columna(2)->currentIndex(), int(Dato::Mascota));
 
     Boton(u"cmdProbar"_s)->click();
+    // A file that is none, and ESC before anything is written, leave what was told.
+    datos.setUrls({QUrl::fromLocalFile(carpeta.path())});
+    QCoreApplication::sendEvent(&*form, &llega);
+    QDropEvent carpetaSuelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&*form, &carpetaSuelta);
+    EXPECT_TRUE(Control<QLabel>(u"Ayu"_s)->text().contains(s(9774).arg(QString())));
+    QTimer::singleShot(0, &*form, [this] { QTest::keyClick(&*form, Qt::Key_Escape); });
+    Boton(u"cmdImportar"_s)->click();
+    EXPECT_EQ(Control<QLabel>(u"Ayu"_s)->text(), s(9871));
+    EXPECT_EQ(s.clientes->Leer("select count(*) from mascotas").toInt(), 0);
+    EXPECT_EQ(Control<Grilla>(u"grdInforme"_s)->Modelo()->Filas(), 3000);
+    EXPECT_EQ(Columna(2)->currentIndex(), int(Dato::Mascota));
     // ESC stops the work as soon as some of it is written, and does not close the form.
     QTimer mira;
     QObject::connect(&mira, &QTimer::timeout, &*form, [this] {

@@ -88,7 +88,7 @@ void frmTurnos::build()
 
     auto *halves = new QGridLayout;
     halves->setHorizontalSpacing(Espacio::XL);
-    halves->setVerticalSpacing(Espacio::S);
+    halves->setVerticalSpacing(Espacio::L);
     auto *names = new QVBoxLayout;
     names->setSpacing(2);
     names->addWidget(lblPaciente);

@@ -224,6 +224,7 @@ void PanelDeCliente::Mostrar(const FichaDeCliente &ficha)
         txtdebe->style()->polish(txtdebe);
     }
     txtinfoCliente->clear();
+    MostrarPrincipios(this);
 }
 
 void PanelDeCliente::Vaciar(int id)

@@ -119,7 +119,8 @@ void CallarAlarmas(Sesion &s, int idm)
             a.atendida = true;
 }
 
-bool Seguro(Sesion &s) { return s.dialogos.Pregunta(s(3)); }
+// Whose it is, so that a row chosen by mistake is seen.
+bool Seguro(Sesion &s, const QString &que) { return s.dialogos.Pregunta(s(3) + u"\n\n"_s + que); }
 
 bool EsComun(Sesion &s)
 {
@@ -157,7 +158,7 @@ bool EliminarCliente(Sesion &s, int idc)
     if (EsComun(s))
         return false;
     const Recordset r =
-        s.clientes->OpenSnapshot("select obra, deuda from clientes where idc = ?", idc);
+        s.clientes->OpenSnapshot("select ayn, obra, deuda from clientes where idc = ?", idc);
     if (r.EOF_()) {
         s.dialogos.Mensaje(s(9418));
         return true;
@@ -171,7 +172,9 @@ bool EliminarCliente(Sesion &s, int idc)
         s.dialogos.Mensaje(s(2261));
         return false;
     }
-    if (!Seguro(s))
+    const int cuantos =
+        s.clientes->Leer("select count(*) from mascotas where idc = ?", idc).toInt();
+    if (!Seguro(s, r["ayn"].toText() + (cuantos > 0 ? s(9430).arg(cuantos) : QString())))
         return false;
 
     const BaseDeSocios socios(s, obra == 3);
@@ -208,11 +211,12 @@ bool EliminarPaciente(Sesion &s, int idm)
 {
     if (EsComun(s))
         return false;
-    if (s.clientes->Leer("select idm from mascotas where idm = ?", idm).EsNulo()) {
+    const Recordset r = s.clientes->OpenSnapshot("select nom from mascotas where idm = ?", idm);
+    if (r.EOF_()) {
         s.dialogos.Mensaje(s(9419));
         return true;
     }
-    if (!Seguro(s))
+    if (!Seguro(s, r["nom"].toText()))
         return false;
     s.avance.Etapa(s(9422));
     std::vector<Imagen> imagenes;

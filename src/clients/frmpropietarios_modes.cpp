@@ -21,7 +21,7 @@ namespace
 
 enum Texto {
     Cancelar = 9484,
-    Descartar = 9515,
+    SigueEscribiendo = 9515,
     HayBorrador = 9516,
     ClienteGuardado = 9517,
     PacienteGuardado = 9518,
@@ -167,7 +167,8 @@ void frmPropietarios::leaveMode()
 
 bool frmPropietarios::cancelMode()
 {
-    if (typed() != m_alEmpezar && !m_s.dialogos.Pregunta(m_s(Descartar)))
+    // Asked so that ENTER, pressed without reading, loses nothing.
+    if (typed() != m_alEmpezar && m_s.dialogos.Pregunta(m_s(SigueEscribiendo)))
         return false;
     const bool wasClient = m_modoCliente != Modo::Ver;
     leaveMode();

@@ -27,6 +27,32 @@ int findPlainName(const ModeloDeGrilla &grid, int column, const QString &text)
     return -1;
 }
 
+QString digitsOf(const QString &text)
+{
+    QString digits;
+    for (const QChar c : text)
+        if (c.isDigit())
+            digits += c;
+    return digits;
+}
+
+// Telephones are written with blanks and dashes, and asked for without them, or the other way.
+int findDigits(const ModeloDeGrilla &grid, int column, const QString &text)
+{
+    const QString wanted = digitsOf(text);
+    for (int row = 0; row < grid.Filas(); ++row)
+        if (digitsOf(grid.Fila(row).celdas[column].toText()).startsWith(wanted))
+            return row;
+    return -1;
+}
+
+bool looksLikePhone(const QString &text)
+{
+    constexpr int fewestDigits = 5; // fewer are an id
+    return digitsOf(text).size() >= fewestDigits
+           && std::none_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+}
+
 } // namespace
 
 int BuscarPropietario(const ModeloDeGrilla &clientes, const QString &texto)
@@ -36,10 +62,14 @@ int BuscarPropietario(const ModeloDeGrilla &clientes, const QString &texto)
     switch (TipoDeBusqueda(text)) {
     case BusquedaDeCliente::Id:
         return clientes.BuscarEnGrilla(text.toInt(), ColumnaDeCliente::Idc, 0, last);
-    case BusquedaDeCliente::Telefono:
-        return clientes.BuscarEnGrilla(text, ColumnaDeCliente::Telefono, 0, last);
+    case BusquedaDeCliente::Telefono: {
+        const int row = clientes.BuscarEnGrilla(text, ColumnaDeCliente::Telefono, 0, last);
+        return row >= 0 ? row : findDigits(clientes, ColumnaDeCliente::Telefono, text);
+    }
     case BusquedaDeCliente::Nombre: {
         const int row = clientes.BuscarEnGrilla(text, ColumnaDeCliente::Nombre, 0, last);
+        if (row < 0 && looksLikePhone(text))
+            return findDigits(clientes, ColumnaDeCliente::Telefono, text);
         return row >= 0 ? row : findPlainName(clientes, ColumnaDeCliente::Nombre, text);
     }
     case BusquedaDeCliente::Nada:

@@ -21,7 +21,7 @@ inline constexpr int Idm = 3; // hidden
 } // namespace ColumnaDePaciente
 
 /// The row that a text means: by its kind the name, the id or the telephone. A name that none
-/// begins with is looked for once more with accents left aside.
+/// begins with is looked for once more with accents left aside, a telephone by its digits alone.
 /// @return the row, or -1
 int BuscarPropietario(const ModeloDeGrilla &clientes, const QString &texto);
 

@@ -106,6 +106,12 @@ void PonerCampos(const QList<QWidget *> &campos, const QVariantMap &valores)
     }
 }
 
+void MostrarPrincipios(const QWidget *panel)
+{
+    for (QLineEdit *linea : panel->findChildren<QLineEdit *>())
+        linea->home(false);
+}
+
 void AbrirCampos(const QList<QWidget *> &campos, bool abiertos)
 {
     const auto policy = abiertos ? Qt::StrongFocus : Qt::ClickFocus;

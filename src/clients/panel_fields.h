@@ -29,6 +29,9 @@ private:
 QVariantMap LeerCampos(const QList<QWidget *> &campos);
 void PonerCampos(const QList<QWidget *> &campos, const QVariantMap &valores);
 
+/// Long texts show how they begin.
+void MostrarPrincipios(const QWidget *panel);
+
 /// Opens boxes for typing; or closes them so that their texts can be read and copied, and TAB
 /// passes them over.
 void AbrirCampos(const QList<QWidget *> &campos, bool abiertos);

@@ -103,6 +103,7 @@ void PanelDePaciente::build()
     Msknac = named(new CajaDeFecha(m_s), u"Msknac"_s, m_s(Nacimiento));
     lblEdad = named(new QLabel, u"lblEdad"_s, {});
     txtpes = named(new CajaDeNumero(m_s), u"txtpes"_s, m_s(Peso));
+    txtpes->setMaxLength(7); // no animal weighs more than 9999.99
     txtcar = column("car", u"txtcar"_s, Senas);
     txtChip = column("Chip", u"txtChip"_s, Microchip);
     cmbser = list(u"cmbser"_s, AutomatizacionEntera);
@@ -231,6 +232,7 @@ void PanelDePaciente::Mostrar(const FichaDePaciente &ficha)
     txtinfomas->clear();
     PicMascota->Mostrar({});
     tellAge();
+    MostrarPrincipios(this);
 }
 
 void PanelDePaciente::Vaciar(int id)

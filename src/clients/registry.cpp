@@ -39,7 +39,7 @@ std::optional<Rechazo> Revisar(Sesion &s, const FichaDePaciente &f, bool nacimie
         return Rechazar(s, 2259, Campo::Nombre);
     if (SinLetras(f.nom))
         return Rechazar(s, 31, Campo::Nombre);
-    if (!nacimientoValido)
+    if (!nacimientoValido || (f.fecn.isValid() && f.fecn > s.reloj.hoy))
         return Rechazar(s, 5057, Campo::Nacimiento);
     return std::nullopt;
 }

@@ -188,8 +188,12 @@ void CajaDeFecha::focusOutEvent(QFocusEvent *event)
     if (bad)
         clear();
     QLineEdit::focusOutEvent(event);
-    if (bad)
-        m_s.dialogos.Mensaje(m_s(FechaInvalida));
+    if (!bad)
+        return;
+    m_s.dialogos.Mensaje(m_s(FechaInvalida));
+    // Back to the box, or what is typed on would land in the next one.
+    QMetaObject::invokeMethod(
+        this, [this] { setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
 }
 
 CajaDeHora::CajaDeHora(QWidget *parent) : QLineEdit(parent) { setInputMask(u"00:00;_"_s); }

@@ -52,6 +52,7 @@ void ListaConCompletado::SeleccionarItem(int id)
     setCurrentIndex(index);
     if (index < 0)
         clearEditText();
+    lineEdit()->home(false); // a long name shows how it begins
 }
 
 int ListaConCompletado::Id() const

@@ -21,11 +21,13 @@ public:
     }
 
 protected:
-    bool eventFilter(QObject *, QEvent *event) override
+    bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
             return false;
         const auto &key = *static_cast<QKeyEvent *>(event);
+        if (event->type() == QEvent::KeyPress && typesByAccident(watched, key))
+            return true;
         if (key.key() != Qt::Key_K || key.modifiers() != Qt::ControlModifier || !canOpen())
             return false;
         if (event->type() == QEvent::ShortcutOverride) {
@@ -38,6 +40,15 @@ protected:
     }
 
 private:
+    /// ALT with a letter that no button bears must not end up in the box with the cursor: the next
+    /// thing typed there may be a password.
+    static bool typesByAccident(QObject *watched, const QKeyEvent &key)
+    {
+        return key.modifiers() == Qt::AltModifier && !key.text().isEmpty()
+               && key.text().front().isPrint() && watched->isWidgetType()
+               && static_cast<QWidget *>(watched)->testAttribute(Qt::WA_InputMethodEnabled);
+    }
+
     /// Boxes, modal forms and menus keep the keyboard; before the login nothing is shown.
     bool canOpen() const
     {

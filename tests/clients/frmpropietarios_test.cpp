@@ -430,10 +430,10 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
     EXPECT_EQ(button(u"cmdmodificarmas"_s)->text(), u"Cancelar"_s);
     EXPECT_FALSE(button(u"cmdNuevo"_s)->isEnabled());
     type(u"Otra"_s);
-    ask.Espera(s(9515), false);
+    ask.Espera(s(9515), true);
     key(Qt::Key_Escape);
     EXPECT_EQ(text(u"txtnom"_s), u"Otra"_s);
-    ask.Espera(s(9515), true);
+    ask.Espera(s(9515), false);
     form->close();
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(text(u"txtnom"_s), u"Luna"_s);
@@ -506,7 +506,7 @@ TEST_F(Propietarios, AnotherChoiceWaitsForWhatIsBeingTyped)
 
     const auto pick = [&](bool giveUp) {
         s.IdGlobal = {abad, 0};
-        ask.Espera(s(9515), giveUp);
+        ask.Espera(s(9515), !giveUp);
         form->opened({});
         EXPECT_EQ(selection(), own) << "until it is answered";
         rest();

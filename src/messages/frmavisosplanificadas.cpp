@@ -7,6 +7,7 @@
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -84,9 +85,9 @@ void frmAvisosPlanificadas::build()
     grd = named(new Grilla(m_s, new ModeloDeGrilla(
                                     m_s,
                                     {{.titulo = m_s(Paciente), .ancho = 120},
-                                     {.titulo = m_s(Propietario), .ancho = 160},
-                                     {.titulo = m_s(Producto), .ancho = 160},
-                                     {.titulo = m_s(Telefonos), .ancho = 150},
+                                     {.titulo = m_s(Propietario), .ancho = 180},
+                                     {.titulo = m_s(Producto), .ancho = 200},
+                                     {.titulo = m_s(Telefonos), .ancho = 190},
                                      {.titulo = m_s(Vence), .clase = Clase::Dia, .ancho = 100},
                                      {.titulo = m_s(Nota), .ancho = 140},
                                      {.oculta = true}},
@@ -96,12 +97,12 @@ void frmAvisosPlanificadas::build()
 
     auto *note = new QWidget;
     note->setLayout(buildNote());
-    auto *parts = new QSplitter;
+    auto *parts = new QSplitter(Qt::Vertical);
     parts->setChildrenCollapsible(false);
     parts->addWidget(grd);
     parts->addWidget(note);
-    parts->setStretchFactor(0, 3);
-    parts->setStretchFactor(1, 1);
+    parts->setSizes({360, 140});
+    parts->setStretchFactor(0, 1);
 
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
@@ -122,13 +123,16 @@ QLayout *frmAvisosPlanificadas::buildNote()
     explanation->setWordWrap(true);
     explanation->setTextFormat(Qt::PlainText);
 
-    auto *column = new QVBoxLayout;
-    column->setContentsMargins(Espacio::S, 0, 0, 0);
-    column->setSpacing(Espacio::S);
-    column->addWidget(title);
-    column->addWidget(txtNota, 1);
-    column->addWidget(explanation);
-    return column;
+    auto *place = new QGridLayout;
+    place->setContentsMargins(0, Espacio::S, 0, 0);
+    place->setHorizontalSpacing(Espacio::L);
+    place->setVerticalSpacing(Espacio::XS);
+    place->addWidget(title, 0, 0);
+    place->addWidget(txtNota, 1, 0);
+    place->addWidget(explanation, 1, 1, Qt::AlignTop);
+    place->setColumnStretch(0, 3);
+    place->setColumnStretch(1, 2);
+    return place;
 }
 
 QLayout *frmAvisosPlanificadas::buildButtons()
@@ -139,8 +143,8 @@ QLayout *frmAvisosPlanificadas::buildButtons()
         made->setAutoDefault(false);
         return made;
     };
-    cmdChat = button(u"cmdChat"_s, Chat, u"mensaje"_s);
-    cmdFicha = button(u"cmdFicha"_s, Ficha, u"ficha"_s);
+    cmdChat = button(u"cmdChat"_s, Chat, u"109"_s);
+    cmdFicha = button(u"cmdFicha"_s, Ficha, u"Propietarios"_s);
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
     auto *foot = new QHBoxLayout;
     foot->setSpacing(Espacio::S);

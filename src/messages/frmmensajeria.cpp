@@ -63,9 +63,9 @@ public:
 
 QList<ColumnaDeGrilla> columnsOf(const Sesion &s)
 {
-    QList<ColumnaDeGrilla> columns{{.titulo = s(Destinatario), .ancho = 190},
-                                   {.titulo = s(Motivo), .ancho = 270},
-                                   {.titulo = s(Medio), .ancho = 100},
+    QList<ColumnaDeGrilla> columns{{.titulo = s(Destinatario), .ancho = 160},
+                                   {.titulo = s(Motivo), .ancho = 300},
+                                   {.titulo = s(Medio), .ancho = 90},
                                    {.titulo = s(Estado), .ancho = 130}};
     while (columns.size() <= Id)
         columns << ColumnaDeGrilla{.oculta = true};
@@ -77,9 +77,8 @@ FilaDeGrilla rowOf(const MensajeDelDia &m)
     FilaDeGrilla row;
     row.celdas = {m.destinatario, m.motivo, m.porMedio, m.estado, m.tip,
                   m.medio,        m.ida,    m.artaux,   m.icono,  m.id};
-    if (!m.salio) {
-        row.realce = Realce::Aviso;
-        row.celdaRealzada = EnQueEsta;
+    if (m.salio) { // what still waits is what one looks for
+        row.realce = Realce::Apagado;
         row.motivo = m.estado;
     }
     return row;
@@ -108,8 +107,8 @@ void frmmensajeria::build()
     parts->setChildrenCollapsible(false);
     parts->addWidget(grd);
     parts->addWidget(text);
-    parts->setStretchFactor(0, 3);
-    parts->setStretchFactor(1, 2);
+    parts->setSizes({720, 330});
+    parts->setStretchFactor(0, 1);
 
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
@@ -145,7 +144,7 @@ QLayout *frmmensajeria::buildButtons()
     };
     cmdImprimir = button(u"cmdImprimir"_s, Imprimir, u"imprimir"_s);
     cmdCopiar = button(u"cmdCopiar"_s, Copiar, u"copiar"_s);
-    cmdChat = button(u"cmdChat"_s, Chat, u"mensaje"_s);
+    cmdChat = button(u"cmdChat"_s, Chat, u"109"_s);
     cmdActualizar = button(u"cmdActualizar"_s, Actualizar, {});
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
 

@@ -17,6 +17,7 @@ namespace
 {
 
 enum Texto {
+    RealizandoTareas = 3415,
     DebemosEnviar = 3430,
     MedicinaPrepaga = 3802,
     ImprimirVacunacion = 4602,
@@ -324,6 +325,7 @@ void EnviarCartas(Sesion &s, QDate hoy)
     Recordset r = s.morvane->OpenRecordset("select * from TareasAgenda where medio = 2 and fmedio "
                                            "is null and fcreacion = ? order by tip,ida",
                                            hoy);
+    s.avance.Etapa(s(RealizandoTareas));
     while (!r.EOF_()) {
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
         const int idm = PacienteDe(tip, ida);

@@ -5,6 +5,7 @@
 #include "messages/mail_account.h"
 #include "messages/outbox_list.h"
 #include "messages/planned_notices.h"
+#include "startup/daily_automation.h"
 #include "store/settings_row.h"
 #include "support/clinic.h"
 #include "support/smtp_server.h"
@@ -301,6 +302,31 @@ TEST_F(Outbox, WhereNothingCanBePrintedListsAndLettersWait)
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
     EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
+}
+
+TEST_F(Outbox, WhatWasBrokenOffOrWaitsForPaperIsTakenUpByTheNextStartOfTheDay)
+{
+    GuardarAjuste(s, "FechaUltimoInicio", hoy.addDays(-1));
+    GuardarAjuste(s, "FechaUltimoInicioMes", hoy);
+    int runs = 0;
+    bool breaks = true;
+    const PasosPosteriores steps{[&](Sesion &, QDate) {
+                                     ++runs;
+                                     if (breaks)
+                                         throw ErrorDeAlmacen(ErrorNum::RutaODisco, u"disk"_s);
+                                 },
+                                 {}};
+    impresion.disponible = false;
+    EXPECT_THROW(IniciarTareas(s, steps), ErrorDeAlmacen);
+    breaks = false;
+    EXPECT_FALSE(IniciarTareas(s, steps)) << "the day stands";
+    EXPECT_EQ(runs, 2);
+    EXPECT_FALSE(IniciarTareas(s, steps));
+    EXPECT_EQ(runs, 2) << "only paper is left, and nobody to take it";
+    impresion.disponible = true;
+    EXPECT_FALSE(IniciarTareas(s, steps));
+    EXPECT_FALSE(IniciarTareas(s, steps));
+    EXPECT_EQ(runs, 3);
 }
 
 // --- The list and the notices ---

@@ -306,6 +306,7 @@ TEST_F(Propietarios, OwnersAreFoundByNameIdAndTelephone)
                           {u"What?"_s, u"What?"_s},
                           {u"nandu"_s, u"Ñandú"_s},
                           {u"12345"_s, u"Zabala"_s},
+                          {u"12-3 45"_s, u"Zabala"_s},
                           {u"0003"_s, u"*Star"_s},
                           {u"7"_s, u"Zabala"_s}}) {
         search(c.typed);

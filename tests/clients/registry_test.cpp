@@ -212,6 +212,10 @@ TEST_F(Registro, ANewPatientComesWithItsBreed)
     f.nom = u"Nata"_s;
     ask.Espera(s(5057));
     EXPECT_EQ(AgregarPaciente(s, f, false).rechazo->campo, Campo::Nacimiento);
+    f.fecn = hoy.addDays(1); // not born yet
+    ask.Espera(s(5057));
+    EXPECT_EQ(AgregarPaciente(s, f, true).rechazo->campo, Campo::Nacimiento);
+    f.fecn = hoy;
     f.idc = 0;
     ask.Espera(s(9420));
     EXPECT_EQ(AgregarPaciente(s, f, true).rechazo->campo, Campo::Cliente);

@@ -170,6 +170,8 @@ TEST_F(BaseForm, TheQuickFindOpensFromAnyFormButNotBeforeTheLogin)
     QTest::keyClick(form->first, Qt::Key_K, Qt::ControlModifier);
     EXPECT_TRUE(found()->isVisible());
     EXPECT_EQ(form->first->text(), u"typed"_s) << "the box has no say in this key";
+    QTest::keyClick(form->first, Qt::Key_Z, Qt::AltModifier);
+    EXPECT_EQ(form->first->text(), u"typed"_s) << "no button bears this letter";
     delete app->findChild<QObject *>(u"TeclaDeBusqueda"_s);
 }
 

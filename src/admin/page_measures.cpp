@@ -34,6 +34,8 @@ enum Texto {
 };
 
 constexpr int nothing = 4;
+constexpr int yes = 1;
+constexpr int no = 2;
 
 GrupoDeOpciones *ask(const ContextoDePagina &c, QFormLayout *section, const char *column, int title,
                      const QList<std::pair<int, int>> &options, int hint)
@@ -47,9 +49,6 @@ void tieMeasure(const ContextoDePagina &c, GrupoDeOpciones *group, const char *c
     if (group->Valor() == 0) // never chosen is off as well
         group->PonerValor(nothing);
 }
-
-constexpr int yes = 1;
-constexpr int no = 2;
 
 // A question whose setting holds no number of an option.
 void tieYesNo(const ContextoDePagina &c, GrupoDeOpciones *group, bool stored,

@@ -55,14 +55,6 @@ std::optional<QString> PedirContrasenaDeCorreo(Sesion &s)
     return dada;
 }
 
-void GuardarUsuario(Sesion &s, const QString &usuario, const QString &contrasena)
-{
-    Lote lote(s);
-    GuardarAjuste(s, "usuariomail", usuario);
-    GuardarAjuste(s, "passwordmail", contrasena);
-    lote.Confirmar();
-}
-
 /// What cannot be read protects rather than not.
 Cifrado CifradoDeNombre(const QString &nombre)
 {
@@ -112,14 +104,17 @@ CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s)
 
 void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
 {
-    GuardarUsuario(s, cuenta.usuario, cuenta.contrasena);
+    Lote lote(s);
+    GuardarAjuste(s, "usuariomail", cuenta.usuario);
+    GuardarAjuste(s, "passwordmail", cuenta.contrasena);
+    lote.Confirmar();
     GuardarServidorDeCorreo(s, cuenta);
 }
 
 void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
 {
     const CuentaDeCorreo antes = LeerCuentaDeCorreo(s);
-    if (cuenta.servidor.trimmed() != antes.servidor)
+    if (cuenta.servidor != antes.servidor)
         GuardarAjusteDeMaquina(s, claveServidor.toString(), cuenta.servidor.trimmed());
     if (cuenta.cifrado != antes.cifrado)
         GuardarAjusteDeMaquina(s, claveCifrado.toString(), NombreDe(cuenta.cifrado));
@@ -130,12 +125,15 @@ void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
 
 bool ModificarCuentaDeCorreo(Sesion &s)
 {
-    const auto usuario = PedirUsuario(s, s.configuracion["usuariomail"].toText());
+    CuentaDeCorreo c = LeerCuentaDeCorreo(s);
+    const auto usuario = PedirUsuario(s, c.usuario);
     if (!usuario)
         return false;
     const auto contrasena = PedirContrasenaDeCorreo(s);
     if (!contrasena)
         return false;
-    GuardarUsuario(s, *usuario, *contrasena);
+    c.usuario = *usuario;
+    c.contrasena = *contrasena;
+    GuardarCuentaDeCorreo(s, c);
     return true;
 }

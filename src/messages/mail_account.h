@@ -17,6 +17,7 @@ struct CuentaDeCorreo {
 };
 
 CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s);
+/// Stores all of it; of the server as much as differs from what is stored.
 /// @throws ErrorDeAlmacen
 void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
 /// The part of it that is this machine's own, as far as it differs from what is stored.

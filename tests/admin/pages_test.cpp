@@ -10,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -178,6 +179,8 @@ TEST_F(AutomaticPages, ProfilesTakePercentagesUpTo100AndMarkCategories)
     EXPECT_EQ(form->focusWidget(), the<QLineEdit>(u"totalbuenoscompradores"_s)) << "ENTER walks";
     type(u"PorcentajeDemoraDeudas"_s, u"100"_s);
     type(u"TiempoFrecuente"_s, u"45"_s);
+    type(u"totalbuenoscompradores"_s, QString(20, u'9'));
+    EXPECT_EQ(stored("totalbuenoscompradores"), QString(12, u'9'));
     type(u"totalbuenoscompradores"_s, u"99.50"_s);
     EXPECT_EQ(stored("PorcentajeBuenosCompradores, PorcentajeDemoraDeudas, TiempoFrecuente, "
                      "totalbuenoscompradores, LeerPerfil"),
@@ -197,9 +200,12 @@ TEST_F(AutomaticPages, ProfilesTakePercentagesUpTo100AndMarkCategories)
 
 TEST_F(AutomaticPages, FoodHasThreeLevelsForDogsAndOneForOthers)
 {
-    s.morvane->Execute("update configuracion set detali1 = null, detali2 = 400, detali3 = null");
+    s.morvane->Execute("update configuracion set detali1 = null, detali2 = 400, detali3 = null, "
+                       "KgLbs = 2");
     s.clientes->Execute("update mlespecies set ali = 0.75 where id = 2");
     open(u"alimento"_s);
+    for (const QLabel *unit : the<QLineEdit>(u"txtdetali"_s)->parent()->findChildren<QLabel *>())
+        EXPECT_EQ(unit->text(), u"g"_s) << "stocks count grams where the clinic weighs in pounds";
     auto *species = the<QComboBox>(u"cmbAliEsp"_s);
     const auto boxes = [this] {
         QStringList shown;

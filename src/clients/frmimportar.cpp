@@ -166,6 +166,7 @@ QWidget *frmImportar::buildColumns()
     tblColumnas->setFocusPolicy(Qt::NoFocus); // the lists in it are walked with TAB
     tblColumnas->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tblColumnas->setShowGrid(false);
+    tblColumnas->setWordWrap(false); // long values are cut: each row stays one line
     tblColumnas->verticalHeader()->hide();
     caption->setBuddy(tblColumnas);
 
@@ -315,8 +316,8 @@ void frmImportar::fillColumns()
         m_columns << list;
     }
     setTabOrder(before, cmbOrden);
-    tblColumnas->resizeRowsToContents();
     // Room for what there is, and for the bar below it; the report gets all the rest.
+    tblColumnas->resizeRowsToContents();
     int height = tblColumnas->horizontalHeader()->sizeHint().height()
                  + tblColumnas->horizontalScrollBar()->sizeHint().height() + Espacio::S;
     for (int r = 0; r <= m_view.filas.size(); ++r)

@@ -217,9 +217,6 @@ QTableView:disabled {
     selection-background-color: palette(mid); selection-color: palette(window-text);
 }
 QCheckBox:disabled { color: palette(window-text); }
-QCheckBox::indicator:checked:disabled {
-    background: palette(placeholder-text); border-color: palette(placeholder-text);
-}
 QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
 QPushButton { padding: 4px 12px; min-width: 0; }
 QPushButton:focus { padding: 3px 11px; }

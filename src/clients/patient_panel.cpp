@@ -4,6 +4,7 @@
 #include "clients/panels.h"
 #include "clients/photo_box.h"
 #include "clients/photos.h"
+#include "store/settings_row.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
@@ -55,7 +56,6 @@ enum Texto {
 
 constexpr int factsWidth = 172;
 constexpr int sexes = 4;
-constexpr int pounds = 2;
 
 void fill(QComboBox *list, const std::vector<Entrada> &entradas)
 {
@@ -124,7 +124,8 @@ void PanelDePaciente::build()
         box->setMinimumContentsLength(6);
     }
 
-    auto *unit = new QLabel(m_s.configuracion["KgLbs"].toInt() == pounds ? u"lb"_s : u"kg"_s);
+    auto *unit =
+        new QLabel(m_s.configuracion["KgLbs"].toInt() == UnidadDePeso::Libras ? u"lb"_s : u"kg"_s);
     unit->setProperty("clase", u"suave"_s);
     auto *checks = new QHBoxLayout;
     checks->setSpacing(Espacio::L);

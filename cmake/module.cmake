@@ -42,6 +42,8 @@ function(add_kelvara_test name)
     add_executable(${name} ${T_SOURCES})
     target_link_libraries(${name} PRIVATE ${T_LINKS} kelvara_options GTest::gtest)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    # What is tested is optimised; the tests themselves only have to be compiled quickly.
+    target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O0>)
     target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/rules_pch.h <gtest/gtest.h>)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES

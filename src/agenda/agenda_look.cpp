@@ -110,6 +110,12 @@ CajaDeDia::CajaDeDia(QWidget *parent) : QDateEdit(parent)
     dressCalendar(calendarWidget());
 }
 
+QDate CajaDeDia::Dia()
+{
+    interpretText();
+    return date();
+}
+
 PintorDeDibujo::PintorDeDibujo(std::function<QString(const QModelIndex &)> dibujo, bool conTexto,
                                QObject *parent)
     : QStyledItemDelegate(parent), m_dibujo(std::move(dibujo)), m_conTexto(conTexto)

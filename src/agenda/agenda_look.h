@@ -17,6 +17,8 @@ class CajaDeDia : public QDateEdit
     Q_OBJECT
 public:
     explicit CajaDeDia(QWidget *parent = nullptr);
+    /// The day shown, also while it is still being typed: an ALT key leaves the focus where it is.
+    QDate Dia();
 };
 
 /// Draws a cell as a picture, with its text behind it or alone.

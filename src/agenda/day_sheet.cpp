@@ -181,6 +181,9 @@ void Sacar(Sesion &s, void (Impresion::*como)(Sesion &, Documento &), bool compl
            QTime desde)
 {
     try {
+        // The sheet ends at 22:15; an update from later on has nothing to show.
+        if (CasillasDelDia(s, completo, dia, desde).empty())
+            return;
         const auto hoja = HojaDelDia(s, completo, dia, desde);
         (s.impresion.*como)(s, *hoja);
     } catch (const ErrorDeAlmacen &e) {

@@ -275,15 +275,15 @@ void frmagenda::rowChanged(int fila)
 
 void frmagenda::taskChosen(int id)
 {
-    const TareaDelDia *t = task(id);
     if (m_ocupado)
         return;
-    if (t && t->dia != m_dia)
-        showDay(t->dia);
+    // Showing another day reads the tasks anew.
+    if (const TareaDelDia *t = task(id); t && t->dia != m_dia)
+        showDay(QDate(t->dia));
     m_ocupado = true;
     GAgenda->Seleccionar(rowOf(id));
     m_ocupado = false;
-    tell(t);
+    tell(task(id));
     arrange();
 }
 
@@ -393,7 +393,7 @@ void frmagenda::delay()
 {
     const int row = GAgenda->FilasSeleccionadas().value(0);
     guarded([&] {
-        if (PasarTareas(m_s, selectedIds(), dtpPasarTarea->date()))
+        if (PasarTareas(m_s, selectedIds(), dtpPasarTarea->Dia()))
             leaveList(row);
     });
 }

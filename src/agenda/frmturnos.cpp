@@ -302,7 +302,7 @@ Turno frmTurnos::turno() const
     Turno t;
     t.concepto = cmbSel->Id();
     t.idm = ida;
-    t.dia = dtpDia->date();
+    t.dia = dtpDia->Dia();
     t.hora = HoraEscrita(txtHora->text());
     // What is no time is no alarm, without a word: it is optional.
     t.alarma = HoraEscrita(txtAla->text());

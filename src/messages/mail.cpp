@@ -97,7 +97,8 @@ public:
     /// Connects, makes the line safe and signs on.
     bool Entrar()
     {
-        if (!m_curl || m_url.isEmpty() || DireccionesValidas(m_remitente).size() != 1) {
+        if (!m_curl || m_url.isEmpty()
+            || DireccionesValidas(m_remitente) != QStringList{m_remitente}) {
             m_error = m_cuenta.servidor + u' ' + m_remitente;
             return false;
         }

@@ -112,7 +112,9 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
     pasos.prepararCarpeta = [&] { OfrecerCarpetaNueva(s, idioma); };
     pasos.almacenAbierto = [&] { AplicarTema(app, s.configuracion["PrincipalColor"].toInt()); };
     pasos.cargarTablero = [&] { tablero = std::make_unique<frmprincipal>(s, formularios); };
-    pasos.iniciarTareas = [&] { IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}}); };
+    pasos.iniciarTareas = [&] {
+        IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}});
+    };
     pasos.cargarPropietarios = [&] {
         formularios.Cargar(QStringLiteral("frmPropietarios"));
         tablero->CargarPizarra();

@@ -107,10 +107,7 @@ std::optional<QString> DialogosDePrueba::GuardarArchivo(const QString &titulo, c
     return Siguiente(titulo).texto;
 }
 
-void ImpresionDePrueba::Imprimir(Sesion &, Documento &documento)
-{
-    impresos << documento.Titulo();
-}
+void ImpresionDePrueba::Imprimir(Sesion &, Documento &documento) { impresos << documento.Titulo(); }
 
 Clinica::Clinica(Idioma idioma) : s(ask, impresion, idioma)
 {

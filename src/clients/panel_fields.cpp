@@ -212,10 +212,6 @@ QComboBox:disabled { background: transparent; border-color: palette(mid); color:
 QComboBox QLineEdit:disabled { background: transparent; color: palette(window-text); }
 QComboBox::drop-down:disabled { width: 0; border: 0; }
 QComboBox::down-arrow:disabled { image: none; }
-QTableView:disabled {
-    color: palette(placeholder-text);
-    selection-background-color: palette(mid); selection-color: palette(window-text);
-}
 QCheckBox:disabled { color: palette(window-text); }
 QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
 QPushButton { padding: 4px 12px; min-width: 0; }

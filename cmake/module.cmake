@@ -23,18 +23,26 @@ endif()
 # add_module(NAME RULES a.cpp ... [FORMS frmx.cpp ...] [NEEDS other ...] [FORMS_NEED other ...])
 #
 # One subsystem: the library NAME holds its rules and cannot see widgets; NAME_forms holds its
-# forms. A rule that includes a widget's header does not compile.
+# forms. A rule that includes a widget's header does not compile. What nearly all include is compiled
+# once: rules take it from store, forms from ui, tests from test_main.
 function(add_module name)
     cmake_parse_arguments(M "" "" "RULES;FORMS;NEEDS;FORMS_NEED" ${ARGN})
     add_library(${name} STATIC ${M_RULES})
     target_link_libraries(${name} PUBLIC kelvara_options Qt6::Core ${M_NEEDS})
-    target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/rules_pch.h)
+    if(name STREQUAL "store")
+        target_precompile_headers(store PRIVATE ${CMAKE_SOURCE_DIR}/cmake/rules_pch.h)
+    else()
+        target_precompile_headers(${name} REUSE_FROM store)
+    endif()
     if(M_FORMS)
         add_library(${name}_forms STATIC ${M_FORMS})
         target_link_libraries(${name}_forms PUBLIC ${name} ui Qt6::Widgets ${M_FORMS_NEED})
-        target_precompile_headers(${name}_forms PRIVATE ${CMAKE_SOURCE_DIR}/cmake/forms_pch.h)
+        target_precompile_headers(${name}_forms REUSE_FROM ui)
     endif()
 endfunction()
+
+# What is tested is optimised; the tests themselves only have to be compiled quickly.
+set(KELVARA_TEST_OPTIONS $<$<CONFIG:RelWithDebInfo>:-O0>)
 
 # add_kelvara_test(NAME SOURCES a_test.cpp ... LINKS lib ...): one test program, run headless.
 function(add_kelvara_test name)
@@ -42,9 +50,8 @@ function(add_kelvara_test name)
     add_executable(${name} ${T_SOURCES})
     target_link_libraries(${name} PRIVATE ${T_LINKS} kelvara_options GTest::gtest)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-    # What is tested is optimised; the tests themselves only have to be compiled quickly.
-    target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O0>)
-    target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/rules_pch.h <gtest/gtest.h>)
+    target_compile_options(${name} PRIVATE ${KELVARA_TEST_OPTIONS})
+    target_precompile_headers(${name} REUSE_FROM test_main)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 900)

@@ -19,7 +19,7 @@ const QTime UltimaHoraImpresa(22, 15); // the sheet's last slot begins at 22:00
 
 void OfrecerImpresion(Sesion &s, const Turno &turno, bool diaVacio)
 {
-    if (turno.dia != s.reloj.hoy || turno.hora >= UltimaHoraImpresa || !s.impresion.Disponible())
+    if (turno.dia != s.reloj.hoy || turno.hora >= UltimaHoraImpresa)
         return;
     if (diaVacio) {
         if (s.dialogos.Pregunta(s(ResumenDeAgenda)))

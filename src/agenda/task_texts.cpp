@@ -26,6 +26,8 @@ enum Texto {
     PorEmailOCarta = 1120,
     NuevosClientes = 1125,
     Frecuentes = 1126,
+    Reabastecer = 9981,
+    PedidoPorInternet = 9982,
 };
 
 using Palabras = std::initializer_list<QStringView>;
@@ -117,13 +119,13 @@ QString MotivoDeTarea(const Sesion &s, int tip)
     case -70:
         return s(Prepaga);
     case -45:
-        return u"Reabastecer Veterinaria"_s;
+        return s(Reabastecer);
     case -46:
         return s(Cumpleanos);
     case -48:
         return s(Cita);
     case -49:
-        return u"Respuesta a pedido de turno a travéz de Internet"_s;
+        return s(PedidoPorInternet);
     case -50:
         return s(Discontinuado);
     case -51:

@@ -31,7 +31,7 @@ void ActualizarRaciones(Sesion &s, bool preguntar)
     }
     lote.Confirmar();
 
-    if (preguntar && !horas.empty() && s.impresion.Disponible() && s.dialogos.Pregunta(s(4605)))
+    if (preguntar && !horas.empty() && s.dialogos.Pregunta(s(4605)))
         for (QTime h : horas)
             ImprimirAgendaDia(s, false, s.reloj.hoy, h);
 }

@@ -197,7 +197,7 @@ void frmmensajeria::load()
     const int count = grd->Modelo()->Filas();
     const int again = before == 0 ? -1 : grd->Modelo()->BuscarEnGrilla(before, Id, 0, count - 1);
     grd->Seleccionar(std::max(again, 0));
-    showMessage(grd->FilaActual());
+    showMessage();
 
     const auto gone = std::ranges::count_if(m_mensajes, &MensajeDelDia::salio);
     if (count == 0)
@@ -216,7 +216,7 @@ const MensajeDelDia *frmmensajeria::current() const
     return found == m_mensajes.end() ? nullptr : &*found;
 }
 
-void frmmensajeria::showMessage(int)
+void frmmensajeria::showMessage()
 {
     guarded([this] {
         const MensajeDelDia *m = current();

@@ -6,7 +6,6 @@
 #include "ui/form_base.h"
 
 class Grilla;
-class QLabel;
 class QPlainTextEdit;
 class QPushButton;
 
@@ -28,7 +27,7 @@ private:
     QLayout *buildButtons();
     void wire();
     void load();
-    void showMessage(int row);
+    void showMessage();
     void print();
     void copy();
     const MensajeDelDia *current() const;

@@ -16,12 +16,13 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int SinCuenta = 4601;
+enum Texto { SinCuenta = 4601, SinServidor = 9980 };
 
 // A server that is there answers in a second; a phone line out of town may take some.
 constexpr long SegundosParaConectar = 15;
-constexpr long SegundosPorMensaje = 60; // unless this machine's setting says otherwise
-constexpr int FallosSeguidos = 2;       // of the line, after which the run is given up
+constexpr int SegundosPorMensaje = 60; // unless this machine's setting says otherwise
+constexpr int SegundosComoMucho = 3600;
+constexpr int FallosSeguidos = 2; // of the line, after which the run is given up
 
 constexpr long Rechazo = 400;       // this reply and all above it say no
 constexpr long CierraLaLinea = 421; // says no and hangs up
@@ -69,6 +70,12 @@ QString RemitenteDe(const CuentaDeCorreo &cuenta)
     return cuenta.usuario.contains(u'@') ? cuenta.usuario : cuenta.usuario + u'@' + cuenta.servidor;
 }
 
+int Segundos(const Sesion &s)
+{
+    const int dados = LeerAjusteDeMaquina(s, u"correo/segundos"_s).toInt();
+    return dados < 1 ? SegundosPorMensaje : std::min(dados, SegundosComoMucho);
+}
+
 class CorreoPorSmtp final : public SesionDeCorreo
 {
 public:
@@ -78,9 +85,7 @@ public:
           m_remitente(RemitenteDe(m_cuenta)),
           m_mientras(std::move(mientras)),
           m_autoridad(LeerAjusteDeMaquina(s, u"correo/autoridad"_s).toUtf8()),
-          m_segundos(qMax(
-              1L, LeerAjusteDeMaquina(s, u"correo/segundos"_s, QString::number(SegundosPorMensaje))
-                      .toLong()))
+          m_segundos(Segundos(s))
     {
         static std::once_flag unaVez;
         std::call_once(unaVez, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
@@ -134,6 +139,7 @@ public:
     }
 
     QString Error() const override { return m_error; }
+    bool Perdida() const override { return m_perdida; }
 
 private:
     void Preparar()
@@ -255,7 +261,7 @@ std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error,
 {
     CuentaDeCorreo cuenta = LeerCuentaDeCorreo(s);
     if (!cuenta.Completa() || cuenta.servidor.isEmpty()) {
-        s.dialogos.Mensaje(s(SinCuenta));
+        s.dialogos.Mensaje(s(cuenta.Completa() ? SinServidor : SinCuenta));
         return nullptr;
     }
     auto correo = std::make_unique<CorreoPorSmtp>(s, std::move(cuenta), std::move(mientras));

@@ -20,6 +20,8 @@ public:
                         const QString &cuerpo) = 0;
     /// Why the last message was not taken, in the server's or the library's words.
     virtual QString Error() const = 0;
+    /// Whether the server has been given up, so that nothing more will be taken.
+    virtual bool Perdida() const = 0;
 };
 
 /// Signs on to the server of the settings. Without user name, password or server the user is told

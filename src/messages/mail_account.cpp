@@ -11,7 +11,7 @@ enum Texto { ValorNoValido = 31, Contrasena = 2685, UsuarioMail = 9584 };
 
 constexpr int mayorPuerto = 65535;
 
-// Keys of this machine's settings.
+// Keys of the clinic's settings file.
 constexpr QStringView claveServidor = u"correo/servidor";
 constexpr QStringView clavePuerto = u"correo/puerto";
 constexpr QStringView claveCifrado = u"correo/cifrado";
@@ -94,9 +94,9 @@ CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s)
     CuentaDeCorreo c;
     c.usuario = s.configuracion["usuariomail"].toText();
     c.contrasena = s.configuracion["passwordmail"].toText();
-    c.servidor = LeerAjusteDeMaquina(s, claveServidor.toString());
-    c.cifrado = CifradoDeNombre(LeerAjusteDeMaquina(s, claveCifrado.toString()));
-    c.puerto = LeerAjusteDeMaquina(s, clavePuerto.toString()).toInt();
+    c.servidor = LeerAjusteDeClinica(s, claveServidor.toString());
+    c.cifrado = CifradoDeNombre(LeerAjusteDeClinica(s, claveCifrado.toString()));
+    c.puerto = LeerAjusteDeClinica(s, clavePuerto.toString()).toInt();
     if (!EsPuerto(c.puerto))
         c.puerto = PuertoHabitual(c.cifrado);
     return c;
@@ -115,12 +115,12 @@ void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
 {
     const CuentaDeCorreo antes = LeerCuentaDeCorreo(s);
     if (cuenta.servidor != antes.servidor)
-        GuardarAjusteDeMaquina(s, claveServidor.toString(), cuenta.servidor.trimmed());
+        GuardarAjusteDeClinica(s, claveServidor.toString(), cuenta.servidor.trimmed());
     if (cuenta.cifrado != antes.cifrado)
-        GuardarAjusteDeMaquina(s, claveCifrado.toString(), NombreDe(cuenta.cifrado));
+        GuardarAjusteDeClinica(s, claveCifrado.toString(), NombreDe(cuenta.cifrado));
     // Read again: a port that was never stored follows the encryption.
     if (cuenta.puerto != LeerCuentaDeCorreo(s).puerto)
-        GuardarAjusteDeMaquina(s, clavePuerto.toString(), QString::number(cuenta.puerto));
+        GuardarAjusteDeClinica(s, clavePuerto.toString(), QString::number(cuenta.puerto));
 }
 
 bool ModificarCuentaDeCorreo(Sesion &s)

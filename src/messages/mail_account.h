@@ -1,5 +1,5 @@
-// The account that mails leave from. Name and password stand in the settings row; what reaches the
-// server from here is this machine's own.
+// The account that mails leave from, one for all terminals: whichever starts the day sends. Name
+// and password stand in the settings row, the server in the clinic's settings file.
 #pragma once
 
 #include "store/session.h"
@@ -20,7 +20,7 @@ CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s);
 /// Stores all of it; of the server as much as differs from what is stored.
 /// @throws ErrorDeAlmacen
 void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
-/// The part of it that is this machine's own, as far as it differs from what is stored.
+/// The server alone, as far as it differs from what is stored.
 /// @throws ErrorDeAlmacen
 void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
 /// Asks for name and password, each again while it is longer than its column, and stores both;

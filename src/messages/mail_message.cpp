@@ -25,8 +25,9 @@ bool EsAscii(const QString &texto)
     return true;
 }
 
-// An encoded word may take 75 characters with its frame of 12; base64 makes 4 of 3 bytes.
-constexpr int BytesPorPalabra = 45;
+// A line that holds an encoded word may take 76 characters with the name of the header before it,
+// "Subject: " at the longest, and the word's frame of 12; base64 makes 4 of 3 bytes.
+constexpr int BytesPorPalabra = 39;
 
 QByteArray EnPalabras(const QString &texto)
 {
@@ -105,7 +106,7 @@ QByteArray DireccionConNombre(const QString &nombre, const QString &direccion)
         return direccion.toUtf8();
     // Encoded words need no quotes, and within quotes a name could break out of them.
     const QByteArray antes = EnPalabras(limpio);
-    return antes + " <" + direccion.toUtf8() + ">";
+    return antes + "\r\n <" + direccion.toUtf8() + ">";
 }
 
 QByteArray FechaDeCorreo(const QDateTime &momento)

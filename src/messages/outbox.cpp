@@ -11,6 +11,8 @@
 #include "store/lookups.h"
 #include "store/opening.h"
 
+#include <span>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -35,6 +37,52 @@ constexpr int VerVideos = 34;        // click code of the page with the videos
 constexpr int DibujoComunicacion = 109;
 constexpr int VerAgendaDeHoy = 8;
 constexpr int EmailOCarta = 3; // value of the three measures
+
+// --- The day's tasks ---
+
+struct Pendiente {
+    int id = 0;
+    int tip = 0;
+    int ida = 0;
+    int medio = 0;
+    Valor artaux;
+    QString des;
+};
+
+// Read at once: what another terminal deletes or changes meanwhile disturbs no run.
+std::vector<Pendiente> LeerPendientes(Sesion &s, const std::string &condicion,
+                                      const std::vector<Valor> &valores)
+{
+    std::vector<Pendiente> pendientes;
+    Recordset r = s.morvane->Abrir(
+        "select id, tip, ida, medio, ArtAux, des from TareasAgenda where " + condicion, valores,
+        false);
+    for (; !r.EOF_(); r.MoveNext())
+        pendientes.push_back({.id = r[0].toInt(),
+                              .tip = r[1].toInt(),
+                              .ida = r[2].toInt(),
+                              .medio = r[3].toInt(),
+                              .artaux = r[4],
+                              .des = r[5].toText()});
+    return pendientes;
+}
+
+void Salio(Sesion &s, QDate hoy, const Pendiente &p)
+{
+    s.morvane->Execute("update TareasAgenda set fmedio = ? where id = ?", hoy, p.id);
+}
+
+// Tasks of one reason and addressee, which stand one behind the other. One message tells them all.
+using Grupo = std::span<const Pendiente>;
+
+Grupo GrupoDesde(const std::vector<Pendiente> &pendientes, size_t inicio)
+{
+    size_t fin = inicio + 1;
+    while (fin < pendientes.size() && pendientes[fin].tip == pendientes[inicio].tip
+           && pendientes[fin].ida == pendientes[inicio].ida)
+        ++fin;
+    return Grupo(pendientes).subspan(inicio, fin - inicio);
+}
 
 // --- Delivery lists ---
 
@@ -92,22 +140,17 @@ bool LlenarReparto(Sesion &s, QDate hoy, const ListaDeReparto &lista)
     s.auxiliar->Execute(std::string("delete * from ") + lista.tabla);
     std::vector<Valor> valores = ServiciosDe(s, lista.suministro);
     if (!valores.empty()) {
-        std::string condicion;
+        std::string condicion = "(";
         for (size_t i = 0; i < valores.size(); ++i)
-            condicion += i ? " OR tip = ?" : " tip = ?";
+            condicion += i ? " OR tip = ?" : "tip = ?";
         valores.push_back(hoy);
-        Recordset r = s.morvane->Abrir("select * from TareasAgenda where (" + condicion
-                                           + ") and medio = 4 and fmedio is null and dia = ? "
-                                             "order by ida",
-                                       valores, true);
-        for (; !r.EOF_(); r.MoveNext()) {
-            const Valor producto = r["ArtAux"];
-            if (!EsDeReparto(s, lista.suministro, producto))
+        for (const Pendiente &p : LeerPendientes(
+                 s, condicion + ") and medio = 4 and fmedio is null and dia = ? order by ida",
+                 valores)) {
+            if (!EsDeReparto(s, lista.suministro, p.artaux))
                 continue;
-            AnotarReparto(s, lista, r["ida"].toInt(), producto.toInt());
-            r.Edit();
-            r.Put("fmedio", hoy);
-            r.Update();
+            AnotarReparto(s, lista, p.ida, p.artaux.toInt());
+            Salio(s, hoy, p);
             alguno = true;
         }
     }
@@ -127,23 +170,23 @@ void Imprimir(Sesion &s, const std::function<std::unique_ptr<DocumentoHtml>()> &
 }
 
 // A scratch file of no use costs the list, which stays to be written, and not the messages.
-bool LlenarEnAuxiliar(Sesion &s, QDate hoy, const ListaDeReparto &lista)
+void Repartir(Sesion &s, QDate hoy, const ListaDeReparto &lista)
 {
-    bool alguno = false;
+    std::unique_ptr<DocumentoHtml> documento;
     try {
         AbrirAuxiliar(s, u"rep97"_s);
-        alguno = LlenarReparto(s, hoy, lista);
+        const bool alguno = LlenarReparto(s, hoy, lista);
+        CerrarAuxiliar(s);
+        // The scratch file is every terminal's: laid out before the question, the list is this
+        // run's.
+        if (alguno)
+            documento = CorrerInforme(s, lista.informe);
     } catch (const ErrorDeAlmacen &e) {
         s.dialogos.Mensaje(TextoDeError(s, e));
     }
     CerrarAuxiliar(s);
-    return alguno;
-}
-
-void Repartir(Sesion &s, QDate hoy, const ListaDeReparto &lista)
-{
-    if (LlenarEnAuxiliar(s, hoy, lista) && s.dialogos.Pregunta(s(lista.pregunta)))
-        Imprimir(s, [&] { return CorrerInforme(s, lista.informe); });
+    if (documento && s.dialogos.Pregunta(s(lista.pregunta)))
+        Imprimir(s, [&] { return std::move(documento); });
 }
 
 // --- Mails ---
@@ -198,13 +241,23 @@ bool PasaACarta(Sesion &s, int tip)
     }
 }
 
-void Fallar(Sesion &s, QDate hoy)
+void AnotarFalla(Sesion &s, const QString &motivo)
+{
+    AnotarError(s, ErrorNum::Correo, motivo, u"EnviarMensajes"_s);
+}
+
+void AvisarSinCorreo(Sesion &s)
+{
+    if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
+        AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
+}
+
+void PasarACartas(Sesion &s, QDate hoy)
 {
     struct Medida {
         const char *columna;
         int tip;
     };
-    Lote lote(s);
     for (const Medida m : {Medida{"MedidasCumple", TipoTarea::Cumpleanos},
                            Medida{"MedidasRevac", TipoTarea::RecordatorioDosis},
                            Medida{"MedidasDeudores", TipoTarea::RecordatorioDeuda}})
@@ -213,9 +266,6 @@ void Fallar(Sesion &s, QDate hoy)
                                "and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) and "
                                "(tip = ?)",
                                hoy, hoy, m.tip);
-    if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
-        AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
-    lote.Confirmar();
 }
 
 // The deceased, and who was deleted since the task was made, get nothing.
@@ -226,91 +276,76 @@ bool NoRecibe(Sesion &s, int idm, int idc)
     return s.clientes->Leer("select idc from clientes where idc = ?", idc).EsNulo();
 }
 
-void Poner(Recordset &tarea, const char *columna, const Valor &valor)
+// Notes that the message of a group has gone out; a dose reminder also on the dose of its first
+// task. The tasks behind the first count as sent, whatever became of that one, on purpose.
+void MarcarGrupo(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
 {
-    tarea.Edit();
-    tarea.Put(columna, valor);
-    tarea.Update();
-}
-
-// Notes that the message of the current task has gone out; a dose reminder also on its dose.
-void MarcarEnviada(Sesion &s, Recordset &tarea, QDate hoy)
-{
-    Poner(tarea, "fmedio", hoy);
-    if (tarea["tip"].toInt() == TipoTarea::RecordatorioDosis)
+    const Pendiente &p = grupo.front();
+    if (salioElPrimero)
+        Salio(s, hoy, p);
+    else if (PasaACarta(s, p.tip))
+        s.morvane->Execute("update TareasAgenda set medio = 2 where id = ?", p.id);
+    for (const Pendiente &otro : grupo.subspan(1))
+        Salio(s, hoy, otro);
+    if (salioElPrimero && p.tip == TipoTarea::RecordatorioDosis)
         s.clientes->Execute("update ArtPlan set Ana = -1 where Idm = ? and Ida = ? and Dos = ?",
-                            tarea["ida"].toInt(), tarea["ArtAux"].toInt(),
-                            tarea["des"].toText().toInt());
-}
-
-// Moves on. @return whether the task reached has the same reason and addressee
-bool PasarAIgual(Recordset &r)
-{
-    const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
-    r.MoveNext();
-    return !r.EOF_() && r["tip"].toInt() == tip && r["ida"].toInt() == ida;
-}
-
-bool SigueUnaIgual(Recordset &r)
-{
-    const int aqui = r.AbsolutePosition();
-    const bool sigue = PasarAIgual(r);
-    r.AbsolutePosition(aqui);
-    return sigue;
-}
-
-// One message per reason and addressee: the tasks that follow with the same ones count as sent,
-// whatever became of the first, on purpose. Leaves the recordset behind them.
-void MarcarIguales(Recordset &r, QDate hoy)
-{
-    while (PasarAIgual(r))
-        Poner(r, "fmedio", hoy);
+                            p.ida, p.artaux.toInt(), p.des.toInt());
 }
 
 void EnviarCorreos(Sesion &s, QDate hoy)
 {
-    Recordset r = s.morvane->OpenRecordset(
-        "select * from TareasAgenda where (medio = 1 or medio = 3) and est = 0 and fmedio is null "
-        "and (fcreacion = ? or dia = ?) order by tip, ida",
-        hoy, hoy);
-    if (r.EOF_())
+    const std::vector<Pendiente> pendientes = LeerPendientes(
+        s,
+        "(medio = 1 or medio = 3) and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) "
+        "order by tip, ida",
+        {hoy, hoy});
+    if (pendientes.empty())
         return;
-    const int total = r.RecordCount();
+    const int total = int(pendientes.size());
     int hechas = 0, turnos = 0;
     const auto avanzar = [&] { s.avance.Barra(hechas, total); };
     s.avance.Etapa(s(EnviandoCorreo));
-    std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s, nullptr, avanzar);
-    if (!correo)
-        return Fallar(s, hoy);
-    while (!r.EOF_()) {
-        hechas = r.AbsolutePosition();
+    QString motivo;
+    std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s, &motivo, avanzar);
+    if (!correo) {
+        Lote lote(s);
+        PasarACartas(s, hoy);
+        AvisarSinCorreo(s);
+        if (!motivo.isEmpty())
+            AnotarFalla(s, motivo);
+        lote.Confirmar();
+        return;
+    }
+    while (hechas < total) {
         avanzar();
-        const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
-        const int idm = PacienteDe(tip, ida);
-        const int idc = DestinatarioDeTarea(s, tip, ida);
-        if (!Sale(tip, r["medio"].toInt()) || NoRecibe(s, idm, idc)) {
-            r.MoveNext();
+        const Grupo grupo = GrupoDesde(pendientes, size_t(hechas));
+        const Pendiente &p = grupo.front();
+        const int idm = PacienteDe(p.tip, p.ida);
+        const int idc = DestinatarioDeTarea(s, p.tip, p.ida);
+        // What nothing is sent for does not count as sent either.
+        if (!Sale(p.tip, p.medio) || NoRecibe(s, idm, idc)) {
+            ++hechas;
             continue;
         }
-        const QString texto =
-            ComponerMensaje(s, PlantillaDe(tip), idc, idm, r["ArtAux"].toInt(), 1);
-        const bool enviado = EnviarCorreo(s, *correo, AsuntoDe(s, tip), idc, texto);
+        const QString texto = ComponerMensaje(s, PlantillaDe(p.tip), idc, idm, p.artaux.toInt(), 1);
+        const bool enviado = EnviarCorreo(s, *correo, AsuntoDe(s, p.tip), idc, texto);
         // What one message settles is settled at once and as a whole: a program that dies here
         // sends nothing again. Most are one statement, which costs the disk half of what a batch
         // over all files does.
         std::optional<Lote> lote;
-        if (tip == TipoTarea::RecordatorioDosis || SigueUnaIgual(r))
+        if (p.tip == TipoTarea::RecordatorioDosis || grupo.size() > 1)
             lote.emplace(s);
-        if (enviado)
-            MarcarEnviada(s, r, hoy);
-        else if (PasaACarta(s, tip))
-            Poner(r, "medio", 2);
-        MarcarIguales(r, hoy);
+        MarcarGrupo(s, hoy, grupo, enviado);
         if (lote)
             lote->Confirmar();
-        turnos += enviado && tip > 0;
+        if (!enviado && correo->Error() != std::exchange(motivo, correo->Error()))
+            AnotarFalla(s, motivo); // once for what befalls many
+        turnos += enviado && p.tip > 0;
+        hechas += int(grupo.size());
     }
-    s.avance.Barra(total, total);
+    avanzar();
+    if (correo->Perdida())
+        AvisarSinCorreo(s);
     CerrarSesionCorreo(correo);
     if (turnos > 0)
         AgregarPizarra(
@@ -322,30 +357,28 @@ void EnviarCorreos(Sesion &s, QDate hoy)
 
 void EnviarCartas(Sesion &s, QDate hoy)
 {
-    Recordset r = s.morvane->OpenRecordset("select * from TareasAgenda where medio = 2 and fmedio "
-                                           "is null and fcreacion = ? order by tip,ida",
-                                           hoy);
+    const std::vector<Pendiente> pendientes = LeerPendientes(
+        s, "medio = 2 and fmedio is null and fcreacion = ? order by tip, ida", {hoy});
     s.avance.Etapa(s(RealizandoTareas));
-    while (!r.EOF_()) {
-        const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
-        const int idm = PacienteDe(tip, ida);
-        const int idc = DestinatarioDeTarea(s, tip, ida);
-        const bool deCarta = tip == TipoTarea::Cumpleanos || tip == TipoTarea::RecordatorioDosis
-                             || tip == TipoTarea::RecordatorioDeuda;
-        if (!deCarta || NoRecibe(s, idm, idc)) {
-            r.MoveNext();
+    for (size_t i = 0; i < pendientes.size();) {
+        const Grupo grupo = GrupoDesde(pendientes, i);
+        const Pendiente &p = grupo.front();
+        const int idm = PacienteDe(p.tip, p.ida);
+        const int idc = DestinatarioDeTarea(s, p.tip, p.ida);
+        const bool deCarta = p.tip == TipoTarea::Cumpleanos || p.tip == TipoTarea::RecordatorioDosis
+                             || p.tip == TipoTarea::RecordatorioDeuda;
+        i += grupo.size();
+        if (!deCarta || NoRecibe(s, idm, idc))
             continue;
-        }
-        const QString texto = ComponerMensaje(s, tip, idc, idm, r["ArtAux"].toInt(), 2);
+        const QString texto = ComponerMensaje(s, p.tip, idc, idm, p.artaux.toInt(), 2);
         // Noted as sent before the question: answering No drops it, on purpose.
         Lote lote(s);
-        MarcarEnviada(s, r, hoy);
-        MarcarIguales(r, hoy);
+        MarcarGrupo(s, hoy, grupo, true);
         lote.Confirmar();
         const QString nombre = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
                                         : LeerCampo(s, "clientes", "clientes", idc, "ayn");
         if (s.dialogos.Pregunta(s(ImprimirCarta) + u' ' + nombre + u'?'))
-            Imprimir(s, [&] { return ComponerCarta(s, MotivoDeTarea(s, tip), texto); });
+            Imprimir(s, [&] { return ComponerCarta(s, MotivoDeTarea(s, p.tip), texto); });
     }
 }
 
@@ -365,13 +398,8 @@ int DestinatarioDeTarea(Sesion &s, int tip, int ida)
 
 void EnviarMensajes(Sesion &s, QDate hoy)
 {
-    // Lists and letters wait for somebody who can take the paper.
-    const bool conPapel = s.impresion.Disponible();
-    if (conPapel) {
-        Repartir(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
-        Repartir(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
-    }
+    Repartir(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
+    Repartir(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
     EnviarCorreos(s, hoy);
-    if (conPapel)
-        EnviarCartas(s, hoy);
+    EnviarCartas(s, hoy);
 }

@@ -6,10 +6,12 @@
 /// Sends what waits for a day, in this order: delivery lists are written and offered for printing;
 /// mails go out over one connection, each noted as given to the server before the next one starts,
 /// one for each reason and addressee; letters are noted as sent and then offered one by one, so
-/// that answering No drops one, on purpose. Where nothing can be printed lists and letters wait.
+/// that answering No drops one, on purpose. Nobody being there counts as No; the outbox on the
+/// screen still prints a letter of the day.
 ///
-/// Where the mail server cannot be reached, what the settings let go by letter becomes a letter and
-/// the board tells. A message that fails ends alone. Nothing is sent to the deceased.
+/// Where the mail server cannot be reached, what the settings let go by letter becomes a letter,
+/// the board tells and the error log tells why. A message that fails ends alone. Nothing is sent to
+/// the deceased.
 /// @throws ErrorDeAlmacen when the disk or the engine gives up; what went out is noted
 void EnviarMensajes(Sesion &s, QDate hoy);
 

@@ -36,7 +36,11 @@ std::vector<AvisoPlanificado> AvisosDe(Sesion &s, GrupoDeAvisos grupo)
         a.vence = r[4].toDate();
         a.paciente = r[5].toText();
         a.idc = r[6].toInt();
-        a.clave = u"%1-%2-%3-%4"_s.arg(a.idm).arg(a.ida).arg(r[2].toInt()).arg(r[3].toInt());
+        // By the day and not by the ordinal, which another dose may have tomorrow.
+        a.clave = u"%1-%2-%3-%4"_s.arg(a.idm)
+                      .arg(a.ida)
+                      .arg(r[3].toInt())
+                      .arg(a.vence.toString(u"yyyyMMdd"));
         a.propietario = LeerCampo(s, "clientes", "clientes", a.idc, "ayn");
         a.producto = LeerCampo(s, "finanzas", "articulos", a.ida, "nom");
         a.telefonos = TelefonosCliente(s, a.idc);

@@ -5,7 +5,6 @@
 #include "store/lookups.h"
 
 #include <QLocale>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -94,7 +93,8 @@ QString ResolverTag(Sesion &s, const QString &tag, int idc, int idm, int ida)
     if (t == u"FECDIA")
         return QLocale().toString(s.reloj.hoy, QLocale::LongFormat);
     if (t == u"HORTUR") {
-        const QTime hora = HoraTurnoDelDia(s, idm, s.reloj.hoy);
+        // Tasks of no patient, the feeding rounds, are nobody's appointment.
+        const QTime hora = idm != 0 ? HoraTurnoDelDia(s, idm, s.reloj.hoy) : QTime();
         return hora.isValid() ? HoraLarga(hora) : QString();
     }
     return {};
@@ -123,8 +123,6 @@ QString ComponerMensaje(Sesion &s, int tip, int idc, int idm, int ida, int medio
     const char *columna = ColumnaDe(tip, medio);
     if (!columna)
         return {};
-    if (s.configuracion.AbsolutePosition() < 0)
-        s.configuracion.MoveFirst();
     return RellenarTags(s, s.configuracion[columna].toText(), idc, idm, ida);
 }
 

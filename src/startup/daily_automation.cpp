@@ -11,6 +11,7 @@
 #include "store/opening.h"
 
 #include <QFile>
+#include <QSaveFile>
 #include <QSet>
 
 namespace
@@ -150,16 +151,24 @@ Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
         dia.Confirmar();
     }
     CerrarAuxiliar(s);
+    // The scratch file is every terminal's: laid out here, the list is this run's.
+    if (c.listarPerdidas) {
+        try {
+            c.perdidas = CorrerInforme(s, QStringLiteral("vac"));
+        } catch (const ErrorDeAlmacen &e) {
+            c.errores.push_back(e);
+        }
+    }
     s.avance.Barra(Pases, Pases);
     return c;
 }
 
-void ImprimirPerdidas(Sesion &s)
+void ImprimirPerdidas(const Corrida &c)
 {
     try {
-        s.impresion.Imprimir(s, *CorrerInforme(s, QStringLiteral("vac")));
+        c.s.impresion.Imprimir(c.s, *c.perdidas);
     } catch (const ErrorDeAlmacen &e) {
-        s.dialogos.Mensaje(e.descripcion);
+        c.s.dialogos.Mensaje(e.descripcion);
     }
 }
 
@@ -183,9 +192,9 @@ void Informar(const Corrida &c)
     for (const ErrorDeAlmacen *e : repetidos)
         AnotarError(s, e->numero, e->descripcion, fuente);
     lote.Confirmar();
-    if (c.imprimirPerdidas)
-        ImprimirPerdidas(s);
-    if (c.ofrecerResumen && s.impresion.Disponible() && s.dialogos.Pregunta(s(3447)))
+    if (c.perdidas)
+        ImprimirPerdidas(c);
+    if (c.ofrecerResumen && s.dialogos.Pregunta(s(3447)))
         ImprimirAgendaDia(s, true, c.hoy, {});
 }
 
@@ -195,9 +204,14 @@ bool EsMesNuevo(Sesion &s)
     return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
 }
 
-BloqueoDeCarpeta Bloquear(Sesion &s, int segundos)
+// The day and the month on one hand, the outbox on the other: its questions may stand open over
+// midnight, and the next day shall not wait for them.
+constexpr const char *BloqueoDelDia = "kelvara.dia";
+constexpr const char *BloqueoDelEnvio = "kelvara.correo";
+
+BloqueoDeCarpeta Bloquear(Sesion &s, const char *archivo, int segundos)
 {
-    return {s.carpetaDeDatos, QStringLiteral("kelvara.dia"), segundos,
+    return {s.carpetaDeDatos, QString::fromLatin1(archivo), segundos,
             [&s, dicho = false]() mutable {
                 if (!std::exchange(dicho, true))
                     s.avance.Etapa(s(9008));
@@ -210,7 +224,7 @@ BloqueoDeCarpeta Bloquear(Sesion &s, int segundos)
 template <typename F>
 bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 {
-    const BloqueoDeCarpeta dia = Bloquear(s, EsperaDelDia);
+    const BloqueoDeCarpeta dia = Bloquear(s, BloqueoDelDia, EsperaDelDia);
     if (!dia.Tomado())
         throw ErrorDeAlmacen(ErrorNum::Bloqueada, s(9004));
     s.configuracion.Requery();
@@ -222,30 +236,37 @@ bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 
 // --- The outbox ---
 
-// A file beside the databases stands for an outbox that is due. It is made before the commit that
+// A file beside the databases holds the day whose outbox is due. It is made before the commit that
 // the outbox follows and goes when all is sent: whatever a program dies of in between, the next
-// start of the day sends the rest.
+// start of the day sends the rest. What an earlier day left is not sent, since each run looks at
+// its own day alone.
 QString MarcaDeEnvio(const Sesion &s)
 {
     return RutaBajo(s.carpetaDeDatos, QStringLiteral("kelvara.envio"));
 }
 
-// What the mark holds once all went out that needs nobody: there is paper for whoever comes.
-constexpr QByteArrayView SoloPapel = "papel";
+QByteArray EsteDia(const Sesion &s) { return s.reloj.hoy.toString(Qt::ISODate).toLatin1(); }
 
-void Marcar(const Sesion &s, QByteArrayView que)
+void Marcar(const Sesion &s)
 {
-    QFile marca(MarcaDeEnvio(s));
-    if (!marca.open(QIODevice::WriteOnly) || marca.write(que.data(), que.size()) < 0
-        || !marca.flush())
+    QSaveFile marca(MarcaDeEnvio(s));
+    const QByteArray dia = EsteDia(s);
+    if (!marca.open(QIODevice::WriteOnly) || marca.write(dia) != dia.size() || !marca.commit())
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, marca.fileName());
 }
 
 bool HayEnvio(const Sesion &s)
 {
     QFile marca(MarcaDeEnvio(s));
-    return marca.open(QIODevice::ReadOnly)
-           && (s.impresion.Disponible() || marca.readAll() != SoloPapel);
+    return marca.open(QIODevice::ReadOnly) && marca.readAll() == EsteDia(s);
+}
+
+// Another terminal may have begun the next day meanwhile, whose mark this is not to take away.
+void Desmarcar(const Sesion &s)
+{
+    QFile marca(MarcaDeEnvio(s));
+    if (HayEnvio(s) && !marca.remove())
+        throw ErrorDeAlmacen(ErrorNum::RutaODisco, marca.fileName());
 }
 
 // @return false when another terminal is sending
@@ -253,16 +274,13 @@ bool Enviar(Sesion &s, const PasosPosteriores &pasos)
 {
     if (!pasos.enviarMensajes || !HayEnvio(s))
         return true;
-    const BloqueoDeCarpeta envio = Bloquear(s, EsperaDelEnvio);
+    const BloqueoDeCarpeta envio = Bloquear(s, BloqueoDelEnvio, EsperaDelEnvio);
     if (!envio.Tomado())
         return false;
     if (HayEnvio(s)) {
         s.configuracion.Requery();
         pasos.enviarMensajes(s, s.reloj.hoy);
-        if (s.impresion.Disponible())
-            QFile::remove(MarcaDeEnvio(s));
-        else
-            Marcar(s, SoloPapel);
+        Desmarcar(s);
     }
     return true;
 }
@@ -274,7 +292,7 @@ bool CorrerElDia(Sesion &s, const PasosPosteriores &pasos)
     std::optional<Corrida> corrida;
     BajoElBloqueo(s, EsPrimerInicio, [&] {
         if (pasos.enviarMensajes)
-            Marcar(s, {});
+            Marcar(s);
         corrida.emplace(CorrerPases(s, AvanzarFechas));
     });
     if (corrida)
@@ -286,9 +304,8 @@ void CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
 {
     BajoElBloqueo(s, EsMesNuevo, [&] {
         if (pasos.enviarMensajes)
-            Marcar(s, {});
-        if (pasos.pasoMensual)
-            pasos.pasoMensual(s);
+            Marcar(s);
+        pasos.pasoMensual(s);
         s.morvane->Execute("UPDATE Configuracion set FechaUltimoInicioMes = ?", s.reloj.hoy);
     });
 }
@@ -316,7 +333,7 @@ bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos)
 
     s.avance.Etapa(s(3416));
     // The terminal that is sending goes on to the month itself.
-    if (libre && EsMesNuevo(s)) {
+    if (pasos.pasoMensual && libre && EsMesNuevo(s)) {
         CorrerElMes(s, pasos);
         Enviar(s, pasos);
     }

@@ -65,7 +65,7 @@ void pases::DosisPerdidas(Corrida &c)
         if (conServicio > 0)
             AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7, 19);
     });
-    c.imprimirPerdidas = primeras > 0 && listar && s.auxiliar;
+    c.listarPerdidas = primeras > 0 && listar && s.auxiliar;
 }
 
 // --- Doses of today ---

@@ -1,8 +1,10 @@
 // The nineteen passes of a day, and what they share. Internal to the daily pass.
 #pragma once
 
+#include "printing/html_document.h"
 #include "store/session.h"
 
+#include <memory>
 #include <vector>
 
 inline constexpr int Pases = 19;
@@ -22,8 +24,9 @@ struct Corrida {
     qint64 dias = 0;
     int pase = 0;
     std::vector<ErrorDeAlmacen> errores;
-    bool imprimirPerdidas = false; // the list of missed doses
-    bool ofrecerResumen = false;   // the day sheet
+    bool listarPerdidas = false; // the missed doses
+    std::unique_ptr<DocumentoHtml> perdidas = nullptr;
+    bool ofrecerResumen = false; // the day sheet
 
     Valor Ajuste(std::string_view columna) const { return s.configuracion[columna]; }
 

@@ -29,6 +29,7 @@ inline constexpr int TablaExiste = 3010;
 inline constexpr int SinIdentificadores = 3163; // the counter has reached the end of its range
 inline constexpr int Interno = 3000;
 inline constexpr int Impresora = 482; // the printer does not take the document
+inline constexpr int Correo = 32002;  // the mail server does not take the account or a message
 } // namespace ErrorNum
 
 /// What the store throws. The description can be shown to a user as it is; the statement never

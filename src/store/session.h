@@ -38,6 +38,7 @@ struct Alarma {
     int tip = 0;
     bool atendida = false;  // rung, or needs not ring any more
     std::optional<int> ida; // known only for alarms loaded at start-up, on purpose
+    int tarea = 0;          // whose it is
 };
 
 /// The client and patient that the screens work on.
@@ -70,19 +71,16 @@ class Impresion
 {
 public:
     virtual ~Impresion() = default;
-    /// False where nobody is there to take the paper: then nobody is asked whether to print.
-    virtual bool Disponible() const = 0;
     /// Prints at once. @throws ErrorDeAlmacen when the printer does not take it
     virtual void Imprimir(Sesion &s, Documento &documento) = 0;
     /// Shows it first.
     virtual void Mostrar(Sesion &s, Documento &documento) = 0;
 };
 
-/// No printer at all.
+/// Nobody is there to take the paper.
 class SinImpresion : public Impresion
 {
 public:
-    bool Disponible() const override { return false; }
     void Imprimir(Sesion &, Documento &) override {}
     void Mostrar(Sesion &, Documento &) override {}
 };

@@ -23,14 +23,22 @@ void GuardarAjuste(Sesion &s, std::string_view columna, const Valor &valor)
     }
 }
 
-QString LeerAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &porDefecto)
+namespace
 {
-    return QSettings(ArchivoDeMaquina(s), QSettings::IniFormat).value(clave, porDefecto).toString();
+
+QString ArchivoDeClinica(const Sesion &s)
+{
+    return s.carpetaDeDatos.isEmpty() ? QString()
+                                      : s.carpetaDeDatos + QStringLiteral("kelvara.ini");
 }
 
-void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &valor)
+QString Leer(const QString &archivo, const QString &clave, const QString &porDefecto)
 {
-    const QString archivo = ArchivoDeMaquina(s);
+    return QSettings(archivo, QSettings::IniFormat).value(clave, porDefecto).toString();
+}
+
+void Guardar(const QString &archivo, const QString &clave, const QString &valor)
+{
     if (archivo.isEmpty())
         return;
     QSettings ini(archivo, QSettings::IniFormat);
@@ -38,4 +46,26 @@ void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString
     ini.sync();
     if (ini.status() != QSettings::NoError)
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, QDir::toNativeSeparators(archivo));
+}
+
+} // namespace
+
+QString LeerAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &porDefecto)
+{
+    return Leer(ArchivoDeMaquina(s), clave, porDefecto);
+}
+
+void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &valor)
+{
+    Guardar(ArchivoDeMaquina(s), clave, valor);
+}
+
+QString LeerAjusteDeClinica(const Sesion &s, const QString &clave, const QString &porDefecto)
+{
+    return Leer(ArchivoDeClinica(s), clave, porDefecto);
+}
+
+void GuardarAjusteDeClinica(const Sesion &s, const QString &clave, const QString &valor)
+{
+    Guardar(ArchivoDeClinica(s), clave, valor);
 }

@@ -1,4 +1,5 @@
-// Writing single columns of the settings row, which all machines share: the last writer wins.
+// Single settings: columns of the settings row and, beside it, two files for what has no column
+// there, one that all machines share and one of this machine's own. The last writer wins.
 #pragma once
 
 #include "store/session.h"
@@ -18,8 +19,13 @@ inline constexpr int Libras = 2;
 /// there is no such folder: an unnamed file is never written.
 QString ArchivoDeMaquina(const Sesion &s);
 
-/// A setting of this machine alone, for what other terminals must not share: ports, servers reached
-/// from here.
+/// A setting of this machine alone, for what other terminals must not share: ports, paths.
 QString LeerAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &porDefecto = {});
 /// @throws ErrorDeAlmacen 75 when the file cannot be written
 void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &valor);
+
+/// A setting that all terminals share, in a file of the data folder. It is readable by whoever
+/// reads the folder: nothing secret goes here.
+QString LeerAjusteDeClinica(const Sesion &s, const QString &clave, const QString &porDefecto = {});
+/// @throws ErrorDeAlmacen 75 when the file cannot be written
+void GuardarAjusteDeClinica(const Sesion &s, const QString &clave, const QString &valor);

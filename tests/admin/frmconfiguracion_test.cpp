@@ -244,15 +244,15 @@ TEST_F(Settings, TheServerOfMailsBelongsToThisMachine)
     QWheelEvent wheel({2, 2}, kind->mapToGlobal(QPointF(2, 2)), {}, {0, -120}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(kind, &wheel);
-    EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/cifrado"_s), u"tls"_s) << "the wheel writes nothing";
-    EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/puerto"_s), QString()) << "not what did not change";
+    EXPECT_EQ(LeerAjusteDeClinica(s, u"correo/cifrado"_s), u"tls"_s) << "the wheel writes nothing";
+    EXPECT_EQ(LeerAjusteDeClinica(s, u"correo/puerto"_s), QString()) << "not what did not change";
     type(u"txtPuertoMail"_s, u"2525"_s);
     for (const QString &none : {u"0"_s, u"65536"_s}) {
         type(u"txtPuertoMail"_s, none);
         EXPECT_EQ(the<QLineEdit>(u"txtPuertoMail"_s)->text(), u"2525"_s) << none.toStdString();
         EXPECT_EQ(the<QLabel>(u"Ayu"_s)->text(), s(31));
     }
-    EXPECT_EQ(LeerAjusteDeMaquina(s, u"correo/servidor"_s), u"smtp.example.com"_s);
+    EXPECT_EQ(LeerAjusteDeClinica(s, u"correo/servidor"_s), u"smtp.example.com"_s);
     QTest::mouseClick(the<QPushButton>(u"cmdVerCuenta"_s), Qt::LeftButton);
     EXPECT_EQ(list()->currentRow(), 0) << "the account stands with the clinic's data";
     ask.EsperaTexto(u"User name"_s, u"ana"_s);

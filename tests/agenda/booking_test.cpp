@@ -76,7 +76,6 @@ TEST_F(Turnos, WritesTheTaskAndMarksThePatient)
 
 TEST_F(Turnos, AnOwnTaskIsTheUsersAndAsksNothing)
 {
-    impresion.disponible = true;
     s.usuario.idu = 2; // the same number as a patient's
     Turno t = turno(TipoTarea::TareaDeUsuario, {9, 30});
     t.recordar = true;
@@ -87,9 +86,6 @@ TEST_F(Turnos, AnOwnTaskIsTheUsersAndAsksNothing)
 
 TEST_F(Turnos, OffersTheSheetForTodayBeforeAQuarterPastTen)
 {
-    Agendar(s, turno(control, {9, 30})); // no printer: nobody is asked
-    s.morvane->Execute("delete * from TareasAgenda");
-    impresion.disponible = true;
     ask.Espera(s(1309));
     Agendar(s, turno(control, {9, 30}));
     ask.Espera(s(1310), false);

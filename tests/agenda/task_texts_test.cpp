@@ -82,8 +82,8 @@ TEST_F(ClinicaConAgenda, EveryReasonHasItsWordsAndItsSubject)
                                           {-70, 1113}, {-71, 1125}, {-72, 1126}};
     for (const auto &[tip, texto] : textos)
         EXPECT_EQ(MotivoDeTarea(s, tip), s(texto)) << tip;
-    EXPECT_EQ(MotivoDeTarea(s, -45), u"Reabastecer Veterinaria"_s);
-    EXPECT_EQ(MotivoDeTarea(s, -49), u"Respuesta a pedido de turno a travéz de Internet"_s);
+    EXPECT_EQ(MotivoDeTarea(s, -45), u"Restock the clinic"_s);
+    EXPECT_EQ(MotivoDeTarea(s, -49), u"Answer to a request for an appointment over the Internet"_s);
     EXPECT_EQ(MotivoDeTarea(s, -99), QString());
     // A user's id must never be read as a patient's.
     EXPECT_EQ(SujetoDeTarea(-100), Sujeto::Usuario);

@@ -10,6 +10,8 @@ namespace
 class Raciones : public Clinica
 {
 protected:
+    Raciones() { ask.siempreNo << s(4605); }
+
     void Huesped(int idm, int sale, const char16_t *tip = u"h")
     {
         s.clientes->Execute("insert into mhospedaje (idm, idcanil, fent, fsal, tip) values (?, 1, "
@@ -76,11 +78,11 @@ TEST_F(Raciones, AreMadeForExactlyOneGuestWhoIsStillToStay)
 
 TEST_F(Raciones, OfferThePrintOfEachHour)
 {
-    impresion.disponible = true;
     ActualizarRaciones(s, true); // nothing written, nothing asked
     Huesped(1, 2);
     Horas({8, 20});
     ActualizarRaciones(s, false);
+    ask.siempreNo.clear();
     ask.Espera(s(4605), false);
     ActualizarRaciones(s, true);
     EXPECT_EQ(impresion.impresos, QStringList());

@@ -17,9 +17,9 @@ protected:
     {
         return Filas(*s.morvane, "select usuariomail, passwordmail from configuracion");
     }
-    QByteArray deLaMaquina()
+    QByteArray ajustesDeLaClinica()
     {
-        QFile f(programa.filePath(u"kelvara.ini"_s));
+        QFile f(carpeta.filePath(u"kelvara.ini"_s));
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
     QTemporaryDir programa;
@@ -43,9 +43,9 @@ TEST_F(Cuenta, ComesBackWithItsPasswordInTheEncryptedDatabaseAlone)
     EXPECT_EQ(c.puerto, 2525);
     EXPECT_EQ(c.cifrado, Cifrado::Tls);
 
-    ASSERT_TRUE(deLaMaquina().contains("smtp.example.com"));
-    EXPECT_FALSE(deLaMaquina().contains("creto"));
-    EXPECT_FALSE(deLaMaquina().contains("ana@"));
+    ASSERT_TRUE(ajustesDeLaClinica().contains("smtp.example.com"));
+    EXPECT_FALSE(ajustesDeLaClinica().contains("creto"));
+    EXPECT_FALSE(ajustesDeLaClinica().contains("ana@"));
     QFile base(carpeta.filePath(u"morvane.mdb"_s));
     ASSERT_TRUE(base.open(QIODevice::ReadOnly));
     EXPECT_FALSE(base.readAll().contains("s3creto"));
@@ -53,7 +53,7 @@ TEST_F(Cuenta, ComesBackWithItsPasswordInTheEncryptedDatabaseAlone)
 
 TEST_F(Cuenta, WhatAnIniEditedByHandHoldsIsReadSafely)
 {
-    QFile f(programa.filePath(u"kelvara.ini"_s));
+    QFile f(carpeta.filePath(u"kelvara.ini"_s));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write("[correo]\nservidor=s\npuerto=99999\ncifrado=nada\n");
     f.close();
@@ -89,8 +89,8 @@ TEST_F(Cuenta, NameAndPasswordAreAskedForInTurnAndStoredTogether)
     ask.EsperaTexto(u"Password"_s, u""_s);
     EXPECT_TRUE(ModificarCuentaDeCorreo(s));
     EXPECT_EQ(guardada(), u"eva|\n"_s);
-    EXPECT_EQ(deLaMaquina(), QByteArray()) << "the server is another matter";
+    EXPECT_EQ(ajustesDeLaClinica(), QByteArray()) << "the server is another matter";
 
-    s.carpetaDePrograma = carpeta.filePath(u"morvane.mdb"_s) + u'/'; // no folder
+    s.carpetaDeDatos = carpeta.filePath(u"morvane.mdb"_s) + u'/'; // no folder
     EXPECT_THROW(GuardarServidorDeCorreo(s, {{}, {}, u"smtp"_s}), ErrorDeAlmacen);
 }

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QHash>
+#include <QStandardPaths>
 #include <QThread>
 
 #include <csignal>
@@ -179,8 +180,9 @@ TEST_F(Program, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
                            s.reloj.hoy);
     });
     QDate day = QDate::currentDate();
-    if (runDayAt(day) == -1)
+    if (QStandardPaths::findExecutable(u"faketime"_s).isEmpty())
         GTEST_SKIP() << "no tool to shift the clock";
+    ASSERT_EQ(runDayAt(day), 0);
 
     qsizetype before = 0, withMails = 0;
     QSet<QString> kinds;
@@ -236,10 +238,11 @@ TEST_F(Program, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
     ASSERT_EQ(runDayAt(day), 0);
     look([&](Sesion &s) {
         EXPECT_EQ(s.morvane->Leer("select count(*) from pizarra where dibujo = 116").toInt(), 1);
+        // The letters count as sent: nobody was there to be asked about them.
         EXPECT_GE(s.morvane
                       ->Leer("select count(*) from TareasAgenda where fcreacion = ? and tip in "
-                             "(-46, -42, -43) and medio = 2 and fmedio is null",
-                             day)
+                             "(-46, -42, -43) and medio = 2 and fmedio = ?",
+                             day, day)
                       .toInt(),
                   1);
         EXPECT_EQ(s.morvane

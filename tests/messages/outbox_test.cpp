@@ -22,7 +22,6 @@ protected:
     {
         s.clinica = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
         s.carpetaDePrograma = carpeta.path() + u'/';
-        impresion.disponible = true;
         const auto run = [this](const char *sql) { s.clientes->Execute(sql); };
         run("insert into clientes (idc, ayn, email) values (1, 'Ana', 'ana@x.example')");
         run("insert into clientes (idc, ayn, email) values (2, 'Eva', 'eva@x.example')");
@@ -83,6 +82,7 @@ protected:
         return Filas(*s.morvane, "select tip, ida, medio, fmedio from TareasAgenda where ida > 0 "
                                  "order by id");
     }
+    QString errors() { return Filas(*s.morvane, "select des from errores"); }
     QString board(const char *where = "")
     {
         return Filas(*s.morvane,
@@ -183,15 +183,21 @@ TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
         }
         for (const int tip : {-43, -70, -71, -72})
             task(tip, 3, 3);
-        impresion.disponible = false; // letters wait for paper
-        EnviarMensajes(s, hoy);
         // A debt becomes a letter whatever the measure says: intended.
-        EXPECT_EQ(Filas(*s.morvane, "select tip, ida, fmedio from TareasAgenda where medio = 2 "
-                                    "order by tip, ida"),
-                  measure == 3 ? u"-46|11|\n-46|13|\n-43|3|\n-42|11|\n-42|13|\n"_s : u"-43|3|\n"_s);
-        EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where fmedio is not null"),
+        const QStringList letters =
+            measure == 3 ? QStringList{u"Toby"_s, u"Rex"_s, u"Leo"_s, u"Toby"_s, u"Rex"_s}
+                         : QStringList{u"Leo"_s};
+        for (const QString &name : letters)
+            ask.Espera(u"Want to print letter to: "_s + name + u'?', false);
+        EnviarMensajes(s, hoy);
+        EXPECT_EQ(Filas(*s.morvane, "select tip, ida from TareasAgenda where medio = 2 order by "
+                                    "tip, ida"),
+                  measure == 3 ? u"-46|11\n-46|13\n-43|3\n-42|11\n-42|13\n"_s : u"-43|3\n"_s);
+        EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where medio <> 2 and fmedio is "
+                                    "not null"),
                   QString());
     }
+    EXPECT_EQ(errors().count(u"550"_s), 2) << "once a run, however many it befell";
     EXPECT_EQ(mails(server), QString());
     EXPECT_EQ(Filas(*s.clientes, "select idc, FaltaMail from clientes order by idc"),
               u"1|0\n2|0\n3|-1\n"_s);
@@ -209,6 +215,10 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     const QString line = u"116|34|0|Unable to send emails. Please configure your email. (click "
                          u"here for instructions)\n"_s;
     EXPECT_EQ(board(), line);
+    GuardarCuentaDeCorreo(s, {u"vet@clinic.example"_s, u"llave"_s, {}});
+    ask.Espera(u"The mail server is missing"_s);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(errors(), QString()) << "the user has been told";
 
     ServidorDeCorreo server;
     connectTo(server);
@@ -224,6 +234,24 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     EXPECT_EQ(impresion.impresos,
               (QStringList{u"Congratulations on birthday"_s, u"Scheduled product reminder"_s}));
     EXPECT_EQ(board(), line);
+    EXPECT_TRUE(errors().contains(u"onnect"_s)) << errors().toStdString();
+}
+
+TEST_F(Outbox, AServerThatIsGivenUpInTheMiddleIsTold)
+{
+    ServidorDeCorreo server({u"--hang-at"_s, u"2"_s});
+    ASSERT_TRUE(server.Vive());
+    connectTo(server);
+    GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"1"_s);
+    measures(3);
+    for (const int tip : {-72, -71, -70})
+        task(tip, 1, 1);
+    task(-46, 11, 3);
+    ask.Espera(u"Want to print letter to: Toby?"_s, false);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(tasks(), u"-72|1|1|2026-03-11\n-71|1|1|\n-70|1|1|\n-46|11|2|2026-03-11\n"_s);
+    EXPECT_EQ(Filas(*s.morvane, "select dibujo from pizarra"), u"116\n"_s);
+    EXPECT_NE(errors(), QString());
 }
 
 TEST_F(Outbox, LettersAreMarkedBeforeTheQuestion)
@@ -291,42 +319,65 @@ TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
     EnviarMensajes(s, hoy); // nothing to ask again
 }
 
-TEST_F(Outbox, WhereNothingCanBePrintedListsAndLettersWait)
-{
-    impresion.disponible = false;
-    task(-43, 2, 2);
-    EnviarMensajes(s, hoy);
-    EXPECT_EQ(tasks(), u"-43|2|2|\n"_s);
-    impresion.disponible = true;
-    ask.Espera(u"Want to print letter to: Eva?"_s, true);
-    EnviarMensajes(s, hoy);
-    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
-    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
-}
-
-TEST_F(Outbox, WhatWasBrokenOffOrWaitsForPaperIsTakenUpByTheNextStartOfTheDay)
+TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
 {
     GuardarAjuste(s, "FechaUltimoInicio", hoy.addDays(-1));
-    GuardarAjuste(s, "FechaUltimoInicioMes", hoy);
+    GuardarAjuste(s, "FechaUltimoInicioMes", hoy.addMonths(-1));
     int runs = 0;
-    bool breaks = true;
+    std::function<void()> event = [] { throw ErrorDeAlmacen(ErrorNum::RutaODisco, u"disk"_s); };
     const PasosPosteriores steps{[&](Sesion &, QDate) {
                                      ++runs;
-                                     if (breaks)
-                                         throw ErrorDeAlmacen(ErrorNum::RutaODisco, u"disk"_s);
+                                     event();
                                  },
                                  {}};
-    impresion.disponible = false;
     EXPECT_THROW(IniciarTareas(s, steps), ErrorDeAlmacen);
-    breaks = false;
+    event = [] {};
     EXPECT_FALSE(IniciarTareas(s, steps)) << "the day stands";
+    EXPECT_FALSE(IniciarTareas(s, steps));
     EXPECT_EQ(runs, 2);
+    EXPECT_EQ(s.configuracion["FechaUltimoInicioMes"].toDate(), hoy.addMonths(-1))
+        << "due for as long as there is no step that carries it out";
+
+    // Another terminal begins the next day, and dies, while this one still asks about letters:
+    // that day's outbox is not taken away.
+    GuardarAjuste(s, "FechaUltimoInicio", hoy.addDays(-1));
+    event = [&] {
+        Sesion other(ask, impresion, Idioma::Ingles);
+        other.reloj.hoy = hoy.addDays(1);
+        FijarCarpetaDeDatos(other, carpeta.path());
+        ASSERT_FALSE(AbrirAlmacen(other));
+        const auto dies = [](Sesion &, QDate) { throw ErrorDeAlmacen(ErrorNum::Interno, {}); };
+        EXPECT_THROW(IniciarTareas(other, {dies, {}}), ErrorDeAlmacen);
+    };
+    EXPECT_TRUE(IniciarTareas(s, steps));
+    event = [] {};
+    s.reloj.hoy = hoy.addDays(1);
     EXPECT_FALSE(IniciarTareas(s, steps));
-    EXPECT_EQ(runs, 2) << "only paper is left, and nobody to take it";
-    impresion.disponible = true;
-    EXPECT_FALSE(IniciarTareas(s, steps));
-    EXPECT_FALSE(IniciarTareas(s, steps));
-    EXPECT_EQ(runs, 3);
+    EXPECT_EQ(runs, 4);
+}
+
+TEST_F(Outbox, WhatAnotherTerminalDeletesMeanwhileEndsNoRun)
+{
+    task(-43, 2, 2);
+    task(-43, 3, 2);
+    struct Deleting : DialogosDePrueba {
+        std::function<void()> act;
+        bool Pregunta(const QString &text) override
+        {
+            act();
+            return DialogosDePrueba::Pregunta(text);
+        }
+    } deleting;
+    deleting.act = [&] { s.morvane->Execute("delete * from TareasAgenda where ida = 3"); };
+    deleting.Espera(u"Want to print letter to: Eva?"_s, false);
+    deleting.Espera(u"Want to print letter to: Leo?"_s, true);
+    Sesion other(deleting, impresion, Idioma::Ingles);
+    other.reloj = s.reloj;
+    FijarCarpetaDeDatos(other, carpeta.path());
+    ASSERT_FALSE(AbrirAlmacen(other));
+    EnviarMensajes(other, hoy);
+    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
+    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
 }
 
 // --- The list and the notices ---
@@ -408,21 +459,25 @@ TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
                  + a.vence.toString(Qt::ISODate) + u' ' + a.nota + u'\n';
         return t;
     };
-    EXPECT_EQ(notices(18), u"13-1-2-3 Rex Leo Rabia 2026-02-20 \n11-1-3-3 Toby Ana Rabia "
-                           u"2026-02-21 \n"_s);
-    EXPECT_EQ(notices(19), u"12-1-7-3 Luna Eva Rabia 2026-03-10 \n"_s);
-    EXPECT_EQ(notices(20), u"11-1-3-3 Toby Ana Rabia 2026-02-21 \n11-1-5-3 Toby Ana Rabia "
-                           u"2026-03-11 \n"_s);
-    EXPECT_EQ(notices(21), u"12-1-7-3 Luna Eva Rabia 2026-03-10 \n12-1-8-3 Luna Eva Rabia "
-                           u"2026-03-11 \n"_s);
+    EXPECT_EQ(notices(18),
+              u"13-1-3-20260220 Rex Leo Rabia 2026-02-20 \n11-1-3-20260221 Toby Ana Rabia "
+              u"2026-02-21 \n"_s);
+    EXPECT_EQ(notices(19), u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n"_s);
+    EXPECT_EQ(notices(20),
+              u"11-1-3-20260221 Toby Ana Rabia 2026-02-21 \n11-1-3-20260311 Toby Ana Rabia "
+              u"2026-03-11 \n"_s);
+    EXPECT_EQ(notices(21),
+              u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n12-1-3-20260311 Luna Eva Rabia "
+              u"2026-03-11 \n"_s);
 
-    GuardarNota(s, u"12-1-8-3"_s, u"O'Hara: calls back"_s);
-    GuardarNota(s, u"12-1-7-3"_s, u"first"_s);
-    GuardarNota(s, u"12-1-7-3"_s, u" \n"_s);
-    EXPECT_EQ(notices(21), u"12-1-7-3 Luna Eva Rabia 2026-03-10 \n12-1-8-3 Luna Eva Rabia "
-                           u"2026-03-11 O'Hara: calls back\n"_s);
+    GuardarNota(s, u"12-1-3-20260311"_s, u"O'Hara: calls back"_s);
+    GuardarNota(s, u"12-1-3-20260310"_s, u"first"_s);
+    GuardarNota(s, u"12-1-3-20260310"_s, u" \n"_s);
+    EXPECT_EQ(notices(21),
+              u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n12-1-3-20260311 Luna Eva Rabia "
+              u"2026-03-11 O'Hara: calls back\n"_s);
     EXPECT_EQ(Filas(*s.clientes, "select ID, Texto from AvisosPlanificadas"),
-              u"12-1-8-3|O'Hara: calls back\n"_s);
+              u"12-1-3-20260311|O'Hara: calls back\n"_s);
 
     // A last start that lies today or ahead leaves no day, not tomorrow's.
     GuardarAjuste(s, "FechaInicioAnterior", hoy);

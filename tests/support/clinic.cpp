@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <algorithm>
 
 namespace
 {
@@ -74,7 +75,13 @@ DialogosDePrueba::Prompt DialogosDePrueba::Siguiente(const QString &texto)
 }
 
 void DialogosDePrueba::Mensaje(const QString &texto) { Siguiente(texto); }
-bool DialogosDePrueba::Pregunta(const QString &texto) { return Siguiente(texto).si; }
+bool DialogosDePrueba::Pregunta(const QString &texto)
+{
+    if (std::ranges::any_of(siempreNo, [&](const QString &p) { return texto.contains(p); }))
+        return false;
+    return Siguiente(texto).si;
+}
+
 bool DialogosDePrueba::Confirmar(const QString &texto) { return Siguiente(texto).si; }
 
 std::optional<QString> DialogosDePrueba::PedirTexto(const QString &, const QString &texto,

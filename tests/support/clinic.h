@@ -33,6 +33,9 @@ public:
     std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
                                           const QString &filtro) override;
 
+    /// Questions that hold one of these are answered No whenever they come.
+    QStringList siempreNo;
+
     /// Collects the faults instead of failing the test; for the test of this class alone.
     QStringList *faltas = nullptr;
 
@@ -52,9 +55,7 @@ private:
 class ImpresionDePrueba : public Impresion
 {
 public:
-    bool disponible = false;
     QStringList impresos;
-    bool Disponible() const override { return disponible; }
     void Imprimir(Sesion &s, Documento &documento) override;
     void Mostrar(Sesion &s, Documento &documento) override { Imprimir(s, documento); }
 };

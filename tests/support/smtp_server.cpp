@@ -13,14 +13,15 @@ namespace
 const QString Python = u"/usr/bin/python3"_s; // the system's own, which has the server's library
 
 // One self-signed certificate, which is then its own authority.
-void HacerCertificado(const QString &carpeta)
+bool HacerCertificado(const QString &carpeta)
 {
     QProcess openssl;
     openssl.start(u"openssl"_s, {u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s,
                                  u"-days"_s, u"2"_s, u"-subj"_s, u"/CN=localhost"_s, u"-addext"_s,
                                  u"subjectAltName=DNS:localhost"_s, u"-keyout"_s,
                                  carpeta + u"/key.pem"_s, u"-out"_s, carpeta + u"/cert.pem"_s});
-    openssl.waitForFinished();
+    return openssl.waitForFinished() && openssl.exitStatus() == QProcess::NormalExit
+           && openssl.exitCode() == 0;
 }
 
 } // namespace
@@ -29,7 +30,8 @@ ServidorDeCorreo::ServidorDeCorreo(QStringList opciones)
 {
     const bool starttls = opciones.removeAll(u"--starttls"_s) > 0;
     if (starttls || opciones.contains(u"--tls"_s)) {
-        HacerCertificado(m_carpeta.path());
+        if (!HacerCertificado(m_carpeta.path()))
+            return; // a server that does not live
         opciones << u"--certificate"_s << Autoridad() << u"--key"_s
                  << m_carpeta.filePath(u"key.pem"_s);
     }

@@ -1,7 +1,7 @@
 // The settings: a list of pages, and the page chosen beside it.
 #pragma once
 
-#include "admin/pages.h"
+#include "admin/frmconfiguracion_pages.h"
 #include "ui/form_base.h"
 
 class QLabel;

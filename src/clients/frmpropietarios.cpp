@@ -1,9 +1,9 @@
 #include "clients/frmpropietarios.h"
 
-#include "clients/client_panel.h"
 #include "clients/client_rows.h"
+#include "clients/frmpropietarios_client.h"
+#include "clients/frmpropietarios_patient.h"
 #include "clients/owner_search.h"
-#include "clients/patient_panel.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"

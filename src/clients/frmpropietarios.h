@@ -1,7 +1,7 @@
 // Clients and patients: the registry, and the selection that the whole session works on.
 #pragma once
 
-#include "clients/shortcut_bar.h"
+#include "clients/frmpropietarios_shortcuts.h"
 #include "ui/draft.h"
 #include "ui/form_base.h"
 

@@ -1,4 +1,4 @@
-#include "admin/page_rows.h"
+#include "admin/frmconfiguracion_rows.h"
 
 #include "ui/boxes.h"
 #include "ui/form_base.h"

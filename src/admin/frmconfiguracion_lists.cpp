@@ -1,5 +1,5 @@
+#include "admin/frmconfiguracion_rows.h"
 #include "admin/list_maintenance.h"
-#include "admin/page_rows.h"
 #include "ui/form_base.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"

@@ -1,7 +1,7 @@
-#include "clients/client_panel.h"
+#include "clients/frmpropietarios_client.h"
 
+#include "clients/frmpropietarios_fields.h"
 #include "clients/mail_domains.h"
-#include "clients/panel_fields.h"
 #include "clients/panels.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"

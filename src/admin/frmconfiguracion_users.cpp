@@ -1,4 +1,4 @@
-#include "admin/pages.h"
+#include "admin/frmconfiguracion_pages.h"
 #include "admin/users.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"

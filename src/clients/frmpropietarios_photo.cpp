@@ -1,4 +1,4 @@
-#include "clients/photo_box.h"
+#include "clients/frmpropietarios_photo.h"
 
 #include "ui/pictures.h"
 #include "ui/theme.h"

@@ -1,4 +1,4 @@
-#include "admin/page_rows.h"
+#include "admin/frmconfiguracion_rows.h"
 #include "clients/reference_lists.h"
 #include "messages/templates.h"
 #include "store/lookups.h"

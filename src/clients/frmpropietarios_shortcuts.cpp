@@ -1,7 +1,7 @@
-#include "clients/shortcut_bar.h"
+#include "clients/frmpropietarios_shortcuts.h"
 
 #include "clients/dialling.h"
-#include "clients/panel_fields.h"
+#include "clients/frmpropietarios_fields.h"
 #include "clients/registry.h"
 #include "ui/form_registry.h"
 #include "ui/help_line.h"

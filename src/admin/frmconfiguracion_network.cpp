@@ -1,5 +1,5 @@
+#include "admin/frmconfiguracion_pages.h"
 #include "admin/network_path.h"
-#include "admin/pages.h"
 #include "ui/bound.h"
 #include "ui/form_registry.h"
 

@@ -1,5 +1,5 @@
+#include "admin/frmconfiguracion_rows.h"
 #include "admin/measures.h"
-#include "admin/page_rows.h"
 #include "store/settings_row.h"
 
 #include <QCheckBox>

@@ -1,4 +1,4 @@
-#include "clients/panel_fields.h"
+#include "clients/frmpropietarios_fields.h"
 
 #include "ui/theme.h"
 

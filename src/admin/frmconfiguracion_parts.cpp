@@ -1,4 +1,4 @@
-#include "admin/pages.h"
+#include "admin/frmconfiguracion_pages.h"
 
 #include "ui/theme.h"
 

@@ -1,7 +1,7 @@
 // Rows of the pages that ask how the program should act by itself.
 #pragma once
 
-#include "admin/pages.h"
+#include "admin/frmconfiguracion_pages.h"
 #include "ui/bound.h"
 
 /// One question with its options, as strings of the table.

@@ -1,6 +1,6 @@
 #include "admin/clinic_data.h"
+#include "admin/frmconfiguracion_pages.h"
 #include "admin/letterhead.h"
-#include "admin/pages.h"
 #include "messages/mail_account.h"
 #include "ui/bound.h"
 #include "ui/help_line.h"

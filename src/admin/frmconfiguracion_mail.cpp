@@ -1,4 +1,4 @@
-#include "admin/pages.h"
+#include "admin/frmconfiguracion_pages.h"
 #include "messages/mail_account.h"
 #include "ui/boxes.h"
 #include "ui/calm_list.h"

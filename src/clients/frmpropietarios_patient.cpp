@@ -1,8 +1,8 @@
-#include "clients/patient_panel.h"
+#include "clients/frmpropietarios_patient.h"
 
-#include "clients/panel_fields.h"
+#include "clients/frmpropietarios_fields.h"
+#include "clients/frmpropietarios_photo.h"
 #include "clients/panels.h"
-#include "clients/photo_box.h"
 #include "clients/photos.h"
 #include "store/settings_row.h"
 #include "ui/boxes.h"

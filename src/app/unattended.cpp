@@ -14,6 +14,7 @@
 #include <QLocale>
 
 #include <cstdio>
+#include <functional>
 
 namespace
 {
@@ -45,9 +46,9 @@ void ImprimirPizarra(Sesion &s)
                              + EnUnaLinea(l.mensaje));
 }
 
-} // namespace
-
-int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
+// Opens a clinic that has been run before, and works on it where nobody can be asked.
+// @return the exit status
+int EnClinica(const Opciones &opciones, Idioma idioma, const std::function<int(Sesion &)> &trabajo)
 {
     DialogosDesatendidos dialogos;
     SinImpresion impresion;
@@ -58,28 +59,29 @@ int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
             return Fallar(falla->texto);
         if (EsPrimeraVez(s))
             return Fallar(s(9007));
+        return trabajo(s);
+    } catch (const ErrorDeAlmacen &e) {
+        return Fallar(TextoDeError(s, e));
+    }
+}
+
+} // namespace
+
+int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
+{
+    return EnClinica(opciones, idioma, [](Sesion &s) {
         // The question that this asks is told on standard error; nobody is there to say Yes.
         if (!ComprobarInicio(s, QLocale::system()))
             return 1;
         IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}});
         ImprimirPizarra(s);
-    } catch (const ErrorDeAlmacen &e) {
-        return Fallar(TextoDeError(s, e));
-    }
-    return 0;
+        return 0;
+    });
 }
 
 int ImportarDatos(const Opciones &opciones, Idioma idioma)
 {
-    DialogosDesatendidos dialogos;
-    SinImpresion impresion;
-    Sesion s(dialogos, impresion, idioma);
-    try {
-        FijarCarpetaDeDatos(s, opciones.datos);
-        if (const auto falla = AbrirAlmacen(s))
-            return Fallar(falla->texto);
-        if (EsPrimeraVez(s))
-            return Fallar(s(9007));
+    return EnClinica(opciones, idioma, [&opciones](Sesion &s) {
         const VistaDeArchivo vista = MirarArchivo(s, opciones.importar, 0);
         if (!vista.falla.isEmpty())
             return Fallar(vista.falla);
@@ -108,9 +110,7 @@ int ImportarDatos(const Opciones &opciones, Idioma idioma)
                                      + u'\t' + EnUnaLinea(l.cliente) + u'\t' + EnUnaLinea(l.mascota)
                                      + u'\t' + EnUnaLinea(l.texto));
         return informe.falla.isEmpty() ? 0 : 1;
-    } catch (const ErrorDeAlmacen &e) {
-        return Fallar(TextoDeError(s, e));
-    }
+    });
 }
 
 int CrearDatos(const Opciones &opciones, Idioma idioma)

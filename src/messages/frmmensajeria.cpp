@@ -63,10 +63,10 @@ public:
 
 QList<ColumnaDeGrilla> columnsOf(const Sesion &s)
 {
-    QList<ColumnaDeGrilla> columns{{.titulo = s(Destinatario), .ancho = 160},
-                                   {.titulo = s(Motivo), .ancho = 300},
-                                   {.titulo = s(Medio), .ancho = 90},
-                                   {.titulo = s(Estado), .ancho = 130}};
+    QList<ColumnaDeGrilla> columns{{.titulo = s(Destinatario), .ancho = 150},
+                                   {.titulo = s(Motivo), .ancho = 360},
+                                   {.titulo = s(Medio), .ancho = 95},
+                                   {.titulo = s(Estado), .ancho = 110}};
     while (columns.size() <= Id)
         columns << ColumnaDeGrilla{.oculta = true};
     return columns;
@@ -107,7 +107,7 @@ void frmmensajeria::build()
     parts->setChildrenCollapsible(false);
     parts->addWidget(grd);
     parts->addWidget(text);
-    parts->setSizes({720, 330});
+    parts->setSizes({750, 300});
     parts->setStretchFactor(0, 1);
 
     auto *all = new QVBoxLayout(this);

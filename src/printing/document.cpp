@@ -26,30 +26,30 @@ QPageSize TamanoHabitual()
     return QPageSize(carta ? QPageSize::Letter : QPageSize::A4);
 }
 
-int DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento, int desde, int hasta)
+std::optional<int> DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento)
 {
     const QSizeF area = dispositivo.pageLayout().paintRect(QPageLayout::Millimeter).size();
     const int paginas = documento.Componer(dispositivo, area);
-    const int ultima = hasta > 0 ? qMin(hasta, paginas) : paginas;
     QPainter pintor;
-    int dibujadas = 0;
-    for (int p = qMax(desde, 1); p <= ultima; ++p) {
-        if (dibujadas == 0 ? !pintor.begin(&dispositivo) : !dispositivo.newPage())
-            return dibujadas;
+    for (int p = 0; p < paginas; ++p) {
+        if (p == 0 ? !pintor.begin(&dispositivo) : !dispositivo.newPage())
+            return std::nullopt;
         pintor.save();
-        documento.Dibujar(pintor, p - 1);
+        documento.Dibujar(pintor, p);
         pintor.restore();
-        ++dibujadas;
     }
-    return dibujadas;
+    return paginas;
 }
 
-void GuardarPdf(Documento &documento, const QString &archivo, const QPageSize &tamano)
+int GuardarPdf(Documento &documento, const QString &archivo, const QPageSize &tamano)
 {
     QSaveFile destino(archivo);
-    const auto falla = [&] { throw ErrorDeAlmacen(ErrorNum::RutaODisco, destino.errorString()); };
+    const auto falla = [&] {
+        throw ErrorDeAlmacen(ErrorNum::RutaODisco, archivo + u": "_s + destino.errorString());
+    };
     if (!destino.open(QIODevice::WriteOnly))
         falla();
+    std::optional<int> paginas;
     {
         QPdfWriter pdf(&destino);
         pdf.setResolution(600);
@@ -57,8 +57,11 @@ void GuardarPdf(Documento &documento, const QString &archivo, const QPageSize &t
         pdf.setCreator(u"Kelvara"_s);
         pdf.setPageLayout(
             QPageLayout(tamano, documento.Orientacion(), MargenesMm, QPageLayout::Millimeter));
-        DibujarEn(pdf, documento);
+        paginas = DibujarEn(pdf, documento);
     }
-    if (!destino.commit())
+    if (paginas == 0)
+        return 0;
+    if (!paginas || !destino.commit())
         falla();
+    return *paginas;
 }

@@ -5,6 +5,8 @@
 #include <QPageLayout>
 #include <QString>
 
+#include <optional>
+
 class QPagedPaintDevice;
 class QPaintDevice;
 class QPainter;
@@ -32,12 +34,14 @@ inline constexpr QMarginsF MargenesMm{15, 15, 15, 15};
 /// The sheet that this country uses: Letter in the Americas where it is customary, A4 elsewhere.
 QPageSize TamanoHabitual();
 
-/// Draws pages on a device that is set up already (printer, PDF writer). @param desde first page,
-/// from 1; @param hasta last one, 0 for all
-/// @return pages drawn
-int DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento, int desde = 1, int hasta = 0);
+/// Draws all pages on a device that is set up already (printer, PDF writer).
+/// @return pages drawn, 0 when there is nothing to print; nullopt when the device does not begin or
+/// refuses a page
+std::optional<int> DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento);
 
-/// Writes the document as PDF. @throws ErrorDeAlmacen 75 when the file cannot be written; a former
-/// one is still there then
-void GuardarPdf(Documento &documento, const QString &archivo,
-                const QPageSize &tamano = TamanoHabitual());
+/// Writes the document as PDF, whole or not at all: a former file of that name stays until the new
+/// one is complete, and when there is nothing to print.
+/// @return pages written
+/// @throws ErrorDeAlmacen 75 with file and reason when it cannot be written
+int GuardarPdf(Documento &documento, const QString &archivo,
+               const QPageSize &tamano = TamanoHabitual());

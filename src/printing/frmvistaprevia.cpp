@@ -1,12 +1,10 @@
 #include "printing/frmvistaprevia.h"
 
-#include "printing/printer.h"
 #include "ui/theme.h"
 
 #include <QComboBox>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +13,7 @@ namespace
 {
 
 enum Texto {
+    NadaQueMostrar = 5060,
     PaginaDe = 9850,
     VistaPrevia = 9851,
     Imprimir = 9852,
@@ -27,20 +26,20 @@ enum Texto {
     SinImpresora = 9859,
     AnchoDePagina = 9861,
     PaginaEntera = 9862,
-    FiltroPdf = 9863,
 };
 
 constexpr double zooms[] = {0, -1, 0.5, 0.75, 1, 1.25, 1.5, 2, 3}; // 0 page width, -1 whole page
 
 } // namespace
 
-frmVistaPrevia::frmVistaPrevia(Sesion &s, Documento &documento, QWidget *parent)
+frmVistaPrevia::frmVistaPrevia(Sesion &s, Documento &documento, const Impresoras &impresoras,
+                               QWidget *parent)
     : FormBase(s, u"frmVistaPrevia"_s, parent), m_documento(documento)
 {
     setModal(true);
     setWindowTitle(s(VistaPrevia) + u" - "_s + documento.Titulo());
-    m_printer = CrearImpresora(QPrinterInfo::defaultPrinterName(), documento);
-    build();
+    m_printer = CrearImpresora(impresoras.Primera(), documento);
+    build(impresoras);
     wire();
     rememberSize({1000, 700});
 }
@@ -50,7 +49,7 @@ frmVistaPrevia::~frmVistaPrevia()
     delete vista; // before the printer that it draws on
 }
 
-void frmVistaPrevia::build()
+void frmVistaPrevia::build(const Impresoras &impresoras)
 {
     const auto label = [this](int text, QWidget *buddy) {
         auto *l = new QLabel(m_s(text));
@@ -58,14 +57,11 @@ void frmVistaPrevia::build()
         return l;
     };
     cmbImpresora = named(new QComboBox, u"cmbImpresora"_s, m_s(Impresora).remove(u'&'));
-    const QStringList printers = QPrinterInfo::availablePrinterNames();
-    for (const QString &name : printers)
-        cmbImpresora->addItem(name, name);
-    if (printers.isEmpty())
-        cmbImpresora->addItem(m_s(SinImpresora), QString());
-    cmbImpresora->setCurrentIndex(
-        qMax(0, cmbImpresora->findData(QPrinterInfo::defaultPrinterName())));
-    cmbImpresora->setEnabled(!printers.isEmpty());
+    cmbImpresora->addItems(impresoras.nombres);
+    cmbImpresora->setCurrentText(impresoras.Primera());
+    cmbImpresora->setEnabled(!impresoras.nombres.isEmpty());
+    if (impresoras.nombres.isEmpty())
+        cmbImpresora->addItem(m_s(SinImpresora));
 
     cmbHoja = named(new QComboBox, u"cmbHoja"_s, m_s(Hoja_).remove(u'&'));
     for (const QPageSize::PageSizeId id : {QPageSize::A4, QPageSize::Letter})
@@ -87,7 +83,7 @@ void frmVistaPrevia::build()
     };
     cmdImprimir = button(Imprimir, u"cmdImprimir"_s);
     cmdImprimir->setDefault(true);
-    cmdImprimir->setEnabled(!printers.isEmpty());
+    cmdImprimir->setEnabled(!impresoras.nombres.isEmpty());
     cmdPdf = button(GuardarComoPdf, u"cmdPdf"_s);
     cmdCerrar = button(Cerrar, u"cmdCerrar"_s);
 
@@ -124,10 +120,7 @@ void frmVistaPrevia::wire()
             [this](QPrinter *p) { guarded([&] { DibujarEn(*p, m_documento); }); });
     connect(vista, &QPrintPreviewWidget::previewChanged, this, &frmVistaPrevia::showPage);
     connect(cmbImpresora, &QComboBox::activated, this, &frmVistaPrevia::choosePrinter);
-    connect(cmbHoja, &QComboBox::activated, this, [this] {
-        m_printer->setPageSize(QPageSize(QPageSize::PageSizeId(cmbHoja->currentData().toInt())));
-        vista->updatePreview();
-    });
+    connect(cmbHoja, &QComboBox::activated, this, &frmVistaPrevia::chooseSheet);
     connect(cmbZoom, &QComboBox::activated, this, [this](int i) {
         if (zooms[i] > 0)
             vista->setZoomFactor(zooms[i]);
@@ -141,9 +134,17 @@ void frmVistaPrevia::wire()
     vista->fitInView();
 }
 
-void frmVistaPrevia::choosePrinter(int index)
+void frmVistaPrevia::choosePrinter()
 {
-    m_printer->setPrinterName(cmbImpresora->itemData(index).toString());
+    m_printer->setPrinterName(cmbImpresora->currentText());
+    chooseSheet(); // a printer brings a sheet and margins of its own
+}
+
+void frmVistaPrevia::chooseSheet()
+{
+    const QPageSize sheet(QPageSize::PageSizeId(cmbHoja->currentData().toInt()));
+    m_printer->setPageLayout(
+        QPageLayout(sheet, m_documento.Orientacion(), MargenesMm, QPageLayout::Millimeter));
     vista->updatePreview();
 }
 
@@ -152,7 +153,10 @@ void frmVistaPrevia::showPage()
     const QSignalBlocker quiet(txtPagina);
     txtPagina->setMaximum(qMax(1, vista->pageCount()));
     txtPagina->setValue(vista->currentPage());
-    lblPaginas->setText(u"/ %1"_s.arg(vista->pageCount()));
+    const bool empty = vista->pageCount() == 0;
+    lblPaginas->setText(empty ? m_s(NadaQueMostrar) : u"/ %1"_s.arg(vista->pageCount()));
+    cmdImprimir->setEnabled(!empty && cmbImpresora->isEnabled());
+    cmdPdf->setEnabled(!empty);
 }
 
 void frmVistaPrevia::print()

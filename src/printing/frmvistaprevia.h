@@ -1,14 +1,11 @@
 // The one preview of everything that can be printed.
 #pragma once
 
-#include "printing/document.h"
+#include "printing/printer.h"
 #include "ui/form_base.h"
-
-#include <memory>
 
 class QComboBox;
 class QLabel;
-class QPrinter;
 class QPrintPreviewWidget;
 class QSpinBox;
 
@@ -18,13 +15,15 @@ class frmVistaPrevia : public FormBase
 {
     Q_OBJECT
 public:
-    frmVistaPrevia(Sesion &s, Documento &documento, QWidget *parent = nullptr);
+    frmVistaPrevia(Sesion &s, Documento &documento, const Impresoras &impresoras,
+                   QWidget *parent = nullptr);
     ~frmVistaPrevia() override;
 
 private:
-    void build();
+    void build(const Impresoras &impresoras);
     void wire();
-    void choosePrinter(int index);
+    void choosePrinter();
+    void chooseSheet();
     void showPage();
     void print();
     void savePdf();

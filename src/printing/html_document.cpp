@@ -3,7 +3,10 @@
 #include "printing/sheet.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
+#include <QTextTable>
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +15,59 @@ namespace
 constexpr double AltoDelPieMm = 8;
 constexpr double PuntosDelTexto = 10;
 constexpr double PuntosDelPie = 8;
+
+// What the toolkit takes a length in a text to be measured in: dots of a screen.
+double DpiDePantalla()
+{
+    const QScreen *pantalla = QGuiApplication::primaryScreen();
+    return pantalla ? qRound(pantalla->logicalDotsPerInchY()) : 96;
+}
+
+// Upper edge of a row's text.
+double Arriba(const QTextTable &tabla, int fila)
+{
+    const auto *trazado = tabla.document()->documentLayout();
+    return trazado->blockBoundingRect(tabla.cellAt(fila, 0).firstCursorPosition().block()).top();
+}
+
+// The toolkit breaks a row between its lines. Here the row above one that would be broken grows
+// down to the end of the page instead. Rows are measured on one endless page, so that a long list
+// is laid out twice and not once for each page.
+// @param escala device pixels of a screen's dot
+void NoPartirFilas(QTextDocument &texto, QSizeF pagina, double escala)
+{
+    texto.setPageSize({pagina.width(), 1e7});
+    for (QTextFrame *marco : texto.rootFrame()->childFrames()) {
+        auto *tabla = qobject_cast<QTextTable *>(marco);
+        if (!tabla || tabla->rows() <= tabla->format().headerRowCount() + 1)
+            continue;
+        const int cabeza = tabla->format().headerRowCount();
+        const double altoDeCabeza = cabeza > 0 ? Arriba(*tabla, cabeza) - Arriba(*tabla, 0) : 0;
+        const double fin = texto.documentLayout()->frameBoundingRect(tabla).bottom();
+        std::vector<double> altos;
+        for (int fila = 0; fila < tabla->rows(); ++fila)
+            altos.push_back((fila + 1 < tabla->rows() ? Arriba(*tabla, fila + 1) : fin)
+                            - Arriba(*tabla, fila));
+        double y = Arriba(*tabla, 0);
+        QTextCursor cursor(&texto);
+        cursor.beginEditBlock();
+        for (int fila = 0; fila < tabla->rows(); ++fila) {
+            if (y + altos[size_t(fila)] > pagina.height() && fila > cabeza) {
+                for (int columna = 0; columna < tabla->columns(); ++columna) {
+                    QTextTableCell celda = tabla->cellAt(fila - 1, columna);
+                    QTextTableCellFormat formato = celda.format().toTableCellFormat();
+                    formato.setBottomPadding(formato.bottomPadding()
+                                             + (pagina.height() - y) / escala);
+                    celda.setFormat(formato);
+                }
+                y = altoDeCabeza;
+            }
+            y += altos[size_t(fila)];
+        }
+        cursor.endEditBlock();
+    }
+}
+
 } // namespace
 
 DocumentoHtml::DocumentoHtml(QString titulo, const QString &html, QString pie,
@@ -36,15 +92,14 @@ int DocumentoHtml::Componer(QPaintDevice &dispositivo, QSizeF area)
     QString html = m_html;
     if (!m_cabecera.isNull()) {
         m_texto->addResource(QTextDocument::ImageResource, QUrl(u"cabecera"_s), m_cabecera);
-        // Pictures in a text are measured as on a screen of 96 dpi.
-        const double ancho = area.width() / 25.4 * 96;
-        const double alto = qMin(ancho * m_cabecera.height() / qMax(1, m_cabecera.width()),
-                                 area.height() / 25.4 * 96 / 3);
+        const QSizeF hueco = QSizeF(area.width(), area.height() / 3) / 25.4 * DpiDePantalla();
+        const QSizeF t = QSizeF(m_cabecera.size()).scaled(hueco, Qt::KeepAspectRatio);
         html.prepend(
-            u"<p><img src=\"cabecera\" width=\"%1\" height=\"%2\"></p>"_s.arg(ancho, 0, 'f', 0)
-                .arg(alto, 0, 'f', 0));
+            u"<p><img src=\"cabecera\" width=\"%1\" height=\"%2\"></p>"_s.arg(t.width()).arg(
+                t.height()));
     }
     m_texto->setHtml(html);
+    NoPartirFilas(*m_texto, m_pagina, dispositivo.logicalDpiY() / DpiDePantalla());
     m_texto->setPageSize(m_pagina);
     m_paginas = m_texto->pageCount();
     return m_paginas;
@@ -69,11 +124,4 @@ void DocumentoHtml::Dibujar(QPainter &pintor, int pagina)
     hoja.Linea(caja, m_titulo, PuntosDelPie, Qt::AlignLeft | Qt::AlignBottom);
     hoja.Linea(caja, m_pie.arg(pagina + 1).arg(m_paginas), PuntosDelPie,
                Qt::AlignRight | Qt::AlignBottom);
-}
-
-QString DocumentoHtml::ComoTexto() const
-{
-    QTextDocument d;
-    d.setHtml(m_html);
-    return d.toPlainText();
 }

@@ -16,15 +16,14 @@ public:
     DocumentoHtml(QString titulo, const QString &html, QString pie,
                   QPageLayout::Orientation orientacion = QPageLayout::Portrait);
 
-    /// A picture over the full width at the top of the first page.
+    /// A picture at the top of the first page: over the full width, or as wide as a third of the
+    /// page's height allows.
     void PonerCabecera(QImage imagen);
 
     QString Titulo() const override { return m_titulo; }
     QPageLayout::Orientation Orientacion() const override { return m_orientacion; }
     int Componer(QPaintDevice &dispositivo, QSizeF area) override;
     void Dibujar(QPainter &pintor, int pagina) override;
-    /// The text alone, for tests and searching.
-    QString ComoTexto() const;
 
 private:
     QString m_titulo;

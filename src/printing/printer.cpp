@@ -11,12 +11,25 @@ using namespace Qt::StringLiterals;
 namespace
 {
 enum Texto {
+    NadaQueMostrar = 5060,
     GuardarComoPdf = 9853,
+    Impresora = 9855,
     SinImpresoraGuardar = 9860,
     FiltroPdf = 9863,
-    NoImprime = 9864
+    NoImprime = 9864,
+    NoSeGuarda = 9865
 };
 } // namespace
+
+QString Impresoras::Primera() const
+{
+    return nombres.contains(habitual) ? habitual : nombres.value(0);
+}
+
+Impresoras ImpresorasDelSistema()
+{
+    return {QPrinterInfo::availablePrinterNames(), QPrinterInfo::defaultPrinterName()};
+}
 
 std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento &documento)
 {
@@ -33,8 +46,15 @@ std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento 
 
 void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora)
 {
-    if (DibujarEn(impresora, documento) == 0 || impresora.printerState() == QPrinter::Error)
+    // A printer that is gone becomes a file without a name, which takes everything and prints
+    // nothing.
+    const bool falta =
+        impresora.outputFormat() == QPrinter::PdfFormat && impresora.outputFileName().isEmpty();
+    const auto paginas = falta ? std::nullopt : DibujarEn(impresora, documento);
+    if (!paginas || impresora.printerState() == QPrinter::Error)
         throw ErrorDeAlmacen(ErrorNum::Impresora, s(NoImprime) + u' ' + impresora.printerName());
+    if (paginas == 0)
+        s.dialogos.Mensaje(s(NadaQueMostrar));
 }
 
 bool GuardarPdfPreguntando(Sesion &s, Documento &documento, const QPageSize &tamano)
@@ -48,24 +68,54 @@ bool GuardarPdfPreguntando(Sesion &s, Documento &documento, const QPageSize &tam
         return false;
     if (!archivo->endsWith(u".pdf"_s, Qt::CaseInsensitive))
         *archivo += u".pdf"_s;
-    GuardarPdf(documento, *archivo, tamano);
-    return true;
+    try {
+        if (GuardarPdf(documento, *archivo, tamano) > 0)
+            return true;
+        s.dialogos.Mensaje(s(NadaQueMostrar));
+    } catch (const ErrorDeAlmacen &e) {
+        s.dialogos.Mensaje(s(NoSeGuarda) + u'\n' + e.descripcion);
+    }
+    return false;
+}
+
+ImpresionDeEscritorio::ImpresionDeEscritorio(std::function<Impresoras()> listar)
+    : m_listar(std::move(listar))
+{
+}
+
+// @return "" when the user backs out
+QString ImpresionDeEscritorio::Elegir(Sesion &s, const Impresoras &impresoras)
+{
+    const QStringList &nombres = impresoras.nombres;
+    if (nombres.size() == 1 || nombres.contains(impresoras.habitual))
+        return impresoras.Primera();
+    if (nombres.contains(m_elegida))
+        return m_elegida;
+    QList<Opcion> opciones;
+    for (int i = 0; i < nombres.size(); ++i)
+        opciones << Opcion{nombres[i], i};
+    const QString titulo = s(Impresora).remove(u'&');
+    const auto elegidas = s.dialogos.Seleccionar(titulo, {titulo}, opciones, false);
+    if (!elegidas || elegidas->isEmpty())
+        return {};
+    return m_elegida = nombres.value(elegidas->first().valor);
 }
 
 void ImpresionDeEscritorio::Imprimir(Sesion &s, Documento &documento)
 {
-    const QString nombre = QPrinterInfo::defaultPrinterName();
-    if (nombre.isEmpty()) {
+    const Impresoras impresoras = m_listar();
+    if (impresoras.nombres.isEmpty()) {
         if (s.dialogos.Pregunta(s(SinImpresoraGuardar)))
             GuardarPdfPreguntando(s, documento, TamanoHabitual());
         return;
     }
-    const auto impresora = CrearImpresora(nombre, documento);
-    ImprimirDocumento(s, documento, *impresora);
+    const QString nombre = Elegir(s, impresoras);
+    if (!nombre.isEmpty())
+        ImprimirDocumento(s, documento, *CrearImpresora(nombre, documento));
 }
 
 void ImpresionDeEscritorio::Mostrar(Sesion &s, Documento &documento)
 {
-    frmVistaPrevia vista(s, documento);
+    frmVistaPrevia vista(s, documento, m_listar());
     vista.exec();
 }

@@ -37,6 +37,15 @@ QString EnHoja(const Valor &v, Tipo tipo)
 
 std::string Utf8(const QString &t) { return t.toStdString(); }
 
+// What stands in the head of a definition.
+struct CabezaDeInforme {
+    QString titulo;
+    QString consulta; // over the scratch database
+    QString grupo;    // column that parts the rows; "" for none
+    QStringList sumas;
+    bool apaisado = false;
+};
+
 struct Grupo {
     QString nombre;
     kainjow::mustache::list filas;
@@ -91,8 +100,6 @@ Dato LlenarDatos(Recordset &r, const CabezaDeInforme &cabeza)
     return datos;
 }
 
-} // namespace
-
 CabezaDeInforme LeerCabeza(const QString &definicion, QString *cuerpo)
 {
     const qsizetype abre = definicion.indexOf(u"<!--"_s);
@@ -144,6 +151,8 @@ QString LeerDefinicion(Sesion &s, const QString &nombre)
     }
     throw ErrorDeAlmacen(ErrorNum::ArchivoNoEncontrado, archivo);
 }
+
+} // namespace
 
 std::unique_ptr<DocumentoHtml> CorrerInforme(Sesion &s, const QString &nombre)
 {

@@ -41,8 +41,8 @@ protected:
 TEST_F(HojaDeAgenda, SlotsHoldOneTaskOrTellThatThereAreSeveral)
 {
     Tarea_(consulta, 1, {6, 0});
-    Tarea_(consulta, 1, {9, 15});
     Tarea_(consulta, 2, {9, 29});
+    Tarea_(consulta, 1, {9, 15});
     Tarea_(TipoTarea::TareaDeUsuario, 2, {22, 5}, u"Close the till"_s); // 2 is a user here
     Tarea_(consulta, 2, {5, 59});                                       // before the sheet begins
     const auto casillas = CasillasDelDia(s, true, hoy, {});
@@ -52,7 +52,8 @@ TEST_F(HojaDeAgenda, SlotsHoldOneTaskOrTellThatThereAreSeveral)
     EXPECT_EQ(casillas.back().hora, QTime(22, 0));
     EXPECT_EQ(casillas.back().texto, u"Close the ti"_s);
     EXPECT_EQ(casillas[13].texto, s(1107));
-    EXPECT_EQ(casillas[13].detalle.size(), 2u);
+    ASSERT_EQ(casillas[13].detalle.size(), 2u);
+    EXPECT_EQ(casillas[13].detalle.front().first, QTime(9, 15)) << "by the hour";
     EXPECT_EQ(casillas[14].texto, QString());
 
     EXPECT_EQ(casillas.front().icono, u"AgendaCon"_s);

@@ -95,7 +95,8 @@ TEST_F(Informes, EachDefinitionThatTheProgramBringsRunsInItsLanguage)
         for (const QString &nombre : {u"vac"_s, u"revac"_s, u"ali2"_s}) {
             const auto informe = CorrerInforme(s, nombre);
             EXPECT_FALSE(informe->Titulo().isEmpty());
-            EXPECT_TRUE(informe->ComoTexto().startsWith(informe->Titulo())) << nombre.toStdString();
+            EXPECT_TRUE(TextoEnPapel(*informe).startsWith(informe->Titulo()))
+                << nombre.toStdString();
         }
     }
 }

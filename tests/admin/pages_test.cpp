@@ -1,86 +1,33 @@
-#include "admin/admin_forms.h"
-#include "admin/frmconfiguracion.h"
 #include "messages/templates.h"
+#include "settings_form.h"
 #include "store/settings_row.h"
-#include "support/clinic.h"
 #include "ui/bound.h"
-#include "ui/form_registry.h"
 #include "ui/grid.h"
-#include "ui/help_line.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-/// Pages that tell the program what to do by itself, worked by keys.
-class AutomaticPages : public Clinica
+/// Pages that tell the program what to do by itself.
+class AutomaticPages : public SettingsForm
 {
 protected:
-    AutomaticPages()
-    {
-        s.carpetaDePrograma = program.path() + u'/';
-        RegistrarFormulariosDeAdministracion(s, forms);
-    }
-    void open(const QString &page)
-    {
-        ASSERT_TRUE(forms.Abrir(u"frmConfiguracion"_s, {{u"pagina"_s, page}}));
-        form = qobject_cast<frmConfiguracion *>(forms.Cargar(u"frmConfiguracion"_s));
-        ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
-    }
-    void close()
-    {
-        press(Qt::Key_Escape);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        ASSERT_FALSE(form);
-    }
-    void press(Qt::Key k, Qt::KeyboardModifiers m = {})
-    {
-        QWidget *at = form->focusWidget() ? form->focusWidget() : form.data();
-        QTest::keyClick(at, k, m);
-    }
-    template <typename W>
-    W *the(const QString &name)
-    {
-        auto *w = form->findChild<W *>(name);
-        if (!w)
-            ADD_FAILURE() << "no control " << name.toStdString();
-        return w;
-    }
     void choose(const QString &group, int option)
     {
-        the<GrupoDeOpciones>(group)->findChild<QRadioButton *>(u"opt%1"_s.arg(option))->setFocus();
-        press(Qt::Key_Space);
+        pressIn(the<GrupoDeOpciones>(group)->findChild<QRadioButton *>(u"opt%1"_s.arg(option)),
+                Qt::Key_Space);
     }
-    void type(const QString &name, const QString &text)
-    {
-        auto *box = the<QLineEdit>(name);
-        box->setFocus();
-        box->selectAll();
-        press(Qt::Key_Delete);
-        QTest::keyClicks(box, text);
-        press(Qt::Key_Return);
-    }
-    QString stored(std::string_view columns)
-    {
-        return Filas(*s.morvane, "select " + std::string(columns) + " from configuracion")
-            .trimmed();
-    }
-
-    QTemporaryDir program;
-    Formularios forms;
-    QPointer<frmConfiguracion> form;
+    void toggle(const QString &box) { pressIn(the<QCheckBox>(box), Qt::Key_Space); }
+    int chosen(const QString &group) { return the<GrupoDeOpciones>(group)->Valor(); }
 };
 
 class TemplatePage : public AutomaticPages
@@ -95,19 +42,18 @@ protected:
     void openAtBirthdays()
     {
         open(u"mensajes"_s);
-        list()->setFocus();
         for (int i = 0; i < 4; ++i)
-            press(Qt::Key_Down);
-        ASSERT_EQ(text()->toPlainText(), u"Happy <nommas>!"_s);
+            pressIn(list(), Qt::Key_Down);
+        ASSERT_EQ(message()->toPlainText(), u"Happy <nommas>!"_s);
     }
     QComboBox *list() { return the<QComboBox>(u"cmbAMensaje"_s); }
-    QPlainTextEdit *text() { return the<QPlainTextEdit>(u"RTxtMen"_s); }
+    QPlainTextEdit *message() { return the<QPlainTextEdit>(u"RTxtMen"_s); }
     QString preview() { return the<QPlainTextEdit>(u"txtVista"_s)->toPlainText(); }
     void write(const QString &more)
     {
-        text()->setFocus();
-        text()->moveCursor(QTextCursor::End);
-        QTest::keyClicks(text(), more);
+        message()->setFocus();
+        message()->moveCursor(QTextCursor::End);
+        QTest::keyClicks(message(), more);
     }
 };
 
@@ -123,13 +69,13 @@ TEST_F(AutomaticPages, EachChoiceIsWrittenAtOnce)
     const QStringList names = QString::fromLatin1(columns.data()).split(u", "_s);
     QString shown;
     for (const QString &name : names)
-        shown += QString::number(the<GrupoDeOpciones>(name)->Valor()) + u'|';
+        shown += QString::number(chosen(name)) + u'|';
     EXPECT_EQ(shown.chopped(1), stored(columns));
     EXPECT_EQ(stored(columns), u"2|2|1|1|1|1|1|1|1|3"_s);
     for (const QString &name : names) {
         const auto options = the<GrupoDeOpciones>(name)->findChildren<QRadioButton *>();
         choose(name, options.size() == 3 || name == u"AutNuevoCliente" ? 1 : 2);
-        EXPECT_FALSE(the<LineaDeAyuda>(u"Ayu"_s)->text().startsWith(u'#')) << name.toStdString();
+        EXPECT_FALSE(hint().startsWith(u'#')) << name.toStdString();
     }
     EXPECT_EQ(stored(columns), u"1|2|2|2|2|1|1|2|1|1"_s);
     choose(u"AutVentaConsulta"_s, 3);
@@ -142,33 +88,28 @@ TEST_F(AutomaticPages, MeasuresShowOlderRowsAndStoreWhatTheDailyRunReads)
     s.morvane->Execute("update configuracion set MedidasRevac = 0, MedidasCumple = null, "
                        "MedidasDeudores = 3, MedidasRevacDescont = -1, alimentomail = -1");
     open(u"medidas"_s);
-    const auto shown = [this](const QString &name) { return the<GrupoDeOpciones>(name)->Valor(); };
-    EXPECT_EQ(shown(u"MedidasRevac"_s), 4) << "never chosen is off";
-    EXPECT_EQ(shown(u"MedidasCumple"_s), 4);
-    EXPECT_EQ(shown(u"MedidasDeudores"_s), 1);
-    EXPECT_EQ(shown(u"alimentomail"_s), 1);
-    auto *second = the<QCheckBox>(u"MedidasRevacDescont"_s);
-    EXPECT_TRUE(second->isChecked());
-    const auto now = [this] {
-        return stored("MedidasRevac, MedidasCumple, MedidasDeudores, MedidasRevacDescont, "
-                      "alimentomail, tiempovencimiento, diasdeudores");
-    };
-    second->setFocus();
-    press(Qt::Key_Space);
+    EXPECT_EQ(chosen(u"MedidasRevac"_s), 4) << "never chosen is off";
+    EXPECT_EQ(chosen(u"MedidasCumple"_s), 4);
+    EXPECT_EQ(chosen(u"MedidasDeudores"_s), 1);
+    EXPECT_EQ(chosen(u"alimentomail"_s), 1);
+    EXPECT_TRUE(the<QCheckBox>(u"MedidasRevacDescont"_s)->isChecked());
+    const std::string_view columns =
+        "MedidasRevac, MedidasCumple, MedidasDeudores, MedidasRevacDescont, alimentomail, "
+        "tiempovencimiento, diasdeudores";
+    toggle(u"MedidasRevacDescont"_s);
     choose(u"MedidasRevac"_s, 3);
     choose(u"MedidasCumple"_s, 2);
     choose(u"MedidasDeudores"_s, 2);
     choose(u"alimentomail"_s, 2);
     type(u"tiempovencimiento"_s, u"7d"_s);
     type(u"diasdeudores"_s, u"30"_s);
-    EXPECT_EQ(now(), u"3|2|0|0|0|7|30"_s);
-    second->setFocus();
-    press(Qt::Key_Space);
+    EXPECT_EQ(stored(columns), u"3|2|0|0|0|7|30"_s);
+    toggle(u"MedidasRevacDescont"_s);
     choose(u"MedidasRevac"_s, 4);
     choose(u"MedidasDeudores"_s, 1);
     choose(u"alimentomail"_s, 1);
     type(u"diasdeudores"_s, u""_s);
-    EXPECT_EQ(now(), u"4|2|1|1|-1|7|"_s);
+    EXPECT_EQ(stored(columns), u"4|2|1|1|-1|7|"_s);
 }
 
 TEST_F(AutomaticPages, ProfilesTakePercentagesUpTo100AndMarkCategories)
@@ -185,16 +126,14 @@ TEST_F(AutomaticPages, ProfilesTakePercentagesUpTo100AndMarkCategories)
     EXPECT_EQ(stored("PorcentajeBuenosCompradores, PorcentajeDemoraDeudas, TiempoFrecuente, "
                      "totalbuenoscompradores, LeerPerfil"),
               u"15|100|45|99.5|-1"_s);
-    the<QCheckBox>(u"LeerPerfil"_s)->setFocus();
-    press(Qt::Key_Space);
+    toggle(u"LeerPerfil"_s);
     EXPECT_EQ(stored("LeerPerfil"), u"0"_s);
     const auto marked = [this] {
         return Filas(*s.finanzas, "select idcat from flcategorias where CatPerfil");
     };
-    the<QCheckBox>(u"CatPerfil4"_s)->setFocus();
-    press(Qt::Key_Space);
+    toggle(u"CatPerfil4"_s);
     EXPECT_EQ(marked(), u"4\n"_s);
-    press(Qt::Key_Space);
+    toggle(u"CatPerfil4"_s);
     EXPECT_EQ(marked(), QString());
 }
 
@@ -211,13 +150,11 @@ TEST_F(AutomaticPages, FoodHasThreeLevelsForDogsAndOneForOthers)
         QStringList shown;
         for (const QString &name : {u"txtdetali"_s, u"txtdetali2"_s, u"txtdetali3"_s})
             if (the<QLineEdit>(name)->isVisible())
-                shown << the<QLineEdit>(name)->accessibleName() + u'='
-                             + the<QLineEdit>(name)->text();
+                shown << the<QLineEdit>(name)->accessibleName() + u'=' + text(name);
         return shown.join(u", "_s);
     };
     const auto pick = [&](int id) {
-        species->setFocus();
-        press(Qt::Key_Home);
+        pressIn(species, Qt::Key_Home);
         while (species->currentData() != id && species->currentIndex() + 1 < species->count())
             press(Qt::Key_Down);
     };
@@ -232,8 +169,7 @@ TEST_F(AutomaticPages, FoodHasThreeLevelsForDogsAndOneForOthers)
     type(u"txtdetali"_s, u"8"_s);
     type(u"txtdetali"_s, u""_s);
     pick(1);
-    the<QLineEdit>(u"txtdetali2"_s)->setFocus();
-    QTest::keyClicks(the<QLineEdit>(u"txtdetali2"_s), u"5"_s);
+    fill(u"txtdetali2"_s, u"4005"_s);
     close(); // what is being typed counts
     EXPECT_EQ(stored("detali1, detali2, detali3"), u"|4005|900.5"_s);
     EXPECT_EQ(Filas(*s.clientes, "select id, ali from mlespecies order by id"),
@@ -250,7 +186,7 @@ TEST_F(TemplatePage, WhatIsWrittenIsPreviewedAndStoredOnLeaving)
     press(Qt::Key_Tab);
     EXPECT_EQ(stored("mensajeriacumplemail"), u"Happy <nommas>! It's \"<RazVet>\", <NomCli>"_s);
     the<QPushButton>(u"cmdTag"_s)->menu()->actions().value(2)->trigger();
-    EXPECT_EQ(form->focusWidget(), text()) << "one goes on typing";
+    EXPECT_EQ(form->focusWidget(), message()) << "one goes on typing";
     EXPECT_TRUE(preview().endsWith(u"Ana PazToby"));
     close();
     EXPECT_TRUE(stored("mensajeriacumplemail").endsWith(u"<NomCli><NomMas>"));
@@ -261,12 +197,10 @@ TEST_F(TemplatePage, EachEntryHasItsTextAndTheSentOneForFeaturedStays)
     s.morvane->Execute("update configuracion set MensajeriaSoloADestacados = 'as sent', "
                        "MensajeriaCumpleMailDestacados = 'Dear client,'");
     openAtBirthdays();
-    list()->setFocus();
-    press(Qt::Key_Down);
+    pressIn(list(), Qt::Key_Down);
     write(u" edited"_s);
-    list()->setFocus();
-    press(Qt::Key_Up);
-    EXPECT_EQ(text()->toPlainText(), u"Happy <nommas>!"_s);
+    pressIn(list(), Qt::Key_Up);
+    EXPECT_EQ(message()->toPlainText(), u"Happy <nommas>!"_s);
     EXPECT_EQ(stored("MensajeriaCumpleMailDestacados"), u"Dear client, edited"_s);
     EXPECT_EQ(ComponerMensaje(s, -51, 7, 9, 0, 1), u"as sent"_s) << "intended";
     EXPECT_EQ(list()->count(), 13);
@@ -279,11 +213,10 @@ TEST_F(TemplatePage, ATextThatCannotBeStoredIsNotLost)
     write(u" Long work"_s);
     for (int i = 0; i < 2; ++i) // leaving the text, then another entry
         ask.Espera(s(4604));
-    list()->setFocus();
-    press(Qt::Key_Down);
+    pressIn(list(), Qt::Key_Down);
     EXPECT_EQ(list()->currentIndex(), 4) << "it stays on its entry";
-    EXPECT_TRUE(text()->toPlainText().endsWith(u"Long work"));
-    text()->document()->setModified(false);
+    EXPECT_TRUE(message()->toPlainText().endsWith(u"Long work"));
+    message()->document()->setModified(false);
 }
 
 TEST_F(TemplatePage, ThePreviewTakesAnyClientOrSaysThatThereIsNone)
@@ -294,22 +227,18 @@ TEST_F(TemplatePage, ThePreviewTakesAnyClientOrSaysThatThereIsNone)
     s.IdGlobal = {9, 11};
     openAtBirthdays();
     EXPECT_EQ(preview(), u"Happy Luna!"_s) << "the session's patient";
-    auto *another = the<QPushButton>(u"cmdOtro"_s);
-    const auto pick = [&](const QString &name) {
+    const auto previewOf = [this](
+                               const QString &name, const std::function<void()> &asked = [] {}) {
         ask.EsperaTexto(s(9718), name);
-        QTest::keyClick(another, Qt::Key_Space);
+        asked();
+        pressIn(the<QPushButton>(u"cmdOtro"_s), Qt::Key_Space);
         return preview();
     };
-    EXPECT_EQ(pick(u"ana"_s), u"Happy Toby!"_s);
-    EXPECT_EQ(pick(u"Paula ["_s), u"Happy !"_s);
-    ask.EsperaTexto(s(9718), u"pau"_s);
-    ask.EsperaSeleccion(s(14), QList<int>{1});
-    QTest::keyClick(another, Qt::Key_Space);
-    EXPECT_EQ(preview(), u"Happy Luna!"_s);
-    ask.EsperaTexto(s(9718), u"zz"_s);
-    ask.Espera(s(9719));
-    QTest::keyClick(another, Qt::Key_Space);
-    EXPECT_EQ(preview(), u"Happy Luna!"_s);
+    EXPECT_EQ(previewOf(u"ana"_s), u"Happy Toby!"_s);
+    EXPECT_EQ(previewOf(u"Paula ["_s), u"Happy !"_s);
+    const auto choice = [this] { ask.EsperaSeleccion(s(14), QList<int>{1}); };
+    EXPECT_EQ(previewOf(u"pau"_s, choice), u"Happy Luna!"_s);
+    EXPECT_EQ(previewOf(u"zz"_s, [this] { ask.Espera(s(9719)); }), u"Happy Luna!"_s);
     close();
 
     s.clientes->Execute("delete * from clientes");
@@ -325,44 +254,36 @@ TEST_F(AutomaticPages, ListsAreWorkedByKeys)
     auto *tabs = the<QTabWidget>(u"tabListas"_s);
     EXPECT_EQ(tabs->count(), 6);
     auto *regions = the<Grilla>(u"grdDepartamento"_s);
-    regions->setFocus();
-    press(Qt::Key_Delete); // there is no way to delete a region
-    ask.EsperaTexto(s(9638), u"Norte"_s);
-    ask.EsperaTexto(s(9644), u"011"_s);
+    const auto answer = [this](std::initializer_list<std::pair<int, QString>> answers) {
+        for (const auto &[prompt, what] : answers)
+            ask.EsperaTexto(s(prompt), what);
+    };
+    pressIn(regions, Qt::Key_Delete); // there is no way to delete a region
+    answer({{9638, u"Norte"_s}, {9644, u"011"_s}});
     press(Qt::Key_Insert);
-    ask.EsperaTexto(s(9638), u"Centro"_s);
-    ask.EsperaTexto(s(9644), u"0341"_s);
+    answer({{9638, u"Centro"_s}, {9644, u"0341"_s}});
     press(Qt::Key_Insert);
     EXPECT_EQ(regions->FilaActual(), 0) << "the new one, where its name says";
-    EXPECT_EQ(the<LineaDeAyuda>(u"Ayu"_s)->text(), s(9658));
-    ask.EsperaTexto(s(9638), u"Zona sur"_s);
-    ask.EsperaTexto(s(9644), u"0342"_s);
+    EXPECT_EQ(hint(), s(9658));
+    answer({{9638, u"Zona sur"_s}, {9644, u"0342"_s}});
     press(Qt::Key_Return);
     EXPECT_EQ(regions->FilaActual(), 1);
-    EXPECT_EQ(regions->Modelo()->TextoDeCelda(1, 0) + regions->Modelo()->TextoDeCelda(1, 1),
-              u"Zona sur0342"_s);
-    ask.EsperaTexto(s(9638), u"Zona sur"_s);
-    ask.EsperaTexto(s(9644), u"03x"_s);
+    EXPECT_EQ(regions->Modelo()->TextoDeCelda(1, 0), u"Zona sur"_s);
+    answer({{9638, u"Zona sur"_s}, {9644, u"03x"_s}});
     ask.Espera(s(31)); // a letter fails in the store: intended
     press(Qt::Key_F2);
     EXPECT_EQ(regions->Modelo()->TextoDeCelda(1, 1), u"0342"_s);
 
     tabs->setCurrentIndex(1);
-    the<Grilla>(u"grdLocalidad"_s)->setFocus();
-    ask.EsperaTexto(s(9639), u"Alba"_s);
-    ask.EsperaTexto(s(9645), u"100"_s);
-    ask.EsperaTexto(s(9646), u"norte"_s);
-    press(Qt::Key_Insert);
-    EXPECT_EQ(the<Grilla>(u"grdLocalidad"_s)->Modelo()->TextoDeCelda(0, 2), u"Norte"_s);
+    auto *places = the<Grilla>(u"grdLocalidad"_s);
+    answer({{9639, u"Alba"_s}, {9645, u"100"_s}, {9646, u"norte"_s}});
+    pressIn(places, Qt::Key_Insert);
+    EXPECT_EQ(places->Modelo()->TextoDeCelda(0, 2), u"Norte"_s);
     ask.Espera(s(3));
     press(Qt::Key_Delete);
-    EXPECT_EQ(the<Grilla>(u"grdLocalidad"_s)->Modelo()->Filas(), 0);
+    EXPECT_EQ(places->Modelo()->Filas(), 0);
     press(Qt::Key_Delete);
     EXPECT_FALSE(the<QPushButton>(u"cmdEL"_s)->isEnabled());
-
-    for (const QString &letter : {u"L"_s, u"D"_s, u"M"_s, u"R"_s, u"E"_s, u"P"_s}) {
-        the<QPushButton>(u"cmdN"_s + letter);
-        the<QPushButton>(u"cmdM"_s + (letter == u"P" ? u"p"_s : letter));
-        EXPECT_EQ(form->findChild<QPushButton *>(u"cmdE"_s + letter) == nullptr, letter == u"D");
-    }
+    for (const QChar list : u"LDMREP"_s)
+        EXPECT_EQ(form->findChild<QPushButton *>(u"cmdE"_s + list) == nullptr, list == u'D');
 }

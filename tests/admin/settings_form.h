@@ -1,0 +1,80 @@
+// The settings form, worked as a user works it: by keys, where the focus is.
+#pragma once
+
+#include "admin/admin_forms.h"
+#include "admin/frmconfiguracion.h"
+#include "support/clinic.h"
+#include "ui/form_registry.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+class SettingsForm : public Clinica
+{
+protected:
+    explicit SettingsForm(Idioma language = Idioma::Ingles) : Clinica(language)
+    {
+        s.carpetaDePrograma = program.path() + u'/';
+        RegistrarFormulariosDeAdministracion(s, forms);
+    }
+
+    /// At a page, or where it was left.
+    void open(const QString &page = {})
+    {
+        using namespace Qt::StringLiterals;
+        const QVariantMap parameters{{u"pagina"_s, page}};
+        ASSERT_TRUE(
+            forms.Abrir(u"frmConfiguracion"_s, page.isEmpty() ? QVariantMap() : parameters));
+        form = qobject_cast<frmConfiguracion *>(forms.Cargar(u"frmConfiguracion"_s));
+        ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
+    }
+    void close()
+    {
+        press(Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ASSERT_FALSE(form);
+    }
+    template <typename W>
+    W *the(const QString &name)
+    {
+        auto *w = form->findChild<W *>(name);
+        EXPECT_TRUE(w) << "no control " << name.toStdString();
+        return w;
+    }
+    QString text(const QString &box) { return the<QLineEdit>(box)->text(); }
+    QString hint() { return the<QLabel>(QStringLiteral("Ayu"))->text(); }
+
+    void press(Qt::Key k, Qt::KeyboardModifiers m = {})
+    {
+        QWidget *at = form->focusWidget() ? form->focusWidget() : form.data();
+        QTest::keyClick(at, k, m);
+    }
+    void pressIn(QWidget *control, Qt::Key k)
+    {
+        control->setFocus();
+        press(k);
+    }
+    /// Over what stands in the box, which keeps the focus.
+    void fill(const QString &box, const QString &what)
+    {
+        the<QLineEdit>(box)->selectAll();
+        pressIn(the<QLineEdit>(box), Qt::Key_Delete);
+        QTest::keyClicks(the<QLineEdit>(box), what);
+    }
+    void type(const QString &box, const QString &what)
+    {
+        fill(box, what);
+        press(Qt::Key_Return);
+    }
+    /// Columns of the settings row, parted by '|'.
+    QString stored(std::string_view columns)
+    {
+        return Filas(*s.morvane, "select " + std::string(columns) + " from configuracion")
+            .trimmed();
+    }
+
+    QTemporaryDir program;
+    Formularios forms;
+    QPointer<frmConfiguracion> form;
+};

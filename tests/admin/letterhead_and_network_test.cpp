@@ -37,9 +37,11 @@ protected:
         EXPECT_TRUE(imagen.save(ruta));
         return ruta;
     }
-    bool obtener(const std::optional<QString> &ruta)
+    bool obtener(const std::optional<QString> &ruta, const QString &mensaje = {})
     {
         ask.EsperaTexto(u"Letterhead"_s, ruta);
+        if (!mensaje.isEmpty())
+            ask.Espera(mensaje);
         return ObtenerEncabezado(s);
     }
     QStringList encabezados()
@@ -54,6 +56,14 @@ class Red : public Clinica
 {
 protected:
     Red() { s.carpetaDePrograma = programa.path() + u'/'; }
+    bool conectar(const std::optional<QString> &camino, const QString &mensaje = {})
+    {
+        ask.Espera(u"Critical action"_s);
+        ask.EsperaTexto(u"Server Path"_s, camino);
+        if (!mensaje.isEmpty())
+            ask.Espera(mensaje);
+        return ConectarTerminal(s);
+    }
     QByteArray ruta() { return Contenido(programa.filePath(u"ruta.txt"_s)); }
 
     QTemporaryDir programa;
@@ -95,19 +105,15 @@ TEST_F(Membrete, WhatIsNoPictureLeavesTheOldOne)
     const QString cortado = fotos.filePath(u"cortado.bmp"_s);
     Escribir(cortado, antes.left(30));
     const QString otro = dibujo(u"logo.png"_s, qRgb(0, 0, 0));
-    for (const QString &malo : {texto, cortado, otro, fotos.filePath(u"falta.jpg"_s)}) {
-        ask.EsperaTexto(u"Letterhead"_s, malo);
-        ask.Espera(u"not a JPG or BMP"_s);
-        EXPECT_FALSE(ObtenerEncabezado(s)) << malo.toStdString();
-    }
+    for (const QString &malo : {texto, cortado, otro, fotos.filePath(u"falta.jpg"_s)})
+        EXPECT_FALSE(obtener(malo, u"not a JPG or BMP"_s)) << malo.toStdString();
     EXPECT_EQ(Contenido(RutaDeEncabezado(s)), antes);
 }
 
 TEST_F(Membrete, AFolderThatCannotBeWrittenIsTold)
 {
     s.carpetaDeDatos = fotos.filePath(u"gone/"_s);
-    ask.EsperaTexto(u"Letterhead"_s, dibujo(u"logo.bmp"_s, qRgb(0, 0, 90)));
-    EXPECT_THROW(ObtenerEncabezado(s), ErrorDeAlmacen);
+    EXPECT_THROW(obtener(dibujo(u"logo.bmp"_s, qRgb(0, 0, 90))), ErrorDeAlmacen);
 }
 
 TEST_F(Clinica, TheClinicsDataHoldAtOnceWithoutApostrophesAndWithinTheirColumn)
@@ -128,24 +134,15 @@ TEST_F(Red, OnlyAFolderWithTheMainDatabaseIsTaken)
 {
     ask.Espera(u"Critical action"_s, false);
     EXPECT_FALSE(ConectarTerminal(s));
-    for (const auto &vacia : {std::optional<QString>(), std::optional<QString>(u"  "_s)}) {
-        ask.Espera(u"Critical action"_s);
-        ask.EsperaTexto(u"Server Path"_s, vacia);
-        EXPECT_FALSE(ConectarTerminal(s));
-    }
+    EXPECT_FALSE(conectar(std::nullopt));
+    EXPECT_FALSE(conectar(u"  "_s));
     QDir(servidor.path()).mkdir(u"morvane.mdb"_s); // a folder is no database
-    ask.Espera(u"Critical action"_s);
-    ask.EsperaTexto(u"Server Path"_s, servidor.path());
-    ask.Espera(u"No databases exist"_s);
-    EXPECT_FALSE(ConectarTerminal(s));
+    EXPECT_FALSE(conectar(servidor.path(), u"No databases exist"_s));
     EXPECT_EQ(ruta(), QByteArray());
 
     QDir(servidor.path()).rmdir(u"morvane.mdb"_s);
     Escribir(servidor.filePath(u"Morvane.MDB"_s), "x");
-    ask.Espera(u"Critical action"_s);
-    ask.EsperaTexto(u"Server Path"_s, u' ' + servidor.path() + u"/./"_s);
-    ask.Espera(u"restart"_s);
-    EXPECT_TRUE(ConectarTerminal(s));
+    EXPECT_TRUE(conectar(u' ' + servidor.path() + u"/./"_s, u"restart"_s));
     EXPECT_EQ(ruta(), servidor.path().toUtf8() + '\n');
     EXPECT_EQ(LeerRuta(s.carpetaDePrograma), servidor.path() + u'/');
 }
@@ -154,8 +151,5 @@ TEST_F(Red, AProgramFolderThatCannotBeWrittenIsTold)
 {
     Escribir(servidor.filePath(u"morvane.mdb"_s), "x");
     s.carpetaDePrograma = programa.filePath(u"gone/"_s);
-    ask.Espera(u"Critical action"_s);
-    ask.EsperaTexto(u"Server Path"_s, servidor.path());
-    ask.Espera(u"could not be stored"_s);
-    EXPECT_FALSE(ConectarTerminal(s));
+    EXPECT_FALSE(conectar(servidor.path(), u"could not be stored"_s));
 }

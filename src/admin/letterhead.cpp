@@ -59,7 +59,8 @@ bool ObtenerEncabezado(Sesion &s)
         return false;
     }
     QSaveFile f(RutaDeEncabezado(s));
-    if (!f.open(QIODevice::WriteOnly) || f.write(imagen) != imagen.size() || !f.commit())
+    if (!f.open(QIODevice::WriteOnly) || f.write(imagen) != imagen.size() || !f.flush()
+        || !f.commit())
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, f.fileName() + u": "_s + f.errorString());
     return true;
 }

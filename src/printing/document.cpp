@@ -61,7 +61,8 @@ int GuardarPdf(Documento &documento, const QString &archivo, const QPageSize &ta
     }
     if (paginas == 0)
         return 0;
-    if (!paginas || !destino.commit())
+    // The commit does not look at what is still to be written.
+    if (!paginas || !destino.flush() || !destino.commit())
         falla();
     return *paginas;
 }

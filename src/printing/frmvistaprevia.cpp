@@ -161,8 +161,17 @@ void frmVistaPrevia::showPage()
 
 void frmVistaPrevia::print()
 {
-    if (guarded([this] { ImprimirDocumento(m_s, m_documento, *m_printer); }))
-        accept();
+    guarded([this] {
+        try {
+            ImprimirDocumento(m_s, m_documento, *m_printer, cmbImpresora->currentText());
+            accept();
+        } catch (const ErrorDeAlmacen &e) {
+            // A printer that is off is no failure of the program to be logged.
+            if (e.numero != ErrorNum::Impresora)
+                throw;
+            m_s.dialogos.Mensaje(e.descripcion);
+        }
+    });
 }
 
 void frmVistaPrevia::savePdf()

@@ -44,7 +44,7 @@ std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento 
     return impresora;
 }
 
-void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora)
+void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora, const QString &nombre)
 {
     // A printer that is gone becomes a file without a name, which takes everything and prints
     // nothing.
@@ -52,7 +52,7 @@ void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora)
         impresora.outputFormat() == QPrinter::PdfFormat && impresora.outputFileName().isEmpty();
     const auto paginas = falta ? std::nullopt : DibujarEn(impresora, documento);
     if (!paginas || impresora.printerState() == QPrinter::Error)
-        throw ErrorDeAlmacen(ErrorNum::Impresora, s(NoImprime) + u' ' + impresora.printerName());
+        throw ErrorDeAlmacen(ErrorNum::Impresora, s(NoImprime) + u' ' + nombre);
     if (paginas == 0)
         s.dialogos.Mensaje(s(NadaQueMostrar));
 }
@@ -111,7 +111,7 @@ void ImpresionDeEscritorio::Imprimir(Sesion &s, Documento &documento)
     }
     const QString nombre = Elegir(s, impresoras);
     if (!nombre.isEmpty())
-        ImprimirDocumento(s, documento, *CrearImpresora(nombre, documento));
+        ImprimirDocumento(s, documento, *CrearImpresora(nombre, documento), nombre);
 }
 
 void ImpresionDeEscritorio::Mostrar(Sesion &s, Documento &documento)

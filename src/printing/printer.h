@@ -24,8 +24,9 @@ Impresoras ImpresorasDelSistema();
 std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento &documento);
 
 /// Draws the document on the printer; one without pages is told instead.
+/// @param nombre what the user knows the printer by
 /// @throws ErrorDeAlmacen 482 when the printer does not take it or is no longer there
-void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora);
+void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora, const QString &nombre);
 
 /// Asks for a file and saves the document as PDF. What fails is told.
 /// @return whether it was saved

@@ -6,7 +6,9 @@
 #include "ui/theme.h"
 
 #include <QCalendarWidget>
+#include <QHeaderView>
 #include <QPainter>
+#include <QTableView>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -100,6 +102,17 @@ QDateEdit::drop-down {
 }
 QDateEdit::down-arrow { image: url(%1); width: 12px; height: 12px; }
 )"_s.arg(arrow);
+}
+
+void MostrarTitulos(QTableView *tabla)
+{
+    const QHeaderView *titles = tabla->horizontalHeader();
+    titles->ensurePolished();
+    const int arrow = titles->style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, titles);
+    for (int c = 0; c < titles->count(); ++c)
+        if (!tabla->isColumnHidden(c))
+            tabla->setColumnWidth(
+                c, std::max(tabla->columnWidth(c), titles->sectionSizeHint(c) + arrow));
 }
 
 CajaDeDia::CajaDeDia(QWidget *parent) : QDateEdit(parent)

@@ -7,8 +7,13 @@
 #include <QStyledItemDelegate>
 #include <functional>
 
+class QTableView;
+
 /// What the theme leaves open for these forms: flat buttons, the arrow of a day's box.
 QString EstiloDeAgenda();
+
+/// Widens the columns whose title is longer than they are, with room for the arrow of a sort.
+void MostrarTitulos(QTableView *tabla);
 
 /// A day that is typed, walked by UP and DOWN, or picked from a calendar. Tells of it once it is
 /// whole.

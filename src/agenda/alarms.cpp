@@ -4,8 +4,9 @@ void CargarAlarmas(Sesion &s)
 {
     s.Alarmas.clear();
     Recordset r = s.morvane->OpenSnapshot(
-        "select dia,ala,tip,ida from TareasAgenda where dia = ? and est = 0 and ala >= ?",
+        "select dia,ala,tip,ida,id from TareasAgenda where dia = ? and est = 0 and ala >= ?",
         s.reloj.hoy, QTime(s.reloj.Hora().hour(), s.reloj.Hora().minute()));
     for (; !r.EOF_(); r.MoveNext())
-        s.Alarmas.push_back({r["ala"].toTime(), r["tip"].toInt(), false, r["ida"].toInt()});
+        s.Alarmas.push_back(
+            {r["ala"].toTime(), r["tip"].toInt(), false, r["ida"].toInt(), r["id"].toInt()});
 }

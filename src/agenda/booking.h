@@ -31,8 +31,8 @@ bool LlevaRecordatorio(Sesion &s, const Turno &turno);
 /// @return the task's id
 int Agendar(Sesion &s, const Turno &turno);
 
-/// The row of a day's appointments that is nearest to what an hour is looked up for: one at exactly
-/// that hour, else the first within 15 minutes either side; -1 when there is none.
+/// Which of a day's appointments is nearest to what an hour is looked up for: one at exactly that
+/// hour, else the first within 15 minutes either side; -1 when there is none.
 int FilaCercana(const std::vector<TareaDelDia> &turnos, QTime hora);
 
 /// The row that stands on top when the list scrolls to a row: the one above, so that what comes

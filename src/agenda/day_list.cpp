@@ -33,43 +33,65 @@ int MinutosDe(Sesion &s, int tip)
     return minutos > 0 ? std::min(minutos, MinutosDelDia) : MinutosSinDuracion;
 }
 
-/// What the alarms need to know of a stored task.
+/// A stored task: where it stands, and what its alarm needs to know.
 struct Anotada {
+    Sitio sitio;
     int tip = 0, ida = 0;
-    QDate dia;
-    QTime ala;
     bool est = false;
 };
 
 std::optional<Anotada> Leer(Sesion &s, int id)
 {
-    const Recordset r =
-        s.morvane->OpenSnapshot("select tip,ida,dia,ala,est from TareasAgenda where id = ?", id);
+    const Recordset r = s.morvane->OpenSnapshot(
+        "select tip,ida,dia,hor,ala,est from TareasAgenda where id = ?", id);
     if (r.EOF_())
         return std::nullopt;
-    return Anotada{r["tip"].toInt(), r["ida"].toInt(), r["dia"].toDate(), r["ala"].toTime(),
+    return Anotada{{id, r["dia"].toDate(), r["hor"].toTime(), r["ala"].toTime()},
+                   r["tip"].toInt(),
+                   r["ida"].toInt(),
                    r["est"].toBool()};
 }
 
-/// Follows a task that goes to another day; to none when it is deleted.
-void SeguirAlarma(Sesion &s, const Anotada &t, QDate dia)
+void Escribir(Sesion &s, const Sitio &a)
 {
-    const bool era = t.dia == s.reloj.hoy, es = dia == s.reloj.hoy;
-    if (!t.ala.isValid() || era == es)
-        return;
-    if (es) {
-        if (!t.est)
-            s.Alarmas.push_back({t.ala, t.tip, false, std::nullopt});
-        return;
-    }
-    for (Alarma &a : s.Alarmas)
-        if (!a.atendida && a.hora == t.ala && a.tip == t.tip && a.ida.value_or(t.ida) == t.ida) {
-            a.atendida = true;
-            return;
-        }
+    s.morvane->Execute("UPDATE TareasAgenda SET Dia = ?, hor = ?, ala = ? WHERE id = ?", a.dia,
+                       a.hor, a.ala, a.id);
 }
 
-void PonerDetalle(Sesion &s, TareaDelDia &t)
+/// An alarm as far from the new hour as it was from the old one, within the day.
+QTime Corrida(QTime ala, QTime de, QTime a)
+{
+    if (!ala.isValid() || !de.isValid())
+        return ala;
+    const int minutos = (ala.msecsSinceStartOfDay() + de.msecsTo(a)) / 60000;
+    return QTime(0, 0).addSecs(std::clamp(minutos, 0, MinutosDelDia - 1) * 60);
+}
+
+/// Has the session ring for a task where it stands now; a day that is none silences it. What has
+/// rung at that time does not ring twice. A task that is done has no alarm to follow it: its own
+/// may have been left to another task of the same time and kind.
+void SeguirAlarma(Sesion &s, const Anotada &t)
+{
+    if (t.est)
+        return;
+    const QTime ala = t.sitio.dia == s.reloj.hoy ? t.sitio.ala : QTime();
+    const auto suya = [&t](const Alarma &a) { return a.tarea == t.sitio.id; };
+    const bool suena = ala.isValid() && std::ranges::none_of(s.Alarmas, [&](const Alarma &a) {
+                           return suya(a) && a.atendida && a.hora == ala;
+                       });
+    const auto espera =
+        std::ranges::find_if(s.Alarmas, [&](const Alarma &a) { return suya(a) && !a.atendida; });
+    if (espera == s.Alarmas.end()) {
+        if (suena)
+            s.Alarmas.push_back({ala, t.tip, false, std::nullopt, t.sitio.id});
+    } else if (suena) {
+        espera->hora = ala;
+    } else {
+        s.Alarmas.erase(espera);
+    }
+}
+
+void PonerDetalle(Sesion &s, TareaDelDia &t, Fichero &fichero)
 {
     const QString hora = t.hor.isValid() ? HoraLarga(t.hor) : QString();
     // A user's note is what his task is about, so it stands below the hour.
@@ -77,38 +99,23 @@ void PonerDetalle(Sesion &s, TareaDelDia &t)
     if (t.tip == TipoTarea::Racion)
         lineas = {(hora + u' ' + t.des).trimmed()};
     if (SujetoDeTarea(t.tip) == Sujeto::Paciente) {
-        t.paciente = LeerCampo(s, "clientes", "mascotas", t.ida, "nom");
-        const int idc = LeerCampo(s, "clientes", "mascotas", t.ida, "idc").toInt();
-        t.cliente = LeerCampo(s, "clientes", "clientes", idc, "ayn");
-        t.telefonos = TelefonosCliente(s, idc);
-        lineas << t.paciente;
-        if (!t.cliente.isEmpty())
-            lineas << s(Cliente) + u": "_s + t.cliente;
-        if (!t.telefonos.isEmpty())
-            lineas << s(Telefonos) + u": "_s + t.telefonos;
+        const Fichero::Paciente &p = fichero.DePaciente(s, t.ida);
+        t.paciente = p.nom;
+        t.cliente = p.cliente;
+        t.telefonos = p.telefonos;
+        lineas << p.nom;
+        if (!p.cliente.isEmpty())
+            lineas << s(Cliente) + u": "_s + p.cliente;
+        if (!p.telefonos.isEmpty())
+            lineas << s(Telefonos) + u": "_s + p.telefonos;
     }
     lineas.removeAll(QString());
     t.detalle = lineas.join(u'\n');
 }
 
-/// What tasks of the same kind share, looked up once for a day.
-struct ClaseDeTarea {
-    QString concepto, icono;
-    int minutos = 0;
-};
-
-std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, bool paraHoja)
+std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, Fichero &fichero)
 {
-    QHash<std::pair<int, qint64>, ClaseDeTarea> clases;
-    const auto claseDe = [&](int tip, qint64 artaux) -> const ClaseDeTarea & {
-        const auto clave = std::pair(tip, artaux);
-        if (const auto conocida = clases.constFind(clave); conocida != clases.constEnd())
-            return *conocida;
-        const QString concepto = ConceptoDeTarea(s, tip, artaux);
-        return *clases.insert(
-            clave, {concepto, paraHoja ? IconoDeHoja(s, concepto) : IconoDeAgenda(s, concepto),
-                    MinutosDe(s, tip)});
-    };
+    fichero.PonerAlDia(s);
     std::vector<TareaDelDia> tareas;
     for (; !r.EOF_(); r.MoveNext()) {
         TareaDelDia t;
@@ -121,11 +128,11 @@ std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, bool paraHoja)
         t.ala = r["ala"].toTime();
         t.est = r["est"].toBool();
         t.des = r["des"].toText();
-        const ClaseDeTarea &clase = claseDe(t.tip, r["artaux"].toLong());
-        t.concepto = clase.concepto;
-        t.icono = clase.icono;
-        t.minutos = clase.minutos;
-        PonerDetalle(s, t);
+        const Fichero::Concepto &c = fichero.DeConcepto(s, t.tip, r["artaux"].toLong());
+        t.concepto = c.nom;
+        t.icono = c.icono;
+        t.minutos = c.minutos;
+        PonerDetalle(s, t, fichero);
         tareas.push_back(std::move(t));
     }
     return tareas;
@@ -133,22 +140,61 @@ std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, bool paraHoja)
 
 } // namespace
 
-std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia)
+void Fichero::PonerAlDia(Sesion &s)
+{
+    const QList<qint64> versiones{s.clientes->Version("clientes"), s.clientes->Version("mascotas"),
+                                  s.finanzas->Version("articulos"),
+                                  s.finanzas->Version("Servicios"),
+                                  s.finanzas->Version("FLCategorias")};
+    if (versiones == m_versiones)
+        return;
+    m_versiones = versiones;
+    m_pacientes.clear();
+    m_conceptos.clear();
+}
+
+const Fichero::Paciente &Fichero::DePaciente(Sesion &s, int idm)
+{
+    if (const auto conocido = m_pacientes.constFind(idm); conocido != m_pacientes.constEnd())
+        return *conocido;
+    const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
+    return *m_pacientes.insert(idm, {LeerCampo(s, "clientes", "mascotas", idm, "nom"),
+                                     LeerCampo(s, "clientes", "clientes", idc, "ayn"),
+                                     TelefonosCliente(s, idc)});
+}
+
+const Fichero::Concepto &Fichero::DeConcepto(Sesion &s, int tip, qint64 artaux)
+{
+    const auto clave = std::pair(tip, artaux);
+    if (const auto conocido = m_conceptos.constFind(clave); conocido != m_conceptos.constEnd())
+        return *conocido;
+    const QString nom = ConceptoDeTarea(s, tip, artaux);
+    return *m_conceptos.insert(clave, {nom, IconoDeAgenda(s, nom), MinutosDe(s, tip)});
+}
+
+std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia, Fichero &fichero)
 {
     return LeerTareas(s,
                       s.morvane->OpenSnapshot("select * from TareasAgenda where dia = ? and ((tip "
                                               "> 0 OR tip = -100) OR (tip = -47)) order by hor",
                                               dia),
-                      false);
+                      fichero);
+}
+
+std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia)
+{
+    Fichero fichero;
+    return TareasDelDia(s, dia, fichero);
 }
 
 std::vector<TareaDelDia> TurnosDelDia(Sesion &s, QDate dia)
 {
+    Fichero fichero;
     return LeerTareas(
         s,
         s.morvane->OpenSnapshot(
             "select * from TareasAgenda where dia = ? and (tip > 0) order by hor", dia),
-        true);
+        fichero);
 }
 
 std::vector<TareaDeKelvara> TareasDeKelvara(Sesion &s)
@@ -192,66 +238,95 @@ bool PasarTareas(Sesion &s, const QList<int> &ids, QDate dia)
     if (!PuedeMoverTareas(s) || ids.isEmpty() || !dia.isValid()
         || !s.dialogos.Pregunta(s(DeseaPostergar)))
         return false;
-    std::vector<Anotada> antes;
     Lote lote(s);
-    for (const int id : ids) {
-        if (const auto tarea = Leer(s, id))
-            antes.push_back(*tarea);
+    for (const int id : ids)
         s.morvane->Execute("UPDATE TareasAgenda SET Dia = ? WHERE id = ?", dia, id);
-    }
     lote.Confirmar();
-    for (const Anotada &tarea : antes)
-        SeguirAlarma(s, tarea, dia);
+    for (const int id : ids)
+        if (const auto tarea = Leer(s, id))
+            SeguirAlarma(s, *tarea);
     return true;
 }
 
-bool MoverTarea(Sesion &s, int id, QDate dia, QTime hora)
+std::vector<Sitio> MoverTareas(Sesion &s, const std::vector<Destino> &destinos)
 {
-    if (!PuedeMoverTareas(s) || !dia.isValid())
+    std::vector<Sitio> antes;
+    if (!PuedeMoverTareas(s))
+        return antes;
+    std::vector<Anotada> movidas;
+    Lote lote(s);
+    for (const Destino &d : destinos) {
+        auto tarea = Leer(s, d.id);
+        if (!tarea || !d.dia.isValid())
+            continue;
+        Sitio &sitio = tarea->sitio;
+        antes.push_back(sitio);
+        sitio.dia = d.dia;
+        if (d.hora.isValid()) {
+            sitio.ala = Corrida(sitio.ala, sitio.hor, d.hora);
+            sitio.hor = d.hora;
+        }
+        Escribir(s, sitio);
+        movidas.push_back(*tarea);
+    }
+    lote.Confirmar();
+    for (const Anotada &tarea : movidas)
+        SeguirAlarma(s, tarea);
+    return antes;
+}
+
+bool DevolverTareas(Sesion &s, const std::vector<Sitio> &sitios)
+{
+    if (!PuedeMoverTareas(s))
         return false;
-    const auto antes = Leer(s, id);
-    if (!antes)
-        return false;
-    if (hora.isValid())
-        s.morvane->Execute("UPDATE TareasAgenda SET Dia = ?, hor = ? WHERE id = ?", dia, hora, id);
-    else
-        s.morvane->Execute("UPDATE TareasAgenda SET Dia = ? WHERE id = ?", dia, id);
-    SeguirAlarma(s, *antes, dia);
-    return true;
+    std::vector<Anotada> devueltas;
+    Lote lote(s);
+    for (const Sitio &sitio : sitios)
+        if (auto tarea = Leer(s, sitio.id)) {
+            tarea->sitio = sitio;
+            Escribir(s, sitio);
+            devueltas.push_back(*tarea);
+        }
+    lote.Confirmar();
+    for (const Anotada &tarea : devueltas)
+        SeguirAlarma(s, tarea);
+    return !devueltas.empty();
 }
 
 bool EliminarTareas(Sesion &s, const QList<int> &ids)
 {
     if (!PuedeMoverTareas(s) || ids.isEmpty() || !s.dialogos.Pregunta(s(Eliminar)))
         return false;
-    std::vector<Anotada> antes;
+    std::vector<Anotada> idas;
     Lote lote(s);
     for (const int id : ids) {
-        if (const auto tarea = Leer(s, id))
-            antes.push_back(*tarea);
+        if (auto tarea = Leer(s, id)) {
+            tarea->sitio.dia = {};
+            idas.push_back(*tarea);
+        }
         s.morvane->Execute("delete * from TareasAgenda where id = ?", id);
     }
     lote.Confirmar();
-    for (const Anotada &tarea : antes)
-        SeguirAlarma(s, tarea, {});
+    for (const Anotada &tarea : idas)
+        SeguirAlarma(s, tarea);
     return true;
 }
 
 bool AlternarRealizada(Sesion &s, int id)
 {
-    Recordset r = s.morvane->OpenRecordset("select * from TareasAgenda where id = ?", id);
-    if (r.EOF_())
+    auto tarea = Leer(s, id);
+    if (!tarea)
         return false;
-    const bool hecha = !r["est"].toBool();
-    r.Edit();
-    r.Put("est", hecha);
-    r.Update();
-    const QTime ala = r["ala"].toTime();
-    if (r["dia"].toDate() == s.reloj.hoy && ala.isValid())
-        for (Alarma &a : s.Alarmas)
-            if (a.hora == ala && a.tip == r["tip"].toInt()) {
-                a.atendida = hecha;
-                break;
-            }
-    return hecha;
+    tarea->est = !tarea->est;
+    s.morvane->Execute("update TareasAgenda set est = ? where id = ?", tarea->est, id);
+    if (tarea->sitio.dia != s.reloj.hoy || !tarea->sitio.ala.isValid())
+        return tarea->est;
+    const auto alarma = std::ranges::find_if(s.Alarmas, [&](const Alarma &a) {
+        return a.hora == tarea->sitio.ala && a.tip == tarea->tip;
+    });
+    if (alarma != s.Alarmas.end())
+        alarma->atendida = tarea->est;
+    else
+        SeguirAlarma(s, *tarea); // open again, and not among those that the start loaded
+    return tarea->est;
 }

@@ -3,6 +3,9 @@
 
 #include "store/session.h"
 
+#include <QHash>
+#include <QList>
+
 /// One task of a day as the list and the hours show it.
 struct TareaDelDia {
     int id = 0;
@@ -21,9 +24,35 @@ struct TareaDelDia {
     QString cliente;
     QString telefonos;
     QString detalle; // hour and all of the above, lines parted by line feeds
+
+    bool operator==(const TareaDelDia &) const = default;
+};
+
+/// What tasks are about, looked up once, and anew when somebody has written one of those tables.
+/// Whoever reads days again and again keeps one.
+class Fichero
+{
+public:
+    struct Paciente {
+        QString nom, cliente, telefonos;
+    };
+    struct Concepto {
+        QString nom, icono;
+        int minutos = 0;
+    };
+    /// To be called before the tasks of a day are read.
+    void PonerAlDia(Sesion &s);
+    const Paciente &DePaciente(Sesion &s, int idm);
+    const Concepto &DeConcepto(Sesion &s, int tip, qint64 artaux);
+
+private:
+    QList<qint64> m_versiones; // of the tables
+    QHash<int, Paciente> m_pacientes;
+    QHash<std::pair<int, qint64>, Concepto> m_conceptos;
 };
 
 /// Appointments, users' tasks and feeding rounds of a day, by hour.
+std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia, Fichero &fichero);
 std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia);
 /// Appointments alone, as the booking dialog lists them.
 std::vector<TareaDelDia> TurnosDelDia(Sesion &s, QDate dia);
@@ -44,16 +73,33 @@ bool PuedeMoverTareas(Sesion &s);
 /// @param filas in ascending order
 QList<int> EnSuSentido(QList<int> filas, int actual);
 
-// What leaves today takes its alarm along, and what comes to today brings it.
+// A task that is open takes its alarm along: what leaves today silences it, what comes to today
+// brings it.
 
 /// Asks, and puts the tasks on another day. @return whether they were moved
 bool PasarTareas(Sesion &s, const QList<int> &ids, QDate dia);
-/// Puts a task at another hour, of another day perhaps; nothing is asked: the hand has shown it.
-/// The alarm keeps its own time; an invalid hour leaves the task's as it is.
-/// @return whether it was moved
-bool MoverTarea(Sesion &s, int id, QDate dia, QTime hora);
+
+/// Where a task goes. An invalid hour leaves it the one that it has, or none.
+struct Destino {
+    int id = 0;
+    QDate dia;
+    QTime hora;
+};
+/// Where a task stood. An invalid hour or alarm is none.
+struct Sitio {
+    int id = 0;
+    QDate dia;
+    QTime hor;
+    QTime ala;
+};
+/// Puts tasks at other hours, of other days perhaps; nothing is asked: the hand has shown it. Their
+/// alarms stay as far from the hour as they were.
+/// @return where those that were moved stood before; none when the user may not, or they are gone
+std::vector<Sitio> MoverTareas(Sesion &s, const std::vector<Destino> &destinos);
+/// Puts them back where they stood, without an hour too. @return whether any was there still
+bool DevolverTareas(Sesion &s, const std::vector<Sitio> &sitios);
 /// Asks, and deletes the tasks. @return whether they are gone
 bool EliminarTareas(Sesion &s, const QList<int> &ids);
 /// Marks a task as done, or as open again, and with it the first alarm of today at the same time
-/// for the same kind. @return whether it is done now
+/// for the same kind, whosever it is, on purpose. @return whether it is done now
 bool AlternarRealizada(Sesion &s, int id);

@@ -44,15 +44,11 @@ public:
     int Componer(QPaintDevice &, QSizeF area) override
     {
         m_area = area;
-        m_detalles.clear();
-        for (const Casilla &c : m_casillas)
-            if (c.detalle.size() > 1)
-                m_detalles.push_back(&c);
         // Rows of the detail, three columns wide; those that do not fit go on to further pages.
         m_lineas.clear();
-        for (const Casilla *c : m_detalles)
-            for (const auto &[hora, nombre] : c->detalle)
-                m_lineas.push_back({hora, nombre});
+        for (const Casilla &c : m_casillas)
+            if (c.detalle.size() > 1)
+                m_lineas.insert(m_lineas.end(), c.detalle.begin(), c.detalle.end());
         const int porColumna = FilasDelDetalle(DondeEmpiezaElDetalle());
         const int enLaPrimera = 3 * porColumna;
         const int quedan = qMax(0, int(m_lineas.size()) - enLaPrimera);
@@ -126,7 +122,6 @@ private:
 
     QString m_titulo, m_dia, m_hora;
     std::vector<Casilla> m_casillas;
-    std::vector<const Casilla *> m_detalles;
     std::vector<std::pair<QTime, QString>> m_lineas;
     QSizeF m_area;
 };
@@ -146,8 +141,8 @@ std::vector<Casilla> CasillasDelDia(Sesion &s, bool completo, QDate dia, QTime d
         Casilla c;
         c.hora = hora;
         Recordset r = s.morvane->OpenSnapshot(
-            "select * from TareasAgenda where dia = ? and hor between ? and ?", dia, hora,
-            hora.addSecs((MinutosDeCasilla - 1) * 60));
+            "select * from TareasAgenda where dia = ? and hor between ? and ? order by hor", dia,
+            hora, hora.addSecs((MinutosDeCasilla - 1) * 60));
         QString concepto;
         for (; !r.EOF_(); r.MoveNext()) {
             const int tip = r["tip"].toInt();

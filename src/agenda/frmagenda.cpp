@@ -3,6 +3,7 @@
 #include "agenda/agenda_look.h"
 #include "agenda/calendar_file.h"
 #include "agenda/day_sheet.h"
+#include "agenda/hours_layout.h"
 #include "agenda/hours_view.h"
 #include "agenda/task_texts.h"
 #include "store/lookups.h"
@@ -26,11 +27,12 @@ enum Texto {
     NoRealizada = 1122,
     Titulo = 9906,
     GuardarDia = 9918,
+    GuardarTarea = 9919,
     FiltroDeCalendario = 9920,
     SeGuardo = 9921,
     Consejo = 9928,
     SeMovio = 9929,
-    SeDevuelve = 9930,
+    SeDeshace = 9930,
     YaNoExiste = 9948,
 };
 
@@ -38,6 +40,7 @@ constexpr int dayMode = 1, ownMode = 2;
 constexpr int quarter = 15;
 constexpr int minutesOfDay = 24 * 60;
 constexpr int idColumn = 4;
+constexpr int lettersOfFile = 60; // a user's note may be too long for the name of one
 
 QList<QDate> weekOf(QDate day)
 {
@@ -82,7 +85,9 @@ void frmagenda::wire()
     connect(Horas, &VistaDeHoras::diaPedido, this, &frmagenda::showDay);
     connect(Horas, &VistaDeHoras::tareaTomada, this, &frmagenda::openPatient);
     connect(Horas, &VistaDeHoras::horaLibreTomada, this, &frmagenda::newTask);
-    connect(Horas, &VistaDeHoras::tareaMovida, this, &frmagenda::move);
+    connect(Horas, &VistaDeHoras::tareaMovida, this, [this](int id, QDate dia, QTime hora) {
+        move({{id, dia, hora}});
+    });
 
     connect(cmdNuevaTarea, &QPushButton::clicked, this, [this] { newTask(); });
     connect(cmdTareaRealizada, &QPushButton::clicked, this, &frmagenda::toggleDone);
@@ -115,7 +120,9 @@ void frmagenda::wireShortcuts()
        [this] { tabAgenda->setCurrentIndex(1 - tabAgenda->currentIndex()); });
     on(Qt::CTRL | Qt::Key_P, [this] { cmdImprimir->click(); });
     on(Qt::CTRL | Qt::Key_Z, [this] { takeBack(); });
-    on(Qt::Key_Insert, [this] { newTask(); });
+    on(Qt::Key_Insert, [this] {
+        Horas->hasFocus() ? newTask(Horas->DiaDelCursor(), Horas->HoraDelCursor()) : newTask();
+    });
     on(Qt::Key_F5, [this] { guarded([this] { reload(); }); });
 }
 
@@ -146,41 +153,46 @@ void frmagenda::showDay(QDate dia)
 {
     if (!dia.isValid() || dia == m_dia)
         return;
-    m_dia = dia;
-    guarded([this] { reload(); });
+    goTo(dia, {current()});
 }
 
-void frmagenda::reload()
+void frmagenda::goTo(QDate dia, const QList<int> &seleccion)
 {
-    m_version = m_s.morvane->Version("TareasAgenda");
-    const int id = current();
+    m_dia = dia;
+    guarded([&] {
+        if (m_dias.contains(dia) && m_version == m_s.morvane->Version("TareasAgenda"))
+            show(seleccion);
+        else
+            reload(seleccion);
+    });
+}
+
+/// Reads the days anew. @param seleccion as of show; what is selected without it
+void frmagenda::reload(const QList<int> &seleccion)
+{
+    const qint64 version = m_s.morvane->Version("TareasAgenda");
+    const QList<QDate> days = cmdSemana->isChecked() ? weekOf(m_dia) : QList<QDate>{m_dia};
+    std::vector<TareaDelDia> tasks;
+    for (const QDate day : days)
+        std::ranges::move(TareasDelDia(m_s, day, m_fichero), std::back_inserter(tasks));
+    m_version = version;
+    m_dias = days;
+    m_tareas = std::move(tasks);
+    Horas->Mostrar(m_dias, m_tareas);
+    show(seleccion.isEmpty() ? QList{current()} : seleccion);
+    if (tabAgenda->currentIndex() == ownMode - 1)
+        showOwnTasks();
+}
+
+/// Lists the day. @param seleccion tasks to select, the last of them as the current one
+void frmagenda::show(const QList<int> &seleccion)
+{
     m_ocupado = true;
     {
         const QSignalBlocker silent(dtpAgenda);
         dtpAgenda->setDate(m_dia);
     }
     lblDia->setText(QLocale().toString(m_dia, QLocale::LongFormat));
-    const QList<QDate> days = cmdSemana->isChecked() ? weekOf(m_dia) : QList<QDate>{m_dia};
-    m_tareas.clear();
-    try {
-        for (const QDate day : days)
-            std::ranges::move(TareasDelDia(m_s, day), std::back_inserter(m_tareas));
-        Horas->Mostrar(days, m_tareas);
-        Horas->IrA(m_dia);
-        showList(id);
-        if (tabAgenda->currentIndex() == ownMode - 1)
-            showOwnTasks();
-    } catch (...) {
-        m_ocupado = false;
-        throw;
-    }
-    m_ocupado = false;
-    Horas->Elegir(current());
-    arrange();
-}
-
-void frmagenda::showList(int id)
-{
     const int before = GAgenda->FilaActual();
     std::vector<FilaDeGrilla> rows;
     for (const TareaDelDia &t : m_tareas)
@@ -190,8 +202,16 @@ void frmagenda::showList(int id)
     m_modelo->Poner(std::move(rows));
     sizeRows();
     // Where the task stands now, else where the cursor was.
-    const int row = rowOf(id);
+    const int row = rowOf(seleccion.last());
     GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_modelo->Filas() - 1));
+    for (const int id : seleccion)
+        if (const int also = rowOf(id); also >= 0)
+            GAgenda->selectionModel()->select(
+                m_modelo->index(also, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    m_ocupado = false;
+    Horas->IrA(m_dia);
+    Horas->Elegir(current());
+    arrange();
 }
 
 void frmagenda::sizeRows()
@@ -255,6 +275,7 @@ int frmagenda::rowOf(int id) const
 /// The task that keys and buttons act on; 0 for none.
 int frmagenda::current() const { return idOfRow(GAgenda->FilaActual()); }
 
+/// The selected tasks in the direction of the selection.
 QList<int> frmagenda::selectedIds() const
 {
     QList<int> ids;
@@ -277,12 +298,13 @@ void frmagenda::taskChosen(int id)
 {
     if (m_ocupado)
         return;
-    // Showing another day reads the tasks anew.
-    if (const TareaDelDia *t = task(id); t && t->dia != m_dia)
-        showDay(QDate(t->dia));
-    m_ocupado = true;
-    GAgenda->Seleccionar(rowOf(id));
-    m_ocupado = false;
+    if (const TareaDelDia *t = task(id); t && t->dia != m_dia) {
+        goTo(QDate(t->dia), {id}); // a copy: the tasks may be read anew
+    } else {
+        m_ocupado = true;
+        GAgenda->Seleccionar(rowOf(id));
+        m_ocupado = false;
+    }
     tell(task(id));
     arrange();
 }
@@ -299,12 +321,12 @@ void frmagenda::tell(const TareaDelDia *tarea)
 bool frmagenda::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && (watched == GAgenda || watched == Horas)
-        && agendaKey(static_cast<QWidget *>(watched), *static_cast<QKeyEvent *>(event)))
+        && agendaKey(*static_cast<QKeyEvent *>(event)))
         return true;
     return FormBase::eventFilter(watched, event);
 }
 
-bool frmagenda::agendaKey(QWidget *lugar, const QKeyEvent &tecla)
+bool frmagenda::agendaKey(const QKeyEvent &tecla)
 {
     const auto modifiers = tecla.modifiers() & ~Qt::KeypadModifier;
     if (modifiers == Qt::AltModifier)
@@ -318,75 +340,83 @@ bool frmagenda::agendaKey(QWidget *lugar, const QKeyEvent &tecla)
     case Qt::Key_Delete:
         cmdEliminar->click();
         return true;
-    case Qt::Key_Insert:
-        if (lugar == Horas)
-            newTask(Horas->DiaDelCursor(), Horas->HoraDelCursor());
-        else
-            newTask();
-        return true;
     default:
         return false;
     }
 }
 
+/// Moves all that is selected, by a day or a quarter of an hour.
 bool frmagenda::moveKey(const QKeyEvent &tecla)
 {
-    const TareaDelDia *t = task(current());
     const bool days = tecla.key() == Qt::Key_Left || tecla.key() == Qt::Key_Right;
     if (!days && tecla.key() != Qt::Key_Up && tecla.key() != Qt::Key_Down)
         return false;
-    if (!t)
-        return true;
     const int step = tecla.key() == Qt::Key_Left || tecla.key() == Qt::Key_Up ? -1 : 1;
-    if (days) {
-        move(t->id, t->dia.addDays(step), t->hor);
-        return true;
+    std::vector<Destino> goals;
+    bool some = false;
+    for (const int id : selectedIds()) {
+        const TareaDelDia *t = task(id);
+        if (!t)
+            continue;
+        Destino goal{id, t->dia.addDays(days ? step : 0), {}};
+        if (!days && t->hor.isValid()) {
+            const int minute = MinutoDelDia(t->hor) + step * quarter;
+            if (minute < 0 || minute >= minutesOfDay)
+                return true; // all keep their distance
+            goal.hora = {minute / 60, minute % 60};
+        }
+        some = some || days || goal.hora.isValid();
+        goals.push_back(goal);
     }
-    const int minute = t->hor.msecsSinceStartOfDay() / 60000 + step * quarter;
-    if (t->hor.isValid() && minute >= 0 && minute < minutesOfDay)
-        move(t->id, t->dia, {minute / 60, minute % 60});
+    if (some)
+        move(goals);
     return true;
 }
 
-void frmagenda::move(int id, QDate dia, QTime hora)
+void frmagenda::move(const std::vector<Destino> &destinos)
 {
     guarded([&] {
-        const TareaDelDia *t = task(id);
-        if (!t)
-            return;
-        const Movida before{id, t->dia, t->hor};
-        const QString subject = AsuntoDeTarea(*t);
-        if (!MoverTarea(m_s, id, dia, hora)) {
+        const std::vector<Sitio> before = MoverTareas(m_s, destinos);
+        if (before.empty()) {
             if (!m_s.usuario.EsComun())
                 Ayu->Fallo(m_s(YaNoExiste));
             return reload();
         }
         m_antes = before;
-        m_dia = dia; // the eye follows the task
-        reload();
-        GAgenda->Seleccionar(rowOf(id));
-        Horas->Elegir(id);
-        Ayu->Logro(m_s(SeMovio) + u' ' + subject + u" → "_s + placeOf(dia, hora) + u".  "_s
-                   + m_s(SeDevuelve));
+        m_dia = destinos.back().dia; // the eye follows
+        tellMoved(before, u".  "_s + m_s(SeDeshace));
     });
 }
 
 void frmagenda::takeBack()
 {
-    if (m_antes.id == 0)
+    if (m_antes.empty())
         return;
-    const Movida before = std::exchange(m_antes, {});
+    const std::vector<Sitio> before = std::exchange(m_antes, {});
     guarded([&] {
-        if (!MoverTarea(m_s, before.id, before.dia, before.hora))
-            return Ayu->Fallo(m_s(YaNoExiste));
-        m_dia = before.dia;
-        reload();
-        GAgenda->Seleccionar(rowOf(before.id));
-        Horas->Elegir(before.id);
-        if (const TareaDelDia *t = task(before.id))
-            Ayu->Logro(m_s(SeMovio) + u' ' + AsuntoDeTarea(*t) + u" → "_s
-                       + placeOf(before.dia, before.hora));
+        if (!DevolverTareas(m_s, before)) {
+            if (!m_s.usuario.EsComun())
+                Ayu->Fallo(m_s(YaNoExiste));
+            return reload();
+        }
+        m_dia = before.back().dia;
+        tellMoved(before, {});
     });
+}
+
+/// Selects what was moved, and says where the last of it stands now.
+void frmagenda::tellMoved(const std::vector<Sitio> &antes, const QString &mas)
+{
+    QList<int> ids;
+    for (const Sitio &sitio : antes)
+        ids << sitio.id;
+    reload(ids);
+    const TareaDelDia *t = task(ids.last());
+    if (!t)
+        return;
+    const QString others = ids.size() > 1 ? u" (+%1)"_s.arg(ids.size() - 1) : QString();
+    Ayu->Logro(m_s(SeMovio) + u' ' + AsuntoDeTarea(*t) + others + u" → "_s + placeOf(t->dia, t->hor)
+               + mas);
 }
 
 void frmagenda::delay()
@@ -467,22 +497,24 @@ void frmagenda::exportDay()
     std::vector<TareaDelDia> tasks;
     std::ranges::copy_if(m_tareas, std::back_inserter(tasks),
                          [this](const TareaDelDia &t) { return t.dia == m_dia; });
-    saveCalendar(tasks, m_s(Titulo) + u' ' + m_dia.toString(Qt::ISODate));
+    saveCalendar(GuardarDia, tasks, m_s(Titulo));
 }
 
 void frmagenda::exportTask()
 {
     if (const TareaDelDia *t = task(current()))
-        saveCalendar({*t}, AsuntoDeTarea(*t) + u' ' + t->dia.toString(Qt::ISODate));
+        saveCalendar(GuardarTarea, {*t}, AsuntoDeTarea(*t));
 }
 
-void frmagenda::saveCalendar(const std::vector<TareaDelDia> &tareas, const QString &nombre)
+void frmagenda::saveCalendar(int titulo, const std::vector<TareaDelDia> &tareas,
+                             const QString &nombre)
 {
     QString offered;
-    for (const QChar c : nombre)
+    for (const QChar c : nombre.left(lettersOfFile))
         offered += c.isLetterOrNumber() || c == u'-' ? c : QChar(u' ');
-    auto file = m_s.dialogos.GuardarArchivo(m_s(GuardarDia), offered.simplified() + u".ics"_s,
-                                            m_s(FiltroDeCalendario));
+    auto file = m_s.dialogos.GuardarArchivo(
+        m_s(titulo), offered.simplified() + u' ' + m_dia.toString(Qt::ISODate) + u".ics"_s,
+        m_s(FiltroDeCalendario));
     if (!file)
         return;
     if (!file->endsWith(u".ics"_s, Qt::CaseInsensitive))

@@ -31,13 +31,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// Where a task stood before it was moved by hand.
-    struct Movida {
-        int id = 0;
-        QDate dia;
-        QTime hora;
-    };
-
     // frmagenda_layout.cpp
     void build();
     QWidget *buildDay();
@@ -54,8 +47,9 @@ private:
     void wireShortcuts();
 
     void showDay(QDate dia);
-    void reload();
-    void showList(int id);
+    void goTo(QDate dia, const QList<int> &seleccion);
+    void reload(const QList<int> &seleccion = {});
+    void show(const QList<int> &seleccion);
     void sizeRows();
     int rowToBeginWith() const;
     void showOwnTasks();
@@ -71,10 +65,11 @@ private:
     int current() const;
     QList<int> selectedIds() const;
 
-    bool agendaKey(QWidget *lugar, const QKeyEvent &tecla);
+    bool agendaKey(const QKeyEvent &tecla);
     bool moveKey(const QKeyEvent &tecla);
-    void move(int id, QDate dia, QTime hora);
+    void move(const std::vector<Destino> &destinos);
     void takeBack();
+    void tellMoved(const std::vector<Sitio> &antes, const QString &mas);
     void delay();
     void remove();
     void leaveList(int fila);
@@ -83,12 +78,14 @@ private:
     void openPatient(int id);
     void exportDay();
     void exportTask();
-    void saveCalendar(const std::vector<TareaDelDia> &tareas, const QString &nombre);
+    void saveCalendar(int titulo, const std::vector<TareaDelDia> &tareas, const QString &nombre);
 
     Formularios &m_formularios;
     QDate m_dia;
+    QList<QDate> m_dias;               // that are read: this one alone, or its week
     std::vector<TareaDelDia> m_tareas; // of all days shown
-    Movida m_antes;
+    Fichero m_fichero;
+    std::vector<Sitio> m_antes; // where what was moved last came from
     qint64 m_version = 0;
     bool m_ocupado = false; // list and hours follow each other
 

@@ -102,8 +102,10 @@ void frmagenda::build()
     orderKeys();
     setMinimumSize(smallest);
     rememberSize(firstSize);
-    rememberColumns(GAgenda->horizontalHeader());
-    rememberColumns(GKelvara->horizontalHeader());
+    for (Grilla *list : {GAgenda, GKelvara}) {
+        MostrarTitulos(list);
+        rememberColumns(list->horizontalHeader());
+    }
 }
 
 QPushButton *frmagenda::button(const QString &nombre, int texto, const QString &dibujo,

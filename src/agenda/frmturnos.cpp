@@ -5,6 +5,7 @@
 #include "agenda/tasks.h"
 #include "clients/contact.h"
 #include "store/lookups.h"
+#include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/grid.h"
 #include "ui/pictures.h"
@@ -47,7 +48,7 @@ enum Texto {
 constexpr QSize firstSize{900, 520};
 constexpr int boxesWidth = 380;
 constexpr int helpLines = 3;
-constexpr int columnOfConcept = 0, columnOfHour = 1;
+constexpr int columnOfConcept = 0, columnOfHour = 1, columnOfId = 3;
 
 QString plain(QString caption) { return caption.remove(u'&'); }
 
@@ -116,6 +117,7 @@ void frmTurnos::build()
     Ayu->ensurePolished();
     Ayu->setMinimumHeight(helpLines * Ayu->fontMetrics().lineSpacing());
     rememberSize(firstSize);
+    MostrarTitulos(GTurnos);
     rememberColumns(GTurnos->horizontalHeader());
 }
 
@@ -156,7 +158,8 @@ QLayout *frmTurnos::buildList()
     m_modelo = new ModeloDeGrilla(m_s,
                                   {{m_s(Concepto_), Clase::Texto, 220},
                                    {m_s(Hora), Clase::Hora, 64},
-                                   {m_s(Paciente), Clase::Texto, 120}},
+                                   {m_s(Paciente), Clase::Texto, 120},
+                                   {u"id"_s, Clase::Entero, 0, true}},
                                   this);
     GTurnos = named(new Grilla(m_s, m_modelo), u"GTurnos"_s, m_s(TurnosDelDia_));
     GTurnos->PonerVacio(m_s(SinTurnos));
@@ -242,7 +245,7 @@ void frmTurnos::loadDay()
     m_turnos = TurnosDelDia(m_s, dtpDia->date());
     std::vector<FilaDeGrilla> rows;
     for (const TareaDelDia &t : m_turnos)
-        rows.push_back({{t.concepto, t.hor, t.paciente}});
+        rows.push_back({{t.concepto, t.hor, t.paciente, t.id}});
     m_modelo->sort(-1, Qt::AscendingOrder); // by hour, whatever was clicked before
     m_modelo->Poner(std::move(rows));
 }
@@ -275,9 +278,12 @@ void frmTurnos::hourLeft()
     txtHora->setText(HoraLarga(hour));
     help(m_s(Dia) + u": "_s + QLocale().toString(dtpDia->date(), QLocale::LongFormat) + u".  "_s
          + m_s(Hora) + u": "_s + HoraLarga(hour) + u'.');
-    const int row = FilaCercana(m_turnos, hour);
-    if (row < 0)
+    const int near = FilaCercana(m_turnos, hour);
+    if (near < 0)
         return GTurnos->Seleccionar(-1);
+    // The list may have been sorted by a click on a title.
+    const int row =
+        m_modelo->BuscarEnGrilla(m_turnos[size_t(near)].id, columnOfId, 0, m_modelo->Filas() - 1);
     GTurnos->Seleccionar(row);
     GTurnos->scrollTo(m_modelo->index(FilaDeArriba(row), columnOfHour),
                       QAbstractItemView::PositionAtTop);
@@ -337,7 +343,7 @@ bool frmTurnos::eventFilter(QObject *watched, QEvent *event)
         }
     }
     if (event->type() == QEvent::FocusOut && isVisible()
-        && static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason) {
+        && EsDejada(*static_cast<QFocusEvent *>(event))) {
         if (watched == txtHora)
             hourLeft();
         if (watched == txtAla) {

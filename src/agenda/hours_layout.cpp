@@ -34,6 +34,8 @@ std::vector<Carril> PonerLadoALado(const std::vector<Tramo> &tramos)
     return carriles;
 }
 
+int MinutoDelDia(QTime hora) { return hora.msecsSinceStartOfDay() / 60'000; }
+
 QTime AlCuarto(int minutos)
 {
     constexpr int cuarto = 15, ultimo = 24 * 60 - cuarto;

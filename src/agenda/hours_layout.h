@@ -21,5 +21,8 @@ struct Carril {
 /// ones the first goes to the left.
 std::vector<Carril> PonerLadoALado(const std::vector<Tramo> &tramos);
 
+/// Minutes from midnight; 0 for no time.
+int MinutoDelDia(QTime hora);
+
 /// The quarter of an hour that lies nearest, within the day: 00:00 to 23:45.
 QTime AlCuarto(int minutos);

@@ -9,6 +9,7 @@
 #include <QHelpEvent>
 #include <QScrollBar>
 #include <QStyleHints>
+#include <QTimer>
 #include <QToolTip>
 #include <algorithm>
 
@@ -19,12 +20,10 @@ namespace
 
 enum Texto { Horas = 9927, Libre = 9931 };
 
-int minutesOf(QTime t) { return t.hour() * 60 + t.minute(); }
-
 } // namespace
 
 VistaDeHoras::VistaDeHoras(Sesion &s, QWidget *parent)
-    : QAbstractScrollArea(parent), m_s(s), m_minuto(minutesOf(s.reloj.Hora()) / step * step)
+    : QAbstractScrollArea(parent), m_s(s), m_minuto(MinutoDelDia(s.reloj.Hora()) / step * step)
 {
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -44,7 +43,9 @@ void VistaDeHoras::Mostrar(const QList<QDate> &dias, std::vector<TareaDelDia> ta
 {
     stopDragging();
     const QDate before = DiaDelCursor();
-    m_dias = dias;
+    const int rows = m_filas;
+    const Dibujadas drawn = drawnTasks();
+    const bool sameDays = std::exchange(m_dias, dias) == dias;
     m_tareas = std::move(tareas);
     m_columna = std::max(0, int(m_dias.indexOf(before)));
     lay();
@@ -52,7 +53,33 @@ void VistaDeHoras::Mostrar(const QList<QDate> &dias, std::vector<TareaDelDia> ta
         m_elegida = 0;
     layScroll();
     say();
-    viewport()->update();
+    if (sameDays && rows == m_filas)
+        drawChanges(drawn);
+    else
+        viewport()->update();
+}
+
+VistaDeHoras::Dibujadas VistaDeHoras::drawnTasks() const
+{
+    Dibujadas drawn;
+    for (const Bloque &b : m_bloques)
+        drawn.insert(taskOf(b).id, {rectOf(b), taskOf(b)});
+    return drawn;
+}
+
+/// On a full day a key moves one task: the others need not be drawn again.
+void VistaDeHoras::drawChanges(const Dibujadas &antes)
+{
+    const Dibujadas now = drawnTasks();
+    const auto update = [this](const QRect &place) {
+        viewport()->update(place.adjusted(-1, -1, 1, 1));
+    };
+    for (auto task = antes.cbegin(); task != antes.cend(); ++task)
+        if (now.value(task.key()) != *task)
+            update(task->first);
+    for (auto task = now.cbegin(); task != now.cend(); ++task)
+        if (antes.value(task.key()) != *task)
+            update(task->first);
 }
 
 void VistaDeHoras::lay()
@@ -62,21 +89,27 @@ void VistaDeHoras::lay()
     for (int column = 0; column < m_dias.size(); ++column) {
         const size_t first = m_bloques.size();
         std::vector<Tramo> stretches;
-        int above = 0;
+        std::vector<size_t> above; // in m_bloques
         for (size_t i = 0; i < m_tareas.size(); ++i) {
             const TareaDelDia &t = m_tareas[i];
             if (t.dia != m_dias[column])
                 continue;
             Bloque b{i, column, {}, {}, -1};
             if (t.hor.isValid()) {
-                const int from = minutesOf(t.hor);
+                const int from = MinutoDelDia(t.hor);
                 b.tramo = {from, std::min(from + std::max(t.minutos, quarter), dayEnd)};
             } else {
-                b.fila = above++;
+                above.push_back(m_bloques.size());
             }
             m_bloques.push_back(b);
         }
-        m_filas = std::max(m_filas, std::min(above, mostAbove));
+        // Where the rows do not suffice, side by side.
+        const int rows = std::min(int(above.size()), mostAbove);
+        for (int i = 0; i < int(above.size()); ++i) {
+            m_bloques[above[size_t(i)]].fila = i % rows;
+            m_bloques[above[size_t(i)]].carril = {i / rows, (int(above.size()) - 1) / rows + 1};
+        }
+        m_filas = std::max(m_filas, rows);
         std::stable_sort(
             m_bloques.begin() + std::ptrdiff_t(first), m_bloques.end(),
             [](const Bloque &a, const Bloque &b) { return a.tramo.desde < b.tramo.desde; });
@@ -93,24 +126,21 @@ void VistaDeHoras::lay()
 
 void VistaDeHoras::layScroll()
 {
+    m_fuerte = font();
+    m_fuerte.setWeight(QFont::DemiBold);
+    m_alto = fontMetrics().lineSpacing() + 2;
+    m_canto = fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * Espacio::S;
     const int shown = std::max(1, viewport()->height() - top());
     verticalScrollBar()->setPageStep(shown);
     verticalScrollBar()->setSingleStep(lineHeight());
     verticalScrollBar()->setRange(0, std::max(0, dayEnd / quarter * lineHeight() - shown));
 }
 
-int VistaDeHoras::lineHeight() const { return fontMetrics().lineSpacing() + 2; }
-
 int VistaDeHoras::top() const
 {
     const int above = m_filas > 0 ? m_filas * (lineHeight() + 2) + Espacio::XS : 0;
     // The name of a single day stands above the form already.
     return (m_dias.size() > 1 ? fontMetrics().height() + Espacio::L : 1) + above;
-}
-
-int VistaDeHoras::gutter() const
-{
-    return fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * Espacio::S;
 }
 
 int VistaDeHoras::columnWidth() const
@@ -138,12 +168,12 @@ QRect VistaDeHoras::rectOf(const Bloque &b) const
 {
     const int left = gutter() + b.columna * columnWidth() + 2;
     const int width = columnWidth() - Espacio::XS - 2;
+    const int lane = width / b.carril.total;
     if (b.fila >= 0) {
         const int line = lineHeight() + 2;
-        return {left, top() - m_filas * line - 2 + std::min(b.fila, mostAbove - 1) * line, width,
-                line - 2};
+        return {left + b.carril.indice * lane, top() - m_filas * line - 2 + b.fila * line,
+                std::max(6, lane - 2), line - 2};
     }
-    const int lane = width / b.carril.total;
     const int from = yOf(b.tramo.desde), to = yOf(b.tramo.hasta);
     return {left + b.carril.indice * lane, from + 1, std::max(6, lane - 2),
             std::max(lineHeight(), to - from) - 2};
@@ -179,37 +209,54 @@ QRect VistaDeHoras::LugarDe(int id) const
 QPoint VistaDeHoras::PuntoDe(QDate dia, QTime hora) const
 {
     const int column = std::max(0, int(m_dias.indexOf(dia)));
-    return {gutter() + column * columnWidth() + columnWidth() / 2, yOf(minutesOf(hora)) + 1};
+    return {gutter() + column * columnWidth() + columnWidth() / 2, yOf(MinutoDelDia(hora)) + 1};
 }
 
 void VistaDeHoras::Elegir(int id) { select(id, false); }
 
+/// What shows where the cursor is: the selected task, else a free half hour.
+QRect VistaDeHoras::cursorPlace() const
+{
+    if (const Bloque *b = blockOf(m_elegida))
+        return rectOf(*b);
+    return {gutter() + m_columna * columnWidth() + 2, yOf(m_minuto) + 2,
+            columnWidth() - Espacio::XS, yOf(m_minuto + step) - yOf(m_minuto) - 3};
+}
+
+/// Puts the cursor somewhere and draws what has changed by that, not the whole day.
+void VistaDeHoras::place(int columna, int minutos, int id)
+{
+    const auto draw = [this] { viewport()->update(cursorPlace().adjusted(-3, -3, 3, 3)); };
+    draw();
+    if (columna != m_columna)
+        viewport()->update(0, 0, viewport()->width(), top());
+    m_columna = columna;
+    m_minuto = minutos;
+    m_elegida = id;
+    draw();
+    say();
+}
+
 void VistaDeHoras::select(int id, bool tell)
 {
     const Bloque *b = blockOf(id);
-    const int now = b ? id : 0;
-    const bool other = now != m_elegida;
-    m_elegida = now;
-    if (b) {
-        m_columna = b->columna;
-        if (b->fila < 0) {
-            m_minuto = b->tramo.desde / step * step;
-            ensureVisible(b->tramo.desde, b->tramo.hasta);
-        }
+    const bool other = (b ? id : 0) != m_elegida;
+    if (!b) {
+        place(m_columna, m_minuto, 0);
+    } else if (b->fila >= 0) {
+        place(b->columna, m_minuto, id);
+    } else {
+        place(b->columna, b->tramo.desde / step * step, id);
+        ensureVisible(b->tramo.desde, b->tramo.hasta);
     }
-    say();
-    viewport()->update();
     if (tell && other)
         Q_EMIT tareaElegida(m_elegida);
 }
 
 void VistaDeHoras::IrA(QDate dia)
 {
-    if (const int column = int(m_dias.indexOf(dia)); column >= 0 && column != m_columna) {
-        m_columna = column;
-        say();
-        viewport()->update();
-    }
+    if (const int column = int(m_dias.indexOf(dia)); column >= 0 && column != m_columna)
+        place(column, m_minuto, m_elegida);
 }
 
 void VistaDeHoras::ensureVisible(int desde, int hasta)
@@ -248,20 +295,17 @@ void VistaDeHoras::moveCursor(int columna, int minutos)
         return;
     }
     const bool otherDay = columna != m_columna;
-    m_columna = columna;
-    m_minuto = std::clamp(minutos, 0, dayEnd - step);
-    ensureVisible(m_minuto, m_minuto + step);
+    minutos = std::clamp(minutos, 0, dayEnd - step);
     // The task that begins within the half hour, else one that still lasts.
     const Bloque *found = nullptr;
     for (const Bloque &b : m_bloques)
-        if (b.columna == m_columna && b.fila < 0 && b.tramo.desde < m_minuto + step
-            && b.tramo.hasta > m_minuto && (!found || found->tramo.desde < m_minuto))
+        if (b.columna == columna && b.fila < 0 && b.tramo.desde < minutos + step
+            && b.tramo.hasta > minutos && (!found || found->tramo.desde < minutos))
             found = &b;
     const int id = found ? taskOf(*found).id : 0;
     const bool otherTask = id != m_elegida;
-    m_elegida = id;
-    say();
-    viewport()->update();
+    place(columna, minutos, id);
+    ensureVisible(m_minuto, m_minuto + step);
     // The task first: the day alone would have the list choose one.
     if (otherTask)
         Q_EMIT tareaElegida(m_elegida);
@@ -385,18 +429,20 @@ void VistaDeHoras::mousePressEvent(QMouseEvent *event)
     if (const Bloque *b = blockAt(p)) {
         const QDate before = DiaDelCursor();
         // One without an hour hangs by its upper edge.
-        m_arrastre = {};
-        m_arrastre.id = taskOf(*b).id;
-        m_arrastre.desde = p;
-        m_arrastre.asido = b->fila < 0 ? minuteAt(p.y()) - b->tramo.desde : 0;
-        select(m_arrastre.id, true);
+        Arrastre held;
+        held.id = taskOf(*b).id;
+        held.desde = p;
+        held.asido = b->fila < 0 ? minuteAt(p.y()) - b->tramo.desde : 0;
+        select(held.id, true);
         if (DiaDelCursor() != before)
             Q_EMIT diaElegido(DiaDelCursor());
+        m_arrastre = held; // showing another day lets go of what was held
     } else if (p.y() >= top()) {
         const QDate before = DiaDelCursor();
-        m_columna = columnAt(p.x());
-        m_minuto = minuteAt(p.y()) / step * step;
-        select(0, true);
+        const bool other = m_elegida != 0;
+        place(columnAt(p.x()), minuteAt(p.y()) / step * step, 0);
+        if (other)
+            Q_EMIT tareaElegida(0);
         if (DiaDelCursor() != before)
             Q_EMIT diaElegido(DiaDelCursor());
     } else {
@@ -406,7 +452,8 @@ void VistaDeHoras::mousePressEvent(QMouseEvent *event)
 
 void VistaDeHoras::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && event->position().y() >= top())
+    const QPoint p = event->position().toPoint();
+    if (event->button() == Qt::LeftButton && (p.y() >= top() || blockAt(p)))
         take();
 }
 
@@ -430,17 +477,17 @@ void VistaDeHoras::drag(QPoint p)
         return stopDragging();
     m_arrastre.enCurso = true;
     viewport()->setCursor(Qt::ClosedHandCursor);
+    const int column = columnAt(p.x()), minute = minuteAt(p.y()) - m_arrastre.asido;
+    const bool above = b->fila >= 0 && p.y() < top();
     QScrollBar *bar = verticalScrollBar();
     if (p.y() > viewport()->height() - lineHeight())
         bar->setValue(bar->value() + lineHeight());
-    else if (p.y() < top() + lineHeight() && p.y() >= 0)
+    else if (p.y() < top() + lineHeight() && p.y() >= 0 && !above)
         bar->setValue(bar->value() - lineHeight());
-    const int column = columnAt(p.x()), minute = minuteAt(p.y()) - m_arrastre.asido;
     m_arrastre.dia = m_dias[column];
-    m_arrastre.hora = AlCuarto(minute);
-    m_arrastre.enSuLugar =
-        column == b->columna
-        && (b->fila < 0 ? qAbs(minute - b->tramo.desde) <= quarter / 2 : p.y() < top());
+    m_arrastre.hora = above ? QTime() : AlCuarto(minute);
+    m_arrastre.enSuLugar = column == b->columna
+                           && (b->fila < 0 ? qAbs(minute - b->tramo.desde) <= quarter / 2 : above);
     viewport()->update();
 }
 
@@ -458,7 +505,8 @@ void VistaDeHoras::mouseReleaseEvent(QMouseEvent *event)
 
 void VistaDeHoras::stopDragging()
 {
-    m_arrastre = {};
+    if (std::exchange(m_arrastre, {}).id == 0)
+        return;
     viewport()->setCursor(Qt::ArrowCursor);
     viewport()->update();
 }

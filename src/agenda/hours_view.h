@@ -7,7 +7,8 @@
 #include <QAbstractScrollArea>
 
 /// Tasks that overlap stand side by side; those without an hour stand above the hours. A task is
-/// dragged to another hour or day with the mouse, quarter by quarter; ESC gives the drag up.
+/// dragged to another hour or day with the mouse, quarter by quarter; one without an hour that is
+/// dropped above the hours stays without. ESC gives the drag up.
 ///
 /// By keys: arrows move over the half hours and days, CTRL with UP and DOWN over the tasks, HOME
 /// and END to where the working day begins and ends. The view writes nothing: it tells.
@@ -43,7 +44,7 @@ Q_SIGNALS:
     /// ENTER or a double click.
     void tareaTomada(int id);
     void horaLibreTomada(QDate dia, QTime hora);
-    /// Dropped elsewhere.
+    /// Dropped elsewhere; at no hour above them.
     void tareaMovida(int id, QDate dia, QTime hora);
 
 protected:
@@ -65,7 +66,7 @@ private:
     static constexpr int step = 30; // of the cursor
     static constexpr int dayEnd = 24 * 60;
     static constexpr int workBegins = 8 * 60, workEnds = 20 * 60;
-    static constexpr int mostAbove = 3; // tasks without an hour shown above the hours
+    static constexpr int mostAbove = 3; // rows above the hours
 
     /// A task and where it stands.
     struct Bloque {
@@ -82,14 +83,17 @@ private:
         bool enCurso = false;
         bool enSuLugar = true; // nothing moves, not even to the next quarter
         QDate dia;
-        QTime hora;
+        QTime hora; // none above the hours
     };
 
+    using Dibujadas = QHash<int, std::pair<QRect, TareaDelDia>>; // by id
+    Dibujadas drawnTasks() const;
+    void drawChanges(const Dibujadas &antes);
     void lay();
     void layScroll();
     int top() const; // of the hours
-    int lineHeight() const;
-    int gutter() const;
+    int lineHeight() const { return m_alto; }
+    int gutter() const { return m_canto; }
     int columnWidth() const;
     int yOf(int minutos) const;
     int minuteAt(int y) const;
@@ -97,15 +101,19 @@ private:
     QRect rectOf(const Bloque &b) const;
     const Bloque *blockAt(QPoint p) const;
     const Bloque *blockOf(int id) const;
+    QRect cursorPlace() const;
     const TareaDelDia &taskOf(const Bloque &b) const { return m_tareas[b.tarea]; }
 
     // hours_view_paint.cpp
-    void drawHours(QPainter &p) const;
+    void drawHours(QPainter &p, const QRegion &dirty) const;
+    void drawBlocks(QPainter &p, const QRegion &dirty, bool above) const;
     void drawHead(QPainter &p) const;
+    void drawDragged(QPainter &p) const;
     void drawBlock(QPainter &p, const QRect &place, const TareaDelDia &t, bool chosen) const;
     void drawNow(QPainter &p) const;
 
     void moveCursor(int columna, int minutos);
+    void place(int columna, int minutos, int id);
     void select(int id, bool tell);
     void walkTasks(int paso);
     void ensureVisible(int desde, int hasta);
@@ -119,8 +127,10 @@ private:
     std::vector<TareaDelDia> m_tareas;
     std::vector<Bloque> m_bloques; // by day and hour
     int m_filas = 0;               // above the hours
+    int m_alto = 1, m_canto = 0;   // of a quarter of an hour, and where the hours are written
     int m_columna = 0, m_minuto;   // cursor
     int m_elegida = 0;
     Arrastre m_arrastre;
+    QFont m_fuerte;
     bool m_desplazado = false; // scrolled to the working day once
 };

@@ -14,50 +14,77 @@ namespace
 
 constexpr int iconSide = 16;
 constexpr int narrowWidth = 110; // an hour takes too much of it
-constexpr int tightWidth = 56;   // no room for dots either
+constexpr int tightWidth = 56;   // no room for dots either, nor for more than a name
+constexpr int lettersWhenTight = 12;
 constexpr int iconWidth = 90;
-
-int minutesOf(QTime t) { return t.hour() * 60 + t.minute(); }
 
 } // namespace
 
-void VistaDeHoras::paintEvent(QPaintEvent *)
+void VistaDeHoras::paintEvent(QPaintEvent *event)
 {
     QPainter p(viewport());
     p.setRenderHint(QPainter::Antialiasing);
-    p.fillRect(viewport()->rect(), PaletaEnUso().superficie);
+    p.fillRect(event->rect(), PaletaEnUso().superficie);
     if (m_dias.isEmpty())
         return;
-    p.save();
-    p.setClipRect(0, top(), viewport()->width(), viewport()->height() - top());
-    drawHours(p);
-    for (const Bloque &b : m_bloques)
-        if (b.fila < 0 && taskOf(b).id != m_elegida)
-            drawBlock(p, rectOf(b), taskOf(b), false);
-    if (const Bloque *b = blockOf(m_elegida); b && b->fila < 0) {
-        p.setOpacity(m_arrastre.enCurso ? 0.4 : 1);
-        drawBlock(p, rectOf(*b), taskOf(*b), !m_arrastre.enCurso);
-        p.setOpacity(1);
-    }
+    const QRect below(0, top(), viewport()->width(), viewport()->height() - top());
+    p.setClipRect(below);
+    drawHours(p, event->region());
+    drawBlocks(p, event->region() & below, false);
     drawNow(p);
-    if (const Bloque *b = blockOf(m_arrastre.id); b && m_arrastre.enCurso) {
-        Bloque there = *b;
-        const int from = minutesOf(m_arrastre.hora);
-        const int length = b->fila < 0 ? b->tramo.hasta - b->tramo.desde : step;
-        there.fila = -1;
-        there.columna = std::max(0, int(m_dias.indexOf(m_arrastre.dia)));
-        there.tramo = {from, std::min(from + length, dayEnd)};
-        there.carril = {};
-        p.setOpacity(0.92);
-        TareaDelDia t = taskOf(*b);
-        t.hor = m_arrastre.hora;
-        drawBlock(p, rectOf(there), t, true);
+    p.setClipping(false);
+    if (event->rect().top() < top()) {
+        drawHead(p);
+        drawBlocks(p, event->region(), true);
     }
-    p.restore();
-    drawHead(p);
+    if (m_arrastre.enCurso) {
+        if (m_arrastre.hora.isValid())
+            p.setClipRect(below);
+        drawDragged(p);
+    }
 }
 
-void VistaDeHoras::drawHours(QPainter &p) const
+/// Above the hours or below; the selected one last, over its neighbours.
+void VistaDeHoras::drawBlocks(QPainter &p, const QRegion &dirty, bool above) const
+{
+    const auto draw = [&](const Bloque &b, bool chosen) {
+        const QRect place = rectOf(b);
+        if ((b.fila >= 0) == above && dirty.intersects(place))
+            drawBlock(p, place, taskOf(b), chosen);
+    };
+    for (const Bloque &b : m_bloques)
+        if (taskOf(b).id != m_elegida)
+            draw(b, false);
+    if (const Bloque *b = blockOf(m_elegida)) {
+        p.setOpacity(m_arrastre.enCurso ? 0.4 : 1);
+        draw(*b, !m_arrastre.enCurso);
+        p.setOpacity(1);
+    }
+}
+
+/// The task in the hand, where it would be dropped.
+void VistaDeHoras::drawDragged(QPainter &p) const
+{
+    const Bloque *b = blockOf(m_arrastre.id);
+    if (!b)
+        return;
+    Bloque there = *b;
+    there.columna = std::max(0, int(m_dias.indexOf(m_arrastre.dia)));
+    there.carril = {};
+    if (m_arrastre.hora.isValid()) {
+        const int from = MinutoDelDia(m_arrastre.hora);
+        const int length = b->fila < 0 ? b->tramo.hasta - b->tramo.desde : step;
+        there.fila = -1;
+        there.tramo = {from, std::min(from + length, dayEnd)};
+    }
+    TareaDelDia t = taskOf(*b);
+    t.hor = m_arrastre.hora;
+    p.setOpacity(0.92);
+    drawBlock(p, rectOf(there), t, true);
+    p.setOpacity(1);
+}
+
+void VistaDeHoras::drawHours(QPainter &p, const QRegion &dirty) const
 {
     const Paleta colours = PaletaEnUso();
     const int width = viewport()->width();
@@ -67,6 +94,8 @@ void VistaDeHoras::drawHours(QPainter &p) const
     QColor faint = colours.borde;
     faint.setAlphaF(0.5F);
     for (int m = 0; m < dayEnd; m += step) {
+        if (!dirty.intersects(QRect(0, yOf(m) - 1, width, lineHeight() + 2)))
+            continue;
         p.setPen(QPen(m % 60 == 0 ? colours.borde : faint, 1));
         p.drawLine(gutter(), yOf(m), width, yOf(m));
         if (m % 60 == 0) {
@@ -80,11 +109,9 @@ void VistaDeHoras::drawHours(QPainter &p) const
         p.drawLine(gutter() + c * columnWidth(), 0, gutter() + c * columnWidth(),
                    viewport()->height());
     if (m_elegida == 0 && !m_arrastre.enCurso) {
-        const QRect place(gutter() + m_columna * columnWidth() + 2, yOf(m_minuto) + 2,
-                          columnWidth() - Espacio::XS, yOf(m_minuto + step) - yOf(m_minuto) - 3);
         p.setPen(hasFocus() ? QPen(colours.acento, 2) : QPen(colours.borde, 1));
         p.setBrush(hasFocus() ? colours.acentoSuave : Qt::transparent);
-        p.drawRoundedRect(place, 4, 4);
+        p.drawRoundedRect(cursorPlace(), 4, 4);
         p.setBrush(Qt::NoBrush);
     }
 }
@@ -100,21 +127,16 @@ void VistaDeHoras::drawHead(QPainter &p) const
     for (int c = 0; c < m_dias.size() && m_dias.size() > 1; ++c) {
         const QRect place(gutter() + c * columnWidth(), 0, columnWidth(), line);
         const bool today = m_dias[c] == m_s.reloj.hoy;
-        QFont font = p.font();
-        font.setWeight(c == m_columna ? QFont::DemiBold : QFont::Normal);
-        p.setFont(font);
+        p.setFont(c == m_columna ? m_fuerte : font());
         if (c == m_columna)
             p.fillRect(QRect(place.left() + 1, line - 3, place.width() - 2, 3), colours.acento);
         p.setPen(today ? colours.acento : colours.texto);
         const QString name = local.dayName(m_dias[c].dayOfWeek(), QLocale::ShortFormat) + u' '
                              + QString::number(m_dias[c].day());
         p.drawText(place, Qt::AlignCenter,
-                   QFontMetrics(font).elidedText(name, Qt::ElideRight, place.width() - 4));
+                   p.fontMetrics().elidedText(name, Qt::ElideRight, place.width() - 4));
     }
     p.setFont(font());
-    for (const Bloque &b : m_bloques)
-        if (b.fila >= 0 && b.fila < mostAbove)
-            drawBlock(p, rectOf(b), taskOf(b), taskOf(b).id == m_elegida);
 }
 
 void VistaDeHoras::drawBlock(QPainter &p, const QRect &place, const TareaDelDia &t,
@@ -135,6 +157,8 @@ void VistaDeHoras::drawBlock(QPainter &p, const QRect &place, const TareaDelDia 
     // Narrow ones tell the name; their hour is where they stand.
     const bool narrow = place.width() < narrowWidth, tight = place.width() < tightWidth;
     QRect text = place.adjusted(tight ? Espacio::XS + 1 : Espacio::S, 1, -2, -1);
+    if (text.width() < fontMetrics().averageCharWidth())
+        return p.restore();
     const int line = fontMetrics().lineSpacing();
     const QString icon = t.est ? u"tarearealizada"_s : t.icono;
     if (!icon.isEmpty() && place.width() > iconWidth) {
@@ -145,15 +169,13 @@ void VistaDeHoras::drawBlock(QPainter &p, const QRect &place, const TareaDelDia 
     }
     const auto draw = [&](int row, const QString &words, bool strong) {
         const int y = place.top() + row * line + (place.height() < 2 * line ? 0 : 1);
-        if (row > 0 && y + line > place.bottom() + 2)
+        if (row > 0 && (tight || y + line > place.bottom() + 2))
             return;
-        QFont font = p.font();
-        font.setWeight(strong ? QFont::DemiBold : QFont::Normal);
-        p.setFont(font);
+        p.setFont(strong ? m_fuerte : font());
         p.drawText(QRect(text.left(), y, text.width(), std::min(line, place.height())),
                    int(Qt::AlignLeft) | Qt::AlignVCenter,
-                   tight ? words
-                         : QFontMetrics(font).elidedText(words, Qt::ElideRight, text.width()));
+                   tight ? words.left(lettersWhenTight)
+                         : p.fontMetrics().elidedText(words, Qt::ElideRight, text.width()));
     };
     p.setPen(ink);
     const QString hour = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u' ' : QString();
@@ -171,7 +193,7 @@ void VistaDeHoras::drawNow(QPainter &p) const
     const int column = int(m_dias.indexOf(m_s.reloj.hoy));
     if (column < 0)
         return;
-    const int y = yOf(minutesOf(m_s.reloj.Hora()));
+    const int y = yOf(MinutoDelDia(m_s.reloj.Hora()));
     const int x = gutter() + column * columnWidth();
     p.setPen(QPen(PaletaEnUso().error, 1.5));
     p.drawLine(x, y, x + columnWidth(), y);

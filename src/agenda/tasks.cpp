@@ -35,14 +35,9 @@ bool HayTareaCerca(Sesion &s, int minutos)
                 .EsNulo();
 }
 
-// The tasks of today, counted up to @p hasta at least: a day may hold thousands of them.
-int TareasDeHoy(Sesion &s, int hasta)
+int TareasDeHoy(Sesion &s)
 {
-    if (hasta > 30)
-        return s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy)
-            .toInt();
-    return s.morvane->OpenSnapshot("SELECT TOP 30 dia FROM TareasAgenda WHERE dia = ?", s.reloj.hoy)
-        .RecordCount();
+    return s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
 }
 
 } // namespace
@@ -61,7 +56,7 @@ int AgregarTarea(Sesion &s, const Tarea &t)
                        t.tip, t.ida, dia, hor, ala, t.medio, t.fcreacion, t.artaux, des, id);
     lote.Confirmar();
     if (!ala.EsNulo() && t.dia == s.reloj.hoy)
-        s.Alarmas.push_back({ala.toTime(), t.tip, false, std::nullopt});
+        s.Alarmas.push_back({ala.toTime(), t.tip, false, std::nullopt, id});
     return id;
 }
 
@@ -76,7 +71,7 @@ QTime BuscarHorarioLibre(Sesion &s, int idServicio)
     }
     // One step at most for each task of today.
     if (pasos > 0)
-        candidato = primero + std::min(pasos, TareasDeHoy(s, pasos)) * paso;
+        candidato = primero + std::min(pasos, TareasDeHoy(s)) * paso;
     return candidato > ultimo ? PrimerTurno : Hora(candidato);
 }
 

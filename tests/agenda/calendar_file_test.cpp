@@ -42,7 +42,7 @@ TEST_F(Calendario, TellsWhatAndWhenWithoutATimeZone)
     // A task that moves stays the same one for whoever imports it again.
     const QString uid = l.filter(u"UID:1-"_s).value(0);
     ASSERT_FALSE(uid.isEmpty());
-    MoverTarea(s, 1, hoy.addDays(3), {8, 0});
+    MoverTareas(s, {{1, hoy.addDays(3), {8, 0}}});
     EXPECT_TRUE(lineas(ComoCalendario(s, TareasDelDia(s, hoy.addDays(3)))).contains(uid));
 }
 

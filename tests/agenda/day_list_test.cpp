@@ -43,7 +43,6 @@ TEST_F(DiaDeAgenda, ListsAppointmentsUsersTasksAndFeedingByTheHour)
 
     const auto turnos = TurnosDelDia(s, hoy);
     ASSERT_EQ(turnos.size(), 1u);
-    EXPECT_EQ(turnos[0].icono, u"AgendaCon"_s);
     // A patient who is gone leaves a row that can still be read.
     tarea(30000, 99, hoy, {});
     EXPECT_EQ(TareasDelDia(s, hoy).front().detalle, QString()) << "without an hour it comes first";
@@ -74,7 +73,7 @@ TEST_F(DiaDeAgenda, DelaysAndDeletesOnlyForWhoMayAndWhoSaysYes)
         ask.Espera(s(1));
     EXPECT_FALSE(PasarTareas(s, {uno}, hoy.addDays(1)));
     EXPECT_FALSE(EliminarTareas(s, {uno}));
-    EXPECT_FALSE(MoverTarea(s, uno, hoy, {11, 0}));
+    EXPECT_TRUE(MoverTareas(s, {{uno, hoy, {11, 0}}}).empty());
     s.usuario.ut = 2;
     ask.Espera(s(1124), false);
     ask.Espera(s(3), false);
@@ -85,11 +84,12 @@ TEST_F(DiaDeAgenda, DelaysAndDeletesOnlyForWhoMayAndWhoSaysYes)
 
     ask.Espera(s(1124));
     EXPECT_TRUE(PasarTareas(s, {dos, uno}, hoy.addDays(2)));
-    EXPECT_TRUE(MoverTarea(s, uno, hoy.addDays(1), {11, 15}));
+    EXPECT_EQ(MoverTareas(s, {{uno, hoy.addDays(1), {11, 15}}}).size(), 1u);
     EXPECT_EQ(tareas(), u"1|2026-03-12|11:15:00|0\n2|2026-03-13|10:00:00|0\n"_s);
     ask.Espera(s(3));
     EXPECT_TRUE(EliminarTareas(s, {uno}));
-    EXPECT_FALSE(MoverTarea(s, uno, hoy, {11, 0})) << "it is gone";
+    EXPECT_TRUE(MoverTareas(s, {{uno, hoy, {11, 0}}}).empty()) << "it is gone";
+    EXPECT_FALSE(DevolverTareas(s, {{uno, hoy, {}, {}}}));
     EXPECT_FALSE(AlternarRealizada(s, uno));
     EXPECT_EQ(tareas("id"), u"2\n"_s);
 }
@@ -111,19 +111,47 @@ TEST_F(DiaDeAgenda, DoneSilencesTheFirstAlarmOfThatTimeAndKindForAnyUser)
     EXPECT_EQ(alarmas(), u"10:45 rings\n10:45 rings\n10:45 rings\n"_s);
 }
 
-TEST_F(DiaDeAgenda, AlarmsFollowATaskThatLeavesTodayOrComesToIt)
+TEST_F(DiaDeAgenda, AnAlarmFollowsItsTaskAndNoOther)
 {
     const int id = tarea(control, 1, hoy, {11, 0}, {}, {10, 45});
-    EXPECT_TRUE(MoverTarea(s, id, hoy, {12, 0}));
-    EXPECT_EQ(alarmas(), u"10:45 rings\n"_s) << "within the day it keeps its own time";
+    tarea(control, 2, hoy, {11, 0}, {}, {10, 45}); // looks just like it
+    MoverTareas(s, {{id, hoy, {12, 30}}});
+    EXPECT_EQ(alarmas(), u"12:15 rings\n10:45 rings\n"_s);
+    MoverTareas(s, {{id, hoy.addDays(1), {0, 10}}});
+    EXPECT_EQ(alarmas(), u"10:45 rings\n"_s);
+    EXPECT_EQ(tareas("dia, hor, ala"),
+              u"2026-03-12|00:10:00|00:00:00\n2026-03-11|11:00:00|10:45:00\n"_s)
+        << "an alarm stays within its day";
     ask.Espera(s(1124));
-    PasarTareas(s, {id}, hoy.addDays(1));
-    EXPECT_EQ(alarmas(), u"10:45 silent\n"_s);
-    MoverTarea(s, id, hoy, {12, 0});
-    EXPECT_EQ(alarmas(), u"10:45 silent\n10:45 rings\n"_s);
+    PasarTareas(s, {id}, hoy);
+    EXPECT_EQ(alarmas(), u"10:45 rings\n00:00 rings\n"_s);
     ask.Espera(s(3));
     EliminarTareas(s, {id});
-    EXPECT_EQ(alarmas(), u"10:45 silent\n10:45 silent\n"_s);
+    EXPECT_EQ(alarmas(), u"10:45 rings\n"_s);
+
+    // What is done or was booked at another terminal has no alarm here that could follow it.
+    const int hecha = tarea(control, 1, hoy, {11, 0}, {}, {10, 45});
+    s.morvane->Execute("update TareasAgenda set est = -1 where id = ?", hecha);
+    const int ajena = tarea(control, 1, hoy, {11, 0}, {}, {10, 45});
+    s.Alarmas.resize(1);
+    ask.Espera(s(1124));
+    PasarTareas(s, {hecha, ajena}, hoy.addDays(1));
+    ask.Espera(s(3));
+    EliminarTareas(s, {hecha, ajena});
+    EXPECT_EQ(alarmas(), u"10:45 rings\n"_s);
+}
+
+TEST_F(DiaDeAgenda, WhatIsTakenBackStandsAsItDidAndDoesNotRingTwice)
+{
+    const int id = tarea(control, 1, hoy, {11, 0}, {}, {10, 45});
+    const int nota = tarea(TipoTarea::TareaDeUsuario, 1, hoy, {}, {}, {10, 45});
+    s.Alarmas[0].atendida = true; // it has rung
+    const QString antes = tareas("id, dia, hor, ala");
+    const auto sitios = MoverTareas(s, {{id, hoy, {11, 15}}, {nota, hoy.addDays(1), {14, 30}}});
+    EXPECT_EQ(alarmas(), u"10:45 silent\n11:00 rings\n"_s);
+    EXPECT_TRUE(DevolverTareas(s, sitios));
+    EXPECT_EQ(tareas("id, dia, hor, ala"), antes) << "the note without an hour";
+    EXPECT_EQ(alarmas(), u"10:45 silent\n10:45 rings\n"_s);
 }
 
 TEST(Sentido, RowsAreTakenAsTheSelectionRan)

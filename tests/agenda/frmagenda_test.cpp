@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFile>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -75,10 +76,13 @@ protected:
     /// From the middle of a task's first lines to an hour of a day; released unless told not to.
     void drag(int id, QDate toDay, QTime toHour, bool release = true)
     {
+        const QPoint hour = hours()->PuntoDe(toDay, toHour);
+        drag(id, hour + QPoint(0, 4), release);
+    }
+    void drag(int id, QPoint to, bool release = true)
+    {
         QWidget *ground = hours()->viewport();
         const QPoint held = hours()->LugarDe(id).topLeft() + QPoint(6, 4);
-        const QPoint to(hours()->PuntoDe(toDay, toHour).x(),
-                        hours()->PuntoDe(toDay, toHour).y() + 4);
         QTest::mousePress(ground, Qt::LeftButton, {}, held);
         for (int i = 1; i <= 4; ++i) {
             QMouseEvent move(QEvent::MouseMove, held + (to - held) * i / 4,
@@ -145,6 +149,12 @@ TEST_P(EnCadaIdioma, EveryControlHasANameRoomAndAKeyOfItsOwn)
         }
     }
     EXPECT_EQ(keys.size(), 10);
+    for (const QString &name : {u"GAgenda"_s, u"GKelvara"_s}) {
+        const QHeaderView *titles = the<Grilla>(name)->horizontalHeader();
+        for (int c = 0; c < titles->count() && !titles->isSectionHidden(c); ++c)
+            EXPECT_GE(titles->sectionSize(c), titles->sectionSizeHint(c))
+                << name.toStdString() << ' ' << c;
+    }
     EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->tabText(0), s(1101));
     EXPECT_EQ(list()->Modelo()->TextoDeCelda(0, 3), s(1122));
 }
@@ -238,11 +248,26 @@ TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
     press(list(), Qt::Key_Up, Qt::AltModifier);
     press(list(), Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-10|\n"_s);
+    // All that is selected goes, and stays selected; what would leave the day keeps all there.
+    s.morvane->Execute("update TareasAgenda set dia = ?", hoy);
+    const int late = tarea(visita, 2, hoy, {23, 30});
+    press(list(), Qt::Key_Home, Qt::ControlModifier);
+    press(list(), Qt::Key_Home);
+    press(list(), Qt::Key_End, Qt::ShiftModifier);
+    for (int i = 0; i < 3; ++i)
+        press(list(), Qt::Key_Down, Qt::AltModifier);
+    press(list(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(moved(), u"1|2026-03-12|09:35:00\n2|2026-03-12|\n3|2026-03-12|23:45:00\n"_s);
+    EXPECT_EQ(list()->FilasSeleccionadas().size(), 3);
+    press(list(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(moved(), u"1|2026-03-11|09:35:00\n2|2026-03-11|\n3|2026-03-11|23:45:00\n"_s);
     // Another terminal was faster.
-    s.morvane->Execute("delete * from TareasAgenda where id = 2");
+    press(list(), Qt::Key_Home);
+    press(list(), Qt::Key_End);
+    s.morvane->Execute("delete * from TareasAgenda where id = ?", late);
     press(list(), Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(help(), s(9948));
-    EXPECT_EQ(details(), QString());
+    EXPECT_EQ(list()->Modelo()->Filas(), 2);
 }
 
 TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
@@ -269,11 +294,22 @@ TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
     EXPECT_EQ(moved(), u"1|2026-03-13|09:45:00\n"_s);
     EXPECT_EQ(day(), hoy.addDays(2));
     EXPECT_EQ(list()->FilaActual(), 0);
-    // One without an hour stands above the hours until it is given one.
+    press(list(), Qt::Key_Home, Qt::ControlModifier); // another day than the task's is listed
+    drag(1, hoy.addDays(1), {10, 15});
+    EXPECT_EQ(moved(), u"1|2026-03-12|10:15:00\n"_s) << "at the first try";
+    // Those without an hour stand above the hours, all in sight, until they are given one.
     s.morvane->Execute("update TareasAgenda set hor = null where id = 1");
+    for (int i = 0; i < 4; ++i)
+        tarea(visita, 2, hoy.addDays(1), {});
     press(list(), Qt::Key_F5);
-    drag(1, hoy.addDays(2), {14, 30});
-    EXPECT_EQ(moved(), u"1|2026-03-13|14:30:00\n"_s);
+    for (int id = 1; id <= 5; ++id) {
+        QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, hours()->LugarDe(id).center());
+        EXPECT_EQ(hours()->Elegida(), id);
+    }
+    drag(5, {hours()->PuntoDe(hoy, {9, 0}).x(), hours()->LugarDe(5).center().y()});
+    drag(1, hoy.addDays(2), {11, 30});
+    EXPECT_EQ(tareas("id, dia, hor"), u"1|2026-03-13|11:30:00\n2|2026-03-12|\n3|2026-03-12|\n"
+                                      u"4|2026-03-12|\n5|2026-03-11|\n"_s);
     press(hours(), Qt::Key_Escape);
     EXPECT_FALSE(form && form->isVisible());
 }
@@ -294,8 +330,10 @@ TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
     EXPECT_EQ(hours()->Elegida(), 0);
     EXPECT_EQ(list()->FilaActual(), -1);
     EXPECT_TRUE(hours()->accessibleDescription().contains(u"10:30"_s));
-    expectBooking();
-    press(hours(), Qt::Key_Return);
+    for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Return}) {
+        expectBooking();
+        press(hours(), key);
+    }
     press(hours(), Qt::Key_Right); // beyond the day that is shown
     EXPECT_EQ(day(), hoy.addDays(1));
     EXPECT_EQ(hours()->HoraDelCursor(), QTime(10, 30));
@@ -311,6 +349,7 @@ TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
     QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, eleven);
     QTest::mouseDClick(hours()->viewport(), Qt::LeftButton, {}, eleven);
     EXPECT_EQ(asked, QStringList({u"2026-03-11 "_s + HoraLarga({10, 30}) + u" Toby"_s,
+                                  u"2026-03-11 "_s + HoraLarga({10, 30}) + u" Toby"_s,
                                   u"2026-03-12 "_s + HoraLarga({11, 0}) + u" Mia"_s}));
     EXPECT_EQ(details(), u"08:00 A surgery, 11:00 A check"_s);
     EXPECT_EQ(list()->FilaActual(), 1);
@@ -333,7 +372,7 @@ TEST_F(Agenda, TheDayAndATaskGoIntoACalendarFile)
     menu->findChild<QAction *>(u"menuDia"_s)->trigger();
     EXPECT_EQ(events(carpeta.path() + u"/day.ics"_s), 2) << "the day, not the week";
     EXPECT_TRUE(help().startsWith(s(9921)));
-    ask.EsperaTexto(s(9918), carpeta.path() + u"/one.ics"_s);
+    ask.EsperaTexto(s(9919), carpeta.path() + u"/one.ics"_s);
     menu->findChild<QAction *>(u"menuTarea"_s)->trigger();
     EXPECT_EQ(events(carpeta.path() + u"/one.ics"_s), 1);
     ask.EsperaTexto(s(9918), std::nullopt);

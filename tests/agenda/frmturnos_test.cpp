@@ -3,6 +3,7 @@
 #include "ui/completion_list.h"
 #include "ui/grid.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QLabel>
@@ -83,6 +84,9 @@ TEST_F(Dialogo, AnAlarmIsOptionalAndAWrongOneIsNoneWithoutAWord)
     press(Qt::Key_Return);
     press(Qt::Key_Return);
     type(u"soon"_s);
+    QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+    QApplication::sendEvent(form->focusWidget(), &menu);
+    EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), u"soon"_s) << "a menu is not leaving the box";
     press(Qt::Key_Return);
     EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), QString());
     ASSERT_EQ(focus(), u"txtDesc"_s);
@@ -106,6 +110,7 @@ TEST_F(Dialogo, WhatIsMissingIsToldAndNothingTypedIsLost)
     EXPECT_EQ(focus(), u"txtHora"_s);
     EXPECT_EQ(tareas(), QString());
     type(u"12"_s);
+    ask.Espera(s(1309), false);
     the<QPushButton>(u"cmdAgendar"_s)->click();
     EXPECT_EQ(tareas("hor, des"), u"12:00:00|long story\n"_s);
 }
@@ -144,6 +149,12 @@ TEST_F(Dialogo, TheListGoesWithTheDayAndScrollsToWhatIsNear)
     press(Qt::Key_Tab);
     EXPECT_EQ(list->FilaActual(), 21); // 15:00 itself
     EXPECT_EQ(list->indexAt({1, 1}).row(), 20) << "the one before it on top";
+    list->sortByColumn(2, Qt::AscendingOrder); // Mia's first
+    hour->setFocus();
+    hour->selectAll();
+    type(u"15"_s);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(list->Modelo()->TextoDeCelda(list->FilaActual(), 1), u"15:00"_s);
     the<QDateEdit>(u"dtpDia"_s)->setDate(hoy.addDays(1));
     ASSERT_EQ(list->Modelo()->Filas(), 1);
     EXPECT_EQ(list->Modelo()->TextoDeCelda(0, 2), u"Mia"_s);

@@ -122,11 +122,6 @@ public:
         }
     }
 
-    std::string Sql(const std::string &dialect) const
-    {
-        return jet::Traducir(dialect, m_tables, "main").sql;
-    }
-
     /// Runs a statement of the dialect. Rows as "a|b\n", Null as an empty field, bytes as x'...'.
     std::string Rows(const std::string &dialect, const Given &given = {}, bool keys = false)
     {

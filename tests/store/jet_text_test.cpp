@@ -23,34 +23,13 @@ TEST(JetText, AccentsDecideOnlyBetweenEqualLetters)
 TEST(JetText, EqualMeansTheSameFoldedForm)
 {
     const std::string acute = "e\xCC\x81"; // e and a separate accent
-    const std::vector<std::string> texts{"",
-                                         "a",
-                                         "A",
-                                         "é",
-                                         "É",
-                                         acute,
-                                         "E",
-                                         "ñandú",
-                                         "ÑANDÚ",
-                                         "nandu",
-                                         "Straße",
-                                         "STRASSE",
-                                         "İzmir",
-                                         "izmir",
-                                         "ΣΑΣ",
-                                         "σας",
-                                         "a\0b"s,
-                                         "A\0B"s,
-                                         "\xFF",
-                                         "\xC3",
-                                         "ab\xF0\x9F",
-                                         "\xED\xA0\x80",
-                                         "a\xCC\x81z",
-                                         "áZ",
-                                         "\xCC\x81",
-                                         "e",
-                                         "preñez actual",
-                                         "PREÑEZ ACTUAL"};
+    std::vector<std::string> texts{acute, "a\0b"s, "A\0B"s, "preñez actual", "PREÑEZ ACTUAL"};
+    for (const char *text : {"",           "a",       "A",       "é",          "É",
+                             "e",          "E",       "ñandú",   "ÑANDÚ",      "nandu",
+                             "Straße",     "STRASSE", "İzmir",   "izmir",      "ΣΑΣ",
+                             "σας",        "\xFF",    "\xC3",    "ab\xF0\x9F", "\xED\xA0\x80",
+                             "a\xCC\x81z", "áZ",      "\xCC\x81"})
+        texts.push_back(text);
     for (const std::string &a : texts)
         for (const std::string &b : texts) {
             EXPECT_EQ(Comparar(a, b) == 0, Plegar(a) == Plegar(b)) << a << " " << b;
@@ -65,53 +44,11 @@ TEST(JetText, EqualMeansTheSameFoldedForm)
     EXPECT_EQ(Comparar("Straße", "STRASSE"), 0);
 }
 
-TEST(JetText, LikeKnowsItsWildcards)
+// Its wildcards stand in corpus/semantics.sql.
+TEST(JetText, LikeTakesAnyBytes)
 {
-    struct Case {
-        std::string text, pattern;
-        bool expected;
-    };
-    const std::vector<Case> cases{
-        {"Caniche", "caniche", true},
-        {"Caniche toy", "caniche", false},
-        {"Caniche toy", "can*", true},
-        {"Caniche toy", "*TOY", true},
-        {"Caniche toy", "*n*t*", true},
-        {"Caniche", "*x*", false},
-        {"", "*", true},
-        {"", "?", false},
-        {"Peñón", "pe?ón", true},
-        {"PEÑÓN", "peñón", true},
-        {"Penon", "peñón", false},
-        {"Álvarez", "á*", true},
-        {"099", "09#", true},
-        {"09a", "09#", false},
-        {"b1", "[a-c]#", true},
-        {"d1", "[a-c]#", false},
-        {"d1", "[!a-c]#", true},
-        {"ñ", "[a-z]", true},
-        {"É", "[a-f]", true},
-        {"-", "[a-]", true},
-        {"!", "[!]", true},
-        {"x", "[!]", false},
-        {"a*b", "a[*]b", true},
-        {"axb", "a[*]b", false},
-        {"#1", "[#]#", true},
-        {"a[b", "a[[]b", true},
-        {"a]b", "a]b", true},
-        {"ab", "a[]b", true},
-        {"a", "a[]", true},
-        {"100%", "100%", true},
-        {"1000", "100%", false},
-        {"a_b", "a_b", true},
-        {"axb", "a_b", false},
-        {"a[", "a[", false},
-        {"ab", "a[b", false},
-        {"a\xFF", "a?", true},
-        {std::string("a\0b", 3), "a?b", true},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(Parecido(c.text, c.pattern), c.expected) << c.text << " like " << c.pattern;
+    EXPECT_TRUE(Parecido("a\xFF", "a?"));
+    EXPECT_TRUE(Parecido("a\0b"s, "a?b"));
 }
 
 // What is looked for as plain text must mean the same as what is walked: a pattern with "[]" in it

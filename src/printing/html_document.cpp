@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QTextTable>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -30,13 +31,16 @@ double Arriba(const QTextTable &tabla, int fila)
     return trazado->blockBoundingRect(tabla.cellAt(fila, 0).firstCursorPosition().block()).top();
 }
 
-// The toolkit breaks a row between its lines. Here the row above one that would be broken grows
-// down to the end of the page instead. Rows are measured on one endless page, so that a long list
-// is laid out twice and not once for each page.
+// Lays the text out on pages. The toolkit breaks a row between its lines; here the row above one
+// that would be broken grows down to the end of the page instead. Rows are measured on one endless
+// page, so that a long list is laid out twice and not once for each page.
 // @param escala device pixels of a screen's dot
-void NoPartirFilas(QTextDocument &texto, QSizeF pagina, double escala)
+void Paginar(QTextDocument &texto, QSizeF pagina, double escala)
 {
     texto.setPageSize({pagina.width(), 1e7});
+    QTextCursor cursor(&texto);
+    cursor.beginEditBlock();
+    double corrido = 0; // what stands below has moved down by so much
     for (QTextFrame *marco : texto.rootFrame()->childFrames()) {
         auto *tabla = qobject_cast<QTextTable *>(marco);
         if (!tabla || tabla->rows() <= tabla->format().headerRowCount() + 1)
@@ -48,9 +52,7 @@ void NoPartirFilas(QTextDocument &texto, QSizeF pagina, double escala)
         for (int fila = 0; fila < tabla->rows(); ++fila)
             altos.push_back((fila + 1 < tabla->rows() ? Arriba(*tabla, fila + 1) : fin)
                             - Arriba(*tabla, fila));
-        double y = Arriba(*tabla, 0);
-        QTextCursor cursor(&texto);
-        cursor.beginEditBlock();
+        double y = std::fmod(Arriba(*tabla, 0) + corrido, pagina.height());
         for (int fila = 0; fila < tabla->rows(); ++fila) {
             if (y + altos[size_t(fila)] > pagina.height() && fila > cabeza) {
                 for (int columna = 0; columna < tabla->columns(); ++columna) {
@@ -60,12 +62,14 @@ void NoPartirFilas(QTextDocument &texto, QSizeF pagina, double escala)
                                              + (pagina.height() - y) / escala);
                     celda.setFormat(formato);
                 }
+                corrido += pagina.height() - y + altoDeCabeza;
                 y = altoDeCabeza;
             }
             y += altos[size_t(fila)];
         }
-        cursor.endEditBlock();
     }
+    cursor.endEditBlock();
+    texto.setPageSize(pagina);
 }
 
 } // namespace
@@ -98,9 +102,10 @@ int DocumentoHtml::Componer(QPaintDevice &dispositivo, QSizeF area)
             u"<p><img src=\"cabecera\" width=\"%1\" height=\"%2\"></p>"_s.arg(t.width()).arg(
                 t.height()));
     }
+    m_texto->setLayoutEnabled(false);
     m_texto->setHtml(html);
-    NoPartirFilas(*m_texto, m_pagina, dispositivo.logicalDpiY() / DpiDePantalla());
-    m_texto->setPageSize(m_pagina);
+    m_texto->setLayoutEnabled(true);
+    Paginar(*m_texto, m_pagina, dispositivo.logicalDpiY() / DpiDePantalla());
     m_paginas = m_texto->pageCount();
     return m_paginas;
 }

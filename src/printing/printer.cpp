@@ -46,11 +46,7 @@ std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento 
 
 void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora, const QString &nombre)
 {
-    // A printer that is gone becomes a file without a name, which takes everything and prints
-    // nothing.
-    const bool falta =
-        impresora.outputFormat() == QPrinter::PdfFormat && impresora.outputFileName().isEmpty();
-    const auto paginas = falta ? std::nullopt : DibujarEn(impresora, documento);
+    const auto paginas = DibujarEn(impresora, documento);
     if (!paginas || impresora.printerState() == QPrinter::Error)
         throw ErrorDeAlmacen(ErrorNum::Impresora, s(NoImprime) + u' ' + nombre);
     if (paginas == 0)

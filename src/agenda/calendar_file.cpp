@@ -95,6 +95,6 @@ void GuardarCalendario(Sesion &s, const std::vector<TareaDelDia> &tareas, const 
     QSaveFile destino(archivo);
     const QByteArray texto = ComoCalendario(s, tareas);
     if (!destino.open(QIODevice::WriteOnly) || destino.write(texto) != texto.size()
-        || !destino.commit())
+        || !destino.flush() || !destino.commit())
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, destino.errorString());
 }

@@ -52,7 +52,7 @@ public:
         const int porColumna = FilasDelDetalle(DondeEmpiezaElDetalle());
         const int enLaPrimera = 3 * porColumna;
         const int quedan = qMax(0, int(m_lineas.size()) - enLaPrimera);
-        const int porPagina = 3 * FilasDelDetalle(0);
+        const int porPagina = 3 * FilasDelDetalle(CabezaDeOtras);
         return m_casillas.empty() ? 0 : 1 + (quedan + porPagina - 1) / porPagina;
     }
 
@@ -61,8 +61,9 @@ public:
         Hoja hoja(pintor);
         if (pagina > 0) {
             const int antes = 3 * FilasDelDetalle(DondeEmpiezaElDetalle())
-                              + (pagina - 1) * 3 * FilasDelDetalle(0);
-            DibujarDetalle(hoja, 0, antes);
+                              + (pagina - 1) * 3 * FilasDelDetalle(CabezaDeOtras);
+            hoja.Linea({0, 0, m_area.width(), 6}, Titulo(), 11, Qt::AlignLeft, true);
+            DibujarDetalle(hoja, CabezaDeOtras, antes);
             return;
         }
         hoja.Linea({0, 0, m_area.width(), 9}, m_titulo, 18, Qt::AlignLeft, true);
@@ -74,6 +75,7 @@ public:
 
 private:
     static constexpr double Cabeza = 18;
+    static constexpr double CabezaDeOtras = 9; // of the pages behind the first
     static constexpr double AltoDeFila = 7.4;
     static constexpr double AltoDeDetalle = 4.6;
     static constexpr double Calle = 4;

@@ -29,7 +29,8 @@ void GuardarFoto(Sesion &s, int idm, const QImage &imagen)
     QSaveFile archivo(ruta);
     if (foto.isNull() || !QDir().mkpath(QFileInfo(ruta).path())
         || !archivo.open(QIODevice::WriteOnly)
-        || !foto.convertToFormat(QImage::Format_RGB32).save(&archivo, "BMP") || !archivo.commit())
+        || !foto.convertToFormat(QImage::Format_RGB32).save(&archivo, "BMP") || !archivo.flush()
+        || !archivo.commit())
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, ruta);
     s.clientes->Execute("update mascotas set fot = -1 where idm = ?", idm);
 }

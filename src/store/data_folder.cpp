@@ -73,7 +73,7 @@ bool TieneRuta(const QString &carpetaDePrograma)
 bool EscribirRuta(const QString &carpetaDePrograma, const QString &carpetaDeDatos)
 {
     QSaveFile f(RutaBajo(carpetaDePrograma, QStringLiteral("ruta.txt")));
-    return f.open(QIODevice::WriteOnly) && f.write(carpetaDeDatos.toUtf8() + '\n') > 0
+    return f.open(QIODevice::WriteOnly) && f.write(carpetaDeDatos.toUtf8() + '\n') > 0 && f.flush()
            && f.commit();
 }
 

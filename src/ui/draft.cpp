@@ -29,7 +29,8 @@ void Borrador::Guardar(const QVariantMap &campos) const
         || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
         return;
     file.write(QJsonDocument(QJsonObject::fromVariantMap(campos)).toJson());
-    file.commit();
+    if (file.flush()) // the commit does not look at what is still to be written
+        file.commit();
 }
 
 QVariantMap Borrador::Leer() const

@@ -25,7 +25,8 @@ constexpr qsizetype longestCell = 32767; // of a workbook
 void replaceFile(const QString &name, const QByteArray &content)
 {
     QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush()
+        || !file.commit())
         fail(name, file.errorString());
 }
 

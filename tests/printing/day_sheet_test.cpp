@@ -85,8 +85,10 @@ TEST_F(HojaDeAgenda, PrintsOnA4AndLetter)
     for (int i = 0; i < 200; ++i)
         Tarea_(consulta, 2, QTime(10, 0).addSecs(i % 4 * 60));
     lote.Confirmar();
-    const QString largo = TextoEnPapel(*HojaDelDia(s, true, hoy, {}));
-    EXPECT_EQ(largo.count(u"Toby"_s), 201);
+    const QStringList largo = PaginasEnPapel(*HojaDelDia(s, true, hoy, {}));
+    EXPECT_EQ(largo.size(), 2);
+    EXPECT_EQ(largo.join(QString()).count(u"Toby"_s), 201);
+    EXPECT_TRUE(largo[1].startsWith(u"Day's agenda Wednesday, 11 March 2026\n"_s));
 }
 
 TEST_F(HojaDeAgenda, AnUpdateTellsItsHourAndAFailureIsTold)

@@ -100,6 +100,7 @@ protected:
     {
         return patients()->Modelo()->TextoDeCelda(patients()->FilaActual(), 0);
     }
+    QString rows(std::string_view sql) { return Filas(*s.clientes, sql); }
     QStringList names()
     {
         QStringList all;
@@ -119,23 +120,21 @@ protected:
         QWidget *w = QApplication::focusWidget();
         QTest::keyClick(w ? w : form.get(), k, m);
     }
-    static void keys(QWidget *w, const QString &what)
+    /// Letters, ENTER as '\r' and the backspace key as '\b'.
+    void type(const QString &what)
     {
-        // Not keyClicks, which knows no letter but those of ASCII.
-        for (const QChar c : what)
-            QTest::sendKeyEvent(QTest::Click, w, Qt::Key_unknown, QString(c), Qt::NoModifier);
+        for (const QChar c : what) {
+            if (c == u'\r' || c == u'\b')
+                key(c == u'\r' ? Qt::Key_Return : Qt::Key_Backspace);
+            else // not keyClick, which knows no letter but those of ASCII
+                QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown,
+                                    QString(c), Qt::NoModifier);
+        }
     }
-    void type(const QString &what, bool enter = false)
+    void typeInto(QWidget *box, const QString &what)
     {
-        keys(QApplication::focusWidget(), what);
-        if (enter)
-            key(Qt::Key_Return);
-    }
-    /// Each text into the next box.
-    void fill(const QStringList &boxes)
-    {
-        for (const QString &what : boxes)
-            type(what, true);
+        box->setFocus();
+        type(what);
     }
     void alt(Qt::Key k) { key(k, Qt::AltModifier); }
     void enterUntil(const QString &box)
@@ -147,9 +146,8 @@ protected:
     void search(const QString &what)
     {
         auto *box = get<QLineEdit>(u"Txtapellidob"_s);
-        box->setFocus();
         box->clear();
-        keys(box, what);
+        typeInto(box, what);
     }
     void choose(const QString &ayn)
     {
@@ -190,9 +188,8 @@ TEST_F(Propietarios, ANewClientWithTwoPatientsByTheKeyboardAlone)
     show();
     alt(Qt::Key_N);
     EXPECT_EQ(text(u"txtidc"_s), u"00003"_s);
-    fill({u"Núñez, Ana"_s, u"Mitre 100"_s, u"Centro"_s}); // a new place: its region comes next
-    fill({u"Canelones"_s, u"91000"_s, u"433"_s, u"555-1234"_s, u"099 111"_s,
-          u"ana@kelvara.example"_s});
+    type(u"Núñez, Ana\rMitre 100\rCentro\r"_s); // a new place: its region comes next
+    type(u"Canelones\r91000\r433\r555-1234\r099 111\rana@kelvara.example\r"_s);
     enterUntil(u"cmdagregar"_s);
     key(Qt::Key_Return);
 
@@ -200,23 +197,22 @@ TEST_F(Propietarios, ANewClientWithTwoPatientsByTheKeyboardAlone)
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Núñez, Ana"_s, u"Zabala"_s}));
     EXPECT_EQ(selection(), u"3/0"_s);
     for (const QString &name : {u"Luna"_s, u"Bola"_s}) {
-        key(Qt::Key_Return);
-        fill({name, u"Siamés"_s, u"f"_s}); // Felino
+        type(u'\r' + name + u"\rSiamés\rf\r"_s); // Felino
         enterUntil(u"Msknac"_s);
-        fill({u"29022024"_s, u"3.5"_s});
+        type(u"29022024\r3.5\r"_s);
         enterUntil(u"cmdagregarmas"_s);
         key(Qt::Key_Return);
         ASSERT_EQ(focus(), u"cmdnuevomas"_s) << hint().toStdString();
     }
     EXPECT_EQ(selection(), u"3/2"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select idc, ayn, dir, codp2, codt2, tel2, telc2, email from "
-                                 "clientes where idc = 3"),
+    EXPECT_EQ(rows("select idc, ayn, dir, codp2, codt2, tel2, telc2, email from "
+                   "clientes where idc = 3"),
               u"3|Núñez, Ana|Mitre 100|91000|433|555-1234|099 111|ana@kelvara.example\n"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select idm, idc, mascotas.nom, mascotas.esp, mlrazas.nom, fecn, "
-                                 "pes from mascotas inner join mlrazas on mascotas.raz = "
-                                 "mlrazas.id order by idm"),
+    EXPECT_EQ(rows("select idm, idc, mascotas.nom, mascotas.esp, mlrazas.nom, fecn, "
+                   "pes from mascotas inner join mlrazas on mascotas.raz = "
+                   "mlrazas.id order by idm"),
               u"1|3|Luna|2|Siamés|2024-02-29|3.5\n2|3|Bola|2|Siamés|2024-02-29|3.5\n"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select nom from email"), u"kelvara.example\n"_s);
+    EXPECT_EQ(rows("select nom from email"), u"kelvara.example\n"_s);
 }
 
 TEST_F(Propietarios, WhatIsRefusedKeepsWhatWasTyped)
@@ -228,26 +224,23 @@ TEST_F(Propietarios, WhatIsRefusedKeepsWhatWasTyped)
     click(u"cmdagregar"_s);
     EXPECT_EQ(focus(), u"txtayn"_s);
     ask.Espera(s(4624)); // the apostrophe
-    type(u"D'Elia"_s, true);
+    type(u"D'Elia\r"_s);
     EXPECT_EQ(text(u"txtayn"_s), u"DElia"_s);
     key(Qt::Key_Return);
     ask.Espera(s(2252));
-    type(u"25"_s, true);
+    type(u"25\r"_s);
     EXPECT_EQ(focus(), u"cmbloc"_s);
     EXPECT_EQ(get<QComboBox>(u"cmbloc"_s)->currentText(), u"25"_s);
     type(u" de Mayo"_s);
     ask.Espera(s(4624));
-    type(u"'"_s, true);
+    type(u"'\r"_s);
     click(u"cmdagregar"_s);
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"DElia"_s}));
 
     alt(Qt::Key_W);
     type(u"Sol"_s);
-    auto *day = get<QLineEdit>(u"Msknac"_s);
-    day->setFocus();
-    keys(day, u"99999999"_s);
     ask.Espera(s(9300));
-    key(Qt::Key_Return);
+    typeInto(get(u"Msknac"_s), u"99999999\r"_s);
     EXPECT_EQ(text(u"txtnom"_s), u"Sol"_s);
 }
 
@@ -259,9 +252,8 @@ TEST_F(Propietarios, ATelephoneThatIsThereAlready)
     choose(u"Ruiz"_s);
     const auto enter = [this](const QString &name) {
         alt(Qt::Key_N);
-        type(name, true);
-        get<QLineEdit>(u"txttel"_s)->setFocus();
-        type(u"555"_s);
+        type(name + u'\r');
+        typeInto(get(u"txttel"_s), u"555"_s);
         alt(Qt::Key_S);
     };
     ask.Espera(s(2257) + u" 555"_s, false);
@@ -295,11 +287,11 @@ TEST_F(Propietarios, OwnersAreFoundByNameIdAndTelephone)
         EXPECT_EQ(text(u"txtayn"_s), owner);
     }
     // On the way the beginning is found; where nothing is, the row stays.
-    const std::pair<QString, QString> notFound[] = {{u"Wh*"_s, u"What?"_s},
-                                                    {u"?lvar"_s, u"What?"_s},
-                                                    {u"99"_s, u"What?"_s},
-                                                    {u"123456"_s, u"Zabala"_s},
-                                                    {u"99999999999"_s, u"Zabala"_s}};
+    const std::pair<QString, QString> notFound[] = {
+        {u"Wh*"_s, u"What?"_s},     {u"?lvar"_s, u"What?"_s},
+        {u"99"_s, u"What?"_s},      {u"00007"_s, u"What?"_s}, // a telephone
+
+        {u"123456"_s, u"Zabala"_s}, {u"99999999999"_s, u"Zabala"_s}};
     for (const auto &[typed, owner] : notFound) {
         search(typed);
         EXPECT_EQ(hint(), (s(2245) + typed).trimmed());
@@ -360,9 +352,8 @@ TEST_F(Propietarios, PatientsAreFoundHereAndAmongAllClients)
     show();
     auto *box = get<QLineEdit>(u"txtmascotab"_s);
     const auto look = [&](const QString &what) {
-        box->setFocus();
         box->clear();
-        keys(box, what);
+        typeInto(box, what);
     };
     look(u"lu"_s);
     EXPECT_EQ(s.IdGlobal.idm, luna);
@@ -415,7 +406,7 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
     form->close();
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(text(u"txtnom"_s), u"Luna"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select nom from mascotas"), u"Luna\n"_s);
+    EXPECT_EQ(rows("select nom from mascotas"), u"Luna\n"_s);
     click(u"cmdvolver"_s);
     EXPECT_FALSE(form->isVisible());
 }
@@ -511,7 +502,7 @@ TEST_F(Propietarios, ADraftOutlivesTheProgram)
     };
     show();
     alt(Qt::Key_N);
-    type(u"Half a name"_s, true);
+    type(u"Half a name\r"_s);
     type(u"Mitre 1"_s);
     crash();
 
@@ -531,7 +522,7 @@ TEST_F(Propietarios, ADraftOutlivesTheProgram)
     show();
     EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
     alt(Qt::Key_S);
-    EXPECT_EQ(Filas(*s.clientes, "select idm, nom, ser from mascotas"), u"%1|Lola|1\n"_s.arg(luna));
+    EXPECT_EQ(rows("select idm, nom, ser from mascotas"), u"%1|Lola|1\n"_s.arg(luna));
 
     alt(Qt::Key_D);
     type(u"Lulu"_s);
@@ -555,69 +546,59 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     s.clientes->Execute("update clientes set faltamail = -1");
     show();
     alt(Qt::Key_I); // edit
-    get<QComboBox>(u"cmbloc"_s)->setFocus();
-    type(u"ce"_s);
-    const auto place = [this] {
+    get(u"cmbloc"_s)->setFocus();
+    const auto after = [this](const QString &typed) {
+        type(typed);
         return get<QComboBox>(u"cmbloc"_s)->currentText() + u'|'
                + get<QComboBox>(u"cmbdep"_s)->currentText() + u'|' + text(u"txtcodp"_s) + u'|'
                + text(u"txtcodt"_s);
     };
-    EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
-    type(u"x"_s);
-    EXPECT_EQ(place(), u"Cex|||"_s) << "what came with the other place";
+    const QString whole = u"Centro|Canelones|91|433"_s;
+    EXPECT_EQ(after(u"ce"_s), whole);
+    EXPECT_EQ(after(u"x"_s), u"Cex|||"_s) << "what came with the other place";
     EXPECT_EQ(hint(), s(2254));
-    key(Qt::Key_Backspace);
-    type(u"n"_s);
-    EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
+    EXPECT_EQ(after(u"\bn"_s), whole);
     key(Qt::Key_A, Qt::ControlModifier);
     key(Qt::Key_Delete);
-    EXPECT_EQ(place(), u"|||"_s);
+    EXPECT_EQ(after({}), u"|||"_s);
     type(u"ce"_s);
     get<QComboBox>(u"cmbdep"_s)->setEditText(u"Colonia"_s);
-    type(u"x"_s);
-    EXPECT_EQ(place(), u"Cex|Colonia||433"_s) << "what was typed over stays";
+    EXPECT_EQ(after(u"x"_s), u"Cex|Colonia||433"_s) << "what was typed over stays";
     get<QComboBox>(u"cmbdep"_s)->clearEditText();
-    key(Qt::Key_Backspace);
-    type(u"ntro"_s, true);
+    EXPECT_EQ(after(u"\bntro\r"_s), whole);
     EXPECT_EQ(focus(), u"txtcodp"_s) << "a known place passes its region by";
-    EXPECT_EQ(place(), u"Centro|Canelones|91|433"_s);
 
     auto *mail = get<QLineEdit>(u"txtemail"_s);
-    mail->setFocus();
-    type(u"ana@k"_s);
+    typeInto(mail, u"ana@k"_s);
     EXPECT_EQ(mail->text(), u"ana@kelvara.example"_s);
     type(u"i"_s);
     EXPECT_EQ(mail->text(), u"ana@kite.example"_s);
-    key(Qt::Key_Backspace);
+    type(u"\b"_s);
     EXPECT_EQ(mail->text(), u"ana@ki"_s);
     key(Qt::Key_Down);
     key(Qt::Key_Down);
     EXPECT_EQ(mail->text(), u"ana@kite.example"_s);
     EXPECT_EQ(clients()->Modelo()->Fila(0).realce, Realce::Aviso);
     key(Qt::Key_Return);
-    EXPECT_EQ(Filas(*s.clientes, "select faltamail from clientes"), u"0\n"_s);
+    EXPECT_EQ(rows("select faltamail from clientes"), u"0\n"_s);
     EXPECT_EQ(clients()->Modelo()->Fila(0).realce, Realce::Ninguno);
     alt(Qt::Key_S);
-    EXPECT_EQ(Filas(*s.clientes, "select loc, dep, email from clientes"),
-              u"5|1|ana@kite.example\n"_s);
+    EXPECT_EQ(rows("select loc, dep, email from clientes"), u"5|1|ana@kite.example\n"_s);
 
     patient(abad, u"Luna"_s);
     comeBack();
     alt(Qt::Key_D);
-    get<QComboBox>(u"cmbraza"_s)->setFocus();
-    type(u"b"_s);
+    typeInto(get(u"cmbraza"_s), u"b"_s);
     auto *species = get<QComboBox>(u"cmbespecie"_s);
     EXPECT_EQ(species->currentText(), u"Canino"_s);
     type(u"x"_s);
     EXPECT_EQ(species->currentText(), QString());
-    key(Qt::Key_Backspace);
-    type(u"o"_s);
+    type(u"\bo"_s);
     EXPECT_EQ(species->currentText(), u"Canino"_s);
-    species->setFocus();
-    type(u"Fel"_s); // of the breed, for all its patients
-    EXPECT_EQ(Filas(*s.clientes, "select esp from mlrazas where id = 7"), u"2\n"_s);
+    typeInto(species, u"Fel"_s); // of the breed, for all its patients
+    EXPECT_EQ(rows("select esp from mlrazas where id = 7"), u"2\n"_s);
     alt(Qt::Key_S);
-    EXPECT_EQ(Filas(*s.clientes, "select raz, esp from mascotas"), u"7|2\n"_s);
+    EXPECT_EQ(rows("select raz, esp from mascotas"), u"7|2\n"_s);
 }
 
 TEST_F(Propietarios, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)

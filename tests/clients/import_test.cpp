@@ -18,19 +18,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-
-QString Datos_(const QList<Dato> &datos)
-{
-    QStringList n;
-    for (const Dato d : datos)
-        n << NombreDeDato(d);
-    return n.join(u' ');
-}
-
-} // namespace
-
 class Importacion : public Clinica
 {
 protected:
@@ -42,18 +29,33 @@ protected:
         f.write(bytes);
         return nombre;
     }
-
     // Records of a file, a line each behind the number of the line that it begins on.
     QString Leido(const QByteArray &bytes)
     {
         ArchivoDelimitado a(Archivo(bytes));
         QString t;
-        QStringList campos;
-        while (a.Leer(campos))
+        for (QStringList campos; a.Leer(campos);)
             t += QString::number(a.Linea()) + u':' + campos.join(u'|') + u'\n';
-        return t.replace(u'\r', u'@');
+        return t;
     }
-
+    static QString Nombres(const QList<Dato> &datos)
+    {
+        QStringList n;
+        for (const Dato d : datos)
+            n << NombreDeDato(d);
+        return n.join(u' ');
+    }
+    static QByteArray MuchasFilas(int n)
+    {
+        QByteArray filas = "cliente,mascota\n";
+        for (int i = 0; i < n; ++i)
+            filas += "Cliente " + QByteArray::number(i) + " x,Rex\n";
+        return filas;
+    }
+    int Cuenta(const char *tabla)
+    {
+        return s.clientes->Leer("select count(*) from " + std::string(tabla)).toInt();
+    }
     OpcionesDeImportacion Opciones_(const QByteArray &bytes, const QString &columnas = {})
     {
         OpcionesDeImportacion o;
@@ -64,7 +66,6 @@ protected:
         EXPECT_EQ(AplicarColumnas(s, columnas, v.titulos, o.columnas), QString());
         return o;
     }
-
     // What happened to each line, and the counts: clients and patients, new and there, refused.
     static std::string Texto(const InformeDeImportacion &i)
     {
@@ -77,19 +78,15 @@ protected:
             t += QString::number(l.linea) + u"NERX"_s[int(l.suerte)] + u' ' + l.texto + u'\n';
         return t.replace(u" \n"_s, u"\n"_s).toStdString();
     }
-
     QString Todo()
     {
-        return Filas(*s.clientes, "select * from clientes order by idc")
-               + Filas(*s.clientes, "select * from mascotas order by idm")
-               + Filas(*s.clientes, "select * from mlrazas order by id")
-               + Filas(*s.clientes, "select * from mlespecies order by id")
-               + Filas(*s.clientes, "select * from cllocalidad order by id")
-               + Filas(*s.morvane, "select idc from perfiles order by idc")
+        QString t;
+        for (const char *tabla : {"clientes", "mascotas", "mlrazas", "mlespecies", "cllocalidad"})
+            t += Filas(*s.clientes, "select * from " + std::string(tabla) + " order by 1");
+        return t + Filas(*s.morvane, "select idc from perfiles order by idc")
                + Filas(*s.morvane, "select contadorclientes, contadormascotas, contadorraza,"
                                    " contadorespecie, contadorpelaje from configuracion");
     }
-
     // Imports, and once more: the second time everything is there and nothing changes.
     InformeDeImportacion DosVeces(const OpcionesDeImportacion &o)
     {
@@ -148,13 +145,13 @@ TEST_F(Importacion, WhatIsNoTableIsRefusedWithItsReason)
     const InformeDeImportacion i = Importar(s, o);
     EXPECT_EQ(i.falta, InformeDeImportacion::Falta::Archivo);
     EXPECT_EQ(i.falla, s(9776).arg(101));
-    EXPECT_EQ(s.clientes->Leer("select count(*) from clientes").toInt(), 0);
+    EXPECT_EQ(Cuenta("clientes"), 0);
 }
 
 TEST_F(Importacion, TitlesAreRecognisedInThreeLanguages)
 {
     const auto datos = [](const QString &titulos) {
-        return Datos_(ReconocerTitulos(titulos.split(u',')));
+        return Nombres(ReconocerTitulos(titulos.split(u',')));
     };
     EXPECT_EQ(datos(u"License Issue Date,License Number,Animal's Name,Species,Primary Breed,"
                     "Secondary Breed,ZIP Code"_s),
@@ -174,9 +171,9 @@ TEST_F(Importacion, TitlesAreRecognisedInThreeLanguages)
     QList<Dato> columnas = ReconocerTitulos(titulos);
     EXPECT_EQ(AplicarColumnas(s, u"1=mascota,zip=nada,Raza=Pelaje"_s, titulos, columnas),
               QString());
-    EXPECT_EQ(Datos_(columnas), u"mascota nada pelaje"_s);
+    EXPECT_EQ(Nombres(columnas), u"mascota nada pelaje"_s);
     EXPECT_EQ(AplicarColumnas(s, u"2=mascota"_s, titulos, columnas), QString());
-    EXPECT_EQ(Datos_(columnas), u"nada mascota pelaje"_s); // no datum twice
+    EXPECT_EQ(Nombres(columnas), u"nada mascota pelaje"_s); // no datum twice
     EXPECT_EQ(AplicarColumnas(s, u"Zap=raza"_s, titulos, columnas), s(9781).arg(u"Zap"_s));
     EXPECT_EQ(AplicarColumnas(s, u"4=raza"_s, titulos, columnas), s(9781).arg(u"4"_s));
     EXPECT_TRUE(AplicarColumnas(s, u"1=cola"_s, titulos, columnas).contains(u"\"cola\""));
@@ -223,9 +220,9 @@ TEST_F(Importacion, WordsOfSexSpeciesAndWeightAreUnderstood)
     EXPECT_EQ(LeerSiNo(u"Sí"_s), true);
     EXPECT_EQ(LeerSiNo(QString()), false);
     EXPECT_EQ(LeerSiNo(u"quizás"_s), std::nullopt);
-    EXPECT_EQ(EspecieConocida(u"Perro"_s) * 100 + EspecieConocida(u"CAT"_s) * 10
-                  + EspecieConocida(u"égua"_s),
-              123);
+    EXPECT_EQ(EspecieConocida(u"Perro"_s), 1);
+    EXPECT_EQ(EspecieConocida(u"CAT"_s), 2);
+    EXPECT_EQ(EspecieConocida(u"égua"_s), 3);
     EXPECT_EQ(LeerPeso(u"12,5 kg"_s), 12.5);
     EXPECT_EQ(LeerPeso(u"gordo"_s), std::nullopt);
     const std::initializer_list<std::pair<QString, QString>> unidades = {
@@ -408,8 +405,7 @@ TEST_F(Importacion, TheOrderOfDaysIsFoundOrAskedFor)
         auto o = Opciones_("cliente,mascota,nacimiento\n"_ba + filas);
         o.orden = orden;
         s.clientes->Execute("delete * from mascotas");
-        const InformeDeImportacion i = Importar(s, o);
-        return i.falta == InformeDeImportacion::Falta::Orden
+        return Importar(s, o).falta == InformeDeImportacion::Falta::Orden
                    ? u"?"_s
                    : Filas(*s.clientes, "select fecn from mascotas order by idm");
     };
@@ -445,16 +441,13 @@ TEST_F(Importacion, NothingIsWrittenBeyondTheLastIdentifier)
 
 TEST_F(Importacion, WhatWasWrittenBeforeAStopStaysAndIsTold)
 {
-    QByteArray filas = "cliente,mascota,especie\n";
-    for (int i = 0; i < 1300; ++i)
-        filas += "Cliente " + QByteArray::number(i) + " x,Rex,Dog\n";
-    const auto o = Opciones_(filas);
+    const auto o = Opciones_(MuchasFilas(1300));
     int veces = 0;
     s.avance.barra = [&](int hecho, int total) { veces += hecho <= total; };
     const InformeDeImportacion cortada = Importar(s, o, [&] { return veces < 3; });
     EXPECT_TRUE(cortada.interrumpido && cortada.escrito);
-    EXPECT_EQ(cortada.mascotasNuevas, s.clientes->Leer("select count(*) from mascotas").toInt());
-    EXPECT_EQ(cortada.clientesNuevos, s.clientes->Leer("select count(*) from clientes").toInt());
+    EXPECT_EQ(cortada.mascotasNuevas, Cuenta("mascotas"));
+    EXPECT_EQ(cortada.clientesNuevos, Cuenta("clientes"));
     EXPECT_EQ(int(cortada.lineas.size()), cortada.clientesNuevos);
     EXPECT_EQ(cortada.clientesNuevos, 500);
 
@@ -463,7 +456,7 @@ TEST_F(Importacion, WhatWasWrittenBeforeAStopStaysAndIsTold)
     const InformeDeImportacion rota = Importar(s, o);
     EXPECT_TRUE(rota.interrumpido && !rota.falla.isEmpty());
     EXPECT_EQ(rota.clientesNuevos, 500);
-    EXPECT_EQ(s.clientes->Leer("select count(*) from clientes").toInt(), 1000);
+    EXPECT_EQ(Cuenta("clientes"), 1000);
     EXPECT_EQ(s.clientes->Leer("select max(idm) from mascotas where idm <> 1100").toInt(), 1000);
     EXPECT_EQ(s.morvane->Leer("select contadormascotas from configuracion").toInt(), 1000);
 
@@ -493,7 +486,22 @@ protected:
     QPushButton *Boton(const QString &nombre) { return Control<QPushButton>(nombre); }
     QComboBox *Columna(int n) { return Control<QComboBox>(u"cmbColumna%1"_s.arg(n)); }
     void Abrir(const QByteArray &bytes) { form->opened({{u"archivo"_s, Archivo(bytes)}}); }
-    QString Resumen() { return Control<QLabel>(u"lblResumen"_s)->text(); }
+    QString Aviso() { return Control<QLabel>(u"Ayu"_s)->text(); }
+    static void Elegir(QComboBox *lista, int lugar)
+    {
+        lista->setCurrentIndex(lugar);
+        Q_EMIT lista->activated(lugar);
+    }
+    bool Soltar(const QString &ruta)
+    {
+        QMimeData datos;
+        datos.setUrls({QUrl::fromLocalFile(ruta)});
+        QDragEnterEvent llega({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&*form, &llega);
+        QDropEvent suelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&*form, &suelta);
+        return llega.isAccepted();
+    }
 
     std::optional<frmImportar> form;
 };
@@ -505,36 +513,32 @@ TEST_F(FormularioDeImportacion, TriesAndThenWritesAndShowsWhatBecameOfEachLine)
     EXPECT_EQ(Columna(1)->currentIndex(), int(Dato::Cliente));
     EXPECT_EQ(Columna(4)->currentIndex(), int(Dato::Nada));
     EXPECT_FALSE(Boton(u"cmdImportar"_s)->isEnabled());
-    Columna(4)->setCurrentIndex(int(Dato::Especie));
-    Q_EMIT Columna(4)->activated(int(Dato::Especie));
+    Elegir(Columna(4), int(Dato::Especie));
 
     EXPECT_EQ(form->focusWidget(), Boton(u"cmdProbar"_s));
     QTest::keyClick(form->focusWidget(), Qt::Key_Return);
-    EXPECT_TRUE(Resumen().contains(s(9767).arg(u"1"_s, u"0"_s))) << Resumen().toStdString();
-    EXPECT_EQ(s.clientes->Leer("select count(*) from mascotas").toInt(), 0);
+    EXPECT_TRUE(Control<QLabel>(u"lblResumen"_s)->text().contains(s(9767).arg(u"1"_s, u"0"_s)));
+    EXPECT_EQ(Cuenta("mascotas"), 0);
     auto *grilla = Control<Grilla>(u"grdInforme"_s);
     ASSERT_EQ(grilla->Modelo()->Filas(), 2);
     EXPECT_EQ(grilla->Modelo()->TextoDeCelda(1, 4), s(9783));
     auto *mostrar = Control<QComboBox>(u"cmbMostrar"_s);
     for (const auto &[lugar, filas] : {std::pair(1, 1), {2, 0}, {3, 1}, {5, 1}, {0, 2}}) {
-        mostrar->setCurrentIndex(lugar);
-        Q_EMIT mostrar->activated(lugar);
+        Elegir(mostrar, lugar);
         EXPECT_EQ(grilla->Modelo()->Filas(), filas) << lugar;
     }
 
     // What is changed must be tried again before it is written; one datum stands in one column.
-    Columna(2)->setCurrentIndex(int(Dato::Especie));
-    Q_EMIT Columna(2)->activated(int(Dato::Especie));
+    Elegir(Columna(2), int(Dato::Especie));
     EXPECT_EQ(Columna(4)->currentIndex(), 0);
     EXPECT_FALSE(Boton(u"cmdImportar"_s)->isEnabled());
     EXPECT_EQ(grilla->Modelo()->Filas(), 0);
-    Columna(4)->setCurrentIndex(int(Dato::Especie));
-    Q_EMIT Columna(4)->activated(int(Dato::Especie));
+    Elegir(Columna(4), int(Dato::Especie));
 
     Boton(u"cmdProbar"_s)->click();
     EXPECT_EQ(form->focusWidget(), Boton(u"cmdImportar"_s));
     QTest::keyClick(form->focusWidget(), Qt::Key_Return);
-    EXPECT_TRUE(Control<QLabel>(u"Ayu"_s)->text().contains(s(9771)));
+    EXPECT_TRUE(Aviso().contains(s(9771)));
     EXPECT_FALSE(Boton(u"cmdImportar"_s)->isEnabled());
     EXPECT_EQ(Filas(*s.clientes, "select nom, esp from mascotas"), u"Rex|1\n"_s);
 }
@@ -557,35 +561,23 @@ TEST_F(FormularioDeImportacion, AsksForWhatTheFileDoesNotTell)
 
     // A file that is none leaves nothing of the former one behind.
     Abrir("PK\x03\x04\0\0"_ba.append('\0'));
-    EXPECT_TRUE(Control<QLabel>(u"Ayu"_s)->text().contains(s(9775)));
+    EXPECT_TRUE(Aviso().contains(s(9775)));
     EXPECT_FALSE(Boton(u"cmdProbar"_s)->isEnabled());
 }
 
 TEST_F(FormularioDeImportacion, TakesADroppedFileAndStopsWhenAskedTo)
 {
-    QByteArray filas = "cliente,mascota\n";
-    for (int i = 0; i < 3000; ++i)
-        filas += "Cliente " + QByteArray::number(i) + " x,Rex\n";
-    QMimeData datos;
-    datos.setUrls({QUrl::fromLocalFile(Archivo(filas))});
-    QDragEnterEvent llega({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&*form, &llega);
-    ASSERT_TRUE(llega.isAccepted());
-    QDropEvent suelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&*form, &suelta);
+    ASSERT_TRUE(Soltar(Archivo(MuchasFilas(3000))));
     ASSERT_EQ(Columna(2)->currentIndex(), int(Dato::Mascota));
 
     Boton(u"cmdProbar"_s)->click();
     // A file that is none, and ESC before anything is written, leave what was told.
-    datos.setUrls({QUrl::fromLocalFile(carpeta.path())});
-    QCoreApplication::sendEvent(&*form, &llega);
-    QDropEvent carpetaSuelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&*form, &carpetaSuelta);
-    EXPECT_TRUE(Control<QLabel>(u"Ayu"_s)->text().contains(s(9774).arg(QString())));
+    Soltar(carpeta.path());
+    EXPECT_TRUE(Aviso().contains(s(9774).arg(QString())));
     QTimer::singleShot(0, &*form, [this] { QTest::keyClick(&*form, Qt::Key_Escape); });
     Boton(u"cmdImportar"_s)->click();
-    EXPECT_EQ(Control<QLabel>(u"Ayu"_s)->text(), s(9871));
-    EXPECT_EQ(s.clientes->Leer("select count(*) from mascotas").toInt(), 0);
+    EXPECT_EQ(Aviso(), s(9871));
+    EXPECT_EQ(Cuenta("mascotas"), 0);
     EXPECT_EQ(Control<Grilla>(u"grdInforme"_s)->Modelo()->Filas(), 3000);
     EXPECT_EQ(Columna(2)->currentIndex(), int(Dato::Mascota));
     // ESC stops the work as soon as some of it is written, and does not close the form.
@@ -599,10 +591,9 @@ TEST_F(FormularioDeImportacion, TakesADroppedFileAndStopsWhenAskedTo)
     Boton(u"cmdImportar"_s)->click();
     mira.stop();
     EXPECT_TRUE(form->isVisible());
-    const int escritas = s.clientes->Leer("select count(*) from mascotas").toInt();
+    const int escritas = Cuenta("mascotas");
     EXPECT_TRUE(escritas >= 1000 && escritas < 3000) << escritas;
-    EXPECT_TRUE(
-        Control<QLabel>(u"Ayu"_s)->text().contains(s(9772).arg(QLocale().toString(escritas + 1))));
+    EXPECT_TRUE(Aviso().contains(s(9772).arg(QLocale().toString(escritas + 1))));
     QTest::keyClick(&*form, Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
 }

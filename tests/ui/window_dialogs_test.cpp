@@ -37,8 +37,17 @@ void key(QWidget &box, Qt::Key k)
     QTest::keyClick(box.focusWidget() ? box.focusWidget() : &box, k);
 }
 
+void whenOpenPress(const QList<Qt::Key> &keys)
+{
+    whenOpen([keys](QWidget &box) {
+        for (const Qt::Key k : keys)
+            key(box, k);
+    });
+}
+
 const QList<Opcion> three{
     {u"Luna\tCanino"_s, 7, false}, {u"Milo\tFelino"_s, 8, false}, {u"Rex\tCanino"_s, 9, false}};
+const QStringList titles{u"Name"_s, u"Species"_s};
 
 QList<int> values(const std::optional<QList<Opcion>> &chosen)
 {
@@ -61,7 +70,7 @@ TEST_F(Boxes, AQuestionIsAnsweredByEnterEscapeOrTheFirstLetter)
     const std::initializer_list<std::pair<Qt::Key, bool>> cases = {
         {Qt::Key_Return, true}, {Qt::Key_Escape, false}, {Qt::Key_Y, true}, {Qt::Key_N, false}};
     for (const auto &[k, yes] : cases) {
-        whenOpen([k = k](QWidget &box) { key(box, k); });
+        whenOpenPress({k});
         EXPECT_EQ(dialogs.Pregunta(u"Delete?"_s), yes) << k;
     }
     EXPECT_FALSE(DialogosDeVentana::HayUnaAbierta());
@@ -95,7 +104,7 @@ TEST_F(Boxes, ATextIsGivenOrWithheld)
         key(box, Qt::Key_Return);
     });
     EXPECT_EQ(dialogs.PedirTexto(u"t"_s, u"Name"_s, u"old"_s), u"Ana"_s);
-    whenOpen([](QWidget &box) { key(box, Qt::Key_Escape); });
+    whenOpenPress({Qt::Key_Escape});
     EXPECT_EQ(dialogs.PedirTexto(u"t"_s, u"Name"_s, u"old"_s), std::nullopt);
 }
 
@@ -112,18 +121,13 @@ TEST_F(Boxes, APasswordIsTakenWithoutShowingIt)
 
 TEST_F(Boxes, OneOptionIsPickedWithTheArrows)
 {
-    whenOpen([](QWidget &box) {
-        key(box, Qt::Key_Down);
-        key(box, Qt::Key_Return);
-    });
-    EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, {u"Name"_s, u"Species"_s}, three)),
-              QList<int>{8});
+    whenOpenPress({Qt::Key_Down, Qt::Key_Return});
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, titles, three)), QList<int>{8});
 
     QList<Opcion> marked = three;
     marked[2].marcada = true;
-    whenOpen([](QWidget &box) { key(box, Qt::Key_Return); });
-    EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, {u"Name"_s, u"Species"_s}, marked)),
-              QList<int>{9})
+    whenOpenPress({Qt::Key_Return});
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, titles, marked)), QList<int>{9})
         << "the list opens on the option that is marked";
 }
 
@@ -131,17 +135,10 @@ TEST_F(Boxes, SeveralOptionsAreMarkedWithTheSpaceBar)
 {
     QList<Opcion> marked = three;
     marked[2].marcada = true;
-    whenOpen([](QWidget &box) {
-        key(box, Qt::Key_Space);
-        key(box, Qt::Key_Down);
-        key(box, Qt::Key_Down);
-        key(box, Qt::Key_Space);
-        key(box, Qt::Key_Return);
-    });
-    EXPECT_EQ(values(dialogs.Seleccionar(u"Patients"_s, {u"Name"_s, u"Species"_s}, marked, true)),
-              QList<int>{7});
-    whenOpen([](QWidget &box) { key(box, Qt::Key_Escape); });
-    EXPECT_FALSE(dialogs.Seleccionar(u"Patients"_s, {u"Name"_s}, marked, true).has_value());
+    whenOpenPress({Qt::Key_Space, Qt::Key_Down, Qt::Key_Down, Qt::Key_Space, Qt::Key_Return});
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Patients"_s, titles, marked, true)), QList<int>{7});
+    whenOpenPress({Qt::Key_Escape});
+    EXPECT_FALSE(dialogs.Seleccionar(u"Patients"_s, titles, marked, true).has_value());
 }
 
 TEST_F(Boxes, ALongListIsNarrowedByTyping)
@@ -154,8 +151,7 @@ TEST_F(Boxes, ALongListIsNarrowedByTyping)
         EXPECT_EQ(box.findChild<QTableView *>(u"Grilla"_s)->model()->rowCount(), 1);
         key(box, Qt::Key_Return);
     });
-    EXPECT_EQ(values(dialogs.Seleccionar(u"Owner"_s, {u"Name"_s, u"Patient"_s}, many)),
-              QList<int>{42});
+    EXPECT_EQ(values(dialogs.Seleccionar(u"Owner"_s, titles, many)), QList<int>{42});
 }
 
 TEST_F(Boxes, AnEmptyListCanOnlyBeLeft)
@@ -165,5 +161,5 @@ TEST_F(Boxes, AnEmptyListCanOnlyBeLeft)
         EXPECT_TRUE(box.isVisible());
         key(box, Qt::Key_Escape);
     });
-    EXPECT_FALSE(dialogs.Seleccionar(u"Owner"_s, {u"Name"_s}, {}).has_value());
+    EXPECT_FALSE(dialogs.Seleccionar(u"Owner"_s, titles, {}).has_value());
 }

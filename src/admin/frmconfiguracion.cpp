@@ -114,7 +114,7 @@ QStringList frmConfiguracion::Paginas()
 
 void frmConfiguracion::build()
 {
-    lstPaginas = named(new QListWidget, u"lstPaginas"_s, Parte::SinLetra(m_s(TituloDeLista)));
+    lstPaginas = named(new QListWidget, u"lstPaginas"_s, m_s(TituloDeLista));
     lstPaginas->setIconSize(QSize(iconSize, iconSize));
     lstPaginas->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     stkPaginas = new QStackedWidget;

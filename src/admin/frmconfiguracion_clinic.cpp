@@ -125,8 +125,7 @@ void addLetterhead(const ContextoDePagina &c, QVBoxLayout *column)
     showPreview(c, preview);
 
     QPushButton *choose = Parte::Boton(c.s(ElegirImagen), u"cmdObtenerEncabezado"_s);
-    auto *print = named(new QCheckBox(c.s(ImprimirMembrete)), u"chkenc"_s,
-                        Parte::SinLetra(c.s(ImprimirMembrete)));
+    auto *print = named(new QCheckBox(c.s(ImprimirMembrete)), u"chkenc"_s, c.s(ImprimirMembrete));
     Atar::Casilla(c.s, c.guarded, print, "encabezado");
     rows->addRow(preview);
     rows->addRow(choose);

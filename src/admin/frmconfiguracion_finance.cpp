@@ -85,7 +85,7 @@ void addChecks(const ContextoDePagina &c, QFormLayout *rows)
 {
     for (const Ajuste &setting : checks) {
         auto *box = named(new QCheckBox(c.s(setting.titulo)), QString::fromLatin1(setting.columna),
-                          Parte::SinLetra(c.s(setting.titulo)));
+                          c.s(setting.titulo));
         Atar::Casilla(c.s, c.guarded, box, setting.columna);
         rows->addRow(box);
     }

@@ -114,7 +114,7 @@ private:
     void chooseOther()
     {
         const QColor chosen =
-            QColorDialog::getColor(shown(stored()), m_c.form, Parte::SinLetra(m_c.s(OtroColor)));
+            QColorDialog::getColor(shown(stored()), m_c.form, spoken(m_c.s(OtroColor)));
         if (chosen.isValid())
             choose(Parte::AjusteDeColor(chosen));
     }

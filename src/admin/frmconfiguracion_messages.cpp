@@ -59,7 +59,7 @@ private:
     void build()
     {
         const Sesion &s = m_c.s;
-        cmbAMensaje = named(new ListaCalma, u"cmbAMensaje"_s, Parte::SinLetra(s(Mensaje)));
+        cmbAMensaje = named(new ListaCalma, u"cmbAMensaje"_s, s(Mensaje));
         cmbAMensaje->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         cmbAMensaje->setMinimumContentsLength(40);
         for (const Plantilla &p : Plantillas())
@@ -67,7 +67,7 @@ private:
         m_help = Parte::Nota({});
         m_help->setMinimumHeight(2 * m_help->fontMetrics().lineSpacing());
         m_help->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-        RTxtMen = named(new QPlainTextEdit, u"RTxtMen"_s, Parte::SinLetra(s(TextoDelMensaje)));
+        RTxtMen = named(new QPlainTextEdit, u"RTxtMen"_s, s(TextoDelMensaje));
         RTxtMen->setTabChangesFocus(true);
         RTxtMen->setMinimumHeight(textHeight);
         RTxtMen->setToolTip(s(AyudaDeTags));
@@ -161,7 +161,7 @@ private:
     void pickClient()
     {
         Sesion &s = m_c.s;
-        const auto name = s.dialogos.PedirTexto(Parte::SinLetra(s(OtroCliente)), s(PidaCliente));
+        const auto name = s.dialogos.PedirTexto(spoken(s(OtroCliente)), s(PidaCliente));
         if (!name)
             return;
         QList<Opcion> found;

@@ -52,7 +52,7 @@ QWidget *PaginaDeRed(const ContextoDePagina &c)
 
     QFormLayout *news = Parte::Seccion(column, c.s(Novedades));
     auto *receive = named(new QCheckBox(c.s(RecibirNovedades)), u"RecibirNotificaciones"_s,
-                          Parte::SinLetra(c.s(RecibirNovedades)));
+                          c.s(RecibirNovedades));
     Atar::Casilla(c.s, c.guarded, receive, "RecibirNotificaciones");
     news->addRow(receive);
     return page;

@@ -45,8 +45,6 @@ QFormLayout *Seccion(QVBoxLayout *columna, const QString &titulo, const QString 
 void Fila(QFormLayout *seccion, const QString &titulo, QWidget *control);
 /// Soft text over as many lines as it needs.
 QLabel *Nota(const QString &texto);
-/// A caption without the & of its letter, as screen readers say it.
-QString SinLetra(QString titulo);
 /// A button as wide as its caption needs.
 QPushButton *Boton(const QString &titulo, const QString &nombre);
 /// A patch of a colour; the chosen one has a mark.

@@ -1,5 +1,6 @@
 #include "admin/frmconfiguracion_pages.h"
 
+#include "ui/form_base.h"
 #include "ui/theme.h"
 
 #include <QFormLayout>
@@ -68,7 +69,7 @@ void Parte::Fila(QFormLayout *seccion, const QString &titulo, QWidget *control)
     caption->setFixedWidth(captionWidth);
     caption->setWordWrap(true);
     caption->setBuddy(control);
-    control->setAccessibleName(SinLetra(titulo));
+    control->setAccessibleName(spoken(titulo));
     seccion->addRow(caption, control);
 }
 
@@ -85,7 +86,7 @@ QPushButton *Parte::Boton(const QString &titulo, const QString &nombre)
 {
     auto *button = new QPushButton(titulo);
     button->setObjectName(nombre);
-    button->setAccessibleName(SinLetra(titulo));
+    button->setAccessibleName(spoken(titulo));
     button->setAutoDefault(false);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     return button;
@@ -111,5 +112,3 @@ int Parte::AjusteDeColor(const QColor &color)
 {
     return color.red() | color.green() << 8 | color.blue() << 16;
 }
-
-QString Parte::SinLetra(QString titulo) { return titulo.remove(u'&'); }

@@ -6,7 +6,6 @@
 #include "ui/theme.h"
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -129,8 +128,7 @@ void frmBusqueda::build()
     grd = named(new Grilla(m_s, new ModeloDeGrilla(m_s, columnsOf(m_s, m_busqueda), this)),
                 u"grd"_s, windowTitle());
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
-    cmdContinuar =
-        named(new QPushButton(m_s(Continuar)), u"cmdContinuar"_s, m_s(Continuar).remove(u'&'));
+    cmdContinuar = named(new QPushButton(m_s(Continuar)), u"cmdContinuar"_s, m_s(Continuar));
     cmdContinuar->setDefault(true);
     cmdContinuar->setEnabled(false);
 
@@ -192,19 +190,12 @@ void frmBusqueda::opened(const QVariantMap &)
 bool frmBusqueda::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && (watched == txtTextoUno || watched == txtTextoDos)) {
-        switch (static_cast<QKeyEvent *>(event)->key()) {
-        case Qt::Key_Up:
-        case Qt::Key_Down:
-        case Qt::Key_PageUp:
-        case Qt::Key_PageDown:
-            QCoreApplication::sendEvent(grd, event);
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (grd->Recorrer(key))
             return true;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
             searchAll();
             return true;
-        default:
-            break;
         }
     }
     return FormBase::eventFilter(watched, event);

@@ -6,7 +6,6 @@
 #include "ui/help_line.h"
 #include "ui/theme.h"
 
-#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -89,19 +88,12 @@ void frmBusquedaRapida::opened(const QVariantMap &)
 bool frmBusquedaRapida::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && watched == txtBuscar) {
-        switch (static_cast<QKeyEvent *>(event)->key()) {
-        case Qt::Key_Up:
-        case Qt::Key_Down:
-        case Qt::Key_PageUp:
-        case Qt::Key_PageDown:
-            QCoreApplication::sendEvent(grd, event);
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (grd->Recorrer(key))
             return true;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
             take(grd->FilaActual());
             return true;
-        default:
-            break;
         }
     }
     return FormBase::eventFilter(watched, event);

@@ -51,8 +51,6 @@ constexpr int Examples = 3;
 constexpr int ShowAll = 0;
 constexpr int ShowWarnings = 5;
 
-QString plain(QString caption) { return caption.remove(u'&').remove(u'…'); }
-
 // One of the lists above the columns; arriving by key brings the column into view.
 class ListaDeDatos : public ListaCalma
 {
@@ -100,8 +98,8 @@ frmImportar::frmImportar(Sesion &s, QWidget *parent) : FormBase(s, u"frmImportar
 
 void frmImportar::build()
 {
-    cmdElegir = named(new QPushButton(m_s(Elegir)), u"cmdElegir"_s, plain(m_s(Elegir)));
-    lblArchivo = named(new QLabel, u"lblArchivo"_s, plain(m_s(Elegir)));
+    cmdElegir = named(new QPushButton(m_s(Elegir)), u"cmdElegir"_s, m_s(Elegir));
+    lblArchivo = named(new QLabel, u"lblArchivo"_s, m_s(Elegir));
     lblArchivo->setTextFormat(Qt::PlainText);
     auto *head = new QHBoxLayout;
     head->setSpacing(Espacio::M);
@@ -128,8 +126,8 @@ void frmImportar::build()
     keepsRoom.setRetainSizeWhenHidden(true);
     barAvance->setSizePolicy(keepsRoom);
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, QString());
-    cmdProbar = named(new QPushButton(m_s(Probar)), u"cmdProbar"_s, plain(m_s(Probar)));
-    cmdImportar = named(new QPushButton(m_s(Importar_)), u"cmdImportar"_s, plain(m_s(Importar_)));
+    cmdProbar = named(new QPushButton(m_s(Probar)), u"cmdProbar"_s, m_s(Probar));
+    cmdImportar = named(new QPushButton(m_s(Importar_)), u"cmdImportar"_s, m_s(Importar_));
     cmdVolver = named(new QPushButton, u"cmdVolver"_s, m_s(Volver));
     auto *foot = new QHBoxLayout;
     foot->setSpacing(Espacio::M);
@@ -170,12 +168,12 @@ QWidget *frmImportar::buildColumns()
     tblColumnas->verticalHeader()->hide();
     caption->setBuddy(tblColumnas);
 
-    cmbOrden = named(new ListaCalma, u"cmbOrden"_s, plain(m_s(Orden)));
+    cmbOrden = named(new ListaCalma, u"cmbOrden"_s, m_s(Orden));
     cmbOrden->addItems(m_s(Ordenes).split(u'|'));
     cmbOrden->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto *order = new QLabel(m_s(Orden));
     order->setBuddy(cmbOrden);
-    txtPropietario = named(new QLineEdit, u"txtPropietario"_s, plain(m_s(SinPropietario)));
+    txtPropietario = named(new QLineEdit, u"txtPropietario"_s, m_s(SinPropietario));
     txtPropietario->setMaxLength(m_s.clientes->Ancho("clientes", "ayn"));
     txtPropietario->setMinimumWidth(160);
     txtPropietario->setAcceptDrops(false); // a file that is dropped on it is meant for the form
@@ -206,7 +204,7 @@ QWidget *frmImportar::buildReport()
     lblResumen->setTextFormat(Qt::PlainText);
     lblResumen->setWordWrap(true);
     lblResumen->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    cmbMostrar = named(new ListaCalma, u"cmbMostrar"_s, plain(m_s(Mostrar)));
+    cmbMostrar = named(new ListaCalma, u"cmbMostrar"_s, m_s(Mostrar));
     cmbMostrar->addItem(m_s(Todas));
     cmbMostrar->addItems(m_s(Suertes).split(u'|'));
     auto *show = new QLabel(m_s(Mostrar));
@@ -262,7 +260,7 @@ void frmImportar::clear()
 void frmImportar::choose()
 {
     guarded([this] {
-        const auto file = m_s.dialogos.ElegirArchivo(plain(m_s(Elegir)),
+        const auto file = m_s.dialogos.ElegirArchivo(spoken(m_s(Elegir)),
                                                      u"CSV (*.csv *.tsv *.txt *.CSV *.TXT)"_s);
         if (file)
             load(*file);

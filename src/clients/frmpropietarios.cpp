@@ -394,25 +394,19 @@ void frmPropietarios::searchAllPatients()
 // @return whether the key was used up
 bool frmPropietarios::searchKey(QLineEdit *caja, QKeyEvent *tecla)
 {
-    switch (tecla->key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        QCoreApplication::sendEvent(caja == Txtapellidob ? GClientes : GMascotas, tecla);
-        if (caja == Txtapellidob)
+    const bool ofClients = caja == Txtapellidob;
+    if ((ofClients ? GClientes : GMascotas)->Recorrer(tecla)) {
+        if (ofClients)
             Ayu->Decir(m_s(AyudaDeMenu));
         return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (caja == Txtapellidob)
-            openMenu();
-        else
-            searchAllPatients();
-        return true;
-    default:
-        return false;
     }
+    if (tecla->key() != Qt::Key_Return && tecla->key() != Qt::Key_Enter)
+        return false;
+    if (ofClients)
+        openMenu();
+    else
+        searchAllPatients();
+    return true;
 }
 
 void frmPropietarios::openMenu()

@@ -183,9 +183,8 @@ void PonerTitulo(QPushButton *boton, const QString &titulo)
 {
     if (boton->text() == titulo)
         return;
-    QString plain = titulo;
     boton->setText(titulo);
-    boton->setAccessibleName(plain.remove(u'&'));
+    boton->setAccessibleName(spoken(titulo));
     boton->setShortcut({});
     auto *key = boton->findChild<QShortcut *>(titleKey);
     if (!key) {

@@ -44,8 +44,6 @@ enum Texto {
 constexpr QSize firstSize{1320, 720};
 constexpr QSize smallest{1020, 600};
 
-QString plain(QString caption) { return caption.remove(u'&'); }
-
 } // namespace
 
 void frmPropietarios::build()
@@ -59,7 +57,7 @@ void frmPropietarios::build()
     m_mascota = new PanelDePaciente(m_s, guard, Ayu);
     m_barra = new BarraDeAccesos(m_s, m_formularios, guard, m_abrir, Ayu);
     cmdvolver = button(u"cmdvolver"_s, Volver, u"volver"_s);
-    cmdvolver->setToolTip(plain(m_s(Volver)) + u" (Esc)"_s);
+    cmdvolver->setToolTip(spoken(m_s(Volver)) + u" (Esc)"_s);
     cmdvolver->setProperty("clase", u"barra"_s);
 
     auto *head = new QHBoxLayout;
@@ -111,10 +109,10 @@ void frmPropietarios::buildClients(QGridLayout *lugar)
                                      {m_s(Telefono), Clase::Texto, 140},
                                      {u"Idc"_s, Clase::Entero, 0, true}},
                                     this);
-    GClientes = named(new Grilla(m_s, m_clientes), u"GClientes"_s, plain(m_s(Clientes)));
+    GClientes = named(new Grilla(m_s, m_clientes), u"GClientes"_s, m_s(Clientes));
     GClientes->PonerVacio(m_s(SinClientes));
     Txtapellidob = named(new QLineEdit, u"Txtapellidob"_s, m_s(BusquedaDeClientes));
-    Txtapellidob->setAccessibleName(plain(m_s(Clientes)) + u": "_s + m_s(BuscarCliente));
+    Txtapellidob->setAccessibleName(spoken(m_s(Clientes)) + u": "_s + m_s(BuscarCliente));
     Txtapellidob->setPlaceholderText(m_s(BuscarCliente));
     cmdBuscarCliente = button(u"cmdBuscarCliente"_s, BusquedaDeClientes);
 
@@ -138,10 +136,10 @@ void frmPropietarios::buildPatients(QGridLayout *lugar)
                                      {m_s(Raza), Clase::Texto, 160},
                                      {u"Idm"_s, Clase::Entero, 0, true}},
                                     this);
-    GMascotas = named(new Grilla(m_s, m_mascotas), u"GMascotas"_s, plain(m_s(Pacientes)));
+    GMascotas = named(new Grilla(m_s, m_mascotas), u"GMascotas"_s, m_s(Pacientes));
     GMascotas->PonerVacio(m_s(SinCliente));
-    txtmascotab = named(new QLineEdit, u"txtmascotab"_s,
-                        plain(m_s(Pacientes)) + u": "_s + m_s(BuscarPaciente));
+    txtmascotab =
+        named(new QLineEdit, u"txtmascotab"_s, m_s(Pacientes) + u": "_s + m_s(BuscarPaciente));
     txtmascotab->setPlaceholderText(m_s(BuscarPaciente));
     cmdBuscarPaciente = button(u"cmdBuscarPaciente"_s, BusquedaDePacientes);
 

@@ -49,7 +49,6 @@ frmTel::~frmTel() { m_marcador.Terminar(); }
 
 void frmTel::build()
 {
-    const auto plain = [this](int text) { return m_s(text).remove(u'&'); };
     cmbNumero = named(new QComboBox, u"cmbNumero"_s, m_s(Numero));
     cmbPuerto = named(new QComboBox, u"cmbPuerto"_s, m_s(Puerto));
     for (QComboBox *list : {cmbNumero, cmbPuerto}) {
@@ -57,10 +56,10 @@ void frmTel::build()
         list->setInsertPolicy(QComboBox::NoInsert);
         list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
-    cmdLlamar = named(new QPushButton(m_s(Llamar)), u"cmdLlamar"_s, plain(Llamar));
-    cmdTerminar = named(new QPushButton(m_s(Terminar)), u"cmdTerminar"_s, plain(Terminar));
+    cmdLlamar = button(u"cmdLlamar"_s, Llamar);
+    cmdLlamar->setAutoDefault(true);
     cmdLlamar->setDefault(true);
-    cmdTerminar->setAutoDefault(false);
+    cmdTerminar = button(u"cmdTerminar"_s, Terminar);
     lblEstado = named(new LineaDeAyuda, u"lblEstado"_s, {});
 
     auto *boxes = new QFormLayout;

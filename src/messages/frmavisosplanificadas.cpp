@@ -114,7 +114,7 @@ void frmAvisosPlanificadas::build()
 
 QLayout *frmAvisosPlanificadas::buildNote()
 {
-    txtNota = named(new QPlainTextEdit, u"txtNota"_s, m_s(NotaDelAviso).remove(u'&'));
+    txtNota = named(new QPlainTextEdit, u"txtNota"_s, m_s(NotaDelAviso));
     txtNota->setTabChangesFocus(true);
     auto *title = new QLabel(m_s(NotaDelAviso));
     title->setBuddy(txtNota);
@@ -137,12 +137,6 @@ QLayout *frmAvisosPlanificadas::buildNote()
 
 QLayout *frmAvisosPlanificadas::buildButtons()
 {
-    const auto button = [this](const QString &name, int caption, const QString &picture) {
-        auto *made =
-            named(new QPushButton(Icono(picture), m_s(caption)), name, m_s(caption).remove(u'&'));
-        made->setAutoDefault(false);
-        return made;
-    };
     cmdChat = button(u"cmdChat"_s, Chat, u"109"_s);
     cmdFicha = button(u"cmdFicha"_s, Ficha, u"Propietarios"_s);
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});

@@ -119,7 +119,7 @@ void frmmensajeria::build()
 
 QLayout *frmmensajeria::buildText()
 {
-    txtmensaje = named(new QPlainTextEdit, u"txtmensaje"_s, m_s(TextoDelMensaje).remove(u'&'));
+    txtmensaje = named(new QPlainTextEdit, u"txtmensaje"_s, m_s(TextoDelMensaje));
     txtmensaje->setReadOnly(true);
     txtmensaje->setTabChangesFocus(true);
     auto *title = new QLabel(m_s(TextoDelMensaje));
@@ -135,17 +135,10 @@ QLayout *frmmensajeria::buildText()
 
 QLayout *frmmensajeria::buildButtons()
 {
-    const auto button = [this](const QString &name, int caption, const QString &picture) {
-        auto *made = named(new QPushButton(m_s(caption)), name, m_s(caption).remove(u'&'));
-        if (!picture.isEmpty())
-            made->setIcon(Icono(picture));
-        made->setAutoDefault(false);
-        return made;
-    };
     cmdImprimir = button(u"cmdImprimir"_s, Imprimir, u"imprimir"_s);
     cmdCopiar = button(u"cmdCopiar"_s, Copiar, u"copiar"_s);
     cmdChat = button(u"cmdChat"_s, Chat, u"109"_s);
-    cmdActualizar = button(u"cmdActualizar"_s, Actualizar, {});
+    cmdActualizar = button(u"cmdActualizar"_s, Actualizar);
     Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
 
     auto *foot = new QHBoxLayout;

@@ -113,8 +113,7 @@ GrupoDeOpciones::GrupoDeOpciones(const QString &titulo,
     auto *column = new QVBoxLayout(this);
     column->setSpacing(Espacio::XS);
     for (const auto &[number, caption] : opciones) {
-        auto *option =
-            named(new QRadioButton(caption), u"opt%1"_s.arg(number), QString(caption).remove(u'&'));
+        auto *option = named(new QRadioButton(caption), u"opt%1"_s.arg(number), caption);
         option->setProperty(valueOf, number);
         m_grupo->addButton(option);
         column->addWidget(option);

@@ -3,6 +3,7 @@
 #include "store/lookups.h"
 #include "store/opening.h"
 #include "store/settings_row.h"
+#include "ui/pictures.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -11,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QTextEdit>
@@ -64,6 +66,15 @@ void tellFailure(Sesion &s, int number, const QString &description, const QStrin
 
 } // namespace
 
+QString spoken(QString caption)
+{
+    caption.remove(u'&');
+    for (const QString &dots : {u"…"_s, u"..."_s})
+        if (caption.endsWith(dots))
+            caption.chop(dots.size());
+    return caption;
+}
+
 FormBase::FormBase(Sesion &s, const QString &name, QWidget *parent) : QDialog(parent), m_s(s)
 {
     setObjectName(name);
@@ -113,6 +124,19 @@ void FormBase::enterChain(const QList<QWidget *> &boxes)
             page->setTabChangesFocus(true);
         setTabOrder(box, boxes[i + 1]);
     }
+}
+
+QPushButton *FormBase::button(const QString &name, int caption, const QString &picture,
+                              const QString &key)
+{
+    const QString text = m_s(caption);
+    auto *made = named(new QPushButton(text), name, text);
+    made->setAutoDefault(false);
+    if (!picture.isEmpty())
+        made->setIcon(Icono(picture));
+    if (!key.isEmpty())
+        made->setToolTip(spoken(text) + u" ("_s + key + u')');
+    return made;
 }
 
 void FormBase::refuseApostrophe(const QList<QLineEdit *> &boxes)

@@ -11,13 +11,19 @@
 
 class QHeaderView;
 class QLineEdit;
+class QPushButton;
 
-/// Gives a control its given name and what a screen reader says for it. @return the control
+/// A caption as it is said, or shown where its letter cannot be pressed: without the letter's mark
+/// and the dots of what asks for more.
+QString spoken(QString caption);
+
+/// Gives a control its given name and what a screen reader says for it, which may be a caption.
+/// @return the control
 template <typename W>
 W *named(W *control, const QString &name, const QString &accessible)
 {
     control->setObjectName(name);
-    control->setAccessibleName(accessible);
+    control->setAccessibleName(spoken(accessible));
     return control;
 }
 
@@ -46,6 +52,12 @@ protected:
     /// ENTER moves from each of these to the next that can be used; boxes arrive selected. In a
     /// box of several lines ENTER is a new line, and CTRL+ENTER or TAB move on.
     void enterChain(const QList<QWidget *> &boxes);
+
+    /// A button under a text of the table, which ENTER clicks only while it has the focus.
+    /// @param picture its name, "" for none
+    /// @param key told in the tooltip
+    QPushButton *button(const QString &name, int caption, const QString &picture = {},
+                        const QString &key = {});
 
     /// Keeps the apostrophe out of these boxes: typed, it is refused with a message; pasted, it
     /// becomes a blank.

@@ -102,6 +102,9 @@ public:
     QList<int> FilasSeleccionadas() const;
     /// Selected rows with their titles, cells parted by tabs.
     QString ComoTexto() const;
+    /// Walks the rows by a key pressed in the box that filters them. @return whether it was one
+    /// that walks
+    bool Recorrer(QKeyEvent *tecla);
 
 Q_SIGNALS:
     /// The current row changed; -1 when there is none.

@@ -229,6 +229,20 @@ QString Grilla::ComoTexto() const
     return text;
 }
 
+bool Grilla::Recorrer(QKeyEvent *tecla)
+{
+    switch (tecla->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        keyPressEvent(tecla);
+        return true;
+    default:
+        return false;
+    }
+}
+
 QModelIndex Grilla::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     // Rows are what is chosen here, so HOME and END go to the first and the last of them.

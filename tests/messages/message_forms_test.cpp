@@ -184,12 +184,13 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
     QTest::keyClick(grid, Qt::Key_Tab);
     EXPECT_EQ(form.focusWidget(), note);
     QTest::keyClicks(note, u"it's no answer"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return notes() == u"11-1-1-3|it's no answer\n"_s; }, 3000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return notes() == u"11-1-3-20260309|it's no answer\n"_s; }, 3000));
     EXPECT_EQ(child<LineaDeAyuda>(form, u"Ayu")->text(), s(9964));
     QTest::keyClicks(note, u"!"_s);
     QTest::keyClick(grid, Qt::Key_Up);
     EXPECT_EQ(note->toPlainText(), QString());
-    EXPECT_EQ(notes(), u"11-1-1-3|it's no answer!\n"_s);
+    EXPECT_EQ(notes(), u"11-1-3-20260309|it's no answer!\n"_s);
     EXPECT_TRUE(rows(form).contains(u"|it's no answer!"_s));
 
     auto *tabs = child<QTabBar>(form, u"tabGrupo");
@@ -240,9 +241,9 @@ TEST_F(MessageForms, ANoteOfAnotherTerminalIsNotOverwrittenByLookingAtIt)
     frmAvisosPlanificadas form(s, forms, browser);
     show(form, {{u"grupo"_s, 18}});
     EXPECT_FALSE(child<QPushButton>(form, u"cmdFicha")->isEnabled()) << "no such form here";
-    GuardarNota(s, u"11-1-1-3"_s, u"theirs"_s);
+    GuardarNota(s, u"11-1-3-20260309"_s, u"theirs"_s);
     form.hide();
-    EXPECT_EQ(notes(), u"11-1-1-3|theirs\n"_s);
+    EXPECT_EQ(notes(), u"11-1-3-20260309|theirs\n"_s);
     show(form, {{u"grupo"_s, 99}}); // no such group: the last one
     EXPECT_EQ(child<QTabBar>(form, u"tabGrupo")->currentIndex(), 3);
     show(form, {{u"grupo"_s, 18}});

@@ -108,11 +108,9 @@ void MostrarTitulos(QTableView *tabla)
 {
     const QHeaderView *titles = tabla->horizontalHeader();
     titles->ensurePolished();
-    const int arrow = titles->style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, titles);
     for (int c = 0; c < titles->count(); ++c)
         if (!tabla->isColumnHidden(c))
-            tabla->setColumnWidth(
-                c, std::max(tabla->columnWidth(c), titles->sectionSizeHint(c) + arrow));
+            tabla->setColumnWidth(c, std::max(tabla->columnWidth(c), titles->sectionSizeHint(c)));
 }
 
 CajaDeDia::CajaDeDia(QWidget *parent) : QDateEdit(parent)

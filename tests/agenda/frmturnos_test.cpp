@@ -19,6 +19,7 @@ namespace
 class Dialogo : public ClinicaConAgenda
 {
 protected:
+    explicit Dialogo(Idioma idioma = Idioma::Ingles) : ClinicaConAgenda(idioma) {}
     void open(const QVariantMap &parameters = {})
     {
         form = std::make_unique<frmTurnos>(s);
@@ -43,9 +44,15 @@ protected:
     std::unique_ptr<frmTurnos> form;
 };
 
+class DialogoEnCadaIdioma : public Dialogo, public testing::WithParamInterface<Idioma>
+{
+protected:
+    DialogoEnCadaIdioma() : Dialogo(GetParam()) {}
+};
+
 } // namespace
 
-TEST_F(Dialogo, BooksByKeysAlone)
+TEST_P(DialogoEnCadaIdioma, BooksByKeysAlone)
 {
     open();
     EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), u"Toby"_s) << "the selected patient";
@@ -74,6 +81,9 @@ TEST_F(Dialogo, BooksByKeysAlone)
     EXPECT_EQ(tareas("tip, ida, dia, hor, ala, medio, des"),
               u"202|1|2026-03-12|10:30:00|10:15:00|1|Adas\n"_s);
 }
+
+INSTANTIATE_TEST_SUITE_P(Languages, DialogoEnCadaIdioma,
+                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
 
 TEST_F(Dialogo, AnAlarmIsOptionalAndAWrongOneIsNoneWithoutAWord)
 {

@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -18,26 +17,35 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Three boxes and a button in a chain.
+/// Boxes of every kind and a button in a chain.
 class Formulario : public FormBase
 {
 public:
     explicit Formulario(Sesion &s) : FormBase(s, u"frmprueba"_s)
     {
         auto *column = new QVBoxLayout(this);
-        for (QLineEdit **box : {&first, &second, &third})
-            column->addWidget(*box = new QLineEdit);
-        column->addWidget(save = new QPushButton(u"Save"_s));
-        enterChain({first, second, third, save});
+        for (QWidget *w : QWidgetList{first, second, list, notes, last, save})
+            column->addWidget(w);
+        enterChain({first, second, list, notes, last, save});
         refuseApostrophe({first});
+        refuseApostropheIn({list, notes});
         rememberSize({300, 200});
         connect(save, &QPushButton::clicked, this, [this] { ++saved; });
     }
     using FormBase::guarded;
+    void activated() override
+    {
+        ++activations;
+        if (fails)
+            throw std::runtime_error("broken");
+    }
 
-    QLineEdit *first, *second, *third;
-    QPushButton *save;
-    int saved = 0;
+    QLineEdit *first = new QLineEdit, *second = new QLineEdit, *last = new QLineEdit;
+    ListaConCompletado *list = new ListaConCompletado;
+    QPlainTextEdit *notes = new QPlainTextEdit;
+    QPushButton *save = new QPushButton(u"Save"_s);
+    int saved = 0, activations = 0;
+    bool fails = false;
 };
 
 class BaseForm : public Clinica
@@ -48,6 +56,7 @@ protected:
         s.carpetaDePrograma = carpeta.path() + u'/';
         form.emplace(s);
         open(*form);
+        form->first->setFocus();
     }
     static void open(QWidget &f)
     {
@@ -55,15 +64,16 @@ protected:
         f.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     }
-    /// ENTER, where the focus is. @return where it is then
-    static QWidget *enter(QWidget &f, Qt::KeyboardModifiers m = {})
+    /// @return where the focus is after ENTER
+    QWidget *enter(Qt::KeyboardModifiers m = {})
     {
-        QTest::keyClick(f.focusWidget(), Qt::Key_Return, m);
-        return f.focusWidget();
+        QTest::keyClick(form->focusWidget(), Qt::Key_Return, m);
+        return form->focusWidget();
     }
     static void paste(auto *box, const QString &text)
     {
         QGuiApplication::clipboard()->setText(text);
+        box->setFocus();
         box->selectAll();
         box->paste();
     }
@@ -71,86 +81,67 @@ protected:
     std::optional<Formulario> form;
 };
 
-/// A list and a box of several lines between two lines.
-class ConListas : public FormBase
-{
-public:
-    explicit ConListas(Sesion &s) : FormBase(s, u"frmlistas"_s)
-    {
-        auto *column = new QVBoxLayout(this);
-        column->addWidget(first = new QLineEdit);
-        column->addWidget(list = new ListaConCompletado);
-        column->addWidget(notes = new QPlainTextEdit);
-        column->addWidget(last = new QLineEdit);
-        enterChain({first, list, notes, last});
-        refuseApostropheIn({list, notes});
-    }
-    void activated() override
-    {
-        ++activations;
-        if (fails)
-            throw std::runtime_error("broken");
-    }
-
-    QLineEdit *first, *last;
-    ListaConCompletado *list;
-    QPlainTextEdit *notes;
-    int activations = 0;
-    bool fails = false;
-};
-
 } // namespace
 
-TEST_F(BaseForm, EnterPassesThroughListsAndWritesNewLinesInNotes)
+TEST_F(BaseForm, EnterWalksTheBoxesPressesTheButtonAndWritesNewLinesInNotes)
 {
-    ConListas f(s);
-    open(f);
-    f.first->setFocus();
-    EXPECT_EQ(enter(f), f.list);
-    EXPECT_EQ(enter(f), f.notes);
-    QTest::keyClick(f.notes, Qt::Key_A);
-    EXPECT_EQ(enter(f), f.notes);
-    EXPECT_EQ(f.notes->toPlainText(), u"a\n"_s);
-    EXPECT_EQ(enter(f, Qt::ControlModifier), f.last);
-    f.list->setFocus();
-    QTest::keyClick(f.list->lineEdit(), Qt::Key_Return);
-    EXPECT_EQ(f.focusWidget(), f.notes);
-    QTest::keyClick(f.list, Qt::Key_Escape);
-    EXPECT_FALSE(f.isVisible());
+    form->second->setEnabled(false);
+    form->last->setText(u"old"_s);
+    EXPECT_EQ(enter(), form->list) << "a box that cannot be used is passed over";
+    EXPECT_EQ(enter(), form->notes);
+    QTest::keyClick(form->notes, Qt::Key_A);
+    EXPECT_EQ(enter(), form->notes);
+    EXPECT_EQ(form->notes->toPlainText(), u"a\n"_s);
+    EXPECT_EQ(enter(Qt::ControlModifier), form->last);
+    EXPECT_EQ(form->last->selectedText(), u"old"_s);
+    EXPECT_EQ(enter(), form->save);
+    EXPECT_EQ(form->saved, 0) << "arriving at a button is not pressing it";
+    enter();
+    EXPECT_EQ(form->saved, 1);
+    form->list->setFocus();
+    QTest::keyClick(form->list->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(form->focusWidget(), form->notes);
+    QTest::keyClick(form->list, Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
 }
 
-TEST_F(BaseForm, ListsAndNotesRefuseTheApostropheToo)
+TEST_F(BaseForm, TheApostropheIsRefusedWhenTypedAndABlankWhenPasted)
 {
-    ConListas f(s);
-    f.notes->setPlainText(u"stored 'so'"_s);
-    open(f);
+    form->notes->setPlainText(u"stored 'so'"_s);
     ask.Espera(s(4624));
-    f.list->setFocus();
-    QTest::keyClicks(f.list, u"O'H"_s);
-    EXPECT_EQ(f.list->currentText(), u"OH"_s);
-    EXPECT_EQ(f.notes->toPlainText(), u"stored 'so'"_s) << "nobody touched it";
-    f.notes->setFocus();
-    paste(f.notes, u"D'Angelo 'x'"_s);
-    EXPECT_EQ(f.notes->toPlainText(), u"D Angelo  x "_s);
+    QTest::keyClicks(form->first, u"O'Hara"_s);
+    EXPECT_EQ(form->first->text(), u"OHara"_s);
+    form->list->setFocus();
     ask.Espera(s(4624));
-    QTest::keyClicks(f.notes, u"'"_s);
+    QTest::keyClicks(form->list, u"O'H"_s);
+    EXPECT_EQ(form->list->currentText(), u"OH"_s);
+    EXPECT_EQ(form->notes->toPlainText(), u"stored 'so'"_s) << "nobody touched it";
+
+    paste(form->first, u"D'Angelo"_s);
+    EXPECT_EQ(form->first->text(), u"D Angelo"_s);
+    paste(form->notes, u"D'Angelo 'x'"_s);
+    EXPECT_EQ(form->notes->toPlainText(), u"D Angelo  x "_s);
+    ask.Espera(s(4624));
+    QTest::keyClicks(form->notes, u"'"_s);
+
+    QTest::keyClicks(form->second, u"O'Hara"_s);
+    EXPECT_EQ(form->second->text(), u"O'Hara"_s) << "only the boxes that were named";
 }
 
 TEST_F(BaseForm, ComingBackToAFormIsToldAndAFailureThereDoesNotComeUpForEver)
 {
-    ConListas f(s);
-    open(f);
-    EXPECT_EQ(f.activations, 1);
+    QWidget other;
     const auto comeBack = [&] {
+        open(other);
         open(*form);
-        open(f);
-        return f.activations;
+        return form->activations;
     };
-    f.fails = true;
+    EXPECT_EQ(form->activations, 1);
+    form->fails = true;
     ask.Espera(s(4604));
     EXPECT_EQ(comeBack(), 2);
     EXPECT_EQ(comeBack(), 2) << "as when the message closes";
-    f.fails = false;
+    form->fails = false;
     EXPECT_EQ(comeBack(), 3);
 }
 
@@ -178,32 +169,6 @@ TEST_F(BaseForm, TheQuickFindOpensFromAnyFormButNotBeforeTheLogin)
     QTest::keyClick(form->first, Qt::Key_Z, Qt::AltModifier);
     EXPECT_EQ(form->first->text(), u"typed"_s) << "no button bears this letter";
     delete app->findChild<QObject *>(u"TeclaDeBusqueda"_s);
-}
-
-TEST_F(BaseForm, EnterWalksTheBoxesAndPressesTheButtonAtTheEnd)
-{
-    form->first->setFocus();
-    form->second->setEnabled(false);
-    form->third->setText(u"old"_s);
-    EXPECT_EQ(enter(*form), form->third) << "a box that cannot be used is passed over";
-    EXPECT_EQ(form->third->selectedText(), u"old"_s);
-    EXPECT_EQ(enter(*form), form->save);
-    EXPECT_EQ(form->saved, 0) << "arriving at a button is not pressing it";
-    enter(*form);
-    EXPECT_EQ(form->saved, 1);
-}
-
-TEST_F(BaseForm, TheApostropheIsRefusedWhenTypedAndABlankWhenPasted)
-{
-    ask.Espera(s(4624));
-    QTest::keyClicks(form->first, u"O'Hara"_s);
-    EXPECT_EQ(form->first->text(), u"OHara"_s);
-
-    paste(form->first, u"D'Angelo"_s);
-    EXPECT_EQ(form->first->text(), u"D Angelo"_s);
-
-    QTest::keyClicks(form->second, u"O'Hara"_s);
-    EXPECT_EQ(form->second->text(), u"O'Hara"_s) << "only the boxes that were named";
 }
 
 TEST_F(BaseForm, AFailureIsLoggedToldOnceAndLeavesTheFormOpen)

@@ -10,7 +10,6 @@
 #include <QContextMenuEvent>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLocale>
 #include <QMenu>

@@ -67,19 +67,25 @@ VistaDeHoras::Dibujadas VistaDeHoras::drawnTasks() const
     return drawn;
 }
 
-/// On a full day a key moves one task: the others need not be drawn again.
+/// On a full day a key moves one task: the others need not be drawn again, unless it was one that
+/// held them apart. Many small pieces take longer than the whole.
 void VistaDeHoras::drawChanges(const Dibujadas &antes)
 {
+    constexpr qsizetype mostPieces = 24;
     const Dibujadas now = drawnTasks();
-    const auto update = [this](const QRect &place) {
-        viewport()->update(place.adjusted(-1, -1, 1, 1));
+    QList<QRect> changed;
+    const auto note = [&](const Dibujadas &some, const Dibujadas &others) {
+        for (auto task = some.cbegin(); task != some.cend(); ++task)
+            if (const auto other = others.constFind(task.key());
+                other == others.cend() || *other != *task)
+                changed << task->first.adjusted(-1, -1, 1, 1);
     };
-    for (auto task = antes.cbegin(); task != antes.cend(); ++task)
-        if (now.value(task.key()) != *task)
-            update(task->first);
-    for (auto task = now.cbegin(); task != now.cend(); ++task)
-        if (antes.value(task.key()) != *task)
-            update(task->first);
+    note(antes, now);
+    note(now, antes);
+    if (changed.size() > mostPieces)
+        return viewport()->update();
+    for (const QRect &place : std::as_const(changed))
+        viewport()->update(place);
 }
 
 void VistaDeHoras::lay()

@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
+#include <QPushButton>
+#include <QShortcut>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -56,36 +58,34 @@ void frmVistaPrevia::build(const Impresoras &impresoras)
         l->setBuddy(buddy);
         return l;
     };
-    cmbImpresora = named(new QComboBox, u"cmbImpresora"_s, m_s(Impresora).remove(u'&'));
+    cmbImpresora = named(new QComboBox, u"cmbImpresora"_s, m_s(Impresora));
     cmbImpresora->addItems(impresoras.nombres);
     cmbImpresora->setCurrentText(impresoras.Primera());
     cmbImpresora->setEnabled(!impresoras.nombres.isEmpty());
     if (impresoras.nombres.isEmpty())
         cmbImpresora->addItem(m_s(SinImpresora));
 
-    cmbHoja = named(new QComboBox, u"cmbHoja"_s, m_s(Hoja_).remove(u'&'));
+    cmbHoja = named(new QComboBox, u"cmbHoja"_s, m_s(Hoja_));
     for (const QPageSize::PageSizeId id : {QPageSize::A4, QPageSize::Letter})
         cmbHoja->addItem(QPageSize::name(id), int(id));
     cmbHoja->setCurrentIndex(cmbHoja->findData(int(TamanoHabitual().id())));
 
-    cmbZoom = named(new QComboBox, u"cmbZoom"_s, m_s(Zoom).remove(u'&'));
+    cmbZoom = named(new QComboBox, u"cmbZoom"_s, m_s(Zoom));
     for (const double z : zooms)
         cmbZoom->addItem(z == 0  ? m_s(AnchoDePagina)
                          : z < 0 ? m_s(PaginaEntera)
                                  : u"%1 %"_s.arg(qRound(z * 100)));
     cmbZoom->setCurrentIndex(1);
 
-    txtPagina = named(new QSpinBox, u"txtPagina"_s, m_s(Pagina).remove(u'&'));
+    txtPagina = named(new QSpinBox, u"txtPagina"_s, m_s(Pagina));
     txtPagina->setMinimum(1);
     lblPaginas = new QLabel;
-    const auto button = [this](int text, const QString &name) {
-        return named(new QPushButton(m_s(text)), name, m_s(text).remove(u'&'));
-    };
-    cmdImprimir = button(Imprimir, u"cmdImprimir"_s);
+    cmdImprimir = button(u"cmdImprimir"_s, Imprimir);
+    cmdImprimir->setAutoDefault(true);
     cmdImprimir->setDefault(true);
     cmdImprimir->setEnabled(!impresoras.nombres.isEmpty());
-    cmdPdf = button(GuardarComoPdf, u"cmdPdf"_s);
-    cmdCerrar = button(Cerrar, u"cmdCerrar"_s);
+    cmdPdf = button(u"cmdPdf"_s, GuardarComoPdf);
+    cmdCerrar = button(u"cmdCerrar"_s, Cerrar);
 
     auto *bar = new QHBoxLayout;
     bar->setSpacing(Espacio::S);
@@ -128,6 +128,10 @@ void frmVistaPrevia::wire()
             zooms[i] == 0 ? vista->fitToWidth() : vista->fitInView();
     });
     connect(txtPagina, &QSpinBox::valueChanged, vista, &QPrintPreviewWidget::setCurrentPage);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_PageDown, this), &QShortcut::activated, txtPagina,
+            &QSpinBox::stepUp);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_PageUp, this), &QShortcut::activated, txtPagina,
+            &QSpinBox::stepDown);
     connect(cmdImprimir, &QPushButton::clicked, this, &frmVistaPrevia::print);
     connect(cmdPdf, &QPushButton::clicked, this, &frmVistaPrevia::savePdf);
     connect(cmdCerrar, &QPushButton::clicked, this, &frmVistaPrevia::reject);

@@ -59,7 +59,7 @@ bool GuardarPdfPreguntando(Sesion &s, Documento &documento, const QPageSize &tam
     QString nombre = documento.Titulo();
     nombre.replace(noCabe, u"-"_s);
     auto archivo =
-        s.dialogos.GuardarArchivo(s(GuardarComoPdf).remove(u'&'), nombre + u".pdf"_s, s(FiltroPdf));
+        s.dialogos.GuardarArchivo(spoken(s(GuardarComoPdf)), nombre + u".pdf"_s, s(FiltroPdf));
     if (!archivo)
         return false;
     if (!archivo->endsWith(u".pdf"_s, Qt::CaseInsensitive))
@@ -90,7 +90,7 @@ QString ImpresionDeEscritorio::Elegir(Sesion &s, const Impresoras &impresoras)
     QList<Opcion> opciones;
     for (int i = 0; i < nombres.size(); ++i)
         opciones << Opcion{nombres[i], i};
-    const QString titulo = s(Impresora).remove(u'&');
+    const QString titulo = spoken(s(Impresora));
     const auto elegidas = s.dialogos.Seleccionar(titulo, {titulo}, opciones, false);
     if (!elegidas || elegidas->isEmpty())
         return {};

@@ -251,7 +251,8 @@ void Marcar(const Sesion &s)
 {
     QSaveFile marca(MarcaDeEnvio(s));
     const QByteArray dia = EsteDia(s);
-    if (!marca.open(QIODevice::WriteOnly) || marca.write(dia) != dia.size() || !marca.flush() || !marca.commit())
+    if (!marca.open(QIODevice::WriteOnly) || marca.write(dia) != dia.size() || !marca.flush()
+        || !marca.commit())
         throw ErrorDeAlmacen(ErrorNum::RutaODisco, marca.fileName());
 }
 

@@ -133,6 +133,10 @@ TEST_F(Papel, ThePreviewTurnsPagesZoomsAndSavesTheSheetChosen)
     EXPECT_EQ(vista->pageCount(), 3);
     auto *pagina = En<QSpinBox>(f, "txtPagina");
     EXPECT_EQ(pagina->maximum(), 3);
+    QTest::keyClick(&f, Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(vista->currentPage(), 2);
+    QTest::keyClick(&f, Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(vista->currentPage(), 1);
     pagina->setValue(3);
     EXPECT_EQ(vista->currentPage(), 3);
 

@@ -39,8 +39,6 @@ private:
     QWidget *buildHours();
     QLayout *buildActions();
     QWidget *buildOwnTasks();
-    QPushButton *button(const QString &nombre, int texto, const QString &dibujo = {},
-                        const QString &tecla = {});
     void orderKeys();
 
     void wire();

@@ -55,8 +55,6 @@ constexpr QSize smallest{1020, 560};
 constexpr int dayBoxWidth = 132;
 constexpr int listWidth = 600, hoursWidth = 620;
 
-QString plain(QString caption) { return caption.remove(u'&'); }
-
 QLabel *caption(const QString &text, QWidget *buddy)
 {
     auto *label = new QLabel(text);
@@ -106,18 +104,6 @@ void frmagenda::build()
         MostrarTitulos(list);
         rememberColumns(list->horizontalHeader());
     }
-}
-
-QPushButton *frmagenda::button(const QString &nombre, int texto, const QString &dibujo,
-                               const QString &tecla)
-{
-    auto *b = named(new QPushButton(m_s(texto)), nombre, plain(m_s(texto)));
-    b->setAutoDefault(false);
-    if (!dibujo.isEmpty())
-        b->setIcon(Icono(dibujo));
-    if (!tecla.isEmpty())
-        b->setToolTip(plain(m_s(texto)) + u" ("_s + tecla + u')');
-    return b;
 }
 
 QWidget *frmagenda::buildDay()

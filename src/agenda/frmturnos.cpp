@@ -50,8 +50,6 @@ constexpr int boxesWidth = 380;
 constexpr int helpLines = 3;
 constexpr int columnOfConcept = 0, columnOfHour = 1, columnOfId = 3;
 
-QString plain(QString caption) { return caption.remove(u'&'); }
-
 } // namespace
 
 frmTurnos::frmTurnos(Sesion &s, QWidget *parent) : FormBase(s, u"frmTurnos"_s, parent)
@@ -80,12 +78,9 @@ void frmTurnos::build()
     Ayu->setWordWrap(true);
     Ayu->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
-    cmdAgendar = named(new QPushButton(Icono(u"turnos"_s), m_s(Agendar_)), u"cmdAgendar"_s,
-                       plain(m_s(Agendar_)));
-    cmdVolver = named(new QPushButton(m_s(Volver)), u"cmdVolver"_s, plain(m_s(Volver)));
-    cmdVolver->setToolTip(plain(m_s(Volver)) + u" (Esc)"_s);
+    cmdAgendar = button(u"cmdAgendar"_s, Agendar_, u"turnos"_s);
     cmdAgendar->setDefault(true);
-    cmdVolver->setAutoDefault(false);
+    cmdVolver = button(u"cmdVolver"_s, Volver, {}, u"Esc"_s);
 
     auto *halves = new QGridLayout;
     halves->setHorizontalSpacing(Espacio::XL);
@@ -123,12 +118,12 @@ void frmTurnos::build()
 
 QLayout *frmTurnos::buildBoxes()
 {
-    cmbSel = named(new ListaConCompletado, u"cmbSel"_s, plain(m_s(Concepto)));
+    cmbSel = named(new ListaConCompletado, u"cmbSel"_s, m_s(Concepto));
     dtpDia = named(new CajaDeDia, u"dtpDia"_s, m_s(Dia));
     txtHora = named(new QLineEdit, u"txtHora"_s, m_s(Hora));
-    txtAla = named(new QLineEdit, u"txtAla"_s, plain(m_s(Alarma_)));
+    txtAla = named(new QLineEdit, u"txtAla"_s, m_s(Alarma_));
     txtAla->setPlaceholderText(m_s(Opcional));
-    txtDesc = named(new QLineEdit, u"txtDesc"_s, plain(m_s(Descripcion)));
+    txtDesc = named(new QLineEdit, u"txtDesc"_s, m_s(Descripcion));
     txtDesc->setMaxLength(std::max(1, m_s.morvane->Ancho("TareasAgenda", "des")));
     chkRec = named(new QCheckBox(m_s(Recordar)), u"chkRec"_s, m_s(Recordar));
 

@@ -86,9 +86,16 @@ QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
 
 QString HoraLarga(QTime hora)
 {
-    // Without the time zone that a long time ends with.
-    static const QRegularExpression zona(QStringLiteral("\\s*\\(?t+\\)?\\s*"));
-    return QLocale().toString(hora, QLocale().timeFormat(QLocale::LongFormat).remove(zona));
+    // A day of tasks asks for hundreds: the format is worked out once for each locale.
+    thread_local QLocale local = QLocale::c();
+    thread_local QString formato;
+    if (formato.isEmpty() || local != QLocale()) {
+        // Without the time zone that a long time ends with.
+        static const QRegularExpression zona(QStringLiteral("\\s*\\(?t+\\)?\\s*"));
+        local = QLocale();
+        formato = local.timeFormat(QLocale::LongFormat).remove(zona);
+    }
+    return local.toString(hora, formato);
 }
 
 void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida)

@@ -57,7 +57,6 @@ void frmTel::build()
         list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
     cmdLlamar = button(u"cmdLlamar"_s, Llamar);
-    cmdLlamar->setAutoDefault(true);
     cmdLlamar->setDefault(true);
     cmdTerminar = button(u"cmdTerminar"_s, Terminar);
     lblEstado = named(new LineaDeAyuda, u"lblEstado"_s, {});

@@ -81,7 +81,6 @@ void frmVistaPrevia::build(const Impresoras &impresoras)
     txtPagina->setMinimum(1);
     lblPaginas = new QLabel;
     cmdImprimir = button(u"cmdImprimir"_s, Imprimir);
-    cmdImprimir->setAutoDefault(true);
     cmdImprimir->setDefault(true);
     cmdImprimir->setEnabled(!impresoras.nombres.isEmpty());
     cmdPdf = button(u"cmdPdf"_s, GuardarComoPdf);

@@ -1,103 +1,32 @@
-// The program as cron and other programs meet it: started as a process on real folders.
+#include "running_program.h"
 
-#include "store/schema.h"
-#include "support/clinic.h"
-
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QThread>
-
-#include <csignal>
-
-using namespace Qt::StringLiterals;
 
 namespace
 {
 
-struct Salida {
-    int estado = -1;
-    QString pizarra; // standard output
-    QString errores;
-};
-
-void Copiar(const QString &desde, const QString &hasta)
+void ComprobarArchivos(const QString &datos)
 {
-    QDir(hasta).mkpath(u"reportes"_s);
-    for (const QString &base : BasesDeDatos())
-        ASSERT_TRUE(QFile::copy(RutaBajo(desde, ArchivoDe(base)), hasta + u'/' + ArchivoDe(base)));
+    for (const QString &base : BasesDeDatos()) {
+        const auto motor = CrearMotorDeArchivos();
+        motor->Abrir(RutaBajo(datos, ArchivoDe(base)), "b");
+        const auto st = motor->Preparar("PRAGMA integrity_check");
+        ASSERT_TRUE(st->Paso());
+        EXPECT_EQ(st->Texto(0), "ok") << base.toStdString();
+    }
 }
-
-class Programa : public testing::Test
-{
-protected:
-    QTemporaryDir carpeta;
-    QString datos = carpeta.path() + u"/datos"_s;
-
-    static Salida Correr(const QStringList &argumentos, const QString &programa = Binario(),
-                         const QStringList &delante = {})
-    {
-        QProcess p;
-        p.start(programa, delante + argumentos);
-        EXPECT_TRUE(p.waitForStarted());
-        EXPECT_TRUE(p.waitForFinished(120000));
-        return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
-                QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
-    static QString Binario() { return QString::fromLatin1(KELVARA_PROGRAM); }
-
-    Salida Dia()
-    {
-        return Correr({u"--datos"_s, datos, u"--idioma"_s, u"en"_s, u"--desatendido"_s});
-    }
-
-    // A demo clinic whose last start lies three days back; made once, copied for each test.
-    void Demo()
-    {
-        static const QTemporaryDir modelo;
-        static const Salida hecho =
-            Correr({u"--crear"_s, modelo.path() + u"/demo"_s, u"--demo"_s, u"--idioma"_s, u"en"_s});
-        ASSERT_EQ(hecho.estado, 0) << hecho.errores.toStdString();
-        QDir(datos).removeRecursively();
-        Copiar(modelo.path() + u"/demo"_s, datos);
-    }
-
-    // Opens the folder beside the program, as another terminal.
-    template <typename F>
-    void Mirar(F &&f)
-    {
-        DialogosDesatendidos dialogos;
-        SinImpresion impresion;
-        Sesion s(dialogos, impresion, Idioma::Ingles);
-        FijarCarpetaDeDatos(s, datos);
-        const auto falla = AbrirAlmacen(s);
-        ASSERT_FALSE(falla) << falla->texto.toStdString();
-        f(s);
-    }
-
-    void ComprobarArchivos()
-    {
-        for (const QString &base : BasesDeDatos()) {
-            const auto motor = CrearMotorDeArchivos();
-            motor->Abrir(RutaBajo(datos, ArchivoDe(base)), "b");
-            const auto st = motor->Preparar("PRAGMA integrity_check");
-            ASSERT_TRUE(st->Paso());
-            EXPECT_EQ(st->Texto(0), "ok") << base.toStdString();
-        }
-    }
-};
 
 } // namespace
 
 TEST_F(Programa, ANewFolderIsMadeOnceAndWaitsForItsFirstRun)
 {
-    EXPECT_EQ(Correr({u"--crear"_s, datos, u"--idioma"_s, u"en"_s}).estado, 0);
+    const QStringList crear{u"--crear"_s, datos, u"--idioma"_s, u"en"_s};
+    EXPECT_EQ(Correr(crear).estado, 0);
     for (const QString &base : BasesDeDatos())
         EXPECT_TRUE(QFile::exists(RutaBajo(datos, ArchivoDe(base)))) << base.toStdString();
-    const Salida otraVez = Correr({u"--crear"_s, datos, u"--idioma"_s, u"en"_s});
+    const Salida otraVez = Correr(crear);
     EXPECT_EQ(otraVez.estado, 1);
     EXPECT_TRUE(otraVez.errores.startsWith(u"This folder already holds"_s));
 
@@ -132,34 +61,30 @@ TEST_F(Programa, TheDayIsRunOnceAndTheBoardPrintedEachTime)
 TEST_F(Programa, TwoStartsAtOnceRunTheDayOnceAndShareNoNumber)
 {
     Demo();
-    int antes = 0;
-    Moneda comida;
-    Mirar([&](Sesion &s) {
-        antes = s.morvane->Leer("select count(*) from TareasAgenda where tip = -47").toInt();
-        comida = s.clientes->Leer("select sum(can) from consumo").toMoneda();
-    });
-    const QStringList argumentos{u"--datos"_s, datos, u"--desatendido"_s};
+    const auto comida = [this] {
+        Moneda c;
+        Mirar([&](Sesion &s) { c = s.clientes->Leer("select sum(can) from consumo").toMoneda(); });
+        return c;
+    };
+    const Moneda antes = comida();
     QProcess a, b;
-    a.start(Binario(), argumentos);
-    b.start(Binario(), argumentos);
-    ASSERT_TRUE(a.waitForFinished(120000) && b.waitForFinished(120000));
-    EXPECT_EQ(a.exitCode(), 0);
-    EXPECT_EQ(b.exitCode(), 0);
-    EXPECT_EQ(a.readAllStandardOutput(), b.readAllStandardOutput());
+    Empezar(a, ArgumentosDelDia());
+    Empezar(b, ArgumentosDelDia());
+    const Salida una = Terminar(a), otra = Terminar(b);
+    EXPECT_EQ(una.estado, 0);
+    EXPECT_EQ(otra.estado, 0);
+    EXPECT_EQ(una.pizarra, otra.pizarra);
 
-    // One run alone, for comparison.
-    Moneda traDos, traUno;
+    const Moneda traDos = comida();
     Mirar([&](Sesion &s) {
-        traDos = s.clientes->Leer("select sum(can) from consumo").toMoneda();
         EXPECT_EQ(Filas(*s.morvane, "select id from TareasAgenda group by id having count(*) > 1"),
                   QString());
         EXPECT_EQ(s.configuracion["FechaInicioAnterior"].toDate(), s.reloj.hoy.addDays(-3));
     });
-    Demo();
+    Demo(); // one run alone, for comparison
     EXPECT_EQ(Dia().estado, 0);
-    Mirar([&](Sesion &s) { traUno = s.clientes->Leer("select sum(can) from consumo").toMoneda(); });
-    EXPECT_EQ(traDos, traUno);
-    EXPECT_LT(traUno, comida);
+    EXPECT_EQ(traDos, comida());
+    EXPECT_LT(traDos, antes);
 }
 
 TEST_F(Programa, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
@@ -192,13 +117,10 @@ TEST_F(Programa, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
     for (int i = 0; i < 30; ++i) {
         Demo();
         QProcess p;
-        p.start(Binario(), {u"--datos"_s, datos, u"--desatendido"_s});
-        ASSERT_TRUE(p.waitForStarted());
+        Empezar(p, ArgumentosDelDia());
         QThread::msleep(ulong(azar.bounded(std::max(dura, 1))));
-        ::kill(pid_t(p.processId()), SIGKILL);
-        p.waitForFinished();
-        muertos += p.exitStatus() == QProcess::CrashExit;
-        ComprobarArchivos();
+        muertos += Matar(p);
+        ComprobarArchivos(datos);
         const Salida dia = Dia();
         ASSERT_EQ(dia.estado, 0) << i << ' ' << dia.errores.toStdString();
         EXPECT_EQ(todo(), entero) << i; // the cut run has left nothing, and nothing is done twice
@@ -223,17 +145,13 @@ TEST_F(Programa, FoldersThatCannotServeEndWithAMessageAndStatusOne)
 TEST_F(Programa, ADiskThatTakesNoMoreEndsTheRunAndTheDayIsRunLater)
 {
     Demo();
-    // No file may grow beyond what the clinic has now, as on a full disk.
-    qint64 mayor = 0;
-    for (const QString &base : BasesDeDatos())
-        mayor = std::max(mayor, QFileInfo(RutaBajo(datos, ArchivoDe(base))).size());
     const Salida lleno =
-        Correr({}, u"/bin/sh"_s,
-               {u"-c"_s, u"trap '' XFSZ; ulimit -f 8; exec \"$0\" --datos \"$1\" --desatendido"_s,
-                Binario(), datos});
+        Correr({u"-c"_s, u"trap '' XFSZ; ulimit -f 8; exec \"$0\" --datos \"$1\" --desatendido"_s,
+                Binario(), datos},
+               u"/bin/sh"_s);
     EXPECT_EQ(lleno.estado, 1);
     EXPECT_FALSE(lleno.errores.isEmpty());
-    ComprobarArchivos();
+    ComprobarArchivos(datos);
     EXPECT_EQ(Dia().estado, 0);
 }
 
@@ -268,16 +186,12 @@ TEST_F(Programa, RowsOfTheEnginesOwnToolAreUnderstood)
 
 TEST_F(Programa, TheDateComesFromTheSystem)
 {
-    if (KELVARA_SANITIZED)
-        GTEST_SKIP() << "the clock's shim and the sanitizer's do not load together";
+    if (const char *porque = SinReloj())
+        GTEST_SKIP() << porque;
     Demo();
     ASSERT_EQ(Dia().estado, 0);
     const QDate manana = QDate::currentDate().addDays(1);
-    const Salida dia =
-        Correr({u"--datos"_s, datos, u"--idioma"_s, u"en"_s, u"--desatendido"_s}, u"faketime"_s,
-               {manana.toString(Qt::ISODate) + u" 06:00:00"_s, Binario()});
-    if (dia.estado == -1)
-        GTEST_SKIP() << "no tool to shift the clock";
+    const Salida dia = DiaDel(manana);
     EXPECT_EQ(dia.estado, 0) << dia.errores.toStdString();
     Mirar([&](Sesion &s) { EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), manana); });
     // Back in the present the date is earlier: nobody says Yes, so nothing is done.

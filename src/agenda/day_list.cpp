@@ -2,7 +2,7 @@
 
 #include "agenda/task_texts.h"
 #include "agenda/tasks.h"
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "store/lookups.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "agenda/agenda_look.h"
 #include "agenda/task_texts.h"
 #include "agenda/tasks.h"
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "store/lookups.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"

@@ -1,7 +1,7 @@
 #include "board/ringing.h"
 
 #include "agenda/tasks.h"
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "store/lookups.h"
 
 using namespace Qt::StringLiterals;

@@ -1,5 +1,6 @@
 #include "messages/mail.h"
 
+#include "contact/contact.h"
 #include "messages/mail_account.h"
 #include "messages/mail_message.h"
 #include "store/lookups.h"
@@ -284,9 +285,3 @@ bool EnviarCorreo(Sesion &s, SesionDeCorreo &correo, const QString &asunto, int 
 }
 
 void CerrarSesionCorreo(std::unique_ptr<SesionDeCorreo> &correo) { correo.reset(); }
-
-QString DireccionCliente(Sesion &s, int idc)
-{
-    const QString direcciones = LeerCampo(s, "clientes", "clientes", idc, "email");
-    return direcciones.contains(u'@') ? direcciones : QString();
-}

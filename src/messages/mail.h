@@ -38,6 +38,3 @@ bool EnviarCorreo(Sesion &s, SesionDeCorreo &correo, const QString &asunto, int 
 
 /// Signs off.
 void CerrarSesionCorreo(std::unique_ptr<SesionDeCorreo> &correo);
-
-/// The client's addresses, "" unless there is an at sign among them.
-QString DireccionCliente(Sesion &s, int idc);

@@ -3,7 +3,7 @@
 #include "agenda/task_texts.h"
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "messages/mail.h"
 #include "messages/templates.h"
 #include "printing/letter.h"

@@ -2,7 +2,7 @@
 
 #include "agenda/task_texts.h"
 #include "agenda/tasks.h"
-#include "messages/mail.h"
+#include "contact/contact.h"
 #include "messages/outbox.h"
 #include "messages/templates.h"
 #include "store/lookups.h"

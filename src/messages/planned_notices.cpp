@@ -1,7 +1,7 @@
 #include "messages/planned_notices.h"
 
 #include "agenda/tasks.h"
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "messages/templates.h"
 #include "store/lookups.h"
 

@@ -1,7 +1,7 @@
 #include "messages/templates.h"
 
 #include "agenda/tasks.h"
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "store/lookups.h"
 
 #include <QLocale>

@@ -4,8 +4,8 @@
 
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
-#include "clients/contact.h"
 #include "clinical/doses.h"
+#include "contact/contact.h"
 #include "store/lookups.h"
 
 // --- Doses missed while the program was closed ---

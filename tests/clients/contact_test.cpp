@@ -1,4 +1,4 @@
-#include "clients/contact.h"
+#include "contact/contact.h"
 #include "clients/profiles.h"
 #include "support/clinic.h"
 

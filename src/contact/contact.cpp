@@ -1,4 +1,4 @@
-#include "clients/contact.h"
+#include "contact/contact.h"
 
 #include "store/lookups.h"
 
@@ -24,4 +24,10 @@ QString TelefonosCliente(Sesion &s, int idc)
                           LeerCampo(s, "clientes", "clientes", idc, "telc2")};
     telefonos.removeAll(QString());
     return telefonos.join(QStringLiteral(" / "));
+}
+
+QString DireccionCliente(Sesion &s, int idc)
+{
+    const QString direcciones = LeerCampo(s, "clientes", "clientes", idc, "email");
+    return direcciones.contains(u'@') ? direcciones : QString();
 }

@@ -65,6 +65,7 @@ protected:
 
     void connectTo(const ServidorDeCorreo &server)
     {
+        ASSERT_TRUE(server.Vive());
         GuardarCuentaDeCorreo(s, {u"vet@clinic.example"_s, u"llave"_s, u"localhost"_s,
                                   server.Puerto(), Cifrado::Ninguno});
         GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"5"_s);
@@ -76,6 +77,31 @@ protected:
         for (const CorreoRecibido &c : server.Recibidos())
             t += c.para.join(u',') + u": "_s + c.asunto + u" / "_s + c.cuerpo + u'\n';
         return t;
+    }
+    static QString letterFor(const QString &name)
+    {
+        return u"Want to print letter to: "_s + name + u'?';
+    }
+    /// Another session sends; each time that it asks about a letter, something happens meanwhile.
+    void sendMeanwhile(const std::function<void()> &meanwhile,
+                       std::initializer_list<std::pair<QString, bool>> letters)
+    {
+        struct Acting : DialogosDePrueba {
+            std::function<void()> act;
+            bool Pregunta(const QString &text) override
+            {
+                act();
+                return DialogosDePrueba::Pregunta(text);
+            }
+        } dialogs;
+        dialogs.act = meanwhile;
+        for (const auto &[name, yes] : letters)
+            dialogs.Espera(letterFor(name), yes);
+        Sesion other(dialogs, impresion, Idioma::Ingles);
+        other.reloj = s.reloj;
+        FijarCarpetaDeDatos(other, carpeta.path());
+        ASSERT_FALSE(AbrirAlmacen(other));
+        EnviarMensajes(other, hoy);
     }
     QString tasks()
     {
@@ -95,7 +121,6 @@ protected:
 TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
 {
     ServidorDeCorreo server;
-    ASSERT_TRUE(server.Vive());
     connectTo(server);
     for (const int tip : {-46, -51, -42, -41, -50})
         task(tip, 11, 1);
@@ -130,7 +155,6 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
 TEST_F(Outbox, OneMessagePerReasonAndAddressee)
 {
     ServidorDeCorreo server;
-    ASSERT_TRUE(server.Vive());
     connectTo(server);
     for (int dose = 1; dose <= 2; ++dose)
         s.clientes->Execute("insert into artplan (idm, ida, dos, si) values (11, ?, 4, 0)", dose);
@@ -142,7 +166,7 @@ TEST_F(Outbox, OneMessagePerReasonAndAddressee)
     task(-42, 12, 2);
     EnviarMensajes(s, QDate(2026, 3, 10)); // made today: not that day's
     EXPECT_EQ(mails(server), QString());
-    ask.Espera(u"Want to print letter to: Luna?"_s, false);
+    ask.Espera(letterFor(u"Luna"_s), false);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(server.Recibidos().size(), 2);
     EXPECT_EQ(tasks(), u"-42|11|1|2026-03-11\n-42|12|1|2026-03-11\n-42|11|3|2026-03-11\n"
@@ -155,7 +179,6 @@ TEST_F(Outbox, OneMessagePerReasonAndAddressee)
 TEST_F(Outbox, NothingGoesToTheDeceasedOrToWhoIsGone)
 {
     ServidorDeCorreo server;
-    ASSERT_TRUE(server.Vive());
     connectTo(server);
     for (const int medio : {1, 2}) {
         for (const int idm : {14, 15, 16})
@@ -171,7 +194,6 @@ TEST_F(Outbox, NothingGoesToTheDeceasedOrToWhoIsGone)
 TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
 {
     ServidorDeCorreo server({u"--refuse"_s, u"ana@x.example"_s});
-    ASSERT_TRUE(server.Vive());
     for (const int measure : {1, 3}) {
         SCOPED_TRACE(measure);
         connectTo(server);
@@ -188,7 +210,7 @@ TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
             measure == 3 ? QStringList{u"Toby"_s, u"Rex"_s, u"Leo"_s, u"Toby"_s, u"Rex"_s}
                          : QStringList{u"Leo"_s};
         for (const QString &name : letters)
-            ask.Espera(u"Want to print letter to: "_s + name + u'?', false);
+            ask.Espera(letterFor(name), false);
         EnviarMensajes(s, hoy);
         EXPECT_EQ(Filas(*s.morvane, "select tip, ida from TareasAgenda where medio = 2 order by "
                                     "tip, ida"),
@@ -225,9 +247,9 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     server.Parar();
     measures(3);
     // The letters follow at once; No to one drops it, and its row is marked before the question.
-    ask.Espera(u"Want to print letter to: Toby?"_s, true);
-    ask.Espera(u"Want to print letter to: Eva?"_s, false);
-    ask.Espera(u"Want to print letter to: Toby?"_s, true);
+    ask.Espera(letterFor(u"Toby"_s), true);
+    ask.Espera(letterFor(u"Eva"_s), false);
+    ask.Espera(letterFor(u"Toby"_s), true);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-46|11|2|2026-03-11\n-51|11|1|\n-42|11|2|2026-03-11\n-41|11|1|\n"
                        u"-43|2|2|2026-03-11\n"_s);
@@ -240,14 +262,13 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
 TEST_F(Outbox, AServerThatIsGivenUpInTheMiddleIsTold)
 {
     ServidorDeCorreo server({u"--hang-at"_s, u"2"_s});
-    ASSERT_TRUE(server.Vive());
     connectTo(server);
     GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"1"_s);
     measures(3);
     for (const int tip : {-72, -71, -70})
         task(tip, 1, 1);
     task(-46, 11, 3);
-    ask.Espera(u"Want to print letter to: Toby?"_s, false);
+    ask.Espera(letterFor(u"Toby"_s), false);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-72|1|1|2026-03-11\n-71|1|1|\n-70|1|1|\n-46|11|2|2026-03-11\n"_s);
     EXPECT_EQ(Filas(*s.morvane, "select dibujo from pizarra"), u"116\n"_s);
@@ -260,23 +281,19 @@ TEST_F(Outbox, LettersAreMarkedBeforeTheQuestion)
     task(-43, 3, 2, true);
     task(-71, 3, 2); // a kind without a letter
     QString before;
-    struct Looking : DialogosDePrueba {
-        std::function<void()> look;
-        bool Pregunta(const QString &text) override
-        {
-            look();
-            return DialogosDePrueba::Pregunta(text);
-        }
-    } looking;
-    looking.look = [&] { before = tasks(); };
-    looking.Espera(u"Want to print letter to: Leo?"_s, false);
-    Sesion other(looking, impresion, Idioma::Ingles);
-    other.reloj = s.reloj;
-    FijarCarpetaDeDatos(other, carpeta.path());
-    ASSERT_FALSE(AbrirAlmacen(other));
-    EnviarMensajes(other, hoy);
+    sendMeanwhile([&] { before = tasks(); }, {{u"Leo"_s, false}});
     EXPECT_EQ(before, u"-43|3|2|2026-03-11\n-43|3|2|2026-03-11\n-71|3|2|\n"_s);
     EXPECT_EQ(impresion.impresos, QStringList());
+}
+
+TEST_F(Outbox, WhatAnotherTerminalDeletesMeanwhileEndsNoRun)
+{
+    task(-43, 2, 2);
+    task(-43, 3, 2);
+    sendMeanwhile([&] { s.morvane->Execute("delete * from TareasAgenda where ida = 3"); },
+                  {{u"Eva"_s, false}, {u"Leo"_s, true}});
+    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
+    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
 }
 
 TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
@@ -356,30 +373,6 @@ TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
     EXPECT_EQ(runs, 4);
 }
 
-TEST_F(Outbox, WhatAnotherTerminalDeletesMeanwhileEndsNoRun)
-{
-    task(-43, 2, 2);
-    task(-43, 3, 2);
-    struct Deleting : DialogosDePrueba {
-        std::function<void()> act;
-        bool Pregunta(const QString &text) override
-        {
-            act();
-            return DialogosDePrueba::Pregunta(text);
-        }
-    } deleting;
-    deleting.act = [&] { s.morvane->Execute("delete * from TareasAgenda where ida = 3"); };
-    deleting.Espera(u"Want to print letter to: Eva?"_s, false);
-    deleting.Espera(u"Want to print letter to: Leo?"_s, true);
-    Sesion other(deleting, impresion, Idioma::Ingles);
-    other.reloj = s.reloj;
-    FijarCarpetaDeDatos(other, carpeta.path());
-    ASSERT_FALSE(AbrirAlmacen(other));
-    EnviarMensajes(other, hoy);
-    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
-    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
-}
-
 // --- The list and the notices ---
 
 TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
@@ -396,12 +389,9 @@ TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
     s.morvane->Execute("update TareasAgenda set fmedio = ? where tip = -41", hoy);
     QString all;
     for (const MensajeDelDia &m : MensajesDelDia(s))
-        all +=
-            QStringList{
-                QString::number(m.tip), m.destinatario, m.motivo, m.icono, m.porMedio, m.estado,
-                TextoDeMensaje(s, m)}
-                .join(u'|')
-            + u'\n';
+        all += u"%1|%2|%3|%4|%5|%6|"_s.arg(m.tip).arg(m.destinatario, m.motivo, m.icono, m.porMedio,
+                                                      m.estado)
+               + TextoDeMensaje(s, m) + u'\n';
     EXPECT_EQ(all.toStdString(),
               "-41|Ana|Reminder by low levels of food (commercial offer)|AgendaCom|Email|Outbox|"
               "mensajeriaalimento Ana Toby\n"
@@ -438,20 +428,23 @@ TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
     s.clientes->Execute("update mascotas set ser = 1 where idm = 12");
     s.finanzas->Execute("delete * from articulos");
     s.finanzas->Execute("insert into articulos (ida, nom) values (1, 'Rabia')");
-    const auto dose = [this](int idm, int dos, QDate rep, int si) {
+    const struct {
+        int idm;
+        QDate rep;
+        int si;
+    } doses[] = {{13, {2026, 2, 19}, 0},
+                 {13, {2026, 2, 20}, 0},
+                 {11, {2026, 2, 21}, 2},
+                 {11, {2026, 3, 10}, 1 /* given */},
+                 {11, hoy, 0},
+                 {11, hoy.addDays(1), 0},
+                 {12, {2026, 3, 10}, 0},
+                 {12, hoy, 2},
+                 {14 /* deceased */, hoy, 0}};
+    for (int dos = 1; const auto &[idm, rep, si] : doses)
         s.clientes->Execute("insert into artplan (idm, ida, dos, idcat, rep, si) values (?, 1, ?, "
                             "3, ?, ?)",
-                            idm, dos, rep, si);
-    };
-    dose(13, 1, QDate(2026, 2, 19), 0);
-    dose(13, 2, QDate(2026, 2, 20), 0);
-    dose(11, 3, QDate(2026, 2, 21), 2);
-    dose(11, 4, hoy.addDays(-1), 1); // given
-    dose(11, 5, hoy, 0);
-    dose(11, 6, hoy.addDays(1), 0);
-    dose(12, 7, hoy.addDays(-1), 0);
-    dose(12, 8, hoy, 2);
-    dose(14, 9, hoy, 0); // deceased
+                            idm, dos++, rep, si);
     const auto notices = [this](int group) {
         QString t;
         for (const AvisoPlanificado &a : AvisosDe(s, GrupoDeAvisos(group)))
@@ -459,23 +452,19 @@ TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
                  + a.vence.toString(Qt::ISODate) + u' ' + a.nota + u'\n';
         return t;
     };
-    EXPECT_EQ(notices(18),
-              u"13-1-3-20260220 Rex Leo Rabia 2026-02-20 \n11-1-3-20260221 Toby Ana Rabia "
-              u"2026-02-21 \n"_s);
-    EXPECT_EQ(notices(19), u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n"_s);
-    EXPECT_EQ(notices(20),
-              u"11-1-3-20260221 Toby Ana Rabia 2026-02-21 \n11-1-3-20260311 Toby Ana Rabia "
-              u"2026-03-11 \n"_s);
-    EXPECT_EQ(notices(21),
-              u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n12-1-3-20260311 Luna Eva Rabia "
-              u"2026-03-11 \n"_s);
+    EXPECT_EQ(notices(18), u"13-1-3-20260220 Rex Leo Rabia 2026-02-20 \n"
+                           u"11-1-3-20260221 Toby Ana Rabia 2026-02-21 \n"_s);
+    const QString lunas = u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n"_s;
+    EXPECT_EQ(notices(19), lunas);
+    EXPECT_EQ(notices(20), u"11-1-3-20260221 Toby Ana Rabia 2026-02-21 \n"
+                           u"11-1-3-20260311 Toby Ana Rabia 2026-03-11 \n"_s);
+    EXPECT_EQ(notices(21), lunas + u"12-1-3-20260311 Luna Eva Rabia 2026-03-11 \n"_s);
 
     GuardarNota(s, u"12-1-3-20260311"_s, u"O'Hara: calls back"_s);
     GuardarNota(s, u"12-1-3-20260310"_s, u"first"_s);
     GuardarNota(s, u"12-1-3-20260310"_s, u" \n"_s);
     EXPECT_EQ(notices(21),
-              u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n12-1-3-20260311 Luna Eva Rabia "
-              u"2026-03-11 O'Hara: calls back\n"_s);
+              lunas + u"12-1-3-20260311 Luna Eva Rabia 2026-03-11 O'Hara: calls back\n"_s);
     EXPECT_EQ(Filas(*s.clientes, "select ID, Texto from AvisosPlanificadas"),
               u"12-1-3-20260311|O'Hara: calls back\n"_s);
 

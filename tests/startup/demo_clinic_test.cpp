@@ -13,7 +13,7 @@ namespace
 
 struct Demo : Clinica {
     using Clinica::s;
-    explicit Demo(Idioma idioma = Idioma::Espanol) : Clinica(idioma) {}
+    explicit Demo(Idioma idioma = Idioma::Espanol) : Clinica(idioma) { ask.siempreNo << s(3447); }
     void TestBody() override {} // for clinics made inside a test
 
     /// The board after the next start, as pictures and click codes.
@@ -83,64 +83,61 @@ TEST_F(Demo, StartsWithoutAskingWhoWorksHere)
 TEST_F(Demo, HangsTogether)
 {
     CrearDemo(s);
-    // Rows whose client, patient, product or list row does not exist: none.
-    const std::pair<Base *, const char *> huerfanos[] = {
-        {s.clientes.get(), "select idm from Mascotas left join Clientes on Mascotas.idc ="
-                           " Clientes.idc where Clientes.idc is null"},
-        {s.clientes.get(), "select idm from Mascotas left join MLRazas on Mascotas.raz ="
-                           " MLRazas.id where MLRazas.id is null or MLRazas.esp <> Mascotas.esp"},
-        {s.clientes.get(), "select idm from Mascotas left join MLPelajes on Mascotas.pel ="
-                           " MLPelajes.id where MLPelajes.id is null"},
-        {s.clientes.get(), "select idc from Clientes left join CLLocalidad on Clientes.loc ="
-                           " CLLocalidad.id where CLLocalidad.id is null or CLLocalidad.dep <>"
-                           " Clientes.dep"},
-        {s.clientes.get(), "select ArtPlan.idm from ArtPlan left join Mascotas on ArtPlan.idm ="
-                           " Mascotas.idm where Mascotas.idm is null"},
-        {s.clientes.get(), "select Consumo.idm from Consumo left join Mascotas on Consumo.idm ="
-                           " Mascotas.idm where Mascotas.idm is null or Mascotas.dec <> 0"},
-        {s.clientes.get(),
-         "select ArtPlan.idm from ArtPlan inner join Mascotas on ArtPlan.idm ="
-         " Mascotas.idm where ArtPlan.col < Mascotas.fecn or ArtPlan.col > date()"},
-        {s.clientes.get(),
-         "select MHospedaje.idm from MHospedaje left join Mascotas on"
-         " MHospedaje.idm = Mascotas.idm where Mascotas.idm is null or Mascotas.hos <> 1"},
-        {s.finanzas.get(), "select VentasDetalle.idventa from VentasDetalle left join Articulos on"
-                           " VentasDetalle.ida = Articulos.ida where Articulos.ida is null"},
-        {s.finanzas.get(), "select Compras.idcompra from Compras left join Proveedores on"
-                           " Compras.idp = Proveedores.idp where Proveedores.idp is null"},
-        {s.finanzas.get(), "select CtaCteC.idVenta from CtaCteC left join Ventas on CtaCteC.idVenta"
-                           " = Ventas.idventa where Ventas.idc <> CtaCteC.idc or Ventas.tot <>"
-                           " CtaCteC.total or Ventas.idventa is null"},
-        {s.finanzas.get(), "select idventa from Ventas where tip in (2, 4) and idventa not in"
-                           " (select idVenta from CtaCteC)"},
+    Base *const morvane = s.morvane.get(), *const clientes = s.clientes.get(),
+                *const finanzas = s.finanzas.get();
+    // Every row has its client, patient, product or list row; those of a list fit together.
+    const struct {
+        Base *base;
+        std::string tabla, columna, otra, clave, tampoco = "false"; // what else does not fit
+    } enlaces[] = {
+        {clientes, "Mascotas", "idc", "Clientes", "idc"},
+        {clientes, "Mascotas", "raz", "MLRazas", "id", "MLRazas.esp <> Mascotas.esp"},
+        {clientes, "Mascotas", "pel", "MLPelajes", "id"},
+        {clientes, "Clientes", "loc", "CLLocalidad", "id", "CLLocalidad.dep <> Clientes.dep"},
+        {clientes, "ArtPlan", "idm", "Mascotas", "idm", "col < fecn or col > date()"},
+        {clientes, "Consumo", "idm", "Mascotas", "idm", "Mascotas.dec <> 0"},
+        {clientes, "MHospedaje", "idm", "Mascotas", "idm", "Mascotas.hos <> 1"},
+        {finanzas, "VentasDetalle", "ida", "Articulos", "ida"},
+        {finanzas, "Compras", "idp", "Proveedores", "idp"},
+        {finanzas, "CtaCteC", "idVenta", "Ventas", "idventa",
+         "Ventas.idc <> CtaCteC.idc or Ventas.tot <> CtaCteC.total"},
     };
-    for (const auto &[base, sql] : huerfanos)
-        EXPECT_EQ(Filas(*base, sql), QString()) << sql;
+    for (const auto &e : enlaces)
+        EXPECT_EQ(Filas(*e.base, "select " + e.tabla + "." + e.columna + " from " + e.tabla
+                                     + " left join " + e.otra + " on " + e.tabla + "." + e.columna
+                                     + " = " + e.otra + "." + e.clave + " where " + e.otra + "."
+                                     + e.clave + " is null or " + e.tampoco),
+                  QString())
+            << e.tabla << '.' << e.columna;
+    EXPECT_EQ(Filas(*finanzas, "select idventa from Ventas where tip in (2, 4) and idventa not in"
+                               " (select idVenta from CtaCteC)"),
+              QString());
 
     // Counters stand at the highest number given out.
     const std::tuple<const char *, Base *, const char *> contadores[] = {
-        {"contadorclientes", s.clientes.get(), "select max(idc) from Clientes"},
-        {"contadormascotas", s.clientes.get(), "select max(idm) from Mascotas"},
-        {"contadorclinica", s.clientes.get(), "select max(idclinica) from MClinica"},
-        {"contadoreco", s.clientes.get(), "select max(ideco) from MEco"},
-        {"contadorrayosx", s.clientes.get(), "select max(idray) from MRayos"},
-        {"contadorespecie", s.clientes.get(), "select max(id) from MLEspecies"},
-        {"contadorraza", s.clientes.get(), "select max(id) from MLRazas"},
-        {"contadorloc", s.clientes.get(), "select max(id) from CLLocalidad"},
-        {"contadordep", s.clientes.get(), "select max(id) from CLDepartamento"},
-        {"contadorarticulo", s.finanzas.get(), "select max(ida) from Articulos"},
-        {"contadorprovee", s.finanzas.get(), "select max(idp) from Proveedores"},
-        {"contadorcompra", s.finanzas.get(), "select max(idcompra) from Compras"},
-        {"contadorGasto", s.finanzas.get(), "select max(idgasto) from Gastos"},
-        {"idventa", s.finanzas.get(), "select max(idventa) from Ventas"},
-        {"contadorFacB", s.finanzas.get(), "select max(idv) from Ventas where tfac = '2'"},
-        {"contadorR", s.finanzas.get(), "select max(idv) from Ventas where tfac = '4'"},
-        {"contadorTareas", s.morvane.get(), "select max(id) from TareasAgenda"},
-    };
-    for (const auto &[contador, base, sql] : contadores)
-        EXPECT_EQ(s.configuracion[contador].toInt(), base->Leer(sql).toInt()) << contador;
+        {"contadorclientes", clientes, "idc) from Clientes"},
+        {"contadormascotas", clientes, "idm) from Mascotas"},
+        {"contadorclinica", clientes, "idclinica) from MClinica"},
+        {"contadoreco", clientes, "ideco) from MEco"},
+        {"contadorrayosx", clientes, "idray) from MRayos"},
+        {"contadorespecie", clientes, "id) from MLEspecies"},
+        {"contadorraza", clientes, "id) from MLRazas"},
+        {"contadorloc", clientes, "id) from CLLocalidad"},
+        {"contadordep", clientes, "id) from CLDepartamento"},
+        {"contadorarticulo", finanzas, "ida) from Articulos"},
+        {"contadorprovee", finanzas, "idp) from Proveedores"},
+        {"contadorcompra", finanzas, "idcompra) from Compras"},
+        {"contadorGasto", finanzas, "idgasto) from Gastos"},
+        {"idventa", finanzas, "idventa) from Ventas"},
+        {"contadorFacB", finanzas, "idv) from Ventas where tfac = '2'"},
+        {"contadorR", finanzas, "idv) from Ventas where tfac = '4'"},
+        {"contadorTareas", morvane, "id) from TareasAgenda"}};
+    for (const auto &[contador, base, maximo] : contadores)
+        EXPECT_EQ(s.configuracion[contador].toInt(),
+                  base->Leer(std::string("select max(") + maximo).toInt())
+            << contador;
 
-    for (Base *base : {s.morvane.get(), s.clientes.get(), s.finanzas.get()})
+    for (Base *base : {morvane, clientes, finanzas})
         EXPECT_EQ(TextosDemasiadoLargos(*base), QString());
 }
 
@@ -148,11 +145,9 @@ TEST_F(Demo, AddsUp)
 {
     CrearDemo(s);
     for (Recordset r = s.finanzas->OpenSnapshot("select * from CtaCteC"); !r.EOF_(); r.MoveNext()) {
-        Moneda pagado;
-        for (Recordset p = s.finanzas->OpenSnapshot(
-                 "select pago from CtaCtePagosC where idVenta = ?", r["idVenta"]);
-             !p.EOF_(); p.MoveNext())
-            pagado = pagado + p["pago"].toMoneda();
+        const Moneda pagado =
+            s.finanzas->Leer("select sum(pago) from CtaCtePagosC where idVenta = ?", r["idVenta"])
+                .toMoneda();
         EXPECT_EQ(pagado + r["saldo"].toMoneda(), r["total"].toMoneda());
         EXPECT_EQ(r["Cancelado"].toBool(), r["saldo"].toMoneda() == Moneda());
         EXPECT_EQ(
@@ -166,11 +161,9 @@ TEST_F(Demo, AddsUp)
     for (Recordset r =
              s.finanzas->OpenSnapshot("select * from Ventas where tip <> 3 and tfac <> '4'");
          !r.EOF_(); r.MoveNext()) {
-        Moneda suma;
-        for (Recordset l = s.finanzas->OpenSnapshot("select * from VentasDetalle where idventa = ?",
-                                                    r["idventa"]);
-             !l.EOF_(); l.MoveNext())
-            suma = suma + l["sub"].toMoneda();
+        const Moneda suma =
+            s.finanzas->Leer("select sum(sub) from VentasDetalle where idventa = ?", r["idventa"])
+                .toMoneda();
         const double total = suma.ADoble() * (100 - r["recargo"].toDouble()) / 100;
         EXPECT_NEAR(r["tot"].toDouble(), total, 0.0001);
     }

@@ -11,11 +11,6 @@ namespace
 
 struct PrimeraVez : Clinica, testing::WithParamInterface<Idioma> {
     PrimeraVez() : Clinica(GetParam()) {}
-
-    QString Nombre(int ida)
-    {
-        return s.finanzas->Leer("select nom from Articulos where ida = ?", ida).toText();
-    }
 };
 
 struct Registro : Clinica {
@@ -148,19 +143,16 @@ INSTANTIATE_TEST_SUITE_P(Idiomas, PrimeraVez,
 
 TEST_F(Registro, WantsAUserAndTheSamePasswordTwice)
 {
-    DatosPrimeraVez datos;
-    datos.clinica = u"Clinic"_s;
-    EXPECT_EQ(ValidarPrimeraVez(datos), 2259);
-    datos.usuario = u" ' "_s; // nothing is left of it
-    EXPECT_EQ(ValidarPrimeraVez(datos), 2259);
-    datos.usuario = u"Ana"_s;
-    EXPECT_EQ(ValidarPrimeraVez(datos), 0);
-    datos.contrasena = u"secret"_s;
-    EXPECT_EQ(ValidarPrimeraVez(datos), 5030);
-    datos.contrasena2 = u"Secret"_s;
-    EXPECT_EQ(ValidarPrimeraVez(datos), 5030);
-    datos.contrasena2 = datos.contrasena;
-    EXPECT_EQ(ValidarPrimeraVez(datos), 0);
+    const std::tuple<QString, QString, QString, int> casos[] = {
+        {{}, {}, {}, 2259},
+        {u" ' "_s, {}, {}, 2259}, // nothing is left of it
+        {u"Ana"_s, {}, {}, 0},
+        {u"Ana"_s, u"secret"_s, {}, 5030},
+        {u"Ana"_s, u"secret"_s, u"Secret"_s, 5030},
+        {u"Ana"_s, u"secret"_s, u"secret"_s, 0}};
+    for (const auto &[usuario, una, otra, falta] : casos)
+        EXPECT_EQ(ValidarPrimeraVez({u"Clinic"_s, {}, {}, usuario, una, otra}), falta)
+            << (usuario + u' ' + una + u' ' + otra).toStdString();
 }
 
 TEST_F(Registro, KeepsOneClinicAndOneSupervisorHoweverOftenItIsTried)

@@ -164,6 +164,11 @@ protected:
         form->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
     }
+    void comeBackTo(int idc, int idm)
+    {
+        s.IdGlobal = {idc, idm};
+        comeBack();
+    }
     QStringList taken() { return std::exchange(log, {}); }
     QString selection() const { return u"%1/%2"_s.arg(s.IdGlobal.idc).arg(s.IdGlobal.idm); }
 
@@ -415,11 +420,9 @@ TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
     const int ruiz = client(u"Ruiz"_s);
     const int luna = patient(ruiz, u"Luna"_s), sol = patient(ruiz, u"Sol"_s);
     show();
-    s.IdGlobal = {ruiz, sol};
-    comeBack();
+    comeBackTo(ruiz, sol);
     EXPECT_EQ(shownClient() + u'/' + shownPatient(), u"Ruiz/Sol"_s);
-    s.IdGlobal.idm = luna;
-    comeBack();
+    comeBackTo(ruiz, luna);
     EXPECT_EQ(shownPatient(), u"Luna"_s);
 
     {
@@ -447,13 +450,11 @@ TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
     comeBack();
     EXPECT_EQ(clients()->Modelo()->Fila(clients()->FilaActual()).realce, Realce::Alerta);
 
-    s.IdGlobal = {999, 0};
     ask.Espera(s(9544) + u'\n' + s(9545));
-    comeBack();
+    comeBackTo(999, 0);
     EXPECT_EQ(s.IdGlobal.idc, ruiz) << "what is shown is what is worked on";
-    s.IdGlobal.idm = 999;
     ask.Espera(s(9544));
-    comeBack();
+    comeBackTo(ruiz, 999);
     EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna));
     comeBack();
 }
@@ -467,8 +468,7 @@ TEST_F(Propietarios, AnotherChoiceWaitsForWhatIsBeingTyped)
     const QString own = selection();
     alt(Qt::Key_I);
     type(u"Half"_s);
-    s.IdGlobal = {abad, 0};
-    comeBack();
+    comeBackTo(abad, 0);
     EXPECT_EQ(text(u"txtayn"_s), u"Half"_s);
 
     const auto pick = [&](bool giveUp) {
@@ -494,18 +494,16 @@ TEST_F(Propietarios, ADraftOutlivesTheProgram)
     const auto drafts = [this] {
         return QDir(s.carpetaDePrograma).entryList({u"borrador-*"_s}).size();
     };
-    const auto crash = [&] {
+    const auto crashAndStart = [&](bool takeUp) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return drafts() == 1; }));
         form.reset();
+        ask.Espera(s(9516), takeUp);
+        show();
     };
     show();
     alt(Qt::Key_N);
-    type(u"Half a name\r"_s);
-    type(u"Mitre 1"_s);
-    crash();
-
-    ask.Espera(s(9516), true);
-    show();
+    type(u"Half a name\rMitre 1"_s);
+    crashAndStart(true);
     EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9484));
     EXPECT_EQ(text(u"txtayn"_s) + u'/' + text(u"txtdir"_s), u"Half a name/Mitre 1"_s);
     alt(Qt::Key_S);
@@ -515,18 +513,14 @@ TEST_F(Propietarios, ADraftOutlivesTheProgram)
     alt(Qt::Key_D);
     type(u"Lola"_s);
     get<QComboBox>(u"cmbser"_s)->setCurrentIndex(1);
-    crash();
-    ask.Espera(s(9516), true);
-    show();
+    crashAndStart(true);
     EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
     alt(Qt::Key_S);
     EXPECT_EQ(rows("select idm, nom, ser from mascotas"), u"%1|Lola|1\n"_s.arg(luna));
 
     alt(Qt::Key_D);
     type(u"Lulu"_s);
-    crash();
-    ask.Espera(s(9516), false);
-    show();
+    crashAndStart(false);
     EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
     EXPECT_EQ(drafts(), 0) << "what was declined is not offered again";
 }
@@ -693,8 +687,7 @@ TEST_F(Propietarios, ShortcutsSayWhatIsMissing)
     told(u"cmdHospedaje"_s, 2262);
     told(u"cmdTurnos"_s, 2269);
     const int abad = client(u"Abad"_s);
-    comeBack();
-    s.IdGlobal = {abad, 0};
+    comeBackTo(abad, 0);
     told(u"cmdHospedaje"_s, 2262);
     told(u"cmdMail"_s, 2263);
     told(u"cmdTel"_s, 2268);
@@ -745,22 +738,19 @@ TEST_P(EnCadaIdioma, NothingIsCutNamelessOrReachedByTwoKeys)
             if (w->focusPolicy() != Qt::NoFocus && !w->focusProxy()) {
                 EXPECT_FALSE(w->accessibleName().isEmpty()) << name << w->metaObject()->className();
             }
-            QString caption;
-            if (const auto *b = qobject_cast<QPushButton *>(w)) {
-                caption = b->text();
+            const auto *button = qobject_cast<QPushButton *>(w);
+            const auto *label = qobject_cast<QLabel *>(w);
+            if (button || (label && !label->wordWrap() && name != "Ayu")) {
                 EXPECT_GE(w->width(), w->sizeHint().width()) << name;
-            } else if (const auto *label = qobject_cast<QLabel *>(w);
-                       label && !label->wordWrap() && name != "Ayu") {
-                caption = label->buddy() ? label->text() : QString();
-                EXPECT_GE(w->width(), w->sizeHint().width()) << label->text().toStdString();
+                const QString caption = button ? button->text() : label->text();
+                const QKeySequence key = QKeySequence::mnemonic(caption);
+                if (!key.isEmpty() && (button || label->buddy()))
+                    keys << key.toString();
             }
-            if (const QKeySequence key = QKeySequence::mnemonic(caption); !key.isEmpty())
-                keys << key.toString();
         }
-        const QStringList taken = std::exchange(keys, {});
-        EXPECT_EQ(QSet<QString>(taken.begin(), taken.end()).size(), taken.size())
-            << taken.join(u' ').toStdString();
-        EXPECT_GT(taken.size(), 12);
+        EXPECT_EQ(QSet<QString>(keys.begin(), keys.end()).size(), keys.size())
+            << keys.join(u' ').toStdString();
+        EXPECT_GT(keys.size(), 12);
     }
     qApp->setStyleSheet({});
 }

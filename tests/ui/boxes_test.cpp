@@ -43,6 +43,12 @@ protected:
         box.setFocus();
     }
     void leave() { other.setFocus(Qt::TabFocusReason); }
+    static void retype(QLineEdit &box, const QString &text)
+    {
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+    }
 
     QWidget window;
     QLineEdit other;
@@ -113,8 +119,7 @@ TEST_F(TypedBoxes, ABadDayIsToldOnLeavingAndTheMaskComesBack)
     open(box);
     for (const QString &bad :
          {u"31022024"_s, u"29022023"_s, u"110326"_s, u"1103"_s, u"11030026"_s}) {
-        box.setFocus();
-        QTest::keyClicks(&box, bad);
+        retype(box, bad);
         EXPECT_FALSE(box.Valida()) << bad.toStdString();
         EXPECT_FALSE(box.Dia().isValid());
         ask.Espera(s(9300));
@@ -125,8 +130,7 @@ TEST_F(TypedBoxes, ABadDayIsToldOnLeavingAndTheMaskComesBack)
     leave(); // an empty one is nothing to complain about
     EXPECT_EQ(Textos(Idioma::Espanol)(9300), u"Fecha invalida"_s);
 
-    box.setFocus();
-    QTest::keyClicks(&box, u"99"_s);
+    retype(box, u"99"_s);
     window.hide(); // closing the form is no moment for a message
 }
 
@@ -137,14 +141,11 @@ TEST_F(TypedBoxes, ATimeIsWholeOrNothing)
     QTest::keyClicks(&box, u"0930"_s);
     EXPECT_EQ(box.Hora(), QTime(9, 30));
     for (const QString &bad : {u"2460"_s, u"9"_s, u"095"_s}) {
-        box.setFocus();
-        box.selectAll();
-        QTest::keyClicks(&box, bad);
+        retype(box, bad);
         leave();
         EXPECT_EQ(box.displayText(), u"__:__"_s) << bad.toStdString();
     }
-    box.setFocus();
-    QTest::keyClicks(&box, u"09"_s);
+    retype(box, u"09"_s);
     QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
     QApplication::sendEvent(&box, &away);
     EXPECT_EQ(box.displayText(), u"09:__"_s) << "another window is not leaving it";

@@ -2,7 +2,6 @@
 #include "support/clinic.h"
 #include "ui/grid.h"
 #include "ui/grid_export.h"
-#include "ui/theme.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -172,8 +171,6 @@ TEST_F(Grid, AColourIsAlsoToldInWords)
     EXPECT_EQ(of(Nombre, Qt::ToolTipRole), u"owes"_s);
     EXPECT_EQ(of(Id, Qt::AccessibleTextRole), u"00001"_s);
     EXPECT_FALSE(of(Id, Qt::BackgroundRole).isValid());
-    EXPECT_EQ(CalcularPaleta(1, false).alerta, QColor(255, 192, 192));
-    EXPECT_EQ(CalcularPaleta(1, false).aviso, QColor(255, 255, 128));
 }
 
 TEST_F(Grid, TellsTheCurrentRowWheneverItChanges)

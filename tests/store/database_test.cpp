@@ -19,10 +19,18 @@ protected:
     {
         s.clientes->Execute("insert into Clientes (idc, ayn) values (?, ?)", idc, ayn);
     }
-    void Mascota(int idm, int idc, const QString &nom)
+    /// Clients C1 to Cn.
+    void Clientes(int n)
     {
-        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, ?, ?)", idm, idc, nom);
+        for (int i = 1; i <= n; ++i)
+            Cliente(i, u"C%1"_s.arg(i));
     }
+    QString Nombre(Sesion &sesion) { return LeerCampo(sesion, "clientes", "CLIENTES", 1, "Ayn"); }
+    void Renombrar(const QString &ayn)
+    {
+        s.clientes->Execute("update clientes set ayn = ? where idc = 1", ayn);
+    }
+    /// 0 when it is done without an error.
     int NumeroDe(const std::function<void()> &f)
     {
         try {
@@ -38,8 +46,7 @@ protected:
 
 TEST_F(Almacen, WalksBothWaysAndSaysWhereItStands)
 {
-    for (int i = 1; i <= 3; ++i)
-        Cliente(i, u"C%1"_s.arg(i));
+    Clientes(3);
     Recordset r = s.clientes->OpenRecordset("select idc, ayn from clientes order by idc");
     EXPECT_EQ(r.RecordCount(), 3);
     EXPECT_EQ(r["IDC"].toInt(), 1);
@@ -63,8 +70,7 @@ TEST_F(Almacen, WalksBothWaysAndSaysWhereItStands)
 
 TEST_F(Almacen, DeleteLeavesNoCurrentRowUntilTheNextMove)
 {
-    for (int i = 1; i <= 4; ++i)
-        Cliente(i, u"C"_s);
+    Clientes(4);
     Recordset r = s.clientes->OpenRecordset("select * from clientes order by idc");
     r.MoveNext();
     r.Delete();
@@ -82,7 +88,7 @@ TEST_F(Almacen, DeleteLeavesNoCurrentRowUntilTheNextMove)
 TEST_F(Almacen, UpdateWritesOnlyWhatChangedAlsoThroughAJoin)
 {
     Cliente(1, u"Ruiz"_s);
-    Mascota(10, 1, u"Luna"_s);
+    s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (10, 1, 'Luna')");
     Recordset r = s.clientes->OpenRecordset(
         "select * from mascotas inner join clientes on mascotas.idc = clientes.idc");
     // Meanwhile another terminal changes another column of the same rows.
@@ -114,8 +120,7 @@ TEST_F(Almacen, UpdateWritesOnlyWhatChangedAlsoThroughAJoin)
 
 TEST_F(Almacen, AnEditThatWasNotWrittenReachesNoOtherRow)
 {
-    for (int i = 1; i <= 3; ++i)
-        Cliente(i, u"C%1"_s.arg(i));
+    Clientes(3);
     Recordset r = s.clientes->OpenRecordset("select idc, ayn from clientes order by idc");
     const std::pair<const char *, std::function<void()>> movimientos[] = {
         {"MoveNext", [&] { r.MoveNext(); }},
@@ -160,40 +165,31 @@ TEST_F(Almacen, ValuesCrossTyped)
 
 TEST_F(Almacen, MemosThatLookLikeNumbersKeepTheirLetters)
 {
-    for (const char16_t *memo : {u"0341", u" 12 ", u"1e5", u"+54", u"4251111", u"nota"}) {
+    const auto guardado = [this] { return s.clientes->Leer("select obs from clientes").toText(); };
+    for (const QString &memo :
+         {u"0341"_s, u" 12 "_s, u"1e5"_s, u"+54"_s, u"4251111"_s, u"nota"_s}) {
         s.clientes->Execute("delete * from clientes");
         s.clientes->Execute("insert into Clientes (idc, obs) values (1, ?)", memo);
-        EXPECT_EQ(s.clientes->Leer("select obs from clientes").toText(), QString::fromUtf16(memo));
+        EXPECT_EQ(guardado(), memo);
         Recordset r = s.clientes->OpenRecordset("select * from clientes");
         r.Edit();
-        r.Put("obs", QString::fromUtf16(memo) + u"0"_s);
+        r.Put("obs", memo + u'0');
         r.Update();
-        EXPECT_EQ(s.clientes->Leer("select obs from clientes").toText(),
-                  QString::fromUtf16(memo) + u"0"_s);
-        EXPECT_EQ(s.clientes
-                      ->Leer("select count(*) from clientes where obs like ?",
-                             QString::fromUtf16(memo) + u"*"_s)
-                      .toInt(),
-                  1);
+        EXPECT_EQ(guardado(), memo + u'0');
+        r = s.clientes->OpenSnapshot("select idc from clientes where obs like ?", memo + u'*');
+        EXPECT_EQ(r.RecordCount(), 1);
     }
 }
 
 TEST_F(Almacen, HostileTextIsStoredAndFoundAsItIs)
 {
-    const QStringList nombres{u"O'Higgins \"x\"; drop table clientes --"_s,
-                              u"a*b"_s,
-                              u"[a]"_s,
-                              u"50% _"_s,
-                              u"🐶 Ñandú"_s,
-                              u"x"_s.repeated(10000),
-                              u" "_s};
-    for (int i = 0; i < nombres.size(); ++i)
-        Cliente(i + 1, nombres[i]);
-    for (int i = 0; i < nombres.size(); ++i) {
-        EXPECT_EQ(s.clientes->Leer("select idc from clientes where ayn = ?", nombres[i]).toInt(),
-                  i + 1);
-        s.listas.clientes.FindFirst("ayn = ?", nombres[i]);
-        EXPECT_EQ(s.listas.clientes["idc"].toInt(), i + 1);
+    int idc = 0;
+    for (const QString &nombre : {u"O'Higgins \"x\"; drop table clientes --"_s, u"a*b"_s, u"[a]"_s,
+                                  u"50% _"_s, u"🐶 Ñandú"_s, u"x"_s.repeated(10000), u" "_s}) {
+        Cliente(++idc, nombre);
+        EXPECT_EQ(s.clientes->Leer("select idc from clientes where ayn = ?", nombre).toInt(), idc);
+        s.listas.clientes.FindFirst("ayn = ?", nombre);
+        EXPECT_EQ(s.listas.clientes["idc"].toInt(), idc);
     }
     EXPECT_EQ(BuscarIdPorTexto(s, "clientes", "clientes", "ayn", u"a[*]B"_s, "idc"), 2);
     EXPECT_EQ(BuscarIdPorTexto(s, "clientes", "clientes", "ayn", u"*ñANDÚ"_s, "idc"), 5);
@@ -203,32 +199,33 @@ TEST_F(Almacen, HostileTextIsStoredAndFoundAsItIs)
 TEST_F(Almacen, ListsNoticeWhatIsWrittenHereThereAndTakenBack)
 {
     Cliente(1, u"Uno"_s);
-    EXPECT_EQ(LeerCampo(s, "Clientes", "CLIENTES", 1, "Ayn"), u"Uno"_s);
-    s.clientes->Execute("update clientes set ayn = ? where idc = 1", u"Dos"_s);
-    EXPECT_EQ(LeerCampo(s, "clientes", "clientes", 1, "ayn"), u"Dos"_s);
+    EXPECT_EQ(Nombre(s), u"Uno"_s);
+    Renombrar(u"Dos"_s);
+    EXPECT_EQ(Nombre(s), u"Dos"_s);
     {
         Lote lote(s);
-        s.clientes->Execute("update clientes set ayn = ? where idc = 1", u"Nunca"_s);
-        EXPECT_EQ(LeerCampo(s, "clientes", "clientes", 1, "ayn"), u"Nunca"_s);
+        Renombrar(u"Nunca"_s);
+        EXPECT_EQ(Nombre(s), u"Nunca"_s);
     }
-    EXPECT_EQ(LeerCampo(s, "clientes", "clientes", 1, "ayn"), u"Dos"_s);
+    EXPECT_EQ(Nombre(s), u"Dos"_s);
 
     Sesion otra(ask, impresion, Idioma::Ingles);
     FijarCarpetaDeDatos(otra, carpeta.path());
     ASSERT_FALSE(AbrirAlmacen(otra));
-    EXPECT_EQ(LeerCampo(otra, "clientes", "clientes", 1, "ayn"), u"Dos"_s);
-    s.clientes->Execute("update clientes set ayn = ? where idc = 1", u"Tres"_s);
+    EXPECT_EQ(Nombre(otra), u"Dos"_s);
+    Renombrar(u"Tres"_s);
     s.morvane->Execute("update configuracion set KgLbs = 2");
     QThread::msleep(250);
-    EXPECT_EQ(LeerCampo(otra, "clientes", "clientes", 1, "ayn"), u"Tres"_s);
+    EXPECT_EQ(Nombre(otra), u"Tres"_s);
     EXPECT_EQ(otra.configuracion["KgLbs"].toInt(), 2);
     // The other's list now knows the row; a write of its own keeps it up to date without a read.
-    otra.listas.clientes.FindFirst("idc = ?", 1);
-    otra.listas.clientes.Edit();
-    otra.listas.clientes.Put("ayn", u"Cuatro"_s);
-    otra.listas.clientes.Update();
-    otra.listas.clientes.FindFirst("ayn = ?", u"CUATRO"_s);
-    EXPECT_FALSE(otra.listas.clientes.NoMatch());
+    Recordset &lista = otra.listas.clientes;
+    lista.FindFirst("idc = ?", 1);
+    lista.Edit();
+    lista.Put("ayn", u"Cuatro"_s);
+    lista.Update();
+    lista.FindFirst("ayn = ?", u"CUATRO"_s);
+    EXPECT_FALSE(lista.NoMatch());
 }
 
 TEST_F(Almacen, AListStaysOnItsRowWhileOthersComeAndGo)

@@ -104,15 +104,16 @@ TEST_F(Apertura, ThePathFileIsReadWhateverEditorWroteIt)
 {
     const QString p = carpeta.path() + u'/';
     EXPECT_EQ(LeerRuta(p), p); // no file: the program folder
-    Ruta("/srv/clinica\n");
-    EXPECT_EQ(LeerRuta(p), u"/srv/clinica/"_s);
-    Ruta("\xEF\xBB\xBF/srv/cl\xC3\xADnica/ \r\nsecond line");
-    EXPECT_EQ(LeerRuta(p), u"/srv/clínica/"_s);
-    Ruta("  /srv/dos  casas \t\r\n");
-    EXPECT_EQ(LeerRuta(p), u"/srv/dos  casas/"_s);
-    for (const char *nada : {"", "\r\n", "   \n/srv/x"}) {
-        Ruta(nada);
-        EXPECT_EQ(LeerRuta(p), p);
+    const std::pair<const char *, QString> archivos[] = {
+        {"/srv/clinica\n", u"/srv/clinica/"_s},
+        {"\xEF\xBB\xBF/srv/cl\xC3\xADnica/ \r\nsecond line", u"/srv/clínica/"_s},
+        {"  /srv/dos  casas \t\r\n", u"/srv/dos  casas/"_s},
+        {"", p},
+        {"\r\n", p},
+        {"   \n/srv/x", p}};
+    for (const auto &[contenido, leida] : archivos) {
+        Ruta(contenido);
+        EXPECT_EQ(LeerRuta(p), leida);
     }
 
     // The program folder itself, in other letters, is no network.

@@ -123,29 +123,29 @@ TEST_F(Esquema, TakesNoIdentifierTwiceWhereRowsAreFoundByIt)
 
 TEST_F(Esquema, LeavesRowsInTheOrderOfEntryWhereNothingElseIsAsked)
 {
-    const QDate dia(2026, 3, 11);
+    // The rows come in the order of their numbers and against every other order.
     for (const int n : {1, 2, 3}) {
+        const QString nombre = QString(QChar(u'd' - n)) + u"sur"_s;
         s.morvane->Execute("insert into TareasAgenda (id, tip, ida, dia, hor, fcreacion)"
                            " values (?, ?, 4, ?, ?, ?)",
-                           n, 9 - n, dia, QTime(12 - n, 0), dia);
-        s.finanzas->Execute("insert into Ventas (idventa, fec, tip) values (?, ?, ?)", n, dia,
+                           n, 9 - n, hoy, QTime(12 - n, 0), hoy);
+        s.finanzas->Execute("insert into Ventas (idventa, fec, tip) values (?, ?, ?)", n, hoy,
                             5 - n);
-        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, 1, ?)", n,
-                            QString(QChar(u'd' - n)));
+        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, 1, ?)", n, nombre);
         s.finanzas->Execute("insert into CtaCteC (idVenta, idc, Cancelado) values (?, 1, ?)", n,
                             n != 3);
         s.finanzas->Execute("insert into Articulos (ida, idcat, nom) values (?, 99, ?)", 500 + n,
-                            QString(QChar(u'd' - n)));
-        s.clientes->Execute("insert into CLLocalidad (id, nom, ran) values (?, ?, 0)", n,
-                            QString(QChar(u'd' - n)) + u"sur"_s);
+                            nombre);
+        s.clientes->Execute("insert into CLLocalidad (id, nom, ran) values (?, ?, 0)", n, nombre);
     }
-    const QString orden = u"1\n2\n3\n"_s;
-    EXPECT_EQ(Filas(*s.morvane, "select id from TareasAgenda where dia = #03/11/26#"), orden);
-    EXPECT_EQ(Filas(*s.morvane, "select id from TareasAgenda where fcreacion = #03/11/26#"), orden);
-    EXPECT_EQ(Filas(*s.finanzas, "select idventa from Ventas where fec = #03/11/26#"), orden);
-    EXPECT_EQ(Filas(*s.clientes, "select idm from Mascotas where idc = 1"), orden);
-    EXPECT_EQ(Filas(*s.finanzas, "select idVenta from CtaCteC where idc = 1"), orden);
-    EXPECT_EQ(Filas(*s.finanzas, "select ida - 500 from Articulos where idcat = 99"), orden);
-    EXPECT_EQ(Filas(*s.clientes, "select id from CLLocalidad where nom like '*sur' order by ran"),
-              orden);
+    const std::pair<Base *, const char *> consultas[] = {
+        {s.morvane.get(), "select id from TareasAgenda where dia = #03/11/26#"},
+        {s.morvane.get(), "select id from TareasAgenda where fcreacion = #03/11/26#"},
+        {s.finanzas.get(), "select idventa from Ventas where fec = #03/11/26#"},
+        {s.clientes.get(), "select idm from Mascotas where idc = 1"},
+        {s.finanzas.get(), "select idVenta from CtaCteC where idc = 1"},
+        {s.finanzas.get(), "select ida - 500 from Articulos where idcat = 99"},
+        {s.clientes.get(), "select id from CLLocalidad where nom like '*sur' order by ran"}};
+    for (const auto &[base, sql] : consultas)
+        EXPECT_EQ(Filas(*base, sql), u"1\n2\n3\n") << sql;
 }

@@ -1,9 +1,6 @@
-#include "clients/client_forms.h"
-#include "clients/deletion.h"
 #include "clients/frmpropietarios.h"
 #include "clients/photos.h"
 #include "clients/registry.h"
-#include "store/settings_row.h"
 #include "support/clinic.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
@@ -16,7 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>

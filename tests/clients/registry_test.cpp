@@ -4,7 +4,6 @@
 #include "clients/registry.h"
 #include "support/clinic.h"
 
-#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <thread>

@@ -1,7 +1,6 @@
 #include "ui/window_dialogs.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>

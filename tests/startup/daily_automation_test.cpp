@@ -8,8 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <fcntl.h>
-#include <filesystem>
-#include <fstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -151,8 +149,6 @@ protected:
 
 } // namespace
 
-// --- Food --------------------------------------------------------------------------------------
-
 TEST_F(Dia, FoodIsConsumedForEveryClosedDayAndWarnedOfOnce)
 {
     const struct {
@@ -208,8 +204,6 @@ TEST_F(Dia, LowFoodBooksTheServiceOrOffersByMailAsTheSettingsSay)
                   "1|4|"s + marca + "\n2|4|" + marca + "\n3|4|" + marca + "\n4|5|0|0\n");
     }
 }
-
-// --- Doses -------------------------------------------------------------------------------------
 
 TEST_F(Dia, MissedDosesAreCaughtUpForTenDays)
 {
@@ -362,8 +356,6 @@ TEST_F(Dia, DoseRemindersGoOutAheadOfTheDay)
     EXPECT_EQ(Tareas(), "-42|4|||1|4|9\n");
 }
 
-// --- Birthdays and debts -----------------------------------------------------------------------
-
 TEST_F(Dia, BirthdaysAreGreetedByTheMeasureAndFeaturedClientsByTheirOwn)
 {
     for (int idc : {2, 3})
@@ -431,8 +423,6 @@ TEST_F(Dia, ADebtMovesOneStepWhenItsDaysHavePassed)
     }
 }
 
-// --- Kennels -----------------------------------------------------------------------------------
-
 TEST_F(Dia, LapsedReservationsGoAndGuestsAreCountedUpToTheirLastDay)
 {
     Cliente(2);
@@ -481,8 +471,6 @@ TEST_F(Dia, FeedingRoundsAreMadeAnewForASingleGuest)
     TareasDeInicio(s);
     EXPECT_EQ(Tareas(), ""); // intended: two guests have no rounds
 }
-
-// --- The agenda --------------------------------------------------------------------------------
 
 TEST_F(Dia, TheTaskFlagFallsWithTheLastOpenAppointment)
 {
@@ -543,8 +531,6 @@ TEST_F(Dia, AppointmentsSinceTheLastStartCountAsKeptOrNot)
     TareasDeInicio(s);
     EXPECT_EQ(Pizarra(" where codigo1 = 32"), "");
 }
-
-// --- Housekeeping, greetings, stock, new clients, news -----------------------------------------
 
 TEST_F(Dia, VisitsOlderThanThirtyDaysAreForgotten)
 {
@@ -649,8 +635,6 @@ TEST_F(Dia, NewsStandOnTheBoardUntilTheirLastDay)
     }
 }
 
-// --- Failures ----------------------------------------------------------------------------------
-
 TEST_F(Dia, AFailingStatementIsLoggedAndShownAndTheOthersRun)
 {
     Mascotas({{1}});
@@ -720,8 +704,6 @@ TEST_F(Dia, ARunThatDiesLeavesNothingAndIsRunAgain)
     EXPECT_TRUE(IniciarTareas(s));
     EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n"); // a stock is eaten once
 }
-
-// --- The gate ----------------------------------------------------------------------------------
 
 namespace
 {
@@ -860,42 +842,4 @@ TEST_F(Puerta, ADayThatCannotBeLockedIsToldAndTheAlarmsRingAllTheSame)
     EXPECT_EQ(s.Alarmas.size(), 1u);
     EXPECT_TRUE(QDir(carpeta.path()).rmdir(u"kelvara.dia"_s));
     EXPECT_TRUE(IniciarTareas(s));
-}
-
-// --- The whole board ---------------------------------------------------------------------------
-
-TEST_F(Dia, ARichDayReadsWellInThreeLanguages)
-{
-    Cerrado(3);
-    for (const char *una : {"MedidasRevac", "MedidasRevacDescont", "MedidasCumple",
-                            "MedidasDeudores", "alimentomail", "AutNuevoCliente"})
-        Ajuste(una, 1);
-    s.clientes->Execute("update clientes set email = 'a@b.c', feci = ?", hoy);
-    for (int idm = 1; idm <= 8; ++idm)
-        Mascotas({{idm, idm % 2 ? 0 : 5}});
-    Stock(1, 5, 1);
-    Stock(2, 5, 1);
-    Dosis({{1, -3, 1}, {1, -2, 2}, {2, -1}, {3, 0}, {5, -30, 1}, {5, 0, 2}, {7, 3}});
-    s.clientes->Execute("update mascotas set fecn = ?, int = -1 where idm = 3", QDate(2020, 3, 11));
-    s.finanzas->Execute("insert into ctactec (idc, fecultpago) values (1, ?)", Dentro(-31));
-    Estadia(6, u"r", -1, 3);
-    Estadia(7, u"h", -3, 0);
-    Estadia(8, u"h", -3, -1);
-    Turno(41, 1, Dentro(-1));
-    s.finanzas->Execute("update articulos set can = 1, min = 2 where ida = 4");
-    s.finanzas->Execute("insert into artvenc (ida, ven) values (4, ?)", hoy);
-
-    for (const Idioma idioma : {Idioma::Ingles, Idioma::Espanol, Idioma::Portugues}) {
-        std::ifstream tablero(std::filesystem::path(__FILE__).parent_path()
-                              / ("board_" + CodigoDeIdioma(idioma).toStdString() + ".txt"));
-        // The day as it was, in another language.
-        s.textos = Textos(idioma);
-        s.clientes->Execute("update consumo set can = 5, men = 0");
-        s.finanzas->Execute("update ctactec set men = 0");
-        s.morvane->Execute("delete * from TareasAgenda where tip <> 41");
-        s.clientes->Execute("delete * from mhospedaje where idm = 6");
-        Estadia(6, u"r", -1, 3);
-        TareasDeInicio(s);
-        EXPECT_EQ(Pizarra(), std::string(std::istreambuf_iterator(tablero), {}));
-    }
 }

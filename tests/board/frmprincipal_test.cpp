@@ -73,7 +73,7 @@ protected:
 
 } // namespace
 
-TEST_F(Board, WithoutLinesItSaysSo)
+TEST_F(Board, WithoutLinesItSaysSoUntilF5ReadsWhatOthersHaveWritten)
 {
     show();
     EXPECT_EQ(cell(0), s(4007) + u"\t "_s + QLocale().toString(hoy, QLocale::LongFormat) + u'.');
@@ -81,6 +81,9 @@ TEST_F(Board, WithoutLinesItSaysSo)
     EXPECT_EQ(grid()->model()->rowCount(), 2);
     key(Qt::Key_Return);
     EXPECT_TRUE(taken().isEmpty());
+    AgregarPizarra(s, u"news"_s, 106, 0, 0);
+    key(Qt::Key_F5);
+    EXPECT_EQ(cell(1), u"news"_s);
 }
 
 TEST_F(Board, TheModelKeepsItsContract)
@@ -146,10 +149,8 @@ TEST_F(Board, AClickOpensWhatLiesUnderTheMouse)
 TEST_F(Board, AltAndADigitPressTheButtonsThatLeadSomewhere)
 {
     show();
-    key(Qt::Key_1, Qt::AltModifier);
-    key(Qt::Key_2, Qt::AltModifier);
-    key(Qt::Key_6, Qt::AltModifier);
-    key(Qt::Key_8, Qt::AltModifier);
+    for (const Qt::Key digit : {Qt::Key_1, Qt::Key_2, Qt::Key_6, Qt::Key_8})
+        key(digit, Qt::AltModifier);
     EXPECT_EQ(taken(), QStringList({u"frmPropietarios"_s, u"FrmFinanzas"_s, u"frmagenda"_s}));
     EXPECT_FALSE(board->findChild<QPushButton *>(u"cmdMorvane"_s)->isEnabled());
     for (const BotonDeTablero &b : BotonesDeTablero())
@@ -167,14 +168,6 @@ TEST_F(Board, ACommonUserIsRefusedAnalysis)
     s.usuario.ut = 2;
     key(Qt::Key_3, Qt::AltModifier);
     EXPECT_EQ(taken(), QStringList{u"frmAnalisis"_s});
-}
-
-TEST_F(Board, F5ReadsWhatOthersHaveWritten)
-{
-    show();
-    AgregarPizarra(s, u"news"_s, 106, 0, 0);
-    key(Qt::Key_F5);
-    EXPECT_EQ(cell(1), u"news"_s);
 }
 
 TEST_F(Board, OnlyClosingItEndsTheProgram)

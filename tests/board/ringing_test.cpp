@@ -13,26 +13,28 @@ protected:
     {
         at(10, 0, 0);
         s.finanzas->Execute("delete * from Servicios");
-        s.finanzas->Execute("insert into Articulos (ida, idcat, nom) values (?, 2, ?)", 900,
-                            u"Bath"_s);
-        s.finanzas->Execute("insert into Servicios (ida, tiempo) values (?, 30)", 900);
-        s.clientes->Execute("insert into Clientes (idc, ayn, tel2, telc2) values (?, ?, ?, ?)", 4,
-                            u"Ruiz, Eva"_s, u"555 1"_s, u"555 2"_s);
-        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, ?, ?)", 11, 4,
-                            u"Rex"_s);
+        s.finanzas->Execute("insert into Articulos (ida, idcat, nom) values (900, 2, 'Bath')");
+        s.finanzas->Execute("insert into Servicios (ida, tiempo) values (900, 30)");
+        s.clientes->Execute("insert into Clientes (idc, ayn, tel2, telc2) values "
+                            "(4, 'Ruiz, Eva', '555 1', '555 2')");
+        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (11, 4, 'Rex')");
     }
     void at(int hour, int minute, int second)
     {
         s.reloj.ahora = [=, this] { return QDateTime(hoy, QTime(hour, minute, second)); };
     }
+    static Alarma alarm(QTime time, int tip = 900, std::optional<int> ida = {})
+    {
+        return {.hora = time, .tip = tip, .atendida = false, .ida = ida};
+    }
     bool rings(QTime time)
     {
-        s.Alarmas = {{.hora = time, .tip = 900, .atendida = false, .ida = {}}};
+        s.Alarmas = {alarm(time)};
         return !AlarmasQueSuenan(s).isEmpty();
     }
     QString said(int tip, std::optional<int> ida = {})
     {
-        s.Alarmas = {{.hora = QTime(10, 1), .tip = tip, .atendida = false, .ida = ida}};
+        s.Alarmas = {alarm(QTime(10, 1), tip, ida)};
         return AlarmasQueSuenan(s).join(u'|');
     }
 };
@@ -51,10 +53,9 @@ TEST_F(Ringing, FromTwoMinutesBeforeUntilTheMinuteIsOver)
 
 TEST_F(Ringing, OnceEach)
 {
-    s.Alarmas = {{.hora = QTime(10, 1), .tip = 900, .atendida = false, .ida = {}},
-                 {.hora = QTime(10, 2), .tip = -47, .atendida = false, .ida = {}},
-                 {.hora = QTime(10, 1), .tip = 900, .atendida = true, .ida = {}},
-                 {.hora = QTime(11, 0), .tip = 900, .atendida = false, .ida = {}}};
+    s.Alarmas = {alarm(QTime(10, 1)), alarm(QTime(10, 2), -47), alarm(QTime(10, 1)),
+                 alarm(QTime(11, 0))};
+    s.Alarmas[2].atendida = true;
     EXPECT_EQ(AlarmasQueSuenan(s), QStringList({u"Agenda: Bath"_s, u"Agenda: "_s + s(21)}));
     EXPECT_TRUE(AlarmasQueSuenan(s).isEmpty());
     at(10, 59, 0);
@@ -74,17 +75,17 @@ TEST_F(Ringing, SaysTheServiceAndThePatientWhereItIsKnown)
 TEST_F(Ringing, AnAlarmWhoseNameCannotBeReadStillRings)
 {
     s.finanzas->Execute("drop table Servicios");
-    s.Alarmas = {{.hora = QTime(10, 1), .tip = 900, .atendida = false, .ida = {}},
-                 {.hora = QTime(10, 1), .tip = -47, .atendida = false, .ida = {}}};
+    s.Alarmas = {alarm(QTime(10, 1)), alarm(QTime(10, 1), -47)};
     EXPECT_EQ(AlarmasQueSuenan(s), QStringList({u"Agenda: "_s, u"Agenda: "_s + s(21)}));
 }
 
 TEST_F(Ringing, TheDayChangesAtMidnightAndNotWhenTheClockIsSetBack)
 {
-    s.reloj.ahora = [this] { return QDateTime(hoy, QTime(23, 59, 59)); };
-    EXPECT_FALSE(CambioElDia(s));
-    s.reloj.ahora = [this] { return QDateTime(hoy.addDays(1), QTime(0, 0)); };
-    EXPECT_TRUE(CambioElDia(s));
-    s.reloj.ahora = [this] { return QDateTime(hoy.addDays(-1), QTime(12, 0)); };
-    EXPECT_FALSE(CambioElDia(s));
+    const std::pair<QDateTime, bool> moments[] = {{{hoy, QTime(23, 59, 59)}, false},
+                                                  {{hoy.addDays(1), QTime(0, 0)}, true},
+                                                  {{hoy.addDays(-1), QTime(12, 0)}, false}};
+    for (const auto &[moment, changed] : moments) {
+        s.reloj.ahora = [=] { return moment; };
+        EXPECT_EQ(CambioElDia(s), changed);
+    }
 }

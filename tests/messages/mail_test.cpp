@@ -18,14 +18,10 @@ protected:
     void Cuenta(const ServidorDeCorreo &servidor, Cifrado cifrado,
                 const QString &contrasena = u"llave"_s)
     {
+        ASSERT_TRUE(servidor.Vive());
         s.carpetaDePrograma = carpeta.path() + u'/';
-        CuentaDeCorreo c;
-        c.usuario = u"vet@clinic.example"_s;
-        c.contrasena = contrasena;
-        c.servidor = u"localhost"_s;
-        c.puerto = servidor.Puerto();
-        c.cifrado = cifrado;
-        GuardarCuentaDeCorreo(s, c);
+        GuardarCuentaDeCorreo(
+            s, {u"vet@clinic.example"_s, contrasena, u"localhost"_s, servidor.Puerto(), cifrado});
         GuardarAjusteDeMaquina(s, u"correo/autoridad"_s, servidor.Autoridad());
         GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"2"_s);
     }
@@ -62,7 +58,6 @@ TEST_F(Correo, ALineIsMadeSafeAndCarriesAWholeRun)
         if (cifrado != Cifrado::Ninguno)
             opciones << (cifrado == Cifrado::Tls ? u"--tls"_s : u"--starttls"_s);
         ServidorDeCorreo servidor(opciones);
-        ASSERT_TRUE(servidor.Vive());
         Cuenta(servidor, cifrado);
         QString error;
         auto correo = AbrirSesionCorreo(s, &error);
@@ -91,7 +86,6 @@ TEST_F(Correo, ALineIsMadeSafeAndCarriesAWholeRun)
 TEST_F(Correo, ASessionThatCannotBeTrustedOrEnteredIsNone)
 {
     ServidorDeCorreo servidor(conClave + QStringList{u"--starttls"_s});
-    ASSERT_TRUE(servidor.Vive());
     QString error;
     Cuenta(servidor, Cifrado::StartTls, u"otra"_s);
     EXPECT_FALSE(AbrirSesionCorreo(s, &error)) << "wrong password";
@@ -126,7 +120,6 @@ TEST_F(Correo, OneMessageThatFailsEndsAlone)
 {
     ServidorDeCorreo servidor(
         {u"--refuse"_s, u"no@x.example,nunca@x.example"_s, u"--drop-at"_s, u"3"_s});
-    ASSERT_TRUE(servidor.Vive());
     auto correo = Entrar(servidor);
     EXPECT_TRUE(correo->Enviar(u"1"_s, u"si@x.example"_s, u"1"_s));
     // Refused addresses are no reason to give the run up, however many follow one another.
@@ -142,7 +135,6 @@ TEST_F(Correo, OneMessageThatFailsEndsAlone)
 TEST_F(Correo, AServerThatTakesAFewOnALineGetsTheRestOnAnother)
 {
     ServidorDeCorreo servidor({u"--close-after"_s, u"2"_s});
-    ASSERT_TRUE(servidor.Vive());
     auto correo = Entrar(servidor);
     for (int i = 1; i <= 5; ++i)
         EXPECT_TRUE(correo->Enviar(QString::number(i), u"si@x.example"_s, u"x"_s))
@@ -155,14 +147,12 @@ TEST_F(Correo, AServerThatFallsSilentIsNotWaitedForWithEveryMessage)
     QElapsedTimer reloj;
     reloj.start();
     ServidorDeCorreo mudo({u"--mute"_s});
-    ASSERT_TRUE(mudo.Vive());
     Cuenta(mudo, Cifrado::Ninguno);
     int vueltas = 0;
     EXPECT_FALSE(AbrirSesionCorreo(s, nullptr, [&vueltas] { ++vueltas; }));
     EXPECT_GT(vueltas, 0) << "whoever waits can repaint";
 
     ServidorDeCorreo servidor({u"--hang-at"_s, u"2"_s});
-    ASSERT_TRUE(servidor.Vive());
     auto correo = Entrar(servidor);
     EXPECT_TRUE(correo->Enviar(u"1"_s, u"si@x.example"_s, u"x"_s));
     for (int i = 0; i < 30; ++i)
@@ -175,7 +165,6 @@ TEST_F(Correo, AServerThatFallsSilentIsNotWaitedForWithEveryMessage)
 TEST_F(Correo, WhatStandsInNamesAndTextsAddsNoHeaderAndNoRecipient)
 {
     ServidorDeCorreo servidor;
-    ASSERT_TRUE(servidor.Vive());
     s.clinica.nom = u"El Ombú\r\nBcc: <evil@y.example>\r\n\r\nx"_s;
     auto correo = Entrar(servidor);
     EXPECT_TRUE(correo->Enviar(u"hi\r\nBcc: evil@y.example\n\nbody"_s,
@@ -203,11 +192,9 @@ TEST_F(Correo, WhatStandsInNamesAndTextsAddsNoHeaderAndNoRecipient)
 TEST_F(Correo, AClientWithoutAnAddressIsMarked)
 {
     ServidorDeCorreo servidor;
-    ASSERT_TRUE(servidor.Vive());
-    s.clientes->Execute("insert into clientes (idc, ayn, email) values (1, 'A', 'a@x.example')");
-    s.clientes->Execute("insert into clientes (idc, ayn, email) values (2, 'B', 'no at sign')");
-    s.clientes->Execute("insert into clientes (idc, ayn, email) values (3, 'C', '@')");
-    s.clientes->Execute("insert into clientes (idc, ayn) values (4, 'D')");
+    for (int idc = 0; const Valor &email :
+                      {Valor(u"a@x.example"_s), Valor(u"no at sign"_s), Valor(u"@"_s), Valor()})
+        s.clientes->Execute("insert into clientes (idc, email) values (?, ?)", ++idc, email);
     auto correo = Entrar(servidor);
     QString enviados;
     for (int idc = 1; idc <= 5; ++idc)

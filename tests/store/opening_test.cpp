@@ -15,11 +15,6 @@ namespace
 class Apertura : public Clinica
 {
 protected:
-    QString Archivo(const char16_t *base)
-    {
-        return carpeta.filePath(ArchivoDe(QString::fromUtf16(base)));
-    }
-
     // Opens the folder with another session, as a program that starts now would.
     std::optional<FallaDeApertura> Abrir()
     {
@@ -54,35 +49,28 @@ TEST_F(Apertura, FilesAreEncryptedAndHoldNoName)
     }
 }
 
-TEST_F(Apertura, EachFileThatIsMissingSaysTheStatedMessage)
+TEST_F(Apertura, MissingAndDamagedFilesAreToldAndLeftAsTheyAre)
 {
-    for (const char16_t *base : {u"morvane", u"clientes", u"finanzas"}) {
-        const QByteArray bytes = Leer(Archivo(base));
-        QFile::remove(Archivo(base));
-        const auto falla = Abrir();
-        ASSERT_TRUE(falla);
-        EXPECT_EQ(falla->numero, ErrorNum::BaseNoEncontrada);
-        EXPECT_TRUE(falla->texto.startsWith(u"Can not open the database."_s));
-        Escribir(Archivo(base), bytes);
-    }
-    EXPECT_FALSE(Abrir());
-}
-
-TEST_F(Apertura, DamagedFilesAreToldAndLeftAsTheyAre)
-{
-    for (const char16_t *base : {u"morvane", u"clientes", u"finanzas"}) {
-        const QByteArray bytes = Leer(Archivo(base));
-        const QByteArray casos[] = {"this is a text", QByteArray(8192, 'x'),
-                                    bytes.left(bytes.size() / 2 / 4096 * 4096), QByteArray()};
-        for (const QByteArray &caso : casos) {
-            Escribir(Archivo(base), caso);
+    for (const QString &base : {u"morvane"_s, u"clientes"_s, u"finanzas"_s}) {
+        const QString archivo = carpeta.filePath(ArchivoDe(base));
+        const QByteArray bytes = Leer(archivo);
+        ASSERT_TRUE(QFile::rename(archivo, archivo + u'x'));
+        const auto sin = Abrir();
+        ASSERT_TRUE(sin);
+        EXPECT_EQ(sin->numero, ErrorNum::BaseNoEncontrada);
+        EXPECT_TRUE(sin->texto.startsWith(u"Can not open the database."_s));
+        ASSERT_TRUE(QFile::rename(archivo + u'x', archivo));
+        for (const QByteArray &roto : {"this is a text"_ba, QByteArray(8192, 'x'), QByteArray(),
+                                       bytes.left(bytes.size() / 2 / 4096 * 4096)}) {
+            Escribir(archivo, roto);
             const auto falla = Abrir();
-            ASSERT_TRUE(falla) << caso.size();
-            EXPECT_EQ(falla->numero, ErrorNum::BaseDanada) << caso.size();
-            EXPECT_TRUE(falla->texto.contains(ArchivoDe(QString::fromUtf16(base))));
-            EXPECT_EQ(Leer(Archivo(base)), caso);
+            ASSERT_TRUE(falla) << roto.size();
+            EXPECT_EQ(falla->numero, ErrorNum::BaseDanada) << roto.size();
+            EXPECT_TRUE(falla->texto.contains(ArchivoDe(base)));
+            EXPECT_EQ(Leer(archivo), roto);
         }
-        Escribir(Archivo(base), bytes);
+        Escribir(archivo, bytes);
+        EXPECT_FALSE(Abrir());
     }
     s.morvane->Execute("delete * from configuracion");
     ASSERT_TRUE(Abrir());

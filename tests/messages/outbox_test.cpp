@@ -231,9 +231,12 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     for (const int tip : {-46, -51, -42, -41})
         task(tip, 11, 1);
     task(-43, 2, 3);
+    const int done = task(-46, 12, 1);
+    s.morvane->Execute("update TareasAgenda set est = -1 where id = ?", done);
     ask.Espera(u"Can not log messaging"_s);
     EnviarMensajes(s, hoy);
-    EXPECT_EQ(tasks(), u"-46|11|1|\n-51|11|1|\n-42|11|1|\n-41|11|1|\n-43|2|3|\n"_s);
+    EXPECT_EQ(tasks(), u"-46|11|1|\n-51|11|1|\n-42|11|1|\n-41|11|1|\n-43|2|3|\n"
+                       u"-46|12|1|\n"_s);
     const QString line = u"116|34|0|Unable to send emails. Please configure your email. (click "
                          u"here for instructions)\n"_s;
     EXPECT_EQ(board(), line);
@@ -252,7 +255,7 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     ask.Espera(letterFor(u"Toby"_s), true);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-46|11|2|2026-03-11\n-51|11|1|\n-42|11|2|2026-03-11\n-41|11|1|\n"
-                       u"-43|2|2|2026-03-11\n"_s);
+                       u"-43|2|2|2026-03-11\n-46|12|1|\n"_s);
     EXPECT_EQ(impresion.impresos,
               (QStringList{u"Congratulations on birthday"_s, u"Scheduled product reminder"_s}));
     EXPECT_EQ(board(), line);

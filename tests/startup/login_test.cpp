@@ -49,43 +49,34 @@ TEST_F(LoginRules, EverybodyElseIsAsked)
     EXPECT_EQ(s.usuario.idu, 0);
 }
 
-TEST_F(LoginRules, TheNameIsFoundWhateverItsCaseAndWithWildcards)
-{
-    user(1, u"Ana"_s, u"secret"_s);
-    user(2, u"José"_s, Valor());
-    Login login = EmpezarLogin(s);
-
-    DarNombre(s, login, u"nobody"_s);
-    EXPECT_EQ(login.paso, Paso::PideNombre);
-    EXPECT_EQ(login.aviso, s(3460));
-    DarNombre(s, login, u""_s);
-    EXPECT_EQ(login.paso, Paso::PideNombre);
-
-    DarNombre(s, login, u"*"_s);
-    EXPECT_EQ(login.paso, Paso::PideContrasena);
-    EXPECT_EQ(login.aviso, s(3459) + u" Ana."_s);
-    EXPECT_EQ(s.usuario.idu, 0) << "nobody is in before the password";
-
-    DarNombre(s, login, u"JOSÉ"_s);
-    EXPECT_EQ(login.paso, Paso::Dentro);
-    EXPECT_EQ(s.usuario.nom, u"José"_s);
-}
-
-TEST_F(LoginRules, ThePasswordIsComparedExactly)
+TEST_F(LoginRules, TheNameIsFoundWhateverItsCaseAndThePasswordComparedExactly)
 {
     user(1, u"Ana"_s, u"Secret"_s);
+    user(2, u"José"_s, Valor());
     Login login = EmpezarLogin(s);
     DarContrasena(s, login, u"Secret"_s);
     EXPECT_EQ(login.paso, Paso::PideNombre) << "a password without a name is nothing";
-    DarNombre(s, login, u"ana"_s);
+    for (const auto &nobody : {u""_s, u"nobody"_s}) {
+        DarNombre(s, login, nobody);
+        EXPECT_EQ(login.paso, Paso::PideNombre);
+    }
+    EXPECT_EQ(login.aviso, s(3460));
+
+    DarNombre(s, login, u"*"_s);
+    EXPECT_EQ(login.aviso, s(3459) + u" Ana."_s);
     for (const auto &wrong : {u"secret"_s, u"Secret "_s, u"S*"_s}) {
+        EXPECT_EQ(login.paso, Paso::PideContrasena);
+        EXPECT_EQ(s.usuario.idu, 0) << "nobody is in before the password";
         DarContrasena(s, login, wrong);
         EXPECT_EQ(login.aviso, s(3458));
-        EXPECT_EQ(login.paso, Paso::PideContrasena);
     }
     DarContrasena(s, login, u"Secret"_s);
     EXPECT_EQ(login.paso, Paso::Dentro);
     EXPECT_EQ(s.usuario.idu, 1);
+
+    DarNombre(s, login, u"JOSÉ"_s);
+    EXPECT_EQ(login.paso, Paso::Dentro) << "who has no password is not asked for it";
+    EXPECT_EQ(s.usuario.nom, u"José"_s);
 }
 
 TEST_F(LoginRules, TheFifthTryEndsTheProgramEvenIfItIsRight)

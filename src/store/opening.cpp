@@ -8,14 +8,7 @@ namespace
 
 QString TextoDe(const Sesion &s, const ErrorDeAlmacen &e)
 {
-    switch (e.numero) {
-    case ErrorNum::BaseNoEncontrada:
-        return s(3410);
-    case ErrorNum::BaseDanada:
-        return s(9001) + u'\n' + e.descripcion;
-    default:
-        return TextoDeError(s, e);
-    }
+    return e.numero == ErrorNum::BaseNoEncontrada ? s(3410) : TextoDeError(s, e);
 }
 
 void AbrirListas(Sesion &s)

@@ -1,10 +1,6 @@
-// How much of a long run is ours and how much the mail server's: no test, a measurement.
-//
-//     cmake --build build/dev --target outbox_speed && build/dev/tests/messages/outbox_speed
-//     [mails]
-//
-// Prints the seconds of a bare loop of the mail library over one connection, those of the outbox
-// with as many tasks on the same server, and the ratio, three times.
+// How much of a long run of the outbox is ours and how much the mail server's. Prints the seconds
+// of a bare loop of the mail library over one connection, those of the outbox with as many tasks on
+// the same server, and the ratio, three times.
 
 #include "agenda/tasks.h"
 #include "messages/mail_account.h"

@@ -109,30 +109,30 @@ QString ConceptoDeTarea(Sesion &s, int tip, qint64 artaux)
 QString MotivoDeTarea(const Sesion &s, int tip)
 {
     switch (tip) {
-    case -41:
+    case TipoTarea::FaltaAlimento:
         return s(Oferta);
-    case -42:
+    case TipoTarea::RecordatorioDosis:
         return s(ProductoPlanificado);
-    case -43:
+    case TipoTarea::RecordatorioDeuda:
         return s(Deuda);
-    case -44:
-    case -70:
+    case TipoTarea::RegularizarMorosidad:
+    case TipoTarea::MorosoPrepaga:
         return s(Prepaga);
-    case -45:
+    case TipoTarea::Reabastecer:
         return s(Reabastecer);
-    case -46:
+    case TipoTarea::Cumpleanos:
         return s(Cumpleanos);
-    case -48:
+    case TipoTarea::Cita:
         return s(Cita);
-    case -49:
+    case TipoTarea::RecordatorioTurno:
         return s(PedidoPorInternet);
-    case -50:
+    case TipoTarea::DosisDiscontinuada:
         return s(Discontinuado);
-    case -51:
+    case TipoTarea::CumpleanosDestacado:
         return s(CumpleanosDestacado);
-    case -71:
+    case TipoTarea::NuevoCliente:
         return s(NuevosClientes);
-    case -72:
+    case TipoTarea::Frecuente:
         return s(Frecuentes);
     default:
         return {};
@@ -213,21 +213,21 @@ QString IconoDeHoja(const Sesion &s, const QString &concepto)
 Sujeto SujetoDeTarea(int tip)
 {
     switch (tip) {
-    case -41:
-    case -42:
-    case -46:
-    case -50:
-    case -51:
+    case TipoTarea::FaltaAlimento:
+    case TipoTarea::RecordatorioDosis:
+    case TipoTarea::Cumpleanos:
+    case TipoTarea::DosisDiscontinuada:
+    case TipoTarea::CumpleanosDestacado:
         return Sujeto::Paciente;
-    case -43:
-    case -44:
-    case -48:
-    case -49:
-    case -70:
-    case -71:
-    case -72:
+    case TipoTarea::RecordatorioDeuda:
+    case TipoTarea::RegularizarMorosidad:
+    case TipoTarea::Cita:
+    case TipoTarea::RecordatorioTurno:
+    case TipoTarea::MorosoPrepaga:
+    case TipoTarea::NuevoCliente:
+    case TipoTarea::Frecuente:
         return Sujeto::Cliente;
-    case -45:
+    case TipoTarea::Reabastecer:
         return Sujeto::Proveedor;
     case TipoTarea::TareaDeUsuario:
         return Sujeto::Usuario;

@@ -79,7 +79,7 @@ QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
 {
     return s.morvane
         ->Leer("select hor from TareasAgenda where dia = ? and est = 0 and fmedio is null and "
-               "ida = ?",
+               "ida = ? and tip > 0 order by hor",
                dia, idm)
         .toTime();
 }

@@ -10,19 +10,31 @@ struct Tarea {
     QDate dia;     // day of the task; invalid for what is only a communication
     QTime hor;     // dropped without a day
     QTime ala;     // alarm; dropped without a day
-    int medio = 0; // 0 none, 1 e-mail, 2 letter, 3 e-mail or letter, 4 home delivery round
+    int medio = 0; // how its subject is reached, of namespace Medio
     QDate fcreacion;
     qint64 artaux = 0; // product of a dose or food task
     QString des;
 };
+
+namespace Medio
+{
+inline constexpr int Ninguno = 0;
+inline constexpr int Correo = 1;
+inline constexpr int Carta = 2;
+inline constexpr int CorreoOCarta = 3;
+inline constexpr int Reparto = 4; // the clinic comes to the client's home
+} // namespace Medio
 
 namespace TipoTarea
 {
 inline constexpr int FaltaAlimento = -41;
 inline constexpr int RecordatorioDosis = -42;
 inline constexpr int RecordatorioDeuda = -43;
+inline constexpr int RegularizarMorosidad = -44;
+inline constexpr int Reabastecer = -45;
 inline constexpr int Cumpleanos = -46;
 inline constexpr int Racion = -47;
+inline constexpr int Cita = -48;
 inline constexpr int RecordatorioTurno = -49;
 inline constexpr int DosisDiscontinuada = -50;
 inline constexpr int CumpleanosDestacado = -51;

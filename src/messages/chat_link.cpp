@@ -3,6 +3,8 @@
 #include "store/lookups.h"
 #include "store/settings_row.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -28,7 +30,15 @@ QString Cifras(const QString &texto)
 
 QString Movil(Sesion &s, int idc) { return LeerCampo(s, "clientes", "clientes", idc, "telc2"); }
 
-QString Primero(const QString &telefonos) { return telefonos.section(u',', 0, 0).trimmed(); }
+// The first number of several, without the (0) that is dialled at home alone.
+QString Primero(const QString &telefonos)
+{
+    static const QRegularExpression separador(uR"([,;]|\s/\s)"_s);
+    for (const QString &parte : telefonos.split(separador))
+        if (!Cifras(parte).isEmpty())
+            return parte.trimmed().remove(u"(0)"_s);
+    return {};
+}
 
 bool LlevaPais(const QString &numero)
 {
@@ -38,7 +48,7 @@ bool LlevaPais(const QString &numero)
 // nullopt when the user backed out or typed what is no code.
 std::optional<QString> Pais(Sesion &s)
 {
-    const QString guardado = LeerAjusteDeMaquina(s, AjusteDePais);
+    const QString guardado = LeerAjusteDeClinica(s, AjusteDePais);
     if (!guardado.isEmpty())
         return guardado;
     const auto dicho = s.dialogos.PedirTexto(s(Chat), s(PidaPais));
@@ -51,7 +61,7 @@ std::optional<QString> Pais(Sesion &s)
         s.dialogos.Mensaje(s(PaisNoValido));
         return std::nullopt;
     }
-    GuardarAjusteDeMaquina(s, AjusteDePais, pais);
+    GuardarAjusteDeClinica(s, AjusteDePais, pais);
     return pais;
 }
 
@@ -75,19 +85,17 @@ bool TieneChat(Sesion &s, int idc)
     return !NumeroParaChat(Movil(s, idc), u"0"_s).isEmpty();
 }
 
-QUrl EnlaceDeChat(Sesion &s, int idc, const QString &texto)
+std::optional<QUrl> EnlaceDeChat(Sesion &s, int idc, const QString &texto)
 {
-    if (!TieneChat(s, idc))
-        return {};
     const QString movil = Movil(s, idc);
     std::optional<QString> pais = QString();
     if (!LlevaPais(Primero(movil)))
         pais = Pais(s);
     if (!pais)
-        return {};
+        return std::nullopt;
     const QString numero = NumeroParaChat(movil, *pais);
     if (numero.isEmpty())
-        return {};
+        return QUrl();
     QUrl enlace(u"https://wa.me/"_s + numero);
     enlace.setQuery(u"text="_s + QString::fromLatin1(QUrl::toPercentEncoding(texto)));
     return enlace;

@@ -13,7 +13,8 @@ QString NumeroParaChat(const QString &telefonos, const QString &pais);
 /// Whether the client has a mobile number to chat with.
 bool TieneChat(Sesion &s, int idc);
 
-/// The link. Where a number stands without a country code, the one of this machine's setting
+/// The link. Where a number stands without a country code, the one of the clinic's setting
 /// `chat/pais` is taken; the user is asked for it once.
-/// @return an invalid address when the client has no mobile number, or no code was given
-QUrl EnlaceDeChat(Sesion &s, int idc, const QString &texto);
+/// @return an invalid address when the client's is no number to write to; nullopt when the user
+/// gave no code
+std::optional<QUrl> EnlaceDeChat(Sesion &s, int idc, const QString &texto);

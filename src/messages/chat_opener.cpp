@@ -1,6 +1,7 @@
 #include "messages/chat_opener.h"
 
 #include "messages/chat_link.h"
+#include "store/lookups.h"
 #include "ui/help_line.h"
 
 #include <QDesktopServices>
@@ -8,7 +9,7 @@
 namespace
 {
 
-enum Texto { SinMovil = 9965, SinNavegador = 9969 };
+enum Texto { SinMovil = 9965, SinNavegador = 9969, MovilNoValido = 9984 };
 
 } // namespace
 
@@ -23,7 +24,9 @@ void AbrirChat(Sesion &s, const AbridorDeEnlaces &abrir, LineaDeAyuda &ayuda, in
     ayuda.Limpiar();
     if (!TieneChat(s, idc))
         return ayuda.Fallo(s(SinMovil));
-    const QUrl enlace = EnlaceDeChat(s, idc, texto);
-    if (enlace.isValid() && !abrir(enlace))
+    const std::optional<QUrl> enlace = EnlaceDeChat(s, idc, texto);
+    if (enlace && !enlace->isValid())
+        ayuda.Fallo(s(MovilNoValido).arg(LeerCampo(s, "clientes", "clientes", idc, "telc2")));
+    else if (enlace && !abrir(*enlace))
         ayuda.Fallo(s(SinNavegador));
 }

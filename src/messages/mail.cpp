@@ -17,16 +17,18 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-enum Texto { SinCuenta = 4601, SinServidor = 9980 };
+enum Texto { SinCuenta = 4601, SinServidor = 9980, DireccionNoValida = 9983 };
 
 // A server that is there answers in a second; a phone line out of town may take some.
 constexpr long SegundosParaConectar = 15;
 constexpr int SegundosPorMensaje = 60; // unless this machine's setting says otherwise
 constexpr int SegundosComoMucho = 3600;
+constexpr long SegundosParaDespedirse = 2;
 constexpr int FallosSeguidos = 2; // of the line, after which the run is given up
 
 constexpr long Rechazo = 400;       // this reply and all above it say no
 constexpr long CierraLaLinea = 421; // says no and hangs up
+constexpr long EsperaElTexto = 354; // the last word of a server that has not judged the text yet
 
 struct LiberarCurl {
     void operator()(CURL *c) const { curl_easy_cleanup(c); }
@@ -56,6 +58,7 @@ struct Lectura {
     QByteArray bytes;
     qsizetype leidos = 0;
 
+    bool Toda() const { return leidos == bytes.size(); }
     static size_t Leer(char *donde, size_t uno, size_t cuantos, void *lectura) noexcept
     {
         Lectura &l = *static_cast<Lectura *>(lectura);
@@ -98,7 +101,11 @@ public:
         m_url = url.host().isEmpty() ? QByteArray() : url.toEncoded();
     }
 
-    ~CorreoPorSmtp() override = default; // closing the handle says QUIT
+    ~CorreoPorSmtp() override
+    {
+        if (m_dentro)
+            Despedirse();
+    }
 
     /// Connects, makes the line safe and signs on.
     bool Entrar()
@@ -111,38 +118,42 @@ public:
         Preparar();
         curl_easy_setopt(m_curl.get(), CURLOPT_CUSTOMREQUEST, "NOOP");
         curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
-        return Correr() == CURLE_OK;
+        m_dentro = Correr() == CURLE_OK;
+        return m_dentro;
     }
 
     bool Enviar(const QString &asunto, const QString &direcciones, const QString &cuerpo) override
     {
         const QStringList destinos = DireccionesValidas(direcciones);
         if (destinos.isEmpty()) {
-            m_error = direcciones;
+            m_error = m_s(DireccionNoValida).arg(direcciones.simplified());
             return false;
         }
         if (m_perdida)
             return false; // the reason is told already
-        CURLcode codigo = Transmitir(asunto, destinos, cuerpo);
+        Suerte suerte = Transmitir(asunto, destinos, cuerpo);
         // A server that takes so many messages on one line says so: this one it has not taken.
-        if (codigo != CURLE_OK && Respuesta() == CierraLaLinea && Entrar())
-            codigo = Transmitir(asunto, destinos, cuerpo);
-        if (codigo == CURLE_OK || EsDelMensaje(codigo)) {
+        if (suerte == Suerte::OtraLinea && Entrar())
+            suerte = Transmitir(asunto, destinos, cuerpo);
+        if (suerte == Suerte::Tomado || suerte == Suerte::Rechazado) {
             m_fallos = 0;
-            return codigo == CURLE_OK;
+            return suerte == Suerte::Tomado;
         }
-        // A line that broke is made once again, for the messages that follow. This one is not sent
-        // a second time: the server may have taken it before the line broke.
+        // A line that broke is made once again, for the messages that follow.
         const QString motivo = m_error;
+        Despedirse();
         m_perdida = ++m_fallos >= FallosSeguidos || !Entrar();
         m_error = motivo;
-        return false;
+        return suerte == Suerte::SinRespuesta;
     }
 
     QString Error() const override { return m_error; }
     bool Perdida() const override { return m_perdida; }
 
 private:
+    // What became of a message. Without an answer to the whole of its text the server may have it.
+    enum class Suerte { Tomado, Rechazado, SinRespuesta, OtraLinea, Rota };
+
     void Preparar()
     {
         CURL *c = m_curl.get();
@@ -168,6 +179,18 @@ private:
         curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, &Mientras);
     }
 
+    // Ends the line. Left to itself the library would use a line that fell silent again, and at the
+    // end wait two minutes for an answer to its QUIT.
+    void Despedirse()
+    {
+        Preparar();
+        curl_easy_setopt(m_curl.get(), CURLOPT_CUSTOMREQUEST, "QUIT");
+        curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
+        curl_easy_setopt(m_curl.get(), CURLOPT_TIMEOUT, SegundosParaDespedirse);
+        curl_easy_perform(m_curl.get());
+        m_dentro = false;
+    }
+
     static int Mientras(void *mientras, curl_off_t, curl_off_t, curl_off_t, curl_off_t) noexcept
     {
         (*static_cast<const std::function<void()> *>(mientras))();
@@ -182,13 +205,19 @@ private:
         return codigo;
     }
 
-    // The server has judged this message; the next one may please it.
-    bool EsDelMensaje(CURLcode codigo) const
+    Suerte SuerteDe(CURLcode codigo, bool entregadoEntero) const
     {
         const long respuesta = Respuesta();
-        return respuesta >= Rechazo && respuesta != CierraLaLinea
-               && (codigo == CURLE_SEND_ERROR || codigo == CURLE_RECV_ERROR
-                   || codigo == CURLE_WEIRD_SERVER_REPLY);
+        if (codigo == CURLE_OK)
+            return Suerte::Tomado;
+        if (respuesta == CierraLaLinea)
+            return Suerte::OtraLinea;
+        // The server has judged this message; the next one may please it.
+        if (respuesta >= Rechazo
+            && (codigo == CURLE_SEND_ERROR || codigo == CURLE_RECV_ERROR
+                || codigo == CURLE_WEIRD_SERVER_REPLY))
+            return Suerte::Rechazado;
+        return respuesta == EsperaElTexto && entregadoEntero ? Suerte::SinRespuesta : Suerte::Rota;
     }
 
     CURLcode Correr()
@@ -200,7 +229,7 @@ private:
         return codigo;
     }
 
-    CURLcode Transmitir(const QString &asunto, const QStringList &destinos, const QString &cuerpo)
+    Suerte Transmitir(const QString &asunto, const QStringList &destinos, const QString &cuerpo)
     {
         Preparar();
         CURL *c = m_curl.get();
@@ -216,7 +245,8 @@ private:
         curl_easy_setopt(c, CURLOPT_READFUNCTION, &Lectura::Leer);
         curl_easy_setopt(c, CURLOPT_READDATA, &mensaje);
         curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, curl_off_t(mensaje.bytes.size()));
-        return Correr();
+        const CURLcode codigo = Correr();
+        return SuerteDe(codigo, mensaje.Toda());
     }
 
     QByteArray Mensaje(const QString &asunto, const QStringList &destinos,
@@ -251,6 +281,7 @@ private:
     QString m_error;
     long m_segundos; // that a message may take
     int m_fallos = 0;
+    bool m_dentro = false;
     bool m_perdida = false;
     char m_detalle[CURL_ERROR_SIZE] = {};
 };

@@ -14,11 +14,13 @@ public:
 
     /// Hands one message to the server and waits for its answer, for a limited time. A server that
     /// fell silent or hung up several times in a row is not tried again. @param direcciones one or
-    /// more, parted by commas; the message counts as sent when the server takes one of them
+    /// more, parted by commas; the message counts as sent when the server takes one of them, and
+    /// also when it has the whole text and does not answer: what may have arrived is never sent
+    /// twice
     /// @return false when it was not taken; see Error
     virtual bool Enviar(const QString &asunto, const QString &direcciones,
                         const QString &cuerpo) = 0;
-    /// Why the last message was not taken, in the server's or the library's words.
+    /// Why the last message was not taken, or not answered, in the server's or the library's words.
     virtual QString Error() const = 0;
     /// Whether the server has been given up, so that nothing more will be taken.
     virtual bool Perdida() const = 0;

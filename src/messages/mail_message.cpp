@@ -88,8 +88,10 @@ QByteArray ValorDeCabecera(const QString &texto)
 QStringList DireccionesValidas(const QString &texto)
 {
     static const QRegularExpression partes(u"[,;]"_s);
+    // Letters of other alphabets are for servers that few clinics have; before the at sign they are
+    // slips of the hand nearly always.
     static const QRegularExpression direccion(
-        uR"(^[^\s@<>()\[\]\\"',;:\x00-\x20\x7f]+@[^\s@<>()\\"',;\x00-\x20\x7f]+$)"_s);
+        uR"(^[^@<>()\[\]\\"',;:\x00-\x20\x7f-\x{10ffff}]+@[^\s@<>()\\"',;\x00-\x20\x7f]+$)"_s);
     QStringList validas;
     for (const QString &parte : texto.split(partes, Qt::SkipEmptyParts)) {
         const QString una = parte.trimmed();

@@ -8,6 +8,7 @@
 #include "messages/templates.h"
 #include "printing/letter.h"
 #include "printing/report.h"
+#include "store/data_folder.h"
 #include "store/lookups.h"
 #include "store/opening.h"
 
@@ -36,7 +37,12 @@ constexpr int DibujoSinCorreo = 116; // the line is written once, and known by i
 constexpr int VerVideos = 34;        // click code of the page with the videos
 constexpr int DibujoComunicacion = 109;
 constexpr int VerAgendaDeHoy = 8;
-constexpr int EmailOCarta = 3; // value of the three measures
+
+// How long a terminal waits for another one that is sending mails.
+constexpr int EsperaDelEnvio = 3;
+// What is given to the server must be noted: a store that another terminal holds is tried again
+// this often, each time for as long as the engine waits.
+constexpr int IntentosDeAnotar = 20;
 
 // --- The day's tasks ---
 
@@ -67,9 +73,12 @@ std::vector<Pendiente> LeerPendientes(Sesion &s, const std::string &condicion,
     return pendientes;
 }
 
-void Salio(Sesion &s, QDate hoy, const Pendiente &p)
+// Notes a task as gone out. @return false when another terminal has done it, or the task is gone
+bool Salio(Sesion &s, QDate hoy, const Pendiente &p)
 {
-    s.morvane->Execute("update TareasAgenda set fmedio = ? where id = ?", hoy, p.id);
+    return s.morvane->Execute("update TareasAgenda set fmedio = ? where id = ? and fmedio is null",
+                              hoy, p.id)
+           > 0;
 }
 
 // Tasks of one reason and addressee, which stand one behind the other. One message tells them all.
@@ -133,60 +142,58 @@ void AnotarReparto(Sesion &s, const ListaDeReparto &lista, int idm, int producto
         cortar("dir", DomicilioCliente(s, idc)), cortar("tel", TelefonosCliente(s, idc)));
 }
 
-bool LlenarReparto(Sesion &s, QDate hoy, const ListaDeReparto &lista)
+std::vector<Pendiente> PendientesDeReparto(Sesion &s, QDate hoy, const ListaDeReparto &lista)
 {
-    bool alguno = false;
+    std::vector<Valor> valores = ServiciosDe(s, lista.suministro);
+    if (valores.empty())
+        return {};
+    std::string condicion;
+    for (size_t i = 0; i < valores.size(); ++i)
+        condicion += i ? " OR tip = ?" : "(tip = ?";
+    valores.push_back(hoy);
+    std::vector<Pendiente> pendientes = LeerPendientes(
+        s, condicion + ") and medio = 4 and fmedio is null and dia = ? order by ida, id", valores);
+    std::erase_if(pendientes,
+                  [&](const Pendiente &p) { return !EsDeReparto(s, lista.suministro, p.artaux); });
+    return pendientes;
+}
+
+void LlenarAuxiliar(Sesion &s, const ListaDeReparto &lista, const std::vector<Pendiente> &enLista)
+{
     Lote lote(s);
     s.auxiliar->Execute(std::string("delete * from ") + lista.tabla);
-    std::vector<Valor> valores = ServiciosDe(s, lista.suministro);
-    if (!valores.empty()) {
-        std::string condicion = "(";
-        for (size_t i = 0; i < valores.size(); ++i)
-            condicion += i ? " OR tip = ?" : "tip = ?";
-        valores.push_back(hoy);
-        for (const Pendiente &p : LeerPendientes(
-                 s, condicion + ") and medio = 4 and fmedio is null and dia = ? order by ida",
-                 valores)) {
-            if (!EsDeReparto(s, lista.suministro, p.artaux))
-                continue;
-            AnotarReparto(s, lista, p.ida, p.artaux.toInt());
-            Salio(s, hoy, p);
-            alguno = true;
-        }
-    }
+    for (const Pendiente &p : enLista)
+        AnotarReparto(s, lista, p.ida, p.artaux.toInt());
     lote.Confirmar();
-    return alguno;
 }
 
-// Printing that fails is told; the run goes on.
-void Imprimir(Sesion &s, const std::function<std::unique_ptr<DocumentoHtml>()> &componer)
-{
-    try {
-        const auto documento = componer();
-        s.impresion.Imprimir(s, *documento);
-    } catch (const ErrorDeAlmacen &e) {
-        s.dialogos.Mensaje(e.descripcion);
-    }
-}
-
-// A scratch file of no use costs the list, which stays to be written, and not the messages.
+// A list is noted as gone out once it is laid out, and before the question: answering No drops it,
+// on purpose. A scratch file or a definition of no use costs the list, not the messages; its tasks
+// stay as they were.
 void Repartir(Sesion &s, QDate hoy, const ListaDeReparto &lista)
 {
     std::unique_ptr<DocumentoHtml> documento;
+    bool propia = false;
     try {
+        const std::vector<Pendiente> enLista = PendientesDeReparto(s, hoy, lista);
         AbrirAuxiliar(s, u"rep97"_s);
-        const bool alguno = LlenarReparto(s, hoy, lista);
+        LlenarAuxiliar(s, lista, enLista);
         CerrarAuxiliar(s);
-        // The scratch file is every terminal's: laid out before the question, the list is this
-        // run's.
-        if (alguno)
-            documento = CorrerInforme(s, lista.informe);
+        if (enLista.empty())
+            return;
+        // The scratch file is every terminal's: laid out at once, the list is this run's.
+        documento = CorrerInforme(s, lista.informe);
+        Lote lote(s);
+        for (const Pendiente &p : enLista)
+            propia |= Salio(s, hoy, p);
+        lote.Confirmar();
     } catch (const ErrorDeAlmacen &e) {
+        CerrarAuxiliar(s);
         s.dialogos.Mensaje(TextoDeError(s, e));
+        return;
     }
-    CerrarAuxiliar(s);
-    if (documento && s.dialogos.Pregunta(s(lista.pregunta)))
-        Imprimir(s, [&] { return std::move(documento); });
+    if (propia && s.dialogos.Pregunta(s(lista.pregunta)))
+        ImprimirODecir(s, *documento);
 }
 
 // --- Mails ---
@@ -223,7 +230,7 @@ bool Sale(int tip, int medio)
     case TipoTarea::Frecuente:
         return true;
     default:
-        return tip > 0 && medio == 1;
+        return tip > 0 && medio == Medio::Correo;
     }
 }
 
@@ -233,9 +240,9 @@ bool PasaACarta(Sesion &s, int tip)
     case TipoTarea::RecordatorioDeuda:
         return true; // whatever the measure says, on purpose
     case TipoTarea::Cumpleanos:
-        return s.configuracion["MedidasCumple"].toInt() == EmailOCarta;
+        return s.configuracion["MedidasCumple"].toInt() == Medio::CorreoOCarta;
     case TipoTarea::RecordatorioDosis:
-        return s.configuracion["MedidasRevac"].toInt() == EmailOCarta;
+        return s.configuracion["MedidasRevac"].toInt() == Medio::CorreoOCarta;
     default:
         return false;
     }
@@ -261,7 +268,7 @@ void PasarACartas(Sesion &s, QDate hoy)
     for (const Medida m : {Medida{"MedidasCumple", TipoTarea::Cumpleanos},
                            Medida{"MedidasRevac", TipoTarea::RecordatorioDosis},
                            Medida{"MedidasDeudores", TipoTarea::RecordatorioDeuda}})
-        if (s.configuracion[m.columna].toInt() == EmailOCarta)
+        if (s.configuracion[m.columna].toInt() == Medio::CorreoOCarta)
             s.morvane->Execute("update TareasAgenda set medio = 2 where (medio = 1 or medio = 3) "
                                "and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) and "
                                "(tip = ?)",
@@ -278,11 +285,13 @@ bool NoRecibe(Sesion &s, int idm, int idc)
 
 // Notes that the message of a group has gone out; a dose reminder also on the dose of its first
 // task. The tasks behind the first count as sent, whatever became of that one, on purpose.
-void MarcarGrupo(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
+// @return whether the first was still to be noted
+bool MarcarGrupo(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
 {
     const Pendiente &p = grupo.front();
+    bool habia = true;
     if (salioElPrimero)
-        Salio(s, hoy, p);
+        habia = Salio(s, hoy, p);
     else if (PasaACarta(s, p.tip))
         s.morvane->Execute("update TareasAgenda set medio = 2 where id = ?", p.id);
     for (const Pendiente &otro : grupo.subspan(1))
@@ -290,6 +299,76 @@ void MarcarGrupo(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
     if (salioElPrimero && p.tip == TipoTarea::RecordatorioDosis)
         s.clientes->Execute("update ArtPlan set Ana = -1 where Idm = ? and Ida = ? and Dos = ?",
                             p.ida, p.artaux.toInt(), p.des.toInt());
+    return habia;
+}
+
+// What one message settles is settled at once and as a whole: a program that dies behind it sends
+// nothing again. Most are one statement, which costs the disk half of what a batch over all files
+// does.
+bool Anotar(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
+{
+    if (grupo.size() == 1 && grupo.front().tip != TipoTarea::RecordatorioDosis)
+        return MarcarGrupo(s, hoy, grupo, salioElPrimero);
+    Lote lote(s);
+    const bool habia = MarcarGrupo(s, hoy, grupo, salioElPrimero);
+    lote.Confirmar();
+    return habia;
+}
+
+void AnotarAunqueEspere(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
+{
+    for (int intento = 1;; ++intento) {
+        try {
+            Anotar(s, hoy, grupo, salioElPrimero);
+            return;
+        } catch (const ErrorDeAlmacen &e) {
+            if (e.numero != ErrorNum::Bloqueada || intento == IntentosDeAnotar)
+                throw;
+        }
+    }
+}
+
+struct Mensaje {
+    int idc = 0;
+    QString asunto;
+    QString texto; // "" when nothing is to be sent
+};
+
+// What nothing is sent for does not count as sent either, nor does a text that the clinic emptied.
+Mensaje MensajeDe(Sesion &s, const Pendiente &p)
+{
+    const int idm = PacienteDe(p.tip, p.ida);
+    const int idc = DestinatarioDeTarea(s, p.tip, p.ida);
+    if (!Sale(p.tip, p.medio) || NoRecibe(s, idm, idc))
+        return {};
+    const QString texto =
+        ComponerMensaje(s, PlantillaDe(p.tip), idc, idm, p.artaux.toInt(), Medio::Correo);
+    return {idc, AsuntoDe(s, p.tip), texto.trimmed().isEmpty() ? QString() : texto};
+}
+
+// Sends one after the other. @return how many appointments were reminded of
+int EnviarPorTurno(Sesion &s, QDate hoy, const std::vector<Pendiente> &pendientes,
+                   SesionDeCorreo &correo, int &hechas, const std::function<void()> &avanzar)
+{
+    int turnos = 0;
+    QString anotado;
+    while (hechas < int(pendientes.size())) {
+        avanzar();
+        const Grupo grupo = GrupoDesde(pendientes, size_t(hechas));
+        const Mensaje m = MensajeDe(s, grupo.front());
+        if (m.texto.isEmpty()) {
+            ++hechas;
+            continue;
+        }
+        const bool enviado = EnviarCorreo(s, correo, m.asunto, m.idc, m.texto);
+        AnotarAunqueEspere(s, hoy, grupo, enviado);
+        if (correo.Error() != std::exchange(anotado, correo.Error()))
+            AnotarFalla(s, anotado); // once for what befalls many
+        turnos += enviado && grupo.front().tip > 0;
+        hechas += int(grupo.size());
+    }
+    avanzar();
+    return turnos;
 }
 
 void EnviarCorreos(Sesion &s, QDate hoy)
@@ -297,13 +376,12 @@ void EnviarCorreos(Sesion &s, QDate hoy)
     const std::vector<Pendiente> pendientes = LeerPendientes(
         s,
         "(medio = 1 or medio = 3) and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) "
-        "order by tip, ida",
+        "order by tip, ida, id",
         {hoy, hoy});
     if (pendientes.empty())
         return;
-    const int total = int(pendientes.size());
-    int hechas = 0, turnos = 0;
-    const auto avanzar = [&] { s.avance.Barra(hechas, total); };
+    int hechas = 0;
+    const std::function<void()> avanzar = [&] { s.avance.Barra(hechas, int(pendientes.size())); };
     s.avance.Etapa(s(EnviandoCorreo));
     QString motivo;
     std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s, &motivo, avanzar);
@@ -316,34 +394,7 @@ void EnviarCorreos(Sesion &s, QDate hoy)
         lote.Confirmar();
         return;
     }
-    while (hechas < total) {
-        avanzar();
-        const Grupo grupo = GrupoDesde(pendientes, size_t(hechas));
-        const Pendiente &p = grupo.front();
-        const int idm = PacienteDe(p.tip, p.ida);
-        const int idc = DestinatarioDeTarea(s, p.tip, p.ida);
-        // What nothing is sent for does not count as sent either.
-        if (!Sale(p.tip, p.medio) || NoRecibe(s, idm, idc)) {
-            ++hechas;
-            continue;
-        }
-        const QString texto = ComponerMensaje(s, PlantillaDe(p.tip), idc, idm, p.artaux.toInt(), 1);
-        const bool enviado = EnviarCorreo(s, *correo, AsuntoDe(s, p.tip), idc, texto);
-        // What one message settles is settled at once and as a whole: a program that dies here
-        // sends nothing again. Most are one statement, which costs the disk half of what a batch
-        // over all files does.
-        std::optional<Lote> lote;
-        if (p.tip == TipoTarea::RecordatorioDosis || grupo.size() > 1)
-            lote.emplace(s);
-        MarcarGrupo(s, hoy, grupo, enviado);
-        if (lote)
-            lote->Confirmar();
-        if (!enviado && correo->Error() != std::exchange(motivo, correo->Error()))
-            AnotarFalla(s, motivo); // once for what befalls many
-        turnos += enviado && p.tip > 0;
-        hechas += int(grupo.size());
-    }
-    avanzar();
+    const int turnos = EnviarPorTurno(s, hoy, pendientes, *correo, hechas, avanzar);
     if (correo->Perdida())
         AvisarSinCorreo(s);
     CerrarSesionCorreo(correo);
@@ -358,7 +409,7 @@ void EnviarCorreos(Sesion &s, QDate hoy)
 void EnviarCartas(Sesion &s, QDate hoy)
 {
     const std::vector<Pendiente> pendientes = LeerPendientes(
-        s, "medio = 2 and fmedio is null and fcreacion = ? order by tip, ida", {hoy});
+        s, "medio = 2 and fmedio is null and fcreacion = ? order by tip, ida, id", {hoy});
     s.avance.Etapa(s(RealizandoTareas));
     for (size_t i = 0; i < pendientes.size();) {
         const Grupo grupo = GrupoDesde(pendientes, i);
@@ -370,15 +421,15 @@ void EnviarCartas(Sesion &s, QDate hoy)
         i += grupo.size();
         if (!deCarta || NoRecibe(s, idm, idc))
             continue;
-        const QString texto = ComponerMensaje(s, p.tip, idc, idm, p.artaux.toInt(), 2);
-        // Noted as sent before the question: answering No drops it, on purpose.
-        Lote lote(s);
-        MarcarGrupo(s, hoy, grupo, true);
-        lote.Confirmar();
+        const QString texto = ComponerMensaje(s, p.tip, idc, idm, p.artaux.toInt(), Medio::Carta);
+        // Noted as sent before the question: answering No drops it, on purpose. What another
+        // terminal has noted since is that one's to ask about.
+        if (texto.trimmed().isEmpty() || !Anotar(s, hoy, grupo, true))
+            continue;
         const QString nombre = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
                                         : LeerCampo(s, "clientes", "clientes", idc, "ayn");
         if (s.dialogos.Pregunta(s(ImprimirCarta) + u' ' + nombre + u'?'))
-            Imprimir(s, [&] { return ComponerCarta(s, MotivoDeTarea(s, p.tip), texto); });
+            ImprimirODecir(s, *ComponerCarta(s, MotivoDeTarea(s, p.tip), texto));
     }
 }
 
@@ -396,10 +447,20 @@ int DestinatarioDeTarea(Sesion &s, int tip, int ida)
     }
 }
 
-void EnviarMensajes(Sesion &s, QDate hoy)
+bool EnviarMensajes(Sesion &s, QDate hoy)
 {
     Repartir(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
     Repartir(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
-    EnviarCorreos(s, hoy);
+    bool solo = false;
+    {
+        // Not while questions stand open: those may last over midnight, and the next day shall not
+        // wait for them. Lists and letters are taken by whoever notes them first.
+        const BloqueoDeCarpeta envio(s.carpetaDeDatos, u"kelvara.correo"_s, EsperaDelEnvio,
+                                     [&s] { s.avance.Barra(0, 1); });
+        solo = envio.Tomado();
+        if (solo)
+            EnviarCorreos(s, hoy);
+    }
     EnviarCartas(s, hoy);
+    return solo;
 }

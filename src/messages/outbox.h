@@ -12,8 +12,10 @@
 /// Where the mail server cannot be reached, what the settings let go by letter becomes a letter,
 /// the board tells and the error log tells why. A message that fails ends alone. Nothing is sent to
 /// the deceased.
+/// Terminals may run this at once: each list and letter is one's alone, and one sends the mails.
+/// @return false when another terminal was sending mails
 /// @throws ErrorDeAlmacen when the disk or the engine gives up; what went out is noted
-void EnviarMensajes(Sesion &s, QDate hoy);
+bool EnviarMensajes(Sesion &s, QDate hoy);
 
 /// The client that a task's message goes to, 0 when there is none.
 int DestinatarioDeTarea(Sesion &s, int tip, int ida);

@@ -29,9 +29,9 @@ QString MotivoEnBandeja(const Sesion &s, int tip)
     switch (tip) {
     case TipoTarea::RecordatorioDosis:
         return s(Discontinuado);
-    case -44:
+    case TipoTarea::RegularizarMorosidad:
         return s(RegularizarMorosidad);
-    case -45:
+    case TipoTarea::Reabastecer:
         return s(ReabastecerVeterinaria);
     case TipoTarea::RecordatorioTurno:
         return s(TurnoPorInternet);
@@ -81,7 +81,9 @@ std::vector<MensajeDelDia> MensajesDelDia(Sesion &s)
         m.destinatario = NombreDelDestinatario(s, m.tip, m.ida);
         m.motivo = MotivoEnBandeja(s, m.tip);
         m.icono = IconoEnBandeja(m.tip);
-        m.porMedio = m.medio == 1 ? s(Email) : m.medio == 2 ? s(Carta) : s(Email) + u'/' + s(Carta);
+        m.porMedio = m.medio == Medio::Correo  ? s(Email)
+                     : m.medio == Medio::Carta ? s(Carta)
+                                               : s(Email) + u'/' + s(Carta);
         m.salio = !r["fmedio"].EsNulo();
         m.estado = m.salio ? s(BandejaDeSalida) : s(EnEspera);
         mensajes.push_back(std::move(m));
@@ -93,6 +95,6 @@ QString TextoDeMensaje(Sesion &s, const MensajeDelDia &m)
 {
     const int idc = DestinatarioDeTarea(s, m.tip, m.ida);
     const int idm = SujetoDeTarea(m.tip) == Sujeto::Paciente ? m.ida : 0;
-    const bool porMail = m.medio == 3 && !DireccionCliente(s, idc).isEmpty();
-    return ComponerMensaje(s, m.tip, idc, idm, m.artaux, porMail ? 1 : m.medio);
+    const bool porMail = m.medio == Medio::CorreoOCarta && !DireccionCliente(s, idc).isEmpty();
+    return ComponerMensaje(s, m.tip, idc, idm, m.artaux, porMail ? Medio::Correo : m.medio);
 }

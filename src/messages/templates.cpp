@@ -16,9 +16,6 @@ enum Texto {
     ClientesFrecuentes = 9631,
 };
 
-constexpr int PorCorreo = 1;
-constexpr int PorCarta = 2;
-
 // What goes to featured clients is read from a column that no screen edits, on purpose.
 constexpr const char *ColumnaEnviadaADestacados = "MensajeriaSoloADestacados";
 
@@ -29,7 +26,7 @@ const char *ColumnaDe(int tip, int medio)
         return ColumnaEnviadaADestacados;
     const char *columna = nullptr;
     for (const Plantilla &p : Plantillas()) {
-        if (p.tip == tip && (p.medio == PorCorreo) == (medio == PorCorreo))
+        if (p.tip == tip && (p.medio == Medio::Correo) == (medio == Medio::Correo))
             return p.columna;
         if (p.tip == tip)
             columna = p.columna; // a kind with one text sends it by whatever medium
@@ -47,19 +44,20 @@ int Duenio(Sesion &s, int idc, int idm)
 const std::vector<Plantilla> &Plantillas()
 {
     static const std::vector<Plantilla> todas = {
-        {2640, 2653, "mensajeriadeudorescarta", TipoTarea::RecordatorioDeuda, PorCarta},
-        {2641, 2654, "mensajeriadeudoresmail", TipoTarea::RecordatorioDeuda, PorCorreo},
-        {2643, 2655, "MensajeriaMedicinaPrepaga", -70, PorCorreo},
-        {2644, 2656, "mensajeriacumplecarta", TipoTarea::Cumpleanos, PorCarta},
-        {2645, 2657, "mensajeriacumplemail", TipoTarea::Cumpleanos, PorCorreo},
-        {2646, 2658, "MensajeriaCumpleMailDestacados", TipoTarea::CumpleanosDestacado, PorCorreo},
-        {2647, 2659, "mensajeriaalimento", TipoTarea::FaltaAlimento, PorCorreo},
-        {2649, 2660, "mensajeriadescont", TipoTarea::DosisDiscontinuada, PorCorreo},
-        {2650, 2661, "mensajeriaturno", -49, PorCorreo},
-        {2651, 2662, "mensajeriavencimientoscarta", TipoTarea::RecordatorioDosis, PorCarta},
-        {2652, 2663, "mensajeriavencimientosmail", TipoTarea::RecordatorioDosis, PorCorreo},
-        {ClientesNuevos, 2664, "MensajeriaNuevoCliente", TipoTarea::NuevoCliente, PorCorreo},
-        {ClientesFrecuentes, 2665, "MensajeriaFrecuente", -72, PorCorreo},
+        {2640, 2653, "mensajeriadeudorescarta", TipoTarea::RecordatorioDeuda, Medio::Carta},
+        {2641, 2654, "mensajeriadeudoresmail", TipoTarea::RecordatorioDeuda, Medio::Correo},
+        {2643, 2655, "MensajeriaMedicinaPrepaga", TipoTarea::MorosoPrepaga, Medio::Correo},
+        {2644, 2656, "mensajeriacumplecarta", TipoTarea::Cumpleanos, Medio::Carta},
+        {2645, 2657, "mensajeriacumplemail", TipoTarea::Cumpleanos, Medio::Correo},
+        {2646, 2658, "MensajeriaCumpleMailDestacados", TipoTarea::CumpleanosDestacado,
+         Medio::Correo},
+        {2647, 2659, "mensajeriaalimento", TipoTarea::FaltaAlimento, Medio::Correo},
+        {2649, 2660, "mensajeriadescont", TipoTarea::DosisDiscontinuada, Medio::Correo},
+        {2650, 2661, "mensajeriaturno", TipoTarea::RecordatorioTurno, Medio::Correo},
+        {2651, 2662, "mensajeriavencimientoscarta", TipoTarea::RecordatorioDosis, Medio::Carta},
+        {2652, 2663, "mensajeriavencimientosmail", TipoTarea::RecordatorioDosis, Medio::Correo},
+        {ClientesNuevos, 2664, "MensajeriaNuevoCliente", TipoTarea::NuevoCliente, Medio::Correo},
+        {ClientesFrecuentes, 2665, "MensajeriaFrecuente", TipoTarea::Frecuente, Medio::Correo},
     };
     return todas;
 }

@@ -1,6 +1,6 @@
 #include "printing/document.h"
 
-#include "store/errors.h"
+#include "store/session.h"
 
 #include <QFile>
 #include <QLocale>
@@ -24,6 +24,15 @@ QPageSize TamanoHabitual()
     const bool carta =
         std::find(std::begin(conCarta), std::end(conCarta), pais) != std::end(conCarta);
     return QPageSize(carta ? QPageSize::Letter : QPageSize::A4);
+}
+
+void ImprimirODecir(Sesion &s, Documento &documento)
+{
+    try {
+        s.impresion.Imprimir(s, documento);
+    } catch (const ErrorDeAlmacen &e) {
+        s.dialogos.Mensaje(e.descripcion);
+    }
 }
 
 std::optional<int> DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento)

@@ -7,6 +7,7 @@
 
 #include <optional>
 
+struct Sesion;
 class QPagedPaintDevice;
 class QPaintDevice;
 class QPainter;
@@ -33,6 +34,9 @@ inline constexpr QMarginsF MargenesMm{15, 15, 15, 15};
 
 /// The sheet that this country uses: Letter in the Americas where it is customary, A4 elsewhere.
 QPageSize TamanoHabitual();
+
+/// Hands a document to the session's printing; a failure is told, and nothing else comes of it.
+void ImprimirODecir(Sesion &s, Documento &documento);
 
 /// Draws all pages on a device that is set up already (printer, PDF writer).
 /// @return pages drawn, 0 when there is nothing to print; nullopt when the device does not begin or

@@ -54,7 +54,16 @@ void Paginar(QTextDocument &texto, QSizeF pagina, double escala)
                             - Arriba(*tabla, fila));
         double y = std::fmod(Arriba(*tabla, 0) + corrido, pagina.height());
         for (int fila = 0; fila < tabla->rows(); ++fila) {
-            if (y + altos[size_t(fila)] > pagina.height() && fila > cabeza) {
+            const double alto = altos[size_t(fila)];
+            // What no page holds is broken by the toolkit after all, under a head on each page.
+            if (fila >= cabeza && alto + altoDeCabeza > pagina.height()) {
+                const double hueco = pagina.height() - altoDeCabeza;
+                const double resto = alto - (pagina.height() - y);
+                corrido += altoDeCabeza * std::ceil(resto / hueco);
+                y = altoDeCabeza + std::fmod(resto, hueco);
+                continue;
+            }
+            if (y + alto > pagina.height() && fila > cabeza) {
                 for (int columna = 0; columna < tabla->columns(); ++columna) {
                     QTextTableCell celda = tabla->cellAt(fila - 1, columna);
                     QTextTableCellFormat formato = celda.format().toTableCellFormat();
@@ -65,7 +74,7 @@ void Paginar(QTextDocument &texto, QSizeF pagina, double escala)
                 corrido += pagina.height() - y + altoDeCabeza;
                 y = altoDeCabeza;
             }
-            y += altos[size_t(fila)];
+            y += alto;
         }
     }
     cursor.endEditBlock();

@@ -140,34 +140,44 @@ CabezaDeInforme LeerCabeza(const QString &definicion, QString *cuerpo)
     return cabeza;
 }
 
-QString LeerDefinicion(Sesion &s, const QString &nombre)
+QString ArchivoDeInforme(const Sesion &s, const QString &nombre)
 {
-    const QString archivo = nombre + s(CodigoDeIdiomaEnArchivos) + u".html"_s;
+    return nombre + s(CodigoDeIdiomaEnArchivos) + u".html"_s;
+}
+
+QString LeerDefinicion(const Sesion &s, const QString &archivo)
+{
     for (const QString &ruta :
          {RutaBajo(s.carpetaDeDatos, u"reportes/"_s + archivo), u":/reportes/"_s + archivo}) {
         QFile f(ruta);
         if (f.open(QIODevice::ReadOnly))
             return QString::fromUtf8(f.readAll()).remove(QChar::ByteOrderMark);
     }
-    throw ErrorDeAlmacen(ErrorNum::ArchivoNoEncontrado, archivo);
+    throw ErrorDeAlmacen(ErrorNum::ArchivoNoEncontrado, {});
 }
 
-} // namespace
-
-std::unique_ptr<DocumentoHtml> CorrerInforme(Sesion &s, const QString &nombre)
+Dato LeerFilas(Sesion &s, const CabezaDeInforme &cabeza)
 {
-    QString cuerpo;
-    const CabezaDeInforme cabeza = LeerCabeza(LeerDefinicion(s, nombre), &cuerpo);
     AbrirAuxiliar(s, u"rep97"_s);
-    Dato datos;
     try {
-        Recordset r = s.auxiliar->OpenSnapshot(cabeza.consulta.toStdString());
-        datos = LlenarDatos(r, cabeza);
+        Dato datos;
+        {
+            Recordset r = s.auxiliar->OpenSnapshot(cabeza.consulta.toStdString());
+            datos = LlenarDatos(r, cabeza);
+        }
+        CerrarAuxiliar(s);
+        return datos;
     } catch (...) {
         CerrarAuxiliar(s);
         throw;
     }
-    CerrarAuxiliar(s);
+}
+
+std::unique_ptr<DocumentoHtml> Correr(Sesion &s, const QString &archivo)
+{
+    QString cuerpo;
+    const CabezaDeInforme cabeza = LeerCabeza(LeerDefinicion(s, archivo), &cuerpo);
+    Dato datos = LeerFilas(s, cabeza);
 
     Dato clinica;
     clinica.set("nom", Utf8(s.clinica.nom));
@@ -184,4 +194,17 @@ std::unique_ptr<DocumentoHtml> CorrerInforme(Sesion &s, const QString &nombre)
     return std::make_unique<DocumentoHtml>(
         cabeza.titulo, QString::fromStdString(plantilla.render(datos)), s(PaginaDeTotal),
         cabeza.apaisado ? QPageLayout::Landscape : QPageLayout::Portrait);
+}
+
+} // namespace
+
+std::unique_ptr<DocumentoHtml> CorrerInforme(Sesion &s, const QString &nombre)
+{
+    const QString archivo = ArchivoDeInforme(s, nombre);
+    try {
+        return Correr(s, archivo);
+    } catch (const ErrorDeAlmacen &e) {
+        // A clinic may have changed the file: which one it is comes first.
+        throw ErrorDeAlmacen(e.numero, (archivo + u"\n"_s + e.descripcion).trimmed(), e.sentencia);
+    }
 }

@@ -17,10 +17,8 @@
 namespace
 {
 
-// How long a terminal waits for another one that is running the day, and for one that is sending:
-// what that one is quick with shall stand on this board too, a long run is not waited for.
+// How long a terminal waits for another one that is running the day, in seconds.
 constexpr int EsperaDelDia = 600;
-constexpr int EsperaDelEnvio = 3;
 
 // --- The short passes ---
 
@@ -163,12 +161,20 @@ Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
     return c;
 }
 
-void ImprimirPerdidas(const Corrida &c)
+// In one batch, for a failure may have struck thousands of rows. A log that cannot be written costs
+// nothing else.
+void AnotarTodos(Sesion &s, const std::vector<const ErrorDeAlmacen *> &errores,
+                 const QString &fuente)
 {
+    if (errores.empty())
+        return;
     try {
-        c.s.impresion.Imprimir(c.s, *c.perdidas);
-    } catch (const ErrorDeAlmacen &e) {
-        c.s.dialogos.Mensaje(e.descripcion);
+        Lote lote(s);
+        for (const ErrorDeAlmacen *e : errores)
+            AnotarError(s, e->numero, e->descripcion, fuente);
+        lote.Confirmar();
+    } catch (const ErrorDeAlmacen &) {
+        return;
     }
 }
 
@@ -188,12 +194,9 @@ void Informar(const Corrida &c)
         dichos.insert(e.descripcion);
         RegistrarError(s, e.numero, e.descripcion, fuente);
     }
-    Lote lote(s);
-    for (const ErrorDeAlmacen *e : repetidos)
-        AnotarError(s, e->numero, e->descripcion, fuente);
-    lote.Confirmar();
+    AnotarTodos(s, repetidos, fuente);
     if (c.perdidas)
-        ImprimirPerdidas(c);
+        ImprimirODecir(s, *c.perdidas);
     if (c.ofrecerResumen && s.dialogos.Pregunta(s(3447)))
         ImprimirAgendaDia(s, true, c.hoy, {});
 }
@@ -204,14 +207,9 @@ bool EsMesNuevo(Sesion &s)
     return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
 }
 
-// The day and the month on one hand, the outbox on the other: its questions may stand open over
-// midnight, and the next day shall not wait for them.
-constexpr const char *BloqueoDelDia = "kelvara.dia";
-constexpr const char *BloqueoDelEnvio = "kelvara.correo";
-
-BloqueoDeCarpeta Bloquear(Sesion &s, const char *archivo, int segundos)
+BloqueoDeCarpeta Bloquear(Sesion &s)
 {
-    return {s.carpetaDeDatos, QString::fromLatin1(archivo), segundos,
+    return {s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia,
             [&s, dicho = false]() mutable {
                 if (!std::exchange(dicho, true))
                     s.avance.Etapa(s(9008));
@@ -224,7 +222,7 @@ BloqueoDeCarpeta Bloquear(Sesion &s, const char *archivo, int segundos)
 template <typename F>
 bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 {
-    const BloqueoDeCarpeta dia = Bloquear(s, BloqueoDelDia, EsperaDelDia);
+    const BloqueoDeCarpeta dia = Bloquear(s);
     if (!dia.Tomado())
         throw ErrorDeAlmacen(ErrorNum::Bloqueada, s(9004));
     s.configuracion.Requery();
@@ -275,14 +273,10 @@ bool Enviar(Sesion &s, const PasosPosteriores &pasos)
 {
     if (!pasos.enviarMensajes || !HayEnvio(s))
         return true;
-    const BloqueoDeCarpeta envio = Bloquear(s, BloqueoDelEnvio, EsperaDelEnvio);
-    if (!envio.Tomado())
+    s.configuracion.Requery();
+    if (!pasos.enviarMensajes(s, s.reloj.hoy))
         return false;
-    if (HayEnvio(s)) {
-        s.configuracion.Requery();
-        pasos.enviarMensajes(s, s.reloj.hoy);
-        Desmarcar(s);
-    }
+    Desmarcar(s);
     return true;
 }
 

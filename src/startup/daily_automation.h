@@ -7,15 +7,15 @@
 /// What follows the daily pass, written elsewhere. An empty step is left out: without a monthly one
 /// the month stays due.
 struct PasosPosteriores {
-    std::function<void(Sesion &, QDate)> enviarMensajes; // the outbox
+    /// The outbox. @return false when another terminal is sending
+    std::function<bool(Sesion &, QDate)> enviarMensajes;
     std::function<void(Sesion &)> pasoMensual;
 };
 
 /// The gate: runs the daily pass when the last start was before today, then advances the dates and
 /// sends the outbox; runs the monthly step when the number of the month has changed, and sends
 /// again. Terminals that start together run the day and the month once: the second one waits for
-/// the first; they never send at once. An outbox that was broken off is taken up by the next start
-/// of the day.
+/// the first. An outbox that was broken off is taken up by the next start of the day.
 /// @return whether the daily pass ran here
 /// @throws ErrorDeAlmacen when the disk or the engine gives up; the day is then run again at the
 ///         next start

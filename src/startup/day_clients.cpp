@@ -25,7 +25,7 @@ void pases::Cumpleanos(Corrida &c)
                 Tarea t;
                 t.tip = destacado ? TipoTarea::CumpleanosDestacado : TipoTarea::Cumpleanos;
                 t.ida = f[0].toInt();
-                t.medio = destacado ? PorCorreo : medio;
+                t.medio = destacado ? Medio::Correo : medio;
                 t.fcreacion = c.hoy;
                 AgregarTarea(s, t);
             }
@@ -53,9 +53,9 @@ struct PasoDeDeuda {
 };
 
 constexpr PasoDeDeuda PasosDeDeuda[] = {
-    {0, 0, PorCorreoOCarta, true},
-    {1, 10, PorCorreoOCarta, true},
-    {2, 20, PorCarta, true},
+    {0, 0, Medio::CorreoOCarta, true},
+    {1, 10, Medio::CorreoOCarta, true},
+    {2, 20, Medio::Carta, true},
     {3, 0, 0, false}, // told three times: it rests
 };
 
@@ -134,7 +134,7 @@ void pases::ClientesNuevos(Corrida &c)
             t.tip = TipoTarea::NuevoCliente;
             t.ida = f[0].toInt();
             t.dia = c.hoy;
-            t.medio = PorCorreo;
+            t.medio = Medio::Correo;
             t.fcreacion = c.hoy;
             t.des = Unir({s(5038), s.clinica.nom});
             AgregarTarea(s, t);

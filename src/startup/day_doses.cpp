@@ -139,7 +139,7 @@ void pases::DosisDelDia(Corrida &c)
                         Tarea t;
                         t.tip = TipoTarea::DosisDiscontinuada;
                         t.ida = idm;
-                        t.medio = PorCorreo;
+                        t.medio = Medio::Correo;
                         t.fcreacion = c.hoy;
                         t.artaux = ida;
                         t.des = s(5035);

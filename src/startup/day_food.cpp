@@ -28,7 +28,7 @@ void AvisarFalta(Corrida &c, const Recordset &r, Faltantes &faltantes)
         t.tip = TipoTarea::FaltaAlimento;
         t.ida = idm;
         t.dia = c.hoy;
-        t.medio = PorCorreo;
+        t.medio = Medio::Correo;
         t.fcreacion = c.hoy;
         t.artaux = ida;
         AgregarTarea(c.s, t);

@@ -21,7 +21,7 @@ QString Num(int n) { return QString::number(n); }
 int Medida(const Valor &v)
 {
     const int n = v.toInt();
-    return n >= PorCorreo && n < MedidaNada ? n : 0;
+    return n >= Medio::Correo && n < MedidaNada ? n : 0;
 }
 
 void ReservarServicio(Corrida &c, int idm, int ida, int idcat)
@@ -31,7 +31,7 @@ void ReservarServicio(Corrida &c, int idm, int ida, int idcat)
     t.ida = idm;
     t.dia = c.hoy;
     t.hor = BuscarHorarioLibre(c.s, t.tip);
-    t.medio = PorReparto;
+    t.medio = Medio::Reparto;
     t.fcreacion = c.hoy;
     t.artaux = ida;
     t.des = LeerCampo(c.s, "finanzas", "flcategorias", idcat, "nom") + QStringLiteral(" - ")

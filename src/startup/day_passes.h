@@ -13,9 +13,6 @@ inline constexpr int DiasQueSeRecuperan = 10;
 // Rows between two signs of life on a long walk.
 inline constexpr int FilasPorAviso = 512;
 
-// `medio` of a task: how the client is reached.
-inline constexpr int PorCorreo = 1, PorCarta = 2, PorCorreoOCarta = 3, PorReparto = 4;
-
 /// One run of the pass: its days, and what can be told and asked only when it has been written.
 struct Corrida {
     Sesion &s;

@@ -19,8 +19,13 @@ struct CursorOcupado {
 
 Formularios::~Formularios()
 {
+    // Hidden first: a window that goes away while it shows moves the focus, and its own slots would
+    // hear of that when half of it is gone.
     for (const auto &form : std::as_const(m_cargados))
-        delete form.data();
+        if (form) {
+            form->hide();
+            delete form.data();
+        }
 }
 
 void Formularios::Registrar(const QString &nombre, Fabrica fabrica)

@@ -129,12 +129,12 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
     task(7, 12, 1, true);
     for (const int tip : {-44, -45, -48, -49, -100}) // kinds that nothing is sent for
         task(tip, 1, 1);
+    GuardarAjuste(s, "MensajeriaNuevoCliente", u" \n"_s); // nor for what has no text
     EnviarMensajes(s, hoy);
     // From the kind with the lowest number up. The greeting for featured clients comes from a
     // column that no screen edits: intended.
     EXPECT_EQ(mails(server),
               u"eva@x.example: Notice from El Ombú / MensajeriaFrecuente Eva \n"
-              u"eva@x.example: Notice from El Ombú / MensajeriaNuevoCliente Eva \n"
               u"eva@x.example: Prepaid medicine / MensajeriaMedicinaPrepaga Eva \n"
               u"ana@x.example: El Ombú Happy birthday / MensajeriaSoloADestacados Ana Toby\n"
               u"ana@x.example: Notice from El Ombú / mensajeriadescont Ana Toby\n"
@@ -145,11 +145,11 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
               u"eva@x.example: Notice from El Ombú / mensajeriaturno Eva Luna\n"_s);
     EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where ida > 0 and fmedio is null "
                                 "order by tip"),
-              u"-100\n-49\n-48\n-45\n-44\n"_s);
+              u"-100\n-71\n-49\n-48\n-45\n-44\n"_s);
     EXPECT_EQ(board(), u"109|8|0|We must send 1 appointments reminders by for today.\n"_s);
 
     EnviarMensajes(s, hoy); // what went does not go again
-    EXPECT_EQ(server.Recibidos().size(), 10);
+    EXPECT_EQ(server.Recibidos().size(), 9);
 }
 
 TEST_F(Outbox, OneMessagePerReasonAndAddressee)
@@ -273,7 +273,10 @@ TEST_F(Outbox, AServerThatIsGivenUpInTheMiddleIsTold)
     task(-46, 11, 3);
     ask.Espera(letterFor(u"Toby"_s), false);
     EnviarMensajes(s, hoy);
-    EXPECT_EQ(tasks(), u"-72|1|1|2026-03-11\n-71|1|1|\n-70|1|1|\n-46|11|2|2026-03-11\n"_s);
+    // Who has the whole text and does not answer may have taken it: that is never sent twice.
+    EXPECT_EQ(
+        tasks(),
+        u"-72|1|1|2026-03-11\n-71|1|1|2026-03-11\n-70|1|1|2026-03-11\n-46|11|2|2026-03-11\n"_s);
     EXPECT_EQ(Filas(*s.morvane, "select dibujo from pizarra"), u"116\n"_s);
     EXPECT_NE(errors(), QString());
 }
@@ -289,13 +292,19 @@ TEST_F(Outbox, LettersAreMarkedBeforeTheQuestion)
     EXPECT_EQ(impresion.impresos, QStringList());
 }
 
-TEST_F(Outbox, WhatAnotherTerminalDeletesMeanwhileEndsNoRun)
+TEST_F(Outbox, WhatAnotherTerminalDeletesOrTakesMeanwhileIsNotAskedAbout)
 {
     task(-43, 2, 2);
     task(-43, 3, 2);
-    sendMeanwhile([&] { s.morvane->Execute("delete * from TareasAgenda where ida = 3"); },
-                  {{u"Eva"_s, false}, {u"Leo"_s, true}});
-    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n"_s);
+    task(-43, 1, 2);
+    // One is deleted, and another one's letter is taken there.
+    sendMeanwhile(
+        [&] {
+            s.morvane->Execute("delete * from TareasAgenda where ida = 3");
+            s.morvane->Execute("update TareasAgenda set fmedio = ? where ida = 2", hoy);
+        },
+        {{u"Ana"_s, true}});
+    EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n-43|1|2|2026-03-11\n"_s);
     EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
 }
 
@@ -323,14 +332,25 @@ TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
     task(51, 13, 4, true, 0);
     ServidorDeCorreo server;
     connectTo(server);
-    ask.Espera(s(4602), true);
+    // A definition that cannot be read costs its list for now, and says which file it is.
+    QFile definition(carpeta.filePath(u"reportes/revacEN.html"_s));
+    ASSERT_TRUE(definition.open(QIODevice::WriteOnly));
+    ask.Espera(u"revacEN.html"_s);
     ask.Espera(s(4631), false);
+    EnviarMensajes(s, hoy);
+    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where medio = 4 and fmedio is not "
+                                "null"),
+              u"50\n"_s);
+    EXPECT_EQ(Filas(AbrirAuxiliar(s, u"rep97"_s), "select mas, ali, pro from auxrealimentacion"),
+              u"Toby|P1|Ana\n"_s);
+    CerrarAuxiliar(s);
+    ASSERT_TRUE(definition.remove());
+    ask.Espera(s(4602), true);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(impresion.impresos.size(), 1);
     Base &rep97 = AbrirAuxiliar(s, u"rep97"_s);
     EXPECT_EQ(Filas(rep97, "select mas, vac, pro, dir, tel from auxrevacunacion"),
               u"Toby|P4|Ana||\nLuna|P3|Eva|Mitre 3|4812 / 099\n"_s);
-    EXPECT_EQ(Filas(rep97, "select mas, ali, pro from auxrealimentacion"), u"Toby|P1|Ana\n"_s);
     CerrarAuxiliar(s);
     EXPECT_EQ(Filas(*s.morvane, "select tip, ida from TareasAgenda where medio = 4 and fmedio is "
                                 "null order by tip"),
@@ -348,6 +368,7 @@ TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
     const PasosPosteriores steps{[&](Sesion &, QDate) {
                                      ++runs;
                                      event();
+                                     return true;
                                  },
                                  {}};
     EXPECT_THROW(IniciarTareas(s, steps), ErrorDeAlmacen);
@@ -366,7 +387,9 @@ TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
         other.reloj.hoy = hoy.addDays(1);
         FijarCarpetaDeDatos(other, carpeta.path());
         ASSERT_FALSE(AbrirAlmacen(other));
-        const auto dies = [](Sesion &, QDate) { throw ErrorDeAlmacen(ErrorNum::Interno, {}); };
+        const auto dies = [](Sesion &, QDate) -> bool {
+            throw ErrorDeAlmacen(ErrorNum::Interno, {});
+        };
         EXPECT_THROW(IniciarTareas(other, {dies, {}}), ErrorDeAlmacen);
     };
     EXPECT_TRUE(IniciarTareas(s, steps));

@@ -716,6 +716,7 @@ protected:
                                hechos << u"outbox %1, last start %2"_s.arg(
                                    d.toString(Qt::ISODate),
                                    s.configuracion["FechaUltimoInicio"].toText());
+                               return true;
                            },
                            [this](Sesion &) { hechos << u"month"_s; }};
 

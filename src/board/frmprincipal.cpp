@@ -1,6 +1,7 @@
 #include "board/frmprincipal.h"
 
 #include "board/board_view.h"
+#include "board/calm_keyboard.h"
 #include "board/ringing.h"
 #include "board/version_text.h"
 #include "store/lookups.h"
@@ -321,13 +322,20 @@ void frmprincipal::tick()
     guarded([this] {
         for (const QString &text : AlarmasQueSuenan(m_s)) {
             m_escritorio.pitar();
-            m_s.dialogos.Mensaje(text);
+            interrupt(text);
         }
     });
     if (CambioElDia(m_s)) {
-        m_s.dialogos.Mensaje(m_s(CambioDeDia));
+        interrupt(m_s(CambioDeDia));
         reject();
     }
+}
+
+/// Whatever somebody is typing at this moment, it is no answer.
+void frmprincipal::interrupt(const QString &text)
+{
+    const TecladoEnCalma calm;
+    m_s.dialogos.Mensaje(text);
 }
 
 void frmprincipal::reject()

@@ -56,6 +56,7 @@ private:
     void pointAt(const QModelIndex &cell);
     bool boardKey(const QKeyEvent &key);
     void tick();
+    void interrupt(const QString &text);
 
     Formularios &m_formularios;
     Escritorio m_escritorio;

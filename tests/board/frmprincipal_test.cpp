@@ -4,9 +4,12 @@
 #include "store/lookups.h"
 #include "support/clinic.h"
 #include "ui/form_registry.h"
+#include "ui/window_dialogs.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -192,6 +195,54 @@ TEST_F(Board, TheClockRingsAndMidnightEndsTheProgram)
     ask.Espera(s(1201));
     tick();
     EXPECT_EQ(taken(), QStringList{u"end"_s});
+}
+
+TEST_F(Board, WhatSomebodyIsTypingDoesNotAnswerAnAlarm)
+{
+    DialogosDeVentana windows{Textos(Idioma::Ingles)};
+    Sesion real(windows, impresion, Idioma::Ingles);
+    real.reloj = s.reloj;
+    real.Alarmas = {{.hora = QTime(9, 1), .tip = -47, .atendida = false, .ida = {}}};
+    const frmprincipal ringer(
+        real, forms, {[](const QUrl &) { return true; }, [] {}, [this] { log << u"end"_s; }});
+    QLineEdit page;
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+    bool waited = false, answered = false;
+    QTimer::singleShot(0, qApp, [&] {
+        const QPointer<QWidget> box = QApplication::activeModalWidget();
+        ASSERT_TRUE(box);
+        QWidget *button = box->findChild<QPushButton *>(u"cmdAceptar"_s);
+        QTest::keyClicks(button, u"ok "_s);
+        QTest::keyClick(button, Qt::Key_O, Qt::AltModifier); // its letter
+        for (const Qt::Key k : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Space})
+            QTest::keyClick(button, k);
+        QTest::qWait(700);
+        QTest::keyClicks(button, u"o"_s); // not yet a pause
+        QTest::qWait(700);
+        QTest::keyClick(button, Qt::Key_Backspace);
+        waited = box && box->isVisible();
+        QTest::qWait(1100);
+        QTest::keyClick(button, Qt::Key_Return);
+        answered = !box || !box->isVisible();
+        if (!answered)
+            box->close();
+    });
+    QMetaObject::invokeMethod(ringer.findChild<QTimer *>(u"TimerHora"_s), "timeout");
+    EXPECT_TRUE(waited);
+    EXPECT_TRUE(answered) << "after a second without a key";
+    EXPECT_EQ(page.text(), u"ok  "_s) << "what was typed went on where it began";
+
+    // The mouse need not wait, and neither does anything afterwards.
+    real.Alarmas[0].atendida = false;
+    QTimer::singleShot(0, qApp, [&] {
+        QWidget *box = QApplication::activeModalWidget();
+        QTest::mouseClick(box->findChild<QWidget *>(u"cmdAceptar"_s), Qt::LeftButton);
+        EXPECT_FALSE(box->isVisible());
+    });
+    QMetaObject::invokeMethod(ringer.findChild<QTimer *>(u"TimerHora"_s), "timeout");
+    QTest::keyClick(&page, Qt::Key_Home);
+    EXPECT_EQ(page.cursorPosition(), 0);
 }
 
 TEST_F(Board, AboutSaysVersionAndFolder)

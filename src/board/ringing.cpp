@@ -47,6 +47,20 @@ QString patientOf(Sesion &s, const Alarma &alarm)
     return text;
 }
 
+/// When it is to be done, and what its user noted about it.
+QString noteOf(Sesion &s, const Alarma &alarm)
+{
+    if (alarm.tip != TipoTarea::TareaDeUsuario)
+        return {};
+    const Recordset r =
+        s.morvane->OpenSnapshot("select hor, des from TareasAgenda where id = ?", alarm.tarea);
+    if (r.EOF_())
+        return {};
+    QStringList lines{r["hor"].toTime().toString(u"HH:mm"), r["des"].toText()};
+    lines.removeAll(QString());
+    return lines.isEmpty() ? QString() : u"\n\n"_s + lines.join(u'\n');
+}
+
 } // namespace
 
 QStringList AlarmasQueSuenan(Sesion &s)
@@ -62,6 +76,7 @@ QStringList AlarmasQueSuenan(Sesion &s)
         try {
             text += nameOf(s, alarm.tip);
             text += patientOf(s, alarm);
+            text += noteOf(s, alarm);
         } catch (const ErrorDeAlmacen &) {
             // Somebody waits for this reminder: what could be read is better than silence.
         }

@@ -1,3 +1,4 @@
+#include "agenda/tasks.h"
 #include "board/ringing.h"
 #include "support/clinic.h"
 
@@ -70,6 +71,26 @@ TEST_F(Ringing, SaysTheServiceAndThePatientWhereItIsKnown)
     EXPECT_EQ(said(900, 12), u"Agenda: Bath"_s) << "the patient has been deleted";
     EXPECT_EQ(said(-100, 11), u"Agenda: "_s + s(1109)) << "the number is a user's there";
     EXPECT_EQ(said(901), u"Agenda: "_s) << "not a service";
+}
+
+TEST_F(Ringing, SaysWhatAUsersTaskIsAbout)
+{
+    const auto task = [this](QTime hour, const QString &note) {
+        return AgregarTarea(s, {.tip = TipoTarea::TareaDeUsuario,
+                                .dia = hoy,
+                                .hor = hour,
+                                .ala = QTime(10, 1),
+                                .fcreacion = hoy,
+                                .des = note});
+    };
+    s.Alarmas.clear();
+    task({10, 30}, u"Call the supplier"_s);
+    task({}, {});
+    const int gone = task({10, 30}, u"Deleted at another terminal"_s);
+    s.morvane->Execute("delete * from TareasAgenda where id = ?", gone);
+    const QString kind = u"Agenda: "_s + s(1109);
+    EXPECT_EQ(AlarmasQueSuenan(s),
+              QStringList({kind + u"\n\n10:30\nCall the supplier"_s, kind, kind}));
 }
 
 TEST_F(Ringing, AnAlarmWhoseNameCannotBeReadStillRings)

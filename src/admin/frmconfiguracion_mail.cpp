@@ -1,4 +1,5 @@
 #include "admin/frmconfiguracion_pages.h"
+#include "messages/mail.h"
 #include "messages/mail_account.h"
 #include "ui/boxes.h"
 #include "ui/calm_list.h"
@@ -7,6 +8,9 @@
 #include "ui/help_line.h"
 
 #include <QFormLayout>
+#include <QGuiApplication>
+#include <QPushButton>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +28,9 @@ enum Texto {
     SinCifrado,
     CuentaEnLaVeterinaria = 9728,
     VerCuenta,
+    NoSePudoEnviar = 9985,
+    Probar,
+    Aceptada,
 };
 
 class Correo : public QWidget
@@ -56,6 +63,10 @@ private:
         Parte::Fila(rows, m_c.s(NombreDelServidor), txtServidorMail);
         Parte::Fila(rows, m_c.s(Cifrado_), cmbCifrado);
         Parte::Fila(rows, m_c.s(Puerto), txtPuertoMail);
+        QPushButton *test = Parte::Boton(m_c.s(Probar), u"cmdProbarMail"_s);
+        rows->addRow(QString(), test);
+        connect(test, &QPushButton::clicked, this,
+                [this] { m_c.guarded([this] { testServer(); }); });
         m_c.sinApostrofes({txtServidorMail});
         m_c.cadenaDeEnter({txtServidorMail, cmbCifrado, txtPuertoMail});
 
@@ -84,6 +95,23 @@ private:
                 m_c.formularios.Abrir(u"frmConfiguracion"_s, {{u"pagina"_s, u"clinica"_s}});
             });
         });
+    }
+
+    // Signs on and off again: better now than with the mails of tomorrow.
+    void testServer()
+    {
+        QString reason;
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        const auto back = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+        auto session = AbrirSesionCorreo(m_c.s, &reason, [] {
+            QGuiApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        });
+        const bool works = session != nullptr;
+        CerrarSesionCorreo(session);
+        if (works)
+            m_c.ayuda->Logro(m_c.s(Aceptada));
+        else if (!reason.isEmpty()) // else it has been told what is missing
+            m_c.ayuda->Fallo(m_c.s(NoSePudoEnviar).arg(reason));
     }
 
     void showServer()

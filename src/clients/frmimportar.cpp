@@ -433,7 +433,7 @@ void frmImportar::fillGrid()
             else if (l.aviso)
                 row.realce = Realce::Aviso;
             else if (l.suerte == Suerte::Existente)
-                row.realce = Realce::Apagado;
+                row.realce = Realce::Hecho;
             rows.push_back(std::move(row));
         }
     grdInforme->PonerVacio(m_report ? QString() : m_s(PrimeroProbar));

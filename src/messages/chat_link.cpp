@@ -54,9 +54,8 @@ std::optional<QString> Pais(Sesion &s)
     const auto dicho = s.dialogos.PedirTexto(s(Chat), s(PidaPais));
     if (!dicho)
         return std::nullopt;
-    QString pais = Cifras(*dicho);
-    while (pais.startsWith(u'0'))
-        pais.remove(0, 1);
+    static const QRegularExpression codigo(u"^\\s*(?:\\+|0+)?([1-9]\\d*)\\s*$"_s);
+    const QString pais = codigo.match(*dicho).captured(1);
     if (pais.isEmpty() || pais.size() > CifrasDePais) {
         s.dialogos.Mensaje(s(PaisNoValido));
         return std::nullopt;

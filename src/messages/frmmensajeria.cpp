@@ -78,7 +78,7 @@ FilaDeGrilla rowOf(const MensajeDelDia &m)
     row.celdas = {m.destinatario, m.motivo, m.porMedio, m.estado, m.tip,
                   m.medio,        m.ida,    m.artaux,   m.icono,  m.id};
     if (m.salio) { // what still waits is what one looks for
-        row.realce = Realce::Apagado;
+        row.realce = Realce::Hecho;
         row.motivo = m.estado;
     }
     return row;
@@ -228,7 +228,8 @@ void frmmensajeria::print()
 {
     guarded([this] {
         if (const MensajeDelDia *m = current()) {
-            const auto letter = ComponerCarta(m_s, m->motivo.trimmed(), txtmensaje->toPlainText());
+            const auto letter = ComponerCarta(m_s, TituloDeCarta(m->motivo, m->destinatario),
+                                              txtmensaje->toPlainText());
             m_s.impresion.Mostrar(m_s, *letter);
         }
     });

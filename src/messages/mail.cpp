@@ -141,7 +141,8 @@ public:
         }
         // A line that broke is made once again, for the messages that follow.
         const QString motivo = m_error;
-        Despedirse();
+        if (m_muda)
+            Despedirse();
         m_perdida = ++m_fallos >= FallosSeguidos || !Entrar();
         m_error = motivo;
         return suerte == Suerte::SinRespuesta;
@@ -179,14 +180,15 @@ private:
         curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, &Mientras);
     }
 
-    // Ends the line. Left to itself the library would use a line that fell silent again, and at the
-    // end wait two minutes for an answer to its QUIT.
+    // Ends the line that is open. Left to itself the library would use one that fell silent again,
+    // and at the end wait two minutes for an answer to its QUIT.
     void Despedirse()
     {
         Preparar();
         curl_easy_setopt(m_curl.get(), CURLOPT_CUSTOMREQUEST, "QUIT");
         curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
         curl_easy_setopt(m_curl.get(), CURLOPT_TIMEOUT, SegundosParaDespedirse);
+        curl_easy_setopt(m_curl.get(), CURLOPT_FORBID_REUSE, 1L);
         curl_easy_perform(m_curl.get());
         m_dentro = false;
     }
@@ -224,6 +226,7 @@ private:
     {
         m_detalle[0] = '\0';
         const CURLcode codigo = curl_easy_perform(m_curl.get());
+        m_muda = codigo == CURLE_OPERATION_TIMEDOUT;
         if (codigo != CURLE_OK)
             m_error = QString::fromUtf8(m_detalle[0] ? m_detalle : curl_easy_strerror(codigo));
         return codigo;
@@ -282,6 +285,7 @@ private:
     long m_segundos; // that a message may take
     int m_fallos = 0;
     bool m_dentro = false;
+    bool m_muda = false; // the last answer did not come in time
     bool m_perdida = false;
     char m_detalle[CURL_ERROR_SIZE] = {};
 };

@@ -31,6 +31,7 @@ enum Texto {
     AvisoDe = 5041,
     RecordatoriosDeTurno = 5063,
     EnviandoCorreo = 9902,
+    NoSePudoEnviar = 9985,
 };
 
 constexpr int DibujoSinCorreo = 116; // the line is written once, and known by its picture
@@ -253,10 +254,13 @@ void AnotarFalla(Sesion &s, const QString &motivo)
     AnotarError(s, ErrorNum::Correo, motivo, u"EnviarMensajes"_s);
 }
 
-void AvisarSinCorreo(Sesion &s)
+// The run is given up: the board says so for the day, and the reason is told now.
+void AvisarSinCorreo(Sesion &s, const QString &motivo)
 {
     if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
         AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
+    if (!motivo.isEmpty())
+        s.dialogos.Mensaje(s(NoSePudoEnviar).arg(motivo));
 }
 
 void PasarACartas(Sesion &s, QDate hoy)
@@ -388,15 +392,14 @@ void EnviarCorreos(Sesion &s, QDate hoy)
     if (!correo) {
         Lote lote(s);
         PasarACartas(s, hoy);
-        AvisarSinCorreo(s);
         if (!motivo.isEmpty())
             AnotarFalla(s, motivo);
         lote.Confirmar();
-        return;
+        return AvisarSinCorreo(s, motivo);
     }
     const int turnos = EnviarPorTurno(s, hoy, pendientes, *correo, hechas, avanzar);
     if (correo->Perdida())
-        AvisarSinCorreo(s);
+        AvisarSinCorreo(s, correo->Error());
     CerrarSesionCorreo(correo);
     if (turnos > 0)
         AgregarPizarra(
@@ -429,7 +432,8 @@ void EnviarCartas(Sesion &s, QDate hoy)
         const QString nombre = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
                                         : LeerCampo(s, "clientes", "clientes", idc, "ayn");
         if (s.dialogos.Pregunta(s(ImprimirCarta) + u' ' + nombre + u'?'))
-            ImprimirODecir(s, *ComponerCarta(s, MotivoDeTarea(s, p.tip), texto));
+            ImprimirODecir(
+                s, *ComponerCarta(s, TituloDeCarta(MotivoDeTarea(s, p.tip), nombre), texto));
     }
 }
 

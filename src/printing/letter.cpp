@@ -4,6 +4,11 @@
 
 using namespace Qt::StringLiterals;
 
+QString TituloDeCarta(const QString &motivo, const QString &destinatario)
+{
+    return motivo.trimmed() + u" - "_s + destinatario.trimmed();
+}
+
 std::unique_ptr<DocumentoHtml> ComponerCarta(Sesion &s, const QString &titulo, const QString &texto)
 {
     QString html = texto.toHtmlEscaped();

@@ -298,6 +298,7 @@ QVariant ModeloDeGrilla::data(const QModelIndex &index, int role) const
     const FilaDeGrilla &row = Fila(index.row());
     const bool stands = row.realce != Realce::Ninguno
                         && (row.celdaRealzada < 0 || row.celdaRealzada == index.column());
+    const bool muted = row.realce == Realce::Apagado || row.realce == Realce::Hecho;
     switch (role) {
     case Qt::DisplayRole:
         return TextoDeCelda(index.row(), index.column());
@@ -311,16 +312,16 @@ QVariant ModeloDeGrilla::data(const QModelIndex &index, int role) const
         return int((isNumeric(d->columnas[index.column()].clase) ? Qt::AlignRight : Qt::AlignLeft)
                    | Qt::AlignVCenter);
     case Qt::BackgroundRole:
-        if (stands && row.realce != Realce::Apagado)
+        if (stands && !muted)
             return QBrush(row.realce == Realce::Alerta ? PaletaEnUso().alerta
                                                        : PaletaEnUso().aviso);
         return {};
     case Qt::ForegroundRole:
-        if (stands && row.realce == Realce::Apagado)
+        if (stands && muted)
             return QBrush(PaletaEnUso().textoSuave);
         return {};
     case RolDeSigno: {
-        if (!stands)
+        if (!stands || row.realce == Realce::Hecho)
             return {};
         const auto shown =
             std::ranges::find_if(d->columnas, [](const auto &c) { return !c.oculta; });

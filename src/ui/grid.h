@@ -28,7 +28,7 @@ struct ColumnaDeGrilla {
 
 /// Why a row stands out. Each has a colour of the theme and a sign beside it, so that nobody needs
 /// to see colours.
-enum class Realce { Ninguno, Alerta, Aviso, Apagado };
+enum class Realce { Ninguno, Alerta, Aviso, Apagado, Hecho };
 
 /// One row. `celdas` has a value for each column, hidden ones too.
 struct FilaDeGrilla {

@@ -199,6 +199,12 @@ TEST_F(Settings, TheServerOfMailsBelongsToThisMachine)
     EXPECT_EQ(the<QLabel>(u"lblUsuarioMail"_s)->text(), u"User: ana"_s);
     for (const QLabel *label : form->findChildren<QLabel *>())
         EXPECT_FALSE(label->text().contains(u"secreta"));
+
+    open(u"correo"_s);
+    type(u"txtServidorMail"_s, u"localhost"_s);
+    type(u"txtPuertoMail"_s, u"1"_s); // nobody listens there
+    QTest::mouseClick(the<QPushButton>(u"cmdProbarMail"_s), Qt::LeftButton);
+    EXPECT_TRUE(hint().startsWith(u"The mail could not be sent: "_s)) << hint().toStdString();
 }
 
 TEST_F(Settings, KennelsWordsAndChoicesReachTheSettingsRow)

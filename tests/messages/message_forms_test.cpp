@@ -142,7 +142,7 @@ TEST_P(MessageFormsByLanguage, TheOutboxIsReadByKeys)
         return Qt::Key(caption.at(caption.indexOf(u'&') + 1).toUpper().unicode());
     };
     QTest::keyClick(&form, mnemonic(u"cmdImprimir"), Qt::AltModifier);
-    const QStringList printed{s(1112).trimmed()};
+    const QStringList printed{s(1112).trimmed() + u" - Eva"_s};
     EXPECT_TRUE(QTest::qWaitFor([&] { return impresion.impresos == printed; }, 3000));
     QTest::keyClick(&form, mnemonic(u"cmdCopiar"), Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor(

@@ -249,6 +249,7 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     connectTo(server);
     server.Parar();
     measures(3);
+    ask.Espera(u"The mail could not be sent: "_s);
     // The letters follow at once; No to one drops it, and its row is marked before the question.
     ask.Espera(letterFor(u"Toby"_s), true);
     ask.Espera(letterFor(u"Eva"_s), false);
@@ -256,8 +257,8 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-46|11|2|2026-03-11\n-51|11|1|\n-42|11|2|2026-03-11\n-41|11|1|\n"
                        u"-43|2|2|2026-03-11\n-46|12|1|\n"_s);
-    EXPECT_EQ(impresion.impresos,
-              (QStringList{u"Congratulations on birthday"_s, u"Scheduled product reminder"_s}));
+    EXPECT_EQ(impresion.impresos, (QStringList{u"Congratulations on birthday - Toby"_s,
+                                               u"Scheduled product reminder - Toby"_s}));
     EXPECT_EQ(board(), line);
     EXPECT_TRUE(errors().contains(u"onnect"_s)) << errors().toStdString();
 }
@@ -271,6 +272,7 @@ TEST_F(Outbox, AServerThatIsGivenUpInTheMiddleIsTold)
     for (const int tip : {-72, -71, -70})
         task(tip, 1, 1);
     task(-46, 11, 3);
+    ask.Espera(u"The mail could not be sent: "_s);
     ask.Espera(letterFor(u"Toby"_s), false);
     EnviarMensajes(s, hoy);
     // Who has the whole text and does not answer may have taken it: that is never sent twice.
@@ -305,7 +307,7 @@ TEST_F(Outbox, WhatAnotherTerminalDeletesOrTakesMeanwhileIsNotAskedAbout)
         },
         {{u"Ana"_s, true}});
     EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n-43|1|2|2026-03-11\n"_s);
-    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder "_s});
+    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder - Ana"_s});
 }
 
 TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)

@@ -81,6 +81,8 @@ QPushButton:checked { background: palette(highlight); color: palette(highlighted
 QPushButton::menu-indicator { width: 0; image: none; }
 VistaDeHoras { border: 1px solid palette(mid); border-radius: 8px; background: palette(base); }
 VistaDeHoras:focus { border-color: palette(highlight); }
+QSplitter::handle:horizontal { background: palette(mid); border-radius: 2px; margin: 2px 4px; }
+QSplitter::handle:horizontal:hover { background: palette(highlight); }
 QLineEdit, QComboBox, QDateEdit { padding: 4px 8px; }
 QLineEdit:focus, QComboBox:focus, QDateEdit:focus { padding: 3px 7px; }
 QCalendarWidget QWidget#qt_calendar_navigationbar {

@@ -6,6 +6,10 @@
 
 #include <QAbstractScrollArea>
 
+/// As much of a text as a width holds, with dots where it is cut; nothing when fewer than three
+/// letters would be left.
+QString LoQueCabe(const QFontMetrics &letra, const QString &texto, int ancho);
+
 /// Tasks that overlap stand side by side; those without an hour stand above the hours. A task is
 /// dragged to another hour or day with the mouse, quarter by quarter; one without an hour that is
 /// dropped above the hours stays without. ESC gives the drag up.

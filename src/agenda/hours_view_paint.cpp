@@ -14,11 +14,17 @@ namespace
 
 constexpr int iconSide = 16;
 constexpr int narrowWidth = 110; // an hour takes too much of it
-constexpr int tightWidth = 56;   // no room for dots either, nor for more than a name
-constexpr int lettersWhenTight = 12;
+constexpr int tightWidth = 56;   // no room for more than a name
+constexpr qsizetype fewestLetters = 3;
 constexpr int iconWidth = 90;
 
 } // namespace
+
+QString LoQueCabe(const QFontMetrics &letra, const QString &texto, int ancho)
+{
+    const QString cortado = letra.elidedText(texto, Qt::ElideRight, ancho);
+    return cortado == texto || cortado.size() > fewestLetters ? cortado : QString();
+}
 
 void VistaDeHoras::paintEvent(QPaintEvent *event)
 {
@@ -174,8 +180,7 @@ void VistaDeHoras::drawBlock(QPainter &p, const QRect &place, const TareaDelDia 
         p.setFont(strong ? m_fuerte : font());
         p.drawText(QRect(text.left(), y, text.width(), std::min(line, place.height())),
                    int(Qt::AlignLeft) | Qt::AlignVCenter,
-                   tight ? words.left(lettersWhenTight)
-                         : p.fontMetrics().elidedText(words, Qt::ElideRight, text.width()));
+                   LoQueCabe(p.fontMetrics(), words, text.width()));
     };
     p.setPen(ink);
     const QString hour = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u' ' : QString();

@@ -5,6 +5,7 @@
 #include "contact/contact.h"
 #include "store/lookups.h"
 
+#include <QLocale>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +21,7 @@ enum Texto {
     DeseaPostergar = 1124,
     DeCliente = 9900,
     DePaciente = 9901,
+    VariasTareas = 9990,
 };
 
 constexpr int MinutosSinDuracion = 30; // of what has no length of its own
@@ -138,6 +140,25 @@ std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, Fichero &fichero)
     return tareas;
 }
 
+/// What a question is about: the hour, concept and patient or note of one task, the number of
+/// several.
+QString Nombradas(Sesion &s, const QList<int> &ids)
+{
+    if (ids.size() > 1)
+        return s(VariasTareas).arg(ids.size());
+    Fichero fichero;
+    const std::vector<TareaDelDia> tareas = LeerTareas(
+        s, s.morvane->OpenSnapshot("select * from TareasAgenda where id = ?", ids.first()),
+        fichero);
+    if (tareas.empty())
+        return {};
+    const TareaDelDia &t = tareas.front();
+    QStringList partes{t.concepto, t.paciente.isEmpty() ? t.des.simplified() : t.paciente};
+    partes.removeAll(QString());
+    const QString hora = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u"  "_s : QString();
+    return hora + partes.join(u", "_s);
+}
+
 } // namespace
 
 void Fichero::PonerAlDia(Sesion &s)
@@ -233,19 +254,16 @@ QList<int> EnSuSentido(QList<int> filas, int actual)
     return filas;
 }
 
-bool PasarTareas(Sesion &s, const QList<int> &ids, QDate dia)
+std::optional<std::vector<Sitio>> PasarTareas(Sesion &s, const QList<int> &ids, QDate dia)
 {
     if (!PuedeMoverTareas(s) || ids.isEmpty() || !dia.isValid()
-        || !s.dialogos.Pregunta(s(DeseaPostergar)))
-        return false;
-    Lote lote(s);
+        || !s.dialogos.Pregunta(s(DeseaPostergar) + u"\n\n"_s + Nombradas(s, ids) + u"\n→ "_s
+                                + QLocale().toString(dia, QLocale::LongFormat)))
+        return std::nullopt;
+    std::vector<Destino> destinos;
     for (const int id : ids)
-        s.morvane->Execute("UPDATE TareasAgenda SET Dia = ? WHERE id = ?", dia, id);
-    lote.Confirmar();
-    for (const int id : ids)
-        if (const auto tarea = Leer(s, id))
-            SeguirAlarma(s, *tarea);
-    return true;
+        destinos.push_back({id, dia, {}});
+    return MoverTareas(s, destinos);
 }
 
 std::vector<Sitio> MoverTareas(Sesion &s, const std::vector<Destino> &destinos)
@@ -295,7 +313,8 @@ bool DevolverTareas(Sesion &s, const std::vector<Sitio> &sitios)
 
 bool EliminarTareas(Sesion &s, const QList<int> &ids)
 {
-    if (!PuedeMoverTareas(s) || ids.isEmpty() || !s.dialogos.Pregunta(s(Eliminar)))
+    if (!PuedeMoverTareas(s) || ids.isEmpty()
+        || !s.dialogos.Pregunta(s(Eliminar) + u"\n\n"_s + Nombradas(s, ids)))
         return false;
     std::vector<Anotada> idas;
     Lote lote(s);

@@ -76,9 +76,6 @@ QList<int> EnSuSentido(QList<int> filas, int actual);
 // A task that is open takes its alarm along: what leaves today silences it, what comes to today
 // brings it.
 
-/// Asks, and puts the tasks on another day. @return whether they were moved
-bool PasarTareas(Sesion &s, const QList<int> &ids, QDate dia);
-
 /// Where a task goes. An invalid hour leaves it the one that it has, or none.
 struct Destino {
     int id = 0;
@@ -96,6 +93,8 @@ struct Sitio {
 /// alarms stay as far from the hour as they were.
 /// @return where those that were moved stood before; none when the user may not, or they are gone
 std::vector<Sitio> MoverTareas(Sesion &s, const std::vector<Destino> &destinos);
+/// Asks, and puts the tasks on another day. @return as MoverTareas; nullopt when it was not to be
+std::optional<std::vector<Sitio>> PasarTareas(Sesion &s, const QList<int> &ids, QDate dia);
 /// Puts them back where they stood, without an hour too. @return whether any was there still
 bool DevolverTareas(Sesion &s, const std::vector<Sitio> &sitios);
 /// Asks, and deletes the tasks. @return whether they are gone

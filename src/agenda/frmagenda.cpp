@@ -414,17 +414,32 @@ void frmagenda::tellMoved(const std::vector<Sitio> &antes, const QString &mas)
     const TareaDelDia *t = task(ids.last());
     if (!t)
         return;
-    const QString others = ids.size() > 1 ? u" (+%1)"_s.arg(ids.size() - 1) : QString();
-    Ayu->Logro(m_s(SeMovio) + u' ' + AsuntoDeTarea(*t) + others + u" → "_s + placeOf(t->dia, t->hor)
-               + mas);
+    Ayu->Logro(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + mas);
+}
+
+/// "Moved: Toby, A check (+2) → "
+QString frmagenda::movement(const TareaDelDia &ultima, qsizetype cuantas) const
+{
+    const QString others = cuantas > 1 ? u" (+%1)"_s.arg(cuantas - 1) : QString();
+    return m_s(SeMovio) + u' ' + AsuntoDeTarea(ultima) + others + u" → "_s;
 }
 
 void frmagenda::delay()
 {
     const int row = GAgenda->FilasSeleccionadas().value(0);
+    const QDate day = dtpPasarTarea->Dia();
     guarded([&] {
-        if (PasarTareas(m_s, selectedIds(), dtpPasarTarea->Dia()))
-            leaveList(row);
+        const auto before = PasarTareas(m_s, selectedIds(), day);
+        if (!before)
+            return;
+        const TareaDelDia *t = before->empty() ? nullptr : task(before->back().id);
+        const QString told = t ? movement(*t, qsizetype(before->size())) : QString();
+        leaveList(row);
+        m_antes = *before;
+        if (before->empty())
+            Ayu->Fallo(m_s(YaNoExiste));
+        else if (!told.isEmpty())
+            Ayu->Logro(told + placeOf(day, {}) + u".  "_s + m_s(SeDeshace));
     });
 }
 
@@ -444,6 +459,7 @@ void frmagenda::leaveList(int fila)
     reload();
     GAgenda->Seleccionar(std::min(fila, m_modelo->Filas() - 1));
     GAgenda->setFocus();
+    tell(taskOfRow(GAgenda->FilaActual()));
 }
 
 void frmagenda::toggleDone()

@@ -68,6 +68,7 @@ private:
     void move(const std::vector<Destino> &destinos);
     void takeBack();
     void tellMoved(const std::vector<Sitio> &antes, const QString &mas);
+    QString movement(const TareaDelDia &ultima, qsizetype cuantas) const;
     void delay();
     void remove();
     void leaveList(int fila);

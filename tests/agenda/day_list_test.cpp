@@ -82,11 +82,12 @@ TEST_F(DiaDeAgenda, DelaysAndDeletesOnlyForWhoMayAndWhoSaysYes)
     EXPECT_FALSE(PasarTareas(s, {}, hoy)) << "nothing is asked about nothing";
     EXPECT_EQ(tareas(), u"1|2026-03-11|09:30:00|0\n2|2026-03-11|10:00:00|0\n"_s);
 
-    ask.Espera(s(1124));
-    EXPECT_TRUE(PasarTareas(s, {dos, uno}, hoy.addDays(2)));
+    ask.Espera(s(1124) + u"\n\n2 tasks\n→ "_s
+               + QLocale().toString(hoy.addDays(2), QLocale::LongFormat));
+    EXPECT_EQ(PasarTareas(s, {dos, uno}, hoy.addDays(2))->size(), 2u);
     EXPECT_EQ(MoverTareas(s, {{uno, hoy.addDays(1), {11, 15}}}).size(), 1u);
     EXPECT_EQ(tareas(), u"1|2026-03-12|11:15:00|0\n2|2026-03-13|10:00:00|0\n"_s);
-    ask.Espera(s(3));
+    ask.Espera(s(3) + u"\n\n11:15  A check, Toby"_s);
     EXPECT_TRUE(EliminarTareas(s, {uno}));
     EXPECT_TRUE(MoverTareas(s, {{uno, hoy, {11, 0}}}).empty()) << "it is gone";
     EXPECT_FALSE(DevolverTareas(s, {{uno, hoy, {}, {}}}));

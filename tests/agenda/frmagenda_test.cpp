@@ -209,6 +209,40 @@ TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)
     EXPECT_FALSE(the<QPushButton>(u"cmdPasarTarea"_s)->isEnabled());
 }
 
+TEST_F(Agenda, TheFootTellsWhereDelayedTasksWentAndForgetsADeletedOne)
+{
+    tarea(control, 1, hoy, {9, 0});
+    tarea(visita, 2, hoy, {10, 0});
+    tarea(TipoTarea::TareaDeUsuario, 1, hoy, {11, 0}, u"Order  gloves"_s);
+    open();
+    const QString before = moved();
+    press(list(), Qt::Key_Down, Qt::ShiftModifier);
+    ask.Espera(s(1124) + u"\n\n2 tasks"_s);
+    click(u"cmdPasarTarea"_s);
+    EXPECT_TRUE(help().contains(u"A check at home (+1) → "_s
+                                + QLocale().toString(hoy.addDays(1), QLocale::LongFormat)))
+        << help().toStdString();
+    EXPECT_EQ(day(), hoy);
+    press(list(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(moved(), before);
+
+    // The row below takes the place of the deleted one, and the last the one above.
+    press(list(), Qt::Key_Home);
+    ask.Espera(s(3) + u"\n\n09:00  A check, Toby"_s);
+    press(list(), Qt::Key_Delete);
+    EXPECT_TRUE(help().startsWith(u"A check at home"_s)) << help().toStdString();
+    press(list(), Qt::Key_End);
+    ask.Espera(s(3) + u"\n\n11:00  "_s + s(1109) + u", Order gloves"_s);
+    press(list(), Qt::Key_Delete);
+    EXPECT_TRUE(help().startsWith(u"A check at home"_s)) << help().toStdString();
+    // Another terminal was faster.
+    s.morvane->Execute("delete * from TareasAgenda");
+    ask.Espera(s(1124));
+    click(u"cmdPasarTarea"_s);
+    EXPECT_EQ(help(), s(9948));
+    EXPECT_EQ(list()->Modelo()->Filas(), 0);
+}
+
 TEST_F(Agenda, ACommonUserMarksTasksButMovesNone)
 {
     s.usuario.ut = 1;
@@ -353,6 +387,18 @@ TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
                                   u"2026-03-12 "_s + HoraLarga({11, 0}) + u" Mia"_s}));
     EXPECT_EQ(details(), u"08:00 A surgery, 11:00 A check"_s);
     EXPECT_EQ(list()->FilaActual(), 1);
+}
+
+TEST_F(Agenda, ANarrowBlockTellsWholeLettersOrNothing)
+{
+    const QFontMetrics letters{QFont()};
+    const auto in = [&](const QString &width) {
+        return LoQueCabe(letters, u"Wolfgang"_s, letters.horizontalAdvance(width) + 1);
+    };
+    EXPECT_EQ(in(u"Wolfgang"_s), u"Wolfgang"_s);
+    EXPECT_EQ(in(u"Wolf…"_s), u"Wolf…"_s);
+    EXPECT_EQ(in(u"Wo…"_s), QString());
+    EXPECT_EQ(LoQueCabe(letters, u"Al"_s, letters.horizontalAdvance(u"Al"_s) + 1), u"Al"_s);
 }
 
 TEST_F(Agenda, TheDayAndATaskGoIntoACalendarFile)

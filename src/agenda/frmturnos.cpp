@@ -43,6 +43,8 @@ enum Texto {
     Paciente = 9946,
     Opcional = 9947,
     ElijaPaciente = 9949,
+    SigueEscribiendo = 9515,
+    HoyNoSale = 9991,
 };
 
 constexpr QSize firstSize{900, 520};
@@ -187,7 +189,12 @@ void frmTurnos::wire()
     connect(cmbSel, &ListaConCompletado::tecleado, this, &frmTurnos::complete);
     connect(cmbSel, &ListaConCompletado::elegido, this, &frmTurnos::conceptChosen);
     connect(cmbSel, &ListaConCompletado::vaciado, this, &frmTurnos::conceptChosen);
-    connect(dtpDia, &QDateEdit::dateChanged, this, [this] { guarded([this] { loadDay(); }); });
+    connect(dtpDia, &QDateEdit::dateChanged, this, [this] {
+        guarded([this] { loadDay(); });
+        if (chkRec->isChecked())
+            help(hint());
+    });
+    connect(chkRec, &QCheckBox::toggled, this, [this] { help(hint()); });
     connect(cmdAgendar, &QPushButton::clicked, this, &frmTurnos::book);
     connect(cmdVolver, &QPushButton::clicked, this, &frmTurnos::reject);
 }
@@ -211,6 +218,29 @@ void frmTurnos::opened(const QVariantMap &parametros)
     cmbSel->SeleccionarItem(0);
     conceptChosen();
     cmbSel->setFocus();
+    m_alEmpezar = typed();
+}
+
+void frmTurnos::reject()
+{
+    // Asked so that ENTER, pressed without reading, loses nothing.
+    if (typed() == m_alEmpezar || !m_s.dialogos.Pregunta(m_s(SigueEscribiendo)))
+        FormBase::reject();
+}
+
+/// What can be lost; an hour is the same however it is written.
+QStringList frmTurnos::typed() const
+{
+    const auto hour = [](const QLineEdit *box) {
+        const QTime time = HoraEscrita(box->text());
+        return time.isValid() ? time.toString(u"HH:mm") : box->text().trimmed();
+    };
+    return {cmbSel->currentText().trimmed(),
+            dtpDia->Dia().toString(Qt::ISODate),
+            hour(txtHora),
+            hour(txtAla),
+            txtDesc->text().trimmed(),
+            chkRec->isChecked() ? u"x"_s : QString()};
 }
 
 void frmTurnos::showPatient()
@@ -262,7 +292,20 @@ void frmTurnos::conceptChosen()
     chkRec->setEnabled(forClient);
     if (!forClient)
         chkRec->setChecked(false);
-    help(chosen != 0 ? m_s(MasConceptos) : m_s(ElijaConcepto));
+    help(hint());
+}
+
+QString frmTurnos::hint() const
+{
+    if (remindsInVain())
+        return m_s(HoyNoSale);
+    return m_s(cmbSel->Id() != 0 ? MasConceptos : ElijaConcepto);
+}
+
+/// What reminds of today's appointments has run.
+bool frmTurnos::remindsInVain() const
+{
+    return chkRec->isChecked() && dtpDia->date() == m_s.reloj.hoy;
 }
 
 void frmTurnos::hourLeft()
@@ -272,7 +315,8 @@ void frmTurnos::hourLeft()
         return help(m_s(EscribaHora), true);
     txtHora->setText(HoraLarga(hour));
     help(m_s(Dia) + u": "_s + QLocale().toString(dtpDia->date(), QLocale::LongFormat) + u".  "_s
-         + m_s(Hora) + u": "_s + HoraLarga(hour) + u'.');
+         + m_s(Hora) + u": "_s + HoraLarga(hour) + u'.'
+         + (remindsInVain() ? u'\n' + m_s(HoyNoSale) : QString()));
     const int near = FilaCercana(m_turnos, hour);
     if (near < 0)
         return GTurnos->Seleccionar(-1);
@@ -325,7 +369,7 @@ void frmTurnos::book()
         return help(m_s(EscribaHora), true);
     }
     if (guarded([&] { Agendar(m_s, t); }))
-        reject();
+        FormBase::reject();
 }
 
 bool frmTurnos::eventFilter(QObject *watched, QEvent *event)

@@ -21,6 +21,7 @@ public:
     explicit frmTurnos(Sesion &s, QWidget *parent = nullptr);
 
     void opened(const QVariantMap &parametros) override;
+    void reject() override;
 
     int ida = 0; // the patient to book for
 
@@ -39,11 +40,15 @@ private:
     void conceptChosen();
     void hourLeft();
     void help(const QString &texto, bool falla = false);
+    QString hint() const;
+    bool remindsInVain() const;
+    QStringList typed() const;
     void book();
     Turno turno() const;
 
     std::vector<ConceptoDeTurno> m_conceptos;
     std::vector<TareaDelDia> m_turnos;
+    QStringList m_alEmpezar; // what the form held when it was opened
     ModeloDeGrilla *m_modelo = nullptr;
 
     QLabel *lblPaciente = nullptr;

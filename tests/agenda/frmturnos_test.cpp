@@ -131,6 +131,7 @@ TEST_F(Dialogo, NobodyIsRemindedOfAnOwnTaskOrWithoutAPatient)
     EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), s(9940));
     type(u"a check"_s);
     EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
+    ask.Espera(s(9515), false);
     press(Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
     open();
@@ -142,6 +143,52 @@ TEST_F(Dialogo, NobodyIsRemindedOfAnOwnTaskOrWithoutAPatient)
     EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isChecked());
     the<QPushButton>(u"cmdAgendar"_s)->click();
     EXPECT_EQ(tareas("tip, ida, medio"), u"-100|1|0\n"_s);
+}
+
+TEST_F(Dialogo, WhatWasChangedByHandIsNotDroppedWithoutAQuestion)
+{
+    s.reloj.ahora = [this] { return QDateTime(hoy, QTime(9, 0, 37)); };
+    open();
+    the<QLineEdit>(u"txtHora"_s)->setFocus();
+    press(Qt::Key_Tab); // the hour is written anew, to the minute
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+    const std::function<void()> changes[] = {
+        [this] { the<QLineEdit>(u"txtDesc"_s)->setText(u"brings papers"_s); },
+        [this] { the<QLineEdit>(u"txtHora"_s)->setText(u"10"_s); },
+        [this] { the<QLineEdit>(u"txtAla"_s)->setText(u"soon"_s); },
+        [this] { the<QDateEdit>(u"dtpDia"_s)->setDate(hoy.addDays(1)); },
+        [this] { type(u"a check"_s); },
+    };
+    for (const auto &change : changes) {
+        open();
+        change();
+        ask.Espera(s(9515), true); // goes on
+        press(Qt::Key_Escape);
+        EXPECT_TRUE(form->isVisible());
+        ask.Espera(s(9515), false);
+        the<QPushButton>(u"cmdVolver"_s)->click();
+        EXPECT_FALSE(form->isVisible());
+    }
+}
+
+TEST_F(Dialogo, AReminderForTodayIsToldToGoOutNoMore)
+{
+    open();
+    type(u"a check"_s);
+    auto *reminder = the<QCheckBox>(u"chkRec"_s);
+    reminder->click();
+    EXPECT_EQ(help(), s(9991));
+    EXPECT_TRUE(reminder->isEnabled());
+    the<QLineEdit>(u"txtHora"_s)->setFocus();
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(help().contains(s(9991))) << "it is not pushed out by the hour";
+    the<QDateEdit>(u"dtpDia"_s)->setDate(hoy.addDays(1));
+    EXPECT_EQ(help(), s(1308));
+    the<QDateEdit>(u"dtpDia"_s)->setDate(hoy);
+    EXPECT_EQ(help(), s(9991));
+    reminder->click();
+    EXPECT_EQ(help(), s(1308));
 }
 
 TEST_F(Dialogo, TheListGoesWithTheDayAndScrollsToWhatIsNear)

@@ -1,8 +1,8 @@
 #include "agenda/frmagenda.h"
 
-#include "agenda/agenda_look.h"
 #include "agenda/calendar_file.h"
 #include "agenda/day_sheet.h"
+#include "agenda/frmagenda_look.h"
 #include "agenda/hours_layout.h"
 #include "agenda/hours_view.h"
 #include "agenda/task_texts.h"

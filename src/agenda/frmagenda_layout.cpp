@@ -1,5 +1,5 @@
-#include "agenda/agenda_look.h"
 #include "agenda/frmagenda.h"
+#include "agenda/frmagenda_look.h"
 #include "agenda/hours_view.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"

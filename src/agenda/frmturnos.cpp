@@ -1,6 +1,6 @@
 #include "agenda/frmturnos.h"
 
-#include "agenda/agenda_look.h"
+#include "agenda/frmagenda_look.h"
 #include "agenda/task_texts.h"
 #include "agenda/tasks.h"
 #include "contact/contact.h"

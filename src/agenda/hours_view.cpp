@@ -1,6 +1,6 @@
 #include "agenda/hours_view.h"
 
-#include "agenda/agenda_look.h"
+#include "agenda/frmagenda_look.h"
 #include "agenda/tasks.h"
 #include "ui/theme.h"
 

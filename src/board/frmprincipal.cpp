@@ -1,10 +1,10 @@
 #include "board/frmprincipal.h"
 
 #include "board/board_view.h"
-#include "board/calm_keyboard.h"
 #include "board/ringing.h"
 #include "board/version_text.h"
 #include "store/lookups.h"
+#include "ui/calm_keyboard.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"

@@ -1,5 +1,5 @@
-#include "contact/contact.h"
 #include "clients/profiles.h"
+#include "contact/contact.h"
 #include "support/clinic.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,4 @@
-#include "board/calm_keyboard.h"
+#include "ui/calm_keyboard.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,4 +1,4 @@
-#include "agenda/agenda_look.h"
+#include "agenda/frmagenda_look.h"
 
 #include "agenda/tasks.h"
 #include "ui/boxes.h"

@@ -4,7 +4,6 @@
 #include "store/session.h"
 
 #include <QHash>
-#include <QList>
 
 /// One task of a day as the list and the hours show it.
 struct TareaDelDia {

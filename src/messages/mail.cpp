@@ -124,13 +124,13 @@ public:
 
     bool Enviar(const QString &asunto, const QString &direcciones, const QString &cuerpo) override
     {
+        if (m_perdida)
+            return false; // for the reason that stands already
         const QStringList destinos = DireccionesValidas(direcciones);
         if (destinos.isEmpty()) {
             m_error = m_s(DireccionNoValida).arg(direcciones.simplified());
             return false;
         }
-        if (m_perdida)
-            return false; // the reason is told already
         Suerte suerte = Transmitir(asunto, destinos, cuerpo);
         // A server that takes so many messages on one line says so: this one it has not taken.
         if (suerte == Suerte::OtraLinea && Entrar())

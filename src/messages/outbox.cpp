@@ -254,13 +254,11 @@ void AnotarFalla(Sesion &s, const QString &motivo)
     AnotarError(s, ErrorNum::Correo, motivo, u"EnviarMensajes"_s);
 }
 
-// The run is given up: the board says so for the day, and the reason is told now.
-void AvisarSinCorreo(Sesion &s, const QString &motivo)
+// The run is given up: the board says so for the day.
+void AvisarSinCorreo(Sesion &s)
 {
     if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
         AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
-    if (!motivo.isEmpty())
-        s.dialogos.Mensaje(s(NoSePudoEnviar).arg(motivo));
 }
 
 void PasarACartas(Sesion &s, QDate hoy)
@@ -375,7 +373,8 @@ int EnviarPorTurno(Sesion &s, QDate hoy, const std::vector<Pendiente> &pendiente
     return turnos;
 }
 
-void EnviarCorreos(Sesion &s, QDate hoy)
+// @return why the run was given up, to be told to the user; "" when it was not
+QString EnviarCorreos(Sesion &s, QDate hoy)
 {
     const std::vector<Pendiente> pendientes = LeerPendientes(
         s,
@@ -383,7 +382,7 @@ void EnviarCorreos(Sesion &s, QDate hoy)
         "order by tip, ida, id",
         {hoy, hoy});
     if (pendientes.empty())
-        return;
+        return {};
     int hechas = 0;
     const std::function<void()> avanzar = [&] { s.avance.Barra(hechas, int(pendientes.size())); };
     s.avance.Etapa(s(EnviandoCorreo));
@@ -394,17 +393,21 @@ void EnviarCorreos(Sesion &s, QDate hoy)
         PasarACartas(s, hoy);
         if (!motivo.isEmpty())
             AnotarFalla(s, motivo);
+        AvisarSinCorreo(s);
         lote.Confirmar();
-        return AvisarSinCorreo(s, motivo);
+        return motivo;
     }
     const int turnos = EnviarPorTurno(s, hoy, pendientes, *correo, hechas, avanzar);
-    if (correo->Perdida())
-        AvisarSinCorreo(s, correo->Error());
+    if (correo->Perdida()) {
+        motivo = correo->Error();
+        AvisarSinCorreo(s);
+    }
     CerrarSesionCorreo(correo);
     if (turnos > 0)
         AgregarPizarra(
             s, s(DebemosEnviar) + u' ' + QString::number(turnos) + u' ' + s(RecordatoriosDeTurno),
             DibujoComunicacion, VerAgendaDeHoy, 0);
+    return motivo;
 }
 
 // --- Letters ---
@@ -456,15 +459,18 @@ bool EnviarMensajes(Sesion &s, QDate hoy)
     Repartir(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
     Repartir(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
     bool solo = false;
+    QString falla;
     {
-        // Not while questions stand open: those may last over midnight, and the next day shall not
-        // wait for them. Lists and letters are taken by whoever notes them first.
+        // Not while a question or a message stands open: those may last over midnight, and the next
+        // day shall not wait for them. Lists and letters are taken by whoever notes them first.
         const BloqueoDeCarpeta envio(s.carpetaDeDatos, u"kelvara.correo"_s, EsperaDelEnvio,
                                      [&s] { s.avance.Barra(0, 1); });
         solo = envio.Tomado();
         if (solo)
-            EnviarCorreos(s, hoy);
+            falla = EnviarCorreos(s, hoy);
     }
+    if (!falla.isEmpty())
+        s.dialogos.Mensaje(s(NoSePudoEnviar).arg(falla));
     EnviarCartas(s, hoy);
     return solo;
 }

@@ -11,7 +11,8 @@ endif()
 target_compile_definitions(kelvara_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_ASCII QT_DISABLE_DEPRECATED_BEFORE=0x060400
     SQLITE_HAS_CODEC KELVARA_VERSION="${PROJECT_VERSION}")
-target_include_directories(kelvara_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_include_directories(kelvara_options INTERFACE
+    ${CMAKE_SOURCE_DIR}/src ${CMAKE_BINARY_DIR}/generated)
 
 option(KELVARA_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 if(KELVARA_SANITIZE)
@@ -20,13 +21,15 @@ if(KELVARA_SANITIZE)
     target_link_options(kelvara_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# add_module(NAME RULES a.cpp ... [FORMS frmx.cpp ...] [NEEDS other ...] [FORMS_NEED other ...])
+# add_module(NAME RULES a.cpp ... [FORMS frmx.cpp ...] [NEEDS other ...] [FORMS_NEED other ...]
+#            [SIGNALS])
 #
 # One subsystem: the library NAME holds its rules and cannot see widgets; NAME_forms holds its
 # forms. A rule that includes a widget's header does not compile. What nearly all include is compiled
-# once: rules take it from store, forms from ui, tests from test_main.
+# once: rules take it from store, forms from ui, tests from test_main. SIGNALS: one of the rules has
+# signals; forms always may.
 function(add_module name)
-    cmake_parse_arguments(M "" "" "RULES;FORMS;NEEDS;FORMS_NEED" ${ARGN})
+    cmake_parse_arguments(M "SIGNALS" "" "RULES;FORMS;NEEDS;FORMS_NEED" ${ARGN})
     add_library(${name} STATIC ${M_RULES})
     target_link_libraries(${name} PUBLIC kelvara_options Qt6::Core ${M_NEEDS})
     if(name STREQUAL "store")
@@ -34,8 +37,12 @@ function(add_module name)
     else()
         target_precompile_headers(${name} REUSE_FROM store)
     endif()
+    if(M_SIGNALS)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    endif()
     if(M_FORMS)
         add_library(${name}_forms STATIC ${M_FORMS})
+        set_target_properties(${name}_forms PROPERTIES AUTOMOC ON)
         target_link_libraries(${name}_forms PUBLIC ${name} ui Qt6::Widgets ${M_FORMS_NEED})
         target_precompile_headers(${name}_forms REUSE_FROM ui)
     endif()

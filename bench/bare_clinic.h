@@ -9,29 +9,32 @@
 #include <variant>
 #include <vector>
 
-class Textos;
+namespace store
+{
+class Texts;
+}
 
 /// The databases of a folder through the engine's own interface, opened as the store opens them:
 /// same key, page size, caches and pragmas.
-class BaseDesnuda
+class BareBase
 {
 public:
-    using Dato = std::variant<qint64, std::string>;
+    using Datum = std::variant<qint64, std::string>;
 
-    explicit BaseDesnuda(const QString &carpeta);
-    ~BaseDesnuda();
-    BaseDesnuda(const BaseDesnuda &) = delete;
-    BaseDesnuda &operator=(const BaseDesnuda &) = delete;
+    explicit BareBase(const QString &folder);
+    ~BareBase();
+    BareBase(const BareBase &) = delete;
+    BareBase &operator=(const BareBase &) = delete;
 
-    void Adjuntar(const QString &archivo, const char *esquema, int kilobytes);
-    void Separar(const char *esquema);
+    void attach(const QString &file, const char *schema, int kilobytes);
+    void separate(const char *schema);
     /// Runs one statement, named parameters taken from `valores`. @return its first cell, 0 if none
     /// @throws std::runtime_error
-    qint64 Correr(const std::string &sql);
-    sqlite3_stmt *Preparar(const std::string &sql);
-    sqlite3 *Conexion() const { return m_db; }
+    qint64 run(const std::string &sql);
+    sqlite3_stmt *prepare(const std::string &sql);
+    sqlite3 *connection() const { return m_db; }
 
-    std::map<std::string, Dato> valores; // by name with its colon
+    std::map<std::string, Datum> values; // by name with its colon
 
 private:
     sqlite3 *m_db = nullptr;
@@ -40,37 +43,37 @@ private:
 /// The daily pass in as few set-based statements as it takes, in one commit as well, with the
 /// clinic's settings as the generator makes them. Leaves the same rows as the store's pass; of the
 /// board's texts only the counts.
-class PaseDesnudo
+class BarePass
 {
 public:
-    PaseDesnudo(const QString &carpeta, QDate hoy, const Textos &textos);
-    void Correr();
+    BarePass(const QString &folder, QDate hoy, const store::Texts &texts);
+    void run();
 
 private:
-    void Pizarra(const std::string &numeros, int dibujo, int codigo1, int codigo2);
-    void Alimentos();
-    void DosisPerdidas();
-    void DosisDelDia();
-    void Recordatorios();
-    void Cumpleanos();
-    void Deudores();
-    void Hospedaje();
-    void Resumen();
-    void Turnos();
-    void Existencias();
-    void ClientesNuevos();
-    void Insertar(const std::string &tarea);
-    void LeerHoras();
-    int HoraLibre(int servicio);
-    static void FuncionHora(sqlite3_context *c, int, sqlite3_value **v);
-    static void FuncionNumero(sqlite3_context *c, int, sqlite3_value **);
+    void Pizarra(const std::string &numbers, int dibujo, int codigo1, int codigo2);
+    void foods();
+    void missedDoses();
+    void dosesOfTheDay();
+    void reminders();
+    void birthday();
+    void debtors();
+    void Boarding();
+    void summary();
+    void Appointments();
+    void stock();
+    void newClients();
+    void insert(const std::string &task);
+    void readHours();
+    int freeHour(int service);
+    static void functionHour(sqlite3_context *c, int, sqlite3_value **v);
+    static void functionNumber(sqlite3_context *c, int, sqlite3_value **);
 
-    QString m_carpeta;
-    BaseDesnuda m_base;
-    QDate m_hoy;
-    qint64 m_ultimaTarea = 0;
+    QString m_folder;
+    BareBase m_base;
+    QDate m_today;
+    qint64 m_lastTask = 0;
     // Minutes of the day that have a task within reach, and how many tasks today has.
-    std::vector<char> m_ocupado;
-    int m_tareasDeHoy = 0;
-    std::map<int, int> m_duracion;
+    std::vector<char> m_busy;
+    int m_todayTasks = 0;
+    std::map<int, int> m_duration;
 };

@@ -51,35 +51,35 @@ double bare(int port, int mails)
     return double(clock.nsecsElapsed()) / 1e9;
 }
 
-class Speed : public Clinica
+class Speed : public Clinic
 {
 public:
     void TestBody() override {}
 
     double run(int port, int mails)
     {
-        s.carpetaDePrograma = carpeta.path() + u'/';
-        GuardarCuentaDeCorreo(
-            s, {u"v@x.example"_s, u"llave"_s, u"localhost"_s, port, Cifrado::Ninguno});
-        GuardarAjuste(s, "MensajeriaFrecuente", u"Dear <nomcli>"_s);
+        s.programFolder = folder.path() + u'/';
+        messages::saveMailAccount(
+            s, {u"v@x.example"_s, u"llave"_s, u"localhost"_s, port, messages::Encryption::None});
+        store::saveSetting(s, "MensajeriaFrecuente", u"Dear <nomcli>"_s);
         Lote batch(s);
         for (int i = 0; i < mails; ++i) {
             s.clientes->Execute("insert into clientes (idc, ayn, email) values (?, ?, ?)", i + 1,
                                 u"C%1"_s.arg(i), u"c%1@x.example"_s.arg(i));
-            Tarea t;
-            t.tip = TipoTarea::Frecuente;
+            agenda::Task t;
+            t.tip = agenda::TaskKind::Frequent;
             t.ida = i + 1;
             t.medio = 1;
             t.fcreacion = hoy;
             AgregarTarea(s, t);
         }
-        batch.Confirmar();
+        batch.commit();
         QElapsedTimer clock;
         clock.start();
         EnviarMensajes(s, hoy);
         const double seconds = double(clock.nsecsElapsed()) / 1e9;
         const int sent =
-            s.morvane->Leer("select count(*) from TareasAgenda where fmedio = ?", hoy).toInt();
+            s.morvane->read("select count(*) from TareasAgenda where fmedio = ?", hoy).toInt();
         if (sent != mails)
             std::fprintf(stderr, "only %d of %d mails went out\n", sent, mails);
         return seconds;
@@ -95,10 +95,10 @@ int main(int argc, char **argv)
     const double pause = argc > 2 ? std::atof(argv[2]) : 0;
     std::printf("%d mails: bare s, outbox s, ratio\n", mails);
     for (int i = 0; i < 3; ++i) {
-        const ServidorDeCorreo server({u"--slow"_s, QString::number(pause / 2)});
-        const double alone = bare(server.Puerto(), mails);
+        const MailServer server({u"--slow"_s, QString::number(pause / 2)});
+        const double alone = bare(server.portNumber(), mails);
         Speed speed;
-        const double ours = speed.run(server.Puerto(), mails);
+        const double ours = speed.run(server.portNumber(), mails);
         std::printf("%.2f %.2f %.2f\n", alone, ours, ours / alone);
     }
 }

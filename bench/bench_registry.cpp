@@ -30,23 +30,23 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-const QString Fotograma = u"under 16"_s; // milliseconds, the time of one picture on a screen
+const QString Frame = u"under 16"_s; // milliseconds, the time of one picture on a screen
 
-struct Medida {
+struct Measure {
     Sesion &s;
-    QString carpeta;
-    int corridas;
+    QString folder;
+    int runs;
 };
 
 // --- Against the bare engine -----------------------------------------------------------------
 
 // Ours and a statement of the bare engine whose cells are all read, in turns.
-void ContraElMotor(const Medida &m, const QString &que, const std::function<void()> &nuestra,
-                   const std::string &desnuda, const QString &meta)
+void againstEngine(const Measure &m, const QString &what, const std::function<void()> &our,
+                   const std::string &bare, const QString &goal)
 {
-    BaseDesnuda base(m.carpeta);
-    sqlite3_stmt *st = base.Preparar(desnuda);
-    const auto correr = [st] {
+    BareBase base(m.folder);
+    sqlite3_stmt *st = base.prepare(bare);
+    const auto run = [st] {
         while (sqlite3_step(st) == SQLITE_ROW)
             for (int c = 0; c < sqlite3_column_count(st); ++c) {
                 sqlite3_column_text(st, c);
@@ -54,37 +54,37 @@ void ContraElMotor(const Medida &m, const QString &que, const std::function<void
             }
         sqlite3_reset(st);
     };
-    nuestra();
-    correr();
-    std::vector<double> nuestras, desnudas, razones;
-    for (int i = 0; i < m.corridas; ++i) {
-        nuestras.push_back(Milisegundos(nuestra));
-        desnudas.push_back(Milisegundos(correr));
-        razones.push_back(nuestras.back() / desnudas.back());
+    our();
+    run();
+    std::vector<double> ourTimes, bareTimes, ratios;
+    for (int i = 0; i < m.runs; ++i) {
+        ourTimes.push_back(milliseconds(our));
+        bareTimes.push_back(milliseconds(run));
+        ratios.push_back(ourTimes.back() / bareTimes.back());
     }
     sqlite3_finalize(st);
-    Linea(que, Numero(Mediana(nuestras), 1), Numero(Mediana(desnudas), 1), Numero(Mediana(razones)),
-          meta);
+    line(what, numberOf(median(ourTimes), 1), numberOf(median(bareTimes), 1),
+         numberOf(median(ratios)), goal);
 }
 
-void MedirFilas(const Medida &m)
+void measureRows(const Measure &m)
 {
-    ContraElMotor(
-        m, u"registry: rows of all clients (ms)"_s, [&] { FilasDeClientes(m.s); },
+    againstEngine(
+        m, u"registry: rows of all clients (ms)"_s, [&] { clients::clientsRows(m.s); },
         "SELECT idc, ayn, tel2, deuda, obra, faltadir, faltamail FROM clientes.Clientes ORDER BY "
         "ayn COLLATE NOCASE",
         u"at most 1.5"_s);
-    for (const QString &texto : {u"lun"_s, u"a"_s}) {
-        const Condiciones c{Condicion{0, texto}, Condicion{}};
-        ContraElMotor(
-            m, u"search: all patients with \"%1\" (ms)"_s.arg(texto),
-            [&] { Buscar(m.s, Busqueda::Mascotas, c); },
+    for (const QString &text : {u"lun"_s, u"a"_s}) {
+        const clients::Conditions c{clients::Condition{0, text}, clients::Condition{}};
+        againstEngine(
+            m, u"search: all patients with \"%1\" (ms)"_s.arg(text),
+            [&] { clients::find(m.s, clients::Search::Patients, c); },
             "SELECT m.idm, m.nom, c.ayn, r.nom, e.nom, p.nom, m.car, m.Chip, m.ped, m.rep, m.dec, "
             "c.dir, l.nom, c.tel2, c.telc2, m.obs FROM clientes.Mascotas m LEFT JOIN "
             "clientes.Clientes c ON m.idc = c.idc LEFT JOIN clientes.MLRazas r ON m.raz = r.id "
             "LEFT JOIN clientes.MLEspecies e ON m.esp = e.id LEFT JOIN clientes.MLPelajes p ON "
             "m.pel = p.id LEFT JOIN clientes.CLLocalidad l ON c.loc = l.id WHERE m.nom LIKE '%"
-                + texto.toStdString() + "%' ORDER BY m.nom COLLATE NOCASE, c.ayn COLLATE NOCASE",
+                + text.toStdString() + "%' ORDER BY m.nom COLLATE NOCASE, c.ayn COLLATE NOCASE",
             u"at most 1.5"_s);
     }
 }
@@ -92,58 +92,58 @@ void MedirFilas(const Medida &m)
 // --- Rules while one types -------------------------------------------------------------------
 
 // The slowest of all criteria, with what stands in most rows, in some and in none.
-void MedirBusquedas(const Medida &m)
+void measureSearches(const Measure &m)
 {
-    for (const Busqueda busqueda : {Busqueda::Mascotas, Busqueda::Clientes}) {
-        QString cual;
-        double peor = 0;
-        const auto criterios = CriteriosDe(busqueda);
-        for (int i = 0; i < int(criterios.size()); ++i) {
-            const bool siNo = criterios[size_t(i)].siNo;
-            for (const QString &texto :
+    for (const clients::Search search : {clients::Search::Patients, clients::Search::Clientes}) {
+        QString which;
+        double worst = 0;
+        const auto criteria = clients::criteriaOf(search);
+        for (int i = 0; i < int(criteria.size()); ++i) {
+            const bool siNo = criteria[size_t(i)].siNo;
+            for (const QString &text :
                  siNo ? QStringList{u"1"_s, u"2"_s}
                       : QStringList{u"a"_s, u"gar"_s, u"lun"_s, u"98100001"_s, u"xyz"_s}) {
-                const Condiciones c{Condicion{i, texto}, Condicion{}};
-                BuscarAlTeclear(m.s, busqueda, c);
+                const clients::Conditions c{clients::Condition{i, text}, clients::Condition{}};
+                clients::findWhileTyping(m.s, search, c);
                 std::vector<double> ms;
-                for (int n = 0; n < m.corridas; ++n)
-                    ms.push_back(Milisegundos([&] { BuscarAlTeclear(m.s, busqueda, c); }));
-                if (const double una = Mediana(ms); una > peor) {
-                    peor = una;
-                    cual = m.s(criterios[size_t(i)].nombre) + u" \""_s + texto + u'"';
+                for (int n = 0; n < m.runs; ++n)
+                    ms.push_back(milliseconds([&] { clients::findWhileTyping(m.s, search, c); }));
+                if (const double one = median(ms); one > worst) {
+                    worst = one;
+                    which = m.s(criteria[size_t(i)].name) + u" \""_s + text + u'"';
                 }
             }
         }
-        Linea(u"search while typing (ms): "_s + cual, Numero(peor, 1), u"-"_s, u"-"_s, Fotograma);
+        line(u"search while typing (ms): "_s + which, numberOf(worst, 1), u"-"_s, u"-"_s, Frame);
     }
 }
 
-void MedirIndice(const Medida &m)
+void measureIndex(const Measure &m)
 {
     std::vector<double> ms;
     double kilobytes = 0;
-    for (int i = 0; i < m.corridas; ++i) {
-        IndiceRapido indice;
-        ms.push_back(Milisegundos([&] { indice.PonerAlDia(m.s); }));
-        kilobytes = double(indice.Bytes()) / 1024;
+    for (int i = 0; i < m.runs; ++i) {
+        clients::QuickIndex index;
+        ms.push_back(milliseconds([&] { index.bringUpToDate(m.s); }));
+        kilobytes = double(index.bytes()) / 1024;
     }
-    Linea(u"quick find: making its index (ms)"_s, Numero(Mediana(ms), 1), u"-"_s, u"-"_s,
-          u"under 100"_s);
-    Linea(u"quick find: its index (kB)"_s, Numero(kilobytes, 0), u"-"_s, u"-"_s, u"under 5000"_s);
+    line(u"quick find: making its index (ms)"_s, numberOf(median(ms), 1), u"-"_s, u"-"_s,
+         u"under 100"_s);
+    line(u"quick find: its index (kB)"_s, numberOf(kilobytes, 0), u"-"_s, u"-"_s, u"under 5000"_s);
 }
 
 // --- Forms -----------------------------------------------------------------------------------
 
-struct Pantalla {
-    explicit Pantalla(Sesion &s) { RegistrarFormulariosDeClientes(s, formularios); }
+struct Screen {
+    explicit Screen(Sesion &s) { clients::registerClientForms(s, forms); }
 
-    Formularios formularios;
+    ui::FormRegistry forms;
 
-    FormBase *Abrir(const QString &nombre)
+    ui::FormBase *open(const QString &name)
     {
-        FormBase *form = formularios.Cargar(nombre);
+        ui::FormBase *form = forms.load(name);
         if (!form)
-            throw std::runtime_error("no form " + nombre.toStdString());
+            throw std::runtime_error("no form " + name.toStdString());
         form->opened({});
         form->show(); // a modal one is not waited for
         return form;
@@ -151,122 +151,122 @@ struct Pantalla {
 };
 
 // The milliseconds until there is nothing left to do at once.
-double HastaElReposo(const std::function<void()> &f)
+double untilRest(const std::function<void()> &f)
 {
-    return Milisegundos([&] {
+    return milliseconds([&] {
         f();
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
     });
 }
 
-void MedirApertura(const Medida &m)
+void measureOpening(const Measure &m)
 {
     std::vector<double> ms;
-    for (int i = 0; i < m.corridas; ++i) {
+    for (int i = 0; i < m.runs; ++i) {
         m.s.IdGlobal = {1 + i * 1000, 0};
-        Pantalla pantalla(m.s);
-        ms.push_back(HastaElReposo([&] { pantalla.Abrir(u"frmPropietarios"_s); }));
+        Screen screen(m.s);
+        ms.push_back(untilRest([&] { screen.open(u"frmPropietarios"_s); }));
     }
-    Linea(u"registry: from the click to its picture (ms)"_s, Numero(Mediana(ms), 0), u"-"_s,
-          Numero(*std::ranges::max_element(ms), 0), u"under 150"_s);
+    line(u"registry: from the click to its picture (ms)"_s, numberOf(median(ms), 0), u"-"_s,
+         numberOf(*std::ranges::max_element(ms), 0), u"under 150"_s);
 }
 
 // What one key made the user wait for.
-struct Tecla {
-    double alReposo = 0; // from the key until the loop is idle
-    double despues = 0;  // the longest wait that a timer of the form causes later
+struct Key {
+    double toRest = 0; // from the key until the loop is idle
+    double after = 0;  // the longest wait that a timer of the form causes later
 };
 
-std::vector<Tecla> Teclear(QWidget *caja, const QString &texto)
+std::vector<Key> type(QWidget *box, const QString &text)
 {
-    std::vector<Tecla> teclas;
-    for (const QChar c : texto) {
-        Tecla &tecla = teclas.emplace_back();
-        tecla.alReposo = HastaElReposo([&] {
-            QKeyEvent baja(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
-            QKeyEvent sube(QEvent::KeyRelease, 0, Qt::NoModifier, QString(c));
-            QCoreApplication::sendEvent(caja, &baja);
-            QCoreApplication::sendEvent(caja, &sube);
+    std::vector<Key> keys;
+    for (const QChar c : text) {
+        Key &key = keys.emplace_back();
+        key.toRest = untilRest([&] {
+            QKeyEvent low(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+            QKeyEvent raises(QEvent::KeyRelease, 0, Qt::NoModifier, QString(c));
+            QCoreApplication::sendEvent(box, &low);
+            QCoreApplication::sendEvent(box, &raises);
         });
         QElapsedTimer reloj;
         reloj.start();
         while (reloj.elapsed() < 180) {
             QThread::msleep(2);
-            tecla.despues = std::max(tecla.despues, HastaElReposo([] {}));
+            key.after = std::max(key.after, untilRest([] {}));
         }
     }
-    return teclas;
+    return keys;
 }
 
 template <typename W>
-W *Control(QWidget *form, const QString &nombre)
+W *control(QWidget *form, const QString &name)
 {
-    auto *control = form->findChild<W *>(nombre);
+    auto *control = form->findChild<W *>(name);
     if (!control)
-        throw std::runtime_error("no control " + nombre.toStdString());
+        throw std::runtime_error("no control " + name.toStdString());
     return control;
 }
 
 // Each key is the median of its runs; then the median and the worst of all keys.
-void LineaDeTeclas(const QString &que, const std::vector<std::vector<Tecla>> &corridas)
+void keysLine(const QString &what, const std::vector<std::vector<Key>> &runs)
 {
-    std::vector<double> alReposo, todo;
-    for (size_t k = 0; k < corridas.front().size(); ++k) {
-        std::vector<double> una, despues;
-        for (const std::vector<Tecla> &corrida : corridas) {
-            una.push_back(corrida[k].alReposo);
-            despues.push_back(corrida[k].despues);
+    std::vector<double> toRest, all;
+    for (size_t k = 0; k < runs.front().size(); ++k) {
+        std::vector<double> one, after;
+        for (const std::vector<Key> &run : runs) {
+            one.push_back(run[k].toRest);
+            after.push_back(run[k].after);
         }
-        alReposo.push_back(Mediana(una));
-        todo.push_back(std::max(Mediana(una), Mediana(despues)));
+        toRest.push_back(median(one));
+        all.push_back(std::max(median(one), median(after)));
     }
-    Linea(u"keys in "_s + que + u" (ms)"_s, Numero(Mediana(alReposo), 1), u"-"_s,
-          u"worst "_s + Numero(*std::ranges::max_element(todo), 1), Fotograma);
+    line(u"keys in "_s + what + u" (ms)"_s, numberOf(median(toRest), 1), u"-"_s,
+         u"worst "_s + numberOf(*std::ranges::max_element(all), 1), Frame);
 }
 
-void MedirTeclas(const Medida &m)
+void measureKeys(const Measure &m)
 {
-    Pantalla pantalla(m.s);
-    const auto teclas = [&](FormBase *form, const QString &que, QLineEdit *caja,
-                            const QStringList &textos) {
+    Screen screen(m.s);
+    const auto keys = [&](ui::FormBase *form, const QString &what, QLineEdit *box,
+                          const QStringList &texts) {
         form->activateWindow();
-        caja->setFocus();
+        box->setFocus();
         QCoreApplication::processEvents();
-        std::vector<std::vector<Tecla>> corridas;
-        for (int i = 0; i < m.corridas; ++i) {
-            std::vector<Tecla> &corrida = corridas.emplace_back();
-            for (const QString &texto : textos) {
-                std::ranges::move(Teclear(caja, texto), std::back_inserter(corrida));
-                caja->clear();
-                HastaElReposo([] {});
+        std::vector<std::vector<Key>> runs;
+        for (int i = 0; i < m.runs; ++i) {
+            std::vector<Key> &run = runs.emplace_back();
+            for (const QString &text : texts) {
+                std::ranges::move(type(box, text), std::back_inserter(run));
+                box->clear();
+                untilRest([] {});
             }
         }
-        LineaDeTeclas(que, corridas);
+        keysLine(what, runs);
     };
 
     m.s.IdGlobal = {1, 0};
-    FormBase *registro = pantalla.Abrir(u"frmPropietarios"_s);
-    teclas(registro, u"Txtapellidob"_s, Control<QLineEdit>(registro, u"Txtapellidob"_s),
-           {u"sergio garcía"_s, u"4512345"_s, u"9999"_s, u"zzz"_s});
-    Control<QPushButton>(registro, u"cmdmodificar"_s)->click();
-    teclas(registro, u"cmbloc"_s, Control<QComboBox>(registro, u"cmbloc"_s)->lineEdit(),
-           {u"barrio 12"_s, u"nuevo"_s});
-    Control<QPushButton>(registro, u"cmdmodificar"_s)->click(); // gives it up
-    registro->hide();
+    ui::FormBase *registry = screen.open(u"frmPropietarios"_s);
+    keys(registry, u"Txtapellidob"_s, control<QLineEdit>(registry, u"Txtapellidob"_s),
+         {u"sergio garcía"_s, u"4512345"_s, u"9999"_s, u"zzz"_s});
+    control<QPushButton>(registry, u"cmdmodificar"_s)->click();
+    keys(registry, u"cmbloc"_s, control<QComboBox>(registry, u"cmbloc"_s)->lineEdit(),
+         {u"barrio 12"_s, u"nuevo"_s});
+    control<QPushButton>(registry, u"cmdmodificar"_s)->click(); // gives it up
+    registry->hide();
 
-    FormBase *busqueda = pantalla.Abrir(u"frmBusquedaMascotas"_s);
-    teclas(busqueda, u"frmBusquedaMascotas"_s, Control<QLineEdit>(busqueda, u"txtTextoUno"_s),
-           {u"luna"_s, u"xyz"_s});
-    Control<QComboBox>(busqueda, u"cmbCriterioUno"_s)->setCurrentIndex(6);
-    teclas(busqueda, u"the same, by owner"_s, Control<QLineEdit>(busqueda, u"txtTextoUno"_s),
-           {u"garcía"_s, u"xyz"_s});
-    busqueda->hide();
+    ui::FormBase *search = screen.open(u"frmBusquedaMascotas"_s);
+    keys(search, u"frmBusquedaMascotas"_s, control<QLineEdit>(search, u"txtTextoUno"_s),
+         {u"luna"_s, u"xyz"_s});
+    control<QComboBox>(search, u"cmbCriterioUno"_s)->setCurrentIndex(6);
+    keys(search, u"the same, by owner"_s, control<QLineEdit>(search, u"txtTextoUno"_s),
+         {u"garcía"_s, u"xyz"_s});
+    search->hide();
 
-    FormBase *rapida = pantalla.Abrir(u"frmBusquedaRapida"_s);
-    teclas(rapida, u"frmBusquedaRapida"_s, Control<QLineEdit>(rapida, u"txtBuscar"_s),
-           {u"gar luna"_s, u"4512345"_s, u"9999"_s, u"ana a"_s});
-    rapida->hide();
+    ui::FormBase *quick = screen.open(u"frmBusquedaRapida"_s);
+    keys(quick, u"frmBusquedaRapida"_s, control<QLineEdit>(quick, u"txtBuscar"_s),
+         {u"gar luna"_s, u"4512345"_s, u"9999"_s, u"ana a"_s});
+    quick->hide();
 }
 
 } // namespace
@@ -280,14 +280,14 @@ int main(int argc, char *argv[])
         return 1;
     }
     try {
-        AplicarTema(app, 1);
-        SesionDeMedida medida(args[1], QDate::fromString(args[2], Qt::ISODate));
-        const Medida m{medida.s, args[1], std::max(1, args[3].toInt())};
-        MedirFilas(m);
-        MedirApertura(m);
-        MedirBusquedas(m);
-        MedirIndice(m);
-        MedirTeclas(m);
+        ui::applyTheme(app, 1);
+        MeasureSession measure(args[1], QDate::fromString(args[2], Qt::ISODate));
+        const Measure m{measure.s, args[1], std::max(1, args[3].toInt())};
+        measureRows(m);
+        measureOpening(m);
+        measureSearches(m);
+        measureIndex(m);
+        measureKeys(m);
     } catch (const std::exception &e) {
         QTextStream(stderr) << e.what() << '\n';
         return 1;

@@ -15,14 +15,14 @@
 namespace
 {
 
-double MayorMemoria()
+double highestMemory()
 {
     QFile f(QStringLiteral("/proc/self/status"));
     if (!f.open(QIODevice::ReadOnly))
         return 0;
-    const QByteArray estado = f.readAll();
-    const qsizetype i = estado.indexOf("VmHWM:");
-    return i < 0 ? 0 : estado.mid(i + 6, 20).trimmed().split(' ').front().toDouble() / 1024;
+    const QByteArray state = f.readAll();
+    const qsizetype i = state.indexOf("VmHWM:");
+    return i < 0 ? 0 : state.mid(i + 6, 20).trimmed().split(' ').front().toDouble() / 1024;
 }
 
 } // namespace
@@ -36,11 +36,11 @@ int main(int argc, char *argv[])
     if (args.size() < 3)
         return 1;
     try {
-        SesionDeMedida medida(args[1], QDate::fromString(args[2], Qt::ISODate));
+        MeasureSession measure(args[1], QDate::fromString(args[2], Qt::ISODate));
         if (args.size() > 3)
-            IniciarTareas(medida.s);
-        const auto lineas = LeerPizarra(medida.s).size();
-        QTextStream(stdout) << reloj.nsecsElapsed() / 1e6 << ' ' << lineas << ' ' << MayorMemoria()
+            IniciarTareas(measure.s);
+        const auto lines = board::readBoard(measure.s).size();
+        QTextStream(stdout) << reloj.nsecsElapsed() / 1e6 << ' ' << lines << ' ' << highestMemory()
                             << '\n';
     } catch (const std::exception &e) {
         QTextStream(stderr) << e.what() << '\n';

@@ -8,12 +8,12 @@
 namespace
 {
 
-struct Tabla {
-    const char *nombre;
+struct Table {
+    const char *name;
     const char *sql;
-    bool enOrden;
+    bool inOrder;
 };
-constexpr Tabla Tablas[] = {
+constexpr Table Tables[] = {
     {"Consumo", "SELECT rowid, * FROM clientes.Consumo", true},
     {"TareasAgenda",
      "SELECT tip, ida, dia, hor, ala, est, medio, fcreacion, fmedio, frealizacion, artaux, des "
@@ -31,59 +31,59 @@ constexpr Tabla Tablas[] = {
     {"Pizarra", "SELECT dibujo, Codigo1, Codigo2 FROM Pizarra", true},
 };
 
-QStringList Filas(BaseDesnuda &base, const char *sql)
+QStringList allRows(BareBase &base, const char *sql)
 {
-    QStringList filas;
-    sqlite3_stmt *st = base.Preparar(sql);
+    QStringList rows;
+    sqlite3_stmt *st = base.prepare(sql);
     while (sqlite3_step(st) == SQLITE_ROW) {
-        QString fila;
+        QString row;
         for (int c = 0; c < sqlite3_column_count(st); ++c) {
             const auto *t = reinterpret_cast<const char *>(sqlite3_column_text(st, c));
-            fila += (t ? QString::fromUtf8(t) : QStringLiteral("NULL")) + u'|';
+            row += (t ? QString::fromUtf8(t) : QStringLiteral("NULL")) + u'|';
         }
-        filas << fila;
+        rows << row;
     }
     sqlite3_finalize(st);
-    return filas;
+    return rows;
 }
 
 // The numbers in a text, one behind the other.
-QStringList Numeros(const QString &t)
+QStringList numbersOf(const QString &t)
 {
-    static const QRegularExpression numero(QStringLiteral("\\d+"));
-    QStringList numeros;
-    for (auto i = numero.globalMatch(t); i.hasNext();)
-        numeros << i.next().captured();
-    return numeros;
+    static const QRegularExpression number(QStringLiteral("\\d+"));
+    QStringList numbers;
+    for (auto i = number.globalMatch(t); i.hasNext();)
+        numbers << i.next().captured();
+    return numbers;
 }
 
 } // namespace
 
-QString Diferencia(const QString &unaCarpeta, const QString &otraCarpeta)
+QString difference(const QString &oneFolder, const QString &otherFolder)
 {
-    BaseDesnuda una(unaCarpeta), otra(otraCarpeta);
-    una.Adjuntar(unaCarpeta + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
-    otra.Adjuntar(otraCarpeta + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
-    for (const Tabla &t : Tablas) {
-        QStringList a = Filas(una, t.sql), b = Filas(otra, t.sql);
-        if (!t.enOrden) {
+    BareBase one(oneFolder), other(otherFolder);
+    one.attach(oneFolder + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
+    other.attach(otherFolder + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
+    for (const Table &t : Tables) {
+        QStringList a = allRows(one, t.sql), b = allRows(other, t.sql);
+        if (!t.inOrder) {
             a.sort();
             b.sort();
         }
         const auto [i, j] = std::ranges::mismatch(a, b);
         if (i != a.end() || j != b.end())
             return QStringLiteral("%1 (%2 and %3 rows): %4 but %5")
-                .arg(QLatin1StringView(t.nombre))
+                .arg(QLatin1StringView(t.name))
                 .arg(a.size())
                 .arg(b.size())
                 .arg(i == a.end() ? QStringLiteral("no row") : *i,
                      j == b.end() ? QStringLiteral("no row") : *j);
     }
-    const char *const textos = "SELECT mensaje FROM Pizarra";
-    const QStringList a = Filas(una, textos), b = Filas(otra, textos);
+    const char *const texts = "SELECT mensaje FROM Pizarra";
+    const QStringList a = allRows(one, texts), b = allRows(other, texts);
     for (qsizetype i = 0; i < a.size(); ++i) {
-        const QStringList n = Numeros(b[i]);
-        if (Numeros(a[i]).mid(0, n.size()) != n)
+        const QStringList n = numbersOf(b[i]);
+        if (numbersOf(a[i]).mid(0, n.size()) != n)
             return QStringLiteral("Pizarra: %1 but %2").arg(a[i], b[i]);
     }
     return {};

@@ -6,4 +6,4 @@
 /// Compares what the daily pass writes. Identifiers of tasks may be dealt out in another order, and
 /// of a board's line only picture, codes and numbers count.
 /// @return the first difference, or ""
-QString Diferencia(const QString &unaCarpeta, const QString &otraCarpeta);
+QString difference(const QString &oneFolder, const QString &otherFolder);

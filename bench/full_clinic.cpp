@@ -16,110 +16,109 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-const QStringList &Animales()
+const QStringList &animals()
 {
-    static const QStringList nombres =
+    static const QStringList names =
         u"Luna Max Nala Rocco Simba Lola Milo Coco Kira Toby Mora Bruno Olivia Thor Frida Rex "
         "Greta Duke Maya Otto Canela Jack Nina Zeus Pelusa Rocky Mia Tango Uma Firulais Cleo Ringo"_s
             .split(u' ');
-    return nombres;
+    return names;
 }
 
-const QStringList &NombresDePila()
+const QStringList &GivenNames()
 {
-    static const QStringList nombres =
+    static const QStringList names =
         u"Ana Bruno Carla Diego Elena Facundo Gabriela Hugo Inés Jorge Karina Luis Marta Nicolás "
         "Olga Pablo Rosa Sergio Teresa Víctor Ángela Óscar"_s.split(u' ');
-    return nombres;
+    return names;
 }
 
-const QStringList &Apellidos()
+const QStringList &surnamesOf()
 {
-    static const QStringList apellidos =
+    static const QStringList surnames =
         u"Acosta Álvarez Benítez Cabrera Castro Díaz Escobar Fernández García Herrera Ibáñez "
         "Juárez López Medina Núñez Ortiz Pereyra Quiroga Ríos Sosa Torres Urquiza Vega Zárate"_s
             .split(u' ');
-    return apellidos;
+    return surnames;
 }
 
-constexpr int Localidades = 60, Departamentos = 8, Razas = 80, Pelajes = 15, Medios = 6;
+constexpr int Subregions = 60, Regions = 8, Breeds = 80, Coats = 15, Channels = 6;
 
 // What a patient is given round after round, each product with its category and interval in days.
-struct ProductoDePlan {
+struct PlanProduct {
     int ida;
     int idcat;
-    int intervalo;
+    int interval;
 };
-constexpr ProductoDePlan Planes[] = {{4, 3, 365}, {1, 3, 365},  {12, 4, 90}, {19, 4, 90},
-                                     {8, 3, 365}, {20, 4, 60},  {7, 3, 180}, {13, 4, 120},
-                                     {5, 3, 365}, {18, 4, 150}, {35, 5, 180}};
+constexpr PlanProduct Planes[] = {{4, 3, 365}, {1, 3, 365},  {12, 4, 90}, {19, 4, 90},
+                                  {8, 3, 365}, {20, 4, 60},  {7, 3, 180}, {13, 4, 120},
+                                  {5, 3, 365}, {18, 4, 150}, {35, 5, 180}};
 // Services that are booked, and the part of the day in which they are.
-constexpr int Servicios[] = {71, 72, 73, 75, 75, 75, 76, 78, 79, 80, 82, 83, 86, 87};
-constexpr int PrimeraMediaHora = 17, MediasHoras = 24; // 08:30 to 20:00
+constexpr int Services[] = {71, 72, 73, 75, 75, 75, 76, 78, 79, 80, 82, 83, 86, 87};
+constexpr int FirstHalfHour = 17, HalfHours = 24; // 08:30 to 20:00
 
-class Constructor
+class FullClinic
 {
 public:
-    Constructor(Sesion &sesion, const PlanDeClinica &elPlan)
-        : s(sesion),
-          plan(elPlan),
-          m_azar(elPlan.semilla),
-          m_nombres(elPlan.nombres.isEmpty() ? Animales() : elPlan.nombres)
+    FullClinic(Sesion &session, const ClinicPlan &wanted)
+        : s(session),
+          plan(wanted),
+          m_chance(wanted.seed),
+          m_names(wanted.names.isEmpty() ? animals() : wanted.names)
     {
     }
 
-    void Llenar()
+    void fill()
     {
         Lote lote(s);
-        ListasCortas();
+        shortLists();
         Clientes();
-        Pacientes();
-        Dosis();
-        Consumos();
-        Deudas();
-        Tareas();
-        Ventas();
-        Caniles();
-        Visitas();
-        Existencias();
-        Ajustes();
-        lote.Confirmar();
+        Patients();
+        doses();
+        consumptionsOf();
+        debts();
+        Tasks();
+        sales();
+        kennels();
+        visits();
+        stock();
+        settings();
+        lote.commit();
     }
 
 private:
-    int Entre(int desde, int hasta) // both ends included
+    int between(int from, int until) // both ends included
     {
-        return desde + int(m_azar() % quint64(hasta - desde + 1));
+        return from + int(m_chance() % quint64(until - from + 1));
     }
-    bool Cada100(int veces) { return Entre(0, 99) < veces; }
+    bool each100(int times) { return between(0, 99) < times; }
     template <typename T>
-    const T &Uno(const QList<T> &lista)
+    const T &one(const QList<T> &list)
     {
-        return lista[Entre(0, int(lista.size()) - 1)];
+        return list[between(0, int(list.size()) - 1)];
     }
     template <typename T, size_t N>
-    const T &Uno(const T (&lista)[N])
+    const T &one(const T (&list)[N])
     {
-        return lista[Entre(0, int(N) - 1)];
+        return list[between(0, int(N) - 1)];
     }
-    QDate Dia(int desde, int hasta) { return plan.hoy.addDays(Entre(desde, hasta)); }
-    QString Persona() { return Uno(NombresDePila()) + u' ' + Uno(Apellidos()); }
+    QDate Day(int from, int until) { return plan.hoy.addDays(between(from, until)); }
+    QString persona() { return one(GivenNames()) + u' ' + one(surnamesOf()); }
 
-    void ListasCortas()
+    void shortLists()
     {
-        const auto llenar = [this](const char *sql, const QString &nombre, int cuantos) {
-            for (int id = 1; id <= cuantos; ++id)
-                s.clientes->Execute(sql, id, nombre.arg(id));
+        const auto fill = [this](const char *sql, const QString &name, int count) {
+            for (int id = 1; id <= count; ++id)
+                s.clientes->Execute(sql, id, name.arg(id));
         };
-        llenar("insert into MLRazas (id, nom, esp) values (?, ?, 1)", u"Raza %1"_s, Razas);
-        llenar("insert into MLPelajes (id, nom) values (?, ?)", u"Pelaje %1"_s, Pelajes);
-        llenar("insert into CLMarketing (id, nom) values (?, ?)", u"Medio %1"_s, Medios);
-        llenar("insert into CLDepartamento (id, nom) values (?, ?)", u"Distrito %1"_s,
-               Departamentos);
-        for (int id = 1; id <= Localidades; ++id)
+        fill("insert into MLRazas (id, nom, esp) values (?, ?, 1)", u"Raza %1"_s, Breeds);
+        fill("insert into MLPelajes (id, nom) values (?, ?)", u"Pelaje %1"_s, Coats);
+        fill("insert into CLMarketing (id, nom) values (?, ?)", u"Medio %1"_s, Channels);
+        fill("insert into CLDepartamento (id, nom) values (?, ?)", u"Distrito %1"_s, Regions);
+        for (int id = 1; id <= Subregions; ++id)
             s.clientes->Execute("insert into CLLocalidad (id, nom, cp, dep) values (?, ?, ?, ?)",
                                 id, u"Barrio %1"_s.arg(id), QString::number(1000 + id),
-                                1 + id % Departamentos);
+                                1 + id % Regions);
         s.finanzas->Execute("update FLCategorias set suministro = 'c', uni = 'g', idserv = 71 "
                             "where idcat = 11");
         s.clientes->Execute("update MLEspecies set ali = ? where id = 2", 300);
@@ -129,360 +128,361 @@ private:
     void Clientes()
     {
         for (int idc = 1; idc <= plan.clientes; ++idc) {
-            const int loc = Entre(1, Localidades);
-            const QString nombre = Persona();
+            const int loc = between(1, Subregions);
+            const QString name = persona();
             // Entered day by day over ten years, the last one today.
-            const QDate alta =
+            const QDate addition =
                 plan.hoy.addDays(-qint64(plan.clientes - idc) * 3650 / plan.clientes);
             s.clientes->Execute(
                 "insert into Clientes (idc, ayn, dir, loc, dep, codp2, tel2, telc2, email, mark, "
                 "feci, fecu, Perfil1, Perfil2, Perfil3, iva) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
                 "?, ?, ?, ?, ?, 1)",
-                idc, nombre, u"Calle %1 nº %2"_s.arg(Entre(1, 90)).arg(Entre(1, 4000)), loc,
-                1 + loc % Departamentos, Cada100(90) ? QString::number(1000 + loc) : QString(),
-                Cada100(70) ? u"4%1"_s.arg(Entre(100000, 999999)) : QString(),
-                Cada100(80) ? u"15 %1"_s.arg(Entre(1000000, 9999999)) : QString(),
-                Cada100(60) ? u"cliente%1@correo.example"_s.arg(idc) : QString(), Entre(1, Medios),
-                alta, std::min(plan.hoy.addDays(-1), alta.addDays(Entre(0, 900))), Cada100(30),
-                Cada100(10), Cada100(25));
-            if (Cada100(75))
+                idc, name, u"Calle %1 nº %2"_s.arg(between(1, 90)).arg(between(1, 4000)), loc,
+                1 + loc % Regions, each100(90) ? QString::number(1000 + loc) : QString(),
+                each100(70) ? u"4%1"_s.arg(between(100000, 999999)) : QString(),
+                each100(80) ? u"15 %1"_s.arg(between(1000000, 9999999)) : QString(),
+                each100(60) ? u"cliente%1@correo.example"_s.arg(idc) : QString(),
+                between(1, Channels), addition,
+                std::min(plan.hoy.addDays(-1), addition.addDays(between(0, 900))), each100(30),
+                each100(10), each100(25));
+            if (each100(75))
                 s.morvane->Execute(
                     "insert into Perfiles (idc, buenascompras, malascompras, deudasdemoradas, "
                     "deudasnodemoradas, TurnosCumplidos, TurnosNoCumplidos) values (?, ?, ?, ?, ?, "
                     "?, ?)",
-                    idc, Entre(0, 40), Entre(0, 20), Entre(0, 3), Entre(0, 5), Entre(0, 30),
-                    Entre(0, 5));
+                    idc, between(0, 40), between(0, 20), between(0, 3), between(0, 5),
+                    between(0, 30), between(0, 5));
         }
     }
 
-    void Pacientes()
+    void Patients()
     {
-        for (int idm = 1; idm <= plan.pacientes; ++idm) {
-            const int especie = Cada100(60) ? 1 : Cada100(90) ? 2 : 3;
-            const QDate alta =
-                plan.hoy.addDays(-qint64(plan.pacientes - idm) * 3650 / plan.pacientes);
-            const double peso = especie == 1   ? Entre(20, 450) / 10.0
-                                : especie == 2 ? Entre(20, 80) / 10.0
-                                               : Entre(300, 550);
-            m_nivel.push_back(UmbralAlimento(s, especie, peso, CategoriaAlimento));
+        for (int idm = 1; idm <= plan.patients; ++idm) {
+            const int species = each100(60) ? 1 : each100(90) ? 2 : 3;
+            const QDate addition =
+                plan.hoy.addDays(-qint64(plan.patients - idm) * 3650 / plan.patients);
+            const double peso = species == 1   ? between(20, 450) / 10.0
+                                : species == 2 ? between(20, 80) / 10.0
+                                               : between(300, 550);
+            m_level.push_back(UmbralAlimento(s, species, peso, clinical::FoodCategory));
             s.clientes->Execute(
                 "insert into Mascotas (idm, idc, nom, esp, raz, pel, car, Chip, fecn, pes, sex, "
                 "dec, ser, feci, fult, int) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
                 "?)",
-                idm, Cada100(80) ? std::min(idm, plan.clientes) : Entre(1, plan.clientes),
-                Uno(m_nombres).left(50), especie, Entre(1, Razas), Entre(1, Pelajes),
-                Cada100(20) ? u"mancha en el lomo"_s : QString(),
-                Cada100(40) ? u"9810000%1"_s.arg(idm, 8, 10, QChar(u'0')) : QString(),
-                Cada100(90) ? Valor(alta.addDays(-Entre(30, 1500))) : Valor(), peso, Entre(0, 3),
-                Cada100(8), Cada100(15) ? 1 : 0, alta, alta.addDays(Entre(0, 700)),
-                Entre(0, 2999) == 0);
+                idm, each100(80) ? std::min(idm, plan.clientes) : between(1, plan.clientes),
+                one(m_names).left(50), species, between(1, Breeds), between(1, Coats),
+                each100(20) ? u"mancha en el lomo"_s : QString(),
+                each100(40) ? u"9810000%1"_s.arg(idm, 8, 10, QChar(u'0')) : QString(),
+                each100(90) ? store::Value(addition.addDays(-between(30, 1500))) : store::Value(),
+                peso, between(0, 3), each100(8), each100(15) ? 1 : 0, addition,
+                addition.addDays(between(0, 700)), between(0, 2999) == 0);
         }
     }
 
     // Rows lie in the order in which they were entered, as years of work leave them, and not
     // patient by patient.
-    void Dosis()
+    void doses()
     {
-        struct Fila {
-            QDate alta;
+        struct Row {
+            QDate addition;
             int idm, ida, dos;
-            Valor dada;
-            QDate vence;
+            store::Value given;
+            QDate expires;
             int si, idcat;
         };
-        std::vector<Fila> filas;
-        filas.reserve(size_t(plan.dosis));
-        for (const ProductoDePlan &p : Planes) {
-            for (int idm = 1; idm <= plan.pacientes && int(filas.size()) < plan.dosis; ++idm) {
-                if (Cada100(10))
+        std::vector<Row> rows;
+        rows.reserve(size_t(plan.doses));
+        for (const PlanProduct &p : Planes) {
+            for (int idm = 1; idm <= plan.patients && int(rows.size()) < plan.doses; ++idm) {
+                if (each100(10))
                     continue;
-                const int cuantas = std::min(Entre(2, 4), plan.dosis - int(filas.size()));
-                const bool dePlan = Cada100(30);
-                const QDate ultima = Dia(-20, 199);
-                for (int dos = 1; dos <= cuantas; ++dos) {
-                    const QDate vence = ultima.addDays(-qint64(cuantas - dos) * p.intervalo);
-                    const bool abierta = dos == cuantas ? Cada100(92) : Cada100(4);
-                    const QDate dada = vence.addDays(Entre(-5, 3));
-                    filas.push_back({vence.addDays(-p.intervalo), idm, p.ida, dos,
-                                     abierta ? Valor() : Valor(std::min(dada, plan.hoy)), vence,
-                                     (abierta ? 0 : 1) + (dePlan ? 2 : 0), p.idcat});
+                const int count = std::min(between(2, 4), plan.doses - int(rows.size()));
+                const bool ofPlan = each100(30);
+                const QDate last = Day(-20, 199);
+                for (int dos = 1; dos <= count; ++dos) {
+                    const QDate expires = last.addDays(-qint64(count - dos) * p.interval);
+                    const bool open = dos == count ? each100(92) : each100(4);
+                    const QDate given = expires.addDays(between(-5, 3));
+                    rows.push_back({expires.addDays(-p.interval), idm, p.ida, dos,
+                                    open ? store::Value() : store::Value(std::min(given, plan.hoy)),
+                                    expires, (open ? 0 : 1) + (ofPlan ? 2 : 0), p.idcat});
                 }
             }
         }
-        std::ranges::stable_sort(filas, {}, &Fila::alta);
-        for (const Fila &f : filas)
+        std::ranges::stable_sort(rows, {}, &Row::addition);
+        for (const Row &f : rows)
             s.clientes->Execute("insert into ArtPlan (idm, ida, dos, col, rep, si, IdCat, Ana) "
                                 "values (?, ?, ?, ?, ?, ?, ?, ?)",
-                                f.idm, f.ida, f.dos, f.dada, f.vence, f.si, f.idcat,
-                                f.vence < plan.hoy.addDays(Anticipacion));
+                                f.idm, f.ida, f.dos, f.given, f.expires, f.si, f.idcat,
+                                f.expires < plan.hoy.addDays(LeadTime));
     }
 
     // Food that lasts ten to sixty days from the purchase on, some of it gone.
-    void Consumos()
+    void consumptionsOf()
     {
-        std::vector<std::pair<int, int>> filas; // patient, category
-        for (int i = 0; i < plan.consumos; ++i)
-            filas.emplace_back(1 + i % plan.pacientes, i < plan.pacientes ? 1 : 11);
-        std::shuffle(filas.begin(), filas.end(), m_azar);
-        for (const auto &[idm, idcat] : filas) {
-            const Moneda diario = Moneda::DeDiezmilesimos(qint64(Entre(300, 6000)) * 1000);
-            const int dura = Entre(10, 60), quedan = Cada100(20) ? 0 : Entre(0, dura);
+        std::vector<std::pair<int, int>> rows; // patient, category
+        for (int i = 0; i < plan.consumptions; ++i)
+            rows.emplace_back(1 + i % plan.patients, i < plan.patients ? 1 : 11);
+        std::shuffle(rows.begin(), rows.end(), m_chance);
+        for (const auto &[idm, idcat] : rows) {
+            const Moneda daily = Moneda::fromTenThousandths(qint64(between(300, 6000)) * 1000);
+            const int lasts = between(10, 60), remaining = each100(20) ? 0 : between(0, lasts);
             // Whoever runs low has been told on the day before.
-            const double nivel = idcat == 1 ? m_nivel[size_t(idm)] : 0;
+            const double level = idcat == 1 ? m_level[size_t(idm)] : 0;
             s.clientes->Execute("insert into Consumo (idm, IdCat, ida, can, CanTotal, Con, men) "
                                 "values (?, ?, ?, ?, ?, ?, ?)",
-                                idm, idcat, Entre(21, 34), diario * quedan, diario * dura, diario,
-                                (diario * quedan).ADoble() <= nivel);
+                                idm, idcat, between(21, 34), daily * remaining, daily * lasts,
+                                daily, (daily * remaining).toDouble() <= level);
         }
     }
 
-    void Deudas()
+    void debts()
     {
-        for (int i = 1; i <= plan.deudasAbiertas * 4; ++i) {
-            const bool abierta = i % 4 == 0;
-            const int dias = Entre(0, 120);
-            const Moneda total = Moneda::DeEntero(Entre(5, 400));
+        for (int i = 1; i <= plan.openDebts * 4; ++i) {
+            const bool open = i % 4 == 0;
+            const int days = between(0, 120);
+            const Moneda total = Moneda::whole(between(5, 400));
             // The step that the reminders of the days before have brought it to.
-            const int paso = dias <= Plazo        ? 0
-                             : dias <= Plazo + 10 ? 1
-                             : dias <= Plazo + 20 ? 2
-                             : dias <= Plazo + 21 ? 3
-                                                  : 4;
+            const int step = days <= Term        ? 0
+                             : days <= Term + 10 ? 1
+                             : days <= Term + 20 ? 2
+                             : days <= Term + 21 ? 3
+                                                 : 4;
             s.finanzas->Execute("insert into CtaCteC (idVenta, idc, fecUltPago, total, saldo, "
                                 "Cancelado, men) values (?, ?, ?, ?, ?, ?, ?)",
-                                i, Entre(1, plan.clientes), plan.hoy.addDays(-dias), total,
-                                abierta ? total : Moneda(), !abierta, abierta ? paso : 0);
+                                i, between(1, plan.clientes), plan.hoy.addDays(-days), total,
+                                open ? total : Moneda(), !open, open ? step : 0);
         }
     }
 
-    void Tareas()
+    void Tasks()
     {
-        struct Fila {
-            QDate alta;
+        struct Row {
+            QDate addition;
             int tip, ida;
-            Valor dia, hor, ala;
+            store::Value dia, hor, ala;
             bool est;
             int medio;
-            Valor enviada, hecha;
+            store::Value sent, done;
         };
-        std::vector<Fila> filas;
-        filas.reserve(size_t(plan.tareas));
-        std::vector<char> pendiente(size_t(plan.pacientes) + 1);
-        for (int i = 0; i < plan.tareas; ++i) {
-            const int idm = Entre(1, plan.pacientes);
-            if (Cada100(40)) { // what the system sent by itself
-                const QDate alta = Dia(-700, -1);
-                filas.push_back({alta,
-                                 Cada100(70) ? -42 : -46,
-                                 idm,
-                                 {},
-                                 {},
-                                 {},
-                                 true,
-                                 Entre(1, 3),
-                                 alta,
-                                 alta});
+        std::vector<Row> rows;
+        rows.reserve(size_t(plan.tasks));
+        std::vector<char> pending(size_t(plan.patients) + 1);
+        for (int i = 0; i < plan.tasks; ++i) {
+            const int idm = between(1, plan.patients);
+            if (each100(40)) { // what the system sent by itself
+                const QDate addition = Day(-700, -1);
+                rows.push_back({addition,
+                                each100(70) ? -42 : -46,
+                                idm,
+                                {},
+                                {},
+                                {},
+                                true,
+                                between(1, 3),
+                                addition,
+                                addition});
                 continue;
             }
-            const QDate dia = Dia(-700, 30);
-            const int media = PrimeraMediaHora + Entre(0, MediasHoras - 1);
-            const QTime hor(media / 2, media % 2 * 30);
-            const bool hecha = dia < plan.hoy && Cada100(95);
-            filas.push_back({std::min(dia, plan.hoy).addDays(-Entre(1, 14)),
-                             Uno(Servicios),
-                             idm,
-                             dia,
-                             hor,
-                             Cada100(10) ? Valor(hor.addSecs(-900)) : Valor(),
-                             hecha,
-                             0,
-                             {},
-                             hecha ? Valor(dia) : Valor()});
-            if (!hecha)
-                pendiente[size_t(idm)] = 1;
+            const QDate dia = Day(-700, 30);
+            const int half = FirstHalfHour + between(0, HalfHours - 1);
+            const QTime hor(half / 2, half % 2 * 30);
+            const bool done = dia < plan.hoy && each100(95);
+            rows.push_back({std::min(dia, plan.hoy).addDays(-between(1, 14)),
+                            one(Services),
+                            idm,
+                            dia,
+                            hor,
+                            each100(10) ? store::Value(hor.addSecs(-900)) : store::Value(),
+                            done,
+                            0,
+                            {},
+                            done ? store::Value(dia) : store::Value()});
+            if (!done)
+                pending[size_t(idm)] = 1;
         }
-        std::ranges::stable_sort(filas, {}, &Fila::alta);
+        std::ranges::stable_sort(rows, {}, &Row::addition);
         int id = 0;
-        for (const Fila &f : filas)
+        for (const Row &f : rows)
             s.morvane->Execute(
                 "insert into TareasAgenda (id, tip, ida, dia, hor, ala, est, medio, fcreacion, "
                 "fmedio, frealizacion, artaux, des) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, ?)",
-                ++id, f.tip, f.ida, f.dia, f.hor, f.ala, f.est, f.medio, f.alta, f.enviada, f.hecha,
+                ++id, f.tip, f.ida, f.dia, f.hor, f.ala, f.est, f.medio, f.addition, f.sent, f.done,
                 f.tip > 0 ? u"Turno"_s : u"2"_s);
-        for (int idm = 1; idm <= plan.pacientes; ++idm)
+        for (int idm = 1; idm <= plan.patients; ++idm)
             // Some flags are out of date: their tasks were closed since.
-            if (pendiente[size_t(idm)] || Entre(0, 99) == 0)
+            if (pending[size_t(idm)] || between(0, 99) == 0)
                 s.clientes->Execute("update Mascotas set tarea = -1 where idm = ?", idm);
     }
 
-    void Ventas()
+    void sales()
     {
-        int lineas = 0, idventa = 0;
-        while (lineas < plan.lineasDeVenta) {
+        int lines = 0, idventa = 0;
+        while (lines < plan.saleLines) {
             ++idventa;
-            const int cuantas = std::min(Entre(1, 4), plan.lineasDeVenta - lineas);
+            const int count = std::min(between(1, 4), plan.saleLines - lines);
             // Five years, in the order of entry.
             const QDate fec = plan.hoy.addDays(
-                -1 - qint64(plan.lineasDeVenta - lineas) * 1825 / std::max(1, plan.lineasDeVenta));
+                -1 - qint64(plan.saleLines - lines) * 1825 / std::max(1, plan.saleLines));
             Moneda total;
-            for (int i = 0; i < cuantas; ++i) {
-                const Moneda precio = Moneda::DeEntero(Entre(2, 90));
-                const int can = Entre(1, 3);
-                total = total + precio * can;
+            for (int i = 0; i < count; ++i) {
+                const Moneda price = Moneda::whole(between(2, 90));
+                const int can = between(1, 3);
+                total = total + price * can;
                 s.finanzas->Execute("insert into VentasDetalle (idventa, ida, can, uni, pu, sub) "
                                     "values (?, ?, ?, 'u', ?, ?)",
-                                    idventa, Entre(1, 60), can, precio, precio * can);
+                                    idventa, between(1, 60), can, price, price * can);
             }
             s.finanzas->Execute(
                 "insert into Ventas (idventa, tfac, idv, idvSerie, idc, idm, fec, hor, tot, idu, "
                 "tip, recargo) values (?, '3', ?, 1, ?, 0, ?, ?, ?, 1, 1, 0)",
-                idventa, idventa, Cada100(60) ? Entre(1, plan.clientes) : 0, fec,
-                QTime(Entre(9, 19), Entre(0, 59)), total);
-            lineas += cuantas;
+                idventa, idventa, each100(60) ? between(1, plan.clientes) : 0, fec,
+                QTime(between(9, 19), between(0, 59)), total);
+            lines += count;
         }
-        m_ventas = idventa;
+        m_sales = idventa;
     }
 
-    void Caniles()
+    void kennels()
     {
-        int canil = 0;
-        const auto alojar = [&](int entrada, int salida, QString clase) {
-            const int idm = std::min(plan.pacientes, 100 * ++canil);
+        int kennel = 0;
+        const auto lodge = [&](int entry, int exit, QString kind) {
+            const int idm = std::min(plan.patients, 100 * ++kennel);
             s.clientes->Execute(
                 "insert into MHospedaje (idm, idcanil, fent, fsal, tip) values (?, ?, ?, ?, ?)",
-                idm, canil, plan.hoy.addDays(entrada), plan.hoy.addDays(salida), clase);
+                idm, kennel, plan.hoy.addDays(entry), plan.hoy.addDays(exit), kind);
             s.clientes->Execute("update Mascotas set hos = 1 where idm = ?", idm);
         };
-        alojar(-3, 4, u"h"_s);
-        alojar(-8, -1, u"h"_s); // should have gone home
-        alojar(-2, 3, u"r"_s);  // never came
-        alojar(2, 9, u"r"_s);
+        lodge(-3, 4, u"h"_s);
+        lodge(-8, -1, u"h"_s); // should have gone home
+        lodge(-2, 3, u"r"_s);  // never came
+        lodge(2, 9, u"r"_s);
     }
 
-    void Visitas()
+    void visits()
     {
         for (int dia = -45; dia < 0; ++dia)
             for (int i = 0; i < 100; ++i)
                 s.clientes->Execute("insert into FichasVisitadas (idm, fec, hor, tip, idu) values "
                                     "(?, ?, ?, 'f', 1)",
-                                    Entre(1, plan.pacientes), plan.hoy.addDays(dia),
+                                    between(1, plan.patients), plan.hoy.addDays(dia),
                                     QTime(9 + i / 15, i % 60));
     }
 
-    void Existencias()
+    void stock()
     {
         s.finanzas->Execute("update Articulos set can = 20, min = 5, p1 = 15 where idcat <> 2");
         s.finanzas->Execute("update Articulos set can = 2 where ida = 4");
         for (int ida = 1; ida <= 20; ++ida)
             s.finanzas->Execute("insert into ArtVenc (ida, can, ven) values (?, 10, ?)", ida,
-                                Dia(20, 600));
+                                Day(20, 600));
     }
 
     // Everything is switched on, so that a morning has all of the work that there can be.
-    void Ajustes()
+    void settings()
     {
         s.morvane->Execute(
             "update Configuracion set PrimeraVez = 0, FechaPrimerInicio = ?, FechaUltimoInicio = "
             "?, FechaInicioAnterior = ?, FechaUltimoInicioMes = ?, contadorclientes = ?, "
             "contadormascotas = ?, contadorTareas = ?, idventa = ?, contadorventa = ?",
             plan.hoy.addDays(-3650), plan.hoy.addDays(-1), plan.hoy.addDays(-2), plan.hoy,
-            plan.clientes, plan.pacientes, plan.tareas, m_ventas, m_ventas);
+            plan.clientes, plan.patients, plan.tasks, m_sales, m_sales);
         s.morvane->Execute(
             "update Configuracion set contadorraza = ?, contadorpelaje = ?, contadordep = ?, "
             "contadorloc = ?, contadormark = ?",
-            Razas, Pelajes, Departamentos, Localidades, Medios);
+            Breeds, Coats, Regions, Subregions, Channels);
         s.morvane->Execute(
             "update Configuracion set medidasalimento = 1, alimentomail = -1, LVMascotas = -1, "
             "MedidasRevac = 3, tiempovencimiento = ?, MedidasRevacDescont = 1, MedidasCumple = 3, "
             "diasdeudores = ?, MedidasDeudores = 1, AutNuevoCliente = 1, RecibirNotificaciones = "
             "0, horaracion1 = ?, horaracion2 = ?",
-            Anticipacion, Plazo, QTime(8, 0), QTime(18, 0));
+            LeadTime, Term, QTime(8, 0), QTime(18, 0));
     }
 
-    static constexpr int Anticipacion = 3; // days ahead of a dose at which its reminder goes
-    static constexpr int Plazo = 30;       // days without a payment that make a debtor
+    static constexpr int LeadTime = 3; // days ahead of a dose at which its reminder goes
+    static constexpr int Term = 30;    // days without a payment that make a debtor
 
     Sesion &s;
-    const PlanDeClinica &plan;
-    std::mt19937_64 m_azar;
-    const QStringList &m_nombres;
-    int m_ventas = 0;
-    std::vector<double> m_nivel{0}; // stock of food that is low, by patient
+    const ClinicPlan &plan;
+    std::mt19937_64 m_chance;
+    const QStringList &m_names;
+    int m_sales = 0;
+    std::vector<double> m_level{0}; // stock of food that is low, by patient
 };
 
 // One record of a CSV file; a cell in quotes may hold the separator and doubled quotes.
-QStringList Celdas(const QString &linea)
+QStringList cellsOf(const QString &line)
 {
-    QStringList celdas(QString{});
-    bool citada = false;
-    for (const QChar c : linea) {
+    QStringList cells(QString{});
+    bool quoted = false;
+    for (const QChar c : line) {
         if (c == u'"')
-            citada = !citada;
-        else if (c == u',' && !citada)
-            celdas.append(QString());
+            quoted = !quoted;
+        else if (c == u',' && !quoted)
+            cells.append(QString());
         else
-            celdas.back().append(c);
+            cells.back().append(c);
     }
-    return celdas;
+    return cells;
 }
 
 } // namespace
 
-void CrearClinicaLlena(const QString &carpeta, const PlanDeClinica &plan)
+void createFullClinic(const QString &folder, const ClinicPlan &plan)
 {
-    CrearCarpeta(carpeta, Idioma::Espanol);
-    SesionDeMedida medida(carpeta, plan.hoy);
-    RegistrarPrimeraVez(medida.s, {.clinica = u"Clínica llena"_s,
-                                   .direccion = u"Calle Mayor 1"_s,
-                                   .telefonos = u"4000000"_s,
-                                   .usuario = u"Ana"_s,
-                                   .contrasena = {},
-                                   .contrasena2 = {}});
-    SembrarPrimeraVez(medida.s);
-    Constructor(medida.s, plan).Llenar();
+    startup::createFolder(folder, store::Language::Spanish);
+    MeasureSession measure(folder, plan.hoy);
+    startup::registerFirstRun(measure.s, {.clinic = u"Clínica llena"_s,
+                                          .address = u"Calle Mayor 1"_s,
+                                          .telephones = u"4000000"_s,
+                                          .user = u"Ana"_s,
+                                          .password = {},
+                                          .password2 = {}});
+    startup::seedFirstRun(measure.s);
+    FullClinic(measure.s, plan).fill();
 }
 
-QStringList LeerNombres(const QString &archivo, const QString &columna)
+QStringList readNames(const QString &file, const QString &column)
 {
-    QFile f(archivo);
+    QFile f(file);
     if (!f.open(QIODevice::ReadOnly))
-        throw std::runtime_error(u"%1: %2"_s.arg(archivo, f.errorString()).toStdString());
-    QString texto = QString::fromUtf8(f.readAll());
-    if (texto.startsWith(QChar::ByteOrderMark))
-        texto.remove(0, 1);
-    QStringList lineas = texto.split(u'\n', Qt::SkipEmptyParts);
-    const QStringList titulos = lineas.isEmpty() ? QStringList() : Celdas(lineas.takeFirst());
+        throw std::runtime_error(u"%1: %2"_s.arg(file, f.errorString()).toStdString());
+    QString text = QString::fromUtf8(f.readAll());
+    if (text.startsWith(QChar::ByteOrderMark))
+        text.remove(0, 1);
+    QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    const QStringList titles = lines.isEmpty() ? QStringList() : cellsOf(lines.takeFirst());
 
-    qsizetype n = columna.toInt() - 1;
-    for (qsizetype i = 0; n < 0 && i < titulos.size(); ++i) {
-        const QString titulo = titulos[i].trimmed();
-        const bool es = columna.isEmpty() ? titulo.contains("name"_L1, Qt::CaseInsensitive)
-                                                || titulo.contains("nombre"_L1, Qt::CaseInsensitive)
-                                          : titulo.compare(columna, Qt::CaseInsensitive) == 0;
+    qsizetype n = column.toInt() - 1;
+    for (qsizetype i = 0; n < 0 && i < titles.size(); ++i) {
+        const QString title = titles[i].trimmed();
+        const bool es = column.isEmpty() ? title.contains("name"_L1, Qt::CaseInsensitive)
+                                               || title.contains("nombre"_L1, Qt::CaseInsensitive)
+                                         : title.compare(column, Qt::CaseInsensitive) == 0;
         if (es)
             n = i;
     }
-    if (n < 0 || n >= titulos.size())
-        throw std::runtime_error(u"%1: no column of names"_s.arg(archivo).toStdString());
+    if (n < 0 || n >= titles.size())
+        throw std::runtime_error(u"%1: no column of names"_s.arg(file).toStdString());
 
-    QStringList nombres;
-    for (const QString &linea : std::as_const(lineas)) {
-        const QString nombre = Celdas(linea).value(n).trimmed();
-        if (!nombre.isEmpty())
-            nombres.append(QString(nombre).replace(u'\'', u' '));
+    QStringList names;
+    for (const QString &line : std::as_const(lines)) {
+        const QString name = cellsOf(line).value(n).trimmed();
+        if (!name.isEmpty())
+            names.append(QString(name).replace(u'\'', u' '));
     }
-    if (nombres.isEmpty())
-        throw std::runtime_error(u"%1: no names"_s.arg(archivo).toStdString());
-    return nombres;
+    if (names.isEmpty())
+        throw std::runtime_error(u"%1: no names"_s.arg(file).toStdString());
+    return names;
 }
 
-SesionDeMedida::SesionDeMedida(const QString &carpeta, QDate hoy)
-    : s(dialogos, impresion, Idioma::Espanol)
+MeasureSession::MeasureSession(const QString &folder, QDate hoy)
+    : s(dialogos, impresion, store::Language::Spanish)
 {
     s.reloj.hoy = hoy;
-    s.reloj.ahora = [hoy] { return QDateTime(hoy, QTime(9, 0)); };
-    FijarCarpetaDeDatos(s, carpeta);
-    if (const auto falla = AbrirAlmacen(s))
-        throw std::runtime_error(falla->texto.toStdString());
-    LeerClinica(s);
+    s.reloj.now = [hoy] { return QDateTime(hoy, QTime(9, 0)); };
+    store::setDataFolder(s, folder);
+    if (const auto failure = store::openStore(s))
+        throw std::runtime_error(failure->text.toStdString());
+    store::readClinic(s);
 }

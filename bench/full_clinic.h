@@ -7,34 +7,34 @@
 #include <QStringList>
 
 /// What a full clinic holds. The same plan gives the same clinic.
-struct PlanDeClinica {
+struct ClinicPlan {
     int clientes = 32767;
-    int pacientes = 32767;
-    int dosis = 330000;
-    int consumos = 40000;
-    int deudasAbiertas = 3000;
-    int tareas = 150000;
-    int lineasDeVenta = 500000;
-    quint64 semilla = 1;
-    QDate hoy;           // the morning on which the clinic is opened
-    QStringList nombres; // of the animals; a list of its own when empty
+    int patients = 32767;
+    int doses = 330000;
+    int consumptions = 40000;
+    int openDebts = 3000;
+    int tasks = 150000;
+    int saleLines = 500000;
+    quint64 seed = 1;
+    QDate hoy;         // the morning on which the clinic is opened
+    QStringList names; // of the animals; a list of its own when empty
 };
 
 /// Makes the folder with its five databases and fills them: dates lie around the plan's day, so
 /// that a start on that morning, one day after the last, finds hundreds of things to do.
-/// @throws ErrorDeAlmacen, std::runtime_error
-void CrearClinicaLlena(const QString &carpeta, const PlanDeClinica &plan);
+/// @throws StoreError, std::runtime_error
+void createFullClinic(const QString &folder, const ClinicPlan &plan);
 
-/// Names from a column of a CSV file. @param columna its header or its number from 1; empty for the
+/// Names from a column of a CSV file. @param column its header or its number from 1; empty for the
 /// first column whose header speaks of a name
 /// @throws std::runtime_error when there is no such file or column
-QStringList LeerNombres(const QString &archivo, const QString &columna);
+QStringList readNames(const QString &file, const QString &column);
 
 /// A session on a folder, on a day of its own at nine in the morning, where nobody is asked.
-struct SesionDeMedida {
-    SesionDeMedida(const QString &carpeta, QDate hoy);
+struct MeasureSession {
+    MeasureSession(const QString &folder, QDate hoy);
 
-    DialogosDesatendidos dialogos;
-    SinImpresion impresion;
+    store::UnattendedDialogs dialogos;
+    store::NoPrinting impresion;
     Sesion s;
 };

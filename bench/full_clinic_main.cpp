@@ -24,8 +24,8 @@ int main(int argc, char *argv[])
     p.process(app);
 
     QTextStream err(stderr);
-    PlanDeClinica plan;
-    plan.semilla = p.value(u"seed"_s).toULongLong();
+    ClinicPlan plan;
+    plan.seed = p.value(u"seed"_s).toULongLong();
     plan.hoy = p.isSet(u"day"_s) ? QDate::fromString(p.value(u"day"_s), Qt::ISODate)
                                  : QDate::currentDate();
     if (p.positionalArguments().size() != 1 || !plan.hoy.isValid()) {
@@ -34,8 +34,8 @@ int main(int argc, char *argv[])
     }
     try {
         if (p.isSet(u"names"_s))
-            plan.nombres = LeerNombres(p.value(u"names"_s), p.value(u"column"_s));
-        CrearClinicaLlena(p.positionalArguments().front(), plan);
+            plan.names = readNames(p.value(u"names"_s), p.value(u"column"_s));
+        createFullClinic(p.positionalArguments().front(), plan);
     } catch (const std::exception &e) {
         err << e.what() << '\n';
         return 1;

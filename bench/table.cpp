@@ -6,29 +6,29 @@
 
 namespace
 {
-QTextStream &Salida()
+QTextStream &Exit()
 {
-    static QTextStream salida(stdout);
-    return salida;
+    static QTextStream exit(stdout);
+    return exit;
 }
 } // namespace
 
-void Linea(const QString &que, const QString &nuestro, const QString &desnudo,
-           const QString &medida, const QString &meta)
+void line(const QString &what, const QString &our, const QString &bare, const QString &measure,
+          const QString &goal)
 {
-    Salida() << que.leftJustified(46) << nuestro.rightJustified(12) << desnudo.rightJustified(12)
-             << medida.rightJustified(12) << "   " << meta << Qt::endl;
+    Exit() << what.leftJustified(46) << our.rightJustified(12) << bare.rightJustified(12)
+           << measure.rightJustified(12) << "   " << goal << Qt::endl;
 }
 
-QString Numero(double n, int decimales) { return QString::number(n, 'f', decimales); }
+QString numberOf(double n, int decimals) { return QString::number(n, 'f', decimals); }
 
-double Mediana(std::vector<double> v)
+double median(std::vector<double> v)
 {
     std::ranges::sort(v);
     return v.size() % 2 ? v[v.size() / 2] : (v[v.size() / 2 - 1] + v[v.size() / 2]) / 2;
 }
 
-double Milisegundos(const std::function<void()> &f)
+double milliseconds(const std::function<void()> &f)
 {
     QElapsedTimer reloj;
     reloj.start();

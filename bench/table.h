@@ -6,9 +6,9 @@
 #include <vector>
 
 /// One row: what was measured, ours, the bare engine's, how they compare, what it is held to.
-void Linea(const QString &que, const QString &nuestro, const QString &desnudo,
-           const QString &medida, const QString &meta);
+void line(const QString &what, const QString &our, const QString &bare, const QString &measure,
+          const QString &goal);
 
-QString Numero(double n, int decimales = 2);
-double Mediana(std::vector<double> v);
-double Milisegundos(const std::function<void()> &f);
+QString numberOf(double n, int decimals = 2);
+double median(std::vector<double> v);
+double milliseconds(const std::function<void()> &f);

@@ -55,6 +55,7 @@ set(KELVARA_TEST_OPTIONS $<$<CONFIG:RelWithDebInfo>:-O0>)
 function(add_kelvara_test name)
     cmake_parse_arguments(T "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${T_SOURCES})
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF) # fixtures of one name live side by side
     target_link_libraries(${name} PRIVATE ${T_LINKS} kelvara_options GTest::gtest)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_compile_options(${name} PRIVATE ${KELVARA_TEST_OPTIONS})

@@ -1,17 +1,19 @@
 #include "admin/admin_forms.h"
 
 #include "admin/frmconfiguracion.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
-void RegistrarFormulariosDeAdministracion(Sesion &s, Formularios &formularios)
+void admin::registerAdminForms(Sesion &s, ui::FormRegistry &forms)
 {
-    formularios.Registrar(u"frmConfiguracion"_s, [&s, &formularios]() -> FormBase * {
-        if (s.usuario.EsComun()) {
-            s.dialogos.Mensaje(s(1));
+    forms.enrol(u"frmConfiguracion"_s, [&s, &forms]() -> ui::FormBase * {
+        if (s.user.isCommon()) {
+            s.dialogos.Mensaje(s(text::FeatureNotAvailable));
             return nullptr;
         }
-        return new frmConfiguracion(s, formularios);
+        return new frmConfiguracion(s, forms);
     });
 }

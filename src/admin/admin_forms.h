@@ -1,7 +1,18 @@
 #pragma once
 
-class Formularios;
+namespace ui
+{
+
+class FormRegistry;
+
+} // namespace ui
+
 struct Sesion;
 
+namespace admin
+{
+
 /// Makes the settings known by name: frmConfiguracion.
-void RegistrarFormulariosDeAdministracion(Sesion &s, Formularios &formularios);
+void registerAdminForms(Sesion &s, ui::FormRegistry &forms);
+
+} // namespace admin

@@ -3,43 +3,44 @@
 #include "store/lookups.h"
 #include "store/opening.h"
 
+using namespace admin;
+
 namespace
 {
 
-struct Columna {
-    std::string_view nombre;
-    std::string_view sentencia;
+struct Column {
+    std::string_view name;
+    std::string_view statement;
 };
 
-const Columna &ColumnaDe(DatoDeClinica dato)
+const Column &columnOf(ClinicDatum datum)
 {
-    static constexpr Columna columnas[] = {
+    static constexpr Column columns[] = {
         {"nom", "UPDATE Veterinaria SET Nom = ?"},
         {"pro", "UPDATE Veterinaria SET Pro = ?"},
         {"dir", "UPDATE Veterinaria SET Dir = ?"},
         {"tel", "UPDATE Veterinaria SET Tel = ?"},
     };
-    return columnas[int(dato)];
+    return columns[int(datum)];
 }
 
 } // namespace
 
-int AnchoDeDato(const Sesion &s, DatoDeClinica dato)
+int admin::datumWidth(const Sesion &s, ClinicDatum datum)
 {
-    return s.morvane->Ancho("Veterinaria", ColumnaDe(dato).nombre);
+    return s.morvane->widthOf("Veterinaria", columnOf(datum).name);
 }
 
-void GuardarDatoDeClinica(Sesion &s, DatoDeClinica dato, const QString &texto)
+void admin::saveClinicDatum(Sesion &s, ClinicDatum datum, const QString &text)
 {
-    const Columna &columna = ColumnaDe(dato);
-    const QString guardado =
-        s.morvane->Recortado("Veterinaria", columna.nombre, QuitarApostrofes(texto));
+    const Column &column = columnOf(datum);
+    const QString saved = s.morvane->trimmed("Veterinaria", column.name, QuitarApostrofes(text));
     Lote lote(s);
-    if (s.morvane->Execute(columna.sentencia, guardado) == 0) {
+    if (s.morvane->Execute(column.statement, saved) == 0) {
         // A restored folder may have lost the row.
         s.morvane->Execute("insert into Veterinaria (nom, pro, dir, tel) values ('', '', '', '')");
-        s.morvane->Execute(columna.sentencia, guardado);
+        s.morvane->Execute(column.statement, saved);
     }
-    lote.Confirmar();
-    LeerClinica(s);
+    lote.commit();
+    store::readClinic(s);
 }

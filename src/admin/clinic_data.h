@@ -3,11 +3,16 @@
 
 #include "store/session.h"
 
-enum class DatoDeClinica { Nombre, Propietario, Direccion, Telefonos };
+namespace admin
+{
+
+enum class ClinicDatum { Name, Owner, Address, Telephones };
 
 /// Stores one of the clinic's strings, without apostrophes and as much as its column takes; the
 /// session knows it at once.
-/// @throws ErrorDeAlmacen
-void GuardarDatoDeClinica(Sesion &s, DatoDeClinica dato, const QString &texto);
+/// @throws StoreError
+void saveClinicDatum(Sesion &s, ClinicDatum datum, const QString &text);
 /// Characters that its column takes.
-int AnchoDeDato(const Sesion &s, DatoDeClinica dato);
+int datumWidth(const Sesion &s, ClinicDatum datum);
+
+} // namespace admin

@@ -1,6 +1,9 @@
 #include "admin/frmconfiguracion.h"
 
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
@@ -13,64 +16,45 @@
 #include <QShortcut>
 #include <QStackedWidget>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Hospedaje = 3205,
-    Finanzas = 9101,
-    Configuracion = 9106,
-    Veterinaria = 9119,
-    Usuarios = 9550,
-    Automatizacion,
-    Recordatorios,
-    Alimento,
-    Perfiles,
-    Mensajes,
-    Correo,
-    Listas_,
-    Aspecto,
-    Red,
-    TituloDeLista = 9560,
-    Teclas = 9561,
-    PaginaSinLeer = 9628,
+struct Page {
+    QStringView name;
+    int title;
+    QStringView icon;
+    QWidget *(*build)(const PageContext &);
 };
 
-struct Pagina {
-    QStringView nombre;
-    int titulo;
-    QStringView icono;
-    QWidget *(*construir)(const ContextoDePagina &);
+constexpr Page pages[] = {
+    {u"clinica", text::SettingsClinic, u"cfgClinica", clinicPage},
+    {u"usuarios", text::SettingsUsers, u"usr", usersPage},
+    {u"automatizacion", text::Automation, u"cfgAutomatizacion", automationPage},
+    {u"medidas", text::SettingsReminders, u"cfgMedidas", measuresPage},
+    {u"alimento", text::Food, u"cfgAlimento", foodPage},
+    {u"perfiles", text::SettingsProfiles, u"Propietarios", profilesPage},
+    {u"mensajes", text::SettingsMessages, u"cfgMensajes", messagesPage},
+    {u"correo", text::SettingsMail, u"Mensajeria", mailPage},
+    {u"listas", text::Lists, u"Listados", listsPage},
+    {u"finanzas", text::FinanceButton, u"Finanzas", financePage},
+    {u"hospedaje", text::SettingsBoarding, u"cfgHospedaje", boardingPage},
+    {u"aspecto", text::SettingsLook, u"cfgAspecto", lookPage},
+    {u"red", text::SettingsNetwork, u"cfgRed", networkPage},
 };
-
-constexpr Pagina pages[] = {
-    {u"clinica", Veterinaria, u"cfgClinica", PaginaDeClinica},
-    {u"usuarios", Usuarios, u"usr", PaginaDeUsuarios},
-    {u"automatizacion", Automatizacion, u"cfgAutomatizacion", PaginaDeAutomatizacion},
-    {u"medidas", Recordatorios, u"cfgMedidas", PaginaDeMedidas},
-    {u"alimento", Alimento, u"cfgAlimento", PaginaDeAlimento},
-    {u"perfiles", Perfiles, u"Propietarios", PaginaDePerfiles},
-    {u"mensajes", Mensajes, u"cfgMensajes", PaginaDeMensajes},
-    {u"correo", Correo, u"Mensajeria", PaginaDeCorreo},
-    {u"listas", Listas_, u"Listados", PaginaDeListas},
-    {u"finanzas", Finanzas, u"Finanzas", PaginaDeFinanzas},
-    {u"hospedaje", Hospedaje, u"cfgHospedaje", PaginaDeHospedaje},
-    {u"aspecto", Aspecto, u"cfgAspecto", PaginaDeAspecto},
-    {u"red", Red, u"cfgRed", PaginaDeRed},
-};
-constexpr int pageCount = int(std::size(pages));
+constexpr int PageCount = int(std::size(pages));
 
 constexpr QSize firstSize(1020, 700);
-constexpr int iconSize = 22;
+constexpr int IconSize = 22;
 
 QString keyOfLastPage() { return u"frmConfiguracion/pagina"_s; }
 
 int pageOfName(const QString &name)
 {
-    for (int i = 0; i < pageCount; ++i)
-        if (pages[i].nombre == name)
+    for (int i = 0; i < PageCount; ++i)
+        if (pages[i].name == name)
             return i;
     return -1;
 }
@@ -93,34 +77,34 @@ QWidget *firstControl(const QWidget *page)
 
 } // namespace
 
-frmConfiguracion::frmConfiguracion(Sesion &s, Formularios &formularios, QWidget *parent)
-    : FormBase(s, u"frmConfiguracion"_s, parent), m_formularios(formularios)
+frmConfiguracion::frmConfiguracion(Sesion &s, ui::FormRegistry &forms, QWidget *parent)
+    : ui::FormBase(s, u"frmConfiguracion"_s, parent), m_forms(forms)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(s(Configuracion));
-    setWindowIcon(Icono(u"Configuracion"_s));
+    setWindowTitle(s(text::SettingsButton));
+    setWindowIcon(ui::namedIcon(u"Configuracion"_s));
     build();
     wire();
     rememberSize(firstSize);
 }
 
-QStringList frmConfiguracion::Paginas()
+QStringList frmConfiguracion::Pages()
 {
     QStringList names;
-    for (const Pagina &page : pages)
-        names << page.nombre.toString();
+    for (const Page &page : pages)
+        names << page.name.toString();
     return names;
 }
 
 void frmConfiguracion::build()
 {
-    lstPaginas = named(new QListWidget, u"lstPaginas"_s, m_s(TituloDeLista));
-    lstPaginas->setIconSize(QSize(iconSize, iconSize));
+    lstPaginas = named(new QListWidget, u"lstPaginas"_s, m_s(text::PagesTitle));
+    lstPaginas->setIconSize(QSize(IconSize, IconSize));
     lstPaginas->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     stkPaginas = new QStackedWidget;
-    for (const Pagina &page : pages) {
-        auto *item = new QListWidgetItem(m_s(page.titulo), lstPaginas);
-        item->setSizeHint(QSize(0, iconSize + 2 * Espacio::S));
+    for (const Page &page : pages) {
+        auto *item = new QListWidgetItem(m_s(page.title), lstPaginas);
+        item->setSizeHint(QSize(0, IconSize + 2 * ui::space::S));
         auto *slot = new QScrollArea;
         slot->setFrameShape(QFrame::NoFrame);
         slot->setFocusPolicy(Qt::NoFocus);
@@ -129,32 +113,32 @@ void frmConfiguracion::build()
     }
     drawIcons();
     lstPaginas->setFixedWidth(
-        std::max(180, lstPaginas->sizeHintForColumn(0) + iconSize + 2 * Espacio::L));
+        std::max(180, lstPaginas->sizeHintForColumn(0) + IconSize + 2 * ui::space::L));
 
-    auto *heading = new QLabel(m_s(TituloDeLista));
+    auto *heading = new QLabel(m_s(text::PagesTitle));
     heading->setProperty("clase", u"suave"_s);
     heading->setBuddy(lstPaginas);
     auto *left = new QVBoxLayout;
-    left->setSpacing(Espacio::XS);
+    left->setSpacing(ui::space::XS);
     left->addWidget(heading);
     left->addWidget(lstPaginas, 1);
 
     lblTitulo = new QLabel;
     lblTitulo->setProperty("clase", u"titulo"_s);
     auto *right = new QVBoxLayout;
-    right->setSpacing(Espacio::L);
+    right->setSpacing(ui::space::L);
     right->addWidget(lblTitulo);
     right->addWidget(stkPaginas, 1);
 
     auto *middle = new QHBoxLayout;
-    middle->setSpacing(Espacio::XL);
+    middle->setSpacing(ui::space::XL);
     middle->addLayout(left);
     middle->addLayout(right, 1);
 
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::S);
-    all->setSpacing(Espacio::S);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::S);
+    all->setSpacing(ui::space::S);
     all->addLayout(middle, 1);
     all->addWidget(Ayu);
 }
@@ -173,14 +157,14 @@ void frmConfiguracion::wire()
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
         QScrollArea *shown = area(stkPaginas->currentIndex());
         if (now && shown && shown->isAncestorOf(now))
-            shown->ensureWidgetVisible(now, Espacio::S, Espacio::L);
+            shown->ensureWidgetVisible(now, ui::space::S, ui::space::L);
     });
 }
 
 void frmConfiguracion::drawIcons()
 {
-    for (int i = 0; i < pageCount; ++i)
-        lstPaginas->item(i)->setIcon(Icono(pages[i].icono.toString()));
+    for (int i = 0; i < PageCount; ++i)
+        lstPaginas->item(i)->setIcon(ui::namedIcon(pages[i].icon.toString()));
 }
 
 QScrollArea *frmConfiguracion::area(int page) const
@@ -188,11 +172,11 @@ QScrollArea *frmConfiguracion::area(int page) const
     return qobject_cast<QScrollArea *>(stkPaginas->widget(page));
 }
 
-void frmConfiguracion::opened(const QVariantMap &parametros)
+void frmConfiguracion::opened(const QVariantMap &parameters)
 {
-    const int wanted = pageOfName(parametros.value(u"pagina"_s).toString());
+    const int wanted = pageOfName(parameters.value(u"pagina"_s).toString());
     if (!isVisible()) {
-        const int last = pageOfName(LeerAjusteDeMaquina(m_s, keyOfLastPage()));
+        const int last = pageOfName(store::readMachineSetting(m_s, keyOfLastPage()));
         lstPaginas->setCurrentRow(std::max({wanted, wanted < 0 ? last : -1, 0}));
         lstPaginas->setFocus();
     } else if (wanted >= 0) {
@@ -206,32 +190,31 @@ void frmConfiguracion::showPage(int page)
         return;
     if (!area(page)->widget())
         buildPage(page);
-    lblTitulo->setText(m_s(pages[page].titulo));
+    lblTitulo->setText(m_s(pages[page].title));
     stkPaginas->setCurrentIndex(page);
     if (area(page)->widget())
-        Ayu->Decir(m_s(Teclas));
+        Ayu->tell(m_s(text::SettingsKeyHelp));
     else
-        Ayu->Fallo(m_s(PaginaSinLeer));
+        Ayu->faultOf(m_s(text::PageUnreadable));
 }
 
 void frmConfiguracion::buildPage(int page)
 {
-    const ContextoDePagina context{
-        m_s,
-        m_formularios,
-        this,
-        Ayu,
-        [this](const std::function<void()> &task) { return guarded(task); },
-        [this](const QList<QLineEdit *> &boxes) { refuseApostrophe(boxes); },
-        [this](const QList<QWidget *> &boxes) { enterChain(boxes); }};
+    const PageContext context{m_s,
+                              m_forms,
+                              this,
+                              Ayu,
+                              [this](const std::function<void()> &task) { return guarded(task); },
+                              [this](const QList<QLineEdit *> &boxes) { refuseApostrophe(boxes); },
+                              [this](const QList<QWidget *> &boxes) { enterChain(boxes); }};
     guarded([this, page, &context] {
         auto *holder = new QWidget;
         auto *column = new QVBoxLayout(holder);
-        column->setContentsMargins(0, 0, Espacio::L, Espacio::L);
+        column->setContentsMargins(0, 0, ui::space::L, ui::space::L);
         area(page)->setWidget(holder);
         QWidget *built = nullptr;
         try {
-            built = pages[page].construir(context);
+            built = pages[page].build(context);
         } catch (...) {
             delete area(page)->takeWidget();
             throw;
@@ -245,7 +228,7 @@ void frmConfiguracion::buildPage(int page)
 
 void frmConfiguracion::step(int by)
 {
-    const int page = (lstPaginas->currentRow() + by + pageCount) % pageCount;
+    const int page = (lstPaginas->currentRow() + by + PageCount) % PageCount;
     lstPaginas->setFocus(); // what was typed is written by its page first
     lstPaginas->setCurrentRow(page);
 }
@@ -266,28 +249,28 @@ bool frmConfiguracion::eventFilter(QObject *watched, QEvent *event)
             return true; // not for the button that now has the focus
         }
     }
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }
 
 void frmConfiguracion::reject()
 {
     if (QWidget *box = focusWidget())
         box->clearFocus();
-    FormBase::reject();
+    ui::FormBase::reject();
 }
 
 void frmConfiguracion::hideEvent(QHideEvent *event)
 {
     if (!event->spontaneous() && lstPaginas->currentRow() >= 0)
         // Like the size of a form: where it cannot be kept, nobody needs to be told.
-        QSettings(ArchivoDeMaquina(m_s), QSettings::IniFormat)
-            .setValue(keyOfLastPage(), pages[lstPaginas->currentRow()].nombre.toString());
-    FormBase::hideEvent(event);
+        QSettings(store::machineFile(m_s), QSettings::IniFormat)
+            .setValue(keyOfLastPage(), pages[lstPaginas->currentRow()].name.toString());
+    ui::FormBase::hideEvent(event);
 }
 
 void frmConfiguracion::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::PaletteChange && lstPaginas)
         drawIcons();
-    FormBase::changeEvent(event);
+    ui::FormBase::changeEvent(event);
 }

@@ -11,19 +11,19 @@ class QStackedWidget;
 
 /// Pages are built when they are first looked at, and read the settings then. The form goes when it
 /// is closed: the next opening starts afresh, because other terminals write the same row.
-class frmConfiguracion : public FormBase
+class frmConfiguracion : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmConfiguracion(Sesion &s, Formularios &formularios, QWidget *parent = nullptr);
+    frmConfiguracion(Sesion &s, ui::FormRegistry &forms, QWidget *parent = nullptr);
 
     /// With "pagina" it opens on the page of that name ("usuarios"), else on the one of last time.
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
     /// A box that is being typed in is written before the form closes.
     void reject() override;
 
     /// Names of the pages in the order of the list.
-    static QStringList Paginas();
+    static QStringList Pages();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -40,9 +40,9 @@ private:
     void enterPage();
     QScrollArea *area(int page) const;
 
-    Formularios &m_formularios;
+    ui::FormRegistry &m_forms;
     QListWidget *lstPaginas = nullptr;
     QLabel *lblTitulo = nullptr;
     QStackedWidget *stkPaginas = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };

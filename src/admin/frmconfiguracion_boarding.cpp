@@ -1,49 +1,46 @@
 #include "admin/frmconfiguracion_pages.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 #include "ui/bound.h"
 #include "ui/boxes.h"
 
 #include <QFormLayout>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    PrimeraRacion = 2702,
-    Cantidad = 5086,
-    Caniles = 9602,
-    Raciones,
-    NotaDeRaciones,
-};
-
-constexpr const char *rationColumns[] = {"HoraRacion1", "HoraRacion2", "HoraRacion3",
+constexpr const char *RationColumns[] = {"HoraRacion1", "HoraRacion2", "HoraRacion3",
                                          "HoraRacion4"};
 
 } // namespace
 
-QWidget *PaginaDeHospedaje(const ContextoDePagina &c)
+QWidget *admin::boardingPage(const PageContext &c)
 {
     auto *page = new QWidget;
-    QVBoxLayout *column = Parte::Columna(page);
+    QVBoxLayout *column = parts::Column(page);
 
-    auto *count = new CajaDeEntero(3);
+    auto *count = new ui::WholeNumberBox(3);
     count->setObjectName(u"CantidadCaniles"_s);
-    count->setFixedWidth(Parte::AnchoDeCifra);
-    Parte::Fila(Parte::Seccion(column, c.s(Caniles)), c.s(Cantidad), count);
-    Atar::Entero(c.s, c.guarded, count, "CantidadCaniles");
+    count->setFixedWidth(parts::FigureWidth);
+    parts::Row(parts::sectionOf(column, c.s(text::SettingsBoardingKennels)),
+               c.s(text::NumberOfKennels), count);
+    ui::bind::whole(c.s, c.guarded, count, "CantidadCaniles");
 
     QList<QWidget *> boxes{count};
-    QFormLayout *rows = Parte::Seccion(column, c.s(Raciones), c.s(NotaDeRaciones));
-    int text = PrimeraRacion;
-    for (const char *name : rationColumns) {
-        auto *time = new CajaDeHora;
+    QFormLayout *rows =
+        parts::sectionOf(column, c.s(text::SettingsBoardingRations), c.s(text::RationsNote));
+    int text = text::FirstRation;
+    for (const char *name : RationColumns) {
+        auto *time = new ui::HourBox;
         time->setObjectName(QString::fromLatin1(name));
-        time->setFixedWidth(Parte::AnchoDeCifra);
-        Parte::Fila(rows, c.s(text++), time);
-        Atar::Hora(c.s, c.guarded, time, name);
+        time->setFixedWidth(parts::FigureWidth);
+        parts::Row(rows, c.s(text++), time);
+        ui::bind::hourOf(c.s, c.guarded, time, name);
         boxes << time;
     }
-    c.cadenaDeEnter(boxes);
+    c.enterChain(boxes);
     return page;
 }

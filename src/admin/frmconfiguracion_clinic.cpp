@@ -2,6 +2,8 @@
 #include "admin/frmconfiguracion_pages.h"
 #include "admin/letterhead.h"
 #include "messages/mail_account.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 #include "ui/bound.h"
 #include "ui/help_line.h"
 
@@ -9,114 +11,98 @@
 #include <QFormLayout>
 #include <QImageReader>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Datos = 9562,
-    NotaDeDatos,
-    Nombre,
-    Propietario,
-    Direccion,
-    Telefonos,
-    Membrete = 9568,
-    NotaDeMembrete,
-    ImprimirMembrete,
-    ElegirImagen,
-    SinImagen,
-    MembreteCambiado = 9574,
-    Usuario_ = 33,
-    Cuenta = 9585,
-    NotaDeCuenta,
-    ModificarCuenta,
-    SinCuenta,
-};
-
 constexpr QSize previewSize(480, 120);
 
-struct Casilla {
-    QStringView nombre;
-    int titulo;
-    DatoDeClinica dato;
-    QString DatosDeClinica::*campo;
+struct Checkbox {
+    QStringView name;
+    int title;
+    ClinicDatum datum;
+    QString store::ClinicData::*field;
 };
 
-constexpr Casilla boxes[] = {
-    {u"txtNom", Nombre, DatoDeClinica::Nombre, &DatosDeClinica::nom},
-    {u"txtPro", Propietario, DatoDeClinica::Propietario, &DatosDeClinica::pro},
-    {u"txtDir", Direccion, DatoDeClinica::Direccion, &DatosDeClinica::dir},
-    {u"txtTel", Telefonos, DatoDeClinica::Telefonos, &DatosDeClinica::tel},
+constexpr Checkbox Boxes[] = {
+    {u"txtNom", text::SettingsClinicName, ClinicDatum::Name, &store::ClinicData::nom},
+    {u"txtPro", text::SettingsClinicOwner, ClinicDatum::Owner, &store::ClinicData::pro},
+    {u"txtDir", text::SettingsClinicAddress, ClinicDatum::Address, &store::ClinicData::dir},
+    {u"txtTel", text::SettingsClinicTelephones, ClinicDatum::Telephones, &store::ClinicData::tel},
 };
 
-void addData(const ContextoDePagina &c, QVBoxLayout *column)
+void addData(const PageContext &c, QVBoxLayout *column)
 {
-    QFormLayout *rows = Parte::Seccion(column, c.s(Datos), c.s(NotaDeDatos));
+    QFormLayout *rows =
+        parts::sectionOf(column, c.s(text::SettingsClinicData), c.s(text::DataNote));
     QList<QLineEdit *> made;
-    for (const Casilla &box : boxes) {
-        auto *edit = new QLineEdit(c.s.clinica.*box.campo);
-        edit->setObjectName(box.nombre.toString());
-        edit->setMaxLength(AnchoDeDato(c.s, box.dato));
-        edit->setMinimumWidth(Parte::AnchoDeTexto);
-        Parte::Fila(rows, c.s(box.titulo), edit);
+    for (const Checkbox &box : Boxes) {
+        auto *edit = new QLineEdit(c.s.clinic.*box.field);
+        edit->setObjectName(box.name.toString());
+        edit->setMaxLength(datumWidth(c.s, box.datum));
+        edit->setMinimumWidth(parts::TextWidth);
+        parts::Row(rows, c.s(box.title), edit);
         made << edit;
         QObject::connect(edit, &QLineEdit::editingFinished, edit, [c, box, edit] {
-            if (edit->text() == c.s.clinica.*box.campo)
+            if (edit->text() == c.s.clinic.*box.field)
                 return;
-            c.guarded([&] { GuardarDatoDeClinica(c.s, box.dato, edit->text()); });
-            edit->setText(c.s.clinica.*box.campo);
+            c.guarded([&] { saveClinicDatum(c.s, box.datum, edit->text()); });
+            edit->setText(c.s.clinic.*box.field);
         });
     }
-    c.sinApostrofes(made);
-    c.cadenaDeEnter({made.begin(), made.end()});
+    c.withoutApostrophes(made);
+    c.enterChain({made.begin(), made.end()});
 }
 
 void showAccount(Sesion &s, QLabel *account)
 {
-    const QString user = LeerCuentaDeCorreo(s).usuario;
-    account->setText(user.isEmpty() ? s(SinCuenta) : s(Usuario_) + u": "_s + user);
+    const QString user = messages::readMailAccount(s).user;
+    account->setText(user.isEmpty() ? s(text::NoMailAccountYet) : s(text::User) + u": "_s + user);
     account->setAccessibleName(account->text());
 }
 
-void addAccount(const ContextoDePagina &c, QVBoxLayout *column)
+void addAccount(const PageContext &c, QVBoxLayout *column)
 {
-    QFormLayout *rows = Parte::Seccion(column, c.s(Cuenta), c.s(NotaDeCuenta));
+    QFormLayout *rows =
+        parts::sectionOf(column, c.s(text::SettingsClinicAccount), c.s(text::AccountNote));
     auto *account = named(new QLabel, u"lblUsuarioMail"_s, {});
     account->setTextFormat(Qt::PlainText);
     account->setWordWrap(true);
-    QPushButton *change = Parte::Boton(c.s(ModificarCuenta), u"cmdModMail"_s);
+    QPushButton *change = parts::buttonOf(c.s(text::ModifyAccount), u"cmdModMail"_s);
     showAccount(c.s, account);
     rows->addRow(account);
     rows->addRow(change);
     QObject::connect(change, &QPushButton::clicked, account, [c, account] {
         c.guarded([&] {
-            if (ModificarCuentaDeCorreo(c.s))
+            if (messages::modifyMailAccount(c.s))
                 showAccount(c.s, account);
         });
     });
 }
 
-void showPreview(const ContextoDePagina &c, QLabel *preview)
+void showPreview(const PageContext &c, QLabel *preview)
 {
-    QImageReader reader(RutaDeEncabezado(c.s));
+    QImageReader reader(headerPath(c.s));
     reader.setDecideFormatFromContent(true);
     const qreal scale = preview->devicePixelRatioF();
     if (reader.size().isValid())
         reader.setScaledSize(reader.size().scaled(previewSize * scale, Qt::KeepAspectRatio));
     QPixmap picture = QPixmap::fromImage(reader.read());
     if (picture.isNull()) {
-        preview->setText(c.s(SinImagen));
+        preview->setText(c.s(text::NoLetterheadYet));
         return;
     }
     picture.setDevicePixelRatio(scale);
     preview->setPixmap(picture);
 }
 
-void addLetterhead(const ContextoDePagina &c, QVBoxLayout *column)
+void addLetterhead(const PageContext &c, QVBoxLayout *column)
 {
-    QFormLayout *rows = Parte::Seccion(column, c.s(Membrete), c.s(NotaDeMembrete));
-    auto *preview = named(new QLabel, u"imgEncabezado"_s, c.s(Membrete));
+    QFormLayout *rows =
+        parts::sectionOf(column, c.s(text::SettingsClinicLetterhead), c.s(text::LetterheadNote));
+    auto *preview = named(new QLabel, u"imgEncabezado"_s, c.s(text::SettingsClinicLetterhead));
     preview->setFrameShape(QFrame::StyledPanel);
     preview->setMinimumSize(previewSize);
     preview->setAlignment(Qt::AlignCenter);
@@ -124,28 +110,29 @@ void addLetterhead(const ContextoDePagina &c, QVBoxLayout *column)
     preview->setProperty("clase", u"suave"_s);
     showPreview(c, preview);
 
-    QPushButton *choose = Parte::Boton(c.s(ElegirImagen), u"cmdObtenerEncabezado"_s);
-    auto *print = named(new QCheckBox(c.s(ImprimirMembrete)), u"chkenc"_s, c.s(ImprimirMembrete));
-    Atar::Casilla(c.s, c.guarded, print, "encabezado");
+    QPushButton *choose = parts::buttonOf(c.s(text::ChooseImage), u"cmdObtenerEncabezado"_s);
+    auto *print =
+        named(new QCheckBox(c.s(text::PrintLetterhead)), u"chkenc"_s, c.s(text::PrintLetterhead));
+    ui::bind::Checkbox(c.s, c.guarded, print, "encabezado");
     rows->addRow(preview);
     rows->addRow(choose);
     rows->addRow(print);
     QObject::connect(choose, &QPushButton::clicked, preview, [c, preview] {
         c.guarded([&] {
-            if (!ObtenerEncabezado(c.s))
+            if (!getHeader(c.s))
                 return;
             showPreview(c, preview);
-            c.ayuda->Logro(c.s(MembreteCambiado));
+            c.help->success(c.s(text::LetterheadChanged));
         });
     });
 }
 
 } // namespace
 
-QWidget *PaginaDeClinica(const ContextoDePagina &c)
+QWidget *admin::clinicPage(const PageContext &c)
 {
     auto *page = new QWidget;
-    QVBoxLayout *column = Parte::Columna(page);
+    QVBoxLayout *column = parts::Column(page);
     addData(c, column);
     addAccount(c, column);
     addLetterhead(c, column);

@@ -1,5 +1,7 @@
 #include "admin/frmconfiguracion_pages.h"
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 #include "ui/bound.h"
 #include "ui/boxes.h"
 #include "ui/theme.h"
@@ -9,107 +11,84 @@
 #include <QFormLayout>
 #include <span>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Servicio = 2232,
-    NotaDeVigencia = 2698,
-    NotaDeColores = 3108,
-    Vencido = 3137,
-    BajoElMinimo,
-    SinExistencia,
-    MedicinaPrepaga = 3802,
-    Impuestos = 9605,
-    IdentificacionFiscal,
-    ImpuestoCompraVenta,
-    PreciosYCostos,
-    GuardarPrecio,
-    GuardarCosto,
-    Palabras,
-    NotaDePalabras,
-    AlContado,
-    ACuenta,
-    Cuota,
-    Cobro,
-    Colores,
-    Vigencia,
+struct setting {
+    const char *column;
+    int title;
 };
 
-struct Ajuste {
-    const char *columna;
-    int titulo;
+constexpr setting Taxes[] = {
+    {"NombreIdentificacionFiscal", text::FiscalIdentification},
+    {"NombreImpuestoCompraVenta", text::TaxPurchaseSale},
+};
+constexpr setting Words[] = {
+    {"EntradaMoneda", text::CashSaleWord},
+    {"EntradaDeuda", text::AccountSaleWord},
+    {"EntradaMedicinaPrepaga", text::PrepaidFeeWord},
+    {"PagoDeuda", text::DebtPaymentWord},
+};
+constexpr setting Checks[] = {
+    {"GuardarPrecioVentas", text::StoreSalePrice},
+    {"GuardarCostoCompras", text::StorePurchaseCost},
+};
+constexpr setting ProductColours[] = {
+    {"FAColor0", text::OutOfStock},
+    {"FAColorV", text::HasExpired},
+    {"FAColorM", text::BelowMinimum},
+    {"FAColorSer", text::Service},
 };
 
-constexpr Ajuste taxes[] = {
-    {"NombreIdentificacionFiscal", IdentificacionFiscal},
-    {"NombreImpuestoCompraVenta", ImpuestoCompraVenta},
-};
-constexpr Ajuste words[] = {
-    {"EntradaMoneda", AlContado},
-    {"EntradaDeuda", ACuenta},
-    {"EntradaMedicinaPrepaga", Cuota},
-    {"PagoDeuda", Cobro},
-};
-constexpr Ajuste checks[] = {
-    {"GuardarPrecioVentas", GuardarPrecio},
-    {"GuardarCostoCompras", GuardarCosto},
-};
-constexpr Ajuste productColours[] = {
-    {"FAColor0", SinExistencia},
-    {"FAColorV", Vencido},
-    {"FAColorM", BajoElMinimo},
-    {"FAColorSer", Servicio},
-};
-
-void addTexts(const ContextoDePagina &c, QFormLayout *rows, std::span<const Ajuste> settings,
-              int width)
+void addTexts(const PageContext &c, QFormLayout *rows, std::span<const setting> settings, int width)
 {
     QList<QLineEdit *> made;
-    for (const Ajuste &setting : settings) {
+    for (const setting &setting : settings) {
         auto *box = new QLineEdit;
-        box->setObjectName(QString::fromLatin1(setting.columna));
-        box->setMaxLength(c.s.morvane->Ancho("Configuracion", setting.columna));
+        box->setObjectName(QString::fromLatin1(setting.column));
+        box->setMaxLength(c.s.morvane->widthOf("Configuracion", setting.column));
         box->setFixedWidth(width);
-        Parte::Fila(rows, c.s(setting.titulo), box);
-        Atar::Texto(c.s, c.guarded, box, setting.columna);
+        parts::Row(rows, c.s(setting.title), box);
+        ui::bind::text(c.s, c.guarded, box, setting.column);
         made << box;
     }
-    c.sinApostrofes(made);
-    c.cadenaDeEnter({made.begin(), made.end()});
+    c.withoutApostrophes(made);
+    c.enterChain({made.begin(), made.end()});
 }
 
-void addChecks(const ContextoDePagina &c, QFormLayout *rows)
+void addChecks(const PageContext &c, QFormLayout *rows)
 {
-    for (const Ajuste &setting : checks) {
-        auto *box = named(new QCheckBox(c.s(setting.titulo)), QString::fromLatin1(setting.columna),
-                          c.s(setting.titulo));
-        Atar::Casilla(c.s, c.guarded, box, setting.columna);
+    for (const setting &setting : Checks) {
+        auto *box = named(new QCheckBox(c.s(setting.title)), QString::fromLatin1(setting.column),
+                          c.s(setting.title));
+        ui::bind::Checkbox(c.s, c.guarded, box, setting.column);
         rows->addRow(box);
     }
 }
 
-void addColours(const ContextoDePagina &c, QFormLayout *rows)
+void addColours(const PageContext &c, QFormLayout *rows)
 {
     auto *line = new QHBoxLayout;
-    line->setSpacing(Espacio::S);
-    for (const Ajuste &setting : productColours) {
+    line->setSpacing(ui::space::S);
+    for (const setting &setting : ProductColours) {
         QPushButton *button =
-            Parte::Boton(c.s(setting.titulo), QString::fromLatin1(setting.columna));
+            parts::buttonOf(c.s(setting.title), QString::fromLatin1(setting.column));
         button->setIconSize(QSize(18, 18));
         const auto stored = [c, setting] {
-            return Parte::ColorDeAjuste(c.s.configuracion[setting.columna].toInt());
+            return parts::settingColor(c.s.configuracion[setting.column].toInt());
         };
-        button->setIcon(Parte::Muestra(stored()));
+        button->setIcon(parts::sample(stored()));
         line->addWidget(button);
         QObject::connect(button, &QPushButton::clicked, button, [c, setting, stored, button] {
-            const QColor chosen = QColorDialog::getColor(stored(), c.form, c.s(setting.titulo));
+            const QColor chosen = QColorDialog::getColor(stored(), c.form, c.s(setting.title));
             if (!chosen.isValid())
                 return;
-            c.guarded([&] { GuardarAjuste(c.s, setting.columna, Parte::AjusteDeColor(chosen)); });
-            button->setIcon(Parte::Muestra(stored()));
+            c.guarded(
+                [&] { store::saveSetting(c.s, setting.column, parts::colorSetting(chosen)); });
+            button->setIcon(parts::sample(stored()));
         });
     }
     line->addStretch();
@@ -118,22 +97,23 @@ void addColours(const ContextoDePagina &c, QFormLayout *rows)
 
 } // namespace
 
-QWidget *PaginaDeFinanzas(const ContextoDePagina &c)
+QWidget *admin::financePage(const PageContext &c)
 {
     auto *page = new QWidget;
-    QVBoxLayout *column = Parte::Columna(page);
-    addTexts(c, Parte::Seccion(column, c.s(Impuestos)), taxes, Parte::AnchoDePalabra);
-    addChecks(c, Parte::Seccion(column, c.s(PreciosYCostos)));
-    addTexts(c, Parte::Seccion(column, c.s(Palabras), c.s(NotaDePalabras)), words,
-             Parte::AnchoDePalabra);
+    QVBoxLayout *column = parts::Column(page);
+    addTexts(c, parts::sectionOf(column, c.s(text::SettingsFinanceTaxes)), Taxes, parts::WordWidth);
+    addChecks(c, parts::sectionOf(column, c.s(text::PricesAndCosts)));
+    addTexts(c, parts::sectionOf(column, c.s(text::SettingsFinanceWords), c.s(text::WordsNote)),
+             Words, parts::WordWidth);
 
-    auto *months = new CajaDeEntero(3);
+    auto *months = new ui::WholeNumberBox(3);
     months->setObjectName(u"OSDuracionSol"_s);
-    months->setFixedWidth(Parte::AnchoDeCifra);
-    Parte::Fila(Parte::Seccion(column, c.s(MedicinaPrepaga), c.s(NotaDeVigencia)), c.s(Vigencia),
-                months);
-    Atar::Entero(c.s, c.guarded, months, "OSDuracionSol");
+    months->setFixedWidth(parts::FigureWidth);
+    parts::Row(parts::sectionOf(column, c.s(text::PrepaidMedicine), c.s(text::ValidityNote)),
+               c.s(text::SettingsFinanceValidity), months);
+    ui::bind::whole(c.s, c.guarded, months, "OSDuracionSol");
 
-    addColours(c, Parte::Seccion(column, c.s(Colores), c.s(NotaDeColores)));
+    addColours(c,
+               parts::sectionOf(column, c.s(text::SettingsFinanceColours), c.s(text::ColoursNote)));
     return page;
 }

@@ -1,5 +1,6 @@
 #include "admin/frmconfiguracion_pages.h"
 #include "store/settings_row.h"
+#include "texts/admin.h"
 #include "ui/bound.h"
 #include "ui/theme.h"
 
@@ -9,41 +10,31 @@
 #include <QFormLayout>
 #include <QToolButton>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Unidades = 9595,
-    Kilos,
-    Libras,
-    Color,
-    NotaDeColor,
-    NombresDeColores,
-    OtroColor,
-    NotaDeUnidades = 9629,
-};
-
-constexpr int ownColour = 1;
+constexpr int OwnColour = 1;
 // In the order of the names, after the program's own.
-constexpr QRgb colours[] = {
+constexpr QRgb Colours[] = {
     0x2563ab, 0x3f51a3, 0x6b4ca5, 0x86407f, 0xb0305c, 0xb23a36,
     0xb3582b, 0x96701a, 0x6b7a2a, 0x3f7d3f, 0x1d7a5c, 0x4c6070,
 };
 
-/// The colours offered, each as it will look, and any other by a box.
-class ColorDelPrograma : public QWidget
+/// The Colours offered, each as it will look, and any other by a box.
+class ProgramColor : public QWidget
 {
 public:
-    explicit ColorDelPrograma(const ContextoDePagina &c) : m_c(c)
+    explicit ProgramColor(const PageContext &c) : m_c(c)
     {
         auto *row = new QHBoxLayout;
-        row->setSpacing(Espacio::XS);
-        QList<int> values{ownColour};
-        for (const QRgb colour : colours)
-            values << Parte::AjusteDeColor(QColor(colour));
-        const QStringList names = c.s(NombresDeColores).split(u'|');
+        row->setSpacing(ui::space::XS);
+        QList<int> values{OwnColour};
+        for (const QRgb colour : Colours)
+            values << parts::colorSetting(QColor(colour));
+        const QStringList names = c.s(text::ColoursNames).split(u'|');
         for (int i = 0; i < values.size(); ++i) {
             auto *patch =
                 named(new QToolButton, u"Color%1"_s.arg(i), names.value(i, QString::number(i)));
@@ -55,11 +46,11 @@ public:
             row->addWidget(patch);
         }
         row->addStretch();
-        m_other = Parte::Boton(c.s(OtroColor), u"PrincipalColor"_s);
+        m_other = parts::buttonOf(c.s(text::OtherColor), u"PrincipalColor"_s);
         m_other->setIconSize(QSize(18, 18));
         auto *all = new QVBoxLayout(this);
         all->setContentsMargins(0, 0, 0, 0);
-        all->setSpacing(Espacio::M);
+        all->setSpacing(ui::space::M);
         all->addLayout(row);
         all->addWidget(m_other);
 
@@ -80,15 +71,18 @@ protected:
 private:
     int stored() const
     {
-        return std::max(ownColour, m_c.s.configuracion["PrincipalColor"].toInt());
+        return std::max(OwnColour, m_c.s.configuracion["PrincipalColor"].toInt());
     }
 
-    static QColor shown(int value) { return CalcularPaleta(value, PaletaEnUso().oscura).acento; }
+    static QColor shown(int value)
+    {
+        return ui::computePalette(value, ui::paletteInUse().dark).accent;
+    }
 
     void paint()
     {
         for (QAbstractButton *patch : m_patches.buttons())
-            patch->setIcon(Parte::Muestra(shown(m_patches.id(patch))));
+            patch->setIcon(parts::sample(shown(m_patches.id(patch))));
         show(stored());
     }
 
@@ -99,14 +93,14 @@ private:
         for (QAbstractButton *other : m_patches.buttons())
             other->setChecked(other == patch);
         m_patches.setExclusive(true);
-        m_other->setIcon(patch ? QIcon() : Parte::Muestra(shown(value)));
+        m_other->setIcon(patch ? QIcon() : parts::sample(shown(value)));
     }
 
     void choose(int value)
     {
         m_c.guarded([&] {
-            GuardarAjuste(m_c.s, "PrincipalColor", value);
-            AplicarTema(*qApp, value);
+            store::saveSetting(m_c.s, "PrincipalColor", value);
+            ui::applyTheme(*qApp, value);
         });
         show(stored());
     }
@@ -114,31 +108,33 @@ private:
     void chooseOther()
     {
         const QColor chosen =
-            QColorDialog::getColor(shown(stored()), m_c.form, spoken(m_c.s(OtroColor)));
+            QColorDialog::getColor(shown(stored()), m_c.form, ui::spoken(m_c.s(text::OtherColor)));
         if (chosen.isValid())
-            choose(Parte::AjusteDeColor(chosen));
+            choose(parts::colorSetting(chosen));
     }
 
-    ContextoDePagina m_c;
+    PageContext m_c;
     QButtonGroup m_patches;
     QPushButton *m_other = nullptr;
 };
 
 } // namespace
 
-QWidget *PaginaDeAspecto(const ContextoDePagina &c)
+QWidget *admin::lookPage(const PageContext &c)
 {
     auto *page = new QWidget;
-    QVBoxLayout *column = Parte::Columna(page);
-    Parte::Seccion(column, c.s(Color), c.s(NotaDeColor))->addRow(new ColorDelPrograma(c));
-    auto *units = named(new GrupoDeOpciones({}, {{UnidadDePeso::Kilos, c.s(Kilos)},
-                                                 {UnidadDePeso::Libras, c.s(Libras)}}),
-                        u"KgLbs"_s, c.s(Unidades));
+    QVBoxLayout *column = parts::Column(page);
+    parts::sectionOf(column, c.s(text::SettingsLookColor), c.s(text::ColorNote))
+        ->addRow(new ProgramColor(c));
+    auto *units = named(
+        new ui::OptionsGroup({}, {{store::weightUnit::Kilos, c.s(text::SettingsLookKilos)},
+                                  {store::weightUnit::Libras, c.s(text::SettingsLookLibras)}}),
+        u"KgLbs"_s, c.s(text::SettingsLookUnits));
     // The heading stands above it, so that it needs no frame of its own.
     units->setStyleSheet(
         u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
     units->layout()->setContentsMargins(0, 0, 0, 0);
-    Atar::Opciones(c.s, c.guarded, units, "KgLbs");
-    Parte::Seccion(column, c.s(Unidades), c.s(NotaDeUnidades))->addRow(units);
+    ui::bind::Options(c.s, c.guarded, units, "KgLbs");
+    parts::sectionOf(column, c.s(text::SettingsLookUnits), c.s(text::UnitsNote))->addRow(units);
     return page;
 }

@@ -1,6 +1,9 @@
 #include "admin/frmconfiguracion_pages.h"
 #include "messages/mail.h"
 #include "messages/mail_account.h"
+#include "texts/admin.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/calm_list.h"
 #include "ui/form_base.h"
@@ -12,33 +15,18 @@
 #include <QPushButton>
 #include <QScopeGuard>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    ValorNoValido = 31,
-    Cuenta = 9585,
-    Servidor = 9589,
-    NotaDeServidor,
-    NombreDelServidor,
-    Puerto,
-    Cifrado_,
-    SinCifrado,
-    CuentaEnLaVeterinaria = 9728,
-    VerCuenta,
-    NoSePudoEnviar = 9985,
-    Probar,
-    Aceptada,
-};
-
-class Correo : public QWidget
+class Mail : public QWidget
 {
 public:
-    explicit Correo(const ContextoDePagina &c) : m_c(c)
+    explicit Mail(const PageContext &c) : m_c(c)
     {
-        QVBoxLayout *column = Parte::Columna(this);
+        QVBoxLayout *column = parts::Column(this);
         addServer(column);
         addWayToAccount(column);
         showServer();
@@ -47,39 +35,42 @@ public:
 private:
     void addServer(QVBoxLayout *column)
     {
-        QFormLayout *rows = Parte::Seccion(column, m_c.s(Servidor), m_c.s(NotaDeServidor));
+        QFormLayout *rows =
+            parts::sectionOf(column, m_c.s(text::SettingsMailServer), m_c.s(text::ServerNote));
         txtServidorMail = new QLineEdit;
         txtServidorMail->setObjectName(u"txtServidorMail"_s);
-        txtServidorMail->setMinimumWidth(Parte::AnchoDeTexto);
+        txtServidorMail->setMinimumWidth(parts::TextWidth);
         txtServidorMail->setPlaceholderText(u"smtp.example.com"_s);
-        cmbCifrado = new ListaCalma;
+        cmbCifrado = new ui::CalmList;
         cmbCifrado->setObjectName(u"cmbCifrado"_s);
-        cmbCifrado->addItem(u"STARTTLS"_s, int(Cifrado::StartTls));
-        cmbCifrado->addItem(u"TLS"_s, int(Cifrado::Tls));
-        cmbCifrado->addItem(m_c.s(SinCifrado), int(Cifrado::Ninguno));
-        txtPuertoMail = new CajaDeEntero(5);
+        cmbCifrado->addItem(u"STARTTLS"_s, int(messages::Encryption::StartTls));
+        cmbCifrado->addItem(u"TLS"_s, int(messages::Encryption::Tls));
+        cmbCifrado->addItem(m_c.s(text::NoEncryption), int(messages::Encryption::None));
+        txtPuertoMail = new ui::WholeNumberBox(5);
         txtPuertoMail->setObjectName(u"txtPuertoMail"_s);
-        txtPuertoMail->setFixedWidth(Parte::AnchoDeCifra);
-        Parte::Fila(rows, m_c.s(NombreDelServidor), txtServidorMail);
-        Parte::Fila(rows, m_c.s(Cifrado_), cmbCifrado);
-        Parte::Fila(rows, m_c.s(Puerto), txtPuertoMail);
-        QPushButton *test = Parte::Boton(m_c.s(Probar), u"cmdProbarMail"_s);
+        txtPuertoMail->setFixedWidth(parts::FigureWidth);
+        parts::Row(rows, m_c.s(text::ServerName), txtServidorMail);
+        parts::Row(rows, m_c.s(text::SettingsMailEncryption), cmbCifrado);
+        parts::Row(rows, m_c.s(text::SettingsMailPort), txtPuertoMail);
+        QPushButton *test = parts::buttonOf(m_c.s(text::TestButton), u"cmdProbarMail"_s);
         rows->addRow(QString(), test);
         connect(test, &QPushButton::clicked, this,
                 [this] { m_c.guarded([this] { testServer(); }); });
-        m_c.sinApostrofes({txtServidorMail});
-        m_c.cadenaDeEnter({txtServidorMail, cmbCifrado, txtPuertoMail});
+        m_c.withoutApostrophes({txtServidorMail});
+        m_c.enterChain({txtServidorMail, cmbCifrado, txtPuertoMail});
 
         connect(txtServidorMail, &QLineEdit::editingFinished, this, [this] {
-            store([this](CuentaDeCorreo &account) { account.servidor = txtServidorMail->text(); });
+            store([this](messages::MailAccount &account) {
+                account.server = txtServidorMail->text();
+            });
         });
         connect(txtPuertoMail, &QLineEdit::editingFinished, this, [this] { storePort(); });
         connect(cmbCifrado, &QComboBox::activated, this, [this] {
-            store([this](CuentaDeCorreo &account) {
-                const bool usual = account.puerto == PuertoHabitual(account.cifrado);
-                account.cifrado = Cifrado(cmbCifrado->currentData().toInt());
+            store([this](messages::MailAccount &account) {
+                const bool usual = account.port == messages::usualPort(account.encryption);
+                account.encryption = messages::Encryption(cmbCifrado->currentData().toInt());
                 if (usual)
-                    account.puerto = PuertoHabitual(account.cifrado);
+                    account.port = messages::usualPort(account.encryption);
             });
         });
     }
@@ -87,12 +78,13 @@ private:
     // Name and password stand with the clinic's data, because all terminals share them.
     void addWayToAccount(QVBoxLayout *column)
     {
-        QFormLayout *rows = Parte::Seccion(column, m_c.s(Cuenta), m_c.s(CuentaEnLaVeterinaria));
-        QPushButton *show = Parte::Boton(m_c.s(VerCuenta), u"cmdVerCuenta"_s);
+        QFormLayout *rows = parts::sectionOf(column, m_c.s(text::SettingsClinicAccount),
+                                             m_c.s(text::AccountIsInClinicPage));
+        QPushButton *show = parts::buttonOf(m_c.s(text::ShowAccountButton), u"cmdVerCuenta"_s);
         rows->addRow(show);
         connect(show, &QPushButton::clicked, this, [this] {
             m_c.guarded([this] {
-                m_c.formularios.Abrir(u"frmConfiguracion"_s, {{u"pagina"_s, u"clinica"_s}});
+                m_c.forms.open(u"frmConfiguracion"_s, {{u"pagina"_s, u"clinica"_s}});
             });
         });
     }
@@ -109,47 +101,47 @@ private:
         const bool works = session != nullptr;
         CerrarSesionCorreo(session);
         if (works)
-            m_c.ayuda->Logro(m_c.s(Aceptada));
+            m_c.help->success(m_c.s(text::ServerAcceptsAccount));
         else if (!reason.isEmpty()) // else it has been told what is missing
-            m_c.ayuda->Fallo(m_c.s(NoSePudoEnviar).arg(reason));
+            m_c.help->faultOf(m_c.s(text::MailFailed).arg(reason));
     }
 
     void showServer()
     {
-        const CuentaDeCorreo account = LeerCuentaDeCorreo(m_c.s);
-        txtServidorMail->setText(account.servidor);
-        txtPuertoMail->PonerEntero(account.puerto);
-        cmbCifrado->setCurrentIndex(cmbCifrado->findData(int(account.cifrado)));
+        const messages::MailAccount account = messages::readMailAccount(m_c.s);
+        txtServidorMail->setText(account.server);
+        txtPuertoMail->setWholeNumber(account.port);
+        cmbCifrado->setCurrentIndex(cmbCifrado->findData(int(account.encryption)));
     }
 
     void storePort()
     {
-        const std::optional<int> port = txtPuertoMail->Entero();
-        if (port && !EsPuerto(*port)) {
-            m_c.ayuda->Fallo(m_c.s(ValorNoValido));
+        const std::optional<int> port = txtPuertoMail->whole();
+        if (port && !messages::isPort(*port)) {
+            m_c.help->faultOf(m_c.s(text::InvalidValue));
             return showServer();
         }
-        store([port](CuentaDeCorreo &account) {
-            account.puerto = port.value_or(PuertoHabitual(account.cifrado));
+        store([port](messages::MailAccount &account) {
+            account.port = port.value_or(messages::usualPort(account.encryption));
         });
     }
 
-    void store(const std::function<void(CuentaDeCorreo &)> &change)
+    void store(const std::function<void(messages::MailAccount &)> &change)
     {
         m_c.guarded([&] {
-            CuentaDeCorreo account = LeerCuentaDeCorreo(m_c.s);
+            messages::MailAccount account = messages::readMailAccount(m_c.s);
             change(account);
-            GuardarServidorDeCorreo(m_c.s, account);
+            messages::saveMailServer(m_c.s, account);
         });
         showServer();
     }
 
-    ContextoDePagina m_c;
+    PageContext m_c;
     QLineEdit *txtServidorMail = nullptr;
-    ListaCalma *cmbCifrado = nullptr;
-    CajaDeEntero *txtPuertoMail = nullptr;
+    ui::CalmList *cmbCifrado = nullptr;
+    ui::WholeNumberBox *txtPuertoMail = nullptr;
 };
 
 } // namespace
 
-QWidget *PaginaDeCorreo(const ContextoDePagina &c) { return new Correo(c); }
+QWidget *admin::mailPage(const PageContext &c) { return new Mail(c); }

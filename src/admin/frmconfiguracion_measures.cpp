@@ -1,104 +1,95 @@
 #include "admin/frmconfiguracion_rows.h"
 #include "admin/measures.h"
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Nada = 2231,
-    Dosis = 2610,
-    DiasAntes = 2613,
-    Deudores = 2614,
-    Alimento = 2617,
-    Cumpleanos = 2620,
-    CorreoOCarta = 2624,
-    SegundoVencimiento = 2625,
-    Secuencia = 2626,
-    OfertaDelMes = 2629,
-    Enviar = 9677,
-    Imprimir = 9678,
-    EnviarSaludo = 9679,
-    ImprimirSaludo = 9680,
-    TresRecordatorios = 9681,
-    DiasSinPagos = 9682,
-    SeccionDosis = 9722,
-    SeccionCumpleanos,
-    SeccionDeudas,
-    SeccionAlimento,
-};
-
 constexpr int nothing = 4;
-constexpr int yes = 1;
-constexpr int no = 2;
+constexpr int Yes = 1;
+constexpr int No = 2;
 
-GrupoDeOpciones *ask(const ContextoDePagina &c, QFormLayout *section, const char *column, int title,
-                     const QList<std::pair<int, int>> &options, int hint)
+ui::OptionsGroup *ask(const PageContext &c, QFormLayout *section, const char *column, int title,
+                      const QList<std::pair<int, int>> &options, int hint)
 {
-    return FilaDeOpciones(c, section, {QString::fromLatin1(column), c.s(title), options, hint});
+    return optionsRow(c, section, {QString::fromLatin1(column), c.s(title), options, hint});
 }
 
-void tieMeasure(const ContextoDePagina &c, GrupoDeOpciones *group, const char *column)
+void tieMeasure(const PageContext &c, ui::OptionsGroup *group, const char *column)
 {
-    Atar::Opciones(c.s, c.guarded, group, column);
-    if (group->Valor() == 0) // never chosen is off as well
-        group->PonerValor(nothing);
+    ui::bind::Options(c.s, c.guarded, group, column);
+    if (group->Value() == 0) // never chosen is off as well
+        group->setValue(nothing);
 }
 
-// A question whose setting holds no number of an option.
-void tieYesNo(const ContextoDePagina &c, GrupoDeOpciones *group, bool stored,
+// A question whose setting holds No number of an option.
+void tieYesNo(const PageContext &c, ui::OptionsGroup *group, bool stored,
               const std::function<void(bool)> &store)
 {
-    group->PonerValor(stored ? yes : no);
-    QObject::connect(group, &GrupoDeOpciones::elegida, group, [=](int option) {
-        if (!c.guarded([&] { store(option == yes); }))
-            group->PonerValor(option == yes ? no : yes);
+    group->setValue(stored ? Yes : No);
+    QObject::connect(group, &ui::OptionsGroup::chosen, group, [=](int option) {
+        if (!c.guarded([&] { store(option == Yes); }))
+            group->setValue(option == Yes ? No : Yes);
     });
 }
 
 } // namespace
 
-QWidget *PaginaDeMedidas(const ContextoDePagina &c)
+QWidget *admin::measuresPage(const PageContext &c)
 {
     Sesion &s = c.s;
     auto *page = new QWidget;
-    auto *column = Parte::Columna(page);
+    auto *column = parts::Column(page);
 
-    auto *doses = Parte::Seccion(column, s(SeccionDosis));
+    auto *doses = parts::sectionOf(column, s(text::DosesSection));
     tieMeasure(c,
-               ask(c, doses, "MedidasRevac", Dosis,
-                   {{1, Enviar}, {2, Imprimir}, {3, CorreoOCarta}, {nothing, Nada}}, 9683),
+               ask(c, doses, "MedidasRevac", text::DoseRemindersQuestion,
+                   {{1, text::SendReminderMail},
+                    {2, text::PrintReminderLetter},
+                    {3, text::MailOrLetter},
+                    {nothing, text::Nothing}},
+                   text::DoseRemindersNote),
                "MedidasRevac");
-    FilaDeEntero(c, doses, "tiempovencimiento", DiasAntes, 3, 9684);
-    auto *second = FilaDeCasilla(c, doses, u"MedidasRevacDescont"_s, SegundoVencimiento, 9685);
-    second->setChecked(RecuerdaSegundoVencimiento(s));
+    wholeNumberRow(c, doses, "tiempovencimiento", text::DaysBeforeReminder, 3,
+                   text::DaysBeforeNote);
+    auto *second = checkboxRow(c, doses, u"MedidasRevacDescont"_s, text::SecondExpiryMail,
+                               text::SecondExpiryNote);
+    second->setChecked(remembersSecondExpiry(s));
     QObject::connect(second, &QCheckBox::clicked, second, [=, &s](bool on) {
-        if (!c.guarded([&] { GuardarRecuerdaSegundoVencimiento(s, on); }))
+        if (!c.guarded([&] { saveRemembersSecondExpiry(s, on); }))
             second->setChecked(!on);
     });
 
-    auto *birthdays = Parte::Seccion(column, s(SeccionCumpleanos));
+    auto *birthdays = parts::sectionOf(column, s(text::BirthdaySection));
     tieMeasure(c,
-               ask(c, birthdays, "MedidasCumple", Cumpleanos,
-                   {{1, EnviarSaludo}, {2, ImprimirSaludo}, {3, CorreoOCarta}, {nothing, Nada}},
-                   9686),
+               ask(c, birthdays, "MedidasCumple", text::BirthdayQuestion,
+                   {{1, text::SendBirthdayMail},
+                    {2, text::PrintBirthdayLetter},
+                    {3, text::MailOrLetter},
+                    {nothing, text::Nothing}},
+                   text::BirthdayNote),
                "MedidasCumple");
 
-    auto *debts = Parte::Seccion(column, s(SeccionDeudas));
-    auto *debtors =
-        ask(c, debts, "MedidasDeudores", Deudores, {{yes, TresRecordatorios}, {no, Nada}}, 9687);
-    debts->addRow(Parte::Nota(s(Secuencia)));
-    tieYesNo(c, debtors, RecuerdaDeudas(s), [&s](bool on) { GuardarRecuerdaDeudas(s, on); });
-    FilaDeEntero(c, debts, "diasdeudores", DiasSinPagos, 3, 9688);
+    auto *debts = parts::sectionOf(column, s(text::DebtSection));
+    auto *debtors = ask(c, debts, "MedidasDeudores", text::DebtorsQuestion,
+                        {{Yes, text::SendThreeReminders}, {No, text::Nothing}}, text::DebtNote);
+    debts->addRow(parts::noteOf(s(text::ReminderSequence)));
+    tieYesNo(c, debtors, remembersDebts(s), [&s](bool on) { saveRemembersDebts(s, on); });
+    wholeNumberRow(c, debts, "diasdeudores", text::DaysUntilFirstReminder, 3, text::DebtDaysNote);
 
-    auto *food = Parte::Seccion(column, s(SeccionAlimento));
-    tieYesNo(c, ask(c, food, "alimentomail", Alimento, {{yes, OfertaDelMes}, {no, Nada}}, 9689),
+    auto *food = parts::sectionOf(column, s(text::Food));
+    tieYesNo(c,
+             ask(c, food, "alimentomail", text::FoodQuestion,
+                 {{Yes, text::SendMonthlyOffer}, {No, text::Nothing}}, text::FoodOfferNote),
              s.configuracion["alimentomail"].toBool(),
-             [&s](bool on) { GuardarAjuste(s, "alimentomail", on); });
+             [&s](bool on) { store::saveSetting(s, "alimentomail", on); });
     return page;
 }

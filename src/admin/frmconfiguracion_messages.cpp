@@ -3,6 +3,8 @@
 #include "messages/templates.h"
 #include "store/lookups.h"
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 #include "ui/calm_list.h"
 #include "ui/form_base.h"
 #include "ui/help_line.h"
@@ -15,28 +17,13 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Cliente = 14,
-    Nombre = 2201,
-    AyudaDeTags = 2638,
-    Mensaje = 9703,
-    TextoDelMensaje = 9704,
-    InsertarDato = 9705,
-    PrimerTag = 9706, // one caption for each of Tags()
-    AsiLoRecibe = 9716,
-    OtroCliente = 9717,
-    PidaCliente = 9718,
-    NoHayEseCliente = 9719,
-    NoHayClientes = 9720,
-    NoHayTexto = 9721,
-};
-
-constexpr int textHeight = 120; // of each text at least
+constexpr int TextHeight = 120; // of each text at least
 
 QLabel *captionOf(const QString &text, QWidget *control)
 {
@@ -48,7 +35,7 @@ QLabel *captionOf(const QString &text, QWidget *control)
 class Messages : public QWidget
 {
 public:
-    explicit Messages(const ContextoDePagina &c) : m_c(c)
+    explicit Messages(const PageContext &c) : m_c(c)
     {
         build();
         wire();
@@ -59,37 +46,38 @@ private:
     void build()
     {
         const Sesion &s = m_c.s;
-        cmbAMensaje = named(new ListaCalma, u"cmbAMensaje"_s, s(Mensaje));
+        cmbAMensaje = named(new ui::CalmList, u"cmbAMensaje"_s, s(text::MessageCaption));
         cmbAMensaje->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         cmbAMensaje->setMinimumContentsLength(40);
-        for (const Plantilla &p : Plantillas())
-            cmbAMensaje->addItem(s(p.titulo));
-        m_help = Parte::Nota({});
+        for (const messages::Template &p : messages::templates())
+            cmbAMensaje->addItem(s(p.title));
+        m_help = parts::noteOf({});
         m_help->setMinimumHeight(2 * m_help->fontMetrics().lineSpacing());
         m_help->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-        RTxtMen = named(new QPlainTextEdit, u"RTxtMen"_s, s(TextoDelMensaje));
+        RTxtMen = named(new QPlainTextEdit, u"RTxtMen"_s, s(text::MessageTextCaption));
         RTxtMen->setTabChangesFocus(true);
-        RTxtMen->setMinimumHeight(textHeight);
-        RTxtMen->setToolTip(s(AyudaDeTags));
-        cmdTag = Parte::Boton(s(InsertarDato), u"cmdTag"_s);
+        RTxtMen->setMinimumHeight(TextHeight);
+        RTxtMen->setToolTip(s(text::TagsHelp));
+        cmdTag = parts::buttonOf(s(text::InsertTagButton), u"cmdTag"_s);
         cmdTag->setMenu(menuOfTags());
         m_whom = new QLabel;
         m_whom->setTextFormat(Qt::PlainText);
-        cmdOtro = Parte::Boton(s(OtroCliente), u"cmdOtro"_s);
-        txtVista = named(new QPlainTextEdit, u"txtVista"_s, s(AsiLoRecibe));
+        cmdOtro = parts::buttonOf(s(text::AnotherClient), u"cmdOtro"_s);
+        txtVista = named(new QPlainTextEdit, u"txtVista"_s, s(text::AsReceivedBy));
         txtVista->setReadOnly(true);
         txtVista->setTabChangesFocus(true);
-        txtVista->setMinimumHeight(textHeight);
+        txtVista->setMinimumHeight(TextHeight);
 
         auto *choice = new QVBoxLayout;
-        choice->setSpacing(Espacio::XS);
-        choice->addWidget(captionOf(s(Mensaje), cmbAMensaje));
+        choice->setSpacing(ui::space::XS);
+        choice->addWidget(captionOf(s(text::MessageCaption), cmbAMensaje));
         choice->addWidget(cmbAMensaje);
         choice->addWidget(m_help);
-        auto *column = Parte::Columna(this);
-        column->setSpacing(Espacio::M);
+        auto *column = parts::Column(this);
+        column->setSpacing(ui::space::M);
         column->addLayout(choice);
-        column->addLayout(headed(captionOf(s(TextoDelMensaje), RTxtMen), cmdTag, RTxtMen), 1);
+        column->addLayout(headed(captionOf(s(text::MessageTextCaption), RTxtMen), cmdTag, RTxtMen),
+                          1);
         column->addLayout(headed(m_whom, cmdOtro, txtVista), 1);
         setTabOrder(cmbAMensaje, RTxtMen); // the text before the button above it
         setTabOrder(RTxtMen, cmdTag);
@@ -101,7 +89,7 @@ private:
         head->addWidget(caption, 1, Qt::AlignBottom);
         head->addWidget(button);
         auto *all = new QVBoxLayout;
-        all->setSpacing(Espacio::XS);
+        all->setSpacing(ui::space::XS);
         all->addLayout(head);
         all->addWidget(text, 1);
         return all;
@@ -110,9 +98,9 @@ private:
     QMenu *menuOfTags()
     {
         auto *menu = new QMenu(this);
-        for (int i = 0; i < Tags().size(); ++i) {
-            const QString tag = u'<' + Tags()[i] + u'>';
-            menu->addAction(m_c.s(PrimerTag + i) + u'\t' + tag, this, [this, tag] {
+        for (int i = 0; i < messages::tags().size(); ++i) {
+            const QString tag = u'<' + messages::tags()[i] + u'>';
+            menu->addAction(m_c.s(text::FirstTagName + i) + u'\t' + tag, this, [this, tag] {
                 RTxtMen->insertPlainText(tag);
                 RTxtMen->setFocus();
             });
@@ -122,8 +110,8 @@ private:
 
     void wire()
     {
-        AvisarAlEntrar(m_c, RTxtMen, AyudaDeTags);
-        Atar::AlDejar(RTxtMen, [this] { store(); });
+        warnOnEntering(m_c, RTxtMen, text::TagsHelp);
+        ui::bind::onLeaving(RTxtMen, [this] { store(); });
         connect(RTxtMen, &QPlainTextEdit::textChanged, this, [this] { preview(); });
         connect(cmbAMensaje, &QComboBox::currentIndexChanged, this, [this](int entry) {
             if (store())
@@ -133,15 +121,15 @@ private:
         });
         connect(cmdOtro, &QPushButton::clicked, this,
                 [this] { m_c.guarded([this] { pickClient(); }); });
-        AlMostrar(this, [this] { preview(); });
+        onShow(this, [this] { preview(); });
     }
 
-    const char *columnShown() const { return Plantillas()[size_t(m_entry)].columna; }
+    const char *columnShown() const { return messages::templates()[size_t(m_entry)].column; }
 
     void load(int entry)
     {
         m_entry = entry;
-        m_help->setText(m_c.s(Plantillas()[size_t(entry)].ayuda));
+        m_help->setText(m_c.s(messages::templates()[size_t(entry)].help));
         m_c.guarded([this] { RTxtMen->setPlainText(m_c.s.configuracion[columnShown()].toText()); });
         RTxtMen->document()->setModified(false);
         preview();
@@ -151,7 +139,7 @@ private:
     bool store()
     {
         if (RTxtMen->document()->isModified() && !m_c.guarded([this] {
-                GuardarAjuste(m_c.s, columnShown(), RTxtMen->toPlainText());
+                store::saveSetting(m_c.s, columnShown(), RTxtMen->toPlainText());
             }))
             return false;
         RTxtMen->document()->setModified(false);
@@ -161,24 +149,25 @@ private:
     void pickClient()
     {
         Sesion &s = m_c.s;
-        const auto name = s.dialogos.PedirTexto(spoken(s(OtroCliente)), s(PidaCliente));
+        const auto name =
+            s.dialogos.PedirTexto(ui::spoken(s(text::AnotherClient)), s(text::AskClientName));
         if (!name)
             return;
-        QList<Opcion> found;
+        QList<store::Option> found;
         Recordset r = s.clientes->OpenSnapshot(
             "select top 200 idc, ayn from clientes where ayn like ? order by ayn",
-            PatronDePrefijo(name->trimmed()));
+            clients::prefixPattern(name->trimmed()));
         for (; !r.EOF_(); r.MoveNext())
             found.append({r["ayn"].toText(), r["idc"].toInt()});
         if (found.isEmpty())
-            return s.dialogos.Mensaje(s(NoHayEseCliente));
+            return s.dialogos.Mensaje(s(text::NoSuchClient));
         if (found.size() > 1) {
-            const auto chosen = s.dialogos.Seleccionar(s(Cliente), {s(Nombre)}, found);
+            const auto chosen = s.dialogos.Seleccionar(s(text::Client), {s(text::Name)}, found);
             if (!chosen || chosen->isEmpty())
                 return;
             found = *chosen;
         }
-        m_idc = found.first().valor;
+        m_idc = found.first().value;
         preview();
     }
 
@@ -186,28 +175,30 @@ private:
     {
         m_c.guarded([this] {
             Sesion &s = m_c.s;
-            const auto example = EjemploDeMensaje(s, m_idc);
-            m_whom->setText(example ? s(AsiLoRecibe) + u' ' + nameOf(*example) : QString());
+            const auto example = messages::messageExample(s, m_idc);
+            m_whom->setText(example ? s(text::AsReceivedBy) + u' ' + nameOf(*example) : QString());
             cmdOtro->setEnabled(example.has_value());
-            txtVista->setPlaceholderText(s(example ? NoHayTexto : NoHayClientes));
+            txtVista->setPlaceholderText(
+                s(example ? text::NoTextForPreview : text::NoClientsForPreview));
             QScrollBar *bar = txtVista->verticalScrollBar();
             const int place = bar->value();
-            txtVista->setPlainText(example ? RellenarTags(s, RTxtMen->toPlainText(), example->idc,
-                                                          example->idm, example->ida)
-                                           : QString());
+            txtVista->setPlainText(example
+                                       ? messages::fillTags(s, RTxtMen->toPlainText(), example->idc,
+                                                            example->idm, example->ida)
+                                       : QString());
             // What is being written stays in sight.
             bar->setValue(RTxtMen->textCursor().atEnd() ? bar->maximum() : place);
         });
     }
 
-    QString nameOf(const Ejemplo &example)
+    QString nameOf(const messages::Example &example)
     {
         QString name = LeerCampo(m_c.s, "clientes", "clientes", example.idc, "ayn");
         const QString pet = LeerCampo(m_c.s, "clientes", "mascotas", example.idm, "nom");
         return pet.isEmpty() ? name : name + u" ("_s + pet + u')';
     }
 
-    ContextoDePagina m_c;
+    PageContext m_c;
     int m_entry = 0;
     int m_idc = 0; // picked here; 0 is the session's client
     QComboBox *cmbAMensaje = nullptr;
@@ -221,4 +212,4 @@ private:
 
 } // namespace
 
-QWidget *PaginaDeMensajes(const ContextoDePagina &c) { return new Messages(c); }
+QWidget *admin::messagesPage(const PageContext &c) { return new Messages(c); }

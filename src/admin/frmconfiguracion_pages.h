@@ -7,9 +7,15 @@
 #include <QIcon>
 #include <functional>
 
-class Formularios;
+namespace ui
+{
+
+class FormRegistry;
 class FormBase;
-class LineaDeAyuda;
+class HelpLine;
+
+} // namespace ui
+
 class QFormLayout;
 class QLabel;
 class QLineEdit;
@@ -17,58 +23,63 @@ class QPushButton;
 class QVBoxLayout;
 class QWidget;
 
+namespace admin
+{
+
 /// What a page is built with. The form brings what is around it: title, margins, scrolling, and the
 /// size of the page, which is as tall as it needs unless something in it wants to grow.
-struct ContextoDePagina {
+struct PageContext {
     Sesion &s;
-    Formularios &formularios;
-    FormBase *form; // the settings form, parent of boxes
-    LineaDeAyuda *ayuda;
+    ui::FormRegistry &forms;
+    ui::FormBase *form; // the settings form, parent of boxes
+    ui::HelpLine *help;
     /// The form's guard: false when the task failed, the user has been told.
     std::function<bool(const std::function<void()> &)> guarded;
     /// The form's apostrophe filter.
-    std::function<void(const QList<QLineEdit *> &)> sinApostrofes;
+    std::function<void(const QList<QLineEdit *> &)> withoutApostrophes;
     /// The form's ENTER chain, for boxes that follow each other.
-    std::function<void(const QList<QWidget *> &)> cadenaDeEnter = [](const QList<QWidget *> &) {};
+    std::function<void(const QList<QWidget *> &)> enterChain = [](const QList<QWidget *> &) {};
 };
 
 /// What pages are laid out with, so that all stand on one grid.
-namespace Parte
+namespace parts
 {
 /// The column of a page: sections follow each other from the top.
-QVBoxLayout *Columna(QWidget *pagina);
+QVBoxLayout *Column(QWidget *page);
 /// A heading, a soft sentence below it where it needs one, and rows to be filled with Fila or as
 /// the layout allows. The column keeps it.
-QFormLayout *Seccion(QVBoxLayout *columna, const QString &titulo, const QString &nota = {});
+QFormLayout *sectionOf(QVBoxLayout *column, const QString &title, const QString &note = {});
 /// One row: a caption, which may have a letter behind & that leads to the control, and the control,
 /// which takes its accessible name from the caption. Captions are equally wide on all pages.
-void Fila(QFormLayout *seccion, const QString &titulo, QWidget *control);
+void Row(QFormLayout *section, const QString &title, QWidget *control);
 /// Soft text over as many lines as it needs.
-QLabel *Nota(const QString &texto);
+QLabel *noteOf(const QString &text);
 /// A button as wide as its caption needs.
-QPushButton *Boton(const QString &titulo, const QString &nombre);
+QPushButton *buttonOf(const QString &title, const QString &name);
 /// A patch of a colour; the chosen one has a mark.
-QIcon Muestra(const QColor &color);
+QIcon sample(const QColor &color);
 /// Settings hold colours with red in the lowest byte.
-QColor ColorDeAjuste(int valor);
-int AjusteDeColor(const QColor &color);
+QColor settingColor(int value);
+int colorSetting(const QColor &color);
 
-inline constexpr int AnchoDeTexto = 360; // of boxes, in device-independent pixels
-inline constexpr int AnchoDePalabra = 200;
-inline constexpr int AnchoDeCifra = 96;
-} // namespace Parte
+inline constexpr int TextWidth = 360; // of boxes, in device-independent pixels
+inline constexpr int WordWidth = 200;
+inline constexpr int FigureWidth = 96;
+} // namespace parts
 
-QWidget *PaginaDeClinica(const ContextoDePagina &c);
-QWidget *PaginaDeUsuarios(const ContextoDePagina &c);
-QWidget *PaginaDeCorreo(const ContextoDePagina &c);
-QWidget *PaginaDeAspecto(const ContextoDePagina &c);
-QWidget *PaginaDeHospedaje(const ContextoDePagina &c);
-QWidget *PaginaDeFinanzas(const ContextoDePagina &c);
-QWidget *PaginaDeRed(const ContextoDePagina &c);
+QWidget *clinicPage(const PageContext &c);
+QWidget *usersPage(const PageContext &c);
+QWidget *mailPage(const PageContext &c);
+QWidget *lookPage(const PageContext &c);
+QWidget *boardingPage(const PageContext &c);
+QWidget *financePage(const PageContext &c);
+QWidget *networkPage(const PageContext &c);
 
-QWidget *PaginaDeAutomatizacion(const ContextoDePagina &c);
-QWidget *PaginaDeMedidas(const ContextoDePagina &c);
-QWidget *PaginaDePerfiles(const ContextoDePagina &c);
-QWidget *PaginaDeAlimento(const ContextoDePagina &c);
-QWidget *PaginaDeMensajes(const ContextoDePagina &c);
-QWidget *PaginaDeListas(const ContextoDePagina &c);
+QWidget *automationPage(const PageContext &c);
+QWidget *measuresPage(const PageContext &c);
+QWidget *profilesPage(const PageContext &c);
+QWidget *foodPage(const PageContext &c);
+QWidget *messagesPage(const PageContext &c);
+QWidget *listsPage(const PageContext &c);
+
+} // namespace admin

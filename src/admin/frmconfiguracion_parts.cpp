@@ -6,26 +6,28 @@
 #include <QFormLayout>
 #include <QPainter>
 
+using namespace admin;
+
 namespace
 {
 
-constexpr int pageWidth = 720; // longer lines do not read well
-constexpr int captionWidth = 220;
-constexpr int swatch = 24;
-constexpr qreal swatchScale = 3; // drawn as large as any screen asks
+constexpr int PageWidth = 720; // longer lines do not read well
+constexpr int CaptionWidth = 220;
+constexpr int Swatch = 24;
+constexpr qreal SwatchScale = 3; // drawn as large as any screen asks
 
 QPixmap paintSwatch(const QColor &color, bool chosen)
 {
-    QPixmap picture(QSize(swatch, swatch) * swatchScale);
-    picture.setDevicePixelRatio(swatchScale);
+    QPixmap picture(QSize(Swatch, Swatch) * SwatchScale);
+    picture.setDevicePixelRatio(SwatchScale);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(PaletaEnUso().borde, 1));
+    painter.setPen(QPen(ui::paletteInUse().border, 1));
     painter.setBrush(color);
-    painter.drawRoundedRect(QRectF(0.5, 0.5, swatch - 1, swatch - 1), 6, 6);
+    painter.drawRoundedRect(QRectF(0.5, 0.5, Swatch - 1, Swatch - 1), 6, 6);
     if (chosen) {
-        const QColor ink = Contraste(color, Qt::white) >= 3 ? Qt::white : Qt::black;
+        const QColor ink = ui::contrastOf(color, Qt::white) >= 3 ? Qt::white : Qt::black;
         painter.setPen(QPen(ink, 2.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(QPolygonF{{7.0, 12.5}, {10.6, 16.0}, {17.2, 8.6}});
     }
@@ -34,65 +36,65 @@ QPixmap paintSwatch(const QColor &color, bool chosen)
 
 } // namespace
 
-QVBoxLayout *Parte::Columna(QWidget *pagina)
+QVBoxLayout *parts::Column(QWidget *page)
 {
-    pagina->setMaximumWidth(pageWidth);
-    auto *column = new QVBoxLayout(pagina);
+    page->setMaximumWidth(PageWidth);
+    auto *column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Espacio::XL);
+    column->setSpacing(ui::space::XL);
     return column;
 }
 
-QFormLayout *Parte::Seccion(QVBoxLayout *columna, const QString &titulo, const QString &nota)
+QFormLayout *parts::sectionOf(QVBoxLayout *column, const QString &title, const QString &note)
 {
-    auto *heading = new QLabel(titulo);
+    auto *heading = new QLabel(title);
     heading->setProperty("clase", QStringLiteral("subtitulo"));
     auto *section = new QVBoxLayout;
-    section->setSpacing(Espacio::XS);
+    section->setSpacing(ui::space::XS);
     section->addWidget(heading);
-    if (!nota.isEmpty())
-        section->addWidget(Nota(nota));
-    section->addSpacing(Espacio::S);
+    if (!note.isEmpty())
+        section->addWidget(noteOf(note));
+    section->addSpacing(ui::space::S);
     auto *rows = new QFormLayout;
-    rows->setHorizontalSpacing(Espacio::L);
-    rows->setVerticalSpacing(Espacio::S);
+    rows->setHorizontalSpacing(ui::space::L);
+    rows->setVerticalSpacing(ui::space::S);
     rows->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     rows->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     section->addLayout(rows);
-    columna->addLayout(section);
+    column->addLayout(section);
     return rows;
 }
 
-void Parte::Fila(QFormLayout *seccion, const QString &titulo, QWidget *control)
+void parts::Row(QFormLayout *section, const QString &title, QWidget *control)
 {
-    auto *caption = new QLabel(titulo);
-    caption->setFixedWidth(captionWidth);
+    auto *caption = new QLabel(title);
+    caption->setFixedWidth(CaptionWidth);
     caption->setWordWrap(true);
     caption->setBuddy(control);
-    control->setAccessibleName(spoken(titulo));
-    seccion->addRow(caption, control);
+    control->setAccessibleName(ui::spoken(title));
+    section->addRow(caption, control);
 }
 
-QLabel *Parte::Nota(const QString &texto)
+QLabel *parts::noteOf(const QString &text)
 {
-    auto *note = new QLabel(texto);
+    auto *note = new QLabel(text);
     note->setTextFormat(Qt::PlainText);
     note->setProperty("clase", QStringLiteral("suave"));
     note->setWordWrap(true);
     return note;
 }
 
-QPushButton *Parte::Boton(const QString &titulo, const QString &nombre)
+QPushButton *parts::buttonOf(const QString &title, const QString &name)
 {
-    auto *button = new QPushButton(titulo);
-    button->setObjectName(nombre);
-    button->setAccessibleName(spoken(titulo));
+    auto *button = new QPushButton(title);
+    button->setObjectName(name);
+    button->setAccessibleName(ui::spoken(title));
     button->setAutoDefault(false);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     return button;
 }
 
-QIcon Parte::Muestra(const QColor &color)
+QIcon parts::sample(const QColor &color)
 {
     QIcon icon;
     // In every mode, or the style would tint the colour that is to be shown.
@@ -103,12 +105,12 @@ QIcon Parte::Muestra(const QColor &color)
     return icon;
 }
 
-QColor Parte::ColorDeAjuste(int valor)
+QColor parts::settingColor(int value)
 {
-    return QColor(valor & 0xff, valor >> 8 & 0xff, valor >> 16 & 0xff);
+    return QColor(value & 0xff, value >> 8 & 0xff, value >> 16 & 0xff);
 }
 
-int Parte::AjusteDeColor(const QColor &color)
+int parts::colorSetting(const QColor &color)
 {
     return color.red() | color.green() << 8 | color.blue() << 16;
 }

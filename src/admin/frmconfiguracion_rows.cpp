@@ -12,6 +12,7 @@
 #include <QFormLayout>
 #include <QLabel>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -35,60 +36,60 @@ private:
     std::function<void(QEvent *)> m_hear;
 };
 
-constexpr int captionDrop = 6;
+constexpr int CaptionDrop = 6;
 
 } // namespace
 
-GrupoDeOpciones *FilaDeOpciones(const ContextoDePagina &c, QFormLayout *seccion,
-                                const PreguntaDePagina &pregunta)
+ui::OptionsGroup *admin::optionsRow(const PageContext &c, QFormLayout *section,
+                                    const PageQuestion &question)
 {
     QList<std::pair<int, QString>> options;
-    for (const auto &[number, text] : pregunta.opciones)
+    for (const auto &[number, text] : question.options)
         options.append({number, c.s(text)});
-    auto *group = named(new GrupoDeOpciones({}, options), pregunta.nombre, pregunta.titulo);
+    auto *group = named(new ui::OptionsGroup({}, options), question.name, question.title);
     // The question stands beside it, so that it needs no frame of its own.
     group->setStyleSheet(
         u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
-    group->layout()->setContentsMargins(0, 0, 0, Espacio::S);
+    group->layout()->setContentsMargins(0, 0, 0, ui::space::S);
     for (auto *button : group->findChildren<QAbstractButton *>())
-        button->setAccessibleDescription(pregunta.titulo);
-    Parte::Fila(seccion, pregunta.titulo, group);
+        button->setAccessibleDescription(question.title);
+    parts::Row(section, question.title, group);
     // Its first line on that of the first option, however many lines it takes.
-    auto *caption = qobject_cast<QLabel *>(seccion->labelForField(group));
+    auto *caption = qobject_cast<QLabel *>(section->labelForField(group));
     caption->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    caption->setContentsMargins(0, captionDrop, 0, 0);
-    AvisarAlEntrar(c, group, pregunta.ayuda);
+    caption->setContentsMargins(0, CaptionDrop, 0, 0);
+    warnOnEntering(c, group, question.help);
     return group;
 }
 
-QLineEdit *FilaDeEntero(const ContextoDePagina &c, QFormLayout *seccion, std::string_view columna,
-                        int titulo, int digitos, int ayuda)
+QLineEdit *admin::wholeNumberRow(const PageContext &c, QFormLayout *section,
+                                 std::string_view column, int title, int digits, int help)
 {
-    auto *box = new CajaDeEntero(digitos);
-    box->setObjectName(QString::fromLatin1(columna.data(), qsizetype(columna.size())));
-    box->setFixedWidth(Parte::AnchoDeCifra);
-    Parte::Fila(seccion, c.s(titulo), box);
-    Atar::Entero(c.s, c.guarded, box, columna);
-    AvisarAlEntrar(c, box, ayuda);
+    auto *box = new ui::WholeNumberBox(digits);
+    box->setObjectName(QString::fromLatin1(column.data(), qsizetype(column.size())));
+    box->setFixedWidth(parts::FigureWidth);
+    parts::Row(section, c.s(title), box);
+    ui::bind::whole(c.s, c.guarded, box, column);
+    warnOnEntering(c, box, help);
     return box;
 }
 
-QCheckBox *FilaDeCasilla(const ContextoDePagina &c, QFormLayout *seccion, const QString &nombre,
-                         int titulo, int ayuda)
+QCheckBox *admin::checkboxRow(const PageContext &c, QFormLayout *section, const QString &name,
+                              int title, int help)
 {
-    auto *check = named(new QCheckBox(c.s(titulo)), nombre, c.s(titulo));
-    seccion->addRow(check);
-    AvisarAlEntrar(c, check, ayuda);
+    auto *check = named(new QCheckBox(c.s(title)), name, c.s(title));
+    section->addRow(check);
+    warnOnEntering(c, check, help);
     return check;
 }
 
-void AvisarAlEntrar(const ContextoDePagina &c, QWidget *control, int ayuda)
+void admin::warnOnEntering(const PageContext &c, QWidget *control, int help)
 {
-    const auto hear = [line = c.ayuda, text = c.s(ayuda)](const QEvent *event) {
+    const auto hear = [line = c.help, text = c.s(help)](const QEvent *event) {
         // Not when the window comes back, from a question for one: what it led to is told then.
         if (event->type() == QEvent::FocusIn
             && static_cast<const QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
-            line->Decir(text);
+            line->tell(text);
     };
     auto *listener = new Listener(control, hear);
     control->installEventFilter(listener);
@@ -96,10 +97,10 @@ void AvisarAlEntrar(const ContextoDePagina &c, QWidget *control, int ayuda)
         inner->installEventFilter(listener);
 }
 
-void AlMostrar(QWidget *pagina, const std::function<void()> &tarea)
+void admin::onShow(QWidget *page, const std::function<void()> &task)
 {
-    pagina->installEventFilter(new Listener(pagina, [tarea](const QEvent *event) {
+    page->installEventFilter(new Listener(page, [task](const QEvent *event) {
         if (event->type() == QEvent::Show)
-            tarea();
+            task();
     }));
 }

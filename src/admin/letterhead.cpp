@@ -1,66 +1,68 @@
 #include "admin/letterhead.h"
 
 #include "store/data_folder.h"
+#include "texts/admin.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
 #include <QSaveFile>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { Membrete = 9568, NoEsImagen = 9573 };
-
 /// "JPG, BMP |*.bmp;*.jpg", caption and patterns, as this platform's boxes want it.
-constexpr QStringView filtro = u"JPG, BMP (*.bmp *.jpg *.jpeg *.BMP *.JPG *.JPEG)";
+constexpr QStringView Filter = u"JPG, BMP (*.bmp *.jpg *.jpeg *.BMP *.JPG *.JPEG)";
 
 /// The file as a bitmap; empty when it is no picture of the two kinds.
-QByteArray ComoMapaDeBits(const QString &archivo)
+QByteArray asBitmap(const QString &file)
 {
-    QFile f(archivo);
+    QFile f(file);
     if (!f.open(QIODevice::ReadOnly))
         return {};
-    const QByteArray contenido = f.readAll();
-    QBuffer entrada;
-    entrada.setData(contenido);
-    QImageReader lector(&entrada);
-    lector.setAutoTransform(true); // photographs tell which side is up
-    const QByteArray formato = lector.format();
-    if (formato != "bmp" && formato != "jpeg")
+    const QByteArray content = f.readAll();
+    QBuffer entry;
+    entry.setData(content);
+    QImageReader reader(&entry);
+    reader.setAutoTransform(true); // photographs tell which side is up
+    const QByteArray format = reader.format();
+    if (format != "bmp" && format != "jpeg")
         return {};
-    const QImage imagen = lector.read();
-    if (imagen.isNull())
+    const QImage image = reader.read();
+    if (image.isNull())
         return {};
-    if (formato == "bmp")
-        return contenido;
-    QBuffer salida;
-    salida.open(QIODevice::WriteOnly);
-    return imagen.save(&salida, "BMP") ? salida.data() : QByteArray();
+    if (format == "bmp")
+        return content;
+    QBuffer exit;
+    exit.open(QIODevice::WriteOnly);
+    return image.save(&exit, "BMP") ? exit.data() : QByteArray();
 }
 
 } // namespace
 
-QString RutaDeEncabezado(const Sesion &s)
+QString admin::headerPath(const Sesion &s)
 {
-    return RutaBajo(s.carpetaDeDatos, u"Encabezado.bmp"_s);
+    return store::pathUnder(s.dataFolder, u"Encabezado.bmp"_s);
 }
 
-bool ObtenerEncabezado(Sesion &s)
+bool admin::getHeader(Sesion &s)
 {
-    const auto elegido = s.dialogos.ElegirArchivo(s(Membrete), filtro.toString());
-    if (!elegido || elegido->isEmpty())
+    const auto chosen =
+        s.dialogos.ElegirArchivo(s(text::SettingsClinicLetterhead), Filter.toString());
+    if (!chosen || chosen->isEmpty())
         return false;
-    const QByteArray imagen = ComoMapaDeBits(*elegido);
-    if (imagen.isEmpty()) {
-        s.dialogos.Mensaje(s(NoEsImagen));
+    const QByteArray image = asBitmap(*chosen);
+    if (image.isEmpty()) {
+        s.dialogos.Mensaje(s(text::LetterheadUnreadable));
         return false;
     }
-    QSaveFile f(RutaDeEncabezado(s));
-    if (!f.open(QIODevice::WriteOnly) || f.write(imagen) != imagen.size() || !f.flush()
+    QSaveFile f(headerPath(s));
+    if (!f.open(QIODevice::WriteOnly) || f.write(image) != image.size() || !f.flush()
         || !f.commit())
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, f.fileName() + u": "_s + f.errorString());
+        throw store::StoreError(store::ErrorNumber::PathOrDisk,
+                                f.fileName() + u": "_s + f.errorString());
     return true;
 }

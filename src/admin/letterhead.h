@@ -3,11 +3,16 @@
 
 #include "store/session.h"
 
+namespace admin
+{
+
 /// Path of the picture in the data folder, whether it is there or not.
-QString RutaDeEncabezado(const Sesion &s);
+QString headerPath(const Sesion &s);
 
 /// Lets the user choose a JPG or BMP and makes it the letterhead: a bitmap as it is, a JPG as the
 /// bitmap that the file's name says. What is no picture is refused with a message.
 /// @return whether the letterhead was changed
-/// @throws ErrorDeAlmacen when the data folder cannot be written; the old picture is kept
-bool ObtenerEncabezado(Sesion &s);
+/// @throws StoreError when the data folder cannot be written; the old picture is kept
+bool getHeader(Sesion &s);
+
+} // namespace admin

@@ -2,251 +2,246 @@
 
 #include "store/identifiers.h"
 #include "store/lookups.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 
 #include <algorithm>
 #include <string>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 using namespace std::string_literals;
 
 namespace
 {
 
-enum Texto {
-    Eliminar = 3,
-    EnUso = 18,
-    ValorNoValido = 31,
-    LocalidadNumerica = 2252,
-    PidaEspecie = 2668,
-    SinApostrofe = 4624,
-    CodigoDeArea = 9644,
-    CodigoPostal = 9645,
-    PidaRegion = 9646,
-    NoHayRegion = 9647,
-    NoHayEspecie = 9648,
-    YaEsta = 9649,
-    NoCabe = 9650,
-};
-
-constexpr int MayorByte = 255;
+constexpr int HighestByte = 255;
 
 // What the maintenance needs to know of a list. A list without `uso` can always be deleted from.
-struct Datos {
-    Lista lista;
-    const char *tabla;
-    const char *contador;
-    int maximo;
-    int pideNombre; // text of the prompt
-    int titulo;
+struct Data {
+    clients::List list;
+    const char *table;
+    const char *counter;
+    int maximum;
+    int asksName; // text of the prompt
+    int title;
     const char *uso; // must come back empty before an entry goes
-    bool usoPorNombre;
+    bool useByName;
 };
 
-constexpr Datos Listas6[] = {
-    {Lista::Region, "cldepartamento", "contadordep", MayorIdDe16Bits, 9638, 9632, nullptr, false},
-    {Lista::Subregion, "cllocalidad", "contadorloc", MayorIdDe16Bits, 9639, 9633,
+constexpr Data Lists6[] = {
+    {clients::List::Region, "cldepartamento", "contadordep", store::Highest16BitId,
+     text::NameOfRegion, text::Regions, nullptr, false},
+    {clients::List::Subregion, "cllocalidad", "contadorloc", store::Highest16BitId,
+     text::NameOfSubregion, text::Subregions,
      "SELECT TOP 1 CLLocalidad.ID FROM Clientes LEFT JOIN CLLocalidad ON Clientes.Loc = "
      "CLLocalidad.ID WHERE CLLocalidad.ID = ?",
      false},
-    {Lista::Marketing, "clmarketing", "contadormark", MayorIdDe16Bits, 9640, 9634, nullptr, false},
-    {Lista::Especie, "mlespecies", "contadorespecie", MayorByte, 9641, 9635,
+    {clients::List::Marketing, "clmarketing", "contadormark", store::Highest16BitId,
+     text::HowClientHeard, text::MarketingList, nullptr, false},
+    {clients::List::Species, "mlespecies", "contadorespecie", HighestByte, text::NameOfSpecies,
+     text::SpeciesList,
      "SELECT TOP 1 MLRazas.Id FROM MLRazas LEFT JOIN MLEspecies ON MLRazas.Esp = MLEspecies.ID "
      "WHERE MLEspecies.Nom LIKE ?",
      true},
-    {Lista::Raza, "mlrazas", "contadorRaza", MayorIdDe16Bits, 9642, 9636,
+    {clients::List::Breed, "mlrazas", "contadorRaza", store::Highest16BitId, text::NameOfBreed,
+     text::Breeds,
      "SELECT TOP 1 Mascotas.Idm FROM Mascotas LEFT JOIN MLRazas ON Mascotas.raz = MLRazas.Id "
      "WHERE MLRazas.Nom LIKE ?",
      true},
-    {Lista::Pelaje, "mlpelajes", "contadorpelaje", MayorIdDe16Bits, 9643, 9637,
+    {clients::List::Coat, "mlpelajes", "contadorpelaje", store::Highest16BitId, text::NameOfCoat,
+     text::Coats,
      "SELECT TOP 1 Mascotas.Idm FROM Mascotas LEFT JOIN MLPelajes ON Mascotas.Pel = MLPelajes.Id "
      "WHERE MLPelajes.Nom LIKE ?",
      true},
 };
 
-const Datos &De(Lista lista) { return *std::ranges::find(Listas6, lista, &Datos::lista); }
+const Data &pick(clients::List list) { return *std::ranges::find(Lists6, list, &Data::list); }
 
 // What LIKE takes for this name alone: the pattern of its beginning without the star.
-QString PatronExacto(const QString &nom) { return PatronDePrefijo(nom).chopped(1); }
+QString exactPattern(const QString &nom) { return clients::prefixPattern(nom).chopped(1); }
 
 // Asks until the answer can be taken or the user backs out. What was typed stays in the box.
-std::optional<QString> Pedir(Sesion &s, const Datos &d, int texto, QString inicial,
-                             std::string_view columna,
-                             const std::function<int(const QString &)> &falta)
+std::optional<QString> ask(Sesion &s, const Data &d, int text, QString initial,
+                           std::string_view column,
+                           const std::function<int(const QString &)> &missing)
 {
-    const int ancho = s.clientes->Ancho(d.tabla, columna);
+    const int width = s.clientes->widthOf(d.table, column);
     for (;;) {
-        const auto escrito = s.dialogos.PedirTexto(s(d.titulo), s(texto), inicial);
-        if (!escrito)
+        const auto written = s.dialogos.PedirTexto(s(d.title), s(text), initial);
+        if (!written)
             return std::nullopt;
-        inicial = escrito->trimmed();
-        if (inicial.contains(u'\''))
-            s.dialogos.Mensaje(s(SinApostrofe));
-        else if (ancho > 0 && inicial.size() > ancho)
-            s.dialogos.Mensaje(s(NoCabe) + u' ' + QString::number(ancho));
-        else if (const int que = falta(inicial))
-            s.dialogos.Mensaje(s(que));
+        initial = written->trimmed();
+        if (initial.contains(u'\''))
+            s.dialogos.Mensaje(s(text::ApostropheRefused));
+        else if (width > 0 && initial.size() > width)
+            s.dialogos.Mensaje(s(text::TextTooLong) + u' ' + QString::number(width));
+        else if (const int what = missing(initial))
+            s.dialogos.Mensaje(s(what));
         else
-            return inicial;
+            return initial;
     }
 }
 
 // nullopt for an empty name as well: it backs out.
-std::optional<QString> PedirNombre(Sesion &s, const Datos &d, const Entrada &actual = {})
+std::optional<QString> askName(Sesion &s, const Data &d, const clients::Entry &current = {})
 {
-    const auto falta = [&](const QString &nom) -> int {
-        if (SinLetras(nom) && d.lista == Lista::Subregion)
-            return LocalidadNumerica;
-        if (SinLetras(nom) && d.lista == Lista::Region)
-            return ValorNoValido;
-        const auto otra = EntradaPorNombre(s, d.lista, nom);
-        return !nom.isEmpty() && otra && otra->id != actual.id ? YaEsta : 0;
+    const auto missing = [&](const QString &nom) -> int {
+        if (clients::withoutLetters(nom) && d.list == clients::List::Subregion)
+            return text::SubregionIsNumber;
+        if (clients::withoutLetters(nom) && d.list == clients::List::Region)
+            return text::InvalidValue;
+        const auto other = clients::entryByName(s, d.list, nom);
+        return !nom.isEmpty() && other && other->id != current.id ? text::NameAlreadyListed : 0;
     };
-    auto nom = Pedir(s, d, d.pideNombre, actual.nom, "nom", falta);
+    auto nom = ask(s, d, d.asksName, current.nom, "nom", missing);
     return nom && nom->isEmpty() ? std::nullopt : nom;
 }
 
-std::optional<QString> PedirCodigo(Sesion &s, const Datos &d, const Entrada &actual = {})
+std::optional<QString> askCode(Sesion &s, const Data &d, const clients::Entry &current = {})
 {
-    const bool region = d.lista == Lista::Region;
-    return Pedir(s, d, region ? CodigoDeArea : CodigoPostal, actual.codigo, region ? "ctel" : "cp",
-                 [](const QString &) { return 0; });
+    const bool region = d.list == clients::List::Region;
+    return ask(s, d, region ? text::SubregionAreaCode : text::SubregionPostalCode, current.code,
+               region ? "ctel" : "cp", [](const QString &) { return 0; });
 }
 
 // The id of a region or species by name; a name may be cut short with `*`. Not found refuses.
-std::optional<int> PedirPadre(Sesion &s, const Datos &d, const Entrada &actual = {})
+std::optional<int> askParent(Sesion &s, const Data &d, const clients::Entry &current = {})
 {
-    const bool region = d.lista == Lista::Subregion;
-    const QString inicial = NombreDelPadre(s, d.lista, actual);
-    const auto nom =
-        s.dialogos.PedirTexto(s(d.titulo), s(region ? PidaRegion : PidaEspecie), inicial);
+    const bool region = d.list == clients::List::Subregion;
+    const QString initial = parentName(s, d.list, current);
+    const auto nom = s.dialogos.PedirTexto(
+        s(d.title), s(region ? text::AskRegionName : text::AskSpeciesOfBreed), initial);
     if (!nom)
         return std::nullopt;
-    const QString limpio = nom->trimmed();
-    if (actual.id != 0 && limpio == inicial)
-        return actual.padre;
+    const QString clean = nom->trimmed();
+    if (current.id != 0 && clean == initial)
+        return current.parent;
     // The very name first: it may hold what LIKE takes for a wildcard.
-    if (const auto igual = EntradaPorNombre(s, region ? Lista::Region : Lista::Especie, limpio);
-        igual && !limpio.isEmpty())
-        return igual->id;
-    const int id = limpio.isEmpty()
+    if (const auto equal =
+            clients::entryByName(s, region ? clients::List::Region : clients::List::Species, clean);
+        equal && !clean.isEmpty())
+        return equal->id;
+    const int id = clean.isEmpty()
                        ? 0
                        : BuscarIdPorTexto(s, "clientes", region ? "CLDepartamento" : "MLEspecies",
-                                          "Nom", limpio, "id");
+                                          "Nom", clean, "id");
     if (id == 0) {
-        s.dialogos.Mensaje(s(region ? NoHayRegion : NoHayEspecie));
+        s.dialogos.Mensaje(s(region ? text::NoSuchRegion : text::NoSuchSpecies));
         return std::nullopt;
     }
     return id;
 }
 
-void Insertar(Sesion &s, const Datos &d, const Entrada &e)
+void insert(Sesion &s, const Data &d, const clients::Entry &e)
 {
-    switch (d.lista) {
-    case Lista::Region:
+    switch (d.list) {
+    case clients::List::Region:
         s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (?, ?, ?)", e.id,
-                            e.nom, e.codigo);
+                            e.nom, e.code);
         return;
-    case Lista::Subregion:
+    case clients::List::Subregion:
         s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", e.id,
-                            e.nom, e.codigo, e.padre);
+                            e.nom, e.code, e.parent);
         return;
-    case Lista::Raza:
+    case clients::List::Breed:
         s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", e.id, e.nom,
-                            e.padre);
+                            e.parent);
         return;
-    case Lista::Marketing:
-    case Lista::Especie:
-    case Lista::Pelaje:
-        s.clientes->Execute("insert into "s + d.tabla + " (id, nom) values (?, ?)", e.id, e.nom);
+    case clients::List::Marketing:
+    case clients::List::Species:
+    case clients::List::Coat:
+        s.clientes->Execute("insert into "s + d.table + " (id, nom) values (?, ?)", e.id, e.nom);
     }
 }
 
 } // namespace
 
-QString NombreDelPadre(Sesion &s, Lista lista, const Entrada &entrada)
+QString admin::parentName(Sesion &s, clients::List list, const clients::Entry &entry)
 {
-    if (lista == Lista::Subregion)
-        return LeerCampo(s, "clientes", "cldepartamento", entrada.padre, "nom");
-    if (lista == Lista::Raza)
-        return LeerCampo(s, "clientes", "mlespecies", entrada.padre, "nom");
+    if (list == clients::List::Subregion)
+        return LeerCampo(s, "clientes", "cldepartamento", entry.parent, "nom");
+    if (list == clients::List::Breed)
+        return LeerCampo(s, "clientes", "mlespecies", entry.parent, "nom");
     return {};
 }
 
-std::optional<int> AgregarEntrada(Sesion &s, Lista lista)
+std::optional<int> admin::addEntry(Sesion &s, clients::List list)
 {
-    const Datos &d = De(lista);
-    Entrada e;
-    const auto nom = PedirNombre(s, d);
+    const Data &d = pick(list);
+    clients::Entry e;
+    const auto nom = askName(s, d);
     if (!nom)
         return std::nullopt;
     e.nom = *nom;
-    if (lista == Lista::Region || lista == Lista::Subregion) {
-        const auto codigo = PedirCodigo(s, d);
-        if (!codigo)
+    if (list == clients::List::Region || list == clients::List::Subregion) {
+        const auto code = askCode(s, d);
+        if (!code)
             return std::nullopt;
-        e.codigo = *codigo;
+        e.code = *code;
     }
-    if (lista == Lista::Subregion || lista == Lista::Raza) {
-        const auto padre = PedirPadre(s, d);
-        if (!padre)
+    if (list == clients::List::Subregion || list == clients::List::Breed) {
+        const auto parent = askParent(s, d);
+        if (!parent)
             return std::nullopt;
-        e.padre = *padre;
+        e.parent = *parent;
     }
     Lote lote(s);
-    e.id = TomarIdentificador(s, d.contador, d.maximo);
-    Insertar(s, d, e);
-    lote.Confirmar();
+    e.id = store::takeIdentifier(s, d.counter, d.maximum);
+    insert(s, d, e);
+    lote.commit();
     return e.id;
 }
 
-bool ModificarEntrada(Sesion &s, Lista lista, int id)
+bool admin::modifyEntry(Sesion &s, clients::List list, int id)
 {
-    const Datos &d = De(lista);
-    const auto actual = EntradaPorId(s, lista, id);
-    if (!actual)
+    const Data &d = pick(list);
+    const auto current = clients::entryById(s, list, id);
+    if (!current)
         return false;
-    const auto nom = PedirNombre(s, d, *actual);
+    const auto nom = askName(s, d, *current);
     if (!nom)
         return false;
-    if (lista == Lista::Region) {
-        const auto ctel = PedirCodigo(s, d, *actual);
+    if (list == clients::List::Region) {
+        const auto ctel = askCode(s, d, *current);
         if (!ctel)
             return false;
         // A code is a number here, on purpose: one with a letter fails in the store.
         if (std::ranges::any_of(*ctel, [](QChar c) { return c.isLetter(); }))
-            throw ErrorDeAlmacen(ErrorNum::Parametros, s(ValorNoValido));
+            throw store::StoreError(store::ErrorNumber::Parameters, s(text::InvalidValue));
         s.clientes->Execute("update cldepartamento set nom = ?, ctel = ? where id = ?", *nom, *ctel,
                             id);
-    } else if (lista == Lista::Subregion) {
-        const auto cp = PedirCodigo(s, d, *actual);
+    } else if (list == clients::List::Subregion) {
+        const auto cp = askCode(s, d, *current);
         if (!cp)
             return false;
-        const auto dep = PedirPadre(s, d, *actual);
+        const auto dep = askParent(s, d, *current);
         if (!dep)
             return false;
         s.clientes->Execute("update cllocalidad set nom = ?, cp = ?, dep = ? where id = ?", *nom,
                             *cp, *dep, id);
     } else {
-        s.clientes->Execute("update "s + d.tabla + " set nom = ? where id = ?", *nom, id);
+        s.clientes->Execute("update "s + d.table + " set nom = ? where id = ?", *nom, id);
     }
     return true;
 }
 
-bool EliminarEntrada(Sesion &s, Lista lista, int id)
+bool admin::deleteEntry(Sesion &s, clients::List list, int id)
 {
-    const Datos &d = De(lista);
-    const auto actual = EntradaPorId(s, lista, id);
-    if (lista == Lista::Region || !actual)
+    const Data &d = pick(list);
+    const auto current = clients::entryById(s, list, id);
+    if (list == clients::List::Region || !current)
         return false;
     if (d.uso) {
-        const Valor cual = d.usoPorNombre ? Valor(PatronExacto(actual->nom)) : Valor(id);
-        if (!s.clientes->OpenSnapshot(d.uso, cual).EOF_()) {
-            s.dialogos.Mensaje(s(EnUso));
+        const store::Value which =
+            d.useByName ? store::Value(exactPattern(current->nom)) : store::Value(id);
+        if (!s.clientes->OpenSnapshot(d.uso, which).EOF_()) {
+            s.dialogos.Mensaje(s(text::InUse));
             return false;
         }
     }
-    if (!s.dialogos.Pregunta(s(Eliminar)))
+    if (!s.dialogos.Pregunta(s(text::DeleteQuestion)))
         return false;
-    s.clientes->Execute("delete * from "s + d.tabla + " where id = ?", id);
+    s.clientes->Execute("delete * from "s + d.table + " where id = ?", id);
     return true;
 }

@@ -2,24 +2,26 @@
 
 #include "store/settings_row.h"
 
-bool RecuerdaDeudas(const Sesion &s)
+using namespace admin;
+
+bool admin::remembersDebts(const Sesion &s)
 {
     const int n = s.configuracion["MedidasDeudores"].toInt();
     return n == 1 || n == 3;
 }
 
-void GuardarRecuerdaDeudas(Sesion &s, bool recuerda)
+void admin::saveRemembersDebts(Sesion &s, bool remembers)
 {
-    GuardarAjuste(s, "MedidasDeudores", recuerda ? 1 : 0);
+    store::saveSetting(s, "MedidasDeudores", remembers ? 1 : 0);
 }
 
-bool RecuerdaSegundoVencimiento(const Sesion &s)
+bool admin::remembersSecondExpiry(const Sesion &s)
 {
     const int n = s.configuracion["MedidasRevacDescont"].toInt();
     return n == 1 || n == -1;
 }
 
-void GuardarRecuerdaSegundoVencimiento(Sesion &s, bool recuerda)
+void admin::saveRemembersSecondExpiry(Sesion &s, bool remembers)
 {
-    GuardarAjuste(s, "MedidasRevacDescont", recuerda ? 1 : 0);
+    store::saveSetting(s, "MedidasRevacDescont", remembers ? 1 : 0);
 }

@@ -2,43 +2,39 @@
 
 #include "store/data_folder.h"
 #include "store/schema.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QFileInfo>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    RutaDelServidor = 2687,
-    Reinicie = 2732,
-    AccionCritica = 2763,
-    SinBases = 5058,
-    NoSePudoGuardar = 9622,
-};
-
 } // namespace
 
-bool ConectarTerminal(Sesion &s)
+bool admin::connectTerminal(Sesion &s)
 {
-    if (!s.dialogos.Pregunta(s(AccionCritica)))
+    if (!s.dialogos.Pregunta(s(text::CriticalAction)))
         return false;
-    const QString dada =
-        s.dialogos.PedirTexto(s(RutaDelServidor), s(RutaDelServidor)).value_or(QString()).trimmed();
-    if (dada.isEmpty())
+    const QString given = s.dialogos.PedirTexto(s(text::ServerPath), s(text::ServerPath))
+                              .value_or(QString())
+                              .trimmed();
+    if (given.isEmpty())
         return false;
     // Whole, because the next start may come from another folder.
-    const QString carpeta = QDir(QDir::fromNativeSeparators(dada)).absolutePath();
-    if (!QFileInfo(RutaBajo(carpeta, ArchivoDe(u"morvane"_s))).isFile()) {
-        s.dialogos.Mensaje(s(SinBases));
+    const QString folder = QDir(QDir::fromNativeSeparators(given)).absolutePath();
+    if (!QFileInfo(store::pathUnder(folder, store::fileOf(u"morvane"_s))).isFile()) {
+        s.dialogos.Mensaje(s(text::NoDatabasesInPath));
         return false;
     }
-    if (!EscribirRuta(s.carpetaDePrograma, carpeta)) {
-        s.dialogos.Mensaje(s(NoSePudoGuardar) + u'\n' + s.carpetaDePrograma);
+    if (!store::writePath(s.programFolder, folder)) {
+        s.dialogos.Mensaje(s(text::PathNotStored) + u'\n' + s.programFolder);
         return false;
     }
-    s.dialogos.Mensaje(s(Reinicie));
+    s.dialogos.Mensaje(s(text::RestartKelvara));
     return true;
 }

@@ -1,168 +1,158 @@
 #include "admin/users.h"
 
 #include "store/identifiers.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 
 #include <QRegularExpression>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Eliminar = 3,
-    NoSePuede = 29,
-    NombreNoValido = 30,
-    ValorNoValido = 31,
-    Usuario_ = 33,
-    PideNombre = 2607,
-    PideContrasena = 2608,
-    PideTipo = 2609,
-    SinApostrofe = 4624,
-    Agregar = 9727,
-    Comun_ = 9576,
-    Supervisor_ = 9577,
-};
-
-constexpr int Comun = 1;
+constexpr int Common = 1;
 constexpr int Supervisor = 2;
-constexpr int MayorUsuario = 255; // Usuarios.idu is a byte
+constexpr int HighestUser = 255; // Usuarios.idu is a byte
 
 /// Whether someone can enter under that name: it is compared as a pattern at the login.
-bool NombreServible(Sesion &s, const QString &nombre)
+bool usableName(Sesion &s, const QString &name)
 {
-    static const QRegularExpression comodines(u"[*?#\\[\\]]"_s);
-    return !nombre.contains(comodines) && nombre.size() <= s.morvane->Ancho("Usuarios", "nom")
-           && s.morvane->Leer("select count(*) from usuarios where nom = ?", nombre).toInt() == 0;
+    static const QRegularExpression wildcards(u"[*?#\\[\\]]"_s);
+    return !name.contains(wildcards) && name.size() <= s.morvane->widthOf("Usuarios", "nom")
+           && s.morvane->read("select count(*) from usuarios where nom = ?", name).toInt() == 0;
 }
 
-std::optional<QString> PedirNombre(Sesion &s)
+std::optional<QString> askName(Sesion &s)
 {
-    QString nombre;
+    QString name;
     for (;;) {
-        const auto dado = s.dialogos.PedirTexto(s(Usuario_), s(PideNombre), nombre);
-        nombre = dado.value_or(QString()).trimmed();
-        if (nombre.isEmpty())
+        const auto given = s.dialogos.PedirTexto(s(text::User), s(text::AskUserName), name);
+        name = given.value_or(QString()).trimmed();
+        if (name.isEmpty())
             return std::nullopt;
-        if (nombre.contains(u'\''))
-            s.dialogos.Mensaje(s(SinApostrofe));
-        else if (!NombreServible(s, nombre))
-            s.dialogos.Mensaje(s(NombreNoValido));
+        if (name.contains(u'\''))
+            s.dialogos.Mensaje(s(text::ApostropheRefused));
+        else if (!usableName(s, name))
+            s.dialogos.Mensaje(s(text::NameDuplicateOrInvalid));
         else
-            return nombre;
+            return name;
     }
 }
 
-std::optional<QString> PedirContrasena(Sesion &s)
+std::optional<QString> askPassword(Sesion &s)
 {
     for (;;) {
-        const auto dada = s.dialogos.PedirContrasena(s(Usuario_), s(PideContrasena));
-        if (!dada)
+        const auto given = s.dialogos.askPassword(s(text::User), s(text::AskUserPassword));
+        if (!given)
             return std::nullopt;
-        if (dada->contains(u'\''))
-            s.dialogos.Mensaje(s(SinApostrofe));
-        else if (dada->size() > s.morvane->Ancho("Usuarios", "up"))
-            s.dialogos.Mensaje(s(ValorNoValido)); // cut, it would never be typed right again
+        if (given->contains(u'\''))
+            s.dialogos.Mensaje(s(text::ApostropheRefused));
+        else if (given->size() > s.morvane->widthOf("Usuarios", "up"))
+            s.dialogos.Mensaje(s(text::InvalidValue)); // cut, it would never be typed right again
         else
-            return dada;
+            return given;
     }
 }
 
-std::optional<int> PedirTipo(Sesion &s)
+std::optional<int> askType(Sesion &s)
 {
-    QString tipo;
+    QString type;
     for (;;) {
-        const auto dado = s.dialogos.PedirTexto(s(Usuario_), s(PideTipo), tipo);
-        tipo = dado.value_or(QString()).trimmed();
-        if (tipo.isEmpty())
+        const auto given = s.dialogos.PedirTexto(s(text::User), s(text::AskUserType), type);
+        type = given.value_or(QString()).trimmed();
+        if (type.isEmpty())
             return std::nullopt;
-        if (tipo == u"1" || tipo == u"2")
-            return tipo == u"1" ? Comun : Supervisor;
-        s.dialogos.Mensaje(s(ValorNoValido));
+        if (type == u"1" || type == u"2")
+            return type == u"1" ? Common : Supervisor;
+        s.dialogos.Mensaje(s(text::InvalidValue));
     }
 }
 
-bool PuedeEliminar(Sesion &s, int idu)
+bool canDelete(Sesion &s, int idu)
 {
-    const QList<FilaDeUsuario> usuarios = LeerUsuarios(s);
-    int supervisores = 0;
-    bool loEs = false;
-    for (const FilaDeUsuario &u : usuarios) {
-        supervisores += u.ut == Supervisor;
-        loEs |= u.idu == idu && u.ut == Supervisor;
+    const QList<UserRow> usuarios = readUsers(s);
+    int supervisors = 0;
+    bool isIt = false;
+    for (const UserRow &u : usuarios) {
+        supervisors += u.ut == Supervisor;
+        isIt |= u.idu == idu && u.ut == Supervisor;
     }
-    return usuarios.size() >= 2 && !(loEs && supervisores == 1);
+    return usuarios.size() >= 2 && !(isIt && supervisors == 1);
 }
 
 } // namespace
 
-QList<FilaDeUsuario> LeerUsuarios(Sesion &s)
+QList<UserRow> admin::readUsers(Sesion &s)
 {
-    QList<FilaDeUsuario> filas;
+    QList<UserRow> rows;
     Recordset r = s.morvane->OpenSnapshot("SELECT * FROM Usuarios");
     for (; !r.EOF_(); r.MoveNext())
-        filas.append({r["idu"].toInt(), r["nom"].toText(), r["ut"].toInt()});
-    return filas;
+        rows.append({r["idu"].toInt(), r["nom"].toText(), r["ut"].toInt()});
+    return rows;
 }
 
-QString TextoDeTipo(const Sesion &s, int ut)
+QString admin::typeText(const Sesion &s, int ut)
 {
-    return ut == Comun ? s(Comun_) : ut == Supervisor ? s(Supervisor_) : QString();
+    return ut == Common       ? s(text::UsersCommon)
+           : ut == Supervisor ? s(text::UsersSupervisor)
+                              : QString();
 }
 
-std::optional<int> NuevoUsuario(Sesion &s)
+std::optional<int> admin::newUser(Sesion &s)
 {
-    if (s.configuracion["contadorUsuarios"].toInt() + 1 > MayorUsuario) {
-        s.dialogos.Mensaje(s(NoSePuede));
+    if (s.configuracion["contadorUsuarios"].toInt() + 1 > HighestUser) {
+        s.dialogos.Mensaje(s(text::UnableToPerform));
         return std::nullopt;
     }
-    if (!s.dialogos.Pregunta(s(Agregar)))
+    if (!s.dialogos.Pregunta(s(text::AddUserQuestion)))
         return std::nullopt;
-    const auto nombre = PedirNombre(s);
-    if (!nombre)
+    const auto name = askName(s);
+    if (!name)
         return std::nullopt;
-    const auto contrasena = PedirContrasena(s);
-    if (!contrasena)
+    const auto password = askPassword(s);
+    if (!password)
         return std::nullopt;
-    const auto tipo = PedirTipo(s);
-    if (!tipo)
+    const auto type = askType(s);
+    if (!type)
         return std::nullopt;
 
     Lote lote(s);
-    const int idu = TomarIdentificador(s, "contadorUsuarios", MayorUsuario);
-    s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (?, ?, ?, ?)", idu, *nombre,
-                       *contrasena, *tipo);
-    lote.Confirmar();
+    const int idu = store::takeIdentifier(s, "contadorUsuarios", HighestUser);
+    s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (?, ?, ?, ?)", idu, *name,
+                       *password, *type);
+    lote.commit();
     return idu;
 }
 
-bool EliminarUsuario(Sesion &s, int idu)
+bool admin::deleteUser(Sesion &s, int idu)
 {
-    if (!PuedeEliminar(s, idu)) {
-        s.dialogos.Mensaje(s(NoSePuede));
+    if (!canDelete(s, idu)) {
+        s.dialogos.Mensaje(s(text::UnableToPerform));
         return false;
     }
-    if (!s.dialogos.Pregunta(s(Eliminar)))
+    if (!s.dialogos.Pregunta(s(text::DeleteQuestion)))
         return false;
-    bool eliminado = false;
+    bool deleted = false;
     {
         // Another terminal may have deleted one while the question stood.
         Lote lote(s);
-        eliminado = PuedeEliminar(s, idu);
-        if (eliminado)
+        deleted = canDelete(s, idu);
+        if (deleted)
             s.morvane->Execute("delete * from usuarios where idu = ?", idu);
-        lote.Confirmar();
+        lote.commit();
     }
-    if (!eliminado)
-        s.dialogos.Mensaje(s(NoSePuede));
-    return eliminado;
+    if (!deleted)
+        s.dialogos.Mensaje(s(text::UnableToPerform));
+    return deleted;
 }
 
-bool ModificarContrasena(Sesion &s, int idu)
+bool admin::modifyPassword(Sesion &s, int idu)
 {
-    const auto contrasena = PedirContrasena(s);
-    if (!contrasena)
+    const auto password = askPassword(s);
+    if (!password)
         return false;
-    s.morvane->Execute("UPDATE Usuarios SET up = ? WHERE IDU = ?", *contrasena, idu);
+    s.morvane->Execute("UPDATE Usuarios SET up = ? WHERE IDU = ?", *password, idu);
     return true;
 }

@@ -4,10 +4,11 @@
 #include "agenda/frmturnos.h"
 #include "ui/form_registry.h"
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
-void RegistrarFormulariosDeAgenda(Sesion &s, Formularios &formularios)
+void agenda::registerAgendaForms(Sesion &s, ui::FormRegistry &forms)
 {
-    formularios.Registrar(u"frmagenda"_s, [&] { return new frmagenda(s, formularios); });
-    formularios.Registrar(u"frmTurnos"_s, [&] { return new frmTurnos(s); });
+    forms.enrol(u"frmagenda"_s, [&] { return new frmagenda(s, forms); });
+    forms.enrol(u"frmTurnos"_s, [&] { return new frmTurnos(s); });
 }

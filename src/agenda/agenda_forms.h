@@ -2,7 +2,18 @@
 #pragma once
 
 struct Sesion;
-class Formularios;
+
+namespace ui
+{
+
+class FormRegistry;
+
+} // namespace ui
+
+namespace agenda
+{
 
 /// Registers frmagenda and frmTurnos.
-void RegistrarFormulariosDeAgenda(Sesion &s, Formularios &formularios);
+void registerAgendaForms(Sesion &s, ui::FormRegistry &forms);
+
+} // namespace agenda

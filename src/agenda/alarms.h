@@ -3,5 +3,10 @@
 
 #include "store/session.h"
 
+namespace agenda
+{
+
 /// Fills the session's alarms with today's open tasks whose alarm is still to come.
-void CargarAlarmas(Sesion &s);
+void loadAlarms(Sesion &s);
+
+} // namespace agenda

@@ -3,117 +3,120 @@
 #include "agenda/day_sheet.h"
 #include "agenda/tasks.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
 
 #include <QRegularExpression>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { ResumenDeAgenda = 1309, ActualizarResumen = 1310, TareaDeUsuario = 1109 };
+constexpr int RowNearness = 15; // minutes
 
-constexpr int CategoriaDeServicios = 2;
-constexpr int CercaniaEnMinutos = 15;
-const QTime UltimaHoraImpresa(22, 15); // the sheet's last slot begins at 22:00
+constexpr int ServicesCategory = 2;
+const QTime LastPrintedHour(22, 15); // the sheet's last slot begins at 22:00
 
-void OfrecerImpresion(Sesion &s, const Turno &turno, bool diaVacio)
+void offerPrinting(Sesion &s, const Appointment &appointment, bool emptyDay)
 {
-    if (turno.dia != s.reloj.hoy || turno.hora >= UltimaHoraImpresa)
+    if (appointment.dia != s.reloj.hoy || appointment.hour >= LastPrintedHour)
         return;
-    if (diaVacio) {
-        if (s.dialogos.Pregunta(s(ResumenDeAgenda)))
+    if (emptyDay) {
+        if (s.dialogos.Pregunta(s(text::PrintSummaryQuestion)))
             ImprimirAgendaDia(s, true, s.reloj.hoy, {});
-    } else if (s.dialogos.Pregunta(s(ActualizarResumen))) {
-        ImprimirAgendaDia(s, false, s.reloj.hoy, turno.hora);
+    } else if (s.dialogos.Pregunta(s(text::UpdateSummaryQuestion))) {
+        ImprimirAgendaDia(s, false, s.reloj.hoy, appointment.hour);
     }
 }
 
 } // namespace
 
-std::vector<ConceptoDeTurno> ConceptosDeTurno(Sesion &s)
+std::vector<AppointmentConcept> agenda::appointmentConcepts(Sesion &s)
 {
-    std::vector<ConceptoDeTurno> conceptos;
+    std::vector<AppointmentConcept> items;
     Recordset r = s.finanzas->OpenSnapshot(
-        "select Ida, nom from articulos where idcat = ? order by nom", CategoriaDeServicios);
+        "select Ida, nom from articulos where idcat = ? order by nom", ServicesCategory);
     for (; !r.EOF_(); r.MoveNext())
-        conceptos.push_back({r["Ida"].toInt(), r["nom"].toText()});
-    conceptos.push_back({TipoTarea::TareaDeUsuario, s(TareaDeUsuario)});
-    return conceptos;
+        items.push_back({r["Ida"].toInt(), r["nom"].toText()});
+    items.push_back({TaskKind::UserTask, s(text::UserTask)});
+    return items;
 }
 
-bool LlevaRecordatorio(Sesion &s, const Turno &turno)
+bool agenda::carriesReminder(Sesion &s, const Appointment &appointment)
 {
-    if (turno.concepto == TipoTarea::TareaDeUsuario || turno.idm <= 0)
+    if (appointment.item == TaskKind::UserTask || appointment.idm <= 0)
         return false; // there is nobody to remind
-    if (turno.recordar)
+    if (appointment.remind)
         return true;
     if (s.configuracion["AutRecordatorioCitasOlvida"].toInt() != 1)
         return false;
-    const int tipo =
-        s.finanzas->Leer("SELECT Tipo FROM Servicios WHERE Ida = ?", turno.concepto).toInt();
-    if (tipo != 1 && tipo != 3)
+    const int type =
+        s.finanzas->read("SELECT Tipo FROM Servicios WHERE Ida = ?", appointment.item).toInt();
+    if (type != 1 && type != 3)
         return false;
-    const int idc = LeerCampo(s, "clientes", "mascotas", turno.idm, "idc").toInt();
-    Recordset &clientes = s.listas.clientes;
+    const int idc = LeerCampo(s, "clientes", "mascotas", appointment.idm, "idc").toInt();
+    Recordset &clientes = s.lists.clientes;
     clientes.FindFirst("idc = ?", idc);
     return !clientes.NoMatch() && clientes["Perfil4"].toBool();
 }
 
-int Agendar(Sesion &s, const Turno &turno)
+int agenda::book(Sesion &s, const Appointment &appointment)
 {
-    const bool deUsuario = turno.concepto == TipoTarea::TareaDeUsuario;
-    const bool diaVacio =
-        s.morvane->Leer("select top 1 id from TareasAgenda where dia = ? and (tip > 0)", turno.dia)
-            .EsNulo();
-    Tarea tarea;
-    tarea.tip = deUsuario ? TipoTarea::TareaDeUsuario : qAbs(turno.concepto);
-    tarea.ida = deUsuario ? s.usuario.idu : turno.idm;
-    tarea.dia = turno.dia;
-    tarea.hor = turno.hora;
-    tarea.ala = turno.alarma;
-    tarea.medio = LlevaRecordatorio(s, turno) ? 1 : 0;
-    tarea.fcreacion = s.reloj.hoy;
-    tarea.des = QuitarApostrofes(turno.descripcion);
+    const bool user = appointment.item == TaskKind::UserTask;
+    const bool emptyDay =
+        s.morvane
+            ->read("select top 1 id from TareasAgenda where dia = ? and (tip > 0)", appointment.dia)
+            .isNull();
+    Task task;
+    task.tip = user ? TaskKind::UserTask : qAbs(appointment.item);
+    task.ida = user ? s.user.idu : appointment.idm;
+    task.dia = appointment.dia;
+    task.hor = appointment.hour;
+    task.ala = appointment.alarm;
+    task.medio = carriesReminder(s, appointment) ? 1 : 0;
+    task.fcreacion = s.reloj.hoy;
+    task.des = QuitarApostrofes(appointment.description);
 
     Lote lote(s);
-    const int id = AgregarTarea(s, tarea);
-    if (!deUsuario)
-        s.clientes->Execute("update mascotas set tarea = -1 where idm = ?", turno.idm);
-    lote.Confirmar();
-    if (!deUsuario)
-        OfrecerImpresion(s, turno, diaVacio);
+    const int id = AgregarTarea(s, task);
+    if (!user)
+        s.clientes->Execute("update mascotas set tarea = -1 where idm = ?", appointment.idm);
+    lote.commit();
+    if (!user)
+        offerPrinting(s, appointment, emptyDay);
     return id;
 }
 
-int FilaCercana(const std::vector<TareaDelDia> &turnos, QTime hora)
+int agenda::nearestRow(const std::vector<DayTask> &appointments, QTime hour)
 {
-    const auto fila = [&](int cercania) {
-        for (size_t i = 0; i < turnos.size(); ++i)
-            if (turnos[i].hor.isValid() && qAbs(turnos[i].hor.secsTo(hora)) <= cercania * 60)
+    const auto row = [&](int nearness) {
+        for (size_t i = 0; i < appointments.size(); ++i)
+            if (appointments[i].hor.isValid()
+                && qAbs(appointments[i].hor.secsTo(hour)) <= nearness * 60)
                 return int(i);
         return -1;
     };
-    const int exacta = fila(0);
-    return exacta >= 0 ? exacta : fila(CercaniaEnMinutos);
+    const int exact = row(0);
+    return exact >= 0 ? exact : row(RowNearness);
 }
 
-int FilaDeArriba(int fila) { return fila >= 2 ? fila - 1 : fila; }
+int agenda::rowAbove(int row) { return row >= 2 ? row - 1 : row; }
 
-QTime HoraEscrita(const QString &texto)
+QTime agenda::typedHour(const QString &text)
 {
-    static const QRegularExpression forma(
+    static const QRegularExpression pattern(
         u"^\\s*(\\d{1,2})(?:\\s*[:.,hH]?\\s*(\\d{2})(?:\\s*[:.]\\s*\\d{2})?)?\\s*[hH]?\\s*"
         u"(?:([aApP])\\.?\\s*[mM]\\.?)?\\s*$"_s,
         QRegularExpression::UseUnicodePropertiesOption);
-    const QRegularExpressionMatch m = forma.match(texto);
+    const QRegularExpressionMatch m = pattern.match(text);
     if (!m.hasMatch())
         return {};
-    int hora = m.captured(1).toInt();
-    if (const QString mitad = m.captured(3).toLower(); !mitad.isEmpty()) {
-        if (hora < 1 || hora > 12)
+    int hour = m.captured(1).toInt();
+    if (const QString half = m.captured(3).toLower(); !half.isEmpty()) {
+        if (hour < 1 || hour > 12)
             return {};
-        hora = hora % 12 + (mitad == u"p" ? 12 : 0);
+        hour = hour % 12 + (half == u"p" ? 12 : 0);
     }
-    return {hora, m.captured(2).toInt()};
+    return {hour, m.captured(2).toInt()};
 }

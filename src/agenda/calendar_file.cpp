@@ -5,96 +5,95 @@
 
 #include <QSaveFile>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QByteArray Escapado(QString texto)
+QByteArray escaped(QString text)
 {
-    texto.replace(u'\\', u"\\\\"_s).replace(u';', u"\\;"_s).replace(u',', u"\\,"_s);
-    texto.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u'\n', u"\\n"_s);
-    texto.removeIf([](QChar c) { return c < u' '; });
-    return texto.toUtf8();
+    text.replace(u'\\', u"\\\\"_s).replace(u';', u"\\;"_s).replace(u',', u"\\,"_s);
+    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u'\n', u"\\n"_s);
+    text.removeIf([](QChar c) { return c < u' '; });
+    return text.toUtf8();
 }
 
 // A line ends after 75 bytes; what follows stands behind a blank. No letter is cut in two.
-void PonerLinea(QByteArray &salida, QByteArray linea)
+void setLine(QByteArray &exit, QByteArray line)
 {
-    constexpr qsizetype Ancho = 73;
-    while (linea.size() > Ancho) {
-        qsizetype corte = Ancho;
-        while (corte > 0 && (uchar(linea[corte]) & 0xc0) == 0x80)
-            --corte;
-        salida += linea.first(corte) + "\r\n";
-        linea = ' ' + linea.sliced(corte);
+    constexpr qsizetype widthOf = 73;
+    while (line.size() > widthOf) {
+        qsizetype cut = widthOf;
+        while (cut > 0 && (uchar(line[cut]) & 0xc0) == 0x80)
+            --cut;
+        exit += line.first(cut) + "\r\n";
+        line = ' ' + line.sliced(cut);
     }
-    salida += linea + "\r\n";
+    exit += line + "\r\n";
 }
 
-QByteArray Momento(QDate dia, QTime hora)
+QByteArray moment(QDate dia, QTime hour)
 {
-    return (dia.toString(u"yyyyMMdd") + u'T' + hora.toString(u"HHmmss")).toLatin1();
+    return (dia.toString(u"yyyyMMdd") + u'T' + hour.toString(u"HHmmss")).toLatin1();
 }
 
 /// A reminder as far from the hour as the alarm is.
-void PonerAlarma(QByteArray &salida, const TareaDelDia &t, const QByteArray &titulo)
+void setAlarm(QByteArray &exit, const DayTask &t, const QByteArray &title)
 {
     if (!t.ala.isValid() || !t.hor.isValid())
         return;
-    const int minutos = t.hor.secsTo(t.ala) / 60;
-    PonerLinea(salida, "BEGIN:VALARM");
-    PonerLinea(salida, "ACTION:DISPLAY");
-    PonerLinea(salida, "DESCRIPTION:" + titulo);
-    PonerLinea(salida, QByteArray(minutos < 0 ? "TRIGGER:-PT" : "TRIGGER:PT")
-                           + QByteArray::number(qAbs(minutos)) + 'M');
-    PonerLinea(salida, "END:VALARM");
+    const int minutes = t.hor.secsTo(t.ala) / 60;
+    setLine(exit, "BEGIN:VALARM");
+    setLine(exit, "ACTION:DISPLAY");
+    setLine(exit, "DESCRIPTION:" + title);
+    setLine(exit, QByteArray(minutes < 0 ? "TRIGGER:-PT" : "TRIGGER:PT")
+                      + QByteArray::number(qAbs(minutes)) + 'M');
+    setLine(exit, "END:VALARM");
 }
 
 } // namespace
 
-QByteArray ComoCalendario(Sesion &s, const std::vector<TareaDelDia> &tareas)
+QByteArray agenda::asCalendar(Sesion &s, const std::vector<DayTask> &tasks)
 {
-    QByteArray salida;
-    PonerLinea(salida, "BEGIN:VCALENDAR");
-    PonerLinea(salida, "VERSION:2.0");
-    PonerLinea(salida,
-               "PRODID:-//Kelvara//Agenda//" + CodigoDeIdioma(s.textos.idioma()).toLatin1());
-    const QByteArray ahora =
-        Momento(s.reloj.ahora().toUTC().date(), s.reloj.ahora().toUTC().time());
-    for (const TareaDelDia &t : tareas) {
-        PonerLinea(salida, "BEGIN:VEVENT");
-        PonerLinea(salida, "UID:" + QByteArray::number(t.id) + '-'
-                               + t.creada.toString(u"yyyyMMdd").toLatin1() + "@kelvara");
-        PonerLinea(salida, "DTSTAMP:" + ahora + 'Z');
+    QByteArray exit;
+    setLine(exit, "BEGIN:VCALENDAR");
+    setLine(exit, "VERSION:2.0");
+    setLine(exit,
+            "PRODID:-//Kelvara//Agenda//" + store::languageCode(s.texts.language()).toLatin1());
+    const QByteArray now = moment(s.reloj.now().toUTC().date(), s.reloj.now().toUTC().time());
+    for (const DayTask &t : tasks) {
+        setLine(exit, "BEGIN:VEVENT");
+        setLine(exit, "UID:" + QByteArray::number(t.id) + '-'
+                          + t.created.toString(u"yyyyMMdd").toLatin1() + "@kelvara");
+        setLine(exit, "DTSTAMP:" + now + 'Z');
         if (t.hor.isValid()) {
             // Counted without a time zone: a day has no hour that is missing or comes twice.
-            const QDateTime fin = QDateTime(t.dia, t.hor, Qt::UTC).addSecs(t.minutos * 60);
-            PonerLinea(salida, "DTSTART:" + Momento(t.dia, t.hor));
-            PonerLinea(salida, "DTEND:" + Momento(fin.date(), fin.time()));
+            const QDateTime fin = QDateTime(t.dia, t.hor, Qt::UTC).addSecs(t.minutes * 60);
+            setLine(exit, "DTSTART:" + moment(t.dia, t.hor));
+            setLine(exit, "DTEND:" + moment(fin.date(), fin.time()));
         } else {
-            PonerLinea(salida, "DTSTART;VALUE=DATE:" + t.dia.toString(u"yyyyMMdd").toLatin1());
+            setLine(exit, "DTSTART;VALUE=DATE:" + t.dia.toString(u"yyyyMMdd").toLatin1());
         }
         // A user's note says more than "User task" does.
-        const QString asunto = t.tip == TipoTarea::TareaDeUsuario ? t.des : t.paciente;
-        const QByteArray titulo =
-            Escapado(asunto.isEmpty() ? t.concepto : t.concepto + u" - "_s + asunto);
-        PonerLinea(salida, "SUMMARY:" + titulo);
-        PonerLinea(salida, "DESCRIPTION:" + Escapado(t.detalle));
-        if (!s.clinica.dir.isEmpty())
-            PonerLinea(salida, "LOCATION:" + Escapado(s.clinica.dir));
-        PonerAlarma(salida, t, titulo);
-        PonerLinea(salida, "END:VEVENT");
+        const QString subject = t.tip == TaskKind::UserTask ? t.des : t.patient;
+        const QByteArray title = escaped(subject.isEmpty() ? t.item : t.item + u" - "_s + subject);
+        setLine(exit, "SUMMARY:" + title);
+        setLine(exit, "DESCRIPTION:" + escaped(t.detail));
+        if (!s.clinic.dir.isEmpty())
+            setLine(exit, "LOCATION:" + escaped(s.clinic.dir));
+        setAlarm(exit, t, title);
+        setLine(exit, "END:VEVENT");
     }
-    PonerLinea(salida, "END:VCALENDAR");
-    return salida;
+    setLine(exit, "END:VCALENDAR");
+    return exit;
 }
 
-void GuardarCalendario(Sesion &s, const std::vector<TareaDelDia> &tareas, const QString &archivo)
+void agenda::saveCalendar(Sesion &s, const std::vector<DayTask> &tasks, const QString &file)
 {
-    QSaveFile destino(archivo);
-    const QByteArray texto = ComoCalendario(s, tareas);
-    if (!destino.open(QIODevice::WriteOnly) || destino.write(texto) != texto.size()
-        || !destino.flush() || !destino.commit())
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, destino.errorString());
+    QSaveFile target(file);
+    const QByteArray text = asCalendar(s, tasks);
+    if (!target.open(QIODevice::WriteOnly) || target.write(text) != text.size() || !target.flush()
+        || !target.commit())
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, target.errorString());
 }

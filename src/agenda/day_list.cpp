@@ -4,348 +4,339 @@
 #include "agenda/tasks.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 
 #include <QLocale>
 #include <algorithm>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    NoDisponible = 1,
-    Eliminar = 3,
-    Cliente = 14,
-    Telefonos = 15,
-    DeseaPostergar = 1124,
-    DeCliente = 9900,
-    DePaciente = 9901,
-    VariasTareas = 9990,
-};
+constexpr int MinutesWithoutDuration = 30; // of what has no length of its own
 
-constexpr int MinutosSinDuracion = 30; // of what has no length of its own
-constexpr int MinutosDelDia = 24 * 60;
-
-int MinutosDe(Sesion &s, int tip)
+int minutesOf(Sesion &s, int tip)
 {
     if (tip <= 0)
-        return MinutosSinDuracion;
-    const int minutos = s.finanzas->Leer("SELECT tiempo FROM Servicios WHERE Ida = ?", tip).toInt();
-    return minutos > 0 ? std::min(minutos, MinutosDelDia) : MinutosSinDuracion;
+        return MinutesWithoutDuration;
+    const int minutes = s.finanzas->read("SELECT tiempo FROM Servicios WHERE Ida = ?", tip).toInt();
+    return minutes > 0 ? std::min(minutes, DayMinutes) : MinutesWithoutDuration;
 }
 
 /// A stored task: where it stands, and what its alarm needs to know.
-struct Anotada {
-    Sitio sitio;
+struct Noted {
+    Spot spot;
     int tip = 0, ida = 0;
     bool est = false;
 };
 
-std::optional<Anotada> Leer(Sesion &s, int id)
+std::optional<Noted> read(Sesion &s, int id)
 {
     const Recordset r = s.morvane->OpenSnapshot(
         "select tip,ida,dia,hor,ala,est from TareasAgenda where id = ?", id);
     if (r.EOF_())
         return std::nullopt;
-    return Anotada{{id, r["dia"].toDate(), r["hor"].toTime(), r["ala"].toTime()},
-                   r["tip"].toInt(),
-                   r["ida"].toInt(),
-                   r["est"].toBool()};
+    return Noted{{id, r["dia"].toDate(), r["hor"].toTime(), r["ala"].toTime()},
+                 r["tip"].toInt(),
+                 r["ida"].toInt(),
+                 r["est"].toBool()};
 }
 
-void Escribir(Sesion &s, const Sitio &a)
+void write(Sesion &s, const Spot &a)
 {
     s.morvane->Execute("UPDATE TareasAgenda SET Dia = ?, hor = ?, ala = ? WHERE id = ?", a.dia,
                        a.hor, a.ala, a.id);
 }
 
 /// An alarm as far from the new hour as it was from the old one, within the day.
-QTime Corrida(QTime ala, QTime de, QTime a)
+QTime DayRun(QTime ala, QTime de, QTime a)
 {
     if (!ala.isValid() || !de.isValid())
         return ala;
-    const int minutos = (ala.msecsSinceStartOfDay() + de.msecsTo(a)) / 60000;
-    return QTime(0, 0).addSecs(std::clamp(minutos, 0, MinutosDelDia - 1) * 60);
+    const int minutes = (ala.msecsSinceStartOfDay() + de.msecsTo(a)) / 60000;
+    return QTime(0, 0).addSecs(std::clamp(minutes, 0, DayMinutes - 1) * 60);
 }
 
 /// Has the session ring for a task where it stands now; a day that is none silences it. What has
 /// rung at that time does not ring twice. A task that is done has no alarm to follow it: its own
 /// may have been left to another task of the same time and kind.
-void SeguirAlarma(Sesion &s, const Anotada &t)
+void followAlarm(Sesion &s, const Noted &t)
 {
     if (t.est)
         return;
-    const QTime ala = t.sitio.dia == s.reloj.hoy ? t.sitio.ala : QTime();
-    const auto suya = [&t](const Alarma &a) { return a.tarea == t.sitio.id; };
-    const bool suena = ala.isValid() && std::ranges::none_of(s.Alarmas, [&](const Alarma &a) {
-                           return suya(a) && a.atendida && a.hora == ala;
+    const QTime ala = t.spot.dia == s.reloj.hoy ? t.spot.ala : QTime();
+    const auto its = [&t](const store::Alarm &a) { return a.task == t.spot.id; };
+    const bool rings = ala.isValid() && std::ranges::none_of(s.Alarmas, [&](const store::Alarm &a) {
+                           return its(a) && a.attended && a.hour == ala;
                        });
-    const auto espera =
-        std::ranges::find_if(s.Alarmas, [&](const Alarma &a) { return suya(a) && !a.atendida; });
-    if (espera == s.Alarmas.end()) {
-        if (suena)
-            s.Alarmas.push_back({ala, t.tip, false, std::nullopt, t.sitio.id});
-    } else if (suena) {
-        espera->hora = ala;
+    const auto wait = std::ranges::find_if(
+        s.Alarmas, [&](const store::Alarm &a) { return its(a) && !a.attended; });
+    if (wait == s.Alarmas.end()) {
+        if (rings)
+            s.Alarmas.push_back({ala, t.tip, false, std::nullopt, t.spot.id});
+    } else if (rings) {
+        wait->hour = ala;
     } else {
-        s.Alarmas.erase(espera);
+        s.Alarmas.erase(wait);
     }
 }
 
-void PonerDetalle(Sesion &s, TareaDelDia &t, Fichero &fichero)
+void setDetail(Sesion &s, DayTask &t, Register &register_)
 {
-    const QString hora = t.hor.isValid() ? HoraLarga(t.hor) : QString();
+    const QString hour = t.hor.isValid() ? longHour(t.hor) : QString();
     // A user's note is what his task is about, so it stands below the hour.
-    QStringList lineas{hora, t.des};
-    if (t.tip == TipoTarea::Racion)
-        lineas = {(hora + u' ' + t.des).trimmed()};
-    if (SujetoDeTarea(t.tip) == Sujeto::Paciente) {
-        const Fichero::Paciente &p = fichero.DePaciente(s, t.ida);
-        t.paciente = p.nom;
-        t.cliente = p.cliente;
-        t.telefonos = p.telefonos;
-        lineas << p.nom;
-        if (!p.cliente.isEmpty())
-            lineas << s(Cliente) + u": "_s + p.cliente;
-        if (!p.telefonos.isEmpty())
-            lineas << s(Telefonos) + u": "_s + p.telefonos;
+    QStringList lines{hour, t.des};
+    if (t.tip == TaskKind::Ration)
+        lines = {(hour + u' ' + t.des).trimmed()};
+    if (taskSubject(t.tip) == Subject::Patient) {
+        const Register::Patient &p = register_.OfPatient(s, t.ida);
+        t.patient = p.nom;
+        t.client = p.client;
+        t.telephones = p.telephones;
+        lines << p.nom;
+        if (!p.client.isEmpty())
+            lines << s(text::Client) + u": "_s + p.client;
+        if (!p.telephones.isEmpty())
+            lines << s(text::Phones) + u": "_s + p.telephones;
     }
-    lineas.removeAll(QString());
-    t.detalle = lineas.join(u'\n');
+    lines.removeAll(QString());
+    t.detail = lines.join(u'\n');
 }
 
-std::vector<TareaDelDia> LeerTareas(Sesion &s, Recordset r, Fichero &fichero)
+std::vector<DayTask> readTasks(Sesion &s, Recordset r, Register &register_)
 {
-    fichero.PonerAlDia(s);
-    std::vector<TareaDelDia> tareas;
+    register_.bringUpToDate(s);
+    std::vector<DayTask> tasks;
     for (; !r.EOF_(); r.MoveNext()) {
-        TareaDelDia t;
+        DayTask t;
         t.id = r["id"].toInt();
         t.tip = r["tip"].toInt();
         t.ida = r["ida"].toInt();
         t.dia = r["dia"].toDate();
-        t.creada = r["fcreacion"].toDate();
+        t.created = r["fcreacion"].toDate();
         t.hor = r["hor"].toTime();
         t.ala = r["ala"].toTime();
         t.est = r["est"].toBool();
         t.des = r["des"].toText();
-        const Fichero::Concepto &c = fichero.DeConcepto(s, t.tip, r["artaux"].toLong());
-        t.concepto = c.nom;
-        t.icono = c.icono;
-        t.minutos = c.minutos;
-        PonerDetalle(s, t, fichero);
-        tareas.push_back(std::move(t));
+        const Register::Item &c = register_.ofItem(s, t.tip, r["artaux"].toLong());
+        t.item = c.nom;
+        t.icon = c.icon;
+        t.minutes = c.minutes;
+        setDetail(s, t, register_);
+        tasks.push_back(std::move(t));
     }
-    return tareas;
+    return tasks;
 }
 
 /// What a question is about: the hour, concept and patient or note of one task, the number of
 /// several.
-QString Nombradas(Sesion &s, const QList<int> &ids)
+QString named(Sesion &s, const QList<int> &ids)
 {
     if (ids.size() > 1)
-        return s(VariasTareas).arg(ids.size());
-    Fichero fichero;
-    const std::vector<TareaDelDia> tareas = LeerTareas(
+        return s(text::NumberOfTasks).arg(ids.size());
+    Register register_;
+    const std::vector<DayTask> tasks = readTasks(
         s, s.morvane->OpenSnapshot("select * from TareasAgenda where id = ?", ids.first()),
-        fichero);
-    if (tareas.empty())
+        register_);
+    if (tasks.empty())
         return {};
-    const TareaDelDia &t = tareas.front();
-    QStringList partes{t.concepto, t.paciente.isEmpty() ? t.des.simplified() : t.paciente};
-    partes.removeAll(QString());
-    const QString hora = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u"  "_s : QString();
-    return hora + partes.join(u", "_s);
+    const DayTask &t = tasks.front();
+    QStringList parts{t.item, t.patient.isEmpty() ? t.des.simplified() : t.patient};
+    parts.removeAll(QString());
+    const QString hour = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u"  "_s : QString();
+    return hour + parts.join(u", "_s);
 }
 
 } // namespace
 
-void Fichero::PonerAlDia(Sesion &s)
+void Register::bringUpToDate(Sesion &s)
 {
-    const QList<qint64> versiones{s.clientes->Version("clientes"), s.clientes->Version("mascotas"),
-                                  s.finanzas->Version("articulos"),
-                                  s.finanzas->Version("Servicios"),
-                                  s.finanzas->Version("FLCategorias")};
-    if (versiones == m_versiones)
+    const QList<qint64> versions{s.clientes->version("clientes"), s.clientes->version("mascotas"),
+                                 s.finanzas->version("articulos"), s.finanzas->version("Servicios"),
+                                 s.finanzas->version("FLCategorias")};
+    if (versions == m_versions)
         return;
-    m_versiones = versiones;
-    m_pacientes.clear();
-    m_conceptos.clear();
+    m_versions = versions;
+    m_patients.clear();
+    m_concepts.clear();
 }
 
-const Fichero::Paciente &Fichero::DePaciente(Sesion &s, int idm)
+const Register::Patient &Register::OfPatient(Sesion &s, int idm)
 {
-    if (const auto conocido = m_pacientes.constFind(idm); conocido != m_pacientes.constEnd())
-        return *conocido;
+    if (const auto known = m_patients.constFind(idm); known != m_patients.constEnd())
+        return *known;
     const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
-    return *m_pacientes.insert(idm, {LeerCampo(s, "clientes", "mascotas", idm, "nom"),
-                                     LeerCampo(s, "clientes", "clientes", idc, "ayn"),
-                                     TelefonosCliente(s, idc)});
+    return *m_patients.insert(idm, {LeerCampo(s, "clientes", "mascotas", idm, "nom"),
+                                    LeerCampo(s, "clientes", "clientes", idc, "ayn"),
+                                    TelefonosCliente(s, idc)});
 }
 
-const Fichero::Concepto &Fichero::DeConcepto(Sesion &s, int tip, qint64 artaux)
+const Register::Item &Register::ofItem(Sesion &s, int tip, qint64 artaux)
 {
-    const auto clave = std::pair(tip, artaux);
-    if (const auto conocido = m_conceptos.constFind(clave); conocido != m_conceptos.constEnd())
-        return *conocido;
-    const QString nom = ConceptoDeTarea(s, tip, artaux);
-    return *m_conceptos.insert(clave, {nom, IconoDeAgenda(s, nom), MinutosDe(s, tip)});
+    const auto key = std::pair(tip, artaux);
+    if (const auto known = m_concepts.constFind(key); known != m_concepts.constEnd())
+        return *known;
+    const QString nom = taskConcept(s, tip, artaux);
+    return *m_concepts.insert(key, {nom, agendaIcon(s, nom), minutesOf(s, tip)});
 }
 
-std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia, Fichero &fichero)
+std::vector<DayTask> agenda::dayTasks(Sesion &s, QDate dia, Register &register_)
 {
-    return LeerTareas(s,
-                      s.morvane->OpenSnapshot("select * from TareasAgenda where dia = ? and ((tip "
-                                              "> 0 OR tip = -100) OR (tip = -47)) order by hor",
-                                              dia),
-                      fichero);
+    return readTasks(s,
+                     s.morvane->OpenSnapshot("select * from TareasAgenda where dia = ? and ((tip "
+                                             "> 0 OR tip = -100) OR (tip = -47)) order by hor",
+                                             dia),
+                     register_);
 }
 
-std::vector<TareaDelDia> TareasDelDia(Sesion &s, QDate dia)
+std::vector<DayTask> agenda::dayTasks(Sesion &s, QDate dia)
 {
-    Fichero fichero;
-    return TareasDelDia(s, dia, fichero);
+    Register register_;
+    return dayTasks(s, dia, register_);
 }
 
-std::vector<TareaDelDia> TurnosDelDia(Sesion &s, QDate dia)
+std::vector<DayTask> agenda::dayAppointments(Sesion &s, QDate dia)
 {
-    Fichero fichero;
-    return LeerTareas(
+    Register register_;
+    return readTasks(
         s,
         s.morvane->OpenSnapshot(
             "select * from TareasAgenda where dia = ? and (tip > 0) order by hor", dia),
-        fichero);
+        register_);
 }
 
-std::vector<TareaDeKelvara> TareasDeKelvara(Sesion &s)
+std::vector<KelvaraTask> agenda::kelvaraTasks(Sesion &s)
 {
-    std::vector<TareaDeKelvara> tareas;
+    std::vector<KelvaraTask> tasks;
     Recordset r = s.morvane->OpenSnapshot(
         "select * from TareasAgenda where fcreacion = ? and (medio = 1 or medio = 2 or medio = 3) "
         "and (Tip < 0 and Tip <> -47)",
         s.reloj.hoy);
     for (; !r.EOF_(); r.MoveNext()) {
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
-        TareaDeKelvara t;
-        t.motivo = ConceptoDeTarea(s, tip, 0);
-        if (SujetoDeTarea(tip) == Sujeto::Paciente)
-            t.destinatario = s(DePaciente) + LeerCampo(s, "clientes", "mascotas", ida, "nom");
-        else if (SujetoDeTarea(tip) == Sujeto::Cliente)
-            t.destinatario = s(DeCliente) + LeerCampo(s, "clientes", "clientes", ida, "ayn");
-        t.medio = MedioEnPalabras(s, r["medio"].toInt());
-        t.realizada = !r["fmedio"].EsNulo();
-        tareas.push_back(std::move(t));
+        KelvaraTask t;
+        t.reason = taskConcept(s, tip, 0);
+        if (taskSubject(tip) == Subject::Patient)
+            t.addressee =
+                s(text::DayListPatient) + LeerCampo(s, "clientes", "mascotas", ida, "nom");
+        else if (taskSubject(tip) == Subject::Client)
+            t.addressee = s(text::DayListClient) + LeerCampo(s, "clientes", "clientes", ida, "ayn");
+        t.medio = channelInWords(s, r["medio"].toInt());
+        t.done = !r["fmedio"].isNull();
+        tasks.push_back(std::move(t));
     }
-    return tareas;
+    return tasks;
 }
 
-bool PuedeMoverTareas(Sesion &s)
+bool agenda::canMoveTasks(Sesion &s)
 {
-    if (s.usuario.EsComun())
-        s.dialogos.Mensaje(s(NoDisponible));
-    return !s.usuario.EsComun();
+    if (s.user.isCommon())
+        s.dialogos.Mensaje(s(text::FeatureNotAvailable));
+    return !s.user.isCommon();
 }
 
-QList<int> EnSuSentido(QList<int> filas, int actual)
+QList<int> agenda::inItsDirection(QList<int> rows, int current)
 {
-    if (filas.size() > 1 && actual == filas.first())
-        std::ranges::reverse(filas);
-    return filas;
+    if (rows.size() > 1 && current == rows.first())
+        std::ranges::reverse(rows);
+    return rows;
 }
 
-std::optional<std::vector<Sitio>> PasarTareas(Sesion &s, const QList<int> &ids, QDate dia)
+std::optional<std::vector<Spot>> agenda::passTasks(Sesion &s, const QList<int> &ids, QDate dia)
 {
-    if (!PuedeMoverTareas(s) || ids.isEmpty() || !dia.isValid()
-        || !s.dialogos.Pregunta(s(DeseaPostergar) + u"\n\n"_s + Nombradas(s, ids) + u"\n→ "_s
+    if (!canMoveTasks(s) || ids.isEmpty() || !dia.isValid()
+        || !s.dialogos.Pregunta(s(text::DelayTasksQuestion) + u"\n\n"_s + named(s, ids) + u"\n→ "_s
                                 + QLocale().toString(dia, QLocale::LongFormat)))
         return std::nullopt;
-    std::vector<Destino> destinos;
+    std::vector<Target> targets;
     for (const int id : ids)
-        destinos.push_back({id, dia, {}});
-    return MoverTareas(s, destinos);
+        targets.push_back({id, dia, {}});
+    return moveTasks(s, targets);
 }
 
-std::vector<Sitio> MoverTareas(Sesion &s, const std::vector<Destino> &destinos)
+std::vector<Spot> agenda::moveTasks(Sesion &s, const std::vector<Target> &targets)
 {
-    std::vector<Sitio> antes;
-    if (!PuedeMoverTareas(s))
-        return antes;
-    std::vector<Anotada> movidas;
+    std::vector<Spot> before;
+    if (!canMoveTasks(s))
+        return before;
+    std::vector<Noted> moved;
     Lote lote(s);
-    for (const Destino &d : destinos) {
-        auto tarea = Leer(s, d.id);
-        if (!tarea || !d.dia.isValid())
+    for (const Target &d : targets) {
+        auto task = read(s, d.id);
+        if (!task || !d.dia.isValid())
             continue;
-        Sitio &sitio = tarea->sitio;
-        antes.push_back(sitio);
-        sitio.dia = d.dia;
-        if (d.hora.isValid()) {
-            sitio.ala = Corrida(sitio.ala, sitio.hor, d.hora);
-            sitio.hor = d.hora;
+        Spot &spot = task->spot;
+        before.push_back(spot);
+        spot.dia = d.dia;
+        if (d.hour.isValid()) {
+            spot.ala = DayRun(spot.ala, spot.hor, d.hour);
+            spot.hor = d.hour;
         }
-        Escribir(s, sitio);
-        movidas.push_back(*tarea);
+        write(s, spot);
+        moved.push_back(*task);
     }
-    lote.Confirmar();
-    for (const Anotada &tarea : movidas)
-        SeguirAlarma(s, tarea);
-    return antes;
+    lote.commit();
+    for (const Noted &task : moved)
+        followAlarm(s, task);
+    return before;
 }
 
-bool DevolverTareas(Sesion &s, const std::vector<Sitio> &sitios)
+bool agenda::giveBackTasks(Sesion &s, const std::vector<Spot> &spots)
 {
-    if (!PuedeMoverTareas(s))
+    if (!canMoveTasks(s))
         return false;
-    std::vector<Anotada> devueltas;
+    std::vector<Noted> returned;
     Lote lote(s);
-    for (const Sitio &sitio : sitios)
-        if (auto tarea = Leer(s, sitio.id)) {
-            tarea->sitio = sitio;
-            Escribir(s, sitio);
-            devueltas.push_back(*tarea);
+    for (const Spot &spot : spots)
+        if (auto task = read(s, spot.id)) {
+            task->spot = spot;
+            write(s, spot);
+            returned.push_back(*task);
         }
-    lote.Confirmar();
-    for (const Anotada &tarea : devueltas)
-        SeguirAlarma(s, tarea);
-    return !devueltas.empty();
+    lote.commit();
+    for (const Noted &task : returned)
+        followAlarm(s, task);
+    return !returned.empty();
 }
 
-bool EliminarTareas(Sesion &s, const QList<int> &ids)
+bool agenda::deleteTasks(Sesion &s, const QList<int> &ids)
 {
-    if (!PuedeMoverTareas(s) || ids.isEmpty()
-        || !s.dialogos.Pregunta(s(Eliminar) + u"\n\n"_s + Nombradas(s, ids)))
+    if (!canMoveTasks(s) || ids.isEmpty()
+        || !s.dialogos.Pregunta(s(text::DeleteQuestion) + u"\n\n"_s + named(s, ids)))
         return false;
-    std::vector<Anotada> idas;
+    std::vector<Noted> idas;
     Lote lote(s);
     for (const int id : ids) {
-        if (auto tarea = Leer(s, id)) {
-            tarea->sitio.dia = {};
-            idas.push_back(*tarea);
+        if (auto task = read(s, id)) {
+            task->spot.dia = {};
+            idas.push_back(*task);
         }
         s.morvane->Execute("delete * from TareasAgenda where id = ?", id);
     }
-    lote.Confirmar();
-    for (const Anotada &tarea : idas)
-        SeguirAlarma(s, tarea);
+    lote.commit();
+    for (const Noted &task : idas)
+        followAlarm(s, task);
     return true;
 }
 
-bool AlternarRealizada(Sesion &s, int id)
+bool agenda::toggleDone(Sesion &s, int id)
 {
-    auto tarea = Leer(s, id);
-    if (!tarea)
+    auto task = read(s, id);
+    if (!task)
         return false;
-    tarea->est = !tarea->est;
-    s.morvane->Execute("update TareasAgenda set est = ? where id = ?", tarea->est, id);
-    if (tarea->sitio.dia != s.reloj.hoy || !tarea->sitio.ala.isValid())
-        return tarea->est;
-    const auto alarma = std::ranges::find_if(s.Alarmas, [&](const Alarma &a) {
-        return a.hora == tarea->sitio.ala && a.tip == tarea->tip;
+    task->est = !task->est;
+    s.morvane->Execute("update TareasAgenda set est = ? where id = ?", task->est, id);
+    if (task->spot.dia != s.reloj.hoy || !task->spot.ala.isValid())
+        return task->est;
+    const auto alarm = std::ranges::find_if(s.Alarmas, [&](const store::Alarm &a) {
+        return a.hour == task->spot.ala && a.tip == task->tip;
     });
-    if (alarma != s.Alarmas.end())
-        alarma->atendida = tarea->est;
+    if (alarm != s.Alarmas.end())
+        alarm->attended = task->est;
     else
-        SeguirAlarma(s, *tarea); // open again, and not among those that the start loaded
-    return tarea->est;
+        followAlarm(s, *task); // open again, and not among those that the start loaded
+    return task->est;
 }

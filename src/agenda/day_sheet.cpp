@@ -4,198 +4,196 @@
 #include "agenda/tasks.h"
 #include "printing/sheet.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
 
 #include <QPainter>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { AgendaDelDia = 1101, VariasTareas = 1107 };
-
-const QTime PrimeraCasilla(6, 0);
-constexpr int MinutosDeCasilla = 15;
-constexpr int MayorNumeroDeCasillas = 65;
-constexpr int LetrasDelNombre = 12;
-constexpr int FilasDeColumna[] = {22, 22, 21};
+const QTime FirstSlot(6, 0);
+constexpr int SlotMinutes = 15;
+constexpr int MostSlots = 65;
+constexpr int NameLetters = 12;
+constexpr int ColumnRows[] = {22, 22, 21};
 
 // What the task is about, as short as the sheet needs it.
-QString Asunto(Sesion &s, int tip, int ida, const QString &des)
+QString subject(Sesion &s, int tip, int ida, const QString &des)
 {
-    if (SujetoDeTarea(tip) == Sujeto::Paciente)
+    if (taskSubject(tip) == Subject::Patient)
         return LeerCampo(s, "clientes", "mascotas", ida, "nom");
-    return tip == TipoTarea::TareaDeUsuario && !des.isEmpty() ? des : ConceptoDeTarea(s, tip, 0);
+    return tip == TaskKind::UserTask && !des.isEmpty() ? des : taskConcept(s, tip, 0);
 }
 
-class DocumentoDelDia : public Documento
+class DayDocument : public Documento
 {
 public:
-    DocumentoDelDia(QString titulo, QString dia, QString hora, std::vector<Casilla> casillas)
-        : m_titulo(std::move(titulo)),
-          m_dia(std::move(dia)),
-          m_hora(std::move(hora)),
-          m_casillas(std::move(casillas))
+    DayDocument(QString title, QString dia, QString hour, std::vector<Slot> slots)
+        : m_title(std::move(title)),
+          m_day(std::move(dia)),
+          m_hour(std::move(hour)),
+          m_checkboxes(std::move(slots))
     {
     }
 
-    QString Titulo() const override { return m_titulo + u" "_s + m_dia; }
+    QString titleOf() const override { return m_title + u" "_s + m_day; }
 
-    int Componer(QPaintDevice &, QSizeF area) override
+    int compose(QPaintDevice &, QSizeF area) override
     {
         m_area = area;
         // Rows of the detail, three columns wide; those that do not fit go on to further pages.
-        m_lineas.clear();
-        for (const Casilla &c : m_casillas)
-            if (c.detalle.size() > 1)
-                m_lineas.insert(m_lineas.end(), c.detalle.begin(), c.detalle.end());
-        const int porColumna = FilasDelDetalle(DondeEmpiezaElDetalle());
-        const int enLaPrimera = 3 * porColumna;
-        const int quedan = qMax(0, int(m_lineas.size()) - enLaPrimera);
-        const int porPagina = 3 * FilasDelDetalle(CabezaDeOtras);
-        return m_casillas.empty() ? 0 : 1 + (quedan + porPagina - 1) / porPagina;
+        m_lines.clear();
+        for (const Slot &c : m_checkboxes)
+            if (c.detail.size() > 1)
+                m_lines.insert(m_lines.end(), c.detail.begin(), c.detail.end());
+        const int byColumn = detailRows(detailStart());
+        const int onFirst = 3 * byColumn;
+        const int remaining = qMax(0, int(m_lines.size()) - onFirst);
+        const int byPage = 3 * detailRows(OtherHead);
+        return m_checkboxes.empty() ? 0 : 1 + (remaining + byPage - 1) / byPage;
     }
 
-    void Dibujar(QPainter &pintor, int pagina) override
+    void draw(QPainter &painter, int page) override
     {
-        Hoja hoja(pintor);
-        if (pagina > 0) {
-            const int antes = 3 * FilasDelDetalle(DondeEmpiezaElDetalle())
-                              + (pagina - 1) * 3 * FilasDelDetalle(CabezaDeOtras);
-            hoja.Linea({0, 0, m_area.width(), 6}, Titulo(), 11, Qt::AlignLeft, true);
-            DibujarDetalle(hoja, CabezaDeOtras, antes);
+        printing::Sheet sheet(painter);
+        if (page > 0) {
+            const int before =
+                3 * detailRows(detailStart()) + (page - 1) * 3 * detailRows(OtherHead);
+            sheet.Line({0, 0, m_area.width(), 6}, titleOf(), 11, Qt::AlignLeft, true);
+            drawDetail(sheet, OtherHead, before);
             return;
         }
-        hoja.Linea({0, 0, m_area.width(), 9}, m_titulo, 18, Qt::AlignLeft, true);
-        hoja.Linea({0, 9, m_area.width(), 6}, m_dia, 11, Qt::AlignLeft);
-        hoja.Linea({0, 9, m_area.width(), 6}, m_hora, 11, Qt::AlignRight);
-        DibujarCasillas(hoja);
-        DibujarDetalle(hoja, DondeEmpiezaElDetalle(), 0);
+        sheet.Line({0, 0, m_area.width(), 9}, m_title, 18, Qt::AlignLeft, true);
+        sheet.Line({0, 9, m_area.width(), 6}, m_day, 11, Qt::AlignLeft);
+        sheet.Line({0, 9, m_area.width(), 6}, m_hour, 11, Qt::AlignRight);
+        drawSlots(sheet);
+        drawDetail(sheet, detailStart(), 0);
     }
 
 private:
-    static constexpr double Cabeza = 18;
-    static constexpr double CabezaDeOtras = 9; // of the pages behind the first
-    static constexpr double AltoDeFila = 7.4;
-    static constexpr double AltoDeDetalle = 4.6;
-    static constexpr double Calle = 4;
+    static constexpr double head = 18;
+    static constexpr double OtherHead = 9; // of the pages behind the first
+    static constexpr double rowHeight = 7.4;
+    static constexpr double DetailHeight = 4.6;
+    static constexpr double streetOf = 4;
 
-    double AnchoDeColumna() const { return (m_area.width() - 2 * Calle) / 3; }
-    double DondeEmpiezaElDetalle() const { return Cabeza + FilasDeColumna[0] * AltoDeFila + 5; }
-    int FilasDelDetalle(double desde) const
+    double columnWidth() const { return (m_area.width() - 2 * streetOf) / 3; }
+    double detailStart() const { return head + ColumnRows[0] * rowHeight + 5; }
+    int detailRows(double from) const
     {
-        return qMax(1, int((m_area.height() - desde) / AltoDeDetalle));
+        return qMax(1, int((m_area.height() - from) / DetailHeight));
     }
 
-    void DibujarCasillas(Hoja &hoja) const
+    void drawSlots(printing::Sheet &sheet) const
     {
-        const double ancho = AnchoDeColumna();
+        const double width = columnWidth();
         size_t i = 0;
-        for (int columna = 0; columna < 3; ++columna)
-            for (int fila = 0; fila < FilasDeColumna[columna] && i < m_casillas.size();
-                 ++fila, ++i) {
-                const Casilla &c = m_casillas[i];
-                const QRectF caja(columna * (ancho + Calle), Cabeza + fila * AltoDeFila, ancho,
-                                  AltoDeFila);
-                if (c.hora.minute() == 0)
-                    hoja.Relleno(caja, QColor(0xf0, 0xf0, 0xf0));
-                hoja.Marco(caja, 0.1);
-                hoja.Linea(caja.adjusted(1.5, 0, 0, 0), c.hora.toString(u"HH:mm"), 10,
-                           Qt::AlignLeft | Qt::AlignVCenter, c.hora.minute() == 0);
-                if (!c.icono.isEmpty())
-                    hoja.Dibujo({caja.left() + 13.5, caja.top() + 1.2, 5, 5}, c.icono);
-                hoja.Linea(caja.adjusted(20, 0, -1, 0), c.texto, 10,
-                           Qt::AlignLeft | Qt::AlignVCenter, c.detalle.size() > 1);
+        for (int column = 0; column < 3; ++column)
+            for (int row = 0; row < ColumnRows[column] && i < m_checkboxes.size(); ++row, ++i) {
+                const Slot &c = m_checkboxes[i];
+                const QRectF box(column * (width + streetOf), head + row * rowHeight, width,
+                                 rowHeight);
+                if (c.hour.minute() == 0)
+                    sheet.padding(box, QColor(0xf0, 0xf0, 0xf0));
+                sheet.frame(box, 0.1);
+                sheet.Line(box.adjusted(1.5, 0, 0, 0), c.hour.toString(u"HH:mm"), 10,
+                           Qt::AlignLeft | Qt::AlignVCenter, c.hour.minute() == 0);
+                if (!c.icon.isEmpty())
+                    sheet.pictureOf({box.left() + 13.5, box.top() + 1.2, 5, 5}, c.icon);
+                sheet.Line(box.adjusted(20, 0, -1, 0), c.text, 10, Qt::AlignLeft | Qt::AlignVCenter,
+                           c.detail.size() > 1);
             }
     }
 
-    void DibujarDetalle(Hoja &hoja, double arriba, int primera) const
+    void drawDetail(printing::Sheet &sheet, double above, int first) const
     {
-        const double ancho = AnchoDeColumna();
-        const int filas = FilasDelDetalle(arriba);
-        for (int i = 0; i < 3 * filas && primera + i < int(m_lineas.size()); ++i) {
-            const auto &[hora, nombre] = m_lineas[size_t(primera + i)];
-            const QRectF caja(i / filas * (ancho + Calle), arriba + i % filas * AltoDeDetalle,
-                              ancho, AltoDeDetalle);
-            hoja.Linea(caja, hora.toString(u"HH:mm") + u"  "_s + nombre, 9,
+        const double width = columnWidth();
+        const int rows = detailRows(above);
+        for (int i = 0; i < 3 * rows && first + i < int(m_lines.size()); ++i) {
+            const auto &[hour, name] = m_lines[size_t(first + i)];
+            const QRectF box(i / rows * (width + streetOf), above + i % rows * DetailHeight, width,
+                             DetailHeight);
+            sheet.Line(box, hour.toString(u"HH:mm") + u"  "_s + name, 9,
                        Qt::AlignLeft | Qt::AlignVCenter);
         }
     }
 
-    QString m_titulo, m_dia, m_hora;
-    std::vector<Casilla> m_casillas;
-    std::vector<std::pair<QTime, QString>> m_lineas;
+    QString m_title, m_day, m_hour;
+    std::vector<Slot> m_checkboxes;
+    std::vector<std::pair<QTime, QString>> m_lines;
     QSizeF m_area;
 };
 
 } // namespace
 
-std::vector<Casilla> CasillasDelDia(Sesion &s, bool completo, QDate dia, QTime desde)
+std::vector<Slot> agenda::daySlots(Sesion &s, bool complete, QDate dia, QTime from)
 {
-    QTime hora = PrimeraCasilla;
-    if (!completo && desde.isValid())
-        hora = QTime(desde.hour(), desde.minute() / MinutosDeCasilla * MinutosDeCasilla);
-    std::vector<Casilla> casillas;
-    const QTime ultima =
-        PrimeraCasilla.addSecs((MayorNumeroDeCasillas - 1) * MinutosDeCasilla * 60);
-    for (; hora <= ultima && casillas.size() < size_t(MayorNumeroDeCasillas);
-         hora = hora.addSecs(MinutosDeCasilla * 60)) {
-        Casilla c;
-        c.hora = hora;
+    QTime hour = FirstSlot;
+    if (!complete && from.isValid())
+        hour = QTime(from.hour(), from.minute() / SlotMinutes * SlotMinutes);
+    std::vector<Slot> slots;
+    const QTime last = FirstSlot.addSecs((MostSlots - 1) * SlotMinutes * 60);
+    for (; hour <= last && slots.size() < size_t(MostSlots);
+         hour = hour.addSecs(SlotMinutes * 60)) {
+        Slot c;
+        c.hour = hour;
         Recordset r = s.morvane->OpenSnapshot(
             "select * from TareasAgenda where dia = ? and hor between ? and ? order by hor", dia,
-            hora, hora.addSecs((MinutosDeCasilla - 1) * 60));
-        QString concepto;
+            hour, hour.addSecs((SlotMinutes - 1) * 60));
+        QString item;
         for (; !r.EOF_(); r.MoveNext()) {
             const int tip = r["tip"].toInt();
-            concepto = ConceptoDeTarea(s, tip, r["artaux"].toLong());
-            c.detalle.push_back(
-                {r["hor"].toTime(), Asunto(s, tip, r["ida"].toInt(), r["des"].toText())});
+            item = taskConcept(s, tip, r["artaux"].toLong());
+            c.detail.push_back(
+                {r["hor"].toTime(), subject(s, tip, r["ida"].toInt(), r["des"].toText())});
         }
-        if (c.detalle.size() == 1) {
-            c.icono = IconoDeHoja(s, concepto);
-            c.texto = c.detalle.front().second.left(LetrasDelNombre);
-        } else if (c.detalle.size() > 1) {
-            c.texto = s(VariasTareas);
+        if (c.detail.size() == 1) {
+            c.icon = sheetIcon(s, item);
+            c.text = c.detail.front().second.left(NameLetters);
+        } else if (c.detail.size() > 1) {
+            c.text = s(text::SeveralTasks);
         }
-        casillas.push_back(std::move(c));
+        slots.push_back(std::move(c));
     }
-    return casillas;
+    return slots;
 }
 
-std::unique_ptr<Documento> HojaDelDia(Sesion &s, bool completo, QDate dia, QTime desde)
+std::unique_ptr<Documento> agenda::daySheet(Sesion &s, bool complete, QDate dia, QTime from)
 {
     const QLocale local;
-    return std::make_unique<DocumentoDelDia>(
-        s(AgendaDelDia), local.toString(dia, QLocale::LongFormat),
-        completo ? QString() : HoraLarga(s.reloj.Hora()), CasillasDelDia(s, completo, dia, desde));
+    return std::make_unique<DayDocument>(
+        s(text::DayAgenda), local.toString(dia, QLocale::LongFormat),
+        complete ? QString() : longHour(s.reloj.hourOf()), daySlots(s, complete, dia, from));
 }
 
 namespace
 {
 
-void Sacar(Sesion &s, void (Impresion::*como)(Sesion &, Documento &), bool completo, QDate dia,
-           QTime desde)
+void takeOut(Sesion &s, void (store::Printing::*como)(Sesion &, Documento &), bool complete,
+             QDate dia, QTime from)
 {
     try {
         // The sheet ends at 22:15; an update from later on has nothing to show.
-        if (CasillasDelDia(s, completo, dia, desde).empty())
+        if (daySlots(s, complete, dia, from).empty())
             return;
-        const auto hoja = HojaDelDia(s, completo, dia, desde);
-        (s.impresion.*como)(s, *hoja);
-    } catch (const ErrorDeAlmacen &e) {
-        s.dialogos.Mensaje(e.descripcion);
+        const auto sheet = daySheet(s, complete, dia, from);
+        (s.impresion.*como)(s, *sheet);
+    } catch (const store::StoreError &e) {
+        s.dialogos.Mensaje(e.description);
     }
 }
 
 } // namespace
 
-void ImprimirAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde)
+void ImprimirAgendaDia(Sesion &s, bool complete, QDate dia, QTime from)
 {
-    Sacar(s, &Impresion::Imprimir, completo, dia, desde);
+    takeOut(s, &store::Printing::print, complete, dia, from);
 }
 
-void MostrarAgendaDia(Sesion &s, bool completo, QDate dia, QTime desde)
+void agenda::showAgendaDay(Sesion &s, bool complete, QDate dia, QTime from)
 {
-    Sacar(s, &Impresion::Mostrar, completo, dia, desde);
+    takeOut(s, &store::Printing::show, complete, dia, from);
 }

@@ -6,7 +6,10 @@
 #include "agenda/hours_layout.h"
 #include "agenda/hours_view.h"
 #include "agenda/task_texts.h"
+#include "agenda/tasks.h"
 #include "store/lookups.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -17,30 +20,16 @@
 #include <QTabBar>
 #include <algorithm>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Realizada = 1121,
-    NoRealizada = 1122,
-    Titulo = 9906,
-    GuardarDia = 9918,
-    GuardarTarea = 9919,
-    FiltroDeCalendario = 9920,
-    SeGuardo = 9921,
-    Consejo = 9928,
-    SeMovio = 9929,
-    SeDeshace = 9930,
-    YaNoExiste = 9948,
-};
-
-constexpr int dayMode = 1, ownMode = 2;
-constexpr int quarter = 15;
-constexpr int minutesOfDay = 24 * 60;
-constexpr int idColumn = 4;
-constexpr int lettersOfFile = 60; // a user's note may be too long for the name of one
+constexpr int DayMode = 1, OwnMode = 2;
+constexpr int Quarter = 15;
+constexpr int IdColumn = 4;
+constexpr int LettersOfFile = 60; // a user's note may be too long for the name of one
 
 QList<QDate> weekOf(QDate day)
 {
@@ -59,8 +48,8 @@ QString placeOf(QDate day, QTime hour)
 
 } // namespace
 
-frmagenda::frmagenda(Sesion &s, Formularios &formularios, QWidget *parent)
-    : FormBase(s, u"frmagenda"_s, parent), m_formularios(formularios), m_dia(s.reloj.hoy)
+frmagenda::frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent)
+    : ui::FormBase(s, u"frmagenda"_s, parent), m_forms(forms), m_day(s.reloj.hoy)
 {
     setWindowFlags(Qt::Window);
     build();
@@ -71,22 +60,22 @@ void frmagenda::wire()
 {
     connect(dtpAgenda, &QDateEdit::dateChanged, this, &frmagenda::showDay);
     connect(cmdAnterior, &QPushButton::clicked, this,
-            [this] { showDay(m_dia.addDays(cmdSemana->isChecked() ? -7 : -1)); });
+            [this] { showDay(m_day.addDays(cmdSemana->isChecked() ? -7 : -1)); });
     connect(cmdSiguiente, &QPushButton::clicked, this,
-            [this] { showDay(m_dia.addDays(cmdSemana->isChecked() ? 7 : 1)); });
+            [this] { showDay(m_day.addDays(cmdSemana->isChecked() ? 7 : 1)); });
     connect(cmdHoy, &QPushButton::clicked, this, [this] { showDay(m_s.reloj.hoy); });
     for (QPushButton *b : {cmdDia, cmdSemana})
         connect(b, &QPushButton::clicked, this, [this] { guarded([this] { reload(); }); });
 
-    connect(GAgenda, &Grilla::filaCambiada, this, &frmagenda::rowChanged);
-    connect(GAgenda, &Grilla::filaElegida, this, [this](int fila) { openPatient(idOfRow(fila)); });
-    connect(Horas, &VistaDeHoras::tareaElegida, this, &frmagenda::taskChosen);
-    connect(Horas, &VistaDeHoras::diaElegido, this, &frmagenda::showDay);
-    connect(Horas, &VistaDeHoras::diaPedido, this, &frmagenda::showDay);
-    connect(Horas, &VistaDeHoras::tareaTomada, this, &frmagenda::openPatient);
-    connect(Horas, &VistaDeHoras::horaLibreTomada, this, &frmagenda::newTask);
-    connect(Horas, &VistaDeHoras::tareaMovida, this, [this](int id, QDate dia, QTime hora) {
-        move({{id, dia, hora}});
+    connect(GAgenda, &ui::Grid::changedRow, this, &frmagenda::rowChanged);
+    connect(GAgenda, &ui::Grid::chosenRow, this, [this](int row) { openPatient(idOfRow(row)); });
+    connect(hoursOf, &HoursView::chosenTask, this, &frmagenda::taskChosen);
+    connect(hoursOf, &HoursView::chosenDay, this, &frmagenda::showDay);
+    connect(hoursOf, &HoursView::requestedDay, this, &frmagenda::showDay);
+    connect(hoursOf, &HoursView::takenTask, this, &frmagenda::openPatient);
+    connect(hoursOf, &HoursView::freeHourTaken, this, &frmagenda::newTask);
+    connect(hoursOf, &HoursView::movedTask, this, [this](int id, QDate dia, QTime hour) {
+        move({{id, dia, hour}});
     });
 
     connect(cmdNuevaTarea, &QPushButton::clicked, this, [this] { newTask(); });
@@ -95,15 +84,15 @@ void frmagenda::wire()
     connect(cmdPasarTarea, &QPushButton::clicked, this, &frmagenda::delay);
     // Today's sheet whatever day is shown, on purpose: it is the one that hangs on the wall.
     connect(cmdImprimir, &QPushButton::clicked, this,
-            [this] { guarded([this] { MostrarAgendaDia(m_s, true, m_s.reloj.hoy, {}); }); });
+            [this] { guarded([this] { showAgendaDay(m_s, true, m_s.reloj.hoy, {}); }); });
     connect(cmdvolver, &QPushButton::clicked, this, &frmagenda::reject);
     connect(tabAgenda, &QTabBar::currentChanged, this, [this](int view) {
         m_vistas->setCurrentIndex(view);
         guarded([this] { reload(); });
-        Ayu->Decir(view == 0 ? m_s(Consejo) : QString());
+        Ayu->tell(view == 0 ? m_s(text::AgendaHint) : QString());
     });
-    connect(m_modelo, &QAbstractItemModel::layoutChanged, this, &frmagenda::sizeRows);
-    for (QWidget *place : std::initializer_list<QWidget *>{GAgenda, Horas})
+    connect(m_model, &QAbstractItemModel::layoutChanged, this, &frmagenda::sizeRows);
+    for (QWidget *place : std::initializer_list<QWidget *>{GAgenda, hoursOf})
         place->installEventFilter(this);
     wireShortcuts();
 }
@@ -121,23 +110,23 @@ void frmagenda::wireShortcuts()
     on(Qt::CTRL | Qt::Key_P, [this] { cmdImprimir->click(); });
     on(Qt::CTRL | Qt::Key_Z, [this] { takeBack(); });
     on(Qt::Key_Insert, [this] {
-        Horas->hasFocus() ? newTask(Horas->DiaDelCursor(), Horas->HoraDelCursor()) : newTask();
+        hoursOf->hasFocus() ? newTask(hoursOf->cursorDay(), hoursOf->cursorHour()) : newTask();
     });
     on(Qt::Key_F5, [this] { guarded([this] { reload(); }); });
 }
 
-void frmagenda::opened(const QVariantMap &parametros)
+void frmagenda::opened(const QVariantMap &parameters)
 {
-    const QDate day = parametros.value(u"dia"_s).toDate();
-    m_dia = day.isValid() ? day : m_s.reloj.hoy;
-    m_antes = {};
+    const QDate day = parameters.value(u"dia"_s).toDate();
+    m_day = day.isValid() ? day : m_s.reloj.hoy;
+    m_before = {};
     dtpPasarTarea->setDate(m_s.reloj.hoy.addDays(1));
-    tabAgenda->setCurrentIndex(parametros.value(u"modo"_s, dayMode).toInt() == ownMode);
+    tabAgenda->setCurrentIndex(parameters.value(u"modo"_s, DayMode).toInt() == OwnMode);
     guarded([this] { reload(); });
     if (tabAgenda->currentIndex() == 0) {
         GAgenda->setFocus();
         GAgenda->Seleccionar(rowToBeginWith());
-        Ayu->Decir(m_s(Consejo));
+        Ayu->tell(m_s(text::AgendaHint));
     } else {
         GKelvara->setFocus();
     }
@@ -145,98 +134,98 @@ void frmagenda::opened(const QVariantMap &parametros)
 
 void frmagenda::activated()
 {
-    if (m_s.morvane->Version("TareasAgenda") != m_version)
+    if (m_s.morvane->version("TareasAgenda") != m_version)
         reload();
 }
 
 void frmagenda::showDay(QDate dia)
 {
-    if (!dia.isValid() || dia == m_dia)
+    if (!dia.isValid() || dia == m_day)
         return;
     goTo(dia, {current()});
 }
 
-void frmagenda::goTo(QDate dia, const QList<int> &seleccion)
+void frmagenda::goTo(QDate dia, const QList<int> &selection)
 {
-    m_dia = dia;
+    m_day = dia;
     guarded([&] {
-        if (m_dias.contains(dia) && m_version == m_s.morvane->Version("TareasAgenda"))
-            show(seleccion);
+        if (m_days.contains(dia) && m_version == m_s.morvane->version("TareasAgenda"))
+            show(selection);
         else
-            reload(seleccion);
+            reload(selection);
     });
 }
 
-/// Reads the days anew. @param seleccion as of show; what is selected without it
-void frmagenda::reload(const QList<int> &seleccion)
+/// Reads the days anew. @param selection as of show; what is selected without it
+void frmagenda::reload(const QList<int> &selection)
 {
-    const qint64 version = m_s.morvane->Version("TareasAgenda");
-    const QList<QDate> days = cmdSemana->isChecked() ? weekOf(m_dia) : QList<QDate>{m_dia};
-    std::vector<TareaDelDia> tasks;
+    const qint64 version = m_s.morvane->version("TareasAgenda");
+    const QList<QDate> days = cmdSemana->isChecked() ? weekOf(m_day) : QList<QDate>{m_day};
+    std::vector<DayTask> tasks;
     for (const QDate day : days)
-        std::ranges::move(TareasDelDia(m_s, day, m_fichero), std::back_inserter(tasks));
+        std::ranges::move(dayTasks(m_s, day, m_register), std::back_inserter(tasks));
     m_version = version;
-    m_dias = days;
-    m_tareas = std::move(tasks);
-    Horas->Mostrar(m_dias, m_tareas);
-    show(seleccion.isEmpty() ? QList{current()} : seleccion);
-    if (tabAgenda->currentIndex() == ownMode - 1)
+    m_days = days;
+    m_tasks = std::move(tasks);
+    hoursOf->show(m_days, m_tasks);
+    show(selection.isEmpty() ? QList{current()} : selection);
+    if (tabAgenda->currentIndex() == OwnMode - 1)
         showOwnTasks();
 }
 
-/// Lists the day. @param seleccion tasks to select, the last of them as the current one
-void frmagenda::show(const QList<int> &seleccion)
+/// Lists the day. @param selection tasks to select, the last of them as the current one
+void frmagenda::show(const QList<int> &selection)
 {
-    m_ocupado = true;
+    m_busy = true;
     {
         const QSignalBlocker silent(dtpAgenda);
-        dtpAgenda->setDate(m_dia);
+        dtpAgenda->setDate(m_day);
     }
-    lblDia->setText(QLocale().toString(m_dia, QLocale::LongFormat));
-    const int before = GAgenda->FilaActual();
-    std::vector<FilaDeGrilla> rows;
-    for (const TareaDelDia &t : m_tareas)
-        if (t.dia == m_dia)
-            rows.push_back(
-                {{t.concepto, t.hor, t.detalle, m_s(t.est ? Realizada : NoRealizada), t.id}});
-    m_modelo->Poner(std::move(rows));
+    lblDia->setText(QLocale().toString(m_day, QLocale::LongFormat));
+    const int before = GAgenda->currentRow();
+    std::vector<ui::GridRow> rows;
+    for (const DayTask &t : m_tasks)
+        if (t.dia == m_day)
+            rows.push_back({{t.item, t.hor, t.detail,
+                             m_s(t.est ? text::Accomplished : text::NotAccomplished), t.id}});
+    m_model->set(std::move(rows));
     sizeRows();
     // Where the task stands now, else where the cursor was.
-    const int row = rowOf(seleccion.last());
-    GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_modelo->Filas() - 1));
-    for (const int id : seleccion)
+    const int row = rowOf(selection.last());
+    GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_model->allRows() - 1));
+    for (const int id : selection)
         if (const int also = rowOf(id); also >= 0)
             GAgenda->selectionModel()->select(
-                m_modelo->index(also, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    m_ocupado = false;
-    Horas->IrA(m_dia);
-    Horas->Elegir(current());
+                m_model->index(also, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    m_busy = false;
+    hoursOf->goTo(m_day);
+    hoursOf->choose(current());
     arrange();
 }
 
 void frmagenda::sizeRows()
 {
-    for (int row = 0; row < m_modelo->Filas(); ++row)
-        if (const TareaDelDia *t = taskOfRow(row))
-            GAgenda->setRowHeight(row, PintorDeTarea::Alto(GAgenda->fontMetrics(), *t));
+    for (int row = 0; row < m_model->allRows(); ++row)
+        if (const DayTask *t = taskOfRow(row))
+            GAgenda->setRowHeight(row, TaskPainter::heightOf(GAgenda->fontMetrics(), *t));
 }
 
 /// Today what comes next, on any other day the first.
 int frmagenda::rowToBeginWith() const
 {
-    for (int row = 0; m_dia == m_s.reloj.hoy && row < m_modelo->Filas(); ++row)
-        if (const TareaDelDia *t = taskOfRow(row); t && !t->est && t->hor >= m_s.reloj.Hora())
+    for (int row = 0; m_day == m_s.reloj.hoy && row < m_model->allRows(); ++row)
+        if (const DayTask *t = taskOfRow(row); t && !t->est && t->hor >= m_s.reloj.hourOf())
             return row;
     return 0;
 }
 
 void frmagenda::showOwnTasks()
 {
-    std::vector<FilaDeGrilla> rows;
-    for (const TareaDeKelvara &t : TareasDeKelvara(m_s))
-        rows.push_back(
-            {{t.motivo, t.destinatario, t.medio, m_s(t.realizada ? Realizada : NoRealizada)}});
-    m_modeloKelvara->Poner(std::move(rows));
+    std::vector<ui::GridRow> rows;
+    for (const KelvaraTask &t : kelvaraTasks(m_s))
+        rows.push_back({{t.reason, t.addressee, t.medio,
+                         m_s(t.done ? text::Accomplished : text::NotAccomplished)}});
+    m_modelKelvara->set(std::move(rows));
 }
 
 void frmagenda::arrange()
@@ -244,96 +233,93 @@ void frmagenda::arrange()
     const bool some = current() != 0;
     for (QPushButton *b : {cmdTareaRealizada, cmdEliminar, cmdPasarTarea})
         b->setEnabled(some);
-    cmdNuevaTarea->setEnabled(m_formularios.Existe(u"frmTurnos"_s));
+    cmdNuevaTarea->setEnabled(m_forms.exists(u"frmTurnos"_s));
     if (auto *day = m_menu->findChild<QAction *>(u"menuDia"_s))
-        day->setEnabled(m_modelo->Filas() > 0);
+        day->setEnabled(m_model->allRows() > 0);
     if (auto *one = m_menu->findChild<QAction *>(u"menuTarea"_s))
         one->setEnabled(some);
 }
 
-const TareaDelDia *frmagenda::task(int id) const
+const DayTask *frmagenda::task(int id) const
 {
-    const auto t = std::ranges::find(m_tareas, id, &TareaDelDia::id);
-    return t == m_tareas.end() ? nullptr : &*t;
+    const auto t = std::ranges::find(m_tasks, id, &DayTask::id);
+    return t == m_tasks.end() ? nullptr : &*t;
 }
 
-int frmagenda::idOfRow(int fila) const
-{
-    return m_modelo->Fila(fila).celdas.value(idColumn).toInt();
-}
+int frmagenda::idOfRow(int row) const { return m_model->Row(row).cells.value(IdColumn).toInt(); }
 
-const TareaDelDia *frmagenda::taskOfRow(int fila) const { return task(idOfRow(fila)); }
+const DayTask *frmagenda::taskOfRow(int row) const { return task(idOfRow(row)); }
 
 int frmagenda::rowOf(int id) const
 {
-    for (int row = 0; id != 0 && row < m_modelo->Filas(); ++row)
+    for (int row = 0; id != 0 && row < m_model->allRows(); ++row)
         if (idOfRow(row) == id)
             return row;
     return -1;
 }
 
 /// The task that keys and buttons act on; 0 for none.
-int frmagenda::current() const { return idOfRow(GAgenda->FilaActual()); }
+int frmagenda::current() const { return idOfRow(GAgenda->currentRow()); }
 
 /// The selected tasks in the direction of the selection.
 QList<int> frmagenda::selectedIds() const
 {
     QList<int> ids;
-    for (const int row : EnSuSentido(GAgenda->FilasSeleccionadas(), GAgenda->FilaActual()))
+    for (const int row : inItsDirection(GAgenda->selectedRows(), GAgenda->currentRow()))
         ids << idOfRow(row);
     return ids;
 }
 
-void frmagenda::rowChanged(int fila)
+void frmagenda::rowChanged(int row)
 {
-    if (m_ocupado)
+    if (m_busy)
         return;
-    const TareaDelDia *t = taskOfRow(fila);
-    Horas->Elegir(t ? t->id : 0);
+    const DayTask *t = taskOfRow(row);
+    hoursOf->choose(t ? t->id : 0);
     tell(t);
     arrange();
 }
 
 void frmagenda::taskChosen(int id)
 {
-    if (m_ocupado)
+    if (m_busy)
         return;
-    if (const TareaDelDia *t = task(id); t && t->dia != m_dia) {
+    if (const DayTask *t = task(id); t && t->dia != m_day) {
         goTo(QDate(t->dia), {id}); // a copy: the tasks may be read anew
     } else {
-        m_ocupado = true;
+        m_busy = true;
         GAgenda->Seleccionar(rowOf(id));
-        m_ocupado = false;
+        m_busy = false;
     }
     tell(task(id));
     arrange();
 }
 
 /// The whole of a task at the foot, whatever is cut where it stands.
-void frmagenda::tell(const TareaDelDia *tarea)
+void frmagenda::tell(const DayTask *task)
 {
-    if (!tarea)
-        return Ayu->Decir(m_s(Consejo));
-    QString text = tarea->concepto + u'\n' + tarea->detalle;
-    Ayu->Decir(text.replace(u"\n"_s, u"  ·  "_s));
+    if (!task)
+        return Ayu->tell(m_s(text::AgendaHint));
+    QString text = task->item + u'\n' + task->detail;
+    Ayu->tell(text.replace(u"\n"_s, u"  ·  "_s));
 }
 
 bool frmagenda::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress && (watched == GAgenda || watched == Horas)
+    if (event->type() == QEvent::KeyPress && (watched == GAgenda || watched == hoursOf)
         && agendaKey(*static_cast<QKeyEvent *>(event)))
         return true;
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }
 
-bool frmagenda::agendaKey(const QKeyEvent &tecla)
+bool frmagenda::agendaKey(const QKeyEvent &key)
 {
-    const auto modifiers = tecla.modifiers() & ~Qt::KeypadModifier;
+    const auto modifiers = key.modifiers() & ~Qt::KeypadModifier;
     if (modifiers == Qt::AltModifier)
-        return moveKey(tecla);
+        return moveKey(key);
     if (modifiers != Qt::NoModifier)
         return false;
-    switch (tecla.key()) {
+    switch (key.key()) {
     case Qt::Key_Space:
         cmdTareaRealizada->click();
         return true;
@@ -345,27 +331,27 @@ bool frmagenda::agendaKey(const QKeyEvent &tecla)
     }
 }
 
-/// Moves all that is selected, by a day or a quarter of an hour.
-bool frmagenda::moveKey(const QKeyEvent &tecla)
+/// Moves all that is selected, by a day or a Quarter of an hour.
+bool frmagenda::moveKey(const QKeyEvent &key)
 {
-    const bool days = tecla.key() == Qt::Key_Left || tecla.key() == Qt::Key_Right;
-    if (!days && tecla.key() != Qt::Key_Up && tecla.key() != Qt::Key_Down)
+    const bool days = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
+    if (!days && key.key() != Qt::Key_Up && key.key() != Qt::Key_Down)
         return false;
-    const int step = tecla.key() == Qt::Key_Left || tecla.key() == Qt::Key_Up ? -1 : 1;
-    std::vector<Destino> goals;
+    const int step = key.key() == Qt::Key_Left || key.key() == Qt::Key_Up ? -1 : 1;
+    std::vector<Target> goals;
     bool some = false;
     for (const int id : selectedIds()) {
-        const TareaDelDia *t = task(id);
+        const DayTask *t = task(id);
         if (!t)
             continue;
-        Destino goal{id, t->dia.addDays(days ? step : 0), {}};
+        Target goal{id, t->dia.addDays(days ? step : 0), {}};
         if (!days && t->hor.isValid()) {
-            const int minute = MinutoDelDia(t->hor) + step * quarter;
-            if (minute < 0 || minute >= minutesOfDay)
+            const int minute = dayMinute(t->hor) + step * Quarter;
+            if (minute < 0 || minute >= agenda::DayMinutes)
                 return true; // all keep their distance
-            goal.hora = {minute / 60, minute % 60};
+            goal.hour = {minute / 60, minute % 60};
         }
-        some = some || days || goal.hora.isValid();
+        some = some || days || goal.hour.isValid();
         goals.push_back(goal);
     }
     if (some)
@@ -373,93 +359,93 @@ bool frmagenda::moveKey(const QKeyEvent &tecla)
     return true;
 }
 
-void frmagenda::move(const std::vector<Destino> &destinos)
+void frmagenda::move(const std::vector<Target> &targets)
 {
     guarded([&] {
-        const std::vector<Sitio> before = MoverTareas(m_s, destinos);
+        const std::vector<Spot> before = moveTasks(m_s, targets);
         if (before.empty()) {
-            if (!m_s.usuario.EsComun())
-                Ayu->Fallo(m_s(YaNoExiste));
+            if (!m_s.user.isCommon())
+                Ayu->faultOf(m_s(text::TaskIsGone));
             return reload();
         }
-        m_antes = before;
-        m_dia = destinos.back().dia; // the eye follows
-        tellMoved(before, u".  "_s + m_s(SeDeshace));
+        m_before = before;
+        m_day = targets.back().dia; // the eye follows
+        tellMoved(before, u".  "_s + m_s(text::UndoHint));
     });
 }
 
 void frmagenda::takeBack()
 {
-    if (m_antes.empty())
+    if (m_before.empty())
         return;
-    const std::vector<Sitio> before = std::exchange(m_antes, {});
+    const std::vector<Spot> before = std::exchange(m_before, {});
     guarded([&] {
-        if (!DevolverTareas(m_s, before)) {
-            if (!m_s.usuario.EsComun())
-                Ayu->Fallo(m_s(YaNoExiste));
+        if (!giveBackTasks(m_s, before)) {
+            if (!m_s.user.isCommon())
+                Ayu->faultOf(m_s(text::TaskIsGone));
             return reload();
         }
-        m_dia = before.back().dia;
+        m_day = before.back().dia;
         tellMoved(before, {});
     });
 }
 
 /// Selects what was moved, and says where the last of it stands now.
-void frmagenda::tellMoved(const std::vector<Sitio> &antes, const QString &mas)
+void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &mas)
 {
     QList<int> ids;
-    for (const Sitio &sitio : antes)
-        ids << sitio.id;
+    for (const Spot &spot : before)
+        ids << spot.id;
     reload(ids);
-    const TareaDelDia *t = task(ids.last());
+    const DayTask *t = task(ids.last());
     if (!t)
         return;
-    Ayu->Logro(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + mas);
+    Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + mas);
 }
 
 /// "Moved: Toby, A check (+2) → "
-QString frmagenda::movement(const TareaDelDia &ultima, qsizetype cuantas) const
+QString frmagenda::movement(const DayTask &last, qsizetype count) const
 {
-    const QString others = cuantas > 1 ? u" (+%1)"_s.arg(cuantas - 1) : QString();
-    return m_s(SeMovio) + u' ' + AsuntoDeTarea(ultima) + others + u" → "_s;
+    const QString others = count > 1 ? u" (+%1)"_s.arg(count - 1) : QString();
+    return m_s(text::AgendaMoved) + u' ' + taskSubject(last) + others + u" → "_s;
 }
 
 void frmagenda::delay()
 {
-    const int row = GAgenda->FilasSeleccionadas().value(0);
-    const QDate day = dtpPasarTarea->Dia();
+    const int row = GAgenda->selectedRows().value(0);
+    const QDate day = dtpPasarTarea->Day();
     guarded([&] {
-        const auto before = PasarTareas(m_s, selectedIds(), day);
+        const auto before = passTasks(m_s, selectedIds(), day);
         if (!before)
             return;
-        const TareaDelDia *t = before->empty() ? nullptr : task(before->back().id);
+        const DayTask *t = before->empty() ? nullptr : task(before->back().id);
         const QString told = t ? movement(*t, qsizetype(before->size())) : QString();
         leaveList(row);
-        m_antes = *before;
+        m_before = *before;
         if (before->empty())
-            Ayu->Fallo(m_s(YaNoExiste));
+            Ayu->faultOf(m_s(text::TaskIsGone));
         else if (!told.isEmpty())
-            Ayu->Logro(told + placeOf(day, {}) + u".  "_s + m_s(SeDeshace));
+            Ayu->success(told + placeOf(day, {}) + u".  "_s + m_s(text::UndoHint));
     });
 }
 
 void frmagenda::remove()
 {
-    const int row = GAgenda->FilasSeleccionadas().value(0);
+    const int row = GAgenda->selectedRows().value(0);
     guarded([&] {
-        if (EliminarTareas(m_s, selectedIds()))
+        if (deleteTasks(m_s, selectedIds()))
             leaveList(row);
     });
 }
 
 /// Rows have gone: the next one takes the place of the first.
-void frmagenda::leaveList(int fila)
+void frmagenda::leaveList(int row)
 {
-    m_antes = {};
+    m_before = {};
     reload();
-    GAgenda->Seleccionar(std::min(fila, m_modelo->Filas() - 1));
+    GAgenda->Seleccionar(std::min(row, m_model->allRows() - 1));
     GAgenda->setFocus();
-    tell(taskOfRow(GAgenda->FilaActual()));
+    tell(taskOfRow(GAgenda->currentRow()));
 }
 
 void frmagenda::toggleDone()
@@ -468,28 +454,28 @@ void frmagenda::toggleDone()
     if (id == 0)
         return;
     guarded([&] {
-        AlternarRealizada(m_s, id);
+        agenda::toggleDone(m_s, id);
         reload();
         if (!task(id))
-            Ayu->Fallo(m_s(YaNoExiste));
+            Ayu->faultOf(m_s(text::TaskIsGone));
     });
 }
 
-void frmagenda::newTask(QDate dia, QTime hora)
+void frmagenda::newTask(QDate dia, QTime hour)
 {
     if (!dia.isValid())
-        dia = std::max(m_dia, m_s.reloj.hoy); // nothing is planned for a day that is over
+        dia = std::max(m_day, m_s.reloj.hoy); // nothing is planned for a day that is over
     QVariantMap parameters{{u"ida"_s, m_s.IdGlobal.idm}, {u"dia"_s, dia}};
-    if (hora.isValid())
-        parameters.insert(u"hora"_s, hora);
+    if (hour.isValid())
+        parameters.insert(u"hora"_s, hour);
     guarded([&] {
-        m_formularios.Abrir(u"frmTurnos"_s, parameters);
-        const auto known = [this](const TareaDelDia &t) { return t.id; };
+        m_forms.open(u"frmTurnos"_s, parameters);
+        const auto known = [this](const DayTask &t) { return t.id; };
         QList<int> before;
-        std::ranges::transform(m_tareas, std::back_inserter(before), known);
+        std::ranges::transform(m_tasks, std::back_inserter(before), known);
         reload();
-        for (const TareaDelDia &t : m_tareas)
-            if (!before.contains(t.id) && t.dia == m_dia)
+        for (const DayTask &t : m_tasks)
+            if (!before.contains(t.id) && t.dia == m_day)
                 GAgenda->Seleccionar(rowOf(t.id));
     });
 }
@@ -497,44 +483,43 @@ void frmagenda::newTask(QDate dia, QTime hora)
 /// To the record's owner: what one wants next of a task that is due.
 void frmagenda::openPatient(int id)
 {
-    const TareaDelDia *t = task(id);
-    if (!t || SujetoDeTarea(t->tip) != Sujeto::Paciente || t->paciente.isEmpty()
-        || !m_formularios.Existe(u"frmPropietarios"_s))
+    const DayTask *t = task(id);
+    if (!t || taskSubject(t->tip) != Subject::Patient || t->patient.isEmpty()
+        || !m_forms.exists(u"frmPropietarios"_s))
         return;
     guarded([&] {
         const int idc = LeerCampo(m_s, "clientes", "mascotas", t->ida, "idc").toInt();
         m_s.IdGlobal = {idc, t->ida};
-        m_formularios.Abrir(u"frmPropietarios"_s);
+        m_forms.open(u"frmPropietarios"_s);
     });
 }
 
 void frmagenda::exportDay()
 {
-    std::vector<TareaDelDia> tasks;
-    std::ranges::copy_if(m_tareas, std::back_inserter(tasks),
-                         [this](const TareaDelDia &t) { return t.dia == m_dia; });
-    saveCalendar(GuardarDia, tasks, m_s(Titulo));
+    std::vector<DayTask> tasks;
+    std::ranges::copy_if(m_tasks, std::back_inserter(tasks),
+                         [this](const DayTask &t) { return t.dia == m_day; });
+    saveCalendar(text::SaveDay, tasks, m_s(text::Agenda));
 }
 
 void frmagenda::exportTask()
 {
-    if (const TareaDelDia *t = task(current()))
-        saveCalendar(GuardarTarea, {*t}, AsuntoDeTarea(*t));
+    if (const DayTask *t = task(current()))
+        saveCalendar(text::SaveTask, {*t}, taskSubject(*t));
 }
 
-void frmagenda::saveCalendar(int titulo, const std::vector<TareaDelDia> &tareas,
-                             const QString &nombre)
+void frmagenda::saveCalendar(int title, const std::vector<DayTask> &tasks, const QString &name)
 {
     QString offered;
-    for (const QChar c : nombre.left(lettersOfFile))
+    for (const QChar c : name.left(LettersOfFile))
         offered += c.isLetterOrNumber() || c == u'-' ? c : QChar(u' ');
-    auto file = m_s.dialogos.GuardarArchivo(
-        m_s(titulo), offered.simplified() + u' ' + m_dia.toString(Qt::ISODate) + u".ics"_s,
-        m_s(FiltroDeCalendario));
+    auto file = m_s.dialogos.saveFile(
+        m_s(title), offered.simplified() + u' ' + m_day.toString(Qt::ISODate) + u".ics"_s,
+        m_s(text::CalendarFilter));
     if (!file)
         return;
     if (!file->endsWith(u".ics"_s, Qt::CaseInsensitive))
         *file += u".ics"_s;
-    if (guarded([&] { GuardarCalendario(m_s, tareas, *file); }))
-        Ayu->Logro(m_s(SeGuardo) + u' ' + *file);
+    if (guarded([&] { agenda::saveCalendar(m_s, tasks, *file); }))
+        Ayu->success(m_s(text::CalendarSaved) + u' ' + *file);
 }

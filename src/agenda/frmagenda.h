@@ -4,27 +4,45 @@
 #include "agenda/day_list.h"
 #include "ui/form_base.h"
 
-class CajaDeDia;
-class Formularios;
-class Grilla;
-class LineaDeAyuda;
-class ModeloDeGrilla;
+namespace agenda
+{
+
+class DayBox;
+
+} // namespace agenda
+
+namespace ui
+{
+
+class FormRegistry;
+class Grid;
+class HelpLine;
+class GridModel;
+
+} // namespace ui
+
 class QLabel;
 class QMenu;
 class QPushButton;
 class QSplitter;
 class QStackedWidget;
 class QTabBar;
-class VistaDeHoras;
+
+namespace agenda
+{
+
+class HoursView;
+
+} // namespace agenda
 
 /// Opened with `dia` (today without it) and `modo`: 1 the day, 2 the tasks of the system.
-class frmagenda : public FormBase
+class frmagenda : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmagenda(Sesion &s, Formularios &formularios, QWidget *parent = nullptr);
+    frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent = nullptr);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
 
 protected:
     void activated() override;
@@ -45,62 +63,62 @@ private:
     void wireShortcuts();
 
     void showDay(QDate dia);
-    void goTo(QDate dia, const QList<int> &seleccion);
-    void reload(const QList<int> &seleccion = {});
-    void show(const QList<int> &seleccion);
+    void goTo(QDate dia, const QList<int> &selection);
+    void reload(const QList<int> &selection = {});
+    void show(const QList<int> &selection);
     void sizeRows();
     int rowToBeginWith() const;
     void showOwnTasks();
     void arrange();
-    void rowChanged(int fila);
+    void rowChanged(int row);
     void taskChosen(int id);
-    void tell(const TareaDelDia *tarea);
+    void tell(const agenda::DayTask *task);
 
-    const TareaDelDia *task(int id) const;
-    const TareaDelDia *taskOfRow(int fila) const;
-    int idOfRow(int fila) const;
+    const agenda::DayTask *task(int id) const;
+    const agenda::DayTask *taskOfRow(int row) const;
+    int idOfRow(int row) const;
     int rowOf(int id) const;
     int current() const;
     QList<int> selectedIds() const;
 
-    bool agendaKey(const QKeyEvent &tecla);
-    bool moveKey(const QKeyEvent &tecla);
-    void move(const std::vector<Destino> &destinos);
+    bool agendaKey(const QKeyEvent &key);
+    bool moveKey(const QKeyEvent &key);
+    void move(const std::vector<agenda::Target> &targets);
     void takeBack();
-    void tellMoved(const std::vector<Sitio> &antes, const QString &mas);
-    QString movement(const TareaDelDia &ultima, qsizetype cuantas) const;
+    void tellMoved(const std::vector<agenda::Spot> &before, const QString &mas);
+    QString movement(const agenda::DayTask &last, qsizetype count) const;
     void delay();
     void remove();
-    void leaveList(int fila);
+    void leaveList(int row);
     void toggleDone();
-    void newTask(QDate dia = {}, QTime hora = {});
+    void newTask(QDate dia = {}, QTime hour = {});
     void openPatient(int id);
     void exportDay();
     void exportTask();
-    void saveCalendar(int titulo, const std::vector<TareaDelDia> &tareas, const QString &nombre);
+    void saveCalendar(int title, const std::vector<agenda::DayTask> &tasks, const QString &name);
 
-    Formularios &m_formularios;
-    QDate m_dia;
-    QList<QDate> m_dias;               // that are read: this one alone, or its week
-    std::vector<TareaDelDia> m_tareas; // of all days shown
-    Fichero m_fichero;
-    std::vector<Sitio> m_antes; // where what was moved last came from
+    ui::FormRegistry &m_forms;
+    QDate m_day;
+    QList<QDate> m_days;                  // that are read: this one alone, or its week
+    std::vector<agenda::DayTask> m_tasks; // of all days shown
+    agenda::Register m_register;
+    std::vector<agenda::Spot> m_before; // where what was moved last came from
     qint64 m_version = 0;
-    bool m_ocupado = false; // list and hours follow each other
+    bool m_busy = false; // list and hours follow each other
 
     QTabBar *tabAgenda = nullptr;
     QStackedWidget *m_vistas = nullptr;
-    CajaDeDia *dtpAgenda = nullptr, *dtpPasarTarea = nullptr;
+    agenda::DayBox *dtpAgenda = nullptr, *dtpPasarTarea = nullptr;
     QLabel *lblDia = nullptr;
-    ModeloDeGrilla *m_modelo = nullptr, *m_modeloKelvara = nullptr;
-    Grilla *GAgenda = nullptr, *GKelvara = nullptr;
-    VistaDeHoras *Horas = nullptr;
-    QSplitter *m_mitades = nullptr;
+    ui::GridModel *m_model = nullptr, *m_modelKelvara = nullptr;
+    ui::Grid *GAgenda = nullptr, *GKelvara = nullptr;
+    agenda::HoursView *hoursOf = nullptr;
+    QSplitter *m_halves = nullptr;
     QMenu *m_menu = nullptr;
     QPushButton *cmdAnterior = nullptr, *cmdSiguiente = nullptr, *cmdHoy = nullptr;
     QPushButton *cmdDia = nullptr, *cmdSemana = nullptr;
     QPushButton *cmdNuevaTarea = nullptr, *cmdTareaRealizada = nullptr, *cmdEliminar = nullptr,
                 *cmdImprimir = nullptr, *cmdCalendario = nullptr, *cmdPasarTarea = nullptr,
                 *cmdvolver = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };

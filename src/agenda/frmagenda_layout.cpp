@@ -1,6 +1,8 @@
 #include "agenda/frmagenda.h"
 #include "agenda/frmagenda_look.h"
 #include "agenda/hours_view.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
@@ -13,47 +15,16 @@
 #include <QStackedWidget>
 #include <QTabBar>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    AgendaDelDia = 1101,
-    TareasDeKelvara_ = 1102,
-    Postergar = 1123,
-    Realizada_ = 1121,
-    Dia = 1302,
-    Hora = 1303,
-    Titulo = 9906,
-    Tarea_ = 9907,
-    Detalle = 9908,
-    Estado = 9909,
-    SinTareas = 9910,
-    SinComunicaciones = 9911,
-    NuevaTarea = 9912,
-    Realizada = 9913,
-    Eliminar = 9914,
-    ImprimirHoy = 9915,
-    Pasar = 9916,
-    Calendario = 9917,
-    GuardarDia = 9918,
-    GuardarTarea = 9919,
-    Anterior = 9922,
-    Siguiente = 9923,
-    Hoy = 9924,
-    VerDia = 9925,
-    VerSemana = 9926,
-    Motivo = 9932,
-    ParaQuien = 9933,
-    Medio = 9934,
-    Volver = 9945,
-};
-
-constexpr QSize firstSize{1280, 700};
-constexpr QSize smallest{1020, 560};
-constexpr int dayBoxWidth = 132;
-constexpr int listWidth = 600, hoursWidth = 620;
+constexpr QSize FirstSize{1280, 700};
+constexpr QSize Smallest{1020, 560};
+constexpr int DayBoxWidth = 132;
+constexpr int ListWidth = 600, HoursWidth = 620;
 
 QLabel *caption(const QString &text, QWidget *buddy)
 {
@@ -65,7 +36,7 @@ QLabel *caption(const QString &text, QWidget *buddy)
 QHBoxLayout *rowOfControls()
 {
     auto *row = new QHBoxLayout;
-    row->setSpacing(Espacio::S);
+    row->setSpacing(ui::space::S);
     return row;
 }
 
@@ -73,17 +44,17 @@ QHBoxLayout *rowOfControls()
 
 void frmagenda::build()
 {
-    setWindowTitle(m_s(Titulo));
-    setStyleSheet(EstiloDeAgenda());
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
-    tabAgenda = named(new QTabBar, u"tabAgenda"_s, m_s(Titulo));
+    setWindowTitle(m_s(text::Agenda));
+    setStyleSheet(agendaStyle());
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
+    tabAgenda = named(new QTabBar, u"tabAgenda"_s, m_s(text::Agenda));
     tabAgenda->setExpanding(false);
-    tabAgenda->addTab(m_s(AgendaDelDia));
-    tabAgenda->addTab(m_s(TareasDeKelvara_));
+    tabAgenda->addTab(m_s(text::DayAgenda));
+    tabAgenda->addTab(m_s(text::TasksOfKelvara));
     m_vistas = new QStackedWidget;
     m_vistas->addWidget(buildDay());
     m_vistas->addWidget(buildOwnTasks());
-    cmdvolver = button(u"cmdvolver"_s, Volver, u"volver"_s, u"Esc"_s);
+    cmdvolver = button(u"cmdvolver"_s, text::AgendaLayoutGoBack, u"volver"_s, u"Esc"_s);
     cmdvolver->setProperty("clase", u"barra"_s);
     QHBoxLayout *head = rowOfControls();
     head->addWidget(tabAgenda);
@@ -91,58 +62,58 @@ void frmagenda::build()
     head->addWidget(cmdvolver);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::S, Espacio::L, Espacio::S);
-    all->setSpacing(Espacio::S);
+    all->setContentsMargins(ui::space::L, ui::space::S, ui::space::L, ui::space::S);
+    all->setSpacing(ui::space::S);
     all->addLayout(head);
     all->addWidget(m_vistas, 1);
     all->addWidget(Ayu);
 
     orderKeys();
-    setMinimumSize(smallest);
-    rememberSize(firstSize);
-    for (Grilla *list : {GAgenda, GKelvara}) {
-        MostrarTitulos(list);
+    setMinimumSize(Smallest);
+    rememberSize(FirstSize);
+    for (ui::Grid *list : {GAgenda, GKelvara}) {
+        showTitles(list);
         rememberColumns(list->horizontalHeader());
     }
 }
 
 QWidget *frmagenda::buildDay()
 {
-    m_mitades = new QSplitter(Qt::Horizontal);
-    m_mitades->setObjectName(u"mitades"_s);
-    m_mitades->setChildrenCollapsible(false);
-    m_mitades->setHandleWidth(Espacio::M);
-    m_mitades->addWidget(buildList());
-    m_mitades->addWidget(buildHours());
-    m_mitades->setSizes({listWidth, hoursWidth});
-    m_mitades->setStretchFactor(1, 1);
+    m_halves = new QSplitter(Qt::Horizontal);
+    m_halves->setObjectName(u"mitades"_s);
+    m_halves->setChildrenCollapsible(false);
+    m_halves->setHandleWidth(ui::space::M);
+    m_halves->addWidget(buildList());
+    m_halves->addWidget(buildHours());
+    m_halves->setSizes({ListWidth, HoursWidth});
+    m_halves->setStretchFactor(1, 1);
 
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(0, Espacio::XS, 0, 0);
-    column->setSpacing(Espacio::S);
+    column->setContentsMargins(0, ui::space::XS, 0, 0);
+    column->setSpacing(ui::space::S);
     column->addLayout(buildNavigation());
-    column->addWidget(m_mitades, 1);
+    column->addWidget(m_halves, 1);
     column->addLayout(buildActions());
     return page;
 }
 
 QLayout *frmagenda::buildNavigation()
 {
-    dtpAgenda = named(new CajaDeDia, u"dtpAgenda"_s, m_s(Dia));
-    dtpAgenda->setFixedWidth(dayBoxWidth);
-    cmdAnterior = button(u"cmdAnterior"_s, Anterior, {}, u"Ctrl+PgUp"_s);
-    cmdSiguiente = button(u"cmdSiguiente"_s, Siguiente, {}, u"Ctrl+PgDn"_s);
+    dtpAgenda = named(new DayBox, u"dtpAgenda"_s, m_s(text::Day));
+    dtpAgenda->setFixedWidth(DayBoxWidth);
+    cmdAnterior = button(u"cmdAnterior"_s, text::AgendaLayoutPrevious, {}, u"Ctrl+PgUp"_s);
+    cmdSiguiente = button(u"cmdSiguiente"_s, text::AgendaLayoutNext, {}, u"Ctrl+PgDn"_s);
     for (QPushButton *b : {cmdAnterior, cmdSiguiente}) {
         b->setText(b == cmdAnterior ? u"‹"_s : u"›"_s);
         b->setProperty("clase", u"barra"_s);
     }
-    cmdHoy = button(u"cmdHoy"_s, Hoy, {}, u"Ctrl+Home"_s);
+    cmdHoy = button(u"cmdHoy"_s, text::AgendaLayoutToday, {}, u"Ctrl+Home"_s);
     lblDia = named(new QLabel, u"lblDia"_s, {});
     lblDia->setProperty("clase", u"subtitulo"_s);
     lblDia->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    cmdDia = button(u"cmdDia"_s, VerDia);
-    cmdSemana = button(u"cmdSemana"_s, VerSemana);
+    cmdDia = button(u"cmdDia"_s, text::DayViewButton);
+    cmdSemana = button(u"cmdSemana"_s, text::WeekViewButton);
     auto *choice = new QButtonGroup(this);
     for (QPushButton *b : {cmdDia, cmdSemana}) {
         b->setCheckable(true);
@@ -155,7 +126,7 @@ QLayout *frmagenda::buildNavigation()
     row->addWidget(dtpAgenda);
     row->addWidget(cmdSiguiente);
     row->addWidget(cmdHoy);
-    row->addSpacing(Espacio::S);
+    row->addSpacing(ui::space::S);
     row->addWidget(lblDia, 1);
     row->addWidget(cmdDia);
     row->addWidget(cmdSemana);
@@ -164,32 +135,32 @@ QLayout *frmagenda::buildNavigation()
 
 QWidget *frmagenda::buildList()
 {
-    m_modelo = new ModeloDeGrilla(m_s,
-                                  {{m_s(Tarea_), Clase::Texto, 60},
-                                   {m_s(Hora), Clase::Hora, 60},
-                                   {m_s(Detalle), Clase::Texto, 320},
-                                   {m_s(Estado), Clase::Texto, 70},
-                                   {u"id"_s, Clase::Entero, 0, true}},
-                                  this);
-    GAgenda = named(new Grilla(m_s, m_modelo), u"GAgenda"_s, m_s(AgendaDelDia));
-    GAgenda->PermitirVarias();
-    GAgenda->PonerVacio(m_s(SinTareas));
+    m_model = new ui::GridModel(m_s,
+                                {{m_s(text::TaskColumn), ui::Kind::Text, 60},
+                                 {m_s(text::Hour), ui::Kind::Hour, 60},
+                                 {m_s(text::AgendaLayoutDetail), ui::Kind::Text, 320},
+                                 {m_s(text::AgendaLayoutState), ui::Kind::Text, 70},
+                                 {u"id"_s, ui::Kind::Whole, 0, true}},
+                                this);
+    GAgenda = named(new ui::Grid(m_s, m_model), u"GAgenda"_s, m_s(text::DayAgenda));
+    GAgenda->allowSeveral();
+    GAgenda->setEmptyText(m_s(text::NothingOnThisDay));
     GAgenda->setMinimumWidth(360);
 
-    GAgenda->setItemDelegateForColumn(0, new PintorDeDibujo(
+    GAgenda->setItemDelegateForColumn(0, new PicturePainter(
                                              [this](const QModelIndex &cell) {
-                                                 const TareaDelDia *t = taskOfRow(cell.row());
-                                                 return t ? t->icono : QString();
+                                                 const DayTask *t = taskOfRow(cell.row());
+                                                 return t ? t->icon : QString();
                                              },
                                              false, GAgenda));
     GAgenda->setItemDelegateForColumn(
-        2, new PintorDeTarea(
+        2, new TaskPainter(
                m_s, [this](const QModelIndex &cell) { return taskOfRow(cell.row()); }, GAgenda));
-    const QString done = m_s(Realizada_);
+    const QString done = m_s(text::Accomplished);
     const auto state = [done](const QModelIndex &cell) {
         return cell.data().toString() == done ? u"tarearealizada"_s : u"tareanorealizada"_s;
     };
-    GAgenda->setItemDelegateForColumn(3, new PintorDeDibujo(state, false, GAgenda));
+    GAgenda->setItemDelegateForColumn(3, new PicturePainter(state, false, GAgenda));
     QHeaderView *titles = GAgenda->horizontalHeader();
     titles->setStretchLastSection(false);
     titles->setSectionResizeMode(2, QHeaderView::Stretch);
@@ -198,25 +169,25 @@ QWidget *frmagenda::buildList()
 
 QWidget *frmagenda::buildHours()
 {
-    Horas = new VistaDeHoras(m_s);
-    Horas->setObjectName(u"Horas"_s);
-    return Horas;
+    hoursOf = new HoursView(m_s);
+    hoursOf->setObjectName(u"Horas"_s);
+    return hoursOf;
 }
 
 QLayout *frmagenda::buildActions()
 {
-    cmdNuevaTarea = button(u"cmdNuevaTarea"_s, NuevaTarea, u"turnos"_s, u"Ins"_s);
-    cmdTareaRealizada = button(u"cmdTareaRealizada"_s, Realizada, u"tarearealizada"_s,
+    cmdNuevaTarea = button(u"cmdNuevaTarea"_s, text::NewTask, u"turnos"_s, u"Ins"_s);
+    cmdTareaRealizada = button(u"cmdTareaRealizada"_s, text::DoneButton, u"tarearealizada"_s,
                                QKeySequence(Qt::Key_Space).toString(QKeySequence::NativeText));
-    cmdEliminar = button(u"cmdEliminar"_s, Eliminar, {}, u"Del"_s);
-    cmdImprimir = button(u"cmdImprimir"_s, ImprimirHoy, u"imprimir"_s, u"Ctrl+P"_s);
-    cmdCalendario = button(u"cmdCalendario"_s, Calendario);
-    cmdPasarTarea = button(u"cmdPasarTarea"_s, Pasar);
-    dtpPasarTarea = named(new CajaDeDia, u"dtpPasarTarea"_s, m_s(Postergar));
-    dtpPasarTarea->setFixedWidth(dayBoxWidth);
+    cmdEliminar = button(u"cmdEliminar"_s, text::AgendaLayoutRemove, {}, u"Del"_s);
+    cmdImprimir = button(u"cmdImprimir"_s, text::PrintTodayButton, u"imprimir"_s, u"Ctrl+P"_s);
+    cmdCalendario = button(u"cmdCalendario"_s, text::CalendarFileButton);
+    cmdPasarTarea = button(u"cmdPasarTarea"_s, text::DelayButton);
+    dtpPasarTarea = named(new DayBox, u"dtpPasarTarea"_s, m_s(text::DelayTask));
+    dtpPasarTarea->setFixedWidth(DayBoxWidth);
     m_menu = new QMenu(cmdCalendario);
-    QAction *day = m_menu->addAction(m_s(GuardarDia), this, &frmagenda::exportDay);
-    QAction *one = m_menu->addAction(m_s(GuardarTarea), this, &frmagenda::exportTask);
+    QAction *day = m_menu->addAction(m_s(text::SaveDay), this, &frmagenda::exportDay);
+    QAction *one = m_menu->addAction(m_s(text::SaveTask), this, &frmagenda::exportTask);
     day->setObjectName(u"menuDia"_s);
     one->setObjectName(u"menuTarea"_s);
     cmdCalendario->setMenu(m_menu);
@@ -227,7 +198,7 @@ QLayout *frmagenda::buildActions()
          {cmdNuevaTarea, cmdTareaRealizada, cmdEliminar, cmdImprimir, cmdCalendario})
         row->addWidget(b);
     row->addStretch();
-    row->addWidget(caption(m_s(Postergar), dtpPasarTarea));
+    row->addWidget(caption(m_s(text::DelayTask), dtpPasarTarea));
     row->addWidget(dtpPasarTarea);
     row->addWidget(cmdPasarTarea);
     return row;
@@ -235,17 +206,17 @@ QLayout *frmagenda::buildActions()
 
 QWidget *frmagenda::buildOwnTasks()
 {
-    m_modeloKelvara = new ModeloDeGrilla(m_s,
-                                         {{m_s(Motivo), Clase::Texto, 420},
-                                          {m_s(ParaQuien), Clase::Texto, 280},
-                                          {m_s(Medio), Clase::Texto, 220},
-                                          {m_s(Estado), Clase::Texto, 150}},
-                                         this);
-    GKelvara = named(new Grilla(m_s, m_modeloKelvara), u"GKelvara"_s, m_s(TareasDeKelvara_));
-    GKelvara->PonerVacio(m_s(SinComunicaciones));
-    GKelvara->PermitirVarias();
-    const QString done = m_s(Realizada_);
-    GKelvara->setItemDelegateForColumn(3, new PintorDeDibujo(
+    m_modelKelvara = new ui::GridModel(m_s,
+                                       {{m_s(text::AgendaLayoutReason), ui::Kind::Text, 420},
+                                        {m_s(text::ForWhom), ui::Kind::Text, 280},
+                                        {m_s(text::ContactBy), ui::Kind::Text, 220},
+                                        {m_s(text::AgendaLayoutState), ui::Kind::Text, 150}},
+                                       this);
+    GKelvara = named(new ui::Grid(m_s, m_modelKelvara), u"GKelvara"_s, m_s(text::TasksOfKelvara));
+    GKelvara->setEmptyText(m_s(text::NoCommunicationsToday));
+    GKelvara->allowSeveral();
+    const QString done = m_s(text::Accomplished);
+    GKelvara->setItemDelegateForColumn(3, new PicturePainter(
                                               [done](const QModelIndex &cell) {
                                                   return cell.data().toString() == done
                                                              ? u"tarearealizada"_s
@@ -254,7 +225,7 @@ QWidget *frmagenda::buildOwnTasks()
                                               true, GKelvara));
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(0, Espacio::XS, 0, 0);
+    column->setContentsMargins(0, ui::space::XS, 0, 0);
     column->addWidget(GKelvara);
     return page;
 }
@@ -262,7 +233,7 @@ QWidget *frmagenda::buildOwnTasks()
 void frmagenda::orderKeys()
 {
     const QList<QWidget *> order{
-        GAgenda,       Horas,         cmdNuevaTarea, cmdTareaRealizada, cmdEliminar, cmdImprimir,
+        GAgenda,       hoursOf,       cmdNuevaTarea, cmdTareaRealizada, cmdEliminar, cmdImprimir,
         cmdCalendario, dtpPasarTarea, cmdPasarTarea, cmdAnterior,       dtpAgenda,   cmdSiguiente,
         cmdHoy,        cmdDia,        cmdSemana,     tabAgenda,         cmdvolver};
     for (int i = 0; i + 1 < order.size(); ++i)

@@ -1,6 +1,7 @@
 #include "agenda/frmagenda_look.h"
 
 #include "agenda/tasks.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
@@ -11,15 +12,14 @@
 #include <QTableView>
 #include <QToolButton>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { Cliente = 14, Telefonos = 15 };
-
-constexpr int pictureSide = 22;
-constexpr QSize calendarSize{300, 250};
+constexpr int PictureSide = 22;
+constexpr QSize CalendarSize{300, 250};
 const QString between = u"  ·  "_s;
 
 QString joined(QStringList parts)
@@ -34,7 +34,7 @@ void dressCalendar(QCalendarWidget *month)
     month->setFirstDayOfWeek(QLocale().firstDayOfWeek());
     month->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     month->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
-    month->setMinimumSize(calendarSize);
+    month->setMinimumSize(CalendarSize);
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
         month->setWeekdayTextFormat(day, month->weekdayTextFormat(Qt::Monday));
     const std::pair<QString, QString> arrows[] = {{u"qt_calendar_prevmonth"_s, u"‹"_s},
@@ -47,9 +47,9 @@ void dressCalendar(QCalendarWidget *month)
 }
 
 /// What stands in the second line.
-QString noteOf(const TareaDelDia &t)
+QString noteOf(const DayTask &t)
 {
-    return t.tip == TipoTarea::TareaDeUsuario && !t.des.isEmpty() ? t.concepto : t.des.simplified();
+    return t.tip == TaskKind::UserTask && !t.des.isEmpty() ? t.item : t.des.simplified();
 }
 
 /// The ground of a cell as the style draws it, without its text.
@@ -67,20 +67,20 @@ QColor inkOf(const QStyleOptionViewItem &option)
 
 } // namespace
 
-QString EstiloDeAgenda()
+QString agenda::agendaStyle()
 {
     const QString arrow =
-        PaletaEnUso().oscura ? u":/theme/abajo-noche.svg"_s : u":/theme/abajo.svg"_s;
+        ui::paletteInUse().dark ? u":/theme/abajo-noche.svg"_s : u":/theme/abajo.svg"_s;
     return uR"(
 QPushButton { padding: 5px 12px; min-width: 0; }
 QPushButton:focus { padding: 4px 11px; }
-QPushButton[clase="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
-QPushButton[clase="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
-QPushButton[clase="barra"]:hover:enabled { border-color: palette(highlight); }
+QPushButton[kind="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
+QPushButton[kind="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
+QPushButton[kind="barra"]:hover:enabled { border-color: palette(highlight); }
 QPushButton:checked { background: palette(highlight); color: palette(highlighted-text); }
 QPushButton::menu-indicator { width: 0; image: none; }
-VistaDeHoras { border: 1px solid palette(mid); border-radius: 8px; background: palette(base); }
-VistaDeHoras:focus { border-color: palette(highlight); }
+HoursView { border: 1px solid palette(mid); border-radius: 8px; background: palette(base); }
+HoursView:focus { border-color: palette(highlight); }
 QSplitter::handle:horizontal { background: palette(mid); border-radius: 2px; margin: 2px 4px; }
 QSplitter::handle:horizontal:hover { background: palette(highlight); }
 QLineEdit, QComboBox, QDateEdit { padding: 4px 8px; }
@@ -106,89 +106,88 @@ QDateEdit::down-arrow { image: url(%1); width: 12px; height: 12px; }
 )"_s.arg(arrow);
 }
 
-void MostrarTitulos(QTableView *tabla)
+void agenda::showTitles(QTableView *table)
 {
-    const QHeaderView *titles = tabla->horizontalHeader();
+    const QHeaderView *titles = table->horizontalHeader();
     titles->ensurePolished();
     for (int c = 0; c < titles->count(); ++c)
-        if (!tabla->isColumnHidden(c))
-            tabla->setColumnWidth(c, std::max(tabla->columnWidth(c), titles->sectionSizeHint(c)));
+        if (!table->isColumnHidden(c))
+            table->setColumnWidth(c, std::max(table->columnWidth(c), titles->sectionSizeHint(c)));
 }
 
-CajaDeDia::CajaDeDia(QWidget *parent) : QDateEdit(parent)
+DayBox::DayBox(QWidget *parent) : QDateEdit(parent)
 {
-    setDisplayFormat(MesPrimero() ? u"MM/dd/yyyy"_s : u"dd/MM/yyyy"_s);
+    setDisplayFormat(store::isMonthFirst() ? u"MM/dd/yyyy"_s : u"dd/MM/yyyy"_s);
     setCalendarPopup(true);
     setKeyboardTracking(false);
     dressCalendar(calendarWidget());
 }
 
-QDate CajaDeDia::Dia()
+QDate DayBox::Day()
 {
     interpretText();
     return date();
 }
 
-PintorDeDibujo::PintorDeDibujo(std::function<QString(const QModelIndex &)> dibujo, bool conTexto,
+PicturePainter::PicturePainter(std::function<QString(const QModelIndex &)> dibujo, bool withText,
                                QObject *parent)
-    : QStyledItemDelegate(parent), m_dibujo(std::move(dibujo)), m_conTexto(conTexto)
+    : QStyledItemDelegate(parent), m_picture(std::move(dibujo)), m_withText(withText)
 {
 }
 
-void PintorDeDibujo::paint(QPainter *painter, const QStyleOptionViewItem &option,
+void PicturePainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
                            const QModelIndex &index) const
 {
     drawGround(painter, option);
-    const QString name = m_dibujo(index);
-    QRect place = option.rect.adjusted(Espacio::S, 0, -Espacio::S, 0);
-    QRect picture(place.left(), place.center().y() - pictureSide / 2, pictureSide, pictureSide);
-    if (!m_conTexto)
-        picture.moveLeft(option.rect.center().x() - pictureSide / 2);
-    const bool onDark = option.state & QStyle::State_Selected && !PaletaEnUso().oscura;
+    const QString name = m_picture(index);
+    QRect place = option.rect.adjusted(ui::space::S, 0, -ui::space::S, 0);
+    QRect picture(place.left(), place.center().y() - PictureSide / 2, PictureSide, PictureSide);
+    if (!m_withText)
+        picture.moveLeft(option.rect.center().x() - PictureSide / 2);
+    const bool onDark = option.state & QStyle::State_Selected && !ui::paletteInUse().dark;
     if (!name.isEmpty())
-        Icono(name, onDark ? Tono::SobreMarco : Tono::Normal).paint(painter, picture);
-    if (!m_conTexto && !name.isEmpty())
+        ui::namedIcon(name, onDark ? ui::Tone::OnFrame : ui::Tone::Normal).paint(painter, picture);
+    if (!m_withText && !name.isEmpty())
         return;
     // A concept without a picture is told in words, so that no row stands without a sign.
     if (!name.isEmpty())
-        place.setLeft(picture.right() + Espacio::S);
+        place.setLeft(picture.right() + ui::space::S);
     painter->setPen(inkOf(option));
     painter->drawText(
         place, int(Qt::AlignLeft) | Qt::AlignVCenter,
         option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, place.width()));
 }
 
-QSize PintorDeDibujo::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+QSize PicturePainter::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    return QStyledItemDelegate::sizeHint(option, index) + QSize(pictureSide + Espacio::S, 0);
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(PictureSide + ui::space::S, 0);
 }
 
-PintorDeTarea::PintorDeTarea(const Sesion &s, Busca tarea, QObject *parent)
+TaskPainter::TaskPainter(const Sesion &s, Finds task, QObject *parent)
     : QStyledItemDelegate(parent),
-      m_cliente(s(Cliente)),
-      m_telefonos(s(Telefonos)),
-      m_tarea(std::move(tarea))
+      m_client(s(text::Client)),
+      m_telephones(s(text::Phones)),
+      m_task(std::move(task))
 {
 }
 
-int PintorDeTarea::Alto(const QFontMetrics &letra, const TareaDelDia &tarea)
+int TaskPainter::heightOf(const QFontMetrics &font, const DayTask &task)
 {
-    const int lines = 1 + !noteOf(tarea).isEmpty() + !tarea.cliente.isEmpty();
-    return lines * letra.lineSpacing() + Espacio::M;
+    const int lines = 1 + !noteOf(task).isEmpty() + !task.client.isEmpty();
+    return lines * font.lineSpacing() + ui::space::M;
 }
 
-void PintorDeTarea::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                          const QModelIndex &index) const
+void TaskPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                        const QModelIndex &index) const
 {
-    const TareaDelDia *task = m_tarea(index);
+    const DayTask *task = m_task(index);
     if (!task)
         return QStyledItemDelegate::paint(painter, option, index);
     drawGround(painter, option);
-    const QString client =
-        task->cliente.isEmpty() ? QString() : m_cliente + u": "_s + task->cliente;
+    const QString client = task->client.isEmpty() ? QString() : m_client + u": "_s + task->client;
     const QString phones =
-        task->telefonos.isEmpty() ? QString() : m_telefonos + u": "_s + task->telefonos;
-    QStringList lines{AsuntoDeTarea(*task), noteOf(*task), joined({client, phones})};
+        task->telephones.isEmpty() ? QString() : m_telephones + u": "_s + task->telephones;
+    QStringList lines{taskSubject(*task), noteOf(*task), joined({client, phones})};
     lines.removeAll(QString());
 
     painter->save();
@@ -196,9 +195,9 @@ void PintorDeTarea::paint(QPainter *painter, const QStyleOptionViewItem &option,
     strong.setWeight(QFont::DemiBold);
     const QColor ink = inkOf(option);
     const bool selected = option.state & QStyle::State_Selected;
-    const QColor soft = selected ? ink : PaletaEnUso().textoSuave;
+    const QColor soft = selected ? ink : ui::paletteInUse().softText;
     const int height = option.fontMetrics.lineSpacing();
-    QRect place = option.rect.adjusted(Espacio::S, 0, -Espacio::S, 0);
+    QRect place = option.rect.adjusted(ui::space::S, 0, -ui::space::S, 0);
     place.setTop(place.center().y() - int(lines.size()) * height / 2 + 1);
     place.setHeight(height);
     for (int i = 0; i < lines.size(); ++i) {
@@ -212,9 +211,9 @@ void PintorDeTarea::paint(QPainter *painter, const QStyleOptionViewItem &option,
     painter->restore();
 }
 
-QString AsuntoDeTarea(const TareaDelDia &t)
+QString agenda::taskSubject(const DayTask &t)
 {
-    if (t.tip == TipoTarea::TareaDeUsuario)
-        return t.des.isEmpty() ? t.concepto : t.des.simplified();
-    return joined({t.paciente, t.concepto});
+    if (t.tip == TaskKind::UserTask)
+        return t.des.isEmpty() ? t.item : t.des.simplified();
+    return joined({t.patient, t.item});
 }

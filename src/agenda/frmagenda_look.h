@@ -9,57 +9,62 @@
 
 class QTableView;
 
+namespace agenda
+{
+
 /// What the theme leaves open for these forms: flat buttons, the arrow of a day's box.
-QString EstiloDeAgenda();
+QString agendaStyle();
 
 /// Widens the columns whose title is longer than they are, with room for the arrow of a sort.
-void MostrarTitulos(QTableView *tabla);
+void showTitles(QTableView *table);
 
 /// A day that is typed, walked by UP and DOWN, or picked from a calendar. Tells of it once it is
 /// whole.
-class CajaDeDia : public QDateEdit
+class DayBox : public QDateEdit
 {
     Q_OBJECT
 public:
-    explicit CajaDeDia(QWidget *parent = nullptr);
+    explicit DayBox(QWidget *parent = nullptr);
     /// The day shown, also while it is still being typed: an ALT key leaves the focus where it is.
-    QDate Dia();
+    QDate Day();
 };
 
 /// Draws a cell as a picture, with its text behind it or alone.
-class PintorDeDibujo : public QStyledItemDelegate
+class PicturePainter : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
     /// @param dibujo name of a row's picture
-    PintorDeDibujo(std::function<QString(const QModelIndex &)> dibujo, bool conTexto,
+    PicturePainter(std::function<QString(const QModelIndex &)> dibujo, bool withText,
                    QObject *parent);
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
-    std::function<QString(const QModelIndex &)> m_dibujo;
-    bool m_conTexto;
+    std::function<QString(const QModelIndex &)> m_picture;
+    bool m_withText;
 };
 
 /// Draws a task in up to three lines: whom or what it is about, what was noted, and how to reach
 /// the client.
-class PintorDeTarea : public QStyledItemDelegate
+class TaskPainter : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
-    using Busca = std::function<const TareaDelDia *(const QModelIndex &)>;
-    PintorDeTarea(const Sesion &s, Busca tarea, QObject *parent);
+    using Finds = std::function<const DayTask *(const QModelIndex &)>;
+    TaskPainter(const Sesion &s, Finds task, QObject *parent);
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
     /// Height of the row of a task.
-    static int Alto(const QFontMetrics &letra, const TareaDelDia &tarea);
+    static int heightOf(const QFontMetrics &font, const DayTask &task);
 
 private:
-    QString m_cliente, m_telefonos;
-    Busca m_tarea;
+    QString m_client, m_telephones;
+    Finds m_task;
 };
 
 /// What a task is about in a few words: patient and concept; a user's note.
-QString AsuntoDeTarea(const TareaDelDia &tarea);
+QString taskSubject(const DayTask &task);
+
+} // namespace agenda

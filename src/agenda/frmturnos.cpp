@@ -5,6 +5,9 @@
 #include "agenda/tasks.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
+#include "texts/agenda.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/grid.h"
@@ -17,54 +20,30 @@
 #include <QHeaderView>
 #include <QStyle>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Cliente = 14,
-    Dia = 1302,
-    Hora = 1303,
-    Recordar = 1307,
-    MasConceptos = 1308,
-    Concepto_ = 9907,
-    Titulo = 9935,
-    Concepto = 9936,
-    Alarma_ = 9937,
-    Descripcion = 9938,
-    Agendar_ = 9939,
-    SinPaciente = 9940,
-    ElijaConcepto = 9941,
-    EscribaHora = 9942,
-    SinTurnos = 9943,
-    TurnosDelDia_ = 9944,
-    Volver = 9945,
-    Paciente = 9946,
-    Opcional = 9947,
-    ElijaPaciente = 9949,
-    SigueEscribiendo = 9515,
-    HoyNoSale = 9991,
-};
-
-constexpr QSize firstSize{900, 520};
-constexpr int boxesWidth = 380;
-constexpr int helpLines = 3;
-constexpr int columnOfConcept = 0, columnOfHour = 1, columnOfId = 3;
+constexpr QSize BookingSize{900, 520};
+constexpr int BoxesWidth = 380;
+constexpr int HelpLines = 3;
+constexpr int ColumnOfConcept = 0, ColumnOfHour = 1, columnOfId = 3;
 
 } // namespace
 
-frmTurnos::frmTurnos(Sesion &s, QWidget *parent) : FormBase(s, u"frmTurnos"_s, parent)
+frmTurnos::frmTurnos(Sesion &s, QWidget *parent) : ui::FormBase(s, u"frmTurnos"_s, parent)
 {
     setWindowModality(Qt::ApplicationModal);
-    setWindowTitle(s(Titulo));
+    setWindowTitle(s(text::BookingTitle));
     build();
     wire();
 }
 
 void frmTurnos::build()
 {
-    setStyleSheet(EstiloDeAgenda());
+    setStyleSheet(agendaStyle());
     lblPaciente = named(new QLabel, u"lblPaciente"_s, {});
     lblPaciente->setProperty("clase", u"subtitulo"_s);
     lblCliente = named(new QLabel, u"lblCliente"_s, {});
@@ -80,13 +59,13 @@ void frmTurnos::build()
     Ayu->setWordWrap(true);
     Ayu->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
-    cmdAgendar = button(u"cmdAgendar"_s, Agendar_, u"turnos"_s);
+    cmdAgendar = button(u"cmdAgendar"_s, text::BookingBook, u"turnos"_s);
     cmdAgendar->setDefault(true);
-    cmdVolver = button(u"cmdVolver"_s, Volver, {}, u"Esc"_s);
+    cmdVolver = button(u"cmdVolver"_s, text::AgendaLayoutGoBack, {}, u"Esc"_s);
 
     auto *halves = new QGridLayout;
-    halves->setHorizontalSpacing(Espacio::XL);
-    halves->setVerticalSpacing(Espacio::L);
+    halves->setHorizontalSpacing(ui::space::XL);
+    halves->setVerticalSpacing(ui::space::L);
     auto *names = new QVBoxLayout;
     names->setSpacing(2);
     names->addWidget(lblPaciente);
@@ -94,44 +73,44 @@ void frmTurnos::build()
     halves->addLayout(names, 0, 0);
     halves->addLayout(buildBoxes(), 1, 0);
     halves->addLayout(buildList(), 0, 1, 2, 1);
-    halves->setColumnMinimumWidth(0, boxesWidth);
+    halves->setColumnMinimumWidth(0, BoxesWidth);
     halves->setColumnStretch(0, 2);
     halves->setColumnStretch(1, 3);
     halves->setRowStretch(1, 1);
 
     auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(Espacio::S);
+    buttons->setSpacing(ui::space::S);
     buttons->addStretch();
     buttons->addWidget(cmdVolver);
     buttons->addWidget(cmdAgendar);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::XL, Espacio::L, Espacio::XL, Espacio::L);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::XL, ui::space::L, ui::space::XL, ui::space::L);
+    all->setSpacing(ui::space::M);
     all->addLayout(halves, 1);
     all->addWidget(Ayu);
     all->addLayout(buttons);
     Ayu->ensurePolished();
-    Ayu->setMinimumHeight(helpLines * Ayu->fontMetrics().lineSpacing());
-    rememberSize(firstSize);
-    MostrarTitulos(GTurnos);
+    Ayu->setMinimumHeight(HelpLines * Ayu->fontMetrics().lineSpacing());
+    rememberSize(BookingSize);
+    showTitles(GTurnos);
     rememberColumns(GTurnos->horizontalHeader());
 }
 
 QLayout *frmTurnos::buildBoxes()
 {
-    cmbSel = named(new ListaConCompletado, u"cmbSel"_s, m_s(Concepto));
-    dtpDia = named(new CajaDeDia, u"dtpDia"_s, m_s(Dia));
-    txtHora = named(new QLineEdit, u"txtHora"_s, m_s(Hora));
-    txtAla = named(new QLineEdit, u"txtAla"_s, m_s(Alarma_));
-    txtAla->setPlaceholderText(m_s(Opcional));
-    txtDesc = named(new QLineEdit, u"txtDesc"_s, m_s(Descripcion));
-    txtDesc->setMaxLength(std::max(1, m_s.morvane->Ancho("TareasAgenda", "des")));
-    chkRec = named(new QCheckBox(m_s(Recordar)), u"chkRec"_s, m_s(Recordar));
+    cmbSel = named(new ui::ListWithCompleted, u"cmbSel"_s, m_s(text::BookingConcept));
+    dtpDia = named(new DayBox, u"dtpDia"_s, m_s(text::Day));
+    txtHora = named(new QLineEdit, u"txtHora"_s, m_s(text::Hour));
+    txtAla = named(new QLineEdit, u"txtAla"_s, m_s(text::BookingAlarm));
+    txtAla->setPlaceholderText(m_s(text::BookingOptional));
+    txtDesc = named(new QLineEdit, u"txtDesc"_s, m_s(text::BookingDescription));
+    txtDesc->setMaxLength(std::max(1, m_s.morvane->widthOf("TareasAgenda", "des")));
+    chkRec = named(new QCheckBox(m_s(text::RemindByMail)), u"chkRec"_s, m_s(text::RemindByMail));
 
     auto *boxes = new QGridLayout;
-    boxes->setHorizontalSpacing(Espacio::M);
-    boxes->setVerticalSpacing(Espacio::M);
+    boxes->setHorizontalSpacing(ui::space::M);
+    boxes->setVerticalSpacing(ui::space::M);
     boxes->setColumnStretch(1, 1);
     int row = 0;
     const auto put = [&](int text, QWidget *box) {
@@ -140,36 +119,36 @@ QLayout *frmTurnos::buildBoxes()
         boxes->addWidget(label, row, 0);
         boxes->addWidget(box, row++, 1);
     };
-    put(Concepto, cmbSel);
-    put(Dia, dtpDia);
-    put(Hora, txtHora);
-    put(Alarma_, txtAla);
+    put(text::BookingConcept, cmbSel);
+    put(text::Day, dtpDia);
+    put(text::Hour, txtHora);
+    put(text::BookingAlarm, txtAla);
     boxes->addWidget(chkRec, row++, 1);
-    put(Descripcion, txtDesc);
+    put(text::BookingDescription, txtDesc);
     boxes->setRowStretch(row, 1);
     return boxes;
 }
 
 QLayout *frmTurnos::buildList()
 {
-    m_modelo = new ModeloDeGrilla(m_s,
-                                  {{m_s(Concepto_), Clase::Texto, 220},
-                                   {m_s(Hora), Clase::Hora, 64},
-                                   {m_s(Paciente), Clase::Texto, 120},
-                                   {u"id"_s, Clase::Entero, 0, true}},
-                                  this);
-    GTurnos = named(new Grilla(m_s, m_modelo), u"GTurnos"_s, m_s(TurnosDelDia_));
-    GTurnos->PonerVacio(m_s(SinTurnos));
+    m_model = new ui::GridModel(m_s,
+                                {{m_s(text::TaskColumn), ui::Kind::Text, 220},
+                                 {m_s(text::Hour), ui::Kind::Hour, 64},
+                                 {m_s(text::Patient), ui::Kind::Text, 120},
+                                 {u"id"_s, ui::Kind::Whole, 0, true}},
+                                this);
+    GTurnos = named(new ui::Grid(m_s, m_model), u"GTurnos"_s, m_s(text::DayAppointments));
+    GTurnos->setEmptyText(m_s(text::NoAppointmentsYet));
     GTurnos->setItemDelegateForColumn(
-        columnOfConcept,
-        new PintorDeDibujo(
-            [this](const QModelIndex &cell) { return IconoDeHoja(m_s, cell.data().toString()); },
+        ColumnOfConcept,
+        new PicturePainter(
+            [this](const QModelIndex &cell) { return sheetIcon(m_s, cell.data().toString()); },
             true, GTurnos));
-    auto *title = new QLabel(m_s(TurnosDelDia_));
+    auto *title = new QLabel(m_s(text::DayAppointments));
     title->setProperty("clase", u"suave"_s);
     title->setBuddy(GTurnos);
     auto *column = new QVBoxLayout;
-    column->setSpacing(Espacio::XS);
+    column->setSpacing(ui::space::XS);
     column->addWidget(title);
     column->addWidget(GTurnos, 1);
     return column;
@@ -186,9 +165,9 @@ void frmTurnos::wire()
     refuseApostrophe({txtDesc});
     for (QWidget *box : {txtHora, txtAla, txtDesc})
         box->installEventFilter(this);
-    connect(cmbSel, &ListaConCompletado::tecleado, this, &frmTurnos::complete);
-    connect(cmbSel, &ListaConCompletado::elegido, this, &frmTurnos::conceptChosen);
-    connect(cmbSel, &ListaConCompletado::vaciado, this, &frmTurnos::conceptChosen);
+    connect(cmbSel, &ui::ListWithCompleted::typed, this, &frmTurnos::complete);
+    connect(cmbSel, &ui::ListWithCompleted::chosen, this, &frmTurnos::conceptChosen);
+    connect(cmbSel, &ui::ListWithCompleted::emptied, this, &frmTurnos::conceptChosen);
     connect(dtpDia, &QDateEdit::dateChanged, this, [this] {
         guarded([this] { loadDay(); });
         if (chkRec->isChecked())
@@ -199,11 +178,11 @@ void frmTurnos::wire()
     connect(cmdVolver, &QPushButton::clicked, this, &frmTurnos::reject);
 }
 
-void frmTurnos::opened(const QVariantMap &parametros)
+void frmTurnos::opened(const QVariantMap &parameters)
 {
-    ida = parametros.value(u"ida"_s, m_s.IdGlobal.idm).toInt();
-    const QDate day = parametros.value(u"dia"_s).toDate();
-    const QTime hour = parametros.value(u"hora"_s).toTime();
+    ida = parameters.value(u"ida"_s, m_s.IdGlobal.idm).toInt();
+    const QDate day = parameters.value(u"dia"_s).toDate();
+    const QTime hour = parameters.value(u"hora"_s).toTime();
     guarded([&] {
         showPatient();
         loadConcepts();
@@ -211,32 +190,32 @@ void frmTurnos::opened(const QVariantMap &parametros)
         dtpDia->setDate(day.isValid() ? day : m_s.reloj.hoy);
         loadDay();
     });
-    txtHora->setText(HoraLarga(hour.isValid() ? hour : m_s.reloj.Hora()));
+    txtHora->setText(longHour(hour.isValid() ? hour : m_s.reloj.hourOf()));
     txtAla->clear();
     txtDesc->clear();
     chkRec->setChecked(false);
     cmbSel->SeleccionarItem(0);
     conceptChosen();
     cmbSel->setFocus();
-    m_alEmpezar = typed();
+    m_toBegin = typed();
 }
 
 void frmTurnos::reject()
 {
     // Asked so that ENTER, pressed without reading, loses nothing.
-    if (typed() == m_alEmpezar || !m_s.dialogos.Pregunta(m_s(SigueEscribiendo)))
-        FormBase::reject();
+    if (typed() == m_toBegin || !m_s.dialogos.Pregunta(m_s(text::LeaveUnsavedQuestion)))
+        ui::FormBase::reject();
 }
 
 /// What can be lost; an hour is the same however it is written.
 QStringList frmTurnos::typed() const
 {
     const auto hour = [](const QLineEdit *box) {
-        const QTime time = HoraEscrita(box->text());
+        const QTime time = typedHour(box->text());
         return time.isValid() ? time.toString(u"HH:mm") : box->text().trimmed();
     };
     return {cmbSel->currentText().trimmed(),
-            dtpDia->Dia().toString(Qt::ISODate),
+            dtpDia->Day().toString(Qt::ISODate),
             hour(txtHora),
             hour(txtAla),
             txtDesc->text().trimmed(),
@@ -248,38 +227,38 @@ void frmTurnos::showPatient()
     const QString name = ida > 0 ? LeerCampo(m_s, "clientes", "mascotas", ida, "nom") : QString();
     const int idc = LeerCampo(m_s, "clientes", "mascotas", ida, "idc").toInt();
     const QString owner = LeerCampo(m_s, "clientes", "clientes", idc, "ayn");
-    lblPaciente->setText(ida > 0 ? name : m_s(SinPaciente));
-    QStringList reach{owner.isEmpty() ? QString() : m_s(Cliente) + u": "_s + owner,
+    lblPaciente->setText(ida > 0 ? name : m_s(text::NoPatientChosen));
+    QStringList reach{owner.isEmpty() ? QString() : m_s(text::Client) + u": "_s + owner,
                       TelefonosCliente(m_s, idc)};
     reach.removeAll(QString());
-    lblCliente->setText(ida > 0 ? reach.join(u"  ·  "_s) : m_s(ElijaPaciente));
+    lblCliente->setText(ida > 0 ? reach.join(u"  ·  "_s) : m_s(text::BookForPatientHint));
 }
 
 void frmTurnos::loadConcepts()
 {
-    m_conceptos = ConceptosDeTurno(m_s);
-    QList<Opcion> options;
-    for (const ConceptoDeTurno &c : m_conceptos)
+    m_concepts = appointmentConcepts(m_s);
+    QList<store::Option> options;
+    for (const AppointmentConcept &c : m_concepts)
         options.append({c.nom, c.ida});
     cmbSel->clear();
-    cmbSel->Cargar(options);
+    cmbSel->load(options);
 }
 
 void frmTurnos::loadDay()
 {
-    m_turnos = TurnosDelDia(m_s, dtpDia->date());
-    std::vector<FilaDeGrilla> rows;
-    for (const TareaDelDia &t : m_turnos)
-        rows.push_back({{t.concepto, t.hor, t.paciente, t.id}});
-    m_modelo->sort(-1, Qt::AscendingOrder); // by hour, whatever was clicked before
-    m_modelo->Poner(std::move(rows));
+    m_appointments = dayAppointments(m_s, dtpDia->date());
+    std::vector<ui::GridRow> rows;
+    for (const DayTask &t : m_appointments)
+        rows.push_back({{t.item, t.hor, t.patient, t.id}});
+    m_model->sort(-1, Qt::AscendingOrder); // by hour, whatever was clicked before
+    m_model->set(std::move(rows));
 }
 
-void frmTurnos::complete(const QString &texto)
+void frmTurnos::complete(const QString &text)
 {
-    for (const ConceptoDeTurno &c : m_conceptos)
-        if (c.nom.startsWith(texto, Qt::CaseInsensitive)) {
-            cmbSel->Proponer(c.ida, c.nom);
+    for (const AppointmentConcept &c : m_concepts)
+        if (c.nom.startsWith(text, Qt::CaseInsensitive)) {
+            cmbSel->propose(c.ida, c.nom);
             break;
         }
     conceptChosen();
@@ -288,7 +267,7 @@ void frmTurnos::complete(const QString &texto)
 void frmTurnos::conceptChosen()
 {
     const int chosen = cmbSel->Id();
-    const bool forClient = ida > 0 && chosen != 0 && chosen != TipoTarea::TareaDeUsuario;
+    const bool forClient = ida > 0 && chosen != 0 && chosen != TaskKind::UserTask;
     chkRec->setEnabled(forClient);
     if (!forClient)
         chkRec->setChecked(false);
@@ -298,8 +277,8 @@ void frmTurnos::conceptChosen()
 QString frmTurnos::hint() const
 {
     if (remindsInVain())
-        return m_s(HoyNoSale);
-    return m_s(cmbSel->Id() != 0 ? MasConceptos : ElijaConcepto);
+        return m_s(text::ReminderGoesInTheMorning);
+    return m_s(cmbSel->Id() != 0 ? text::MoreConceptsHint : text::ChooseConceptFirst);
 }
 
 /// What reminds of today's appointments has run.
@@ -310,66 +289,66 @@ bool frmTurnos::remindsInVain() const
 
 void frmTurnos::hourLeft()
 {
-    const QTime hour = HoraEscrita(txtHora->text());
+    const QTime hour = typedHour(txtHora->text());
     if (!hour.isValid())
-        return help(m_s(EscribaHora), true);
-    txtHora->setText(HoraLarga(hour));
-    help(m_s(Dia) + u": "_s + QLocale().toString(dtpDia->date(), QLocale::LongFormat) + u".  "_s
-         + m_s(Hora) + u": "_s + HoraLarga(hour) + u'.'
-         + (remindsInVain() ? u'\n' + m_s(HoyNoSale) : QString()));
-    const int near = FilaCercana(m_turnos, hour);
+        return help(m_s(text::TypeTheTime), true);
+    txtHora->setText(longHour(hour));
+    help(m_s(text::Day) + u": "_s + QLocale().toString(dtpDia->date(), QLocale::LongFormat)
+         + u".  "_s + m_s(text::Hour) + u": "_s + longHour(hour) + u'.'
+         + (remindsInVain() ? u'\n' + m_s(text::ReminderGoesInTheMorning) : QString()));
+    const int near = nearestRow(m_appointments, hour);
     if (near < 0)
         return GTurnos->Seleccionar(-1);
     // The list may have been sorted by a click on a title.
-    const int row =
-        m_modelo->BuscarEnGrilla(m_turnos[size_t(near)].id, columnOfId, 0, m_modelo->Filas() - 1);
+    const int row = m_model->BuscarEnGrilla(m_appointments[size_t(near)].id, columnOfId, 0,
+                                            m_model->allRows() - 1);
     GTurnos->Seleccionar(row);
-    GTurnos->scrollTo(m_modelo->index(FilaDeArriba(row), columnOfHour),
+    GTurnos->scrollTo(m_model->index(rowAbove(row), ColumnOfHour),
                       QAbstractItemView::PositionAtTop);
 }
 
-void frmTurnos::help(const QString &texto, bool falla)
+void frmTurnos::help(const QString &text, bool failure)
 {
-    const QString dress = falla ? u"falla"_s : u"suave"_s;
+    const QString dress = failure ? u"falla"_s : u"suave"_s;
     if (Ayu->property("clase").toString() != dress) {
         Ayu->setProperty("clase", dress);
         Ayu->style()->unpolish(Ayu);
         Ayu->style()->polish(Ayu);
     }
-    Ayu->setText(texto);
-    Ayu->setAccessibleName(texto);
+    Ayu->setText(text);
+    Ayu->setAccessibleName(text);
     QAccessibleEvent told(Ayu, QAccessible::Alert);
     QAccessible::updateAccessibility(&told);
 }
 
-Turno frmTurnos::turno() const
+Appointment frmTurnos::appointment() const
 {
-    Turno t;
-    t.concepto = cmbSel->Id();
+    Appointment t;
+    t.item = cmbSel->Id();
     t.idm = ida;
-    t.dia = dtpDia->Dia();
-    t.hora = HoraEscrita(txtHora->text());
+    t.dia = dtpDia->Day();
+    t.hour = typedHour(txtHora->text());
     // What is no time is no alarm, without a word: it is optional.
-    t.alarma = HoraEscrita(txtAla->text());
-    t.descripcion = txtDesc->text().trimmed();
-    t.recordar = chkRec->isEnabled() && chkRec->isChecked();
+    t.alarm = typedHour(txtAla->text());
+    t.description = txtDesc->text().trimmed();
+    t.remind = chkRec->isEnabled() && chkRec->isChecked();
     return t;
 }
 
 void frmTurnos::book()
 {
-    const Turno t = turno();
-    if (t.concepto == 0) {
-        help(m_s(ElijaConcepto), true);
+    const Appointment t = appointment();
+    if (t.item == 0) {
+        help(m_s(text::ChooseConceptFirst), true);
         return cmbSel->setFocus();
     }
-    if (!t.hora.isValid()) {
+    if (!t.hour.isValid()) {
         txtHora->setFocus();
         txtHora->selectAll();
-        return help(m_s(EscribaHora), true);
+        return help(m_s(text::TypeTheTime), true);
     }
-    if (guarded([&] { Agendar(m_s, t); }))
-        FormBase::reject();
+    if (guarded([&] { agenda::book(m_s, t); }))
+        ui::FormBase::reject();
 }
 
 bool frmTurnos::eventFilter(QObject *watched, QEvent *event)
@@ -382,13 +361,13 @@ bool frmTurnos::eventFilter(QObject *watched, QEvent *event)
         }
     }
     if (event->type() == QEvent::FocusOut && isVisible()
-        && EsDejada(*static_cast<QFocusEvent *>(event))) {
+        && ui::isLeft(*static_cast<QFocusEvent *>(event))) {
         if (watched == txtHora)
             hourLeft();
         if (watched == txtAla) {
-            const QTime alarm = HoraEscrita(txtAla->text());
-            txtAla->setText(alarm.isValid() ? HoraLarga(alarm) : QString());
+            const QTime alarm = typedHour(txtAla->text());
+            txtAla->setText(alarm.isValid() ? longHour(alarm) : QString());
         }
     }
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }

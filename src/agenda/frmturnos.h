@@ -4,23 +4,35 @@
 #include "agenda/booking.h"
 #include "ui/form_base.h"
 
-class CajaDeDia;
-class Grilla;
-class ListaConCompletado;
-class ModeloDeGrilla;
+namespace agenda
+{
+
+class DayBox;
+
+} // namespace agenda
+
+namespace ui
+{
+
+class Grid;
+class ListWithCompleted;
+class GridModel;
+
+} // namespace ui
+
 class QCheckBox;
 class QLabel;
 class QPushButton;
 
 /// Opened with `ida` (the patient; the selected one without it, 0 for none), `dia` and `hora`.
 /// ENTER walks from box to box, and books in the last one.
-class frmTurnos : public FormBase
+class frmTurnos : public ui::FormBase
 {
     Q_OBJECT
 public:
     explicit frmTurnos(Sesion &s, QWidget *parent = nullptr);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
     void reject() override;
 
     int ida = 0; // the patient to book for
@@ -36,31 +48,31 @@ private:
     void showPatient();
     void loadConcepts();
     void loadDay();
-    void complete(const QString &texto);
+    void complete(const QString &text);
     void conceptChosen();
     void hourLeft();
-    void help(const QString &texto, bool falla = false);
+    void help(const QString &text, bool failure = false);
     QString hint() const;
     bool remindsInVain() const;
     QStringList typed() const;
     void book();
-    Turno turno() const;
+    agenda::Appointment appointment() const;
 
-    std::vector<ConceptoDeTurno> m_conceptos;
-    std::vector<TareaDelDia> m_turnos;
-    QStringList m_alEmpezar; // what the form held when it was opened
-    ModeloDeGrilla *m_modelo = nullptr;
+    std::vector<agenda::AppointmentConcept> m_concepts;
+    std::vector<agenda::DayTask> m_appointments;
+    QStringList m_toBegin; // what the form held when it was opened
+    ui::GridModel *m_model = nullptr;
 
     QLabel *lblPaciente = nullptr;
     QLabel *lblCliente = nullptr;
-    ListaConCompletado *cmbSel = nullptr;
-    CajaDeDia *dtpDia = nullptr;
+    ui::ListWithCompleted *cmbSel = nullptr;
+    agenda::DayBox *dtpDia = nullptr;
     QLineEdit *txtHora = nullptr;
     QLineEdit *txtAla = nullptr;
     QLineEdit *txtDesc = nullptr;
     QCheckBox *chkRec = nullptr;
     QPushButton *cmdAgendar = nullptr;
     QPushButton *cmdVolver = nullptr;
-    Grilla *GTurnos = nullptr;
+    ui::Grid *GTurnos = nullptr;
     QLabel *Ayu = nullptr; // of several lines
 };

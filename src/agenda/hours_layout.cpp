@@ -3,42 +3,44 @@
 #include <algorithm>
 #include <numeric>
 
-std::vector<Carril> PonerLadoALado(const std::vector<Tramo> &tramos)
-{
-    std::vector<size_t> orden(tramos.size());
-    std::iota(orden.begin(), orden.end(), size_t(0));
-    std::ranges::stable_sort(orden,
-                             [&](size_t a, size_t b) { return tramos[a].desde < tramos[b].desde; });
+using namespace agenda;
 
-    std::vector<Carril> carriles(tramos.size());
-    std::vector<int> ocupado; // until when, of each lane of the group
-    size_t grupo = 0;         // where in `orden` the group begins
-    int fin = 0;              // of the whole group
-    const auto cerrar = [&](size_t hasta) {
-        for (; grupo < hasta; ++grupo)
-            carriles[orden[grupo]].total = int(ocupado.size());
-        ocupado.clear();
+std::vector<Lane> agenda::setSideBySide(const std::vector<Section> &sections)
+{
+    std::vector<size_t> order(sections.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::ranges::stable_sort(
+        order, [&](size_t a, size_t b) { return sections[a].from < sections[b].from; });
+
+    std::vector<Lane> lanes(sections.size());
+    std::vector<int> busy; // until when, of each lane of the group
+    size_t group = 0;      // where in `orden` the group begins
+    int fin = 0;           // of the whole group
+    const auto close = [&](size_t until) {
+        for (; group < until; ++group)
+            lanes[order[group]].total = int(busy.size());
+        busy.clear();
     };
-    for (size_t i = 0; i < orden.size(); ++i) {
-        const Tramo &t = tramos[orden[i]];
-        if (t.desde >= fin)
-            cerrar(i);
-        auto libre = std::ranges::find_if(ocupado, [&](int hasta) { return hasta <= t.desde; });
-        if (libre == ocupado.end())
-            libre = ocupado.insert(libre, 0);
-        *libre = t.hasta;
-        carriles[orden[i]].indice = int(libre - ocupado.begin());
-        fin = std::max(fin, t.hasta);
+    for (size_t i = 0; i < order.size(); ++i) {
+        const Section &t = sections[order[i]];
+        if (t.from >= fin)
+            close(i);
+        auto free = std::ranges::find_if(busy, [&](int until) { return until <= t.from; });
+        if (free == busy.end())
+            free = busy.insert(free, 0);
+        *free = t.until;
+        lanes[order[i]].index = int(free - busy.begin());
+        fin = std::max(fin, t.until);
     }
-    cerrar(orden.size());
-    return carriles;
+    close(order.size());
+    return lanes;
 }
 
-int MinutoDelDia(QTime hora) { return hora.msecsSinceStartOfDay() / 60'000; }
+int agenda::dayMinute(QTime hour) { return hour.msecsSinceStartOfDay() / 60'000; }
 
-QTime AlCuarto(int minutos)
+QTime agenda::toQuarter(int minutes)
 {
-    constexpr int cuarto = 15, ultimo = 24 * 60 - cuarto;
-    const int m = std::clamp((minutos + cuarto / 2) / cuarto * cuarto, 0, ultimo);
+    constexpr int quarter = 15, last = 24 * 60 - quarter;
+    const int m = std::clamp((minutes + quarter / 2) / quarter * quarter, 0, last);
     return {m / 60, m % 60};
 }

@@ -2,6 +2,7 @@
 
 #include "agenda/frmagenda_look.h"
 #include "agenda/tasks.h"
+#include "texts/agenda.h"
 #include "ui/theme.h"
 
 #include <QAccessible>
@@ -13,22 +14,21 @@
 #include <QToolTip>
 #include <algorithm>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { Horas = 9927, Libre = 9931 };
-
 } // namespace
 
-VistaDeHoras::VistaDeHoras(Sesion &s, QWidget *parent)
-    : QAbstractScrollArea(parent), m_s(s), m_minuto(MinutoDelDia(s.reloj.Hora()) / step * step)
+HoursView::HoursView(Sesion &s, QWidget *parent)
+    : QAbstractScrollArea(parent), m_s(s), m_minute(dayMinute(s.reloj.hourOf()) / step * step)
 {
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    setAccessibleName(s(Horas));
+    setAccessibleName(s(text::HoursTitle));
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setFocusPolicy(Qt::NoFocus);
     auto *clock = new QTimer(this); // the line of the present moment goes on
@@ -36,253 +36,253 @@ VistaDeHoras::VistaDeHoras(Sesion &s, QWidget *parent)
     clock->start(60'000);
 }
 
-QSize VistaDeHoras::minimumSizeHint() const { return {280, 240}; }
-QSize VistaDeHoras::sizeHint() const { return {620, 480}; }
+QSize HoursView::minimumSizeHint() const { return {280, 240}; }
+QSize HoursView::sizeHint() const { return {620, 480}; }
 
-void VistaDeHoras::Mostrar(const QList<QDate> &dias, std::vector<TareaDelDia> tareas)
+void HoursView::show(const QList<QDate> &days, std::vector<DayTask> tasks)
 {
     stopDragging();
-    const QDate before = DiaDelCursor();
-    const int rows = m_filas;
-    const Dibujadas drawn = drawnTasks();
-    const bool sameDays = std::exchange(m_dias, dias) == dias;
-    m_tareas = std::move(tareas);
-    m_columna = std::max(0, int(m_dias.indexOf(before)));
+    const QDate before = cursorDay();
+    const int rows = m_rows;
+    const Drawn drawn = drawnTasks();
+    const bool sameDays = std::exchange(m_days, days) == days;
+    m_tasks = std::move(tasks);
+    m_column = std::max(0, int(m_days.indexOf(before)));
     lay();
-    if (!blockOf(m_elegida))
-        m_elegida = 0;
+    if (!blockOf(m_chosen))
+        m_chosen = 0;
     layScroll();
     say();
-    if (sameDays && rows == m_filas)
+    if (sameDays && rows == m_rows)
         drawChanges(drawn);
     else
         viewport()->update();
 }
 
-VistaDeHoras::Dibujadas VistaDeHoras::drawnTasks() const
+HoursView::Drawn HoursView::drawnTasks() const
 {
-    Dibujadas drawn;
-    for (const Bloque &b : m_bloques)
+    Drawn drawn;
+    for (const Block &b : m_blocks)
         drawn.insert(taskOf(b).id, {rectOf(b), taskOf(b)});
     return drawn;
 }
 
 /// On a full day a key moves one task: the others need not be drawn again, unless it was one that
 /// held them apart. Many small pieces take longer than the whole.
-void VistaDeHoras::drawChanges(const Dibujadas &antes)
+void HoursView::drawChanges(const Drawn &before)
 {
     constexpr qsizetype mostPieces = 24;
-    const Dibujadas now = drawnTasks();
+    const Drawn now = drawnTasks();
     QList<QRect> changed;
-    const auto note = [&](const Dibujadas &some, const Dibujadas &others) {
+    const auto note = [&](const Drawn &some, const Drawn &others) {
         for (auto task = some.cbegin(); task != some.cend(); ++task)
             if (const auto other = others.constFind(task.key());
                 other == others.cend() || *other != *task)
                 changed << task->first.adjusted(-1, -1, 1, 1);
     };
-    note(antes, now);
-    note(now, antes);
+    note(before, now);
+    note(now, before);
     if (changed.size() > mostPieces)
         return viewport()->update();
     for (const QRect &place : std::as_const(changed))
         viewport()->update(place);
 }
 
-void VistaDeHoras::lay()
+void HoursView::lay()
 {
-    m_bloques.clear();
-    m_filas = 0;
-    for (int column = 0; column < m_dias.size(); ++column) {
-        const size_t first = m_bloques.size();
-        std::vector<Tramo> stretches;
+    m_blocks.clear();
+    m_rows = 0;
+    for (int column = 0; column < m_days.size(); ++column) {
+        const size_t first = m_blocks.size();
+        std::vector<Section> stretches;
         std::vector<size_t> above; // in m_bloques
-        for (size_t i = 0; i < m_tareas.size(); ++i) {
-            const TareaDelDia &t = m_tareas[i];
-            if (t.dia != m_dias[column])
+        for (size_t i = 0; i < m_tasks.size(); ++i) {
+            const DayTask &t = m_tasks[i];
+            if (t.dia != m_days[column])
                 continue;
-            Bloque b{i, column, {}, {}, -1};
+            Block b{i, column, {}, {}, -1};
             if (t.hor.isValid()) {
-                const int from = MinutoDelDia(t.hor);
-                b.tramo = {from, std::min(from + std::max(t.minutos, quarter), dayEnd)};
+                const int from = dayMinute(t.hor);
+                b.section = {from, std::min(from + std::max(t.minutes, quarter), dayEnd)};
             } else {
-                above.push_back(m_bloques.size());
+                above.push_back(m_blocks.size());
             }
-            m_bloques.push_back(b);
+            m_blocks.push_back(b);
         }
         // Where the rows do not suffice, side by side.
         const int rows = std::min(int(above.size()), mostAbove);
         for (int i = 0; i < int(above.size()); ++i) {
-            m_bloques[above[size_t(i)]].fila = i % rows;
-            m_bloques[above[size_t(i)]].carril = {i / rows, (int(above.size()) - 1) / rows + 1};
+            m_blocks[above[size_t(i)]].row = i % rows;
+            m_blocks[above[size_t(i)]].lane = {i / rows, (int(above.size()) - 1) / rows + 1};
         }
-        m_filas = std::max(m_filas, rows);
+        m_rows = std::max(m_rows, rows);
         std::stable_sort(
-            m_bloques.begin() + std::ptrdiff_t(first), m_bloques.end(),
-            [](const Bloque &a, const Bloque &b) { return a.tramo.desde < b.tramo.desde; });
-        for (size_t i = first; i < m_bloques.size(); ++i)
-            if (m_bloques[i].fila < 0)
-                stretches.push_back(m_bloques[i].tramo);
-        const std::vector<Carril> lanes = PonerLadoALado(stretches);
+            m_blocks.begin() + std::ptrdiff_t(first), m_blocks.end(),
+            [](const Block &a, const Block &b) { return a.section.from < b.section.from; });
+        for (size_t i = first; i < m_blocks.size(); ++i)
+            if (m_blocks[i].row < 0)
+                stretches.push_back(m_blocks[i].section);
+        const std::vector<Lane> lanes = setSideBySide(stretches);
         size_t lane = 0;
-        for (size_t i = first; i < m_bloques.size(); ++i)
-            if (m_bloques[i].fila < 0)
-                m_bloques[i].carril = lanes[lane++];
+        for (size_t i = first; i < m_blocks.size(); ++i)
+            if (m_blocks[i].row < 0)
+                m_blocks[i].lane = lanes[lane++];
     }
 }
 
-void VistaDeHoras::layScroll()
+void HoursView::layScroll()
 {
-    m_fuerte = font();
-    m_fuerte.setWeight(QFont::DemiBold);
-    m_alto = fontMetrics().lineSpacing() + 2;
-    m_canto = fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * Espacio::S;
+    m_strong = font();
+    m_strong.setWeight(QFont::DemiBold);
+    m_height = fontMetrics().lineSpacing() + 2;
+    m_canto = fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * ui::space::S;
     const int shown = std::max(1, viewport()->height() - top());
     verticalScrollBar()->setPageStep(shown);
     verticalScrollBar()->setSingleStep(lineHeight());
     verticalScrollBar()->setRange(0, std::max(0, dayEnd / quarter * lineHeight() - shown));
 }
 
-int VistaDeHoras::top() const
+int HoursView::top() const
 {
-    const int above = m_filas > 0 ? m_filas * (lineHeight() + 2) + Espacio::XS : 0;
+    const int above = m_rows > 0 ? m_rows * (lineHeight() + 2) + ui::space::XS : 0;
     // The name of a single day stands above the form already.
-    return (m_dias.size() > 1 ? fontMetrics().height() + Espacio::L : 1) + above;
+    return (m_days.size() > 1 ? fontMetrics().height() + ui::space::L : 1) + above;
 }
 
-int VistaDeHoras::columnWidth() const
+int HoursView::columnWidth() const
 {
-    return std::max(1, (viewport()->width() - gutter()) / std::max(1, int(m_dias.size())));
+    return std::max(1, (viewport()->width() - gutter()) / std::max(1, int(m_days.size())));
 }
 
-int VistaDeHoras::yOf(int minutos) const
+int HoursView::yOf(int minutes) const
 {
-    return top() + minutos * lineHeight() / quarter - verticalScrollBar()->value();
+    return top() + minutes * lineHeight() / quarter - verticalScrollBar()->value();
 }
 
-int VistaDeHoras::minuteAt(int y) const
+int HoursView::minuteAt(int y) const
 {
     const int m = (y - top() + verticalScrollBar()->value()) * quarter / lineHeight();
     return std::clamp(m, 0, dayEnd - 1);
 }
 
-int VistaDeHoras::columnAt(int x) const
+int HoursView::columnAt(int x) const
 {
-    return std::clamp((x - gutter()) / columnWidth(), 0, std::max(0, int(m_dias.size()) - 1));
+    return std::clamp((x - gutter()) / columnWidth(), 0, std::max(0, int(m_days.size()) - 1));
 }
 
-QRect VistaDeHoras::rectOf(const Bloque &b) const
+QRect HoursView::rectOf(const Block &b) const
 {
-    const int left = gutter() + b.columna * columnWidth() + 2;
-    const int width = columnWidth() - Espacio::XS - 2;
-    const int lane = width / b.carril.total;
-    if (b.fila >= 0) {
+    const int left = gutter() + b.column * columnWidth() + 2;
+    const int width = columnWidth() - ui::space::XS - 2;
+    const int lane = width / b.lane.total;
+    if (b.row >= 0) {
         const int line = lineHeight() + 2;
-        return {left + b.carril.indice * lane, top() - m_filas * line - 2 + b.fila * line,
+        return {left + b.lane.index * lane, top() - m_rows * line - 2 + b.row * line,
                 std::max(6, lane - 2), line - 2};
     }
-    const int from = yOf(b.tramo.desde), to = yOf(b.tramo.hasta);
-    return {left + b.carril.indice * lane, from + 1, std::max(6, lane - 2),
+    const int from = yOf(b.section.from), to = yOf(b.section.until);
+    return {left + b.lane.index * lane, from + 1, std::max(6, lane - 2),
             std::max(lineHeight(), to - from) - 2};
 }
 
-const VistaDeHoras::Bloque *VistaDeHoras::blockAt(QPoint p) const
+const HoursView::Block *HoursView::blockAt(QPoint p) const
 {
-    for (auto b = m_bloques.rbegin(); b != m_bloques.rend(); ++b)
-        if ((b->fila >= 0 || p.y() >= top()) && rectOf(*b).contains(p))
+    for (auto b = m_blocks.rbegin(); b != m_blocks.rend(); ++b)
+        if ((b->row >= 0 || p.y() >= top()) && rectOf(*b).contains(p))
             return &*b;
     return nullptr;
 }
 
-const VistaDeHoras::Bloque *VistaDeHoras::blockOf(int id) const
+const HoursView::Block *HoursView::blockOf(int id) const
 {
     const auto b = std::ranges::find_if(
-        m_bloques, [&](const Bloque &x) { return id != 0 && taskOf(x).id == id; });
-    return b == m_bloques.end() ? nullptr : &*b;
+        m_blocks, [&](const Block &x) { return id != 0 && taskOf(x).id == id; });
+    return b == m_blocks.end() ? nullptr : &*b;
 }
 
-int VistaDeHoras::Elegida() const { return m_elegida; }
+int HoursView::chosenOne() const { return m_chosen; }
 
-QDate VistaDeHoras::DiaDelCursor() const { return m_dias.value(m_columna); }
+QDate HoursView::cursorDay() const { return m_days.value(m_column); }
 
-QTime VistaDeHoras::HoraDelCursor() const { return {m_minuto / 60, m_minuto % 60}; }
+QTime HoursView::cursorHour() const { return {m_minute / 60, m_minute % 60}; }
 
-QRect VistaDeHoras::LugarDe(int id) const
+QRect HoursView::placeOf(int id) const
 {
-    const Bloque *b = blockOf(id);
+    const Block *b = blockOf(id);
     return b ? rectOf(*b) : QRect();
 }
 
-QPoint VistaDeHoras::PuntoDe(QDate dia, QTime hora) const
+QPoint HoursView::pointOf(QDate dia, QTime hour) const
 {
-    const int column = std::max(0, int(m_dias.indexOf(dia)));
-    return {gutter() + column * columnWidth() + columnWidth() / 2, yOf(MinutoDelDia(hora)) + 1};
+    const int column = std::max(0, int(m_days.indexOf(dia)));
+    return {gutter() + column * columnWidth() + columnWidth() / 2, yOf(dayMinute(hour)) + 1};
 }
 
-void VistaDeHoras::Elegir(int id) { select(id, false); }
+void HoursView::choose(int id) { select(id, false); }
 
 /// What shows where the cursor is: the selected task, else a free half hour.
-QRect VistaDeHoras::cursorPlace() const
+QRect HoursView::cursorPlace() const
 {
-    if (const Bloque *b = blockOf(m_elegida))
+    if (const Block *b = blockOf(m_chosen))
         return rectOf(*b);
-    return {gutter() + m_columna * columnWidth() + 2, yOf(m_minuto) + 2,
-            columnWidth() - Espacio::XS, yOf(m_minuto + step) - yOf(m_minuto) - 3};
+    return {gutter() + m_column * columnWidth() + 2, yOf(m_minute) + 2,
+            columnWidth() - ui::space::XS, yOf(m_minute + step) - yOf(m_minute) - 3};
 }
 
 /// Puts the cursor somewhere and draws what has changed by that, not the whole day.
-void VistaDeHoras::place(int columna, int minutos, int id)
+void HoursView::place(int column, int minutes, int id)
 {
     const auto draw = [this] { viewport()->update(cursorPlace().adjusted(-3, -3, 3, 3)); };
     draw();
-    if (columna != m_columna)
+    if (column != m_column)
         viewport()->update(0, 0, viewport()->width(), top());
-    m_columna = columna;
-    m_minuto = minutos;
-    m_elegida = id;
+    m_column = column;
+    m_minute = minutes;
+    m_chosen = id;
     draw();
     say();
 }
 
-void VistaDeHoras::select(int id, bool tell)
+void HoursView::select(int id, bool tell)
 {
-    const Bloque *b = blockOf(id);
-    const bool other = (b ? id : 0) != m_elegida;
+    const Block *b = blockOf(id);
+    const bool other = (b ? id : 0) != m_chosen;
     if (!b) {
-        place(m_columna, m_minuto, 0);
-    } else if (b->fila >= 0) {
-        place(b->columna, m_minuto, id);
+        place(m_column, m_minute, 0);
+    } else if (b->row >= 0) {
+        place(b->column, m_minute, id);
     } else {
-        place(b->columna, b->tramo.desde / step * step, id);
-        ensureVisible(b->tramo.desde, b->tramo.hasta);
+        place(b->column, b->section.from / step * step, id);
+        ensureVisible(b->section.from, b->section.until);
     }
     if (tell && other)
-        Q_EMIT tareaElegida(m_elegida);
+        Q_EMIT chosenTask(m_chosen);
 }
 
-void VistaDeHoras::IrA(QDate dia)
+void HoursView::goTo(QDate dia)
 {
-    if (const int column = int(m_dias.indexOf(dia)); column >= 0 && column != m_columna)
-        place(column, m_minuto, m_elegida);
+    if (const int column = int(m_days.indexOf(dia)); column >= 0 && column != m_column)
+        place(column, m_minute, m_chosen);
 }
 
-void VistaDeHoras::ensureVisible(int desde, int hasta)
+void HoursView::ensureVisible(int from, int until)
 {
     QScrollBar *bar = verticalScrollBar();
-    if (yOf(hasta) > viewport()->height())
-        bar->setValue(bar->value() + yOf(hasta) - viewport()->height() + Espacio::S);
-    if (yOf(desde) < top())
-        bar->setValue(bar->value() - (top() - yOf(desde)) - Espacio::S);
+    if (yOf(until) > viewport()->height())
+        bar->setValue(bar->value() + yOf(until) - viewport()->height() + ui::space::S);
+    if (yOf(from) < top())
+        bar->setValue(bar->value() - (top() - yOf(from)) - ui::space::S);
 }
 
 /// What a screen reader tells of the place of the cursor.
-void VistaDeHoras::say()
+void HoursView::say()
 {
-    if (m_dias.isEmpty())
+    if (m_days.isEmpty())
         return;
-    const Bloque *b = blockOf(m_elegida);
-    const QString day = QLocale().toString(DiaDelCursor(), QLocale::LongFormat);
-    const QString text = b ? AsuntoDeTarea(taskOf(*b)) + u", "_s + taskOf(*b).detalle.simplified()
-                           : HoraDelCursor().toString(u"HH:mm") + u", "_s + m_s(Libre);
+    const Block *b = blockOf(m_chosen);
+    const QString day = QLocale().toString(cursorDay(), QLocale::LongFormat);
+    const QString text = b ? taskSubject(taskOf(*b)) + u", "_s + taskOf(*b).detail.simplified()
+                           : cursorHour().toString(u"HH:mm") + u", "_s + m_s(text::FreeHour);
     setAccessibleDescription(day + u", "_s + text);
     if (hasFocus()) {
         QAccessibleEvent told(this, QAccessible::DescriptionChanged);
@@ -290,66 +290,66 @@ void VistaDeHoras::say()
     }
 }
 
-void VistaDeHoras::moveCursor(int columna, int minutos)
+void HoursView::moveCursor(int column, int minutes)
 {
-    if (columna < 0 || columna >= m_dias.size()) {
-        const QDate day = DiaDelCursor().addDays(columna < 0 ? -1 : 1);
+    if (column < 0 || column >= m_days.size()) {
+        const QDate day = cursorDay().addDays(column < 0 ? -1 : 1);
         select(0, true);
-        Q_EMIT diaPedido(day);
-        if (const int there = int(m_dias.indexOf(day)); there >= 0)
-            moveCursor(there, minutos);
+        Q_EMIT requestedDay(day);
+        if (const int there = int(m_days.indexOf(day)); there >= 0)
+            moveCursor(there, minutes);
         return;
     }
-    const bool otherDay = columna != m_columna;
-    minutos = std::clamp(minutos, 0, dayEnd - step);
+    const bool otherDay = column != m_column;
+    minutes = std::clamp(minutes, 0, dayEnd - step);
     // The task that begins within the half hour, else one that still lasts.
-    const Bloque *found = nullptr;
-    for (const Bloque &b : m_bloques)
-        if (b.columna == columna && b.fila < 0 && b.tramo.desde < minutos + step
-            && b.tramo.hasta > minutos && (!found || found->tramo.desde < minutos))
+    const Block *found = nullptr;
+    for (const Block &b : m_blocks)
+        if (b.column == column && b.row < 0 && b.section.from < minutes + step
+            && b.section.until > minutes && (!found || found->section.from < minutes))
             found = &b;
     const int id = found ? taskOf(*found).id : 0;
-    const bool otherTask = id != m_elegida;
-    place(columna, minutos, id);
-    ensureVisible(m_minuto, m_minuto + step);
+    const bool otherTask = id != m_chosen;
+    place(column, minutes, id);
+    ensureVisible(m_minute, m_minute + step);
     // The task first: the day alone would have the list choose one.
     if (otherTask)
-        Q_EMIT tareaElegida(m_elegida);
+        Q_EMIT chosenTask(m_chosen);
     if (otherDay)
-        Q_EMIT diaElegido(DiaDelCursor());
+        Q_EMIT chosenDay(cursorDay());
 }
 
 /// To the next task of the day, from the cursor when none is selected.
-void VistaDeHoras::walkTasks(int paso)
+void HoursView::walkTasks(int direction)
 {
-    std::vector<const Bloque *> ofDay;
-    for (const Bloque &b : m_bloques)
-        if (b.columna == m_columna)
+    std::vector<const Block *> ofDay;
+    for (const Block &b : m_blocks)
+        if (b.column == m_column)
             ofDay.push_back(&b);
     const auto here =
-        std::ranges::find_if(ofDay, [this](const Bloque *b) { return taskOf(*b).id == m_elegida; });
+        std::ranges::find_if(ofDay, [this](const Block *b) { return taskOf(*b).id == m_chosen; });
     std::ptrdiff_t i = here - ofDay.begin();
     if (here != ofDay.end())
-        i += paso;
+        i += direction;
     else
         i = std::ranges::count_if(ofDay,
-                                  [this](const Bloque *b) { return b->tramo.desde < m_minuto; })
-            - (paso < 0);
+                                  [this](const Block *b) { return b->section.from < m_minute; })
+            - (direction < 0);
     if (i >= 0 && i < std::ssize(ofDay))
         select(taskOf(*ofDay[size_t(i)]).id, true);
 }
 
-void VistaDeHoras::take()
+void HoursView::take()
 {
-    if (m_elegida != 0)
-        Q_EMIT tareaTomada(m_elegida);
-    else if (!m_dias.isEmpty())
-        Q_EMIT horaLibreTomada(DiaDelCursor(), HoraDelCursor());
+    if (m_chosen != 0)
+        Q_EMIT takenTask(m_chosen);
+    else if (!m_days.isEmpty())
+        Q_EMIT freeHourTaken(cursorDay(), cursorHour());
 }
 
-void VistaDeHoras::keyPressEvent(QKeyEvent *event)
+void HoursView::keyPressEvent(QKeyEvent *event)
 {
-    if (m_arrastre.enCurso && event->key() == Qt::Key_Escape)
+    if (m_drag.underWay && event->key() == Qt::Key_Escape)
         return stopDragging();
     const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool jump = modifiers == Qt::ControlModifier;
@@ -357,17 +357,17 @@ void VistaDeHoras::keyPressEvent(QKeyEvent *event)
         return event->ignore();
     switch (event->key()) {
     case Qt::Key_Up:
-        return jump ? walkTasks(-1) : moveCursor(m_columna, m_minuto - step);
+        return jump ? walkTasks(-1) : moveCursor(m_column, m_minute - step);
     case Qt::Key_Down:
-        return jump ? walkTasks(1) : moveCursor(m_columna, m_minuto + step);
+        return jump ? walkTasks(1) : moveCursor(m_column, m_minute + step);
     case Qt::Key_Left:
-        return moveCursor(m_columna - 1, m_minuto);
+        return moveCursor(m_column - 1, m_minute);
     case Qt::Key_Right:
-        return moveCursor(m_columna + 1, m_minuto);
+        return moveCursor(m_column + 1, m_minute);
     case Qt::Key_Home:
-        return moveCursor(m_columna, workBegins);
+        return moveCursor(m_column, workBegins);
     case Qt::Key_End:
-        return moveCursor(m_columna, workEnds);
+        return moveCursor(m_column, workEnds);
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return take();
@@ -376,49 +376,49 @@ void VistaDeHoras::keyPressEvent(QKeyEvent *event)
     }
 }
 
-void VistaDeHoras::focusInEvent(QFocusEvent *event)
+void HoursView::focusInEvent(QFocusEvent *event)
 {
     QAbstractScrollArea::focusInEvent(event);
     say();
     viewport()->update();
 }
 
-void VistaDeHoras::focusOutEvent(QFocusEvent *event)
+void HoursView::focusOutEvent(QFocusEvent *event)
 {
     QAbstractScrollArea::focusOutEvent(event);
     stopDragging();
     viewport()->update();
 }
 
-void VistaDeHoras::resizeEvent(QResizeEvent *event)
+void HoursView::resizeEvent(QResizeEvent *event)
 {
     QAbstractScrollArea::resizeEvent(event);
     layScroll();
 }
 
-void VistaDeHoras::changeEvent(QEvent *event)
+void HoursView::changeEvent(QEvent *event)
 {
     QAbstractScrollArea::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         layScroll();
 }
 
-void VistaDeHoras::showEvent(QShowEvent *event)
+void HoursView::showEvent(QShowEvent *event)
 {
     QAbstractScrollArea::showEvent(event);
-    if (!std::exchange(m_desplazado, true))
+    if (!std::exchange(m_shifted, true))
         verticalScrollBar()->setValue((workBegins - step) * lineHeight() / quarter);
 }
 
-bool VistaDeHoras::viewportEvent(QEvent *event)
+bool HoursView::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
-        const Bloque *b = blockAt(help->pos());
+        const Block *b = blockAt(help->pos());
         if (b)
             QToolTip::showText(help->globalPos(),
-                               u"<b>"_s + AsuntoDeTarea(taskOf(*b)).toHtmlEscaped() + u"</b><br>"_s
-                                   + taskOf(*b).detalle.toHtmlEscaped().replace(u"\n"_s, u"<br>"_s),
+                               u"<b>"_s + taskSubject(taskOf(*b)).toHtmlEscaped() + u"</b><br>"_s
+                                   + taskOf(*b).detail.toHtmlEscaped().replace(u"\n"_s, u"<br>"_s),
                                viewport(), rectOf(*b));
         else
             QToolTip::hideText();
@@ -427,48 +427,48 @@ bool VistaDeHoras::viewportEvent(QEvent *event)
     return QAbstractScrollArea::viewportEvent(event);
 }
 
-void VistaDeHoras::mousePressEvent(QMouseEvent *event)
+void HoursView::mousePressEvent(QMouseEvent *event)
 {
     const QPoint p = event->position().toPoint();
-    if (event->button() != Qt::LeftButton || m_dias.isEmpty())
+    if (event->button() != Qt::LeftButton || m_days.isEmpty())
         return;
-    if (const Bloque *b = blockAt(p)) {
-        const QDate before = DiaDelCursor();
+    if (const Block *b = blockAt(p)) {
+        const QDate before = cursorDay();
         // One without an hour hangs by its upper edge.
-        Arrastre held;
+        Drag held;
         held.id = taskOf(*b).id;
-        held.desde = p;
-        held.asido = b->fila < 0 ? minuteAt(p.y()) - b->tramo.desde : 0;
+        held.from = p;
+        held.grabbed = b->row < 0 ? minuteAt(p.y()) - b->section.from : 0;
         select(held.id, true);
-        if (DiaDelCursor() != before)
-            Q_EMIT diaElegido(DiaDelCursor());
-        m_arrastre = held; // showing another day lets go of what was held
+        if (cursorDay() != before)
+            Q_EMIT chosenDay(cursorDay());
+        m_drag = held; // showing another day lets go of what was held
     } else if (p.y() >= top()) {
-        const QDate before = DiaDelCursor();
-        const bool other = m_elegida != 0;
+        const QDate before = cursorDay();
+        const bool other = m_chosen != 0;
         place(columnAt(p.x()), minuteAt(p.y()) / step * step, 0);
         if (other)
-            Q_EMIT tareaElegida(0);
-        if (DiaDelCursor() != before)
-            Q_EMIT diaElegido(DiaDelCursor());
+            Q_EMIT chosenTask(0);
+        if (cursorDay() != before)
+            Q_EMIT chosenDay(cursorDay());
     } else {
-        moveCursor(columnAt(p.x()), m_minuto);
+        moveCursor(columnAt(p.x()), m_minute);
     }
 }
 
-void VistaDeHoras::mouseDoubleClickEvent(QMouseEvent *event)
+void HoursView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     const QPoint p = event->position().toPoint();
     if (event->button() == Qt::LeftButton && (p.y() >= top() || blockAt(p)))
         take();
 }
 
-void VistaDeHoras::mouseMoveEvent(QMouseEvent *event)
+void HoursView::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint p = event->position().toPoint();
-    if (m_arrastre.id != 0 && event->buttons() & Qt::LeftButton) {
-        if (m_arrastre.enCurso
-            || (p - m_arrastre.desde).manhattanLength()
+    if (m_drag.id != 0 && event->buttons() & Qt::LeftButton) {
+        if (m_drag.underWay
+            || (p - m_drag.from).manhattanLength()
                    >= QGuiApplication::styleHints()->startDragDistance())
             drag(p);
         return;
@@ -476,42 +476,42 @@ void VistaDeHoras::mouseMoveEvent(QMouseEvent *event)
     viewport()->setCursor(blockAt(p) ? Qt::OpenHandCursor : Qt::ArrowCursor);
 }
 
-void VistaDeHoras::drag(QPoint p)
+void HoursView::drag(QPoint p)
 {
-    const Bloque *b = blockOf(m_arrastre.id);
+    const Block *b = blockOf(m_drag.id);
     if (!b)
         return stopDragging();
-    m_arrastre.enCurso = true;
+    m_drag.underWay = true;
     viewport()->setCursor(Qt::ClosedHandCursor);
-    const int column = columnAt(p.x()), minute = minuteAt(p.y()) - m_arrastre.asido;
-    const bool above = b->fila >= 0 && p.y() < top();
+    const int column = columnAt(p.x()), minute = minuteAt(p.y()) - m_drag.grabbed;
+    const bool above = b->row >= 0 && p.y() < top();
     QScrollBar *bar = verticalScrollBar();
     if (p.y() > viewport()->height() - lineHeight())
         bar->setValue(bar->value() + lineHeight());
     else if (p.y() < top() + lineHeight() && p.y() >= 0 && !above)
         bar->setValue(bar->value() - lineHeight());
-    m_arrastre.dia = m_dias[column];
-    m_arrastre.hora = above ? QTime() : AlCuarto(minute);
-    m_arrastre.enSuLugar = column == b->columna
-                           && (b->fila < 0 ? qAbs(minute - b->tramo.desde) <= quarter / 2 : above);
+    m_drag.dia = m_days[column];
+    m_drag.hour = above ? QTime() : toQuarter(minute);
+    m_drag.inItsPlace =
+        column == b->column && (b->row < 0 ? qAbs(minute - b->section.from) <= quarter / 2 : above);
     viewport()->update();
 }
 
-void VistaDeHoras::mouseReleaseEvent(QMouseEvent *event)
+void HoursView::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    if (m_arrastre.enCurso)
+    if (m_drag.underWay)
         drag(event->position().toPoint());
-    const Arrastre done = m_arrastre;
+    const Drag done = m_drag;
     stopDragging();
-    if (done.enCurso && !done.enSuLugar)
-        Q_EMIT tareaMovida(done.id, done.dia, done.hora);
+    if (done.underWay && !done.inItsPlace)
+        Q_EMIT movedTask(done.id, done.dia, done.hour);
 }
 
-void VistaDeHoras::stopDragging()
+void HoursView::stopDragging()
 {
-    if (std::exchange(m_arrastre, {}).id == 0)
+    if (std::exchange(m_drag, {}).id == 0)
         return;
     viewport()->setCursor(Qt::ArrowCursor);
     viewport()->update();

@@ -7,31 +7,32 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr int iconSide = 16;
-constexpr int narrowWidth = 110; // an hour takes too much of it
-constexpr int tightWidth = 56;   // no room for more than a name
-constexpr qsizetype fewestLetters = 3;
-constexpr int iconWidth = 90;
+constexpr int IconSide = 16;
+constexpr int NarrowWidth = 110; // an hour takes too much of it
+constexpr int TightWidth = 56;   // no room for more than a name
+constexpr qsizetype FewestLetters = 3;
+constexpr int IconWidth = 90;
 
 } // namespace
 
-QString LoQueCabe(const QFontMetrics &letra, const QString &texto, int ancho)
+QString agenda::whatFits(const QFontMetrics &font, const QString &text, int width)
 {
-    const QString cortado = letra.elidedText(texto, Qt::ElideRight, ancho);
-    return cortado == texto || cortado.size() > fewestLetters ? cortado : QString();
+    const QString cut = font.elidedText(text, Qt::ElideRight, width);
+    return cut == text || cut.size() > FewestLetters ? cut : QString();
 }
 
-void VistaDeHoras::paintEvent(QPaintEvent *event)
+void HoursView::paintEvent(QPaintEvent *event)
 {
     QPainter p(viewport());
     p.setRenderHint(QPainter::Antialiasing);
-    p.fillRect(event->rect(), PaletaEnUso().superficie);
-    if (m_dias.isEmpty())
+    p.fillRect(event->rect(), ui::paletteInUse().surface);
+    if (m_days.isEmpty())
         return;
     const QRect below(0, top(), viewport()->width(), viewport()->height() - top());
     p.setClipRect(below);
@@ -43,166 +44,166 @@ void VistaDeHoras::paintEvent(QPaintEvent *event)
         drawHead(p);
         drawBlocks(p, event->region(), true);
     }
-    if (m_arrastre.enCurso) {
-        if (m_arrastre.hora.isValid())
+    if (m_drag.underWay) {
+        if (m_drag.hour.isValid())
             p.setClipRect(below);
         drawDragged(p);
     }
 }
 
 /// Above the hours or below; the selected one last, over its neighbours.
-void VistaDeHoras::drawBlocks(QPainter &p, const QRegion &dirty, bool above) const
+void HoursView::drawBlocks(QPainter &p, const QRegion &dirty, bool above) const
 {
-    const auto draw = [&](const Bloque &b, bool chosen) {
+    const auto draw = [&](const Block &b, bool chosen) {
         const QRect place = rectOf(b);
-        if ((b.fila >= 0) == above && dirty.intersects(place))
+        if ((b.row >= 0) == above && dirty.intersects(place))
             drawBlock(p, place, taskOf(b), chosen);
     };
-    for (const Bloque &b : m_bloques)
-        if (taskOf(b).id != m_elegida)
+    for (const Block &b : m_blocks)
+        if (taskOf(b).id != m_chosen)
             draw(b, false);
-    if (const Bloque *b = blockOf(m_elegida)) {
-        p.setOpacity(m_arrastre.enCurso ? 0.4 : 1);
-        draw(*b, !m_arrastre.enCurso);
+    if (const Block *b = blockOf(m_chosen)) {
+        p.setOpacity(m_drag.underWay ? 0.4 : 1);
+        draw(*b, !m_drag.underWay);
         p.setOpacity(1);
     }
 }
 
 /// The task in the hand, where it would be dropped.
-void VistaDeHoras::drawDragged(QPainter &p) const
+void HoursView::drawDragged(QPainter &p) const
 {
-    const Bloque *b = blockOf(m_arrastre.id);
+    const Block *b = blockOf(m_drag.id);
     if (!b)
         return;
-    Bloque there = *b;
-    there.columna = std::max(0, int(m_dias.indexOf(m_arrastre.dia)));
-    there.carril = {};
-    if (m_arrastre.hora.isValid()) {
-        const int from = MinutoDelDia(m_arrastre.hora);
-        const int length = b->fila < 0 ? b->tramo.hasta - b->tramo.desde : step;
-        there.fila = -1;
-        there.tramo = {from, std::min(from + length, dayEnd)};
+    Block there = *b;
+    there.column = std::max(0, int(m_days.indexOf(m_drag.dia)));
+    there.lane = {};
+    if (m_drag.hour.isValid()) {
+        const int from = dayMinute(m_drag.hour);
+        const int length = b->row < 0 ? b->section.until - b->section.from : step;
+        there.row = -1;
+        there.section = {from, std::min(from + length, dayEnd)};
     }
-    TareaDelDia t = taskOf(*b);
-    t.hor = m_arrastre.hora;
+    DayTask t = taskOf(*b);
+    t.hor = m_drag.hour;
     p.setOpacity(0.92);
     drawBlock(p, rectOf(there), t, true);
     p.setOpacity(1);
 }
 
-void VistaDeHoras::drawHours(QPainter &p, const QRegion &dirty) const
+void HoursView::drawHours(QPainter &p, const QRegion &dirty) const
 {
-    const Paleta colours = PaletaEnUso();
+    const ui::Palette colours = ui::paletteInUse();
     const int width = viewport()->width();
     for (const auto &[from, to] : {std::pair(0, workBegins), std::pair(workEnds, dayEnd)})
         p.fillRect(QRect(gutter(), yOf(from), width, yOf(to) - yOf(from)),
-                   colours.superficieAlterna);
-    QColor faint = colours.borde;
+                   colours.alternateSurface);
+    QColor faint = colours.border;
     faint.setAlphaF(0.5F);
     for (int m = 0; m < dayEnd; m += step) {
         if (!dirty.intersects(QRect(0, yOf(m) - 1, width, lineHeight() + 2)))
             continue;
-        p.setPen(QPen(m % 60 == 0 ? colours.borde : faint, 1));
+        p.setPen(QPen(m % 60 == 0 ? colours.border : faint, 1));
         p.drawLine(gutter(), yOf(m), width, yOf(m));
         if (m % 60 == 0) {
-            p.setPen(colours.textoSuave);
-            p.drawText(QRect(0, yOf(m) + 1, gutter() - Espacio::S, lineHeight()),
+            p.setPen(colours.softText);
+            p.drawText(QRect(0, yOf(m) + 1, gutter() - ui::space::S, lineHeight()),
                        int(Qt::AlignRight) | Qt::AlignVCenter, QTime(m / 60, 0).toString(u"HH:mm"));
         }
     }
-    p.setPen(colours.borde);
-    for (int c = 0; c < m_dias.size(); ++c)
+    p.setPen(colours.border);
+    for (int c = 0; c < m_days.size(); ++c)
         p.drawLine(gutter() + c * columnWidth(), 0, gutter() + c * columnWidth(),
                    viewport()->height());
-    if (m_elegida == 0 && !m_arrastre.enCurso) {
-        p.setPen(hasFocus() ? QPen(colours.acento, 2) : QPen(colours.borde, 1));
-        p.setBrush(hasFocus() ? colours.acentoSuave : Qt::transparent);
+    if (m_chosen == 0 && !m_drag.underWay) {
+        p.setPen(hasFocus() ? QPen(colours.accent, 2) : QPen(colours.border, 1));
+        p.setBrush(hasFocus() ? colours.softAccent : Qt::transparent);
         p.drawRoundedRect(cursorPlace(), 4, 4);
         p.setBrush(Qt::NoBrush);
     }
 }
 
-void VistaDeHoras::drawHead(QPainter &p) const
+void HoursView::drawHead(QPainter &p) const
 {
-    const Paleta colours = PaletaEnUso();
-    const int line = fontMetrics().height() + Espacio::M;
-    p.fillRect(QRect(0, 0, viewport()->width(), top()), colours.superficie);
-    p.setPen(colours.borde);
+    const ui::Palette colours = ui::paletteInUse();
+    const int line = fontMetrics().height() + ui::space::M;
+    p.fillRect(QRect(0, 0, viewport()->width(), top()), colours.surface);
+    p.setPen(colours.border);
     p.drawLine(0, top() - 1, viewport()->width(), top() - 1);
     const QLocale local;
-    for (int c = 0; c < m_dias.size() && m_dias.size() > 1; ++c) {
+    for (int c = 0; c < m_days.size() && m_days.size() > 1; ++c) {
         const QRect place(gutter() + c * columnWidth(), 0, columnWidth(), line);
-        const bool today = m_dias[c] == m_s.reloj.hoy;
-        p.setFont(c == m_columna ? m_fuerte : font());
-        if (c == m_columna)
-            p.fillRect(QRect(place.left() + 1, line - 3, place.width() - 2, 3), colours.acento);
-        p.setPen(today ? colours.acento : colours.texto);
-        const QString name = local.dayName(m_dias[c].dayOfWeek(), QLocale::ShortFormat) + u' '
-                             + QString::number(m_dias[c].day());
+        const bool today = m_days[c] == m_s.reloj.hoy;
+        p.setFont(c == m_column ? m_strong : font());
+        if (c == m_column)
+            p.fillRect(QRect(place.left() + 1, line - 3, place.width() - 2, 3), colours.accent);
+        p.setPen(today ? colours.accent : colours.text);
+        const QString name = local.dayName(m_days[c].dayOfWeek(), QLocale::ShortFormat) + u' '
+                             + QString::number(m_days[c].day());
         p.drawText(place, Qt::AlignCenter,
                    p.fontMetrics().elidedText(name, Qt::ElideRight, place.width() - 4));
     }
     p.setFont(font());
 }
 
-void VistaDeHoras::drawBlock(QPainter &p, const QRect &place, const TareaDelDia &t,
-                             bool chosen) const
+void HoursView::drawBlock(QPainter &p, const QRect &place, const DayTask &t, bool chosen) const
 {
-    const Paleta colours = PaletaEnUso();
+    const ui::Palette colours = ui::paletteInUse();
     const bool own = t.tip < 0; // no appointment of a client
-    const QColor ground = chosen ? colours.acento : own ? colours.fondo : colours.acentoSuave;
-    const QColor ink = chosen ? colours.sobreAcento : t.est ? colours.textoSuave : colours.texto;
+    const QColor ground = chosen ? colours.accent : own ? colours.background : colours.softAccent;
+    const QColor ink = chosen ? colours.onAccent : t.est ? colours.softText : colours.text;
     p.save();
-    p.setPen(QPen(chosen && hasFocus() ? colours.texto : own ? colours.borde : ground, 1));
+    p.setPen(QPen(chosen && hasFocus() ? colours.text : own ? colours.border : ground, 1));
     p.setBrush(ground);
     p.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
     p.setClipRect(place, Qt::IntersectClip);
     p.fillRect(QRect(place.left(), place.top() + 2, 3, place.height() - 4),
-               t.est ? colours.borde : colours.acento);
+               t.est ? colours.border : colours.accent);
 
     // Narrow ones tell the name; their hour is where they stand.
-    const bool narrow = place.width() < narrowWidth, tight = place.width() < tightWidth;
-    QRect text = place.adjusted(tight ? Espacio::XS + 1 : Espacio::S, 1, -2, -1);
+    const bool narrow = place.width() < NarrowWidth, tight = place.width() < TightWidth;
+    QRect text = place.adjusted(tight ? ui::space::XS + 1 : ui::space::S, 1, -2, -1);
     if (text.width() < fontMetrics().averageCharWidth())
         return p.restore();
     const int line = fontMetrics().lineSpacing();
-    const QString icon = t.est ? u"tarearealizada"_s : t.icono;
-    if (!icon.isEmpty() && place.width() > iconWidth) {
-        const QRect picture(text.right() - iconSide + 1, text.top() + (line - iconSide) / 2,
-                            iconSide, iconSide);
-        Icono(icon, chosen && !colours.oscura ? Tono::SobreMarco : Tono::Normal).paint(&p, picture);
-        text.setRight(picture.left() - Espacio::XS);
+    const QString icon = t.est ? u"tarearealizada"_s : t.icon;
+    if (!icon.isEmpty() && place.width() > IconWidth) {
+        const QRect picture(text.right() - IconSide + 1, text.top() + (line - IconSide) / 2,
+                            IconSide, IconSide);
+        ui::namedIcon(icon, chosen && !colours.dark ? ui::Tone::OnFrame : ui::Tone::Normal)
+            .paint(&p, picture);
+        text.setRight(picture.left() - ui::space::XS);
     }
     const auto draw = [&](int row, const QString &words, bool strong) {
         const int y = place.top() + row * line + (place.height() < 2 * line ? 0 : 1);
         if (row > 0 && (tight || y + line > place.bottom() + 2))
             return;
-        p.setFont(strong ? m_fuerte : font());
+        p.setFont(strong ? m_strong : font());
         p.drawText(QRect(text.left(), y, text.width(), std::min(line, place.height())),
                    int(Qt::AlignLeft) | Qt::AlignVCenter,
-                   LoQueCabe(p.fontMetrics(), words, text.width()));
+                   whatFits(p.fontMetrics(), words, text.width()));
     };
     p.setPen(ink);
     const QString hour = t.hor.isValid() ? t.hor.toString(u"HH:mm") + u' ' : QString();
-    const bool user = t.tip == TipoTarea::TareaDeUsuario;
-    const QString who = user ? t.des.simplified() : t.paciente;
-    draw(0, (narrow ? QString() : hour) + (who.isEmpty() ? t.concepto : who), !t.est);
-    draw(1, who.isEmpty() ? t.des.simplified() : t.concepto, false);
+    const bool user = t.tip == TaskKind::UserTask;
+    const QString who = user ? t.des.simplified() : t.patient;
+    draw(0, (narrow ? QString() : hour) + (who.isEmpty() ? t.item : who), !t.est);
+    draw(1, who.isEmpty() ? t.des.simplified() : t.item, false);
     if (!user)
         draw(2, t.des.simplified(), false);
     p.restore();
 }
 
-void VistaDeHoras::drawNow(QPainter &p) const
+void HoursView::drawNow(QPainter &p) const
 {
-    const int column = int(m_dias.indexOf(m_s.reloj.hoy));
+    const int column = int(m_days.indexOf(m_s.reloj.hoy));
     if (column < 0)
         return;
-    const int y = yOf(MinutoDelDia(m_s.reloj.Hora()));
+    const int y = yOf(dayMinute(m_s.reloj.hourOf()));
     const int x = gutter() + column * columnWidth();
-    p.setPen(QPen(PaletaEnUso().error, 1.5));
+    p.setPen(QPen(ui::paletteInUse().error, 1.5));
     p.drawLine(x, y, x + columnWidth(), y);
-    p.setBrush(PaletaEnUso().error);
+    p.setBrush(ui::paletteInUse().error);
     p.drawEllipse(QPoint(x, y), 3, 3);
     p.setBrush(Qt::NoBrush);
 }

@@ -2,236 +2,219 @@
 
 #include "agenda/tasks.h"
 #include "store/lookups.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 
 #include <initializer_list>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Alojamiento = 21,
-    TareaDeUsuario = 1109,
-    Oferta = 1110,
-    ProductoPlanificado = 1111,
-    Deuda = 1112,
-    Prepaga = 1113,
-    Cumpleanos = 1114,
-    Cita = 1115,
-    Discontinuado = 1116,
-    CumpleanosDestacado = 1117,
-    PorEmail = 1118,
-    PorCarta = 1119,
-    PorEmailOCarta = 1120,
-    NuevosClientes = 1125,
-    Frecuentes = 1126,
-    Reabastecer = 9981,
-    PedidoPorInternet = 9982,
-};
+using Words = std::initializer_list<QStringView>;
 
-using Palabras = std::initializer_list<QStringView>;
-
-bool Tiene(const QString &texto, Palabras palabras)
+bool has(const QString &text, Words words)
 {
-    for (const QStringView p : palabras)
-        if (texto.contains(p, Qt::CaseInsensitive))
+    for (const QStringView p : words)
+        if (text.contains(p, Qt::CaseInsensitive))
             return true;
     return false;
 }
 
-constexpr Palabras EnCasa = {u"home", u"domicilio", u"casa"};
+constexpr Words InHome = {u"home", u"domicilio", u"casa"};
 
 // What the first word found means, in the order of the search.
-enum class Clase {
-    Otra,
-    Alimento,
-    Traslado,
-    Cirugia,
-    Consulta,
-    ConsultaEnCasa,
-    Peluqueria,
-    Ecografia,
-    Radiografia,
-    Vacuna,
-    VacunaEnCasa,
-    Racion,
-    Usuario,
+enum class Kind {
+    Other,
+    Food,
+    Shift,
+    Surgery,
+    Query,
+    HomeConsultation,
+    Grooming,
+    Ultrasound,
+    Xray,
+    Vaccine,
+    VaccineInHome,
+    Ration,
+    User,
 };
 
 // The words for vaccines differ between the day's list and the sheet.
-Clase ClaseDe(const Sesion &s, const QString &t, Palabras vacunas)
+Kind kindOf(const Sesion &s, const QString &t, Words vaccines)
 {
-    if (Tiene(t, {u"food delivery", u"entrega de alimento", u"alimento"}))
-        return Clase::Alimento;
-    if (Tiene(t, {u"retiro", u"entrega", u"ir buscar", u"patient withdrawal"}))
-        return Clase::Traslado;
-    if (Tiene(t, {u"cirugia", u"cirugía", u"cirurgia", u"surgery"}))
-        return Clase::Cirugia;
-    if (Tiene(t, {u"check", u"consulta"}))
-        return Tiene(t, EnCasa) ? Clase::ConsultaEnCasa : Clase::Consulta;
-    if (Tiene(t, {u"peluquería", u"peluqueria", u"hair", u"cabeleireiro", u"cabeleireira"}))
-        return Clase::Peluqueria;
-    if (Tiene(t, {u"ecografía", u"ecografia", u"ultrasound", u"ultra-som"}))
-        return Clase::Ecografia;
-    if (Tiene(t, {u"radiografía", u"radiografia", u"x-ray", u"raios x"}))
-        return Clase::Radiografia;
-    if (Tiene(t, vacunas))
-        return Tiene(t, EnCasa) ? Clase::VacunaEnCasa : Clase::Vacuna;
-    if (t.contains(s(Alojamiento), Qt::CaseInsensitive))
-        return Clase::Racion;
+    if (has(t, {u"food delivery", u"entrega de alimento", u"alimento"}))
+        return Kind::Food;
+    if (has(t, {u"retiro", u"entrega", u"ir buscar", u"patient withdrawal"}))
+        return Kind::Shift;
+    if (has(t, {u"cirugia", u"cirugía", u"cirurgia", u"surgery"}))
+        return Kind::Surgery;
+    if (has(t, {u"check", u"consulta"}))
+        return has(t, InHome) ? Kind::HomeConsultation : Kind::Query;
+    if (has(t, {u"peluquería", u"peluqueria", u"hair", u"cabeleireiro", u"cabeleireira"}))
+        return Kind::Grooming;
+    if (has(t, {u"ecografía", u"ecografia", u"ultrasound", u"ultra-som"}))
+        return Kind::Ultrasound;
+    if (has(t, {u"radiografía", u"radiografia", u"x-ray", u"raios x"}))
+        return Kind::Xray;
+    if (has(t, vaccines))
+        return has(t, InHome) ? Kind::VaccineInHome : Kind::Vaccine;
+    if (t.contains(s(text::AccommodationAndFood), Qt::CaseInsensitive))
+        return Kind::Ration;
     // "usuário" is how Portuguese writes it; the other two alone would miss its users' tasks.
-    if (Tiene(t, {u"user", u"usuario", u"usuário"}))
-        return Clase::Usuario;
-    return Clase::Otra;
+    if (has(t, {u"user", u"usuario", u"usuário"}))
+        return Kind::User;
+    return Kind::Other;
 }
 
 } // namespace
 
-QString ConceptoDeTarea(Sesion &s, int tip, qint64 artaux)
+QString agenda::taskConcept(Sesion &s, int tip, qint64 artaux)
 {
-    if (tip == TipoTarea::Racion)
-        return s(Alojamiento);
-    if (tip == TipoTarea::TareaDeUsuario)
-        return s(TareaDeUsuario);
+    if (tip == TaskKind::Ration)
+        return s(text::AccommodationAndFood);
+    if (tip == TaskKind::UserTask)
+        return s(text::UserTask);
     if (tip < 0)
-        return MotivoDeTarea(s, tip);
-    const QString nombre = LeerCampo(s, "finanzas", "articulos", tip, "nom");
-    if (!nombre.isEmpty() || artaux <= 0)
-        return nombre;
+        return taskReason(s, tip);
+    const QString name = LeerCampo(s, "finanzas", "articulos", tip, "nom");
+    if (!name.isEmpty() || artaux <= 0)
+        return name;
     return s.finanzas
-        ->Leer("SELECT FLCategorias.Nom FROM Articulos LEFT JOIN FLCategorias ON Articulos.IDCat "
+        ->read("SELECT FLCategorias.Nom FROM Articulos LEFT JOIN FLCategorias ON Articulos.IDCat "
                "= FLCategorias.IDCat WHERE Articulos.Ida = ?",
                artaux)
         .toText();
 }
 
-QString MotivoDeTarea(const Sesion &s, int tip)
+QString agenda::taskReason(const Sesion &s, int tip)
 {
     switch (tip) {
-    case TipoTarea::FaltaAlimento:
-        return s(Oferta);
-    case TipoTarea::RecordatorioDosis:
-        return s(ProductoPlanificado);
-    case TipoTarea::RecordatorioDeuda:
-        return s(Deuda);
-    case TipoTarea::RegularizarMorosidad:
-    case TipoTarea::MorosoPrepaga:
-        return s(Prepaga);
-    case TipoTarea::Reabastecer:
-        return s(Reabastecer);
-    case TipoTarea::Cumpleanos:
-        return s(Cumpleanos);
-    case TipoTarea::Cita:
-        return s(Cita);
-    case TipoTarea::RecordatorioTurno:
-        return s(PedidoPorInternet);
-    case TipoTarea::DosisDiscontinuada:
-        return s(Discontinuado);
-    case TipoTarea::CumpleanosDestacado:
-        return s(CumpleanosDestacado);
-    case TipoTarea::NuevoCliente:
-        return s(NuevosClientes);
-    case TipoTarea::Frecuente:
-        return s(Frecuentes);
+    case TaskKind::FoodShortage:
+        return s(text::FoodOfferReminder);
+    case TaskKind::DoseReminder:
+        return s(text::PlannedProductReminder);
+    case TaskKind::DebtReminder:
+        return s(text::DebtReminder);
+    case TaskKind::SettleArrears:
+    case TaskKind::PrepaidInArrears:
+        return s(text::PrepaidReminder);
+    case TaskKind::Restock:
+        return s(text::TaskTextsRestock);
+    case TaskKind::Birthday:
+        return s(text::BirthdayGreeting);
+    case TaskKind::Appointment:
+        return s(text::AppointmentReminder);
+    case TaskKind::AppointmentReminder:
+        return s(text::RequestedByInternet);
+    case TaskKind::DiscontinuedDose:
+        return s(text::DiscontinuedReminder);
+    case TaskKind::FeaturedBirthday:
+        return s(text::FeaturedBirthdayGreeting);
+    case TaskKind::NewClient:
+        return s(text::NewClientGreeting);
+    case TaskKind::Frequent:
+        return s(text::FrequentClientMail);
     default:
         return {};
     }
 }
 
-QString MedioEnPalabras(const Sesion &s, int medio)
+QString agenda::channelInWords(const Sesion &s, int medio)
 {
-    return medio >= 1 && medio <= 3 ? s(PorEmail + medio - 1) : QString();
+    return medio >= 1 && medio <= 3 ? s(text::ByMail + medio - 1) : QString();
 }
 
-QString IconoDeAgenda(const Sesion &s, const QString &concepto)
+QString agenda::agendaIcon(const Sesion &s, const QString &item)
 {
-    switch (ClaseDe(
-        s, concepto,
+    switch (kindOf(
+        s, item,
         {u"vacuna", u"vacinas", u"vaccination", u"vaccines", u"anticoncepti", u"antiparasi"})) {
-    case Clase::Alimento:
+    case Kind::Food:
         return u"AmbAli"_s;
-    case Clase::Traslado:
+    case Kind::Shift:
         return u"buscarperro"_s;
-    case Clase::Cirugia:
+    case Kind::Surgery:
         return u"TurnoCir"_s;
-    case Clase::Consulta:
+    case Kind::Query:
         return u"TurnoCon"_s;
-    case Clase::ConsultaEnCasa:
+    case Kind::HomeConsultation:
         return u"AmbCon"_s;
-    case Clase::Peluqueria:
+    case Kind::Grooming:
         return u"TurnoPel"_s;
-    case Clase::Ecografia:
+    case Kind::Ultrasound:
         return u"TurnoEco"_s;
-    case Clase::Radiografia:
+    case Kind::Xray:
         return u"TurnoRay"_s;
-    case Clase::Vacuna:
+    case Kind::Vaccine:
         return u"TurnoVac"_s;
-    case Clase::VacunaEnCasa:
+    case Kind::VaccineInHome:
         return u"AmbVac"_s;
-    case Clase::Racion:
+    case Kind::Ration:
         return u"alimentarhos"_s;
-    case Clase::Usuario:
+    case Kind::User:
         return u"tareausuarios"_s;
-    case Clase::Otra:
+    case Kind::Other:
         break;
     }
     return {};
 }
 
-QString IconoDeHoja(const Sesion &s, const QString &concepto)
+QString agenda::sheetIcon(const Sesion &s, const QString &item)
 {
-    switch (ClaseDe(s, concepto,
-                    {u"vacuna", u"vacinas", u"vaccination", u"vacunacion", u"vacunación"})) {
-    case Clase::Alimento:
+    switch (
+        kindOf(s, item, {u"vacuna", u"vacinas", u"vaccination", u"vacunacion", u"vacunación"})) {
+    case Kind::Food:
         return u"AgendaCom"_s;
-    case Clase::Traslado:
+    case Kind::Shift:
         return u"AgendaBus"_s;
-    case Clase::Cirugia:
+    case Kind::Surgery:
         return u"AgendaCir"_s;
-    case Clase::Consulta:
-    case Clase::ConsultaEnCasa:
+    case Kind::Query:
+    case Kind::HomeConsultation:
         return u"AgendaCon"_s;
-    case Clase::Peluqueria:
+    case Kind::Grooming:
         return u"AgendaPel"_s;
-    case Clase::Ecografia:
+    case Kind::Ultrasound:
         return u"AgendaEco"_s;
-    case Clase::Radiografia:
+    case Kind::Xray:
         return u"AgendaRay"_s;
-    case Clase::Vacuna:
-    case Clase::VacunaEnCasa:
+    case Kind::Vaccine:
+    case Kind::VaccineInHome:
         return u"AgendaVac"_s;
-    case Clase::Racion:
+    case Kind::Ration:
         return u"alimentarhos"_s;
-    case Clase::Usuario:
-    case Clase::Otra:
+    case Kind::User:
+    case Kind::Other:
         break;
     }
     return {};
 }
 
-Sujeto SujetoDeTarea(int tip)
+Subject agenda::taskSubject(int tip)
 {
     switch (tip) {
-    case TipoTarea::FaltaAlimento:
-    case TipoTarea::RecordatorioDosis:
-    case TipoTarea::Cumpleanos:
-    case TipoTarea::DosisDiscontinuada:
-    case TipoTarea::CumpleanosDestacado:
-        return Sujeto::Paciente;
-    case TipoTarea::RecordatorioDeuda:
-    case TipoTarea::RegularizarMorosidad:
-    case TipoTarea::Cita:
-    case TipoTarea::RecordatorioTurno:
-    case TipoTarea::MorosoPrepaga:
-    case TipoTarea::NuevoCliente:
-    case TipoTarea::Frecuente:
-        return Sujeto::Cliente;
-    case TipoTarea::Reabastecer:
-        return Sujeto::Proveedor;
-    case TipoTarea::TareaDeUsuario:
-        return Sujeto::Usuario;
+    case TaskKind::FoodShortage:
+    case TaskKind::DoseReminder:
+    case TaskKind::Birthday:
+    case TaskKind::DiscontinuedDose:
+    case TaskKind::FeaturedBirthday:
+        return Subject::Patient;
+    case TaskKind::DebtReminder:
+    case TaskKind::SettleArrears:
+    case TaskKind::Appointment:
+    case TaskKind::AppointmentReminder:
+    case TaskKind::PrepaidInArrears:
+    case TaskKind::NewClient:
+    case TaskKind::Frequent:
+        return Subject::Client;
+    case TaskKind::Restock:
+        return Subject::Supplier;
+    case TaskKind::UserTask:
+        return Subject::User;
     default:
-        return tip > 0 ? Sujeto::Paciente : Sujeto::Nadie;
+        return tip > 0 ? Subject::Patient : Subject::Nobody;
     }
 }

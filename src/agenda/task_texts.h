@@ -3,21 +3,26 @@
 
 #include "store/session.h"
 
+namespace agenda
+{
+
 /// Name of what is to be done: the service or product; without one the category of @p artaux; the
 /// system's own words for feeding rounds and users' tasks.
-QString ConceptoDeTarea(Sesion &s, int tip, qint64 artaux);
+QString taskConcept(Sesion &s, int tip, qint64 artaux);
 
 /// Why the system writes to a client: the text of one of its own kinds, "" for any other.
-QString MotivoDeTarea(const Sesion &s, int tip);
+QString taskReason(const Sesion &s, int tip);
 
 /// "Email communication" and the like, "" for none.
-QString MedioEnPalabras(const Sesion &s, int medio);
+QString channelInWords(const Sesion &s, int medio);
 
 /// Picture of a concept in the day's list, by the words in its name; "" when none is found.
-QString IconoDeAgenda(const Sesion &s, const QString &concepto);
+QString agendaIcon(const Sesion &s, const QString &item);
 /// The same for the booking list and the day sheet.
-QString IconoDeHoja(const Sesion &s, const QString &concepto);
+QString sheetIcon(const Sesion &s, const QString &item);
 
 /// What `ida` of a task identifies.
-enum class Sujeto { Nadie, Paciente, Cliente, Proveedor, Usuario };
-Sujeto SujetoDeTarea(int tip);
+enum class Subject { Nobody, Patient, Client, Supplier, User };
+Subject taskSubject(int tip);
+
+} // namespace agenda

@@ -5,121 +5,123 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+using namespace agenda;
+
 namespace
 {
 
-const QTime PrimerTurno(8, 30);
-const QTime UltimoTurno(22, 0);
-constexpr int PasoEnMinutos = 30;    // of a service that has no length of its own
-constexpr int CercaniaEnMinutos = 5; // a task this near takes the slot
-constexpr int MinutosDelDia = 24 * 60;
+const QTime FirstAppointment(8, 30);
+const QTime LastAppointment(22, 0);
+constexpr int StepInMinutes = 30;    // of a service that has no length of its own
+constexpr int NearnessInMinutes = 5; // a task this near takes the slot
 
 // Alarms and hours are kept to the minute.
-QTime AlMinuto(QTime t) { return t.isValid() ? QTime(t.hour(), t.minute()) : t; }
+QTime toMinute(QTime t) { return t.isValid() ? QTime(t.hour(), t.minute()) : t; }
 
-int DuracionDe(Sesion &s, int idServicio)
+int durationOf(Sesion &s, int idServicio)
 {
-    const Valor tiempo = s.finanzas->Leer("SELECT tiempo FROM Servicios WHERE Ida = ?", idServicio);
-    return tiempo.EsNulo() ? PasoEnMinutos : std::min(tiempo.toInt(), MinutosDelDia);
+    const store::Value time =
+        s.finanzas->read("SELECT tiempo FROM Servicios WHERE Ida = ?", idServicio);
+    return time.isNull() ? StepInMinutes : std::min(time.toInt(), DayMinutes);
 }
 
-int Minutos(QTime t) { return t.msecsSinceStartOfDay() / 60000; }
-QTime Hora(int minutos) { return QTime(minutos / 60, minutos % 60); }
+int minutesOf(QTime t) { return t.msecsSinceStartOfDay() / 60000; }
+QTime hourOf(int minutes) { return QTime(minutes / 60, minutes % 60); }
 
 // No condition on the day, on purpose: a task of any day pushes an hour on.
-bool HayTareaCerca(Sesion &s, int minutos)
+bool hasTaskNear(Sesion &s, int minutes)
 {
     return !s.morvane
-                ->Leer("SELECT TOP 1 hor FROM TareasAgenda WHERE hor BETWEEN ? AND ?",
-                       Hora(minutos - CercaniaEnMinutos), Hora(minutos + CercaniaEnMinutos))
-                .EsNulo();
+                ->read("SELECT TOP 1 hor FROM TareasAgenda WHERE hor BETWEEN ? AND ?",
+                       hourOf(minutes - NearnessInMinutes), hourOf(minutes + NearnessInMinutes))
+                .isNull();
 }
 
-int TareasDeHoy(Sesion &s)
+int todayTasks(Sesion &s)
 {
-    return s.morvane->Leer("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
+    return s.morvane->read("SELECT COUNT(*) FROM TareasAgenda WHERE dia = ?", s.reloj.hoy).toInt();
 }
 
 } // namespace
 
-int AgregarTarea(Sesion &s, const Tarea &t)
+int AgregarTarea(Sesion &s, const Task &t)
 {
     Lote lote(s);
-    const int id = TomarIdDeTarea(s);
-    const QString des = s.morvane->Recortado("TareasAgenda", "des", t.des);
+    const int id = store::takeTaskId(s);
+    const QString des = s.morvane->trimmed("TareasAgenda", "des", t.des);
     // Without a day neither hour nor alarm is kept; with an alarm the hour goes along.
-    const Valor dia(t.dia);
-    const Valor hor = t.dia.isValid() ? Valor(AlMinuto(t.hor)) : Valor();
-    const Valor ala = t.dia.isValid() ? Valor(AlMinuto(t.ala)) : Valor();
+    const store::Value dia(t.dia);
+    const store::Value hor = t.dia.isValid() ? store::Value(toMinute(t.hor)) : store::Value();
+    const store::Value ala = t.dia.isValid() ? store::Value(toMinute(t.ala)) : store::Value();
     s.morvane->Execute("insert into TareasAgenda (tip, ida, dia, hor, ala, medio, fcreacion, "
                        "artaux, des, id) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
                        t.tip, t.ida, dia, hor, ala, t.medio, t.fcreacion, t.artaux, des, id);
-    lote.Confirmar();
-    if (!ala.EsNulo() && t.dia == s.reloj.hoy)
+    lote.commit();
+    if (!ala.isNull() && t.dia == s.reloj.hoy)
         s.Alarmas.push_back({ala.toTime(), t.tip, false, std::nullopt, id});
     return id;
 }
 
 QTime BuscarHorarioLibre(Sesion &s, int idServicio)
 {
-    const int paso = DuracionDe(s, idServicio);
-    const int primero = Minutos(PrimerTurno), ultimo = Minutos(UltimoTurno);
-    int candidato = primero, pasos = 0;
-    while (paso > 0 && candidato <= ultimo && HayTareaCerca(s, candidato)) {
-        candidato += paso;
-        ++pasos;
+    const int step = durationOf(s, idServicio);
+    const int first = minutesOf(FirstAppointment), last = minutesOf(LastAppointment);
+    int candidate = first, steps = 0;
+    while (step > 0 && candidate <= last && hasTaskNear(s, candidate)) {
+        candidate += step;
+        ++steps;
     }
     // One step at most for each task of today.
-    if (pasos > 0)
-        candidato = primero + std::min(pasos, TareasDeHoy(s)) * paso;
-    return candidato > ultimo ? PrimerTurno : Hora(candidato);
+    if (steps > 0)
+        candidate = first + std::min(steps, todayTasks(s)) * step;
+    return candidate > last ? FirstAppointment : hourOf(candidate);
 }
 
 QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
 {
     return s.morvane
-        ->Leer("select hor from TareasAgenda where dia = ? and est = 0 and fmedio is null and "
+        ->read("select hor from TareasAgenda where dia = ? and est = 0 and fmedio is null and "
                "ida = ? and tip > 0 order by hor",
                dia, idm)
         .toTime();
 }
 
-QString HoraLarga(QTime hora)
+QString agenda::longHour(QTime hour)
 {
     // A day of tasks asks for hundreds: the format is worked out once for each locale.
     thread_local QLocale local = QLocale::c();
-    thread_local QString formato;
-    if (formato.isEmpty() || local != QLocale()) {
+    thread_local QString format;
+    if (format.isEmpty() || local != QLocale()) {
         // Without the time zone that a long time ends with.
-        static const QRegularExpression zona(QStringLiteral("\\s*\\(?t+\\)?\\s*"));
+        static const QRegularExpression zone(QStringLiteral("\\s*\\(?t+\\)?\\s*"));
         local = QLocale();
-        formato = local.timeFormat(QLocale::LongFormat).remove(zona);
+        format = local.timeFormat(QLocale::LongFormat).remove(zone);
     }
-    return local.toString(hora, formato);
+    return local.toString(hour, format);
 }
 
 void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida)
 {
-    const bool conocido =
+    const bool known =
         !s.finanzas->OpenSnapshot("SELECT Nom FROM Articulos WHERE Ida = ?", tip).EOF_();
-    Recordset tareas =
-        conocido ? s.morvane->OpenRecordset(
+    Recordset tasks =
+        known ? s.morvane->OpenRecordset(
             "select * from TareasAgenda where tip = ? and ida = ? and ArtAux = ? and "
             "est = 0 and fcreacion <= date() order by fcreacion asc",
             tip, ida, artaux)
-                 : s.morvane->OpenRecordset(
-                     "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
-                     "fcreacion <= date() order by fcreacion asc",
-                     ida, artaux);
-    if (conocido && tareas.EOF_())
-        tareas = s.morvane->OpenRecordset(
+              : s.morvane->OpenRecordset(
+                  "select * from TareasAgenda where ida = ? and ArtAux = ? and est = 0 and "
+                  "fcreacion <= date() order by fcreacion asc",
+                  ida, artaux);
+    if (known && tasks.EOF_())
+        tasks = s.morvane->OpenRecordset(
             "select * from TareasAgenda where tip = ? and ida = ? and est = 0 and "
             "fcreacion <= date() order by fcreacion asc",
             tip, ida);
-    if (tareas.EOF_())
+    if (tasks.EOF_())
         return;
-    tareas.Edit();
-    tareas.Put("est", true);
-    tareas.Put("frealizacion", s.reloj.hoy);
-    tareas.Update();
+    tasks.Edit();
+    tasks.Put("est", true);
+    tasks.Put("frealizacion", s.reloj.hoy);
+    tasks.Update();
 }

@@ -8,6 +8,7 @@
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
 #include "clients/client_forms.h"
+#include "importing/frmimportar.h"
 #include "messages/message_forms.h"
 #include "messages/outbox.h"
 #include "printing/printer.h"
@@ -16,6 +17,7 @@
 #include "startup/new_folder.h"
 #include "store/data_folder.h"
 #include "store/schema.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
 #include "ui/quick_key.h"
@@ -33,98 +35,101 @@
 
 #include <cstdio>
 
+using namespace app;
+
 namespace
 {
 
 // Days and numbers on screen follow the language worked in; the country stays the system's where
 // both agree.
-void FijarLocal(Idioma idioma)
+void setLocale(store::Language language)
 {
-    const QLocale sistema = QLocale::system();
-    if (IdiomaDeCodigo(sistema.name()) == idioma && sistema.language() != QLocale::C) {
-        QLocale::setDefault(sistema);
+    const QLocale system = QLocale::system();
+    if (store::codeLanguage(system.name()) == language && system.language() != QLocale::C) {
+        QLocale::setDefault(system);
         return;
     }
-    switch (idioma) {
-    case Idioma::Espanol:
+    switch (language) {
+    case store::Language::Spanish:
         QLocale::setDefault({QLocale::Spanish, QLocale::Uruguay});
         break;
-    case Idioma::Portugues:
+    case store::Language::Portuguese:
         QLocale::setDefault({QLocale::Portuguese, QLocale::Brazil});
         break;
-    case Idioma::Ingles:
+    case store::Language::English:
         QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
         break;
     }
 }
 
 // On a machine where nothing was ever set up: a clinic of its own can be made here and now.
-void OfrecerCarpetaNueva(Sesion &s, Idioma idioma)
+void offerNewFolder(Sesion &s, store::Language language)
 {
-    if (s.carpetaDada || TieneRuta(s.carpetaDePrograma))
+    if (s.givenFolder || store::hasPath(s.programFolder))
         return;
-    for (const QString &base : BasesDeDatos())
-        if (QFileInfo::exists(RutaBajo(s.carpetaDeDatos, ArchivoDe(base))))
+    for (const QString &base : store::databases())
+        if (QFileInfo::exists(store::pathUnder(s.dataFolder, store::fileOf(base))))
             return;
-    if (s.dialogos.Pregunta(s(9009) + QStringLiteral("\n\n") + s.carpetaDeDatos))
-        CrearCarpeta(s.carpetaDeDatos, idioma);
+    if (s.dialogos.Pregunta(s(text::MakeClinicQuestion) + QStringLiteral("\n\n") + s.dataFolder))
+        startup::createFolder(s.dataFolder, language);
 }
 
-int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
+int window(int &argc, char **argv, const Options &options, store::Language language)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kelvara"));
     QApplication::setApplicationVersion(QStringLiteral(KELVARA_VERSION));
-    QApplication::setWindowIcon(Icono(QStringLiteral("kelvara")));
+    QApplication::setWindowIcon(ui::namedIcon(QStringLiteral("kelvara")));
     QApplication::setQuitOnLastWindowClosed(false); // the board decides when the program ends
-    AplicarTema(app, 1);
+    ui::applyTheme(app, 1);
     // The toolkit's own boxes: files, colours, context menus of text boxes.
     QTranslator delToolkit;
     if (delToolkit.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&delToolkit);
 
-    DialogosDeVentana dialogos{Textos(idioma)};
-    ImpresionDeEscritorio impresion;
-    Sesion s(dialogos, impresion, idioma);
-    FijarCarpetaDeDatos(s, opciones.datos);
+    ui::WindowDialogs dialogos{store::Texts(language)};
+    printing::DeskPrinting impresion;
+    Sesion s(dialogos, impresion, language);
+    store::setDataFolder(s, options.data);
 
     // One instance on this machine for each program folder, which may be shared: so the lock lies
     // in the machine's own folder. One whose program died counts for nothing.
-    const QByteArray huella =
-        QCryptographicHash::hash(s.carpetaDePrograma.toUtf8(), QCryptographicHash::Sha1);
-    QLockFile candado(QDir::tempPath() + QStringLiteral("/kelvara-")
-                      + QString::fromLatin1(huella.toHex().left(16)) + QStringLiteral(".lock"));
-    candado.setStaleLockTime(0);
-    const bool otra = !candado.tryLock() && candado.error() == QLockFile::LockFailedError;
+    const QByteArray fingerprint =
+        QCryptographicHash::hash(s.programFolder.toUtf8(), QCryptographicHash::Sha1);
+    QLockFile lock(QDir::tempPath() + QStringLiteral("/kelvara-")
+                   + QString::fromLatin1(fingerprint.toHex().left(16)) + QStringLiteral(".lock"));
+    lock.setStaleLockTime(0);
+    const bool other = !lock.tryLock() && lock.error() == QLockFile::LockFailedError;
 
-    Formularios formularios;
-    RegistrarFormulariosDeTablero(s, formularios);
-    RegistrarFormulariosDeClientes(s, formularios);
-    RegistrarFormulariosDeAgenda(s, formularios);
-    RegistrarFormulariosDeMensajes(s, formularios);
-    RegistrarFormulariosDeAdministracion(s, formularios);
-    InstalarBusquedaRapida(app, formularios);
-    std::unique_ptr<frmprincipal> tablero;
+    ui::FormRegistry forms;
+    board::registerBoardForms(s, forms);
+    clients::registerClientForms(s, forms);
+    importing::registerImportForms(s, forms);
+    agenda::registerAgendaForms(s, forms);
+    messages::registerMessageForms(s, forms);
+    admin::registerAdminForms(s, forms);
+    ui::installQuickSearch(app, forms);
+    std::unique_ptr<frmprincipal> board;
 
-    PasosDeInicio pasos;
-    pasos.otraInstancia = [otra] { return otra; };
-    pasos.prepararCarpeta = [&] { OfrecerCarpetaNueva(s, idioma); };
-    pasos.almacenAbierto = [&] { AplicarTema(app, s.configuracion["PrincipalColor"].toInt()); };
-    pasos.cargarTablero = [&] { tablero = std::make_unique<frmprincipal>(s, formularios); };
-    pasos.iniciarTareas = [&] {
-        IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}});
+    startup::StartSteps steps;
+    steps.otherInstance = [other] { return other; };
+    steps.prepareFolder = [&] { offerNewFolder(s, language); };
+    steps.openStore = [&] { ui::applyTheme(app, s.configuracion["PrincipalColor"].toInt()); };
+    steps.loadBoard = [&] { board = std::make_unique<frmprincipal>(s, forms); };
+    steps.startTasks = [&] {
+        IniciarTareas(s, {.sendMessages = EnviarMensajes, .monthlyStep = {}});
     };
-    pasos.cargarPropietarios = [&] {
-        formularios.Cargar(QStringLiteral("frmPropietarios"));
-        tablero->CargarPizarra();
+    steps.loadOwners = [&] {
+        forms.load(QStringLiteral("frmPropietarios"));
+        board->CargarPizarra();
     };
-    pasos.cargarVentas = [&] { formularios.Cargar(QStringLiteral("frmventas")); };
-    pasos.mostrarTablero = [&] { tablero->Mostrar(); };
-    pasos.terminar = [] { QCoreApplication::quit(); };
+    steps.loadSales = [&] { forms.load(QStringLiteral("frmventas")); };
+    steps.showBoard = [&] { board->show(); };
+    steps.finish = [] { QCoreApplication::quit(); };
 
-    frminicio inicio(s, pasos);
-    inicio.show();
+    frminicio start(s, steps);
+    start.show();
     return QApplication::exec();
 }
 
@@ -132,36 +137,37 @@ int Ventana(int &argc, char **argv, const Opciones &opciones, Idioma idioma)
 
 int main(int argc, char **argv)
 {
-    QStringList argumentos;
+    QStringList arguments;
     for (int i = 1; i < argc; ++i)
-        argumentos << QString::fromLocal8Bit(argv[i]);
+        arguments << QString::fromLocal8Bit(argv[i]);
     QString error;
-    const auto opciones = LeerOpciones(argumentos, &error);
-    if (!opciones) {
+    const auto options = readOptions(arguments, &error);
+    if (!options) {
         std::fprintf(stderr, "kelvara: %s\n%s", error.toUtf8().constData(),
-                     TextoDeAyuda().toUtf8().constData());
+                     helpText().toUtf8().constData());
         return 2;
     }
 
-    const Idioma idioma = opciones->idioma.value_or(IdiomaDeCodigo(QLocale::system().name()));
-    FijarLocal(idioma);
-    if (opciones->modo == Opciones::Modo::Ventana)
-        return Ventana(argc, argv, *opciones, idioma);
+    const store::Language language =
+        options->language.value_or(store::codeLanguage(QLocale::system().name()));
+    setLocale(language);
+    if (options->mode == Options::Mode::Window)
+        return window(argc, argv, *options, language);
 
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kelvara"));
-    switch (opciones->modo) {
-    case Opciones::Modo::Ayuda:
-        std::printf("%s", TextoDeAyuda().toUtf8().constData());
+    switch (options->mode) {
+    case Options::Mode::Help:
+        std::printf("%s", helpText().toUtf8().constData());
         return 0;
-    case Opciones::Modo::Version:
+    case Options::Mode::Version:
         std::printf("Kelvara %s\n", KELVARA_VERSION);
         return 0;
-    case Opciones::Modo::Crear:
-        return CrearDatos(*opciones, idioma);
-    case Opciones::Modo::Importar:
-        return ImportarDatos(*opciones, idioma);
+    case Options::Mode::Create:
+        return createData(*options, language);
+    case Options::Mode::Import:
+        return importData(*options, language);
     default:
-        return CorrerDesatendido(*opciones, idioma);
+        return runUnattended(*options, language);
     }
 }

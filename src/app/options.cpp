@@ -1,73 +1,75 @@
 #include "app/options.h"
 
-std::optional<Opciones> LeerOpciones(const QStringList &argumentos, QString *error)
+using namespace app;
+
+std::optional<Options> app::readOptions(const QStringList &arguments, QString *error)
 {
-    Opciones o;
-    const auto fallar = [error](const QString &que) {
-        *error = que;
+    Options o;
+    const auto fail = [error](const QString &what) {
+        *error = what;
         return std::nullopt;
     };
-    bool deImportar = false; // an argument that goes with --importar alone
-    for (qsizetype i = 0; i < argumentos.size(); ++i) {
-        const QString &a = argumentos[i];
-        const auto valor = [&]() -> QString { return argumentos.value(++i); };
+    bool ofImport = false; // an argument that goes with --importar alone
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &a = arguments[i];
+        const auto value = [&]() -> QString { return arguments.value(++i); };
         if (a == u"--datos") {
-            o.datos = valor();
-            if (o.datos.isEmpty())
-                return fallar(QStringLiteral("--datos needs a folder"));
+            o.data = value();
+            if (o.data.isEmpty())
+                return fail(QStringLiteral("--datos needs a folder"));
         } else if (a == u"--crear") {
-            o.modo = Opciones::Modo::Crear;
-            o.crear = valor();
-            if (o.crear.isEmpty())
-                return fallar(QStringLiteral("--crear needs a folder"));
+            o.mode = Options::Mode::Create;
+            o.create = value();
+            if (o.create.isEmpty())
+                return fail(QStringLiteral("--crear needs a folder"));
         } else if (a == u"--demo") {
             o.demo = true;
         } else if (a == u"--desatendido") {
-            o.modo = Opciones::Modo::Desatendido;
+            o.mode = Options::Mode::Unattended;
         } else if (a == u"--importar") {
-            o.modo = Opciones::Modo::Importar;
-            o.importar = valor();
-            if (o.importar.isEmpty())
-                return fallar(QStringLiteral("--importar needs a file"));
+            o.mode = Options::Mode::Import;
+            o.importing = value();
+            if (o.importing.isEmpty())
+                return fail(QStringLiteral("--importar needs a file"));
         } else if (a == u"--confirmar") {
-            o.confirmar = deImportar = true;
+            o.confirm = ofImport = true;
         } else if (a == u"--columnas") {
-            o.columnas = valor();
-            deImportar = true;
-            if (o.columnas.isEmpty())
-                return fallar(QStringLiteral("--columnas needs title=datum,..."));
+            o.columns = value();
+            ofImport = true;
+            if (o.columns.isEmpty())
+                return fail(QStringLiteral("--columnas needs title=datum,..."));
         } else if (a == u"--fechas") {
-            o.fechas = valor();
-            deImportar = true;
-            if (o.fechas != u"dma" && o.fechas != u"mda")
-                return fallar(QStringLiteral("--fechas takes dma or mda"));
+            o.dates = value();
+            ofImport = true;
+            if (o.dates != u"dma" && o.dates != u"mda")
+                return fail(QStringLiteral("--fechas takes dma or mda"));
         } else if (a == u"--propietario") {
-            o.propietario = valor();
-            deImportar = true;
-            if (o.propietario.isEmpty())
-                return fallar(QStringLiteral("--propietario needs a name"));
+            o.owner = value();
+            ofImport = true;
+            if (o.owner.isEmpty())
+                return fail(QStringLiteral("--propietario needs a name"));
         } else if (a == u"--idioma") {
-            const QString codigo = valor();
-            if (codigo != u"es" && codigo != u"pt" && codigo != u"en")
-                return fallar(QStringLiteral("--idioma takes es, pt or en"));
-            o.idioma = IdiomaDeCodigo(codigo);
+            const QString code = value();
+            if (code != u"es" && code != u"pt" && code != u"en")
+                return fail(QStringLiteral("--idioma takes es, pt or en"));
+            o.language = store::codeLanguage(code);
         } else if (a == u"--version") {
-            o.modo = Opciones::Modo::Version;
+            o.mode = Options::Mode::Version;
         } else if (a == u"--help") {
-            o.modo = Opciones::Modo::Ayuda;
+            o.mode = Options::Mode::Help;
         } else {
-            return fallar(QStringLiteral("unknown argument: ") + a);
+            return fail(QStringLiteral("unknown argument: ") + a);
         }
     }
-    if (o.demo && o.modo != Opciones::Modo::Crear)
-        return fallar(QStringLiteral("--demo goes with --crear"));
-    if (deImportar && o.modo != Opciones::Modo::Importar)
-        return fallar(QStringLiteral(
+    if (o.demo && o.mode != Options::Mode::Create)
+        return fail(QStringLiteral("--demo goes with --crear"));
+    if (ofImport && o.mode != Options::Mode::Import)
+        return fail(QStringLiteral(
             "--confirmar, --columnas, --fechas and --propietario go with --importar"));
     return o;
 }
 
-QString TextoDeAyuda()
+QString app::helpText()
 {
     return QStringLiteral(
         "kelvara                                  the window\n"

@@ -1,7 +1,7 @@
 #include "app/unattended.h"
 
 #include "board/board_lines.h"
-#include "clients/import.h"
+#include "importing/import.h"
 #include "messages/outbox.h"
 #include "startup/daily_automation.h"
 #include "startup/demo_clinic.h"
@@ -9,6 +9,7 @@
 #include "startup/start_steps.h"
 #include "store/data_folder.h"
 #include "store/opening.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QLocale>
@@ -16,22 +17,24 @@
 #include <cstdio>
 #include <functional>
 
+using namespace app;
+
 namespace
 {
 
-void Imprimir(std::FILE *donde, const QString &linea)
+void print(std::FILE *where, const QString &line)
 {
-    std::fprintf(donde, "%s\n", linea.toUtf8().constData());
+    std::fprintf(where, "%s\n", line.toUtf8().constData());
 }
 
-int Fallar(const QString &porque)
+int fail(const QString &because)
 {
-    Imprimir(stderr, porque);
+    print(stderr, because);
     return 1;
 }
 
 // A board line is one line of output, whatever is in its text.
-QString EnUnaLinea(QString t)
+QString inOneLine(QString t)
 {
     for (QChar &c : t)
         if (c == u'\t' || c == u'\n' || c == u'\r')
@@ -39,100 +42,103 @@ QString EnUnaLinea(QString t)
     return t;
 }
 
-void ImprimirPizarra(Sesion &s)
+void printBoard(Sesion &s)
 {
-    for (const LineaDePizarra &l : LeerPizarra(s))
-        Imprimir(stdout, QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2)
-                             + EnUnaLinea(l.mensaje));
+    for (const board::BoardLine &l : board::readBoard(s))
+        print(stdout, QStringLiteral("%1\t%2\t%3\t").arg(l.dibujo).arg(l.codigo1).arg(l.codigo2)
+                          + inOneLine(l.message));
 }
 
 // Opens a clinic that has been run before, and works on it where nobody can be asked.
 // @return the exit status
-int EnClinica(const Opciones &opciones, Idioma idioma, const std::function<int(Sesion &)> &trabajo)
+int inClinic(const Options &options, store::Language language,
+             const std::function<int(Sesion &)> &work)
 {
-    DialogosDesatendidos dialogos;
-    SinImpresion impresion;
-    Sesion s(dialogos, impresion, idioma);
+    store::UnattendedDialogs dialogos;
+    store::NoPrinting impresion;
+    Sesion s(dialogos, impresion, language);
     try {
-        FijarCarpetaDeDatos(s, opciones.datos);
-        if (const auto falla = AbrirAlmacen(s))
-            return Fallar(falla->texto);
-        if (EsPrimeraVez(s))
-            return Fallar(s(9007));
-        return trabajo(s);
-    } catch (const ErrorDeAlmacen &e) {
-        return Fallar(TextoDeError(s, e));
+        store::setDataFolder(s, options.data);
+        if (const auto failure = store::openStore(s))
+            return fail(failure->text);
+        if (startup::isFirstRun(s))
+            return fail(s(text::FirstRunIsDue));
+        return work(s);
+    } catch (const store::StoreError &e) {
+        return fail(store::errorText(s, e));
     }
 }
 
 } // namespace
 
-int CorrerDesatendido(const Opciones &opciones, Idioma idioma)
+int app::runUnattended(const Options &options, store::Language language)
 {
-    return EnClinica(opciones, idioma, [](Sesion &s) {
+    return inClinic(options, language, [](Sesion &s) {
         // The question that this asks is told on standard error; nobody is there to say Yes.
-        if (!ComprobarInicio(s, QLocale::system()))
+        if (!startup::checkStart(s, QLocale::system()))
             return 1;
-        IniciarTareas(s, {.enviarMensajes = EnviarMensajes, .pasoMensual = {}});
-        ImprimirPizarra(s);
+        IniciarTareas(s, {.sendMessages = EnviarMensajes, .monthlyStep = {}});
+        printBoard(s);
         return 0;
     });
 }
 
-int ImportarDatos(const Opciones &opciones, Idioma idioma)
+int app::importData(const Options &options, store::Language language)
 {
-    return EnClinica(opciones, idioma, [&opciones](Sesion &s) {
-        const VistaDeArchivo vista = MirarArchivo(s, opciones.importar, 0);
-        if (!vista.falla.isEmpty())
-            return Fallar(vista.falla);
-        OpcionesDeImportacion o;
-        o.archivo = opciones.importar;
-        o.columnas = vista.columnas;
-        o.propietario = opciones.propietario;
-        if (!opciones.fechas.isEmpty())
-            o.orden = opciones.fechas == u"mda" ? OrdenDeFecha::MesDia : OrdenDeFecha::DiaMes;
-        const QString mal = AplicarColumnas(s, opciones.columnas, vista.titulos, o.columnas);
-        if (!mal.isEmpty())
-            return Fallar(mal);
-        Imprimir(stdout, TextoDeVista(s, vista));
-        for (qsizetype i = 0; i < vista.titulos.size(); ++i)
-            Imprimir(stdout, QStringLiteral("%1\t").arg(i + 1) + vista.titulos[i] + u'\t'
-                                 + NombreDeDato(o.columnas[i]));
-        const InformeDeImportacion informe =
-            opciones.confirmar ? Importar(s, o) : ProbarImportacion(s, o);
-        if (informe.falta != InformeDeImportacion::Falta::Nada)
-            return Fallar(informe.falla);
-        Imprimir(stdout, ResumenDeImportacion(s, informe));
-        Imprimir(stdout, FinalDeImportacion(s, informe));
-        for (const LineaDeInforme &l : informe.lineas)
-            if (l.aviso || l.suerte == Suerte::Rechazada)
-                Imprimir(stdout, QStringLiteral("%1\t").arg(l.linea) + TextoDeSuerte(s, l.suerte)
-                                     + u'\t' + EnUnaLinea(l.cliente) + u'\t' + EnUnaLinea(l.mascota)
-                                     + u'\t' + EnUnaLinea(l.texto));
-        return informe.falla.isEmpty() ? 0 : 1;
+    return inClinic(options, language, [&options](Sesion &s) {
+        const importing::FileView view = importing::inspectFile(s, options.importing, 0);
+        if (!view.failure.isEmpty())
+            return fail(view.failure);
+        importing::ImportOptions o;
+        o.file = options.importing;
+        o.columns = view.columns;
+        o.owner = options.owner;
+        if (!options.dates.isEmpty())
+            o.order = options.dates == u"mda" ? importing::DateOrder::MonthDay
+                                              : importing::DateOrder::DayMonth;
+        const QString badly = importing::applyColumns(s, options.columns, view.titles, o.columns);
+        if (!badly.isEmpty())
+            return fail(badly);
+        print(stdout, importing::viewText(s, view));
+        for (qsizetype i = 0; i < view.titles.size(); ++i)
+            print(stdout, QStringLiteral("%1\t").arg(i + 1) + view.titles[i] + u'\t'
+                              + importing::datumName(o.columns[i]));
+        const importing::ImportReport report =
+            options.confirm ? importing::importFile(s, o) : importing::testImport(s, o);
+        if (report.missing != importing::ImportReport::Missing::Nothing)
+            return fail(report.failure);
+        print(stdout, importing::importSummary(s, report));
+        print(stdout, importing::importEnd(s, report));
+        for (const importing::ReportLine &l : report.lines)
+            if (l.notice || l.outcome == importing::Outcome::Rejected)
+                print(stdout, QStringLiteral("%1\t").arg(l.line)
+                                  + importing::outcomeText(s, l.outcome) + u'\t'
+                                  + inOneLine(l.client) + u'\t' + inOneLine(l.patient) + u'\t'
+                                  + inOneLine(l.text));
+        return report.failure.isEmpty() ? 0 : 1;
     });
 }
 
-int CrearDatos(const Opciones &opciones, Idioma idioma)
+int app::createData(const Options &options, store::Language language)
 {
-    DialogosDesatendidos dialogos;
-    SinImpresion impresion;
-    Sesion s(dialogos, impresion, idioma);
+    store::UnattendedDialogs dialogos;
+    store::NoPrinting impresion;
+    Sesion s(dialogos, impresion, language);
     try {
-        CrearCarpeta(opciones.crear, idioma);
-    } catch (const ErrorDeAlmacen &e) {
-        return Fallar(e.descripcion); // says which folder, and all there is to say
+        startup::createFolder(options.create, language);
+    } catch (const store::StoreError &e) {
+        return fail(e.description); // says which folder, and all there is to say
     }
     try {
-        if (opciones.demo) {
-            FijarCarpetaDeDatos(s, opciones.crear);
-            if (const auto falla = AbrirAlmacen(s))
-                return Fallar(falla->texto);
-            CrearDemo(s);
+        if (options.demo) {
+            store::setDataFolder(s, options.create);
+            if (const auto failure = store::openStore(s))
+                return fail(failure->text);
+            startup::createDemo(s);
         }
-    } catch (const ErrorDeAlmacen &e) {
-        return Fallar(TextoDeError(s, e));
+    } catch (const store::StoreError &e) {
+        return fail(store::errorText(s, e));
     }
-    Imprimir(stdout, QDir(opciones.crear).absolutePath());
+    print(stdout, QDir(options.create).absolutePath());
     return 0;
 }

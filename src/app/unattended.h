@@ -3,15 +3,20 @@
 
 #include "app/options.h"
 
+namespace app
+{
+
 /// A start without a window. Prints one line for each board line on standard output,
 /// `dibujo<TAB>Codigo1<TAB>Codigo2<TAB>mensaje`; messages go to standard error.
 /// @return the exit status: 0, or 1 with the reason told
-int CorrerDesatendido(const Opciones &opciones, Idioma idioma);
+int runUnattended(const Options &options, store::Language language);
 
 /// Tells on standard output what an import would do, or does it: columns, counts, then one line for
 /// each line of the file that was refused or has a warning, `line<TAB>result<TAB>client<TAB>patient
 /// <TAB>why`. @return the exit status: 0, or 1 with the reason told
-int ImportarDatos(const Opciones &opciones, Idioma idioma);
+int importData(const Options &options, store::Language language);
 
 /// Makes a new data folder. @return the exit status
-int CrearDatos(const Opciones &opciones, Idioma idioma);
+int createData(const Options &options, store::Language language);
+
+} // namespace app

@@ -1,5 +1,6 @@
 #include "board/board_view.h"
 
+#include "texts/texts.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
@@ -8,37 +9,23 @@
 #include <QPainter>
 #include <QTextLayout>
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    ResumenDelDia = 4007,
-    SinNovedades = 4008,
-    Analisis = 9102,
-    Mensajeria = 9103,
-    Listados = 9104,
-    Agenda = 9105,
-    QueSigue = 9114,
-    NoDisponible = 9115,
-    Telefonos = 9124,
-};
+constexpr int LinePicture = 28;
+constexpr int HeadPicture = 36;
+constexpr int EmptyPicture = 72;
+constexpr int ClickablePicture = 24;
+constexpr int ClickableField = 38;
 
-constexpr int linePicture = 28;
-constexpr int headPicture = 36;
-constexpr int emptyPicture = 72;
-constexpr int clickablePicture = 24;
-constexpr int clickableField = 38;
+bool isIcon(int column) { return column == BoardModel::Icon1 || column == BoardModel::Icon2; }
 
-bool isIcon(int column)
+WhichIcon iconOf(int column)
 {
-    return column == ModeloDePizarra::Icono1 || column == ModeloDePizarra::Icono2;
-}
-
-CualIcono iconOf(int column)
-{
-    return column == ModeloDePizarra::Icono1 ? CualIcono::Primero : CualIcono::Segundo;
+    return column == BoardModel::Icon1 ? WhichIcon::First : WhichIcon::Second;
 }
 
 void paintPicture(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
@@ -80,253 +67,253 @@ void paintMessage(QPainter &painter, const QRect &field, const QString &text, co
 }
 
 void paintHead(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
-               const Paleta &p)
+               const ui::Palette &p)
 {
-    painter.setPen(p.borde);
+    painter.setPen(p.border);
     painter.drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-    if (index.column() == ModeloDePizarra::Dibujo)
-        return paintPicture(painter, option, index, option.rect, headPicture);
-    if (index.column() != ModeloDePizarra::Mensaje)
+    if (index.column() == BoardModel::Picture)
+        return paintPicture(painter, option, index, option.rect, HeadPicture);
+    if (index.column() != BoardModel::Message)
         return;
     const QString title = index.data().toString().section(u'\t', 0, 0);
     const QString day = index.data().toString().section(u'\t', 1).trimmed();
     QFont large = option.font;
     large.setPointSizeF(option.font.pointSizeF() * 1.4);
     large.setWeight(QFont::DemiBold);
-    QRect field = option.rect.adjusted(Espacio::XS, 0, -Espacio::S, 0);
+    QRect field = option.rect.adjusted(ui::space::XS, 0, -ui::space::S, 0);
     painter.setFont(large);
-    painter.setPen(p.texto);
+    painter.setPen(p.text);
     QRect used;
     painter.drawText(field, Qt::AlignVCenter | Qt::TextSingleLine, title, &used);
-    field.setLeft(used.right() + Espacio::M);
+    field.setLeft(used.right() + ui::space::M);
     QFont medium = option.font;
     medium.setPointSizeF(option.font.pointSizeF() * 1.15);
     painter.setFont(medium);
-    painter.setPen(p.textoSuave);
+    painter.setPen(p.softText);
     painter.drawText(field, Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(medium).elidedText(day, Qt::ElideRight, field.width()));
 }
 
 void paintEmpty(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
-                const Paleta &p)
+                const ui::Palette &p)
 {
-    QRect field = option.rect.adjusted(Espacio::XL, 0, -Espacio::XL, 0);
+    QRect field = option.rect.adjusted(ui::space::XL, 0, -ui::space::XL, 0);
     const int middle = field.center().y();
     paintPicture(painter, option, index, QRect(field.left(), middle - 110, field.width(), 100),
-                 emptyPicture);
+                 EmptyPicture);
     QFont large = option.font;
     large.setPointSizeF(option.font.pointSizeF() * 1.3);
     large.setWeight(QFont::DemiBold);
     painter.setFont(large);
-    painter.setPen(p.texto);
+    painter.setPen(p.text);
     painter.drawText(QRect(field.left(), middle, field.width(), 32), Qt::AlignHCenter,
                      index.data().toString());
     painter.setFont(option.font);
-    painter.setPen(p.textoSuave);
+    painter.setPen(p.softText);
     painter.drawText(QRect(field.left(), middle + 36, field.width(), 60),
                      Qt::AlignHCenter | Qt::TextWordWrap, index.data(Qt::ToolTipRole).toString());
 }
 
 void paintLine(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
-               const Paleta &p)
+               const ui::Palette &p)
 {
     const bool current = option.state & QStyle::State_Selected;
     const bool focused = current && (option.state & QStyle::State_HasFocus);
     const bool hovered = option.state & QStyle::State_MouseOver;
-    const bool active = index.data(ModeloDePizarra::PapelActivo).toBool();
-    painter.fillRect(option.rect, current                ? p.acentoSuave
-                                  : index.row() % 2 == 0 ? p.superficieAlterna
-                                                         : p.superficie);
-    if (index.column() == ModeloDePizarra::Dibujo) {
+    const bool active = index.data(BoardModel::ActiveRole).toBool();
+    painter.fillRect(option.rect, current                ? p.softAccent
+                                  : index.row() % 2 == 0 ? p.alternateSurface
+                                                         : p.surface);
+    if (index.column() == BoardModel::Picture) {
         if (current)
             painter.fillRect(QRect(option.rect.topLeft(), QSize(3, option.rect.height())),
-                             p.acento);
-        return paintPicture(painter, option, index, option.rect, linePicture);
+                             p.accent);
+        return paintPicture(painter, option, index, option.rect, LinePicture);
     }
-    if (index.column() == ModeloDePizarra::Mensaje) {
+    if (index.column() == BoardModel::Message) {
         QFont font = option.font;
         font.setUnderline(active && (hovered || focused));
-        painter.setPen(active ? p.acento : p.texto);
-        return paintMessage(painter, option.rect.adjusted(Espacio::XS, 0, -Espacio::M, 0),
+        painter.setPen(active ? p.accent : p.text);
+        return paintMessage(painter, option.rect.adjusted(ui::space::XS, 0, -ui::space::M, 0),
                             index.data().toString(), font);
     }
     if (index.data(Qt::DecorationRole).value<QIcon>().isNull())
         return;
-    QRectF field(0, 0, clickableField, clickableField);
+    QRectF field(0, 0, ClickableField, ClickableField);
     field.moveCenter(QRectF(option.rect).center());
-    painter.setPen(active ? QPen(hovered || focused ? p.acento : p.borde, focused ? 2 : 1)
+    painter.setPen(active ? QPen(hovered || focused ? p.accent : p.border, focused ? 2 : 1)
                           : QPen(Qt::NoPen));
-    painter.setBrush(active && hovered ? p.acentoSuave
-                     : active          ? p.superficie
+    painter.setBrush(active && hovered ? p.softAccent
+                     : active          ? p.surface
                                        : QColor(Qt::transparent));
     painter.drawRoundedRect(field, 8, 8);
-    paintPicture(painter, option, index, option.rect, clickablePicture,
+    paintPicture(painter, option, index, option.rect, ClickablePicture,
                  active ? QIcon::Normal : QIcon::Disabled);
 }
 
 } // namespace
 
-ModeloDePizarra::ModeloDePizarra(Sesion &s, Disponible disponible, QObject *parent)
-    : QAbstractTableModel(parent), m_s(s), m_disponible(std::move(disponible))
+BoardModel::BoardModel(Sesion &s, Available available, QObject *parent)
+    : QAbstractTableModel(parent), m_s(s), m_available(std::move(available))
 {
 }
 
-void ModeloDePizarra::Cargar()
+void BoardModel::load()
 {
-    QList<LineaDePizarra> lines = LeerPizarra(m_s);
+    QList<BoardLine> lines = readBoard(m_s);
     beginResetModel();
-    m_lineas = std::move(lines);
+    m_lines = std::move(lines);
     endResetModel();
 }
 
-ModeloDePizarra::Clase ModeloDePizarra::ClaseDe(int fila) const
+BoardModel::Kind BoardModel::kindOf(int row) const
 {
-    if (fila == 0)
-        return Clase::Encabezado;
-    return m_lineas.isEmpty() ? Clase::Vacia : Clase::Linea;
+    if (row == 0)
+        return Kind::Header;
+    return m_lines.isEmpty() ? Kind::Empty : Kind::Line;
 }
 
-Destino ModeloDePizarra::DestinoDe(const QModelIndex &celda) const
+Target BoardModel::targetOf(const QModelIndex &cell) const
 {
-    if (!celda.isValid() || ClaseDe(celda.row()) != Clase::Linea)
+    if (!cell.isValid() || kindOf(cell.row()) != Kind::Line)
         return {};
-    const LineaDePizarra &line = m_lineas[celda.row() - 1];
-    Destino target;
-    if (celda.column() == Mensaje)
-        target = DestinoDeTexto(m_s, line);
-    else if (isIcon(celda.column()))
-        target = DestinoDeIcono(m_s, line, iconOf(celda.column()));
-    return m_disponible(target) ? target : Destino{};
+    const BoardLine &line = m_lines[cell.row() - 1];
+    Target target;
+    if (cell.column() == Message)
+        target = textTarget(m_s, line);
+    else if (isIcon(cell.column()))
+        target = iconTarget(m_s, line, iconOf(cell.column()));
+    return m_available(target) ? target : Target{};
 }
 
-Destino ModeloDePizarra::DestinoDeFila(const QModelIndex &celda) const
+Target BoardModel::rowTarget(const QModelIndex &cell) const
 {
-    for (const int column : {celda.column(), int(Mensaje), int(Icono1), int(Icono2)})
-        if (Destino target = DestinoDe(celda.siblingAtColumn(column)); !target.Ninguno())
+    for (const int column : {cell.column(), int(Message), int(Icon1), int(Icon2)})
+        if (Target target = targetOf(cell.siblingAtColumn(column)); !target.None())
             return target;
     return {};
 }
 
-int ModeloDePizarra::rowCount(const QModelIndex &parent) const
+int BoardModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : 1 + std::max(1, int(m_lineas.size()));
+    return parent.isValid() ? 0 : 1 + std::max(1, int(m_lines.size()));
 }
 
-int ModeloDePizarra::columnCount(const QModelIndex &parent) const
+int BoardModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(Columnas);
+    return parent.isValid() ? 0 : int(ColumnCount);
 }
 
-Qt::ItemFlags ModeloDePizarra::flags(const QModelIndex &index) const
+Qt::ItemFlags BoardModel::flags(const QModelIndex &index) const
 {
-    if (!index.isValid() || ClaseDe(index.row()) != Clase::Linea)
+    if (!index.isValid() || kindOf(index.row()) != Kind::Line)
         return Qt::NoItemFlags;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
 }
 
-QVariant ModeloDePizarra::data(const QModelIndex &index, int role) const
+QVariant BoardModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
         return {};
     switch (role) {
-    case PapelClase:
-        return int(ClaseDe(index.row()));
-    case PapelActivo:
-        return !DestinoDe(index).Ninguno();
+    case KindRole:
+        return int(kindOf(index.row()));
+    case ActiveRole:
+        return !targetOf(index).None();
     case Qt::DisplayRole:
-        return textoDe(index);
+        return text(index);
     case Qt::DecorationRole:
-        return dibujoDe(index);
+        return picture(index);
     case Qt::ToolTipRole:
-        if (ClaseDe(index.row()) == Clase::Vacia)
-            return m_s(QueSigue);
-        return isIcon(index.column()) ? queAbre(index) : textoDe(index);
+        if (kindOf(index.row()) == Kind::Empty)
+            return m_s(text::EmptyBoardHint);
+        return isIcon(index.column()) ? thatOpens(index) : text(index);
     case Qt::AccessibleTextRole:
-        return isIcon(index.column()) ? queAbre(index) : textoDe(index);
+        return isIcon(index.column()) ? thatOpens(index) : text(index);
     default:
         return {};
     }
 }
 
-QVariant ModeloDePizarra::textoDe(const QModelIndex &celda) const
+QVariant BoardModel::text(const QModelIndex &cell) const
 {
-    if (celda.column() != Mensaje)
+    if (cell.column() != Message)
         return {};
-    switch (ClaseDe(celda.row())) {
-    case Clase::Encabezado:
-        return QString(m_s(ResumenDelDia) + u"\t "_s
+    switch (kindOf(cell.row())) {
+    case Kind::Header:
+        return QString(m_s(text::DaySummary) + u"\t "_s
                        + QLocale().toString(m_s.reloj.hoy, QLocale::LongFormat) + u'.');
-    case Clase::Vacia:
-        return m_s(SinNovedades);
-    case Clase::Linea:
-        return m_lineas[celda.row() - 1].mensaje;
+    case Kind::Empty:
+        return m_s(text::NoReportsToday);
+    case Kind::Line:
+        return m_lines[cell.row() - 1].message;
     }
     return {};
 }
 
-QVariant ModeloDePizarra::dibujoDe(const QModelIndex &celda) const
+QVariant BoardModel::picture(const QModelIndex &cell) const
 {
-    const Clase kind = ClaseDe(celda.row());
-    if (kind == Clase::Encabezado)
-        return celda.column() == Dibujo ? Icono(u"PizarraKelvara"_s) : QIcon();
-    if (kind == Clase::Vacia)
-        return celda.column() == Mensaje ? Icono(u"vacia"_s) : QIcon();
-    const LineaDePizarra &line = m_lineas[celda.row() - 1];
-    if (celda.column() == Dibujo)
-        return line.dibujo ? Icono(QString::number(line.dibujo)) : QIcon();
-    if (celda.column() == Icono1)
-        return Icono(DibujoDeCodigo(line.codigo1, CualIcono::Primero));
-    if (celda.column() == Icono2)
-        return Icono(DibujoDeCodigo(line.codigo2, CualIcono::Segundo));
+    const Kind kind = kindOf(cell.row());
+    if (kind == Kind::Header)
+        return cell.column() == Picture ? ui::namedIcon(u"PizarraKelvara"_s) : QIcon();
+    if (kind == Kind::Empty)
+        return cell.column() == Message ? ui::namedIcon(u"vacia"_s) : QIcon();
+    const BoardLine &line = m_lines[cell.row() - 1];
+    if (cell.column() == Picture)
+        return line.dibujo ? ui::namedIcon(QString::number(line.dibujo)) : QIcon();
+    if (cell.column() == Icon1)
+        return ui::namedIcon(codePicture(line.codigo1, WhichIcon::First));
+    if (cell.column() == Icon2)
+        return ui::namedIcon(codePicture(line.codigo2, WhichIcon::Second));
     return {};
 }
 
-QString ModeloDePizarra::queAbre(const QModelIndex &celda) const
+QString BoardModel::thatOpens(const QModelIndex &cell) const
 {
-    if (ClaseDe(celda.row()) != Clase::Linea)
+    if (kindOf(cell.row()) != Kind::Line)
         return {};
-    const LineaDePizarra &line = m_lineas[celda.row() - 1];
-    const QString form = DestinoDeIcono(m_s, line, iconOf(celda.column())).formulario;
+    const BoardLine &line = m_lines[cell.row() - 1];
+    const QString form = iconTarget(m_s, line, iconOf(cell.column())).form;
     if (form.isEmpty())
         return {};
-    const QString name = form == u"frmlistados"     ? m_s(Listados)
-                         : form == u"frmmensajeria" ? m_s(Mensajeria)
-                         : form == u"frmagenda"     ? m_s(Agenda)
-                         : form == u"frmAnalisis"   ? m_s(Analisis)
-                                                    : m_s(Telefonos);
-    return DestinoDe(celda).Ninguno() ? name + u" - "_s + m_s(NoDisponible) : name;
+    const QString name = form == u"frmlistados"     ? m_s(text::ListingsButton)
+                         : form == u"frmmensajeria" ? m_s(text::MessagingButton)
+                         : form == u"frmagenda"     ? m_s(text::Agenda)
+                         : form == u"frmAnalisis"   ? m_s(text::AnalysisButton)
+                                                    : m_s(text::TelephoneListButton);
+    return targetOf(cell).None() ? name + u" - "_s + m_s(text::NotInThisVersion) : name;
 }
 
-void DelegadoDePizarra::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                              const QModelIndex &index) const
+void BoardDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const
 {
-    const Paleta p = PaletaEnUso();
+    const ui::Palette p = ui::paletteInUse();
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    switch (ModeloDePizarra::Clase(index.data(ModeloDePizarra::PapelClase).toInt())) {
-    case ModeloDePizarra::Clase::Encabezado:
+    switch (BoardModel::Kind(index.data(BoardModel::KindRole).toInt())) {
+    case BoardModel::Kind::Header:
         paintHead(*painter, option, index, p);
         break;
-    case ModeloDePizarra::Clase::Vacia:
-        if (index.column() == ModeloDePizarra::Dibujo) // spans the row
-            paintEmpty(*painter, option, index.siblingAtColumn(ModeloDePizarra::Mensaje), p);
+    case BoardModel::Kind::Empty:
+        if (index.column() == BoardModel::Picture) // spans the row
+            paintEmpty(*painter, option, index.siblingAtColumn(BoardModel::Message), p);
         break;
-    case ModeloDePizarra::Clase::Linea:
+    case BoardModel::Kind::Line:
         paintLine(*painter, option, index, p);
         break;
     }
     painter->restore();
 }
 
-int DelegadoDePizarra::AltoDe(ModeloDePizarra::Clase clase, const QFontMetrics &letra)
+int BoardDelegate::heightOf(BoardModel::Kind kind, const QFontMetrics &font)
 {
-    switch (clase) {
-    case ModeloDePizarra::Clase::Encabezado:
+    switch (kind) {
+    case BoardModel::Kind::Header:
         return 68;
-    case ModeloDePizarra::Clase::Vacia:
+    case BoardModel::Kind::Empty:
         return 320;
-    case ModeloDePizarra::Clase::Linea:
+    case BoardModel::Kind::Line:
         break;
     }
-    return std::max(clickableField + Espacio::M, 2 * letra.lineSpacing() + Espacio::L);
+    return std::max(ClickableField + ui::space::M, 2 * font.lineSpacing() + ui::space::L);
 }

@@ -6,26 +6,29 @@
 #include <QAbstractTableModel>
 #include <QStyledItemDelegate>
 
+namespace board
+{
+
 /// Row 0 is the head with the day; one row a line follows, or one that says that there is none.
-class ModeloDePizarra : public QAbstractTableModel
+class BoardModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
-    enum Columna { Dibujo, Mensaje, Icono1, Icono2, Columnas };
-    enum class Clase { Encabezado, Linea, Vacia };
-    enum Papel { PapelClase = Qt::UserRole, PapelEnlace, PapelActivo };
+    enum Column { Picture, Message, Icon1, Icon2, ColumnCount };
+    enum class Kind { Header, Line, Empty };
+    enum Paper { KindRole = Qt::UserRole, LinkRole, ActiveRole };
 
     /// Whether this program can open a destination; what it cannot is shown pale.
-    using Disponible = std::function<bool(const Destino &)>;
+    using Available = std::function<bool(const Target &)>;
 
-    ModeloDePizarra(Sesion &s, Disponible disponible, QObject *parent);
+    BoardModel(Sesion &s, Available available, QObject *parent);
 
-    /// Reads the lines again. @throws ErrorDeAlmacen
-    void Cargar();
+    /// Reads the lines again. @throws StoreError
+    void load();
     /// What a click on the cell opens.
-    Destino DestinoDe(const QModelIndex &celda) const;
+    Target targetOf(const QModelIndex &cell) const;
     /// What ENTER opens there: the cell's own, else the first that the line has.
-    Destino DestinoDeFila(const QModelIndex &celda) const;
+    Target rowTarget(const QModelIndex &cell) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -33,22 +36,24 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
-    Clase ClaseDe(int fila) const;
-    QVariant textoDe(const QModelIndex &celda) const;
-    QVariant dibujoDe(const QModelIndex &celda) const;
-    QString queAbre(const QModelIndex &celda) const;
+    Kind kindOf(int row) const;
+    QVariant text(const QModelIndex &cell) const;
+    QVariant picture(const QModelIndex &cell) const;
+    QString thatOpens(const QModelIndex &cell) const;
 
     Sesion &m_s;
-    Disponible m_disponible;
-    QList<LineaDePizarra> m_lineas;
+    Available m_available;
+    QList<BoardLine> m_lines;
 };
 
 /// Paints the rows: two lines of text at most, icons that look as if they could be clicked.
-class DelegadoDePizarra : public QStyledItemDelegate
+class BoardDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
-    static int AltoDe(ModeloDePizarra::Clase clase, const QFontMetrics &letra);
+    static int heightOf(BoardModel::Kind kind, const QFontMetrics &font);
 };
+
+} // namespace board

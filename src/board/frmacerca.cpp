@@ -1,6 +1,7 @@
 #include "board/frmacerca.h"
 
 #include "board/version_text.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
@@ -8,53 +9,43 @@
 #include <QApplication>
 #include <QFormLayout>
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Usuario_ = 33,
-    AcercaDe = 9108,
-    Aceptar = 9110,
-    Lema = 9116,
-    Version = 9117,
-    Carpeta = 9118,
-    Clinica = 9119,
-    Licencias = 9120,
-};
-
 } // namespace
 
-frmAcerca::frmAcerca(Sesion &s, QWidget *parent) : FormBase(s, u"frmAcerca"_s, parent)
+frmAcerca::frmAcerca(Sesion &s, QWidget *parent) : ui::FormBase(s, u"frmAcerca"_s, parent)
 {
     setWindowModality(Qt::ApplicationModal);
-    setWindowTitle(s(AcercaDe));
+    setWindowTitle(s(text::AboutTitle));
     build();
 }
 
 void frmAcerca::build()
 {
     auto *mark = new QLabel;
-    mark->setPixmap(Icono(u"kelvara"_s).pixmap(QSize(72, 72), devicePixelRatioF()));
+    mark->setPixmap(ui::namedIcon(u"kelvara"_s).pixmap(QSize(72, 72), devicePixelRatioF()));
     auto *name = new QLabel(u"Kelvara"_s);
     name->setProperty("clase", u"titulo"_s);
-    auto *motto = new QLabel(m_s(Lema));
+    auto *motto = new QLabel(m_s(text::AboutMotto));
     motto->setProperty("clase", u"suave"_s);
     auto *titles = new QVBoxLayout;
-    titles->setSpacing(Espacio::XS);
+    titles->setSpacing(ui::space::XS);
     titles->addStretch();
     titles->addWidget(name);
     titles->addWidget(motto);
     titles->addStretch();
     auto *head = new QHBoxLayout;
-    head->setSpacing(Espacio::L);
+    head->setSpacing(ui::space::L);
     head->addWidget(mark);
     head->addLayout(titles, 1);
 
     auto *facts = new QFormLayout;
-    facts->setHorizontalSpacing(Espacio::L);
-    facts->setVerticalSpacing(Espacio::S);
+    facts->setHorizontalSpacing(ui::space::L);
+    facts->setVerticalSpacing(ui::space::S);
     facts->setLabelAlignment(Qt::AlignLeft);
     const auto fact = [facts](const QString &label, const QString &objectName,
                               const QString &text) {
@@ -66,23 +57,23 @@ void frmAcerca::build()
         caption->setProperty("clase", u"suave"_s);
         facts->addRow(caption, value);
     };
-    fact(m_s(Version), u"lblVersion"_s, TextoDeVersion(m_s.configuracion["Ver"].toInt()));
-    fact(m_s(Clinica), u"lblClinica"_s, m_s.clinica.nom);
-    fact(m_s(Usuario_), u"lblUsuario"_s, m_s.usuario.nom);
-    fact(m_s(Carpeta), u"lblCarpeta"_s, m_s.carpetaDeDatos);
+    fact(m_s(text::AboutVersion), u"lblVersion"_s, versionText(m_s.configuracion["Ver"].toInt()));
+    fact(m_s(text::SettingsClinic), u"lblClinica"_s, m_s.clinic.nom);
+    fact(m_s(text::User), u"lblUsuario"_s, m_s.user.nom);
+    fact(m_s(text::DataFolder), u"lblCarpeta"_s, m_s.dataFolder);
     fact(u"Qt"_s, u"lblQt"_s, QString::fromLatin1(qVersion()));
 
-    auto *licences = new QLabel(m_s(Licencias));
+    auto *licences = new QLabel(m_s(text::AboutLicences));
     licences->setProperty("clase", u"suave"_s);
     licences->setWordWrap(true);
 
-    auto *close = named(new QPushButton(m_s(Aceptar)), u"cmdAceptar"_s, m_s(Aceptar));
+    auto *close = named(new QPushButton(m_s(text::Ok)), u"cmdAceptar"_s, m_s(text::Ok));
     close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::XL, Espacio::XL, Espacio::XL, Espacio::L);
-    all->setSpacing(Espacio::L);
+    all->setContentsMargins(ui::space::XL, ui::space::XL, ui::space::XL, ui::space::L);
+    all->setSpacing(ui::space::L);
     all->addLayout(head);
     all->addLayout(facts);
     all->addWidget(licences);
@@ -92,7 +83,7 @@ void frmAcerca::build()
     close->setFocus();
 }
 
-void RegistrarFormulariosDeTablero(Sesion &s, Formularios &formularios)
+void board::registerBoardForms(Sesion &s, ui::FormRegistry &forms)
 {
-    formularios.Registrar(u"frmAcerca"_s, [&s] { return new frmAcerca(s); });
+    forms.enrol(u"frmAcerca"_s, [&s] { return new frmAcerca(s); });
 }

@@ -3,9 +3,14 @@
 
 #include "ui/form_base.h"
 
-class Formularios;
+namespace ui
+{
 
-class frmAcerca : public FormBase
+class FormRegistry;
+
+} // namespace ui
+
+class frmAcerca : public ui::FormBase
 {
     Q_OBJECT
 public:
@@ -15,5 +20,10 @@ private:
     void build();
 };
 
+namespace board
+{
+
 /// Makes the forms of the board known by name.
-void RegistrarFormulariosDeTablero(Sesion &s, Formularios &formularios);
+void registerBoardForms(Sesion &s, ui::FormRegistry &forms);
+
+} // namespace board

@@ -4,6 +4,7 @@
 #include "board/ringing.h"
 #include "board/version_text.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
 #include "ui/calm_keyboard.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
@@ -18,38 +19,34 @@
 #include <QShortcut>
 #include <QTableView>
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { NoDisponible = 1, CambioDeDia = 1201, Ayudas = 9121, Pizarra = 9122 };
-
-constexpr int railWidth = 232;
-constexpr int pictureColumn = 64;
-constexpr int iconColumn = 56;
-constexpr int smallScreen = 800;
-constexpr int clockMs = 20'000;
-constexpr int beeps = 10;
-constexpr int beepMs = 60;
+constexpr int RailWidth = 232;
+constexpr int PictureColumn = 64;
+constexpr int IconColumn = 56;
+constexpr int SmallScreen = 800;
+constexpr int ClockMs = 20'000;
+constexpr int Beeps = 10;
+constexpr int BeepMs = 60;
 
 } // namespace
 
-Escritorio Escritorio::Real()
+Desk Desk::real()
 {
     return {[](const QUrl &link) { return QDesktopServices::openUrl(link); },
             [] {
-                for (int i = 0; i < beeps; ++i)
-                    QTimer::singleShot(i * beepMs, qApp, [] { QApplication::beep(); });
+                for (int i = 0; i < Beeps; ++i)
+                    QTimer::singleShot(i * BeepMs, qApp, [] { QApplication::beep(); });
             },
             [] { QCoreApplication::exit(0); }};
 }
 
-frmprincipal::frmprincipal(Sesion &s, Formularios &formularios, Escritorio escritorio,
-                           QWidget *parent)
-    : FormBase(s, u"frmprincipal"_s, parent),
-      m_formularios(formularios),
-      m_escritorio(std::move(escritorio))
+frmprincipal::frmprincipal(Sesion &s, ui::FormRegistry &forms, Desk desk, QWidget *parent)
+    : ui::FormBase(s, u"frmprincipal"_s, parent), m_forms(forms), m_desk(std::move(desk))
 {
     setWindowFlags(Qt::Window);
     build();
@@ -58,15 +55,11 @@ frmprincipal::frmprincipal(Sesion &s, Formularios &formularios, Escritorio escri
 
 void frmprincipal::build()
 {
-    GPizarra = named(new QTableView, u"GPizarra"_s, m_s(Pizarra));
-    m_model = new ModeloDePizarra(
-        m_s,
-        [this](const Destino &d) {
-            return !d.enlace.isEmpty() || m_formularios.Existe(d.formulario);
-        },
-        this);
+    GPizarra = named(new QTableView, u"GPizarra"_s, m_s(text::BoardTitle));
+    m_model = new BoardModel(
+        m_s, [this](const Target &d) { return !d.link.isEmpty() || m_forms.exists(d.form); }, this);
     GPizarra->setModel(m_model);
-    GPizarra->setItemDelegate(new DelegadoDePizarra(GPizarra));
+    GPizarra->setItemDelegate(new BoardDelegate(GPizarra));
     GPizarra->horizontalHeader()->hide();
     GPizarra->verticalHeader()->hide();
     GPizarra->setShowGrid(false);
@@ -77,12 +70,12 @@ void frmprincipal::build()
     GPizarra->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     GPizarra->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    auto *hints = new QLabel(m_s(Ayudas));
+    auto *hints = new QLabel(m_s(text::BoardHelp));
     hints->setProperty("clase", u"suave"_s);
 
     auto *page = new QVBoxLayout;
-    page->setContentsMargins(Espacio::XL, Espacio::L, Espacio::XL, Espacio::M);
-    page->setSpacing(Espacio::M);
+    page->setContentsMargins(ui::space::XL, ui::space::L, ui::space::XL, ui::space::M);
+    page->setSpacing(ui::space::M);
     page->addWidget(buildHead());
     page->addWidget(GPizarra, 1);
     page->addWidget(hints);
@@ -95,7 +88,7 @@ void frmprincipal::build()
 
     TimerHora = new QTimer(this);
     TimerHora->setObjectName(u"TimerHora"_s);
-    TimerHora->setInterval(clockMs);
+    TimerHora->setInterval(ClockMs);
     setMinimumSize(720, 480);
     rememberSize({1180, 720});
     GPizarra->setFocus();
@@ -105,37 +98,38 @@ QWidget *frmprincipal::buildRail()
 {
     auto *rail = new QFrame;
     rail->setObjectName(u"riel"_s);
-    rail->setFixedWidth(railWidth);
+    rail->setFixedWidth(RailWidth);
     auto *column = new QVBoxLayout(rail);
-    column->setContentsMargins(Espacio::M, Espacio::L, Espacio::M, Espacio::M);
+    column->setContentsMargins(ui::space::M, ui::space::L, ui::space::M, ui::space::M);
     column->setSpacing(2);
 
     auto *mark = new QLabel;
     mark->setPixmap(
-        Icono(u"kelvara"_s, Tono::SobreMarco).pixmap(QSize(32, 32), devicePixelRatioF()));
+        ui::namedIcon(u"kelvara"_s, ui::Tone::OnFrame).pixmap(QSize(32, 32), devicePixelRatioF()));
     auto *name = new QLabel(u"Kelvara"_s);
     name->setProperty("clase", u"marca"_s);
     auto *brand = new QHBoxLayout;
-    brand->setContentsMargins(Espacio::S, 0, 0, Espacio::M);
-    brand->setSpacing(Espacio::M);
+    brand->setContentsMargins(ui::space::S, 0, 0, ui::space::M);
+    brand->setSpacing(ui::space::M);
     brand->addWidget(mark);
     brand->addWidget(name, 1);
     column->addLayout(brand);
 
-    for (const BotonDeTablero &button : BotonesDeTablero()) {
-        if (button.formulario.isEmpty())
+    for (const BoardButton &button : boardButtons()) {
+        if (button.form.isEmpty())
             column->addStretch();
         column->addWidget(buildButton(button));
     }
     return rail;
 }
 
-QPushButton *frmprincipal::buildButton(const BotonDeTablero &button)
+QPushButton *frmprincipal::buildButton(const BoardButton &button)
 {
-    const QString keys = u"Alt+"_s + QChar(button.digito);
-    const QString caption = m_s(button.texto);
-    auto *b = named(new QPushButton(Icono(button.dibujo.toString(), Tono::SobreMarco), caption),
-                    button.nombre.toString(), caption);
+    const QString keys = u"Alt+"_s + QChar(button.digit);
+    const QString caption = m_s(button.text);
+    auto *b =
+        named(new QPushButton(ui::namedIcon(button.dibujo.toString(), ui::Tone::OnFrame), caption),
+              button.name.toString(), caption);
     b->setAccessibleDescription(keys);
     b->setIconSize({24, 24});
     b->setMinimumHeight(36);
@@ -144,13 +138,12 @@ QPushButton *frmprincipal::buildButton(const BotonDeTablero &button)
     b->setAutoDefault(false);
     // Not the button's own shortcut, which acts only after it has shown itself pressed.
     connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, b, &QPushButton::click);
-    b->setEnabled(button.formulario.isEmpty()
-                  || m_formularios.Existe(button.formulario.toString()));
+    b->setEnabled(button.form.isEmpty() || m_forms.exists(button.form.toString()));
 
     auto *hint = new QLabel(keys);
     hint->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto *row = new QHBoxLayout(b);
-    row->setContentsMargins(0, 0, Espacio::S, 0);
+    row->setContentsMargins(0, 0, ui::space::S, 0);
     row->addStretch();
     row->addWidget(hint);
     connect(b, &QPushButton::clicked, this, [this, &button] { navigate(button); });
@@ -170,7 +163,7 @@ QWidget *frmprincipal::buildHead()
                              QSizePolicy::Preferred);
     }
     auto *portrait = new QLabel;
-    portrait->setPixmap(Icono(u"usr"_s).pixmap(QSize(28, 28), devicePixelRatioF()));
+    portrait->setPixmap(ui::namedIcon(u"usr"_s).pixmap(QSize(28, 28), devicePixelRatioF()));
 
     auto *names = new QVBoxLayout;
     names->setSpacing(2);
@@ -178,8 +171,8 @@ QWidget *frmprincipal::buildHead()
     names->addWidget(lblDatos);
     auto *head = new QWidget;
     auto *row = new QHBoxLayout(head);
-    row->setContentsMargins(Espacio::XS, 0, Espacio::XS, 0);
-    row->setSpacing(Espacio::S);
+    row->setContentsMargins(ui::space::XS, 0, ui::space::XS, 0);
+    row->setSpacing(ui::space::S);
     row->addLayout(names, 1);
     row->addWidget(portrait);
     row->addWidget(lblUsuario);
@@ -189,14 +182,14 @@ QWidget *frmprincipal::buildHead()
 void frmprincipal::wire()
 {
     connect(GPizarra, &QTableView::clicked, this,
-            [this](const QModelIndex &cell) { follow(m_model->DestinoDe(cell)); });
+            [this](const QModelIndex &cell) { follow(m_model->targetOf(cell)); });
     connect(GPizarra, &QTableView::entered, this, &frmprincipal::pointAt);
     GPizarra->installEventFilter(this);
     connect(TimerHora, &QTimer::timeout, this, &frmprincipal::tick);
     connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this,
             &frmprincipal::CargarPizarra);
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
-            [this] { m_escritorio.abrir(QUrl(PaginaDeAyuda(m_s))); });
+            [this] { m_desk.open(QUrl(store::helpPage(m_s))); });
 }
 
 void frmprincipal::opened(const QVariantMap &) { CargarPizarra(); }
@@ -204,17 +197,17 @@ void frmprincipal::opened(const QVariantMap &) { CargarPizarra(); }
 void frmprincipal::CargarPizarra()
 {
     guarded([this] {
-        m_model->Cargar();
-        setWindowTitle(TituloDelTablero(m_s));
+        m_model->load();
+        setWindowTitle(boardTitle(m_s));
     });
     layRows();
-    const DatosDeClinica &clinic = m_s.clinica;
+    const store::ClinicData &clinic = m_s.clinic;
     lblClinica->setText(clinic.nom.isEmpty() ? u"Kelvara"_s : clinic.nom);
     QStringList details{clinic.dir, clinic.tel};
     details.removeAll(QString());
     lblDatos->setText(details.join(u"  ·  "_s));
     lblDatos->setVisible(!details.isEmpty());
-    lblUsuario->setText(m_s.usuario.nom);
+    lblUsuario->setText(m_s.user.nom);
 }
 
 void frmprincipal::layRows()
@@ -222,52 +215,50 @@ void frmprincipal::layRows()
     GPizarra->clearSpans();
     GPizarra->horizontalHeader()->setMinimumSectionSize(1);
     GPizarra->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    GPizarra->horizontalHeader()->setSectionResizeMode(ModeloDePizarra::Mensaje,
-                                                       QHeaderView::Stretch);
-    GPizarra->setColumnWidth(ModeloDePizarra::Dibujo, pictureColumn);
-    GPizarra->setColumnWidth(ModeloDePizarra::Icono1, iconColumn);
-    GPizarra->setColumnWidth(ModeloDePizarra::Icono2, iconColumn);
-    GPizarra->setSpan(0, ModeloDePizarra::Mensaje, 1,
-                      ModeloDePizarra::Columnas - ModeloDePizarra::Mensaje);
+    GPizarra->horizontalHeader()->setSectionResizeMode(BoardModel::Message, QHeaderView::Stretch);
+    GPizarra->setColumnWidth(BoardModel::Picture, PictureColumn);
+    GPizarra->setColumnWidth(BoardModel::Icon1, IconColumn);
+    GPizarra->setColumnWidth(BoardModel::Icon2, IconColumn);
+    GPizarra->setSpan(0, BoardModel::Message, 1, BoardModel::ColumnCount - BoardModel::Message);
     for (int row = 0; row < m_model->rowCount(); ++row) {
-        const auto kind = ModeloDePizarra::Clase(
-            m_model->index(row, 0).data(ModeloDePizarra::PapelClase).toInt());
-        if (kind == ModeloDePizarra::Clase::Vacia)
-            GPizarra->setSpan(row, 0, 1, ModeloDePizarra::Columnas);
-        GPizarra->setRowHeight(row, DelegadoDePizarra::AltoDe(kind, GPizarra->fontMetrics()));
+        const auto kind =
+            BoardModel::Kind(m_model->index(row, 0).data(BoardModel::KindRole).toInt());
+        if (kind == BoardModel::Kind::Empty)
+            GPizarra->setSpan(row, 0, 1, BoardModel::ColumnCount);
+        GPizarra->setRowHeight(row, BoardDelegate::heightOf(kind, GPizarra->fontMetrics()));
     }
-    GPizarra->setCurrentIndex(m_model->index(1, ModeloDePizarra::Mensaje));
+    GPizarra->setCurrentIndex(m_model->index(1, BoardModel::Message));
 }
 
-void frmprincipal::Mostrar()
+void frmprincipal::show()
 {
-    if (screen()->size().width() <= smallScreen)
+    if (screen()->size().width() <= SmallScreen)
         showMaximized();
     else
         show();
     GPizarra->setFocus();
 }
 
-void frmprincipal::navigate(const BotonDeTablero &button)
+void frmprincipal::navigate(const BoardButton &button)
 {
-    if (button.formulario.isEmpty())
+    if (button.form.isEmpty())
         return reject();
-    if (!PuedeUsar(m_s.usuario, button))
-        return m_s.dialogos.Mensaje(m_s(NoDisponible));
-    follow({button.formulario.toString(), {}, {}});
+    if (!canUse(m_s.user, button))
+        return m_s.dialogos.Mensaje(m_s(text::FeatureNotAvailable));
+    follow({button.form.toString(), {}, {}});
 }
 
-void frmprincipal::follow(const Destino &target)
+void frmprincipal::follow(const Target &target)
 {
-    if (!target.enlace.isEmpty())
-        m_escritorio.abrir(target.enlace);
-    else if (!target.formulario.isEmpty())
-        guarded([this, &target] { m_formularios.Abrir(target.formulario, target.parametros); });
+    if (!target.link.isEmpty())
+        m_desk.open(target.link);
+    else if (!target.form.isEmpty())
+        guarded([this, &target] { m_forms.open(target.form, target.parameters); });
 }
 
 void frmprincipal::pointAt(const QModelIndex &cell)
 {
-    const bool active = !m_model->DestinoDe(cell).Ninguno();
+    const bool active = !m_model->targetOf(cell).None();
     GPizarra->viewport()->setCursor(active ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
@@ -276,7 +267,7 @@ bool frmprincipal::eventFilter(QObject *watched, QEvent *event)
     if (watched == GPizarra && event->type() == QEvent::KeyPress
         && boardKey(*static_cast<QKeyEvent *>(event)))
         return true;
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }
 
 bool frmprincipal::boardKey(const QKeyEvent &key)
@@ -288,13 +279,13 @@ bool frmprincipal::boardKey(const QKeyEvent &key)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
-        follow(m_model->DestinoDeFila(cell));
+        follow(m_model->rowTarget(cell));
         return true;
     case Qt::Key_1:
-        follow(m_model->DestinoDe(cell.siblingAtColumn(ModeloDePizarra::Icono1)));
+        follow(m_model->targetOf(cell.siblingAtColumn(BoardModel::Icon1)));
         return true;
     case Qt::Key_2:
-        follow(m_model->DestinoDe(cell.siblingAtColumn(ModeloDePizarra::Icono2)));
+        follow(m_model->targetOf(cell.siblingAtColumn(BoardModel::Icon2)));
         return true;
     default:
         return false;
@@ -305,28 +296,28 @@ void frmprincipal::keyPressEvent(QKeyEvent *event)
 {
     // ESC closes screens, and people press it twice: it must not end the program.
     if (event->key() != Qt::Key_Escape)
-        FormBase::keyPressEvent(event);
+        ui::FormBase::keyPressEvent(event);
 }
 
 void frmprincipal::showEvent(QShowEvent *event)
 {
     TimerHora->start();
-    FormBase::showEvent(event);
+    ui::FormBase::showEvent(event);
 }
 
 void frmprincipal::tick()
 {
     // No box on top of another: what rings while one waits is not rung later.
-    if (DialogosDeVentana::HayUnaAbierta())
+    if (ui::WindowDialogs::isOneOpen())
         return;
     guarded([this] {
-        for (const QString &text : AlarmasQueSuenan(m_s)) {
-            m_escritorio.pitar();
+        for (const QString &text : ringingAlarms(m_s)) {
+            m_desk.beep();
             interrupt(text);
         }
     });
-    if (CambioElDia(m_s)) {
-        interrupt(m_s(CambioDeDia));
+    if (dayChanged(m_s)) {
+        interrupt(m_s(text::DayHasChanged));
         reject();
     }
 }
@@ -334,13 +325,13 @@ void frmprincipal::tick()
 /// Whatever somebody is typing at this moment, it is no answer.
 void frmprincipal::interrupt(const QString &text)
 {
-    const TecladoEnCalma calm;
+    const ui::KeyboardInCalm calm;
     m_s.dialogos.Mensaje(text);
 }
 
 void frmprincipal::reject()
 {
     TimerHora->stop();
-    FormBase::reject();
-    m_escritorio.terminar();
+    ui::FormBase::reject();
+    m_desk.finish();
 }

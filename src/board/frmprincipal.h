@@ -4,38 +4,55 @@
 #include "board/navigation.h"
 #include "ui/form_base.h"
 
-class Formularios;
-class ModeloDePizarra;
+namespace ui
+{
+
+class FormRegistry;
+
+} // namespace ui
+
+namespace board
+{
+
+class BoardModel;
+
+} // namespace board
+
 class QLabel;
 class QModelIndex;
 class QPushButton;
 class QTableView;
 class QTimer;
 
+namespace board
+{
+
 /// What the board asks of the desktop. Tests put their own.
-struct Escritorio {
-    std::function<bool(const QUrl &)> abrir;
-    std::function<void()> pitar;
-    std::function<void()> terminar;
+struct Desk {
+    std::function<bool(const QUrl &)> open;
+    std::function<void()> beep;
+    std::function<void()> finish;
 
     /// The real one: pages in the browser, folders in the file manager.
-    static Escritorio Real();
+    static Desk real();
 };
 
-class frmprincipal : public FormBase
+} // namespace board
+
+class frmprincipal : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmprincipal(Sesion &s, Formularios &formularios, Escritorio escritorio = Escritorio::Real(),
+    frmprincipal(Sesion &s, ui::FormRegistry &forms, board::Desk desk = board::Desk::real(),
                  QWidget *parent = nullptr);
 
     /// Reads title, clinic and lines again. Called once the user is known, and by who changes the
     /// report.
     void CargarPizarra();
     /// Shows the board, on the whole of a small screen.
-    void Mostrar();
+    void show();
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
     void reject() override;
 
 protected:
@@ -48,19 +65,19 @@ private:
     void wire();
     QWidget *buildRail();
     QWidget *buildHead();
-    QPushButton *buildButton(const BotonDeTablero &button);
+    QPushButton *buildButton(const board::BoardButton &button);
     void layRows();
 
-    void navigate(const BotonDeTablero &button);
-    void follow(const Destino &target);
+    void navigate(const board::BoardButton &button);
+    void follow(const board::Target &target);
     void pointAt(const QModelIndex &cell);
     bool boardKey(const QKeyEvent &key);
     void tick();
     void interrupt(const QString &text);
 
-    Formularios &m_formularios;
-    Escritorio m_escritorio;
-    ModeloDePizarra *m_model = nullptr;
+    ui::FormRegistry &m_forms;
+    board::Desk m_desk;
+    board::BoardModel *m_model = nullptr;
 
     QTableView *GPizarra = nullptr;
     QTimer *TimerHora = nullptr;

@@ -1,55 +1,57 @@
 #include "board/navigation.h"
 
 #include "store/lookups.h"
+#include "texts/texts.h"
 
 #include <algorithm>
 #include <array>
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr std::array quickListings{1, 2, 3, 4, 6, 7, 9, 12, 13, 14, 15, 17, 31};
+constexpr std::array QuickListings{1, 2, 3, 4, 6, 7, 9, 12, 13, 14, 15, 17, 31};
 
 // Codes that a line carries for its text instead of for an icon.
-constexpr int videoPage = 34;
-constexpr int folderInText = 37;
-constexpr int helpPage = 38;
+constexpr int VideoPage = 34;
+constexpr int FolderInText = 37;
+constexpr int HelpPage = 38;
 
-constexpr int dayMode = 1;
-constexpr int automationMode = 2;
+constexpr int DayMode = 1;
+constexpr int AutomationMode = 2;
 
 bool isQuickListing(int code)
 {
-    return std::ranges::find(quickListings, code) != quickListings.end();
+    return std::ranges::find(QuickListings, code) != QuickListings.end();
 }
 
 bool isPhoneRound(int code) { return code >= 18 && code <= 21; }
 
-Destino agenda(QDate day, int mode)
+Target agenda(QDate day, int mode)
 {
     return {u"frmagenda"_s, {{u"dia"_s, day}, {u"modo"_s, mode}}, {}};
 }
 
-constexpr std::array<BotonDeTablero, 10> buttons{{
-    {u"cmddueños", u"frmPropietarios", u"Propietarios", 9100, u'1', false},
-    {u"cmdfinanzas", u"FrmFinanzas", u"Finanzas", 9101, u'2', false},
-    {u"cmdAnalisis", u"frmAnalisis", u"Analisis", 9102, u'3', true},
-    {u"cmdMensajeria", u"frmmensajeria", u"Mensajeria", 9103, u'4', false},
-    {u"cmdListados", u"frmlistados", u"Listados", 9104, u'5', false},
-    {u"cmdAgenda", u"frmagenda", u"Agenda", 9105, u'6', false},
-    {u"cmdConfiguracion", u"frmConfiguracion", u"Configuracion", 9106, u'7', true},
-    {u"cmdMorvane", u"frmAtlasPersonal", u"Morvane", 9107, u'8', false},
-    {u"cmdAcerca", u"frmAcerca", u"Acerca", 9108, u'9', false},
-    {u"cmdsalir", u"", u"Salir", 9109, u'0', false},
+constexpr std::array<BoardButton, 10> Buttons{{
+    {u"cmddueños", u"frmPropietarios", u"Propietarios", text::OwnersButton, u'1', false},
+    {u"cmdfinanzas", u"FrmFinanzas", u"Finanzas", text::FinanceButton, u'2', false},
+    {u"cmdAnalisis", u"frmAnalisis", u"Analisis", text::AnalysisButton, u'3', true},
+    {u"cmdMensajeria", u"frmmensajeria", u"Mensajeria", text::MessagingButton, u'4', false},
+    {u"cmdListados", u"frmlistados", u"Listados", text::ListingsButton, u'5', false},
+    {u"cmdAgenda", u"frmagenda", u"Agenda", text::Agenda, u'6', false},
+    {u"cmdConfiguracion", u"frmConfiguracion", u"Configuracion", text::SettingsButton, u'7', true},
+    {u"cmdMorvane", u"frmAtlasPersonal", u"Morvane", text::EncyclopediaButton, u'8', false},
+    {u"cmdAcerca", u"frmAcerca", u"Acerca", text::AboutTitle, u'9', false},
+    {u"cmdsalir", u"", u"Salir", text::ExitButton, u'0', false},
 }};
 
 } // namespace
 
-Destino DestinoDeIcono(const Sesion &s, const LineaDePizarra &linea, CualIcono icono)
+Target board::iconTarget(const Sesion &s, const BoardLine &line, WhichIcon icon)
 {
-    const int code = icono == CualIcono::Primero ? linea.codigo1 : linea.codigo2;
+    const int code = icon == WhichIcon::First ? line.codigo1 : line.codigo2;
     if (isQuickListing(code))
         return {u"frmlistados"_s, {{u"rapido"_s, code}}, {}};
     if (isPhoneRound(code))
@@ -58,11 +60,11 @@ Destino DestinoDeIcono(const Sesion &s, const LineaDePizarra &linea, CualIcono i
     case 5:
         return {u"frmmensajeria"_s, {}, {}};
     case 8:
-        return agenda(s.reloj.hoy, dayMode);
+        return agenda(s.reloj.hoy, DayMode);
     case 10:
-        return agenda(s.reloj.hoy, automationMode);
+        return agenda(s.reloj.hoy, AutomationMode);
     case 32:
-        return agenda(s.reloj.hoy.addDays(-1), dayMode);
+        return agenda(s.reloj.hoy.addDays(-1), DayMode);
     case 33:
         return {u"frmAnalisis"_s, {}, {}};
     default:
@@ -70,32 +72,32 @@ Destino DestinoDeIcono(const Sesion &s, const LineaDePizarra &linea, CualIcono i
     }
 }
 
-Destino DestinoDeTexto(const Sesion &s, const LineaDePizarra &linea)
+Target board::textTarget(const Sesion &s, const BoardLine &line)
 {
-    switch (linea.codigo1) {
-    case videoPage:
-        return {{}, {}, QUrl(PaginaDeVideos(s))};
-    case helpPage:
-        return {{}, {}, QUrl(PaginaDeAyuda(s))};
-    case folderInText: {
-        const QString folder = linea.mensaje.section(u':', 1).trimmed();
-        return folder.isEmpty() ? Destino{} : Destino{{}, {}, QUrl::fromLocalFile(folder)};
+    switch (line.codigo1) {
+    case VideoPage:
+        return {{}, {}, QUrl(store::videosPage(s))};
+    case HelpPage:
+        return {{}, {}, QUrl(store::helpPage(s))};
+    case FolderInText: {
+        const QString folder = line.message.section(u':', 1).trimmed();
+        return folder.isEmpty() ? Target{} : Target{{}, {}, QUrl::fromLocalFile(folder)};
     }
     default:
         return {};
     }
 }
 
-QString DibujoDeCodigo(int codigo, CualIcono icono)
+QString board::codePicture(int code, WhichIcon icon)
 {
-    const bool first = icono == CualIcono::Primero;
-    if (isQuickListing(codigo) && (first || codigo <= 4))
+    const bool first = icon == WhichIcon::First;
+    if (isQuickListing(code) && (first || code <= 4))
         return u"listadospizarra"_s;
-    if (isPhoneRound(codigo) && !first)
+    if (isPhoneRound(code) && !first)
         return u"telefonoChico"_s;
-    if (codigo == 8 || (codigo == 32 && first))
+    if (code == 8 || (code == 32 && first))
         return u"AgendaPizarra"_s;
-    switch (codigo) {
+    switch (code) {
     case 5:
         return u"mensajeriapizarra"_s;
     case 10:
@@ -109,9 +111,9 @@ QString DibujoDeCodigo(int codigo, CualIcono icono)
     }
 }
 
-std::span<const BotonDeTablero> BotonesDeTablero() { return buttons; }
+std::span<const BoardButton> board::boardButtons() { return Buttons; }
 
-bool PuedeUsar(const Usuario &usuario, const BotonDeTablero &boton)
+bool board::canUse(const store::User &user, const BoardButton &button)
 {
-    return !(usuario.EsComun() && boton.soloSupervisor);
+    return !(user.isCommon() && button.soloSupervisor);
 }

@@ -3,34 +3,36 @@
 #include "agenda/tasks.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr int minutesAhead = 2;
+constexpr int MinutesAhead = 2;
 
-constexpr int feedingText = 21;
-constexpr int clientText = 14;
-constexpr int phonesText = 15;
-constexpr int userTaskText = 1109;
+constexpr int FeedingText = 21;
+constexpr int ClientText = 14;
+constexpr int PhonesText = 15;
+constexpr int UserTaskText = text::UserTask;
 
 /// Whole minutes of the clock, seconds do not count.
 int minuteOfDay(QTime t) { return t.hour() * 60 + t.minute(); }
 
 QString nameOf(Sesion &s, int tip)
 {
-    if (tip == TipoTarea::Racion)
-        return s(feedingText);
-    if (tip == TipoTarea::TareaDeUsuario)
-        return s(userTaskText);
-    if (s.finanzas->Leer("select ida from Servicios where ida = ?", tip).EsNulo())
+    if (tip == agenda::TaskKind::Ration)
+        return s(FeedingText);
+    if (tip == agenda::TaskKind::UserTask)
+        return s(UserTaskText);
+    if (s.finanzas->read("select ida from Servicios where ida = ?", tip).isNull())
         return {};
     return LeerCampo(s, "finanzas", "articulos", tip, "nom");
 }
 
-QString patientOf(Sesion &s, const Alarma &alarm)
+QString patientOf(Sesion &s, const store::Alarm &alarm)
 {
     // Only the tasks of a service are about a patient; a user's task holds the user there.
     if (alarm.tip <= 0 || !alarm.ida)
@@ -40,20 +42,20 @@ QString patientOf(Sesion &s, const Alarma &alarm)
         return {};
     const int owner = LeerCampo(s, "clientes", "mascotas", *alarm.ida, "idc").toInt();
     const QString phones = TelefonosCliente(s, owner);
-    QString text = u"\n\n"_s + name + u'\n' + s(clientText) + u": "_s
+    QString text = u"\n\n"_s + name + u'\n' + s(ClientText) + u": "_s
                    + LeerCampo(s, "clientes", "clientes", owner, "ayn");
     if (!phones.isEmpty())
-        text += u'\n' + s(phonesText) + u": "_s + phones;
+        text += u'\n' + s(PhonesText) + u": "_s + phones;
     return text;
 }
 
 /// When it is to be done, and what its user noted about it.
-QString noteOf(Sesion &s, const Alarma &alarm)
+QString noteOf(Sesion &s, const store::Alarm &alarm)
 {
-    if (alarm.tip != TipoTarea::TareaDeUsuario)
+    if (alarm.tip != agenda::TaskKind::UserTask)
         return {};
     const Recordset r =
-        s.morvane->OpenSnapshot("select hor, des from TareasAgenda where id = ?", alarm.tarea);
+        s.morvane->OpenSnapshot("select hor, des from TareasAgenda where id = ?", alarm.task);
     if (r.EOF_())
         return {};
     QStringList lines{r["hor"].toTime().toString(u"HH:mm"), r["des"].toText()};
@@ -63,21 +65,21 @@ QString noteOf(Sesion &s, const Alarma &alarm)
 
 } // namespace
 
-QStringList AlarmasQueSuenan(Sesion &s)
+QStringList board::ringingAlarms(Sesion &s)
 {
     QStringList texts;
-    const int now = minuteOfDay(s.reloj.Hora());
-    for (Alarma &alarm : s.Alarmas) {
-        const int minutes = minuteOfDay(alarm.hora) - now;
-        if (alarm.atendida || !alarm.hora.isValid() || minutes < 0 || minutes > minutesAhead)
+    const int now = minuteOfDay(s.reloj.hourOf());
+    for (store::Alarm &alarm : s.Alarmas) {
+        const int minutes = minuteOfDay(alarm.hour) - now;
+        if (alarm.attended || !alarm.hour.isValid() || minutes < 0 || minutes > MinutesAhead)
             continue;
-        alarm.atendida = true;
+        alarm.attended = true;
         QString text = u"Agenda: "_s;
         try {
             text += nameOf(s, alarm.tip);
             text += patientOf(s, alarm);
             text += noteOf(s, alarm);
-        } catch (const ErrorDeAlmacen &) {
+        } catch (const store::StoreError &) {
             // Somebody waits for this reminder: what could be read is better than silence.
         }
         texts.append(text);
@@ -85,4 +87,4 @@ QStringList AlarmasQueSuenan(Sesion &s)
     return texts;
 }
 
-bool CambioElDia(const Sesion &s) { return s.reloj.ahora().date() > s.reloj.hoy; }
+bool board::dayChanged(const Sesion &s) { return s.reloj.now().date() > s.reloj.hoy; }

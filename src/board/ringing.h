@@ -3,9 +3,14 @@
 
 #include "store/session.h"
 
+namespace board
+{
+
 /// Alarms whose time has come, from two whole minutes before; each is marked as rung.
 /// @return what to say of each; a name that cannot be read is left out, the alarm is not
-QStringList AlarmasQueSuenan(Sesion &s);
+QStringList ringingAlarms(Sesion &s);
 
 /// Whether the computer's clock has left the session's day behind.
-bool CambioElDia(const Sesion &s);
+bool dayChanged(const Sesion &s);
+
+} // namespace board

@@ -2,9 +2,10 @@
 
 #include <QLocale>
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
-QString TextoDeVersion(int ver)
+QString board::versionText(int ver)
 {
     if (ver == 33)
         return u"4.3.0"_s;
@@ -12,9 +13,9 @@ QString TextoDeVersion(int ver)
     return u"%1.%2.%3"_s.arg(full / 100).arg(full / 10 % 10).arg(full % 10);
 }
 
-QString TituloDelTablero(Sesion &s)
+QString board::boardTitle(Sesion &s)
 {
-    return s.clinica.nom + u". Kelvara v"_s + TextoDeVersion(s.configuracion["Ver"].toInt())
-           + u" - "_s + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s
-           + s.usuario.nom + u'.';
+    return s.clinic.nom + u". Kelvara v"_s + versionText(s.configuracion["Ver"].toInt()) + u" - "_s
+           + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s + s.user.nom
+           + u'.';
 }

@@ -3,9 +3,14 @@
 
 #include "store/session.h"
 
+namespace board
+{
+
 /// "5.5.4" for the stored number 554. Numbers with two digits are those of a time that counted the
 /// third part alone: 57 is "5.0.7". 33 is "4.3.0".
-QString TextoDeVersion(int ver);
+QString versionText(int ver);
 
 /// Clinic, version, day and user, as the title of the board's window.
-QString TituloDelTablero(Sesion &s);
+QString boardTitle(Sesion &s);
+
+} // namespace board

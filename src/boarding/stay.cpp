@@ -1,47 +1,51 @@
 #include "boarding/stay.h"
 
+#include "texts/clients.h"
+
 #include <QLocale>
 
+using namespace boarding;
 using namespace Qt::StringLiterals;
 
-EstadoDeHospedaje LeerHospedaje(Sesion &s, int idm)
+BoardingState boarding::readBoarding(Sesion &s, int idm)
 {
     // A guest counts before a reservation.
     const Recordset r = s.clientes->OpenSnapshot(
         "select tip, fent, fsal from mhospedaje where idm = ? order by tip, fent", idm);
     if (r.EOF_())
         return {};
-    const QDate entrada = r["fent"].toDate(), salida = r["fsal"].toDate();
+    const QDate entry = r["fent"].toDate(), exit = r["fsal"].toDate();
     if (r["tip"].toText() != u"h")
-        return {Estancia::Reserva, s(9407) + QLocale().toString(entrada, QLocale::ShortFormat)
-                                       + s(9408)
-                                       + QLocale().toString(salida, QLocale::ShortFormat)};
-    const qint64 dias = s.reloj.hoy.daysTo(salida);
-    return {Estancia::DarAlta, dias >= 0 ? s(9404) + QString::number(dias) + s(9405)
-                                         : s(9406) + QString::number(-dias)};
+        return {Stay::Reservation,
+                s(text::ReservationRequested) + QLocale().toString(entry, QLocale::ShortFormat)
+                    + s(text::ReservationUntil) + QLocale().toString(exit, QLocale::ShortFormat)};
+    const qint64 days = s.reloj.hoy.daysTo(exit);
+    return {Stay::Discharge, days >= 0 ? s(text::BoardingDaysLeft) + QString::number(days)
+                                             + s(text::BoardingDaysLeftEnd)
+                                       : s(text::BoardingDaysOver) + QString::number(-days)};
 }
 
-QString EtiquetaDe(Estancia estancia)
+QString boarding::labelOf(Stay stay)
 {
-    switch (estancia) {
-    case Estancia::DarAlta:
+    switch (stay) {
+    case Stay::Discharge:
         return u"alt"_s;
-    case Estancia::Reserva:
+    case Stay::Reservation:
         return u"res"_s;
-    case Estancia::Hospedar:
+    case Stay::Board:
         break;
     }
     return u"hos"_s;
 }
 
-QString DibujoDe(Estancia estancia)
+QString boarding::pictureOf(Stay stay)
 {
-    switch (estancia) {
-    case Estancia::DarAlta:
+    switch (stay) {
+    case Stay::Discharge:
         return u"daralta"_s;
-    case Estancia::Reserva:
+    case Stay::Reservation:
         return u"reserva"_s;
-    case Estancia::Hospedar:
+    case Stay::Board:
         break;
     }
     return u"hospedar"_s;

@@ -3,16 +3,21 @@
 
 #include "store/session.h"
 
+namespace boarding
+{
+
 /// The three states of the boarding button: not boarded, a guest to be discharged, a reservation
 /// that may arrive.
-enum class Estancia { Hospedar, DarAlta, Reserva };
+enum class Stay { Board, Discharge, Reservation };
 
-struct EstadoDeHospedaje {
-    Estancia estancia = Estancia::Hospedar;
-    QString texto; // for the patient's panel; "" when not boarded
+struct BoardingState {
+    Stay stay = Stay::Board;
+    QString text; // for the patient's panel; "" when not boarded
 };
-EstadoDeHospedaje LeerHospedaje(Sesion &s, int idm);
+BoardingState readBoarding(Sesion &s, int idm);
 /// The tag of the button: "hos", "alt", "res".
-QString EtiquetaDe(Estancia estancia);
+QString labelOf(Stay stay);
 /// The picture of the button: "hospedar", "daralta", "reserva".
-QString DibujoDe(Estancia estancia);
+QString pictureOf(Stay stay);
+
+} // namespace boarding

@@ -2,23 +2,20 @@
 
 #include "clients/frmbusqueda.h"
 #include "clients/frmbusquedarapida.h"
-#include "clients/frmimportar.h"
 #include "clients/frmpropietarios.h"
 #include "clients/frmtel.h"
 #include "ui/form_registry.h"
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
-void RegistrarFormulariosDeClientes(Sesion &s, Formularios &formularios)
+void clients::registerClientForms(Sesion &s, ui::FormRegistry &forms)
 {
-    formularios.Registrar(u"frmPropietarios"_s,
-                          [&] { return new frmPropietarios(s, formularios); });
-    formularios.Registrar(u"frmTel"_s, [&s] { return new frmTel(s); });
-    formularios.Registrar(u"frmImportar"_s, [&s] { return new frmImportar(s); });
-    formularios.Registrar(u"frmBusquedaMascotas"_s,
-                          [&] { return new frmBusqueda(s, formularios, Busqueda::Mascotas); });
-    formularios.Registrar(u"frmBusquedaClientes"_s,
-                          [&] { return new frmBusqueda(s, formularios, Busqueda::Clientes); });
-    formularios.Registrar(u"frmBusquedaRapida"_s,
-                          [&] { return new frmBusquedaRapida(s, formularios); });
+    forms.enrol(u"frmPropietarios"_s, [&] { return new frmPropietarios(s, forms); });
+    forms.enrol(u"frmTel"_s, [&s] { return new frmTel(s); });
+    forms.enrol(u"frmBusquedaMascotas"_s,
+                [&] { return new frmBusqueda(s, forms, Search::Patients); });
+    forms.enrol(u"frmBusquedaClientes"_s,
+                [&] { return new frmBusqueda(s, forms, Search::Clientes); });
+    forms.enrol(u"frmBusquedaRapida"_s, [&] { return new frmBusquedaRapida(s, forms); });
 }

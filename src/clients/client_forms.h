@@ -1,8 +1,19 @@
 #pragma once
 
-class Formularios;
+namespace ui
+{
+
+class FormRegistry;
+
+} // namespace ui
+
 struct Sesion;
 
-/// Makes the forms of clients and patients known by name: frmPropietarios, frmTel, frmImportar,
+namespace clients
+{
+
+/// Makes the forms of clients and patients known by name: frmPropietarios, frmTel,
 /// frmBusquedaClientes, frmBusquedaMascotas, frmBusquedaRapida.
-void RegistrarFormulariosDeClientes(Sesion &s, Formularios &formularios);
+void registerClientForms(Sesion &s, ui::FormRegistry &forms);
+
+} // namespace clients

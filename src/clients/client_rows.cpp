@@ -5,100 +5,102 @@
 
 #include <algorithm>
 
+using namespace clients;
+
 namespace
 {
 
-FilaDeCliente Leida(const Recordset &r)
+ClientRow read(const Recordset &r)
 {
-    FilaDeCliente f{r[0].toInt(), r[1].toText(), r[2].toText(), SenaDeCliente::Ninguna};
+    ClientRow f{r[0].toInt(), r[1].toText(), r[2].toText(), ClientSign::None};
     const int obra = r[4].toInt();
     if (r[3].toBool() || obra == 2)
-        f.sena = SenaDeCliente::Alerta;
+        f.sign = ClientSign::Alert;
     else if (r[5].toBool() || r[6].toBool() || obra == 5)
-        f.sena = SenaDeCliente::Aviso;
+        f.sign = ClientSign::Notice;
     return f;
 }
 
 // The store's own order, with each name's letters taken out once: sorting tens of thousands of
 // clients there takes several times as long as reading them.
-struct PorNombre {
-    std::string llano;
-    FilaDeCliente fila;
+struct ByName {
+    std::string plain;
+    ClientRow row;
 };
 
-bool Antes(const PorNombre &a, const PorNombre &b)
+bool beforeOf(const ByName &a, const ByName &b)
 {
-    if (const int llanos = a.llano.compare(b.llano))
+    if (const int llanos = a.plain.compare(b.plain))
         return llanos < 0;
-    if (a.fila.ayn != b.fila.ayn)
-        if (const int acentos = jet::Comparar(a.fila.ayn.toStdString(), b.fila.ayn.toStdString()))
-            return acentos < 0;
-    return a.fila.idc < b.fila.idc;
+    if (a.row.ayn != b.row.ayn)
+        if (const int accents = jet::compareText(a.row.ayn.toStdString(), b.row.ayn.toStdString()))
+            return accents < 0;
+    return a.row.idc < b.row.idc;
 }
 
 } // namespace
 
-std::vector<FilaDeCliente> FilasDeClientes(Sesion &s)
+std::vector<ClientRow> clients::clientsRows(Sesion &s)
 {
     Recordset r = s.clientes->OpenSnapshot(
         "select idc, ayn, tel2, deuda, obra, faltadir, faltamail from clientes");
-    std::vector<PorNombre> orden;
-    orden.reserve(size_t(r.RecordCount()));
+    std::vector<ByName> order;
+    order.reserve(size_t(r.RecordCount()));
     for (; !r.EOF_(); r.MoveNext()) {
-        FilaDeCliente f = Leida(r);
-        std::string llano = jet::Llano(f.ayn.toStdString());
-        orden.push_back({std::move(llano), std::move(f)});
+        ClientRow f = read(r);
+        std::string plain = jet::plainOf(f.ayn.toStdString());
+        order.push_back({std::move(plain), std::move(f)});
     }
-    std::ranges::sort(orden, Antes);
+    std::ranges::sort(order, beforeOf);
 
-    std::vector<FilaDeCliente> filas;
-    filas.reserve(orden.size());
-    for (PorNombre &p : orden)
-        filas.push_back(std::move(p.fila));
-    return filas;
+    std::vector<ClientRow> rows;
+    rows.reserve(order.size());
+    for (ByName &p : order)
+        rows.push_back(std::move(p.row));
+    return rows;
 }
 
-std::optional<FilaDeCliente> FilaDelCliente(Sesion &s, int idc)
+std::optional<ClientRow> clients::clientRow(Sesion &s, int idc)
 {
     const Recordset r = s.clientes->OpenSnapshot(
         "select idc, ayn, tel2, deuda, obra, faltadir, faltamail from clientes where idc = ?", idc);
-    return r.EOF_() ? std::nullopt : std::optional(Leida(r));
+    return r.EOF_() ? std::nullopt : std::optional(read(r));
 }
 
-std::vector<FilaDePaciente> FilasDePacientes(Sesion &s, int idc)
+std::vector<PatientRow> clients::patientsRows(Sesion &s, int idc)
 {
-    std::vector<FilaDePaciente> filas;
+    std::vector<PatientRow> rows;
     Recordset r = s.clientes->OpenSnapshot(
         "select mascotas.idm, mascotas.nom, mlespecies.nom, mlrazas.nom, mascotas.dec from "
         "(mascotas left join mlespecies on mascotas.esp = mlespecies.id) left join mlrazas on "
         "mascotas.raz = mlrazas.id where mascotas.idc = ? order by mascotas.nom",
         idc);
     for (; !r.EOF_(); r.MoveNext())
-        filas.push_back({r[0].toInt(), r[1].toText(), r[2].toText(), r[3].toText(), r[4].toBool()});
-    return filas;
+        rows.push_back({r[0].toInt(), r[1].toText(), r[2].toText(), r[3].toText(), r[4].toBool()});
+    return rows;
 }
 
-BusquedaDeCliente TipoDeBusqueda(const QString &texto)
+ClientSearch clients::searchType(const QString &text)
 {
-    const QString t = texto.trimmed();
+    const QString t = text.trimmed();
     if (t.isEmpty())
-        return BusquedaDeCliente::Nada;
-    if (!EsNumerico(t))
-        return BusquedaDeCliente::Nombre;
-    return t.size() < 5 ? BusquedaDeCliente::Id : BusquedaDeCliente::Telefono;
+        return ClientSearch::Nothing;
+    if (!isNumeric(t))
+        return ClientSearch::Name;
+    return t.size() < 5 ? ClientSearch::Id : ClientSearch::Telephone;
 }
 
-std::vector<PacienteHallado> BuscarPacientes(Sesion &s, const QString &texto)
+std::vector<FoundPatient> clients::findPatients(Sesion &s, const QString &text)
 {
-    std::vector<PacienteHallado> hallados;
-    if (texto.trimmed().isEmpty())
-        return hallados;
+    std::vector<FoundPatient> found;
+    if (text.trimmed().isEmpty())
+        return found;
     Recordset r = s.clientes->OpenSnapshot(
         "select mascotas.idm, mascotas.idc, mascotas.nom, clientes.ayn from mascotas inner join "
         "clientes on mascotas.idc = clientes.idc where mascotas.nom like ? order by clientes.ayn, "
         "mascotas.nom",
-        PatronConAsteriscos(texto.trimmed()));
+        patternWithStars(text.trimmed()));
     for (; !r.EOF_(); r.MoveNext())
-        hallados.push_back({r[0].toInt(), r[1].toInt(), r[2].toText(), r[3].toText()});
-    return hallados;
+        found.push_back({r[0].toInt(), r[1].toInt(), r[2].toText(), r[3].toText()});
+    return found;
 }

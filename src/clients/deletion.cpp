@@ -2,10 +2,13 @@
 
 #include "store/data_folder.h"
 #include "store/opening.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QFile>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -13,87 +16,87 @@ namespace
 
 // An image file of a patient: its folder, and its name as the patient's number, the row's number
 // and the image's number written together.
-struct Imagen {
-    QString carpeta;
-    QString nombre;
+struct Image {
+    QString folder;
+    QString name;
 };
 
-std::vector<int> Numeros(Recordset r)
+std::vector<int> numbersOf(Recordset r)
 {
-    std::vector<int> numeros;
+    std::vector<int> numbers;
     for (; !r.EOF_(); r.MoveNext())
-        numeros.push_back(r[0].toInt());
-    return numeros;
+        numbers.push_back(r[0].toInt());
+    return numbers;
 }
 
-std::vector<Imagen> ImagenesDe(Sesion &s, int idm)
+std::vector<Image> imagesOf(Sesion &s, int idm)
 {
-    std::vector<Imagen> imagenes;
+    std::vector<Image> images;
     const QString animal = QString::number(idm), bmp = u".bmp"_s;
-    if (s.clientes->Leer("select fot from mascotas where idm = ?", idm).toBool())
-        imagenes.push_back({u"mascotas/fot"_s, animal + bmp});
-    const auto numeradas = [&](const QString &carpeta, Recordset r) {
+    if (s.clientes->read("select fot from mascotas where idm = ?", idm).toBool())
+        images.push_back({u"mascotas/fot"_s, animal + bmp});
+    const auto numbered = [&](const QString &folder, Recordset r) {
         for (; !r.EOF_(); r.MoveNext())
             for (int n = 1; n <= r[1].toInt(); ++n)
-                imagenes.push_back({carpeta, animal + r[0].toText() + QString::number(n) + bmp});
+                images.push_back({folder, animal + r[0].toText() + QString::number(n) + bmp});
     };
-    numeradas(
+    numbered(
         u"mascotas/cli"_s,
         s.clientes->OpenSnapshot("select idclinica, cantfotos from mclinica where idm = ?", idm));
-    numeradas(u"mascotas/eco"_s,
-              s.clientes->OpenSnapshot("select ideco, cantfotos from meco where idm = ?", idm));
-    for (const int id : Numeros(
+    numbered(u"mascotas/eco"_s,
+             s.clientes->OpenSnapshot("select ideco, cantfotos from meco where idm = ?", idm));
+    for (const int id : numbersOf(
              s.clientes->OpenSnapshot("select idray from mrayos where idm = ? and ray = -1", idm)))
-        imagenes.push_back({u"mascotas/ray"_s, animal + QString::number(id) + bmp});
-    return imagenes;
+        images.push_back({u"mascotas/ray"_s, animal + QString::number(id) + bmp});
+    return images;
 }
 
 // Whether another patient's row has an image of that name: 1 with 23 and 12 with 3 are the same.
-bool EsDeOtro(Sesion &s, const Imagen &imagen)
+bool isOfOther(Sesion &s, const Image &image)
 {
-    const QString cifras = imagen.nombre.chopped(4);
-    const bool rayos = imagen.carpeta.endsWith(u"ray");
+    const QString figures = image.name.chopped(4);
+    const bool xrays = image.folder.endsWith(u"ray");
     const std::string_view sql =
-        rayos ? "select idray from mrayos where idm = ? and idray = ? and ray = -1"
-        : imagen.carpeta.endsWith(u"cli")
+        xrays ? "select idray from mrayos where idm = ? and idray = ? and ray = -1"
+        : image.folder.endsWith(u"cli")
             ? "select cantfotos from mclinica where idm = ? and idclinica = ?"
             : "select cantfotos from meco where idm = ? and ideco = ?";
-    if (imagen.carpeta.endsWith(u"fot"))
+    if (image.folder.endsWith(u"fot"))
         return false;
-    for (qsizetype fin = rayos ? cifras.size() : 2; fin <= cifras.size(); ++fin)
+    for (qsizetype fin = xrays ? figures.size() : 2; fin <= figures.size(); ++fin)
         for (qsizetype medio = 1; medio < fin; ++medio) {
-            const QString id = cifras.sliced(medio, fin - medio), n = cifras.sliced(fin);
-            if (id.startsWith(u'0') || n.startsWith(u'0') || n.isEmpty() != rayos)
+            const QString id = figures.sliced(medio, fin - medio), n = figures.sliced(fin);
+            if (id.startsWith(u'0') || n.startsWith(u'0') || n.isEmpty() != xrays)
                 continue;
-            const Valor v =
-                s.clientes->Leer(sql, cifras.first(medio).toLongLong(), id.toLongLong());
-            if (!v.EsNulo() && (rayos || n.toLongLong() <= v.toLong()))
+            const store::Value v =
+                s.clientes->read(sql, figures.first(medio).toLongLong(), id.toLongLong());
+            if (!v.isNull() && (xrays || n.toLongLong() <= v.toLong()))
                 return true;
         }
     return false;
 }
 
 // Removes files whatever the case of their names, reading each folder once.
-void QuitarArchivos(Sesion &s, const std::vector<Imagen> &imagenes)
+void removeFiles(Sesion &s, const std::vector<Image> &images)
 {
-    QHash<QString, QHash<QString, QString>> carpetas;
-    for (const Imagen &i : imagenes) {
-        if (EsDeOtro(s, i))
+    QHash<QString, QHash<QString, QString>> folders;
+    for (const Image &i : images) {
+        if (isOfOther(s, i))
             continue;
-        const QDir dir(RutaBajo(s.carpetaDeDatos, i.carpeta));
-        auto leida = carpetas.find(i.carpeta);
-        if (leida == carpetas.end()) {
-            leida = carpetas.insert(i.carpeta, {});
-            for (const QString &nombre : dir.entryList(QDir::Files))
-                leida->insert(nombre.toLower(), nombre);
+        const QDir dir(store::pathUnder(s.dataFolder, i.folder));
+        auto loaded = folders.find(i.folder);
+        if (loaded == folders.end()) {
+            loaded = folders.insert(i.folder, {});
+            for (const QString &name : dir.entryList(QDir::Files))
+                loaded->insert(name.toLower(), name);
         }
-        if (const QString nombre = leida->value(i.nombre); !nombre.isEmpty())
-            QFile::remove(dir.filePath(nombre));
+        if (const QString name = loaded->value(i.name); !name.isEmpty())
+            QFile::remove(dir.filePath(name));
     }
 }
 
 // Everything that hangs on a patient, without the patient's own row.
-void Cascada(Sesion &s, int idm)
+void cascade(Sesion &s, int idm)
 {
     for (const std::string_view sql :
          {"delete * from ArtPlan where idm = ?", "delete * from Mauri where idm = ?",
@@ -112,124 +115,126 @@ void Cascada(Sesion &s, int idm)
 }
 
 // The patient's appointments do not ring any more. Only those are known that the start loaded.
-void CallarAlarmas(Sesion &s, int idm)
+void silenceAlarms(Sesion &s, int idm)
 {
-    for (Alarma &a : s.Alarmas)
+    for (store::Alarm &a : s.Alarmas)
         if (a.tip > 0 && a.ida == idm)
-            a.atendida = true;
+            a.attended = true;
 }
 
 // Whose it is, so that a row chosen by mistake is seen.
-bool Seguro(Sesion &s, const QString &que) { return s.dialogos.Pregunta(s(3) + u"\n\n"_s + que); }
-
-bool EsComun(Sesion &s)
+bool sure(Sesion &s, const QString &what)
 {
-    if (s.usuario.EsComun())
-        s.dialogos.Mensaje(s(1));
-    return s.usuario.EsComun();
+    return s.dialogos.Pregunta(s(text::DeleteQuestion) + u"\n\n"_s + what);
+}
+
+bool isCommon(Sesion &s)
+{
+    if (s.user.isCommon())
+        s.dialogos.Mensaje(s(text::FeatureNotAvailable));
+    return s.user.isCommon();
 }
 
 // Holds the members' database open: it can neither be opened nor closed inside a batch.
-class BaseDeSocios
+class MembersDatabase
 {
 public:
-    BaseDeSocios(Sesion &s, bool abrir) : m_s(s), m_abierta(abrir)
+    MembersDatabase(Sesion &s, bool open) : m_s(s), m_open(open)
     {
-        if (abrir)
-            AbrirAuxiliar(s, u"os"_s);
+        if (open)
+            store::openScratch(s, u"os"_s);
     }
-    ~BaseDeSocios()
+    ~MembersDatabase()
     {
-        if (m_abierta)
-            CerrarAuxiliar(m_s);
+        if (m_open)
+            store::closeScratch(m_s);
     }
-    BaseDeSocios(const BaseDeSocios &) = delete;
-    BaseDeSocios &operator=(const BaseDeSocios &) = delete;
+    MembersDatabase(const MembersDatabase &) = delete;
+    MembersDatabase &operator=(const MembersDatabase &) = delete;
 
 private:
     Sesion &m_s;
-    bool m_abierta;
+    bool m_open;
 };
 
 } // namespace
 
-bool EliminarCliente(Sesion &s, int idc)
+bool clients::deleteClient(Sesion &s, int idc)
 {
-    if (EsComun(s))
+    if (isCommon(s))
         return false;
     const Recordset r =
         s.clientes->OpenSnapshot("select ayn, obra, deuda from clientes where idc = ?", idc);
     if (r.EOF_()) {
-        s.dialogos.Mensaje(s(9418));
+        s.dialogos.Mensaje(s(text::ClientIsGone));
         return true;
     }
     const int obra = r["obra"].toInt();
     if (obra == 1 || obra == 2) {
-        s.dialogos.Mensaje(s(2260));
+        s.dialogos.Mensaje(s(text::ClientHasPrepaid));
         return false;
     }
     if (r["deuda"].toBool()) {
-        s.dialogos.Mensaje(s(2261));
+        s.dialogos.Mensaje(s(text::ClientHasDebt));
         return false;
     }
-    const int cuantos =
-        s.clientes->Leer("select count(*) from mascotas where idc = ?", idc).toInt();
-    if (!Seguro(s, r["ayn"].toText() + (cuantos > 0 ? s(9430).arg(cuantos) : QString())))
+    const int count = s.clientes->read("select count(*) from mascotas where idc = ?", idc).toInt();
+    if (!sure(s, r["ayn"].toText() + (count > 0 ? s(text::AndItsPatients).arg(count) : QString())))
         return false;
 
-    const BaseDeSocios socios(s, obra == 3);
-    std::vector<Imagen> imagenes;
-    std::vector<int> pacientes;
+    const MembersDatabase socios(s, obra == 3);
+    std::vector<Image> images;
+    std::vector<int> patients;
     {
         Lote lote(s);
-        pacientes =
-            Numeros(s.clientes->OpenSnapshot("select idm from mascotas where idc = ?", idc));
-        s.avance.Etapa(s(9422));
-        for (size_t i = 0; i < pacientes.size(); ++i) {
-            const auto suyas = ImagenesDe(s, pacientes[i]);
-            imagenes.insert(imagenes.end(), suyas.begin(), suyas.end());
-            Cascada(s, pacientes[i]);
-            s.avance.Barra(int(i) + 1, int(pacientes.size()));
+        patients =
+            numbersOf(s.clientes->OpenSnapshot("select idm from mascotas where idc = ?", idc));
+        s.progress.tellStage(s(text::Deleting));
+        for (size_t i = 0; i < patients.size(); ++i) {
+            const auto its = imagesOf(s, patients[i]);
+            images.insert(images.end(), its.begin(), its.end());
+            cascade(s, patients[i]);
+            s.progress.tellBar(int(i) + 1, int(patients.size()));
         }
         s.clientes->Execute("delete * from mascotas where idc = ?", idc);
         if (obra == 3) {
-            s.auxiliar->Execute("delete * from socios where idc = ?", idc);
-            s.auxiliar->Execute("delete * from MascotasAsociadas where idc = ?", idc);
+            s.scratch->Execute("delete * from socios where idc = ?", idc);
+            s.scratch->Execute("delete * from MascotasAsociadas where idc = ?", idc);
         }
         s.clientes->Execute("delete * from clientes where idc = ?", idc);
-        lote.Confirmar();
+        lote.commit();
     }
-    for (const int idm : pacientes)
-        CallarAlarmas(s, idm);
+    for (const int idm : patients)
+        silenceAlarms(s, idm);
     if (s.IdGlobal.idc == idc)
         s.IdGlobal = {};
-    QuitarArchivos(s, imagenes);
+    removeFiles(s, images);
     return true;
 }
 
-bool EliminarPaciente(Sesion &s, int idm)
+bool clients::deletePatient(Sesion &s, int idm)
 {
-    if (EsComun(s))
+    if (isCommon(s))
         return false;
     const Recordset r = s.clientes->OpenSnapshot("select nom from mascotas where idm = ?", idm);
     if (r.EOF_()) {
-        s.dialogos.Mensaje(s(9419));
+        s.dialogos.Mensaje(s(text::PatientIsGone));
         return true;
     }
-    if (!Seguro(s, r["nom"].toText()))
+    if (!sure(s, r["nom"].toText()))
         return false;
-    s.avance.Etapa(s(9422));
-    std::vector<Imagen> imagenes;
+    s.progress.tellStage(s(text::Deleting));
+    std::vector<Image> images;
     {
         Lote lote(s);
-        imagenes = ImagenesDe(s, idm);
-        Cascada(s, idm);
+        images = imagesOf(s, idm);
+        cascade(s, idm);
         s.clientes->Execute("delete * from mascotas where idm = ?", idm);
-        lote.Confirmar();
+        lote.commit();
     }
-    CallarAlarmas(s, idm);
+    silenceAlarms(s, idm);
     if (s.IdGlobal.idm == idm)
         s.IdGlobal.idm = 0;
-    QuitarArchivos(s, imagenes);
+    removeFiles(s, images);
     return true;
 }

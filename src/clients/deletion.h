@@ -3,11 +3,16 @@
 
 #include "store/session.h"
 
+namespace clients
+{
+
 /// Refuses a Common user, prepaid membership and debt, in this order; asks; then deletes the client
 /// with all its patients. Files of patients go when the rows are gone for good.
 /// @return whether it is gone: also when it was before, which is told
-bool EliminarCliente(Sesion &s, int idc);
+bool deleteClient(Sesion &s, int idc);
 
 /// Refuses a Common user, asks, and deletes a patient with its cascade.
 /// @return whether it is gone: also when it was before, which is told
-bool EliminarPaciente(Sesion &s, int idm);
+bool deletePatient(Sesion &s, int idm);
+
+} // namespace clients

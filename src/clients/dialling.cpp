@@ -3,133 +3,134 @@
 #include <QSerialPort>
 #include <QTimer>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 // Longer than any answer; what a device sends without end is not kept.
-constexpr qsizetype MayorRespuesta = 4096;
+constexpr qsizetype HighestAnswer = 4096;
 
-constexpr const char *Negativas[] = {"BUSY",        "ERROR",        "NO ANSWER",
-                                     "NO DIALTONE", "NO DIAL TONE", "NO CARRIER"};
+constexpr const char *Negative[] = {"BUSY",        "ERROR",        "NO ANSWER",
+                                    "NO DIALTONE", "NO DIAL TONE", "NO CARRIER"};
 
 } // namespace
 
-QString NumeroParaMarcar(const QString &telefonos)
+QString clients::NumberToDial(const QString &telephones)
 {
-    for (const QString &uno : telefonos.split(u',')) {
-        QString numero;
-        bool cifras = false;
-        for (const QChar c : uno)
+    for (const QString &one : telephones.split(u',')) {
+        QString number;
+        bool figures = false;
+        for (const QChar c : one)
             if (c >= u'0' && c <= u'9') {
-                numero += c;
-                cifras = true;
-            } else if (c == u'+' && numero.isEmpty()) {
-                numero += c;
+                number += c;
+                figures = true;
+            } else if (c == u'+' && number.isEmpty()) {
+                number += c;
             }
-        if (cifras)
-            return numero;
+        if (figures)
+            return number;
     }
     return {};
 }
 
-struct Marcador::Interno {
-    QSerialPort puerto;
-    QTimer silencio;
-    QByteArray respuesta;
+struct Dialler::Internals {
+    QSerialPort port;
+    QTimer silence;
+    QByteArray answer;
     QString error;
-    bool esperando = false;
+    bool waiting = false;
 
-    bool Dejar()
+    bool leave()
     {
-        silencio.stop();
-        return std::exchange(esperando, false);
+        silence.stop();
+        return std::exchange(waiting, false);
     }
 };
 
-Marcador::Marcador(QObject *parent) : QObject(parent), d(std::make_unique<Interno>())
+Dialler::Dialler(QObject *parent) : QObject(parent), d(std::make_unique<Internals>())
 {
-    d->silencio.setSingleShot(true);
-    FijarEspera(std::chrono::seconds(15));
-    connect(&d->silencio, &QTimer::timeout, this, [this] {
-        if (d->Dejar())
-            Q_EMIT fallado({});
+    d->silence.setSingleShot(true);
+    setWait(std::chrono::seconds(15));
+    connect(&d->silence, &QTimer::timeout, this, [this] {
+        if (d->leave())
+            Q_EMIT failed({});
     });
-    connect(&d->puerto, &QSerialPort::readyRead, this, &Marcador::leer);
-    connect(&d->puerto, &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError e) {
+    connect(&d->port, &QSerialPort::readyRead, this, &Dialler::read);
+    connect(&d->port, &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError e) {
         if (e == QSerialPort::NoError || e == QSerialPort::TimeoutError)
             return;
-        d->error = d->puerto.errorString();
-        if (!d->Dejar())
+        d->error = d->port.errorString();
+        if (!d->leave())
             return;
-        d->puerto.close();
-        Q_EMIT fallado(d->error);
+        d->port.close();
+        Q_EMIT failed(d->error);
     });
 }
 
-Marcador::~Marcador()
+Dialler::~Dialler()
 {
-    d->Dejar();
-    disconnect(&d->puerto, nullptr, this, nullptr);
+    d->leave();
+    disconnect(&d->port, nullptr, this, nullptr);
 }
 
-bool Marcador::Llamar(const QString &puerto, const QString &numero)
+bool Dialler::call(const QString &port, const QString &number)
 {
-    d->Dejar();
+    d->leave();
     d->error.clear();
     // Only what a number is made of reaches the modem, whose commands are text too.
-    const QString marcado = NumeroParaMarcar(numero);
-    if (marcado.isEmpty())
+    const QString marked = NumberToDial(number);
+    if (marked.isEmpty())
         return false;
-    if (d->puerto.isOpen() && d->puerto.portName() != puerto)
-        d->puerto.close();
-    if (!d->puerto.isOpen()) {
-        d->puerto.setPortName(puerto);
-        d->puerto.setBaudRate(QSerialPort::Baud9600);
-        d->puerto.setParity(QSerialPort::NoParity);
-        d->puerto.setDataBits(QSerialPort::Data8);
-        d->puerto.setStopBits(QSerialPort::OneStop);
-        if (!d->puerto.open(QIODevice::ReadWrite)) {
-            d->error = d->puerto.errorString();
+    if (d->port.isOpen() && d->port.portName() != port)
+        d->port.close();
+    if (!d->port.isOpen()) {
+        d->port.setPortName(port);
+        d->port.setBaudRate(QSerialPort::Baud9600);
+        d->port.setParity(QSerialPort::NoParity);
+        d->port.setDataBits(QSerialPort::Data8);
+        d->port.setStopBits(QSerialPort::OneStop);
+        if (!d->port.open(QIODevice::ReadWrite)) {
+            d->error = d->port.errorString();
             return false;
         }
     }
-    d->respuesta.clear();
-    d->esperando = true;
-    d->silencio.start();
-    d->puerto.write("ATDT" + marcado.toLatin1() + ";\r");
+    d->answer.clear();
+    d->waiting = true;
+    d->silence.start();
+    d->port.write("ATDT" + marked.toLatin1() + ";\r");
     return true;
 }
 
-void Marcador::Terminar()
+void Dialler::finish()
 {
-    d->Dejar();
-    if (!d->puerto.isOpen())
+    d->leave();
+    if (!d->port.isOpen())
         return;
-    d->puerto.write("ATH\r");
-    d->puerto.flush();
-    d->puerto.close();
+    d->port.write("ATH\r");
+    d->port.flush();
+    d->port.close();
 }
 
-bool Marcador::Abierto() const { return d->puerto.isOpen(); }
+bool Dialler::isOpen() const { return d->port.isOpen(); }
 
-QString Marcador::Error() const { return d->error; }
+QString Dialler::error() const { return d->error; }
 
-void Marcador::FijarEspera(std::chrono::milliseconds espera) { d->silencio.setInterval(espera); }
+void Dialler::setWait(std::chrono::milliseconds wait) { d->silence.setInterval(wait); }
 
-void Marcador::leer()
+void Dialler::read()
 {
     // An answer may come in pieces, with the echo of the command before it.
-    d->respuesta = (d->respuesta + d->puerto.readAll()).right(MayorRespuesta);
-    if (!d->esperando)
+    d->answer = (d->answer + d->port.readAll()).right(HighestAnswer);
+    if (!d->waiting)
         return;
-    for (const char *negativa : Negativas)
-        if (d->respuesta.contains(negativa)) {
-            d->Dejar();
-            Q_EMIT fallado(QString::fromLatin1(negativa));
+    for (const char *negative : Negative)
+        if (d->answer.contains(negative)) {
+            d->leave();
+            Q_EMIT failed(QString::fromLatin1(negative));
             return;
         }
-    if (d->respuesta.contains("OK") && d->Dejar())
-        Q_EMIT marcado();
+    if (d->answer.contains("OK") && d->leave())
+        Q_EMIT marked();
 }

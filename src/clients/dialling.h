@@ -6,37 +6,42 @@
 #include <chrono>
 #include <memory>
 
+namespace clients
+{
+
 /// The telephone number in a box that may hold several: the first, digits and "+" only; "" when
 /// there is none.
-QString NumeroParaMarcar(const QString &telefonos);
+QString NumberToDial(const QString &telephones);
 
 /// One call. The port is set to 9600 baud, no parity, 8 data bits, 1 stop bit.
-class Marcador : public QObject
+class Dialler : public QObject
 {
     Q_OBJECT
 public:
-    explicit Marcador(QObject *parent = nullptr);
-    ~Marcador() override;
+    explicit Dialler(QObject *parent = nullptr);
+    ~Dialler() override;
 
     /// Opens the port if it is not open and sends ATDT, the number, ";" and a carriage return.
     /// @return false when the port cannot be opened; see Error
-    bool Llamar(const QString &puerto, const QString &numero);
+    bool call(const QString &port, const QString &number);
     /// Hangs up (ATH) and closes the port.
-    void Terminar();
-    bool Abierto() const;
-    QString Error() const;
+    void finish();
+    bool isOpen() const;
+    QString error() const;
     /// How long the modem may take to answer; 15 seconds unless told otherwise.
-    void FijarEspera(std::chrono::milliseconds espera);
+    void setWait(std::chrono::milliseconds wait);
 
 Q_SIGNALS:
     /// The modem has answered OK.
-    void marcado();
+    void marked();
     /// It answered something else (BUSY, ERROR, NO CARRIER, NO DIALTONE) or the port failed, which
     /// is @p motivo; empty when the modem fell silent.
-    void fallado(const QString &motivo);
+    void failed(const QString &reason);
 
 private:
-    void leer();
-    struct Interno;
-    std::unique_ptr<Interno> d;
+    void read();
+    struct Internals;
+    std::unique_ptr<Internals> d;
 };
+
+} // namespace clients

@@ -1,5 +1,8 @@
 #include "clients/frmbusqueda.h"
 
+#include "texts/clients.h"
+#include "texts/search.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -13,34 +16,19 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    TextoABuscar = 3467,
-    BuscarPor = 9800,
-    YAdemasPor = 9801,
-    TituloDeMascotas = 9802,
-    TituloDeClientes = 9803,
-    QueEscribir = 9823,
-    NadaCoincide = 9824,
-    UnoODos = 9825,
-    HayMas = 9826,
-    Encontrados = 9827,
-    Continuar = 9828,
-    YaNoExiste = 9829,
-    Fallecido = 9835,
-};
-
 // Cells of a patient: pedigree, breeder and death are the Yes/No.
-constexpr int ofPedigree = 8, ofDeath = 10;
+constexpr int OfPedigree = 8, OfDeath = 10;
 
 // A key that comes sooner than this after the last one only goes into the box.
 constexpr int PauseMs = 120;
 
-QList<ColumnaDeGrilla> columnsOf(const Sesion &s, Busqueda busqueda)
+QList<ui::GridColumn> columnsOf(const Sesion &s, Search search)
 {
     // Id, name, owner, breed, species, coat, features, chip, three flags, address, sub-region,
     // two telephones, notes.
@@ -49,15 +37,15 @@ QList<ColumnaDeGrilla> columnsOf(const Sesion &s, Busqueda busqueda)
     // Id, name, address, sub-region, region, two codes, two telephones, mail, source, notes.
     static constexpr int ofClients[] = {64, 190, 200, 140, 110, 120, 120, 120, 120, 200, 120, 200};
 
-    QList<ColumnaDeGrilla> columns;
-    const std::span<const int> titles = TitulosDe(busqueda);
+    QList<ui::GridColumn> columns;
+    const std::span<const int> titles = titlesOf(search);
     for (size_t i = 0; i < titles.size(); ++i) {
-        ColumnaDeGrilla column{.titulo = s(titles[i])};
+        ui::GridColumn column{.title = s(titles[i])};
         if (i == 0)
-            column.clase = Clase::Codigo;
-        else if (busqueda == Busqueda::Mascotas && i >= ofPedigree && i <= ofDeath)
-            column.clase = Clase::SiNo;
-        column.ancho = busqueda == Busqueda::Mascotas ? ofPatients[i] : ofClients[i];
+            column.kind = ui::Kind::Code;
+        else if (search == Search::Patients && i >= OfPedigree && i <= OfDeath)
+            column.kind = ui::Kind::YesNo;
+        column.width = search == Search::Patients ? ofPatients[i] : ofClients[i];
         columns << column;
     }
     return columns;
@@ -65,14 +53,15 @@ QList<ColumnaDeGrilla> columnsOf(const Sesion &s, Busqueda busqueda)
 
 } // namespace
 
-frmBusqueda::frmBusqueda(Sesion &s, Formularios &formularios, Busqueda busqueda)
-    : FormBase(s, busqueda == Busqueda::Mascotas ? u"frmBusquedaMascotas"_s
+frmBusqueda::frmBusqueda(Sesion &s, ui::FormRegistry &forms, Search search)
+    : ui::FormBase(s, search == Search::Patients ? u"frmBusquedaMascotas"_s
                                                  : u"frmBusquedaClientes"_s),
-      m_forms(formularios),
-      m_busqueda(busqueda)
+      m_forms(forms),
+      m_search(search)
 {
     setWindowModality(Qt::ApplicationModal);
-    setWindowTitle(s(busqueda == Busqueda::Mascotas ? TituloDeMascotas : TituloDeClientes));
+    setWindowTitle(
+        s(search == Search::Patients ? text::PatientSearchTitle : text::ClientSearchTitle));
     m_pause.setSingleShot(true);
     m_pause.setInterval(PauseMs);
     build();
@@ -84,15 +73,15 @@ frmBusqueda::frmBusqueda(Sesion &s, Formularios &formularios, Busqueda busqueda)
 QComboBox *frmBusqueda::criteria(const QString &name, int label)
 {
     auto *list = named(new QComboBox, name, m_s(label));
-    for (const CriterioDeBusqueda &c : CriteriosDe(m_busqueda))
-        list->addItem(m_s(c.nombre));
+    for (const SearchCriterion &c : criteriaOf(m_search))
+        list->addItem(m_s(c.name));
     list->setMaxVisibleItems(list->count());
     return list;
 }
 
 QLineEdit *frmBusqueda::textBox(const QString &name)
 {
-    auto *box = named(new QLineEdit, name, m_s(TextoABuscar));
+    auto *box = named(new QLineEdit, name, m_s(text::FindPlaceholder));
     box->setMaxLength(160); // of the widest column
     box->setClearButtonEnabled(true);
     return box;
@@ -100,46 +89,47 @@ QLineEdit *frmBusqueda::textBox(const QString &name)
 
 void frmBusqueda::build()
 {
-    cmbCriterioUno = criteria(u"cmbCriterioUno"_s, BuscarPor);
-    cmbCriterioDos = criteria(u"cmbCriterioDos"_s, YAdemasPor);
+    cmbCriterioUno = criteria(u"cmbCriterioUno"_s, text::SearchBy);
+    cmbCriterioDos = criteria(u"cmbCriterioDos"_s, text::AndAlsoBy);
     // The pair that is asked for most: a patient and its owner, a client and where it lives.
-    cmbCriterioDos->setCurrentIndex(m_busqueda == Busqueda::Mascotas ? 6 : 1);
+    cmbCriterioDos->setCurrentIndex(m_search == Search::Patients ? 6 : 1);
     txtTextoUno = textBox(u"txtTextoUno"_s);
     txtTextoDos = textBox(u"txtTextoDos"_s);
     refuseApostrophe({txtTextoUno, txtTextoDos});
 
     auto *questions = new QGridLayout;
-    questions->setHorizontalSpacing(Espacio::M);
-    questions->setVerticalSpacing(Espacio::S);
+    questions->setHorizontalSpacing(ui::space::M);
+    questions->setVerticalSpacing(ui::space::S);
     const auto row = [&](int r, int label, QComboBox *list, QLineEdit *box) {
         auto *first = new QLabel(m_s(label));
         first->setBuddy(list);
-        auto *second = new QLabel(m_s(TextoABuscar));
+        auto *second = new QLabel(m_s(text::FindPlaceholder));
         second->setBuddy(box);
         questions->addWidget(first, r, 0);
         questions->addWidget(list, r, 1);
         questions->addWidget(second, r, 2);
         questions->addWidget(box, r, 3);
     };
-    row(0, BuscarPor, cmbCriterioUno, txtTextoUno);
-    row(1, YAdemasPor, cmbCriterioDos, txtTextoDos);
+    row(0, text::SearchBy, cmbCriterioUno, txtTextoUno);
+    row(1, text::AndAlsoBy, cmbCriterioDos, txtTextoDos);
     questions->setColumnStretch(3, 1);
 
-    grd = named(new Grilla(m_s, new ModeloDeGrilla(m_s, columnsOf(m_s, m_busqueda), this)),
-                u"grd"_s, windowTitle());
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
-    cmdContinuar = named(new QPushButton(m_s(Continuar)), u"cmdContinuar"_s, m_s(Continuar));
+    grd = named(new ui::Grid(m_s, new ui::GridModel(m_s, columnsOf(m_s, m_search), this)), u"grd"_s,
+                windowTitle());
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
+    cmdContinuar =
+        named(new QPushButton(m_s(text::SearchGoOn)), u"cmdContinuar"_s, m_s(text::SearchGoOn));
     cmdContinuar->setDefault(true);
     cmdContinuar->setEnabled(false);
 
     auto *foot = new QHBoxLayout;
-    foot->setSpacing(Espacio::L);
+    foot->setSpacing(ui::space::L);
     foot->addWidget(Ayu, 1);
     foot->addWidget(cmdContinuar);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::L);
+    all->setSpacing(ui::space::M);
     all->addLayout(questions);
     all->addWidget(grd, 1);
     all->addLayout(foot);
@@ -165,15 +155,15 @@ void frmBusqueda::listen()
         });
     }
     connect(&m_pause, &QTimer::timeout, this, &frmBusqueda::searchTyped);
-    connect(grd, &Grilla::filaElegida, this, &frmBusqueda::take);
-    connect(grd, &Grilla::filaCambiada, this, [this](int r) { cmdContinuar->setEnabled(r >= 0); });
-    connect(cmdContinuar, &QPushButton::clicked, this, [this] { take(grd->FilaActual()); });
+    connect(grd, &ui::Grid::chosenRow, this, &frmBusqueda::take);
+    connect(grd, &ui::Grid::changedRow, this, [this](int r) { cmdContinuar->setEnabled(r >= 0); });
+    connect(cmdContinuar, &QPushButton::clicked, this, [this] { take(grd->currentRow()); });
 }
 
 void frmBusqueda::hintFor(QComboBox *criterion, QLineEdit *box)
 {
-    const bool yesNo = CriteriosDe(m_busqueda)[size_t(criterion->currentIndex())].siNo;
-    box->setPlaceholderText(yesNo ? m_s(UnoODos) : QString());
+    const bool yesNo = criteriaOf(m_search)[size_t(criterion->currentIndex())].siNo;
+    box->setPlaceholderText(yesNo ? m_s(text::OneYesTwoNo) : QString());
 }
 
 void frmBusqueda::opened(const QVariantMap &)
@@ -181,9 +171,9 @@ void frmBusqueda::opened(const QVariantMap &)
     txtTextoUno->clear();
     txtTextoDos->clear();
     m_pause.stop();
-    grd->Modelo()->Poner({});
-    grd->PonerVacio(m_s(QueEscribir));
-    Ayu->Limpiar();
+    grd->gridModel()->set({});
+    grd->setEmptyText(m_s(text::SearchHint));
+    Ayu->clean();
     txtTextoUno->setFocus();
 }
 
@@ -191,34 +181,34 @@ bool frmBusqueda::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && (watched == txtTextoUno || watched == txtTextoDos)) {
         auto *key = static_cast<QKeyEvent *>(event);
-        if (grd->Recorrer(key))
+        if (grd->walk(key))
             return true;
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
             searchAll();
             return true;
         }
     }
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }
 
 void frmBusqueda::hideEvent(QHideEvent *event)
 {
     m_pause.stop();
-    FormBase::hideEvent(event);
+    ui::FormBase::hideEvent(event);
 }
 
-Condiciones frmBusqueda::asked() const
+Conditions frmBusqueda::asked() const
 {
-    return {Condicion{cmbCriterioUno->currentIndex(), txtTextoUno->text()},
-            Condicion{cmbCriterioDos->currentIndex(), txtTextoDos->text()}};
+    return {Condition{cmbCriterioUno->currentIndex(), txtTextoUno->text()},
+            Condition{cmbCriterioDos->currentIndex(), txtTextoDos->text()}};
 }
 
 void frmBusqueda::searchTyped()
 {
     guarded([this] {
-        Hallazgo found = BuscarAlTeclear(m_s, m_busqueda, asked());
-        if (!found.impedimento.isEmpty())
-            Ayu->Fallo(found.impedimento);
+        Finding found = findWhileTyping(m_s, m_search, asked());
+        if (!found.impediment.isEmpty())
+            Ayu->faultOf(found.impediment);
         else
             showRows(std::move(found));
     });
@@ -228,48 +218,50 @@ void frmBusqueda::searchAll()
 {
     m_pause.stop();
     guarded([this] {
-        Hallazgo found = Buscar(m_s, m_busqueda, asked());
-        if (!found.impedimento.isEmpty()) {
-            Ayu->Fallo(found.impedimento);
-            m_s.dialogos.Mensaje(found.impedimento);
+        Finding found = clients::find(m_s, m_search, asked());
+        if (!found.impediment.isEmpty()) {
+            Ayu->faultOf(found.impediment);
+            m_s.dialogos.Mensaje(found.impediment);
             return;
         }
-        const bool searched = found.buscado;
+        const bool searched = found.sought;
         showRows(std::move(found));
-        if (searched && grd->FilaActual() >= 0)
+        if (searched && grd->currentRow() >= 0)
             grd->setFocus();
     });
 }
 
-void frmBusqueda::showRows(Hallazgo found)
+void frmBusqueda::showRows(Finding found)
 {
-    if (!found.buscado) {
-        Ayu->Decir(m_s(QueEscribir));
+    if (!found.sought) {
+        Ayu->tell(m_s(text::SearchHint));
         return;
     }
-    const auto idOf = [this](int row) { return grd->Modelo()->Fila(row).celdas.value(0).toInt(); };
-    const int before = idOf(grd->FilaActual());
-    std::vector<FilaDeGrilla> rows;
-    rows.reserve(found.filas.size());
-    for (QList<Valor> &cells : found.filas) {
-        FilaDeGrilla &row = rows.emplace_back();
-        if (m_busqueda == Busqueda::Mascotas && cells[ofDeath].toBool()) {
-            row.realce = Realce::Apagado;
-            row.celdaRealzada = 1;
-            row.motivo = m_s(Fallecido);
+    const auto idOf = [this](int row) { return grd->gridModel()->Row(row).cells.value(0).toInt(); };
+    const int before = idOf(grd->currentRow());
+    std::vector<ui::GridRow> rows;
+    rows.reserve(found.rows.size());
+    for (QList<store::Value> &cells : found.rows) {
+        ui::GridRow &row = rows.emplace_back();
+        if (m_search == Search::Patients && cells[OfDeath].toBool()) {
+            row.highlight = ui::Highlight::Off;
+            row.highlightedCell = 1;
+            row.reason = m_s(text::Deceased);
         }
-        row.celdas = std::move(cells);
+        row.cells = std::move(cells);
     }
-    grd->PonerVacio(m_s(NadaCoincide));
-    grd->Modelo()->Poner(std::move(rows));
-    const int again = grd->Modelo()->BuscarEnGrilla(before, 0, 0, grd->Modelo()->Filas() - 1);
+    grd->setEmptyText(m_s(text::NothingMatches));
+    grd->gridModel()->set(std::move(rows));
+    const int again =
+        grd->gridModel()->BuscarEnGrilla(before, 0, 0, grd->gridModel()->allRows() - 1);
     grd->Seleccionar(std::max(again, 0));
 
-    const int count = grd->Modelo()->Filas();
+    const int count = grd->gridModel()->allRows();
     if (count == 0)
-        Ayu->Limpiar();
+        Ayu->clean();
     else
-        Ayu->Decir(m_s(found.hayMas ? HayMas : Encontrados).arg(locale().toString(count)));
+        Ayu->tell(m_s(found.hayMas ? text::SearchShowsSome : text::SearchFoundSome)
+                      .arg(locale().toString(count)));
 }
 
 void frmBusqueda::take(int row)
@@ -277,11 +269,11 @@ void frmBusqueda::take(int row)
     if (row < 0)
         return;
     guarded([this, row] {
-        if (!TomarHallado(m_s, m_busqueda, grd->Modelo()->Fila(row).celdas.value(0).toInt())) {
-            Ayu->Fallo(m_s(YaNoExiste));
+        if (!takeFound(m_s, m_search, grd->gridModel()->Row(row).cells.value(0).toInt())) {
+            Ayu->faultOf(m_s(text::SearchRowIsGone));
             return;
         }
         accept();
-        m_forms.Abrir(u"frmPropietarios"_s);
+        m_forms.open(u"frmPropietarios"_s);
     });
 }

@@ -6,9 +6,15 @@
 
 #include <QTimer>
 
-class Formularios;
-class Grilla;
-class LineaDeAyuda;
+namespace ui
+{
+
+class FormRegistry;
+class Grid;
+class HelpLine;
+
+} // namespace ui
+
 class QComboBox;
 class QLineEdit;
 class QPushButton;
@@ -16,13 +22,13 @@ class QPushButton;
 /// Both dialogs: frmBusquedaMascotas and frmBusquedaClientes differ only in what they look for.
 /// What is found appears as the user types; ENTER looks for all of it and goes to the grid, where
 /// ENTER takes a row to the registry.
-class frmBusqueda : public FormBase
+class frmBusqueda : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmBusqueda(Sesion &s, Formularios &formularios, Busqueda busqueda);
+    frmBusqueda(Sesion &s, ui::FormRegistry &forms, clients::Search search);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -34,21 +40,21 @@ private:
     QComboBox *criteria(const QString &name, int label);
     QLineEdit *textBox(const QString &name);
     void hintFor(QComboBox *criterion, QLineEdit *box);
-    Condiciones asked() const;
+    clients::Conditions asked() const;
     void searchTyped();
     void searchAll();
-    void showRows(Hallazgo found);
+    void showRows(clients::Finding found);
     void take(int row);
 
-    Formularios &m_forms;
-    const Busqueda m_busqueda;
+    ui::FormRegistry &m_forms;
+    const clients::Search m_search;
     QTimer m_pause; // runs out when no key has come for a moment
 
     QComboBox *cmbCriterioUno = nullptr;
     QComboBox *cmbCriterioDos = nullptr;
     QLineEdit *txtTextoUno = nullptr;
     QLineEdit *txtTextoDos = nullptr;
-    Grilla *grd = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::Grid *grd = nullptr;
+    ui::HelpLine *Ayu = nullptr;
     QPushButton *cmdContinuar = nullptr;
 };

@@ -1,6 +1,8 @@
 #include "clients/frmbusquedarapida.h"
 
 #include "clients/search.h"
+#include "texts/clients.h"
+#include "texts/search.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -11,67 +13,54 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Propietario = 9809,
-    Telefono = 9815,
-    YaNoExiste = 9829,
-    Titulo = 9830,
-    QueBuscar = 9831,
-    CualquierTrozo = 9832,
-    NadieCoincide = 9833,
-    Mascota = 9834,
-    Fallecido = 9835,
-    HayMas = 9836,
-    EnterAbre = 9837,
-};
-
-enum Columna { DePropietario, DeMascota, DeTelefono, DeIdc, DeIdm };
+enum Column { OfOwner, OfPatient, OfTelephone, DeIdc, DeIdm };
 
 // Whoever is not among these is found by one more letter.
 constexpr int RowsShown = 40;
 
 } // namespace
 
-frmBusquedaRapida::frmBusquedaRapida(Sesion &s, Formularios &formularios)
-    : FormBase(s, u"frmBusquedaRapida"_s), m_forms(formularios)
+frmBusquedaRapida::frmBusquedaRapida(Sesion &s, ui::FormRegistry &forms)
+    : ui::FormBase(s, u"frmBusquedaRapida"_s), m_forms(forms)
 {
     setWindowModality(Qt::ApplicationModal);
-    setWindowTitle(s(Titulo));
+    setWindowTitle(s(text::QuickSearchTitle));
     build();
     connect(txtBuscar, &QLineEdit::textChanged, this, &frmBusquedaRapida::search);
-    connect(grd, &Grilla::filaElegida, this, &frmBusquedaRapida::take);
+    connect(grd, &ui::Grid::chosenRow, this, &frmBusquedaRapida::take);
     rememberSize({680, 460});
 }
 
 void frmBusquedaRapida::build()
 {
-    txtBuscar = named(new QLineEdit, u"txtBuscar"_s, m_s(QueBuscar));
-    txtBuscar->setPlaceholderText(m_s(QueBuscar));
+    txtBuscar = named(new QLineEdit, u"txtBuscar"_s, m_s(text::QuickFindHint));
+    txtBuscar->setPlaceholderText(m_s(text::QuickFindHint));
     txtBuscar->setClearButtonEnabled(true);
     txtBuscar->setMaxLength(100);
     txtBuscar->installEventFilter(this);
 
-    auto *model = new ModeloDeGrilla(m_s,
-                                     {{.titulo = m_s(Propietario), .ancho = 250},
-                                      {.titulo = m_s(Mascota), .ancho = 190},
-                                      {.titulo = m_s(Telefono), .ancho = 160},
-                                      {.clase = Clase::Entero, .oculta = true},
-                                      {.clase = Clase::Entero, .oculta = true}},
-                                     this);
-    grd = named(new Grilla(m_s, model), u"grd"_s, m_s(Titulo));
+    auto *model = new ui::GridModel(m_s,
+                                    {{.title = m_s(text::Owner), .width = 250},
+                                     {.title = m_s(text::QuickSearchPatient), .width = 190},
+                                     {.title = m_s(text::QuickSearchTelephone), .width = 160},
+                                     {.kind = ui::Kind::Whole, .hidden = true},
+                                     {.kind = ui::Kind::Whole, .hidden = true}},
+                                    this);
+    grd = named(new ui::Grid(m_s, model), u"grd"_s, m_s(text::QuickSearchTitle));
     grd->setSortingEnabled(false); // the best match stands first
     grd->horizontalHeader()->setSectionsClickable(false);
 
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::M);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::M);
+    all->setSpacing(ui::space::M);
     all->addWidget(txtBuscar);
     all->addWidget(grd, 1);
     all->addWidget(Ayu);
@@ -82,55 +71,56 @@ void frmBusquedaRapida::opened(const QVariantMap &)
     txtBuscar->clear();
     search();
     txtBuscar->setFocus();
-    guarded([this] { m_indice.PonerAlDia(m_s); });
+    guarded([this] { m_index.bringUpToDate(m_s); });
 }
 
 bool frmBusquedaRapida::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && watched == txtBuscar) {
         auto *key = static_cast<QKeyEvent *>(event);
-        if (grd->Recorrer(key))
+        if (grd->walk(key))
             return true;
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            take(grd->FilaActual());
+            take(grd->currentRow());
             return true;
         }
     }
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }
 
 void frmBusquedaRapida::search()
 {
     guarded([this] {
         const QString text = txtBuscar->text();
-        const RespuestaRapida found = m_indice.Buscar(m_s, text, RowsShown);
-        std::vector<FilaDeGrilla> rows;
+        const QuickAnswer found = m_index.find(m_s, text, RowsShown);
+        std::vector<ui::GridRow> rows;
         int owner = 0;
-        for (const HalladoRapido &h : found.filas) {
+        for (const FoundQuick &h : found.rows) {
             // An owner stands above all its animals once.
             const bool first = h.idc != owner;
             owner = h.idc;
-            FilaDeGrilla &row = rows.emplace_back();
-            row.celdas = {first ? h.propietario : QString(), h.mascota,
-                          first ? h.telefonos : QString(), h.idc, h.idm};
+            ui::GridRow &row = rows.emplace_back();
+            row.cells = {first ? h.owner : QString(), h.patient, first ? h.telephones : QString(),
+                         h.idc, h.idm};
             if (h.dec) {
-                row.celdas[DeMascota] = h.mascota + u" ("_s + m_s(Fallecido) + u')';
-                row.realce = Realce::Apagado;
-                row.celdaRealzada = DeMascota;
-                row.motivo = m_s(Fallecido);
+                row.cells[OfPatient] = h.patient + u" ("_s + m_s(text::Deceased) + u')';
+                row.highlight = ui::Highlight::Off;
+                row.highlightedCell = OfPatient;
+                row.reason = m_s(text::Deceased);
             }
         }
-        grd->PonerVacio(m_s(text.trimmed().isEmpty() ? CualquierTrozo : NadieCoincide));
-        grd->Modelo()->Poner(std::move(rows));
+        grd->setEmptyText(m_s(text.trimmed().isEmpty() ? text::AnyPieceHint : text::NobodyMatches));
+        grd->gridModel()->set(std::move(rows));
         grd->Seleccionar(0);
 
-        const int shown = grd->Modelo()->Filas();
+        const int shown = grd->gridModel()->allRows();
         if (shown == 0)
-            Ayu->Limpiar();
+            Ayu->clean();
         else if (found.total > shown)
-            Ayu->Decir(m_s(HayMas).arg(locale().toString(shown), locale().toString(found.total)));
+            Ayu->tell(m_s(text::QuickFindShowsSome)
+                          .arg(locale().toString(shown), locale().toString(found.total)));
         else
-            Ayu->Decir(m_s(EnterAbre));
+            Ayu->tell(m_s(text::EnterOpensHint));
     });
 }
 
@@ -139,15 +129,15 @@ void frmBusquedaRapida::take(int row)
     if (row < 0)
         return;
     guarded([this, row] {
-        const QList<Valor> &cells = grd->Modelo()->Fila(row).celdas;
+        const QList<store::Value> &cells = grd->gridModel()->Row(row).cells;
         const int idm = cells[DeIdm].toInt();
-        const bool taken = idm > 0 ? TomarHallado(m_s, Busqueda::Mascotas, idm)
-                                   : TomarHallado(m_s, Busqueda::Clientes, cells[DeIdc].toInt());
+        const bool taken = idm > 0 ? takeFound(m_s, Search::Patients, idm)
+                                   : takeFound(m_s, Search::Clientes, cells[DeIdc].toInt());
         if (!taken) {
-            Ayu->Fallo(m_s(YaNoExiste));
+            Ayu->faultOf(m_s(text::SearchRowIsGone));
             return;
         }
         accept();
-        m_forms.Abrir(u"frmPropietarios"_s);
+        m_forms.open(u"frmPropietarios"_s);
     });
 }

@@ -4,19 +4,25 @@
 #include "clients/quick_search.h"
 #include "ui/form_base.h"
 
-class Formularios;
-class Grilla;
-class LineaDeAyuda;
+namespace ui
+{
+
+class FormRegistry;
+class Grid;
+class HelpLine;
+
+} // namespace ui
+
 class QLineEdit;
 
 /// One box: what matches stands below with every key. UP and DOWN walk, ENTER goes to the registry.
-class frmBusquedaRapida : public FormBase
+class frmBusquedaRapida : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmBusquedaRapida(Sesion &s, Formularios &formularios);
+    frmBusquedaRapida(Sesion &s, ui::FormRegistry &forms);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -26,10 +32,10 @@ private:
     void search();
     void take(int row);
 
-    Formularios &m_forms;
-    IndiceRapido m_indice;
+    ui::FormRegistry &m_forms;
+    clients::QuickIndex m_index;
 
     QLineEdit *txtBuscar = nullptr;
-    Grilla *grd = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::Grid *grd = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };

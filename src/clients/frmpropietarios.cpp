@@ -4,6 +4,9 @@
 #include "clients/frmpropietarios_client.h"
 #include "clients/frmpropietarios_patient.h"
 #include "clients/owner_search.h"
+#include "texts/clients.h"
+#include "texts/search.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -11,68 +14,46 @@
 #include <QCoreApplication>
 #include <QScopedValueRollback>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    BusquedaExitoCliente = 2243,
-    AyudaDeBusqueda = 2244,
-    BusquedaNoExitoCliente = 2245,
-    AyudaDeMenu = 2248,
-    AyudaDeDobleClic = 2251,
-    SinPacientes = 9456,
-    SinCliente = 9457,
-    BusquedaClienteEnBlanco = 9458,
-    BusquedaExitosaMascotas = 9459,
-    BusquedaNoExitosaMascotas = 9460,
-    NingunPaciente = 9461,
-    ElijaPaciente = 9462,
-    CambioDeIdGlobal = 9544,
-    NoEstaElCliente = 9545,
-    Propietario = 9809,
-    Mascota = 9834,
-    MotivoRojo = 9465,
-    MotivoAmarillo = 9466,
-    Fallecido = 9467,
-};
+constexpr int RestMs = 120;
+constexpr int DraftMs = 1000;
 
-constexpr int restMs = 120;
-constexpr int draftMs = 1000;
-
-FilaDeGrilla gridRow(const Sesion &s, const FilaDeCliente &c)
+ui::GridRow gridRow(const Sesion &s, const ClientRow &c)
 {
-    FilaDeGrilla row{{c.idc, c.ayn, c.tel2, c.idc}, Realce::Ninguno, ColumnaDeCliente::Nombre, {}};
-    if (c.sena == SenaDeCliente::Alerta) {
-        row.realce = Realce::Alerta;
-        row.motivo = s(MotivoRojo);
-    } else if (c.sena == SenaDeCliente::Aviso) {
-        row.realce = Realce::Aviso;
-        row.motivo = s(MotivoAmarillo);
+    ui::GridRow row{{c.idc, c.ayn, c.tel2, c.idc}, ui::Highlight::None, ClientColumn::Name, {}};
+    if (c.sign == ClientSign::Alert) {
+        row.highlight = ui::Highlight::Alert;
+        row.reason = s(text::RedReason);
+    } else if (c.sign == ClientSign::Notice) {
+        row.highlight = ui::Highlight::Notice;
+        row.reason = s(text::YellowReason);
     }
     return row;
 }
 
-FilaDeGrilla gridRow(const Sesion &s, const FilaDePaciente &p)
+ui::GridRow gridRow(const Sesion &s, const PatientRow &p)
 {
-    FilaDeGrilla row{{p.nom, p.especie, p.raza, p.idm}, Realce::Ninguno, -1, {}};
+    ui::GridRow row{{p.nom, p.species, p.breed, p.idm}, ui::Highlight::None, -1, {}};
     if (p.dec) {
-        row.celdas[ColumnaDePaciente::Nombre] = p.nom + u" · "_s + s(Fallecido);
-        row.realce = Realce::Apagado;
-        row.motivo = s(Fallecido);
+        row.cells[PatientColumn::Name] = p.nom + u" · "_s + s(text::Deceased);
+        row.highlight = ui::Highlight::Off;
+        row.reason = s(text::Deceased);
     }
     return row;
 }
 
 } // namespace
 
-frmPropietarios::frmPropietarios(Sesion &s, Formularios &formularios, AbrirEnlace abrir,
-                                 QWidget *parent)
-    : FormBase(s, u"frmPropietarios"_s, parent),
-      m_formularios(formularios),
-      m_abrir(std::move(abrir)),
-      m_borrador(s, u"frmPropietarios"_s)
+frmPropietarios::frmPropietarios(Sesion &s, ui::FormRegistry &forms, OpenLink open, QWidget *parent)
+    : ui::FormBase(s, u"frmPropietarios"_s, parent),
+      m_forms(forms),
+      m_open(std::move(open)),
+      m_draft(s, u"frmPropietarios"_s)
 {
     setWindowFlags(Qt::Window);
     build();
@@ -82,24 +63,24 @@ frmPropietarios::frmPropietarios(Sesion &s, Formularios &formularios, AbrirEnlac
 
 void frmPropietarios::wire()
 {
-    m_reposo = new QTimer(this);
-    m_reposo->setSingleShot(true);
-    connect(m_reposo, &QTimer::timeout, this, &frmPropietarios::inform);
-    m_pausa = new QTimer(this);
-    m_pausa->setSingleShot(true);
-    m_pausa->setInterval(draftMs);
-    connect(m_pausa, &QTimer::timeout, this, &frmPropietarios::keepDraft);
+    m_rest = new QTimer(this);
+    m_rest->setSingleShot(true);
+    connect(m_rest, &QTimer::timeout, this, &frmPropietarios::inform);
+    m_pause = new QTimer(this);
+    m_pause->setSingleShot(true);
+    m_pause->setInterval(DraftMs);
+    connect(m_pause, &QTimer::timeout, this, &frmPropietarios::keepDraft);
 
-    connect(GClientes, &Grilla::filaCambiada, this, &frmPropietarios::clientRowChanged);
-    connect(GMascotas, &Grilla::filaCambiada, this, &frmPropietarios::patientRowChanged);
-    connect(GClientes, &Grilla::filaElegida, this, &frmPropietarios::openMenu);
-    connect(GMascotas, &Grilla::filaElegida, this, [this] { m_barra->Ficha()->click(); });
+    connect(GClientes, &ui::Grid::changedRow, this, &frmPropietarios::clientRowChanged);
+    connect(GMascotas, &ui::Grid::changedRow, this, &frmPropietarios::patientRowChanged);
+    connect(GClientes, &ui::Grid::chosenRow, this, &frmPropietarios::openMenu);
+    connect(GMascotas, &ui::Grid::chosenRow, this, [this] { m_bar->recordOf()->click(); });
     connect(Txtapellidob, &QLineEdit::textEdited, this, &frmPropietarios::searchClient);
     connect(txtmascotab, &QLineEdit::textEdited, this, &frmPropietarios::searchPatient);
 
     const auto opens = [this](QPushButton *b, const QString &form) {
         connect(b, &QPushButton::clicked, this,
-                [this, form] { guarded([this, &form] { m_formularios.Abrir(form); }); });
+                [this, form] { guarded([this, &form] { m_forms.open(form); }); });
     };
     opens(cmdBuscarCliente, u"frmBusquedaClientes"_s);
     opens(cmdBuscarPaciente, u"frmBusquedaMascotas"_s);
@@ -107,75 +88,75 @@ void frmPropietarios::wire()
     const auto does = [this](QPushButton *b, auto what) {
         connect(b, &QPushButton::clicked, this, what);
     };
-    does(cmdNuevo, [this] { toggleClient(Modo::Nuevo); });
-    does(cmdmodificar, [this] { toggleClient(Modo::Modificar); });
+    does(cmdNuevo, [this] { toggleClient(Mode::New); });
+    does(cmdmodificar, [this] { toggleClient(Mode::Modify); });
     does(cmdagregar, [this] { saveClient(); });
     does(cmdEliminar, [this] { deleteClient(); });
-    does(cmdnuevomas, [this] { togglePatient(Modo::Nuevo); });
-    does(cmdmodificarmas, [this] { togglePatient(Modo::Modificar); });
+    does(cmdnuevomas, [this] { togglePatient(Mode::New); });
+    does(cmdmodificarmas, [this] { togglePatient(Mode::Modify); });
     does(cmdagregarmas, [this] { savePatient(); });
     does(cmdeliminarmas, [this] { deletePatient(); });
     does(cmdvolver, [this] { reject(); });
 
-    connect(m_cliente, &PanelDeCliente::tocado, this, &frmPropietarios::touched);
-    connect(m_mascota, &PanelDePaciente::tocado, this, &frmPropietarios::touched);
-    connect(m_cliente, &PanelDeCliente::correoEscrito, this, &frmPropietarios::settleMail);
-    connect(m_cliente, &PanelDeCliente::escribirCorreo, m_barra, &BarraDeAccesos::Correo);
+    connect(m_client, &ClientPanel::touched, this, &frmPropietarios::touched);
+    connect(m_patient, &PatientPanel::touched, this, &frmPropietarios::touched);
+    connect(m_client, &ClientPanel::writtenMail, this, &frmPropietarios::settleMail);
+    connect(m_client, &ClientPanel::writeMail, m_bar, &AccessesBar::Mail);
 }
 
 void frmPropietarios::opened(const QVariantMap &)
 {
     if (entering()) {
         // What is being typed goes first; it is asked about once the busy cursor is gone.
-        const Seleccion wanted = std::exchange(m_s.IdGlobal, m_mostrado);
-        if (wanted.idc != m_mostrado.idc || wanted.idm != m_mostrado.idm)
+        const store::Selection wanted = std::exchange(m_s.IdGlobal, m_shown);
+        if (wanted.idc != m_shown.idc || wanted.idm != m_shown.idm)
             QTimer::singleShot(0, this, [this, wanted] { leaveFor(wanted); });
         return;
     }
     guarded([this] { refresh(); });
     Txtapellidob->setFocus();
     Txtapellidob->selectAll();
-    Ayu->Decir(m_s(BusquedaClienteEnBlanco));
+    Ayu->tell(m_s(text::ClientSearchIsBlank));
     QTimer::singleShot(0, this, &frmPropietarios::offerDraft);
 }
 
 void frmPropietarios::activated()
 {
-    if (m_cargado && !m_ocupado && !entering())
+    if (m_loaded && !m_busy && !entering())
         guarded([this] { refresh(); });
 }
 
 // Brings the screen up to what other forms and terminals have written and chosen.
 void frmPropietarios::refresh()
 {
-    if (!m_cargado || stale())
+    if (!m_loaded || stale())
         reload();
     else
         synchronize();
 }
 
-bool frmPropietarios::stale() { return m_s.clientes->Version("clientes") != m_version; }
+bool frmPropietarios::stale() { return m_s.clientes->version("clientes") != m_version; }
 
 void frmPropietarios::noteVersions()
 {
-    m_version = m_s.clientes->Version("clientes");
-    m_versionDeMascotas = m_s.clientes->Version("mascotas");
+    m_version = m_s.clientes->version("clientes");
+    m_patientsVersion = m_s.clientes->version("mascotas");
 }
 
 void frmPropietarios::reload()
 {
     noteVersions();
-    m_cliente->CargarListas();
-    m_mascota->CargarListas();
-    std::vector<FilaDeGrilla> rows;
-    for (const FilaDeCliente &c : FilasDeClientes(m_s))
+    m_client->loadLists();
+    m_patient->loadLists();
+    std::vector<ui::GridRow> rows;
+    for (const ClientRow &c : clientsRows(m_s))
         rows.push_back(gridRow(m_s, c));
     {
-        const QScopedValueRollback busy(m_ocupado, true);
-        m_clientes->Poner(std::move(rows));
+        const QScopedValueRollback busy(m_busy, true);
+        m_clients->set(std::move(rows));
     }
-    m_cargado = true;
-    m_mostrado = {};
+    m_loaded = true;
+    m_shown = {};
     if (m_s.IdGlobal.idc == 0)
         m_s.IdGlobal = {clientAt(0), 0};
     if (m_s.IdGlobal.idc)
@@ -187,53 +168,52 @@ void frmPropietarios::reload()
 // Follows a selection that another form has changed.
 void frmPropietarios::synchronize()
 {
-    const Seleccion wanted = m_s.IdGlobal;
-    if (wanted.idc == m_mostrado.idc) {
-        if (wanted.idm == m_mostrado.idm
-            && m_s.clientes->Version("mascotas") == m_versionDeMascotas)
+    const store::Selection wanted = m_s.IdGlobal;
+    if (wanted.idc == m_shown.idc) {
+        if (wanted.idm == m_shown.idm && m_s.clientes->version("mascotas") == m_patientsVersion)
             return;
         showPatients(wanted.idc, wanted.idm);
     } else if (!goToClient(wanted.idc, wanted.idm)) {
         tellLost(true);
-        if (!goToClient(clientAt(std::max(GClientes->FilaActual(), 0))))
+        if (!goToClient(clientAt(std::max(GClientes->currentRow(), 0))))
             showClient(0);
         return;
     }
-    if (wanted.idm && m_mostrado.idm != wanted.idm)
+    if (wanted.idm && m_shown.idm != wanted.idm)
         tellLost(false);
 }
 
 // Closing the message makes this the active window once more, which must not begin anew.
-void frmPropietarios::tellLost(bool cliente)
+void frmPropietarios::tellLost(bool client)
 {
-    const QScopedValueRollback busy(m_ocupado, true);
-    m_s.dialogos.Mensaje(m_s(CambioDeIdGlobal)
-                         + (cliente ? u'\n' + m_s(NoEstaElCliente) : QString()));
+    const QScopedValueRollback busy(m_busy, true);
+    m_s.dialogos.Mensaje(m_s(text::SelectionError)
+                         + (client ? u'\n' + m_s(text::ClientNotFound) : QString()));
 }
 
 int frmPropietarios::rowOfClient(int idc) const
 {
-    return m_clientes->BuscarEnGrilla(idc, ColumnaDeCliente::Idc, 0, m_clientes->Filas() - 1);
+    return m_clients->BuscarEnGrilla(idc, ClientColumn::Idc, 0, m_clients->allRows() - 1);
 }
 
 int frmPropietarios::rowOfPatient(int idm) const
 {
-    return m_mascotas->BuscarEnGrilla(idm, ColumnaDePaciente::Idm, 0, m_mascotas->Filas() - 1);
+    return m_patients->BuscarEnGrilla(idm, PatientColumn::Idm, 0, m_patients->allRows() - 1);
 }
 
 // 0 where there is no such row.
-int frmPropietarios::clientAt(int fila) const
+int frmPropietarios::clientAt(int row) const
 {
-    return fila < 0 || fila >= m_clientes->Filas()
+    return row < 0 || row >= m_clients->allRows()
                ? 0
-               : m_clientes->Fila(fila).celdas[ColumnaDeCliente::Idc].toInt();
+               : m_clients->Row(row).cells[ClientColumn::Idc].toInt();
 }
 
-int frmPropietarios::patientAt(int fila) const
+int frmPropietarios::patientAt(int row) const
 {
-    return fila < 0 || fila >= m_mascotas->Filas()
+    return row < 0 || row >= m_patients->allRows()
                ? 0
-               : m_mascotas->Fila(fila).celdas[ColumnaDePaciente::Idm].toInt();
+               : m_patients->Row(row).cells[PatientColumn::Idm].toInt();
 }
 
 bool frmPropietarios::goToClient(int idc, int idm)
@@ -242,7 +222,7 @@ bool frmPropietarios::goToClient(int idc, int idm)
     if (row < 0)
         return false;
     {
-        const QScopedValueRollback busy(m_ocupado, true);
+        const QScopedValueRollback busy(m_busy, true);
         GClientes->Seleccionar(row);
         GClientes->scrollTo(GClientes->currentIndex(), QAbstractItemView::PositionAtCenter);
     }
@@ -250,52 +230,52 @@ bool frmPropietarios::goToClient(int idc, int idm)
     return true;
 }
 
-void frmPropietarios::clientRowChanged(int fila)
+void frmPropietarios::clientRowChanged(int row)
 {
-    if (!m_ocupado && fila >= 0)
-        guarded([this, fila] { showClient(clientAt(fila)); });
+    if (!m_busy && row >= 0)
+        guarded([this, row] { showClient(clientAt(row)); });
 }
 
-void frmPropietarios::patientRowChanged(int fila)
+void frmPropietarios::patientRowChanged(int row)
 {
-    if (!m_ocupado && fila >= 0)
-        guarded([this, fila] { showPatient(patientAt(fila)); });
+    if (!m_busy && row >= 0)
+        guarded([this, row] { showPatient(patientAt(row)); });
 }
 
 void frmPropietarios::showClient(int idc, int idm)
 {
-    m_s.IdGlobal = m_mostrado = {idc, 0};
-    if (const auto client = idc ? LeerCliente(m_s, idc) : std::nullopt)
-        m_cliente->Mostrar(*client);
+    m_s.IdGlobal = m_shown = {idc, 0};
+    if (const auto client = idc ? readClient(m_s, idc) : std::nullopt)
+        m_client->show(*client);
     else
-        m_cliente->Vaciar();
-    GMascotas->PonerVacio(m_s(idc ? SinPacientes : SinCliente));
+        m_client->empty();
+    GMascotas->setEmptyText(m_s(idc ? text::NoPatientsYet : text::ChooseClientToSeePatients));
     showPatients(idc, idm);
 }
 
 void frmPropietarios::showPatients(int idc, int idm)
 {
     {
-        const QScopedValueRollback busy(m_ocupado, true);
-        m_versionDeMascotas = m_s.clientes->Version("mascotas");
-        std::vector<FilaDeGrilla> rows;
+        const QScopedValueRollback busy(m_busy, true);
+        m_patientsVersion = m_s.clientes->version("mascotas");
+        std::vector<ui::GridRow> rows;
         if (idc)
-            for (const FilaDePaciente &p : FilasDePacientes(m_s, idc))
+            for (const PatientRow &p : patientsRows(m_s, idc))
                 rows.push_back(gridRow(m_s, p));
-        m_mascotas->Poner(std::move(rows));
-        if (m_mascotas->Filas())
+        m_patients->set(std::move(rows));
+        if (m_patients->allRows())
             GMascotas->Seleccionar(std::max(0, rowOfPatient(idm)));
     }
-    showPatient(patientAt(GMascotas->FilaActual()));
+    showPatient(patientAt(GMascotas->currentRow()));
 }
 
 void frmPropietarios::showPatient(int idm)
 {
-    m_s.IdGlobal.idm = m_mostrado.idm = idm;
-    if (const auto patient = idm ? LeerPaciente(m_s, idm) : std::nullopt)
-        m_mascota->Mostrar(*patient);
+    m_s.IdGlobal.idm = m_shown.idm = idm;
+    if (const auto patient = idm ? readPatient(m_s, idm) : std::nullopt)
+        m_patient->show(*patient);
     else
-        m_mascota->Vaciar();
+        m_patient->empty();
     arrange();
     informSoon();
 }
@@ -303,18 +283,18 @@ void frmPropietarios::showPatient(int idm)
 // At once for a single step; not before the cursor rests when somebody walks down the list.
 void frmPropietarios::informSoon()
 {
-    const bool walking = m_ultimoPaso.isValid() && m_ultimoPaso.elapsed() < 2 * restMs;
-    m_ultimoPaso.start();
-    m_reposo->start(walking ? restMs : 0);
+    const bool walking = m_lastStep.isValid() && m_lastStep.elapsed() < 2 * RestMs;
+    m_lastStep.start();
+    m_rest->start(walking ? RestMs : 0);
 }
 
 void frmPropietarios::inform()
 {
     guarded([this] {
-        m_cliente->Informar();
-        m_mascota->Informar();
-        m_barra->PonerHospedaje(m_mostrado.idm ? LeerHospedaje(m_s, m_mostrado.idm).estancia
-                                               : Estancia::Hospedar);
+        m_client->report();
+        m_patient->report();
+        m_bar->setBoarding(m_shown.idm ? boarding::readBoarding(m_s, m_shown.idm).stay
+                                       : boarding::Stay::Board);
     });
 }
 
@@ -322,44 +302,43 @@ void frmPropietarios::inform()
 void frmPropietarios::putClientRow(int idc)
 {
     dropClientRow(idc);
-    const QScopedValueRollback busy(m_ocupado, true);
-    if (const auto client = FilaDelCliente(m_s, idc))
-        m_clientes->Insertar(gridRow(m_s, *client), ColumnaDeCliente::Nombre);
+    const QScopedValueRollback busy(m_busy, true);
+    if (const auto client = clientRow(m_s, idc))
+        m_clients->insert(gridRow(m_s, *client), ClientColumn::Name);
 }
 
 void frmPropietarios::dropClientRow(int idc)
 {
-    const QScopedValueRollback busy(m_ocupado, true);
+    const QScopedValueRollback busy(m_busy, true);
     if (const int row = rowOfClient(idc); row >= 0)
-        m_clientes->Quitar(row);
+        m_clients->remove(row);
 }
 
-void frmPropietarios::searchClient(const QString &texto)
+void frmPropietarios::searchClient(const QString &text)
 {
-    if (texto.trimmed().isEmpty())
-        return Ayu->Decir(m_s(BusquedaClienteEnBlanco));
-    const int row = BuscarPropietario(*m_clientes, texto);
+    if (text.trimmed().isEmpty())
+        return Ayu->tell(m_s(text::ClientSearchIsBlank));
+    const int row = findOwner(*m_clients, text);
     if (row < 0)
-        return Ayu->Fallo((m_s(BusquedaNoExitoCliente) + texto).trimmed());
+        return Ayu->faultOf((m_s(text::ClientSearchNotFound) + text).trimmed());
     GClientes->Seleccionar(row);
     // Namesakes stand below.
     GClientes->scrollTo(GClientes->currentIndex(), QAbstractItemView::PositionAtCenter);
-    Ayu->Logro(m_s(BusquedaExitoCliente) + u' '
-               + m_clientes->TextoDeCelda(row, ColumnaDeCliente::Nombre) + u' '
-               + m_s(AyudaDeBusqueda));
+    Ayu->success(m_s(text::ClientSearchFound) + u' ' + m_clients->cellText(row, ClientColumn::Name)
+                 + u' ' + m_s(text::ClientSearchHelp));
 }
 
-void frmPropietarios::searchPatient(const QString &texto)
+void frmPropietarios::searchPatient(const QString &typed)
 {
-    const QString text = texto.trimmed();
+    const QString text = typed.trimmed();
     if (text.isEmpty())
-        return Ayu->Limpiar();
-    const int row = BuscarMascota(*m_mascotas, text);
+        return Ayu->clean();
+    const int row = findPatient(*m_patients, text);
     if (row < 0)
-        return Ayu->Decir(m_s(BusquedaNoExitosaMascotas) + u' ' + text);
+        return Ayu->tell(m_s(text::PatientNotFoundHere) + u' ' + text);
     GMascotas->Seleccionar(row);
-    Ayu->Logro(m_s(BusquedaExitosaMascotas) + u' '
-               + m_mascotas->TextoDeCelda(row, ColumnaDePaciente::Nombre));
+    Ayu->success(m_s(text::PatientFoundHere) + u' '
+                 + m_patients->cellText(row, PatientColumn::Name));
 }
 
 void frmPropietarios::searchAllPatients()
@@ -368,39 +347,40 @@ void frmPropietarios::searchAllPatients()
     if (text.isEmpty())
         return;
     guarded([this, &text] {
-        const std::vector<PacienteHallado> found = BuscarPacientes(m_s, text);
+        const std::vector<FoundPatient> found = findPatients(m_s, text);
         if (found.empty())
-            return Ayu->Fallo(m_s(NingunPaciente) + u' ' + text);
+            return Ayu->faultOf(m_s(text::NoPatientBeginsWith) + u' ' + text);
         size_t chosen = 0;
         if (found.size() > 1) {
-            QList<Opcion> options;
-            for (const PacienteHallado &p : found)
-                options.append({p.mascota + u'\t' + p.propietario, int(options.size()), false});
-            const auto answer = m_s.dialogos.Seleccionar(m_s(ElijaPaciente),
-                                                         {m_s(Mascota), m_s(Propietario)}, options);
+            QList<store::Option> options;
+            for (const FoundPatient &p : found)
+                options.append({p.patient + u'\t' + p.owner, int(options.size()), false});
+            const auto answer = m_s.dialogos.Seleccionar(
+                m_s(text::RegistryChoosePatient), {m_s(text::QuickSearchPatient), m_s(text::Owner)},
+                options);
             if (!answer || answer->isEmpty())
                 return;
-            chosen = size_t(answer->first().valor);
+            chosen = size_t(answer->first().value);
         }
-        const PacienteHallado &p = found[chosen];
+        const FoundPatient &p = found[chosen];
         // Another terminal may have entered the owner since the rows were read.
         if (rowOfClient(p.idc) < 0)
             reload();
         if (goToClient(p.idc, p.idm))
-            Ayu->Logro(m_s(BusquedaExitoCliente) + u' ' + p.mascota + u" · "_s + p.propietario);
+            Ayu->success(m_s(text::ClientSearchFound) + u' ' + p.patient + u" · "_s + p.owner);
     });
 }
 
 // @return whether the key was used up
-bool frmPropietarios::searchKey(QLineEdit *caja, QKeyEvent *tecla)
+bool frmPropietarios::searchKey(QLineEdit *box, QKeyEvent *key)
 {
-    const bool ofClients = caja == Txtapellidob;
-    if ((ofClients ? GClientes : GMascotas)->Recorrer(tecla)) {
+    const bool ofClients = box == Txtapellidob;
+    if ((ofClients ? GClientes : GMascotas)->walk(key)) {
         if (ofClients)
-            Ayu->Decir(m_s(AyudaDeMenu));
+            Ayu->tell(m_s(text::MenuHelp));
         return true;
     }
-    if (tecla->key() != Qt::Key_Return && tecla->key() != Qt::Key_Enter)
+    if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
         return false;
     if (ofClients)
         openMenu();
@@ -411,18 +391,18 @@ bool frmPropietarios::searchKey(QLineEdit *caja, QKeyEvent *tecla)
 
 void frmPropietarios::openMenu()
 {
-    const int row = GClientes->FilaActual();
+    const int row = GClientes->currentRow();
     if (row < 0 || entering())
         return;
-    const QRect cell = GClientes->visualRect(m_clientes->index(row, ColumnaDeCliente::Nombre));
-    m_barra->AbrirMenu(GClientes->viewport()->mapToGlobal(cell.bottomLeft()),
-                       m_clientes->TextoDeCelda(row, ColumnaDeCliente::Nombre));
+    const QRect cell = GClientes->visualRect(m_clients->index(row, ClientColumn::Name));
+    m_bar->openMenu(GClientes->viewport()->mapToGlobal(cell.bottomLeft()),
+                    m_clients->cellText(row, ClientColumn::Name));
 }
 
 bool frmPropietarios::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn && watched == GClientes)
-        Ayu->Decir(m_s(AyudaDeDobleClic));
+        Ayu->tell(m_s(text::DoubleClickHelp));
     if (event->type() == QEvent::KeyPress) {
         auto *key = static_cast<QKeyEvent *>(event);
         const bool plain = !(key->modifiers() & ~Qt::KeypadModifier);
@@ -434,8 +414,8 @@ bool frmPropietarios::eventFilter(QObject *watched, QEvent *event)
             (watched == GClientes ? cmdEliminar : cmdeliminarmas)->click();
             return true;
         }
-        if (plain && m_modoCliente != Modo::Ver && m_cliente->Tecla(watched, *key))
+        if (plain && m_modeClient != Mode::Ver && m_client->Key(watched, *key))
             return true;
     }
-    return FormBase::eventFilter(watched, event);
+    return ui::FormBase::eventFilter(watched, event);
 }

@@ -7,21 +7,33 @@
 
 #include <QElapsedTimer>
 
-class Grilla;
-class LineaDeAyuda;
-class ModeloDeGrilla;
-class PanelDeCliente;
-class PanelDePaciente;
+namespace ui
+{
+
+class Grid;
+class HelpLine;
+class GridModel;
+
+} // namespace ui
+
+namespace clients
+{
+
+class ClientPanel;
+class PatientPanel;
+
+} // namespace clients
+
 class QGridLayout;
 
-class frmPropietarios : public FormBase
+class frmPropietarios : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmPropietarios(Sesion &s, Formularios &formularios, AbrirEnlace abrir = {},
+    frmPropietarios(Sesion &s, ui::FormRegistry &forms, clients::OpenLink open = {},
                     QWidget *parent = nullptr);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
     void reject() override;
 
 protected:
@@ -30,20 +42,20 @@ protected:
 
 private:
     /// A panel shows, takes a new entry or changes the one that it shows.
-    enum class Modo { Ver, Nuevo, Modificar };
+    enum class Mode { Ver, New, Modify };
     /// The buttons below a panel; two of them hold its mode in their captions.
-    struct Botonera {
-        QPushButton *agregar, *nuevo, *modificar, *eliminar;
-        int textoNuevo, textoModificar;
+    struct ButtonRow {
+        QPushButton *add, *newOne, *modify, *erase;
+        int newText, textModify;
     };
 
     // frmpropietarios_layout.cpp
     void build();
-    void buildClients(QGridLayout *lugar);
-    void buildPatients(QGridLayout *lugar);
-    QLayout *buildSearch(int texto, QLineEdit *caja, QPushButton *avanzada);
-    QLayout *buildButtons(const Botonera &botones);
-    QPushButton *button(const QString &nombre, int texto, const QString &dibujo = {});
+    void buildClients(QGridLayout *place);
+    void buildPatients(QGridLayout *place);
+    QLayout *buildSearch(int text, QLineEdit *box, QPushButton *advanced);
+    QLayout *buildButtons(const ButtonRow &buttons);
+    QPushButton *button(const QString &name, int text, const QString &dibujo = {});
     void orderKeys();
 
     void wire();
@@ -52,44 +64,44 @@ private:
     void reload();
     void refresh();
     void synchronize();
-    void tellLost(bool cliente);
+    void tellLost(bool client);
     bool stale();
     void noteVersions();
     bool goToClient(int idc, int idm = 0);
     void showClient(int idc, int idm = 0);
     void showPatients(int idc, int idm);
     void showPatient(int idm);
-    void clientRowChanged(int fila);
-    void patientRowChanged(int fila);
+    void clientRowChanged(int row);
+    void patientRowChanged(int row);
     void informSoon();
     void inform();
     int rowOfClient(int idc) const;
     int rowOfPatient(int idm) const;
-    int clientAt(int fila) const;
-    int patientAt(int fila) const;
+    int clientAt(int row) const;
+    int patientAt(int row) const;
     void putClientRow(int idc);
     void dropClientRow(int idc);
 
     // Searching
-    void searchClient(const QString &texto);
-    void searchPatient(const QString &texto);
+    void searchClient(const QString &text);
+    void searchPatient(const QString &text);
     void searchAllPatients();
-    bool searchKey(QLineEdit *caja, QKeyEvent *tecla);
+    bool searchKey(QLineEdit *box, QKeyEvent *key);
     void openMenu();
 
     // Modes
-    bool entering() const { return m_modoCliente != Modo::Ver || m_modoMascota != Modo::Ver; }
+    bool entering() const { return m_modeClient != Mode::Ver || m_modePatient != Mode::Ver; }
     void arrange();
-    void arrange(const Botonera &botones, Modo modo, bool hayFila);
-    void startClient(Modo modo);
-    void startPatient(Modo modo);
+    void arrange(const ButtonRow &buttons, Mode mode, bool hasRow);
+    void startClient(Mode mode);
+    void startPatient(Mode mode);
     void started();
     void leaveMode();
     bool cancelMode();
-    void leaveFor(Seleccion deseada);
-    void settleMail(const QString &direcciones);
-    void toggleClient(Modo modo);
-    void togglePatient(Modo modo);
+    void leaveFor(store::Selection wanted);
+    void settleMail(const QString &addresses);
+    void toggleClient(Mode mode);
+    void togglePatient(Mode mode);
     void saveClient();
     void savePatient();
     void deleteClient();
@@ -100,26 +112,26 @@ private:
     void keepDraft();
     void offerDraft();
 
-    Formularios &m_formularios;
-    AbrirEnlace m_abrir;
-    Borrador m_borrador;
-    ModeloDeGrilla *m_clientes = nullptr;
-    ModeloDeGrilla *m_mascotas = nullptr;
-    PanelDeCliente *m_cliente = nullptr;
-    PanelDePaciente *m_mascota = nullptr;
-    BarraDeAccesos *m_barra = nullptr;
-    QTimer *m_reposo = nullptr; // the cursor has come to rest
-    QTimer *m_pausa = nullptr;  // nobody has typed for a while
-    QElapsedTimer m_ultimoPaso;
-    QVariantMap m_alEmpezar; // what stood in the boxes when the mode began
-    Seleccion m_mostrado;
-    Modo m_modoCliente = Modo::Ver, m_modoMascota = Modo::Ver;
-    qint64 m_version = 0, m_versionDeMascotas = 0; // of the tables when they were read
-    bool m_cargado = false;
-    bool m_ocupado = false; // rows change by this form's own doing
-    Botonera m_deCliente{}, m_dePaciente{};
+    ui::FormRegistry &m_forms;
+    clients::OpenLink m_open;
+    ui::Draft m_draft;
+    ui::GridModel *m_clients = nullptr;
+    ui::GridModel *m_patients = nullptr;
+    clients::ClientPanel *m_client = nullptr;
+    clients::PatientPanel *m_patient = nullptr;
+    clients::AccessesBar *m_bar = nullptr;
+    QTimer *m_rest = nullptr;  // the cursor has come to rest
+    QTimer *m_pause = nullptr; // nobody has typed for a while
+    QElapsedTimer m_lastStep;
+    QVariantMap m_toBegin; // what stood in the boxes when the mode began
+    store::Selection m_shown;
+    Mode m_modeClient = Mode::Ver, m_modePatient = Mode::Ver;
+    qint64 m_version = 0, m_patientsVersion = 0; // of the tables when they were read
+    bool m_loaded = false;
+    bool m_busy = false; // rows change by this form's own doing
+    ButtonRow m_clientButtons{}, m_patientButtons{};
 
-    Grilla *GClientes = nullptr, *GMascotas = nullptr;
+    ui::Grid *GClientes = nullptr, *GMascotas = nullptr;
     QLineEdit *Txtapellidob = nullptr, *txtmascotab = nullptr;
     QPushButton *cmdBuscarCliente = nullptr, *cmdBuscarPaciente = nullptr;
     QPushButton *cmdNuevo = nullptr, *cmdagregar = nullptr, *cmdmodificar = nullptr,
@@ -127,5 +139,5 @@ private:
     QPushButton *cmdnuevomas = nullptr, *cmdagregarmas = nullptr, *cmdmodificarmas = nullptr,
                 *cmdeliminarmas = nullptr;
     QPushButton *cmdvolver = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };

@@ -3,6 +3,8 @@
 #include "clients/frmpropietarios_fields.h"
 #include "clients/mail_domains.h"
 #include "clients/panels.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
@@ -15,82 +17,55 @@
 #include <QPlainTextEdit>
 #include <QStyle>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Correo = 16,
-    Si = 27,
-    No = 28,
-    Nombre = 2201,
-    NoPuedeSerUnNumero = 2252,
-    Encontrado = 2253,
-    Direccion = 9486,
-    Localidad = 9487,
-    Region = 9488,
-    CodigoPostal = 9489,
-    CodigoDeArea = 9490,
-    Telefono = 9491,
-    Movil = 9492,
-    Origen = 9493,
-    ComoNosConocio = 9494,
-    Ingreso = 9495,
-    Notas = 9496,
-    UltimaVisita = 9497,
-    Debe = 9498,
-    Informacion = 9499,
-    Numero = 9514,
-    Copiar = 9520,
-    Copiado = 9521,
-    EscribirCorreo = 9522,
-};
+constexpr int ClientFactsWidth = 188;
 
-constexpr int factsWidth = 188;
-
-QList<Opcion> options(const std::vector<Entrada> &entradas)
+QList<store::Option> options(const std::vector<Entry> &entries)
 {
-    QList<Opcion> opciones;
-    for (const Entrada &e : entradas)
-        opciones.append({e.nom, e.id, false});
-    return opciones;
+    QList<store::Option> options;
+    for (const Entry &e : entries)
+        options.append({e.nom, e.id, false});
+    return options;
 }
 
 } // namespace
 
-PanelDeCliente::PanelDeCliente(Sesion &s, Atar::Guardia guardia, LineaDeAyuda *ayuda,
-                               QWidget *parent)
-    : QWidget(parent), m_s(s), m_guardia(std::move(guardia)), m_ayuda(ayuda)
+ClientPanel::ClientPanel(Sesion &s, ui::bind::Guard guard, ui::HelpLine *help, QWidget *parent)
+    : QWidget(parent), m_s(s), m_guard(std::move(guard)), m_help(help)
 {
     build();
     wire();
-    Vaciar();
-    Abrir(false);
+    empty();
+    open(false);
 }
 
-void PanelDeCliente::build()
+void ClientPanel::build()
 {
-    const auto column = [this](const char *columna, const QString &nombre, int texto) {
-        return CajaDeColumna(m_s, "clientes", columna, nombre, m_s(texto));
+    const auto column = [this](const char *field, const QString &name, int text) {
+        return columnBox(m_s, "clientes", field, name, m_s(text));
     };
-    txtidc = named(new QLineEdit, u"txtidc"_s, m_s(Numero));
+    txtidc = named(new QLineEdit, u"txtidc"_s, m_s(text::RegistryClientNumber));
     txtidc->setReadOnly(true);
     txtidc->setFocusPolicy(Qt::ClickFocus);
-    txtayn = column("ayn", u"txtayn"_s, Nombre);
-    txtdir = column("dir", u"txtdir"_s, Direccion);
-    cmbloc = named(new ListaConCompletado, u"cmbloc"_s, m_s(Localidad));
-    cmbdep = named(new ListaConCompletado, u"cmbdep"_s, m_s(Region));
-    cmbloc->lineEdit()->setMaxLength(m_s.clientes->Ancho("cllocalidad", "nom"));
-    cmbdep->lineEdit()->setMaxLength(m_s.clientes->Ancho("cldepartamento", "nom"));
-    txtcodp = column("codp2", u"txtcodp"_s, CodigoPostal);
-    txtcodt = column("codt2", u"txtcodt"_s, CodigoDeArea);
-    txttel = column("tel2", u"txttel"_s, Telefono);
-    txttelc = column("telc2", u"txttelc"_s, Movil);
-    txtemail = column("email", u"txtemail"_s, Correo);
-    cmbmark = named(new QComboBox, u"cmbmark"_s, m_s(ComoNosConocio));
-    cmbmark->setToolTip(m_s(ComoNosConocio));
-    txtobs = CajaDeNotas(m_s, u"txtobs"_s, m_s(Notas));
+    txtayn = column("ayn", u"txtayn"_s, text::Name);
+    txtdir = column("dir", u"txtdir"_s, text::Address);
+    cmbloc = named(new ui::ListWithCompleted, u"cmbloc"_s, m_s(text::RegistryClientSubregion));
+    cmbdep = named(new ui::ListWithCompleted, u"cmbdep"_s, m_s(text::Region));
+    cmbloc->lineEdit()->setMaxLength(m_s.clientes->widthOf("cllocalidad", "nom"));
+    cmbdep->lineEdit()->setMaxLength(m_s.clientes->widthOf("cldepartamento", "nom"));
+    txtcodp = column("codp2", u"txtcodp"_s, text::RegistryPostalCode);
+    txtcodt = column("codt2", u"txtcodt"_s, text::RegistryClientAreaCode);
+    txttel = column("tel2", u"txttel"_s, text::RegistryClientTelephone);
+    txttelc = column("telc2", u"txttelc"_s, text::RegistryClientMobile);
+    txtemail = column("email", u"txtemail"_s, text::Email);
+    cmbmark = named(new QComboBox, u"cmbmark"_s, m_s(text::HowTheyFoundUs));
+    cmbmark->setToolTip(m_s(text::HowTheyFoundUs));
+    txtobs = notesBox(m_s, u"txtobs"_s, m_s(text::Notes));
     for (QComboBox *list :
          {static_cast<QComboBox *>(cmbloc), static_cast<QComboBox *>(cmbdep), cmbmark}) {
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -98,35 +73,35 @@ void PanelDeCliente::build()
     }
 
     auto *boxes = new QWidget;
-    auto *grid = new RejillaDeCampos(boxes);
-    grid->Fila(m_s(Nombre), txtayn, txtidc);
-    grid->Fila(m_s(Direccion), txtdir);
-    grid->Fila(m_s(Localidad), cmbloc, m_s(Region), cmbdep);
-    grid->Fila(m_s(CodigoPostal), txtcodp, m_s(CodigoDeArea), txtcodt);
-    grid->Fila(m_s(Telefono), txttel, m_s(Movil), txttelc);
-    grid->Fila(m_s(Correo), txtemail);
-    grid->Fila(m_s(Origen), cmbmark);
-    grid->Fila(m_s(Notas), txtobs);
+    auto *grid = new FieldGrid(boxes);
+    grid->Row(m_s(text::Name), txtayn, txtidc);
+    grid->Row(m_s(text::Address), txtdir);
+    grid->Row(m_s(text::RegistryClientSubregion), cmbloc, m_s(text::Region), cmbdep);
+    grid->Row(m_s(text::RegistryPostalCode), txtcodp, m_s(text::RegistryClientAreaCode), txtcodt);
+    grid->Row(m_s(text::RegistryClientTelephone), txttel, m_s(text::RegistryClientMobile), txttelc);
+    grid->Row(m_s(text::Email), txtemail);
+    grid->Row(m_s(text::RegistryClientOrigin), cmbmark);
+    grid->Row(m_s(text::Notes), txtobs);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->setSpacing(Espacio::M);
+    row->setSpacing(ui::space::M);
     row->addWidget(boxes, 1);
     row->addWidget(buildFacts());
 }
 
-QWidget *PanelDeCliente::buildFacts()
+QWidget *ClientPanel::buildFacts()
 {
-    txtfeci = named(new QLabel, u"txtfeci"_s, m_s(Ingreso));
-    txtUVisita = named(new QLabel, u"txtUVisita"_s, m_s(UltimaVisita));
-    txtdebe = named(new QLabel, u"txtdebe"_s, m_s(Debe));
-    txtinfoCliente = CajaDeInformacion(u"txtinfoCliente"_s, m_s(Informacion));
+    txtfeci = named(new QLabel, u"txtfeci"_s, m_s(text::ClientEntered));
+    txtUVisita = named(new QLabel, u"txtUVisita"_s, m_s(text::LastVisit));
+    txtdebe = named(new QLabel, u"txtdebe"_s, m_s(text::RegistryClientOwes));
+    txtinfoCliente = informationBox(u"txtinfoCliente"_s, m_s(text::RegistryClientInformation));
 
     auto *facts = new QWidget;
-    facts->setFixedWidth(factsWidth);
+    facts->setFixedWidth(ClientFactsWidth);
     auto *column = new QVBoxLayout(facts);
     column->setContentsMargins({});
-    column->setSpacing(Espacio::S);
+    column->setSpacing(ui::space::S);
     for (QLabel *label : {txtfeci, txtUVisita, txtdebe}) {
         label->setTextFormat(Qt::PlainText);
         column->addWidget(label);
@@ -135,115 +110,117 @@ QWidget *PanelDeCliente::buildFacts()
     return facts;
 }
 
-void PanelDeCliente::wire()
+void ClientPanel::wire()
 {
-    connect(cmbloc, &ListaConCompletado::tecleado, this, &PanelDeCliente::completeSubregion);
-    connect(cmbdep, &ListaConCompletado::tecleado, this, &PanelDeCliente::completeRegion);
-    connect(cmbloc, &ListaConCompletado::elegido, this, &PanelDeCliente::chooseSubregion);
-    connect(cmbdep, &ListaConCompletado::elegido, this, &PanelDeCliente::takeRegion);
-    connect(cmbloc, &ListaConCompletado::vaciado, this, [this] {
-        m_traida.reset();
+    connect(cmbloc, &ui::ListWithCompleted::typed, this, &ClientPanel::completeSubregion);
+    connect(cmbdep, &ui::ListWithCompleted::typed, this, &ClientPanel::completeRegion);
+    connect(cmbloc, &ui::ListWithCompleted::chosen, this, &ClientPanel::chooseSubregion);
+    connect(cmbdep, &ui::ListWithCompleted::chosen, this, &ClientPanel::takeRegion);
+    connect(cmbloc, &ui::ListWithCompleted::emptied, this, [this] {
+        m_brought.reset();
         txtcodp->clear();
         cmbdep->clearEditText();
         txtcodt->clear();
-        m_ayuda->Limpiar();
+        m_help->clean();
     });
-    connect(cmbdep, &ListaConCompletado::vaciado, this, [this] {
+    connect(cmbdep, &ui::ListWithCompleted::emptied, this, [this] {
         txtcodt->clear();
-        m_ayuda->Limpiar();
+        m_help->clean();
     });
-    connect(txtemail, &QLineEdit::textEdited, this, &PanelDeCliente::completeMail);
+    connect(txtemail, &QLineEdit::textEdited, this, &ClientPanel::completeMail);
 
     addCopy(txttel, u"accCopiarTel"_s);
     addCopy(txttelc, u"accCopiarCel"_s);
     addCopy(txtemail, u"accCopiarCorreo"_s);
-    QAction *write = txtemail->addAction(Icono(u"correo"_s), QLineEdit::TrailingPosition);
+    QAction *write = txtemail->addAction(ui::namedIcon(u"correo"_s), QLineEdit::TrailingPosition);
     write->setObjectName(u"accEscribirCorreo"_s);
-    write->setToolTip(m_s(EscribirCorreo));
-    connect(write, &QAction::triggered, this, [this] { Q_EMIT escribirCorreo(txtemail->text()); });
-    m_copias.append(write);
+    write->setToolTip(m_s(text::WriteMailTip));
+    connect(write, &QAction::triggered, this, [this] { Q_EMIT writeMail(txtemail->text()); });
+    m_copies.append(write);
 
-    AlCambiar(Cadena(), this, [this] { Q_EMIT tocado(); });
+    onChange(chainOf(), this, [this] { Q_EMIT touched(); });
 }
 
-void PanelDeCliente::addCopy(QLineEdit *caja, const QString &nombre)
+void ClientPanel::addCopy(QLineEdit *box, const QString &name)
 {
-    QAction *copy = caja->addAction(Icono(u"copiar"_s), QLineEdit::TrailingPosition);
-    copy->setObjectName(nombre);
-    copy->setToolTip(m_s(Copiar));
-    connect(copy, &QAction::triggered, this, [this, caja] {
-        QGuiApplication::clipboard()->setText(caja->text());
-        m_ayuda->Logro(m_s(Copiado) + u' ' + caja->text());
+    QAction *copy = box->addAction(ui::namedIcon(u"copiar"_s), QLineEdit::TrailingPosition);
+    copy->setObjectName(name);
+    copy->setToolTip(m_s(text::RegistryClientCopy));
+    connect(copy, &QAction::triggered, this, [this, box] {
+        QGuiApplication::clipboard()->setText(box->text());
+        m_help->success(m_s(text::RegistryClientCopied) + u' ' + box->text());
     });
-    m_copias.append(copy);
+    m_copies.append(copy);
 }
 
-void PanelDeCliente::CargarListas()
+void ClientPanel::loadLists()
 {
-    cmbloc->Cargar(options(CargarLista(m_s, Lista::Subregion)));
-    cmbdep->Cargar(options(CargarLista(m_s, Lista::Region)));
+    cmbloc->load(options(loadList(m_s, List::Subregion)));
+    cmbdep->load(options(loadList(m_s, List::Region)));
     const QVariant chosen = cmbmark->currentData();
     cmbmark->clear();
     cmbmark->addItem(QString(), 0);
-    for (const Entrada &e : CargarLista(m_s, Lista::Marketing))
+    for (const Entry &e : loadList(m_s, List::Marketing))
         cmbmark->addItem(e.nom, e.id);
     cmbmark->setCurrentIndex(std::max(0, cmbmark->findData(chosen)));
 }
 
-void PanelDeCliente::Mostrar(const FichaDeCliente &ficha)
+void ClientPanel::show(const ClientRecord &record)
 {
-    m_ficha = ficha;
-    m_correoTecleado = ficha.email;
-    m_traida.reset();
-    txtidc->setText(ficha.idc ? QString::number(ficha.idc).rightJustified(5, u'0') : QString());
+    m_record = record;
+    m_typedMail = record.email;
+    m_brought.reset();
+    txtidc->setText(record.idc ? QString::number(record.idc).rightJustified(5, u'0') : QString());
     const std::pair<QLineEdit *, const QString &> texts[] = {
-        {txtayn, ficha.ayn},    {txtdir, ficha.dir},  {txtcodp, ficha.codp2},
-        {txtcodt, ficha.codt2}, {txttel, ficha.tel2}, {txttelc, ficha.telc2},
-        {txtemail, ficha.email}};
+        {txtayn, record.ayn},    {txtdir, record.dir},  {txtcodp, record.codp2},
+        {txtcodt, record.codt2}, {txttel, record.tel2}, {txttelc, record.telc2},
+        {txtemail, record.email}};
     for (const auto &[box, text] : texts) {
         box->setText(text);
         box->setCursorPosition(0);
     }
-    cmbloc->setEditText(ficha.subregion);
-    cmbdep->setEditText(ficha.region);
-    cmbmark->setCurrentIndex(std::max(0, cmbmark->findData(ficha.mark)));
-    txtobs->setPlainText(ficha.obs);
-    for (QAction *action : std::as_const(m_copias))
+    cmbloc->setEditText(record.subregion);
+    cmbdep->setEditText(record.region);
+    cmbmark->setCurrentIndex(std::max(0, cmbmark->findData(record.mark)));
+    txtobs->setPlainText(record.obs);
+    for (QAction *action : std::as_const(m_copies))
         action->setVisible(!qobject_cast<QLineEdit *>(action->parent())->text().isEmpty());
 
     const auto fact = [this](QLabel *label, int caption, QDate day) {
-        label->setText(day.isValid() ? m_s(caption) + u": "_s + TextoDeDia(day) : QString());
+        label->setText(day.isValid() ? m_s(caption) + u": "_s + store::dayText(day) : QString());
     };
-    fact(txtfeci, Ingreso, ficha.feci);
-    fact(txtUVisita, UltimaVisita, ficha.fecu);
-    txtdebe->setText(ficha.idc ? m_s(Debe) + u": "_s + m_s(ficha.deuda ? Si : No) : QString());
-    if (const QString look = ficha.deuda ? u"falla"_s : QString();
+    fact(txtfeci, text::ClientEntered, record.feci);
+    fact(txtUVisita, text::LastVisit, record.fecu);
+    txtdebe->setText(record.idc ? m_s(text::RegistryClientOwes) + u": "_s
+                                      + m_s(record.deuda ? text::Yes : text::No)
+                                : QString());
+    if (const QString look = record.deuda ? u"falla"_s : QString();
         txtdebe->property("clase").toString() != look) {
         txtdebe->setProperty("clase", look);
         txtdebe->style()->unpolish(txtdebe);
         txtdebe->style()->polish(txtdebe);
     }
     txtinfoCliente->clear();
-    MostrarPrincipios(this);
+    showBeginnings(this);
 }
 
-void PanelDeCliente::Vaciar(int id)
+void ClientPanel::empty(int id)
 {
-    Mostrar({});
+    show({});
     if (id)
         txtidc->setText(QString::number(id).rightJustified(5, u'0'));
 }
 
-void PanelDeCliente::Informar()
+void ClientPanel::report()
 {
-    txtinfoCliente->setPlainText(m_ficha.idc ? InformacionDeCliente(m_s, m_ficha.idc) : QString());
+    txtinfoCliente->setPlainText(m_record.idc ? clientInformation(m_s, m_record.idc) : QString());
 }
 
-void PanelDeCliente::Abrir(bool abierto) { AbrirCampos(Cadena(), abierto); }
+void ClientPanel::open(bool open) { clients::openFields(chainOf(), open); }
 
-FichaDeCliente PanelDeCliente::Ficha() const
+ClientRecord ClientPanel::recordOf() const
 {
-    FichaDeCliente f = m_ficha;
+    ClientRecord f = m_record;
     f.ayn = txtayn->text();
     f.dir = txtdir->text();
     f.subregion = cmbloc->currentText();
@@ -258,45 +235,45 @@ FichaDeCliente PanelDeCliente::Ficha() const
     return f;
 }
 
-QVariantMap PanelDeCliente::Campos() const { return LeerCampos(Cadena()); }
+QVariantMap ClientPanel::fieldsOf() const { return clients::leerCampos(chainOf()); }
 
-void PanelDeCliente::PonerCampos(const QVariantMap &valores) { ::PonerCampos(Cadena(), valores); }
+void ClientPanel::setFields(const QVariantMap &values) { ::setFields(chainOf(), values); }
 
-void PanelDeCliente::Enfocar(Campo campo)
+void ClientPanel::focus(Field field)
 {
     QWidget *box = txtayn;
-    if (campo == Campo::Region)
+    if (field == Field::Region)
         box = cmbdep;
-    else if (campo == Campo::Subregion)
+    else if (field == Field::Subregion)
         box = cmbloc;
     box->setFocus(Qt::TabFocusReason);
 }
 
-QList<QWidget *> PanelDeCliente::Cadena() const
+QList<QWidget *> ClientPanel::chainOf() const
 {
     return {txtayn, txtdir,  cmbloc,   cmbdep,  txtcodp, txtcodt,
             txttel, txttelc, txtemail, cmbmark, txtobs};
 }
 
-bool PanelDeCliente::Tecla(QObject *caja, const QKeyEvent &tecla)
+bool ClientPanel::Key(QObject *box, const QKeyEvent &key)
 {
-    const bool enter = tecla.key() == Qt::Key_Return || tecla.key() == Qt::Key_Enter;
-    if (caja == cmbloc && enter)
+    const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (box == cmbloc && enter)
         return leaveSubregion();
-    if (caja != txtemail)
+    if (box != txtemail)
         return false;
     if (enter)
-        Q_EMIT correoEscrito(txtemail->text());
-    else if (tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_Up)
-        walkDomains(tecla.key() == Qt::Key_Down ? 1 : -1);
-    return tecla.key() == Qt::Key_Down || tecla.key() == Qt::Key_Up;
+        Q_EMIT writtenMail(txtemail->text());
+    else if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Up)
+        walkDomains(key.key() == Qt::Key_Down ? 1 : -1);
+    return key.key() == Qt::Key_Down || key.key() == Qt::Key_Up;
 }
 
 // A known sub-region brings its region along, so ENTER passes that by.
-bool PanelDeCliente::leaveSubregion()
+bool ClientPanel::leaveSubregion()
 {
-    if (SinLetras(cmbloc->currentText())) {
-        m_s.dialogos.Mensaje(m_s(NoPuedeSerUnNumero));
+    if (withoutLetters(cmbloc->currentText())) {
+        m_s.dialogos.Mensaje(m_s(text::SubregionIsNumber));
         cmbloc->setFocus();
         return true;
     }
@@ -307,106 +284,106 @@ bool PanelDeCliente::leaveSubregion()
     return true;
 }
 
-void PanelDeCliente::completeSubregion(const QString &texto)
+void ClientPanel::completeSubregion(const QString &text)
 {
-    m_guardia([this, &texto] {
-        const Completado found = Completar(m_s, Lista::Subregion, texto);
-        if (found.hallada) {
-            cmbloc->Proponer(found.hallada->id, found.hallada->nom);
-            takeSubregion(*found.hallada);
+    m_guard([this, &text] {
+        const Completed found = complete(m_s, List::Subregion, text);
+        if (found.found) {
+            cmbloc->propose(found.found->id, found.found->nom);
+            takeSubregion(*found.found);
         } else {
             dropSubregion();
         }
-        m_ayuda->Decir(AvisoDeCompletado(m_s, Lista::Subregion, found));
+        m_help->tell(completedNotice(m_s, List::Subregion, found));
     });
 }
 
-void PanelDeCliente::completeRegion(const QString &texto)
+void ClientPanel::completeRegion(const QString &text)
 {
-    m_guardia([this, &texto] {
-        const Completado found = Completar(m_s, Lista::Region, texto);
-        if (found.hallada) {
-            cmbdep->Proponer(found.hallada->id, found.hallada->nom);
-            txtcodt->setText(found.hallada->codigo);
+    m_guard([this, &text] {
+        const Completed found = complete(m_s, List::Region, text);
+        if (found.found) {
+            cmbdep->propose(found.found->id, found.found->nom);
+            txtcodt->setText(found.found->code);
         } else {
             txtcodt->clear();
         }
-        m_ayuda->Decir(AvisoDeCompletado(m_s, Lista::Region, found));
+        m_help->tell(completedNotice(m_s, List::Region, found));
     });
 }
 
-void PanelDeCliente::chooseSubregion(int id)
+void ClientPanel::chooseSubregion(int id)
 {
-    m_guardia([this, id] {
-        if (const auto entry = EntradaPorId(m_s, Lista::Subregion, id))
+    m_guard([this, id] {
+        if (const auto entry = entryById(m_s, List::Subregion, id))
             takeSubregion(*entry);
-        m_ayuda->Decir(m_s(Encontrado));
+        m_help->tell(m_s(text::EntryFound));
     });
 }
 
-void PanelDeCliente::takeSubregion(const Entrada &entrada)
+void ClientPanel::takeSubregion(const Entry &entry)
 {
     // A region that came with the offer before goes with it.
-    if (!entrada.padre)
+    if (!entry.parent)
         dropSubregion();
-    m_traida = entrada;
-    txtcodp->setText(entrada.codigo);
-    if (entrada.padre && entrada.padre != cmbdep->Id()) {
-        cmbdep->SeleccionarItem(entrada.padre);
-        if (const auto region = PadreDe(m_s, Lista::Subregion, entrada))
-            txtcodt->setText(region->codigo);
+    m_brought = entry;
+    txtcodp->setText(entry.code);
+    if (entry.parent && entry.parent != cmbdep->Id()) {
+        cmbdep->SeleccionarItem(entry.parent);
+        if (const auto region = parentOf(m_s, List::Subregion, entry))
+            txtcodt->setText(region->code);
     }
 }
 
 // The letters went on to another name: what came with the entry goes, unless it was typed over.
-void PanelDeCliente::dropSubregion()
+void ClientPanel::dropSubregion()
 {
-    const auto brought = std::exchange(m_traida, std::nullopt);
+    const auto brought = std::exchange(m_brought, std::nullopt);
     if (!brought)
         return;
-    if (txtcodp->text() == brought->codigo)
+    if (txtcodp->text() == brought->code)
         txtcodp->clear();
-    if (brought->padre && brought->padre == cmbdep->Id()) {
+    if (brought->parent && brought->parent == cmbdep->Id()) {
         cmbdep->clearEditText();
         txtcodt->clear();
     }
 }
 
-void PanelDeCliente::takeRegion(int id)
+void ClientPanel::takeRegion(int id)
 {
-    m_guardia([this, id] {
-        if (const auto region = EntradaPorId(m_s, Lista::Region, id))
-            txtcodt->setText(region->codigo);
-        m_ayuda->Decir(m_s(Encontrado));
+    m_guard([this, id] {
+        if (const auto region = entryById(m_s, List::Region, id))
+            txtcodt->setText(region->code);
+        m_help->tell(m_s(text::EntryFound));
     });
 }
 
-void PanelDeCliente::completeMail(const QString &texto)
+void ClientPanel::completeMail(const QString &text)
 {
-    const bool grew = texto.size() > m_correoTecleado.size();
-    m_correoTecleado = texto;
-    if (!grew || txtemail->cursorPosition() != texto.size())
+    const bool grew = text.size() > m_typedMail.size();
+    m_typedMail = text;
+    if (!grew || txtemail->cursorPosition() != text.size())
         return;
-    m_guardia([this, &texto] {
-        const QString domain = CompletarDominio(m_s, texto);
-        const qsizetype typed = DominioDe(texto).size();
+    m_guard([this, &text] {
+        const QString domain = completeDomain(m_s, text);
+        const qsizetype typed = domainOf(text).size();
         if (domain.size() <= typed)
             return;
-        txtemail->setText(texto + domain.mid(typed));
+        txtemail->setText(text + domain.mid(typed));
         txtemail->setSelection(int(txtemail->text().size()), int(typed - domain.size()));
     });
 }
 
-void PanelDeCliente::walkDomains(int paso)
+void ClientPanel::walkDomains(int step)
 {
-    m_guardia([this, paso] {
-        const QStringList known = DominiosConocidos(m_s);
+    m_guard([this, step] {
+        const QStringList known = knownDomains(m_s);
         const QString text = txtemail->text();
         const qsizetype at = text.lastIndexOf(u'@');
         if (known.isEmpty() || at < 0 || txtemail->isReadOnly())
             return;
         const qsizetype now = known.indexOf(text.mid(at + 1));
-        const qsizetype next = now < 0 ? 0 : (now + paso + known.size()) % known.size();
+        const qsizetype next = now < 0 ? 0 : (now + step + known.size()) % known.size();
         txtemail->setText(text.left(at + 1) + known[next]);
         txtemail->setSelection(int(txtemail->text().size()), -int(known[next].size()));
     });

@@ -6,73 +6,83 @@
 #include "ui/bound.h"
 #include "ui/form_base.h"
 
-class LineaDeAyuda;
-class ListaConCompletado;
+namespace ui
+{
+
+class HelpLine;
+class ListWithCompleted;
+
+} // namespace ui
+
 class QAction;
 class QComboBox;
 class QPlainTextEdit;
 
-class PanelDeCliente : public QWidget
+namespace clients
+{
+
+class ClientPanel : public QWidget
 {
     Q_OBJECT
 public:
-    /// @param guardia runs what can fail, for the form that the panel stands on
-    PanelDeCliente(Sesion &s, Atar::Guardia guardia, LineaDeAyuda *ayuda,
-                   QWidget *parent = nullptr);
+    /// @param guard runs what can fail, for the form that the panel stands on
+    ClientPanel(Sesion &s, ui::bind::Guard guard, ui::HelpLine *help, QWidget *parent = nullptr);
 
     /// Reads the lists behind the boxes; needed again after one of them grew.
-    void CargarListas();
-    void Mostrar(const FichaDeCliente &ficha);
+    void loadLists();
+    void show(const ClientRecord &record);
     /// Empty boxes, with the id that a new client would get, or 0 for none.
-    void Vaciar(int id = 0);
+    void empty(int id = 0);
     /// What is told beside the boxes; apart, because it takes several queries.
-    void Informar();
-    void Abrir(bool abierto);
+    void report();
+    void open(bool open);
 
     /// What was shown, with what the boxes say now.
-    FichaDeCliente Ficha() const;
-    QVariantMap Campos() const;
-    void PonerCampos(const QVariantMap &valores);
-    void Enfocar(Campo campo);
+    ClientRecord recordOf() const;
+    QVariantMap fieldsOf() const;
+    void setFields(const QVariantMap &values);
+    void focus(Field field);
     /// The boxes in the order of ENTER.
-    QList<QWidget *> Cadena() const;
+    QList<QWidget *> chainOf() const;
     /// A key in one of the boxes that is more than typing. @return whether it was used up
-    bool Tecla(QObject *caja, const QKeyEvent &tecla);
+    bool Key(QObject *box, const QKeyEvent &key);
 
 Q_SIGNALS:
-    void tocado();
+    void touched();
     /// The user has typed these addresses and goes on.
-    void correoEscrito(const QString &direcciones);
+    void writtenMail(const QString &addresses);
     /// The user wants to write to these addresses.
-    void escribirCorreo(const QString &direcciones);
+    void writeMail(const QString &addresses);
 
 private:
     void build();
     QWidget *buildFacts();
     void wire();
-    void addCopy(QLineEdit *caja, const QString &nombre);
+    void addCopy(QLineEdit *box, const QString &name);
 
-    void completeSubregion(const QString &texto);
-    void completeRegion(const QString &texto);
+    void completeSubregion(const QString &text);
+    void completeRegion(const QString &text);
     void chooseSubregion(int id);
-    void takeSubregion(const Entrada &entrada);
+    void takeSubregion(const Entry &entry);
     void dropSubregion();
     void takeRegion(int id);
-    void completeMail(const QString &texto);
-    void walkDomains(int paso);
+    void completeMail(const QString &text);
+    void walkDomains(int step);
     bool leaveSubregion();
 
     Sesion &m_s;
-    Atar::Guardia m_guardia;
-    LineaDeAyuda *m_ayuda;
-    FichaDeCliente m_ficha;
-    QString m_correoTecleado;        // without what completion put behind it
-    std::optional<Entrada> m_traida; // the sub-region that filled the dependent boxes
-    QList<QAction *> m_copias;
+    ui::bind::Guard m_guard;
+    ui::HelpLine *m_help;
+    ClientRecord m_record;
+    QString m_typedMail;            // without what completion put behind it
+    std::optional<Entry> m_brought; // the sub-region that filled the dependent boxes
+    QList<QAction *> m_copies;
 
     QLineEdit *txtidc, *txtayn, *txtdir, *txtcodp, *txtcodt, *txttel, *txttelc, *txtemail;
-    ListaConCompletado *cmbloc, *cmbdep;
+    ui::ListWithCompleted *cmbloc, *cmbdep;
     QComboBox *cmbmark;
     QPlainTextEdit *txtobs, *txtinfoCliente;
     QLabel *txtfeci, *txtUVisita, *txtdebe;
 };
+
+} // namespace clients

@@ -1,5 +1,6 @@
 #include "clients/frmpropietarios_fields.h"
 
+#include "texts/clients.h"
 #include "ui/theme.h"
 
 #include <QCheckBox>
@@ -9,155 +10,154 @@
 #include <QShortcut>
 #include <QStyle>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { Renglones = 9528 };
-
-constexpr int columns = 4; // caption, box, caption, box
-constexpr int codeWidth = 68;
+constexpr int Columns = 4; // caption, box, caption, box
+constexpr int CodeWidth = 68;
 const QString titleKey = u"teclaDelTitulo"_s;
 
 } // namespace
 
-RejillaDeCampos::RejillaDeCampos(QWidget *dueno) : QGridLayout(dueno)
+FieldGrid::FieldGrid(QWidget *owner) : QGridLayout(owner)
 {
     setContentsMargins({});
-    setHorizontalSpacing(Espacio::S);
-    setVerticalSpacing(Espacio::XS + 1);
+    setHorizontalSpacing(ui::space::S);
+    setVerticalSpacing(ui::space::XS + 1);
     for (const int boxColumn : {1, 3})
         setColumnStretch(boxColumn, 1);
 }
 
-QLabel *RejillaDeCampos::caption(const QString &titulo, QWidget *caja)
+QLabel *FieldGrid::caption(const QString &title, QWidget *box)
 {
-    auto *label = new QLabel(titulo);
+    auto *label = new QLabel(title);
     label->setProperty("clase", u"suave"_s);
-    label->setBuddy(caja);
+    label->setBuddy(box);
     return label;
 }
 
-void RejillaDeCampos::Fila(const QString &titulo, QWidget *caja, QWidget *codigo)
+void FieldGrid::Row(const QString &title, QWidget *box, QWidget *code)
 {
     const int row = rowCount();
-    const bool tall = qobject_cast<QPlainTextEdit *>(caja);
-    addWidget(caption(titulo, caja), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
-    if (codigo) {
+    const bool tall = qobject_cast<QPlainTextEdit *>(box);
+    addWidget(caption(title, box), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
+    if (code) {
         auto *line = new QHBoxLayout;
-        line->setSpacing(Espacio::S);
-        line->addWidget(caja, 1);
-        line->addWidget(codigo);
-        codigo->setFixedWidth(codeWidth);
-        addLayout(line, row, 1, 1, columns - 1);
+        line->setSpacing(ui::space::S);
+        line->addWidget(box, 1);
+        line->addWidget(code);
+        code->setFixedWidth(CodeWidth);
+        addLayout(line, row, 1, 1, Columns - 1);
     } else {
-        addWidget(caja, row, 1, 1, columns - 1);
+        addWidget(box, row, 1, 1, Columns - 1);
     }
     if (tall)
         setRowStretch(row, 1);
 }
 
-void RejillaDeCampos::Fila(const QString &titulo, QWidget *caja, const QString &titulo2,
-                           QWidget *caja2)
+void FieldGrid::Row(const QString &title, QWidget *box, const QString &title2, QWidget *box2)
 {
     const int row = rowCount();
-    addWidget(caption(titulo, caja), row, 0);
-    addWidget(caja, row, 1);
-    addWidget(caption(titulo2, caja2), row, 2);
-    addWidget(caja2, row, 3);
+    addWidget(caption(title, box), row, 0);
+    addWidget(box, row, 1);
+    addWidget(caption(title2, box2), row, 2);
+    addWidget(box2, row, 3);
 }
 
-QVariantMap LeerCampos(const QList<QWidget *> &campos)
+QVariantMap clients::leerCampos(const QList<QWidget *> &fields)
 {
-    QVariantMap valores;
-    for (QWidget *w : campos) {
-        QVariant &v = valores[w->objectName()];
-        if (const auto *linea = qobject_cast<QLineEdit *>(w))
-            v = linea->text();
-        else if (const auto *notas = qobject_cast<QPlainTextEdit *>(w))
-            v = notas->toPlainText();
-        else if (const auto *casilla = qobject_cast<QCheckBox *>(w))
-            v = casilla->isChecked();
-        else if (const auto *lista = qobject_cast<QComboBox *>(w))
-            v = lista->isEditable() ? QVariant(lista->currentText()) : lista->currentData();
+    QVariantMap values;
+    for (QWidget *w : fields) {
+        QVariant &v = values[w->objectName()];
+        if (const auto *line = qobject_cast<QLineEdit *>(w))
+            v = line->text();
+        else if (const auto *notes = qobject_cast<QPlainTextEdit *>(w))
+            v = notes->toPlainText();
+        else if (const auto *checkbox = qobject_cast<QCheckBox *>(w))
+            v = checkbox->isChecked();
+        else if (const auto *list = qobject_cast<QComboBox *>(w))
+            v = list->isEditable() ? QVariant(list->currentText()) : list->currentData();
     }
-    return valores;
+    return values;
 }
 
-void PonerCampos(const QList<QWidget *> &campos, const QVariantMap &valores)
+void clients::setFields(const QList<QWidget *> &fields, const QVariantMap &values)
 {
-    for (QWidget *w : campos) {
-        const QVariant v = valores.value(w->objectName());
+    for (QWidget *w : fields) {
+        const QVariant v = values.value(w->objectName());
         if (!v.isValid())
             continue;
-        if (auto *linea = qobject_cast<QLineEdit *>(w))
-            linea->setText(v.toString());
-        else if (auto *notas = qobject_cast<QPlainTextEdit *>(w))
-            notas->setPlainText(v.toString());
-        else if (auto *casilla = qobject_cast<QCheckBox *>(w))
-            casilla->setChecked(v.toBool());
-        else if (auto *lista = qobject_cast<QComboBox *>(w)) {
-            if (lista->isEditable())
-                lista->setEditText(v.toString());
+        if (auto *line = qobject_cast<QLineEdit *>(w))
+            line->setText(v.toString());
+        else if (auto *notes = qobject_cast<QPlainTextEdit *>(w))
+            notes->setPlainText(v.toString());
+        else if (auto *checkbox = qobject_cast<QCheckBox *>(w))
+            checkbox->setChecked(v.toBool());
+        else if (auto *list = qobject_cast<QComboBox *>(w)) {
+            if (list->isEditable())
+                list->setEditText(v.toString());
             else
-                lista->setCurrentIndex(lista->findData(v.toInt()));
+                list->setCurrentIndex(list->findData(v.toInt()));
         }
     }
 }
 
-void MostrarPrincipios(const QWidget *panel)
+void clients::showBeginnings(const QWidget *panel)
 {
-    for (QLineEdit *linea : panel->findChildren<QLineEdit *>())
-        linea->home(false);
+    for (QLineEdit *line : panel->findChildren<QLineEdit *>())
+        line->home(false);
 }
 
-void AbrirCampos(const QList<QWidget *> &campos, bool abiertos)
+void clients::openFields(const QList<QWidget *> &fields, bool open)
 {
-    const auto policy = abiertos ? Qt::StrongFocus : Qt::ClickFocus;
-    for (QWidget *w : campos) {
-        if (auto *linea = qobject_cast<QLineEdit *>(w)) {
-            linea->setReadOnly(!abiertos);
-            linea->setFocusPolicy(policy);
-        } else if (auto *notas = qobject_cast<QPlainTextEdit *>(w)) {
-            notas->setReadOnly(!abiertos);
-            notas->setFocusPolicy(policy);
+    const auto policy = open ? Qt::StrongFocus : Qt::ClickFocus;
+    for (QWidget *w : fields) {
+        if (auto *line = qobject_cast<QLineEdit *>(w)) {
+            line->setReadOnly(!open);
+            line->setFocusPolicy(policy);
+        } else if (auto *notes = qobject_cast<QPlainTextEdit *>(w)) {
+            notes->setReadOnly(!open);
+            notes->setFocusPolicy(policy);
             // Unlike a line, it does not dress anew by itself.
-            notas->style()->unpolish(notas);
-            notas->style()->polish(notas);
+            notes->style()->unpolish(notes);
+            notes->style()->polish(notes);
         } else {
-            w->setEnabled(abiertos);
+            w->setEnabled(open);
         }
     }
 }
 
-void AlCambiar(const QList<QWidget *> &campos, QObject *contexto, const std::function<void()> &que)
+void clients::onChange(const QList<QWidget *> &fields, QObject *context,
+                       const std::function<void()> &what)
 {
-    for (QWidget *w : campos) {
-        if (auto *linea = qobject_cast<QLineEdit *>(w))
-            QObject::connect(linea, &QLineEdit::textChanged, contexto, que);
-        else if (auto *notas = qobject_cast<QPlainTextEdit *>(w))
-            QObject::connect(notas, &QPlainTextEdit::textChanged, contexto, que);
-        else if (auto *casilla = qobject_cast<QCheckBox *>(w))
-            QObject::connect(casilla, &QCheckBox::toggled, contexto, que);
-        else if (auto *lista = qobject_cast<QComboBox *>(w))
-            QObject::connect(lista, &QComboBox::currentTextChanged, contexto, que);
+    for (QWidget *w : fields) {
+        if (auto *line = qobject_cast<QLineEdit *>(w))
+            QObject::connect(line, &QLineEdit::textChanged, context, what);
+        else if (auto *notes = qobject_cast<QPlainTextEdit *>(w))
+            QObject::connect(notes, &QPlainTextEdit::textChanged, context, what);
+        else if (auto *checkbox = qobject_cast<QCheckBox *>(w))
+            QObject::connect(checkbox, &QCheckBox::toggled, context, what);
+        else if (auto *list = qobject_cast<QComboBox *>(w))
+            QObject::connect(list, &QComboBox::currentTextChanged, context, what);
     }
 }
 
-QPlainTextEdit *CajaDeNotas(const Sesion &s, const QString &nombre, const QString &accesible)
+QPlainTextEdit *clients::notesBox(const Sesion &s, const QString &name, const QString &accessible)
 {
-    auto *notas = named(new QPlainTextEdit, nombre, accesible);
-    notas->setTabChangesFocus(true);
-    notas->setToolTip(s(Renglones));
-    notas->setMinimumHeight(44);
-    notas->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    return notas;
+    auto *notes = named(new QPlainTextEdit, name, accessible);
+    notes->setTabChangesFocus(true);
+    notes->setToolTip(s(text::NewLineHint));
+    notes->setMinimumHeight(44);
+    notes->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    return notes;
 }
 
-QPlainTextEdit *CajaDeInformacion(const QString &nombre, const QString &accesible)
+QPlainTextEdit *clients::informationBox(const QString &name, const QString &accessible)
 {
-    auto *info = named(new QPlainTextEdit, nombre, accesible);
+    auto *info = named(new QPlainTextEdit, name, accessible);
     info->setProperty("clase", u"informacion"_s);
     info->setReadOnly(true);
     info->setTabChangesFocus(true);
@@ -168,34 +168,34 @@ QPlainTextEdit *CajaDeInformacion(const QString &nombre, const QString &accesibl
     return info;
 }
 
-QLineEdit *CajaDeColumna(const Sesion &s, std::string_view tabla, std::string_view columna,
-                         const QString &nombre, const QString &accesible)
+QLineEdit *clients::columnBox(const Sesion &s, std::string_view table, std::string_view column,
+                              const QString &name, const QString &accessible)
 {
-    auto *caja = named(new QLineEdit, nombre, accesible);
-    if (const int ancho = s.clientes->Ancho(tabla, columna); ancho > 0)
-        caja->setMaxLength(ancho);
+    auto *box = named(new QLineEdit, name, accessible);
+    if (const int width = s.clientes->widthOf(table, column); width > 0)
+        box->setMaxLength(width);
     // What it takes, not what it is long: the grid gives it the room there is.
-    caja->setMinimumWidth(40);
-    return caja;
+    box->setMinimumWidth(40);
+    return box;
 }
 
-void PonerTitulo(QPushButton *boton, const QString &titulo)
+void clients::setTitle(QPushButton *button, const QString &title)
 {
-    if (boton->text() == titulo)
+    if (button->text() == title)
         return;
-    boton->setText(titulo);
-    boton->setAccessibleName(spoken(titulo));
-    boton->setShortcut({});
-    auto *key = boton->findChild<QShortcut *>(titleKey);
+    button->setText(title);
+    button->setAccessibleName(ui::spoken(title));
+    button->setShortcut({});
+    auto *key = button->findChild<QShortcut *>(titleKey);
     if (!key) {
-        key = new QShortcut(boton);
+        key = new QShortcut(button);
         key->setObjectName(titleKey);
-        QObject::connect(key, &QShortcut::activated, boton, &QPushButton::click);
+        QObject::connect(key, &QShortcut::activated, button, &QPushButton::click);
     }
-    key->setKey(QKeySequence::mnemonic(titulo));
+    key->setKey(QKeySequence::mnemonic(title));
 }
 
-QString EstiloDeFicha()
+QString clients::recordStyle()
 {
     return uR"(
 QLineEdit, QPlainTextEdit { padding: 3px 7px; }
@@ -212,11 +212,11 @@ QComboBox QLineEdit:disabled { background: transparent; color: palette(window-te
 QComboBox::drop-down:disabled { width: 0; border: 0; }
 QComboBox::down-arrow:disabled { image: none; }
 QCheckBox:disabled { color: palette(window-text); }
-QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
+QPlainTextEdit[kind="informacion"] { background: transparent; border: 0; padding: 0; }
 QPushButton { padding: 4px 12px; min-width: 0; }
 QPushButton:focus { padding: 3px 11px; }
-QPushButton[clase="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
-QPushButton[clase="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
-QPushButton[clase="barra"]:hover:enabled { border-color: palette(highlight); }
+QPushButton[kind="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
+QPushButton[kind="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
+QPushButton[kind="barra"]:hover:enabled { border-color: palette(highlight); }
 )"_s;
 }

@@ -9,50 +9,55 @@
 class QPlainTextEdit;
 class QPushButton;
 
+namespace clients
+{
+
 /// Boxes beside their captions, one or two to a line, all lines on one grid.
-class RejillaDeCampos : public QGridLayout
+class FieldGrid : public QGridLayout
 {
 public:
-    explicit RejillaDeCampos(QWidget *dueno);
+    explicit FieldGrid(QWidget *owner);
 
     /// One box over the whole line, @p codigo a narrow one at its end.
-    void Fila(const QString &titulo, QWidget *caja, QWidget *codigo = nullptr);
+    void Row(const QString &title, QWidget *box, QWidget *code = nullptr);
     /// Two boxes of the same width.
-    void Fila(const QString &titulo, QWidget *caja, const QString &titulo2, QWidget *caja2);
+    void Row(const QString &title, QWidget *box, const QString &title2, QWidget *box2);
 
 private:
-    QLabel *caption(const QString &titulo, QWidget *caja);
+    QLabel *caption(const QString &title, QWidget *box);
 };
 
 /// What stands in the boxes, each under its name: for drafts, and to tell whether anything was
 /// typed.
-QVariantMap LeerCampos(const QList<QWidget *> &campos);
-void PonerCampos(const QList<QWidget *> &campos, const QVariantMap &valores);
+QVariantMap leerCampos(const QList<QWidget *> &fields);
+void setFields(const QList<QWidget *> &fields, const QVariantMap &values);
 
 /// Long texts show how they begin.
-void MostrarPrincipios(const QWidget *panel);
+void showBeginnings(const QWidget *panel);
 
 /// Opens boxes for typing; or closes them so that their texts can be read and copied, and TAB
 /// passes them over.
-void AbrirCampos(const QList<QWidget *> &campos, bool abiertos);
+void openFields(const QList<QWidget *> &fields, bool open);
 
 /// Runs a slot whenever the user or the form changes one of the boxes.
-void AlCambiar(const QList<QWidget *> &campos, QObject *contexto, const std::function<void()> &que);
+void onChange(const QList<QWidget *> &fields, QObject *context, const std::function<void()> &what);
 
 /// A box for long texts; ENTER begins a line, CTRL+ENTER and TAB go on.
-QPlainTextEdit *CajaDeNotas(const Sesion &s, const QString &nombre, const QString &accesible);
+QPlainTextEdit *notesBox(const Sesion &s, const QString &name, const QString &accessible);
 
 /// A text beside the boxes that is shown and not typed.
-QPlainTextEdit *CajaDeInformacion(const QString &nombre, const QString &accesible);
+QPlainTextEdit *informationBox(const QString &name, const QString &accessible);
 
 /// A text box with room for what its column takes.
-QLineEdit *CajaDeColumna(const Sesion &s, std::string_view tabla, std::string_view columna,
-                         const QString &nombre, const QString &accesible);
+QLineEdit *columnBox(const Sesion &s, std::string_view table, std::string_view column,
+                     const QString &name, const QString &accessible);
 
 /// Gives a button its caption and its ALT key, which acts at once: a button's own key shows it
 /// pressed first, and what is typed meanwhile goes astray.
-void PonerTitulo(QPushButton *boton, const QString &titulo);
+void setTitle(QPushButton *button, const QString &title);
 
 /// How boxes look in a dense form: closed ones as text on the window, buttons of a bar without
 /// frame.
-QString EstiloDeFicha();
+QString recordStyle();
+
+} // namespace clients

@@ -3,6 +3,8 @@
 #include "clients/frmpropietarios_fields.h"
 #include "clients/frmpropietarios_patient.h"
 #include "clients/owner_search.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -13,62 +15,42 @@
 #include <QHeaderView>
 #include <QPushButton>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Nombre = 2201,
-    Titulo = 9450,
-    Clientes = 9451,
-    Pacientes = 9452,
-    BuscarCliente = 9453,
-    BuscarPaciente = 9454,
-    SinClientes = 9455,
-    SinCliente = 9457,
-    BusquedaDeClientes = 9463,
-    BusquedaDePacientes = 9464,
-    NuevoCliente = 9478,
-    CambiarCliente = 9479,
-    Eliminar = 9480,
-    NuevoPaciente = 9481,
-    CambiarPaciente = 9482,
-    Guardar = 9483,
-    Volver = 9485,
-    Telefono = 9491,
-    Raza = 9500,
-    Especie = 9501,
-};
-
-constexpr QSize firstSize{1320, 720};
-constexpr QSize smallest{1020, 600};
+constexpr QSize FirstSize{1320, 720};
+constexpr QSize Smallest{1020, 600};
 
 } // namespace
 
 void frmPropietarios::build()
 {
-    setWindowTitle(m_s(Titulo));
-    setStyleSheet(EstiloDeFicha());
-    const Atar::Guardia guard = [this](const std::function<void()> &task) { return guarded(task); };
+    setWindowTitle(m_s(text::RegistryLayoutTitle));
+    setStyleSheet(recordStyle());
+    const ui::bind::Guard guard = [this](const std::function<void()> &task) {
+        return guarded(task);
+    };
 
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
-    m_cliente = new PanelDeCliente(m_s, guard, Ayu);
-    m_mascota = new PanelDePaciente(m_s, guard, Ayu);
-    m_barra = new BarraDeAccesos(m_s, m_formularios, guard, m_abrir, Ayu);
-    cmdvolver = button(u"cmdvolver"_s, Volver, u"volver"_s);
-    cmdvolver->setToolTip(spoken(m_s(Volver)) + u" (Esc)"_s);
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
+    m_client = new ClientPanel(m_s, guard, Ayu);
+    m_patient = new PatientPanel(m_s, guard, Ayu);
+    m_bar = new AccessesBar(m_s, m_forms, guard, m_open, Ayu);
+    cmdvolver = button(u"cmdvolver"_s, text::BackButton, u"volver"_s);
+    cmdvolver->setToolTip(ui::spoken(m_s(text::BackButton)) + u" (Esc)"_s);
     cmdvolver->setProperty("clase", u"barra"_s);
 
     auto *head = new QHBoxLayout;
-    head->setSpacing(Espacio::S);
-    head->addWidget(m_barra);
+    head->setSpacing(ui::space::S);
+    head->addWidget(m_bar);
     head->addStretch();
     head->addWidget(cmdvolver);
     // One grid for both halves, so that what stands side by side stands on one line.
     auto *halves = new QGridLayout;
-    halves->setHorizontalSpacing(Espacio::L);
-    halves->setVerticalSpacing(Espacio::S);
+    halves->setHorizontalSpacing(ui::space::L);
+    halves->setVerticalSpacing(ui::space::S);
     for (const int row : {1, 2})
         halves->setRowStretch(row, 1);
     buildClients(halves);
@@ -77,107 +59,118 @@ void frmPropietarios::build()
         halves->setColumnStretch(column, 1);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::S, Espacio::L, Espacio::S);
-    all->setSpacing(Espacio::S);
+    all->setContentsMargins(ui::space::L, ui::space::S, ui::space::L, ui::space::S);
+    all->setSpacing(ui::space::S);
     all->addLayout(head);
     all->addLayout(halves, 1);
     all->addWidget(Ayu);
 
     orderKeys();
-    setMinimumSize(smallest);
-    rememberSize(firstSize);
+    setMinimumSize(Smallest);
+    rememberSize(FirstSize);
     rememberColumns(GClientes->horizontalHeader());
     rememberColumns(GMascotas->horizontalHeader());
 }
 
-QPushButton *frmPropietarios::button(const QString &nombre, int texto, const QString &dibujo)
+QPushButton *frmPropietarios::button(const QString &name, int text, const QString &dibujo)
 {
     auto *b = new QPushButton;
-    b->setObjectName(nombre);
-    PonerTitulo(b, m_s(texto));
+    b->setObjectName(name);
+    setTitle(b, m_s(text));
     b->setAutoDefault(false);
     if (!dibujo.isEmpty())
-        b->setIcon(Icono(dibujo));
+        b->setIcon(ui::namedIcon(dibujo));
     return b;
 }
 
-void frmPropietarios::buildClients(QGridLayout *lugar)
+void frmPropietarios::buildClients(QGridLayout *place)
 {
-    m_clientes = new ModeloDeGrilla(m_s,
-                                    {{u"ID"_s, Clase::Codigo, 72},
-                                     {m_s(Nombre), Clase::Texto, 300},
-                                     {m_s(Telefono), Clase::Texto, 140},
-                                     {u"Idc"_s, Clase::Entero, 0, true}},
-                                    this);
-    GClientes = named(new Grilla(m_s, m_clientes), u"GClientes"_s, m_s(Clientes));
-    GClientes->PonerVacio(m_s(SinClientes));
-    Txtapellidob = named(new QLineEdit, u"Txtapellidob"_s, m_s(BusquedaDeClientes));
-    Txtapellidob->setAccessibleName(spoken(m_s(Clientes)) + u": "_s + m_s(BuscarCliente));
-    Txtapellidob->setPlaceholderText(m_s(BuscarCliente));
-    cmdBuscarCliente = button(u"cmdBuscarCliente"_s, BusquedaDeClientes);
+    m_clients = new ui::GridModel(m_s,
+                                  {{u"ID"_s, ui::Kind::Code, 72},
+                                   {m_s(text::Name), ui::Kind::Text, 300},
+                                   {m_s(text::RegistryClientTelephone), ui::Kind::Text, 140},
+                                   {u"Idc"_s, ui::Kind::Whole, 0, true}},
+                                  this);
+    GClientes =
+        named(new ui::Grid(m_s, m_clients), u"GClientes"_s, m_s(text::RegistryLayoutClients));
+    GClientes->setEmptyText(m_s(text::NoClientsYet));
+    Txtapellidob = named(new QLineEdit, u"Txtapellidob"_s, m_s(text::AdvancedClientSearch));
+    Txtapellidob->setAccessibleName(ui::spoken(m_s(text::RegistryLayoutClients)) + u": "_s
+                                    + m_s(text::FindClientHint));
+    Txtapellidob->setPlaceholderText(m_s(text::FindClientHint));
+    cmdBuscarCliente = button(u"cmdBuscarCliente"_s, text::AdvancedClientSearch);
 
-    cmdagregar = button(u"cmdagregar"_s, Guardar);
-    cmdNuevo = button(u"cmdNuevo"_s, NuevoCliente);
-    cmdmodificar = button(u"cmdmodificar"_s, CambiarCliente);
-    cmdEliminar = button(u"cmdEliminar"_s, Eliminar);
-    m_deCliente = {cmdagregar, cmdNuevo, cmdmodificar, cmdEliminar, NuevoCliente, CambiarCliente};
+    cmdagregar = button(u"cmdagregar"_s, text::SaveButton);
+    cmdNuevo = button(u"cmdNuevo"_s, text::NewClientButton);
+    cmdmodificar = button(u"cmdmodificar"_s, text::EditClientButton);
+    cmdEliminar = button(u"cmdEliminar"_s, text::DeleteButton);
+    m_clientButtons = {cmdagregar,
+                       cmdNuevo,
+                       cmdmodificar,
+                       cmdEliminar,
+                       text::NewClientButton,
+                       text::EditClientButton};
 
-    lugar->addLayout(buildSearch(Clientes, Txtapellidob, cmdBuscarCliente), 0, 0);
-    lugar->addWidget(GClientes, 1, 0);
-    lugar->addWidget(m_cliente, 2, 0);
-    lugar->addLayout(buildButtons(m_deCliente), 3, 0);
+    place->addLayout(buildSearch(text::RegistryLayoutClients, Txtapellidob, cmdBuscarCliente), 0,
+                     0);
+    place->addWidget(GClientes, 1, 0);
+    place->addWidget(m_client, 2, 0);
+    place->addLayout(buildButtons(m_clientButtons), 3, 0);
 }
 
-void frmPropietarios::buildPatients(QGridLayout *lugar)
+void frmPropietarios::buildPatients(QGridLayout *place)
 {
-    m_mascotas = new ModeloDeGrilla(m_s,
-                                    {{m_s(Nombre), Clase::Texto, 240},
-                                     {m_s(Especie), Clase::Texto, 110},
-                                     {m_s(Raza), Clase::Texto, 160},
-                                     {u"Idm"_s, Clase::Entero, 0, true}},
-                                    this);
-    GMascotas = named(new Grilla(m_s, m_mascotas), u"GMascotas"_s, m_s(Pacientes));
-    GMascotas->PonerVacio(m_s(SinCliente));
-    txtmascotab =
-        named(new QLineEdit, u"txtmascotab"_s, m_s(Pacientes) + u": "_s + m_s(BuscarPaciente));
-    txtmascotab->setPlaceholderText(m_s(BuscarPaciente));
-    cmdBuscarPaciente = button(u"cmdBuscarPaciente"_s, BusquedaDePacientes);
+    m_patients = new ui::GridModel(m_s,
+                                   {{m_s(text::Name), ui::Kind::Text, 240},
+                                    {m_s(text::Species), ui::Kind::Text, 110},
+                                    {m_s(text::Breed), ui::Kind::Text, 160},
+                                    {u"Idm"_s, ui::Kind::Whole, 0, true}},
+                                   this);
+    GMascotas =
+        named(new ui::Grid(m_s, m_patients), u"GMascotas"_s, m_s(text::RegistryLayoutPatients));
+    GMascotas->setEmptyText(m_s(text::ChooseClientToSeePatients));
+    txtmascotab = named(new QLineEdit, u"txtmascotab"_s,
+                        m_s(text::RegistryLayoutPatients) + u": "_s + m_s(text::FindPatientHint));
+    txtmascotab->setPlaceholderText(m_s(text::FindPatientHint));
+    cmdBuscarPaciente = button(u"cmdBuscarPaciente"_s, text::AdvancedPatientSearch);
 
-    cmdagregarmas = button(u"cmdagregarmas"_s, Guardar);
-    cmdnuevomas = button(u"cmdnuevomas"_s, NuevoPaciente);
-    cmdmodificarmas = button(u"cmdmodificarmas"_s, CambiarPaciente);
-    cmdeliminarmas = button(u"cmdeliminarmas"_s, Eliminar);
-    m_dePaciente = {cmdagregarmas,  cmdnuevomas,   cmdmodificarmas,
-                    cmdeliminarmas, NuevoPaciente, CambiarPaciente};
+    cmdagregarmas = button(u"cmdagregarmas"_s, text::SaveButton);
+    cmdnuevomas = button(u"cmdnuevomas"_s, text::NewPatientButton);
+    cmdmodificarmas = button(u"cmdmodificarmas"_s, text::EditPatientButton);
+    cmdeliminarmas = button(u"cmdeliminarmas"_s, text::DeleteButton);
+    m_patientButtons = {cmdagregarmas,          cmdnuevomas,
+                        cmdmodificarmas,        cmdeliminarmas,
+                        text::NewPatientButton, text::EditPatientButton};
 
-    lugar->addLayout(buildSearch(Pacientes, txtmascotab, cmdBuscarPaciente), 0, 1);
-    lugar->addWidget(GMascotas, 1, 1);
-    lugar->addWidget(m_mascota, 2, 1);
-    lugar->addLayout(buildButtons(m_dePaciente), 3, 1);
+    place->addLayout(buildSearch(text::RegistryLayoutPatients, txtmascotab, cmdBuscarPaciente), 0,
+                     1);
+    place->addWidget(GMascotas, 1, 1);
+    place->addWidget(m_patient, 2, 1);
+    place->addLayout(buildButtons(m_patientButtons), 3, 1);
 }
 
-QLayout *frmPropietarios::buildSearch(int texto, QLineEdit *caja, QPushButton *avanzada)
+QLayout *frmPropietarios::buildSearch(int text, QLineEdit *box, QPushButton *advanced)
 {
-    auto *title = new QLabel(m_s(texto));
+    auto *title = new QLabel(m_s(text));
     title->setProperty("clase", u"subtitulo"_s);
-    title->setBuddy(caja);
-    avanzada->setToolTip(avanzada->text());
-    avanzada->setText({});
-    avanzada->setIcon(Icono(u"buscar"_s));
-    avanzada->setProperty("clase", u"barra"_s);
+    title->setBuddy(box);
+    advanced->setToolTip(advanced->text());
+    advanced->setText({});
+    advanced->setIcon(ui::namedIcon(u"buscar"_s));
+    advanced->setProperty("clase", u"barra"_s);
     auto *row = new QHBoxLayout;
-    row->setSpacing(Espacio::S);
+    row->setSpacing(ui::space::S);
     row->addWidget(title);
-    row->addWidget(caja, 1);
-    row->addWidget(avanzada);
+    row->addWidget(box, 1);
+    row->addWidget(advanced);
     return row;
 }
 
-QLayout *frmPropietarios::buildButtons(const Botonera &botones)
+QLayout *frmPropietarios::buildButtons(const ButtonRow &buttons)
 {
     auto *row = new QHBoxLayout;
-    row->setSpacing(Espacio::S);
-    for (QPushButton *b : {botones.agregar, botones.nuevo, botones.modificar, botones.eliminar})
+    row->setSpacing(ui::space::S);
+    for (QPushButton *b : {buttons.add, buttons.newOne, buttons.modify, buttons.erase})
         row->addWidget(b);
     row->addStretch();
     return row;
@@ -185,7 +178,7 @@ QLayout *frmPropietarios::buildButtons(const Botonera &botones)
 
 void frmPropietarios::orderKeys()
 {
-    const QList<QWidget *> client = m_cliente->Cadena(), patient = m_mascota->Cadena();
+    const QList<QWidget *> client = m_client->chainOf(), patient = m_patient->chainOf();
     // ENTER passes by the notes, where it begins a line; TAB does not.
     const auto chain = [this](const QList<QWidget *> &boxes, QWidget *save) {
         enterChain(boxes.first(boxes.size() - 1) + QList<QWidget *>{save});
@@ -203,7 +196,7 @@ void frmPropietarios::orderKeys()
     order += patient;
     order += {findChild<QWidget *>(u"PicMascota"_s), cmdagregarmas, cmdnuevomas, cmdmodificarmas,
               cmdeliminarmas};
-    for (QPushButton *b : m_barra->findChildren<QPushButton *>())
+    for (QPushButton *b : m_bar->findChildren<QPushButton *>())
         order.append(b);
     order.append(cmdvolver);
     for (int i = 0; i + 1 < order.size(); ++i)

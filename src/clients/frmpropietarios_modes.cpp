@@ -6,6 +6,8 @@
 #include "clients/frmpropietarios_patient.h"
 #include "clients/mail_domains.h"
 #include "clients/owner_search.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -14,48 +16,35 @@
 #include <QScopedValueRollback>
 #include <QStyle>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-enum Texto {
-    Cancelar = 9484,
-    SigueEscribiendo = 9515,
-    HayBorrador = 9516,
-    ClienteGuardado = 9517,
-    PacienteGuardado = 9518,
-    YaEstaba = 9519,
-    EmpezarCliente = 9529,
-    EmpezarPaciente = 9530,
-    EmpezarCambio = 9531,
-    ClienteYaNoEsta = 9418,
-    PacienteYaNoEsta = 9419,
-};
 
 // Names of what a draft holds.
 const QString ofPanel = u"panel"_s, ofMode = u"modo"_s, ofClient = u"idc"_s, ofPatient = u"idm"_s,
               ofBoxes = u"campos"_s;
 
 /// Tells on the help line how far a long run has come, for as long as this lives.
-class AvanceEnLinea
+class LineProgress
 {
 public:
-    AvanceEnLinea(Sesion &s, LineaDeAyuda *linea) : m_s(s), m_antes(s.avance)
+    LineProgress(Sesion &s, ui::HelpLine *line) : m_s(s), m_before(s.progress)
     {
-        s.avance = {[linea](const QString &text) {
-                        linea->Decir(text);
-                        linea->repaint();
-                    },
-                    {}};
+        s.progress = {[line](const QString &text) {
+                          line->tell(text);
+                          line->repaint();
+                      },
+                      {}};
     }
-    ~AvanceEnLinea() { m_s.avance = m_antes; }
-    AvanceEnLinea(const AvanceEnLinea &) = delete;
-    AvanceEnLinea &operator=(const AvanceEnLinea &) = delete;
+    ~LineProgress() { m_s.progress = m_before; }
+    LineProgress(const LineProgress &) = delete;
+    LineProgress &operator=(const LineProgress &) = delete;
 
 private:
     Sesion &m_s;
-    Avance m_antes;
+    store::Progress m_before;
 };
 
 } // namespace
@@ -66,137 +55,136 @@ void frmPropietarios::arrange()
     for (QWidget *w :
          std::initializer_list<QWidget *>{GClientes, GMascotas, Txtapellidob, txtmascotab})
         w->setEnabled(free);
-    cmdBuscarCliente->setEnabled(free && m_formularios.Existe(u"frmBusquedaClientes"_s));
-    cmdBuscarPaciente->setEnabled(free && m_formularios.Existe(u"frmBusquedaMascotas"_s));
-    arrange(m_deCliente, m_modoCliente, m_mostrado.idc != 0);
-    arrange(m_dePaciente, m_modoMascota, m_mostrado.idm != 0);
-    m_dePaciente.nuevo->setEnabled(m_dePaciente.nuevo->isEnabled() && m_mostrado.idc != 0);
-    m_mascota->PermitirFoto(free && m_mostrado.idm != 0);
-    m_barra->Actualizar(free);
+    cmdBuscarCliente->setEnabled(free && m_forms.exists(u"frmBusquedaClientes"_s));
+    cmdBuscarPaciente->setEnabled(free && m_forms.exists(u"frmBusquedaMascotas"_s));
+    arrange(m_clientButtons, m_modeClient, m_shown.idc != 0);
+    arrange(m_patientButtons, m_modePatient, m_shown.idm != 0);
+    m_patientButtons.newOne->setEnabled(m_patientButtons.newOne->isEnabled() && m_shown.idc != 0);
+    m_patient->allowPhoto(free && m_shown.idm != 0);
+    m_bar->update(free);
 }
 
-void frmPropietarios::arrange(const Botonera &botones, Modo modo, bool hayFila)
+void frmPropietarios::arrange(const ButtonRow &buttons, Mode mode, bool hasRow)
 {
-    const bool mine = modo != Modo::Ver, free = !entering();
-    PonerTitulo(botones.nuevo, m_s(modo == Modo::Nuevo ? Cancelar : botones.textoNuevo));
-    PonerTitulo(botones.modificar,
-                m_s(modo == Modo::Modificar ? Cancelar : botones.textoModificar));
-    botones.agregar->setVisible(mine);
-    botones.nuevo->setVisible(modo != Modo::Modificar);
-    botones.modificar->setVisible(modo != Modo::Nuevo);
-    botones.eliminar->setVisible(!mine);
-    botones.nuevo->setEnabled(free || mine);
-    botones.modificar->setEnabled(mine || (free && hayFila));
-    botones.eliminar->setEnabled(free && hayFila);
-    botones.agregar->setDefault(mine);
+    const bool mine = mode != Mode::Ver, free = !entering();
+    setTitle(buttons.newOne, m_s(mode == Mode::New ? text::Cancel : buttons.newText));
+    setTitle(buttons.modify, m_s(mode == Mode::Modify ? text::Cancel : buttons.textModify));
+    buttons.add->setVisible(mine);
+    buttons.newOne->setVisible(mode != Mode::Modify);
+    buttons.modify->setVisible(mode != Mode::New);
+    buttons.erase->setVisible(!mine);
+    buttons.newOne->setEnabled(free || mine);
+    buttons.modify->setEnabled(mine || (free && hasRow));
+    buttons.erase->setEnabled(free && hasRow);
+    buttons.add->setDefault(mine);
 }
 
-void frmPropietarios::toggleClient(Modo modo)
+void frmPropietarios::toggleClient(Mode mode)
 {
-    if (m_modoCliente != Modo::Ver)
+    if (m_modeClient != Mode::Ver)
         cancelMode();
     else
-        guarded([this, modo] { startClient(modo); });
+        guarded([this, mode] { startClient(mode); });
 }
 
-void frmPropietarios::togglePatient(Modo modo)
+void frmPropietarios::togglePatient(Mode mode)
 {
-    if (m_modoMascota != Modo::Ver)
+    if (m_modePatient != Mode::Ver)
         cancelMode();
     else
-        guarded([this, modo] { startPatient(modo); });
+        guarded([this, mode] { startPatient(mode); });
 }
 
-void frmPropietarios::startClient(Modo modo)
+void frmPropietarios::startClient(Mode mode)
 {
-    m_cliente->CargarListas();
-    if (modo == Modo::Nuevo) {
-        m_cliente->Vaciar(ProximoCliente(m_s));
+    m_client->loadLists();
+    if (mode == Mode::New) {
+        m_client->empty(nextClient(m_s));
     } else {
-        const auto client = LeerCliente(m_s, m_mostrado.idc);
+        const auto client = readClient(m_s, m_shown.idc);
         if (!client)
-            return m_s.dialogos.Mensaje(m_s(ClienteYaNoEsta));
-        m_cliente->Mostrar(*client);
+            return m_s.dialogos.Mensaje(m_s(text::ClientIsGone));
+        m_client->show(*client);
     }
-    m_modoCliente = modo;
-    m_cliente->Abrir(true);
+    m_modeClient = mode;
+    m_client->open(true);
     started();
-    m_cliente->Enfocar(Campo::Nombre);
-    Ayu->Decir(m_s(modo == Modo::Nuevo ? EmpezarCliente : EmpezarCambio));
+    m_client->focus(Field::Name);
+    Ayu->tell(m_s(mode == Mode::New ? text::NewClientHint : text::EditingHint));
 }
 
-void frmPropietarios::startPatient(Modo modo)
+void frmPropietarios::startPatient(Mode mode)
 {
-    m_mascota->CargarListas();
-    if (modo == Modo::Nuevo) {
-        m_mascota->Vaciar(ProximoPaciente(m_s));
+    m_patient->loadLists();
+    if (mode == Mode::New) {
+        m_patient->empty(nextPatient(m_s));
     } else {
-        const auto patient = LeerPaciente(m_s, m_mostrado.idm);
+        const auto patient = readPatient(m_s, m_shown.idm);
         if (!patient)
-            return m_s.dialogos.Mensaje(m_s(PacienteYaNoEsta));
-        m_mascota->Mostrar(*patient);
+            return m_s.dialogos.Mensaje(m_s(text::PatientIsGone));
+        m_patient->show(*patient);
     }
-    m_modoMascota = modo;
-    m_mascota->Abrir(true);
+    m_modePatient = mode;
+    m_patient->open(true);
     started();
-    m_mascota->Enfocar(Campo::Nombre);
-    Ayu->Decir(m_s(modo == Modo::Nuevo ? EmpezarPaciente : EmpezarCambio));
+    m_patient->focus(Field::Name);
+    Ayu->tell(m_s(mode == Mode::New ? text::NewPatientHint : text::EditingHint));
 }
 
 void frmPropietarios::started()
 {
-    m_alEmpezar = typed();
+    m_toBegin = typed();
     arrange();
-    m_reposo->start(0);
+    m_rest->start(0);
 }
 
 QVariantMap frmPropietarios::typed() const
 {
-    return m_modoCliente != Modo::Ver ? m_cliente->Campos() : m_mascota->Campos();
+    return m_modeClient != Mode::Ver ? m_client->fieldsOf() : m_patient->fieldsOf();
 }
 
 void frmPropietarios::leaveMode()
 {
-    m_pausa->stop();
-    m_borrador.Borrar();
-    m_modoCliente = m_modoMascota = Modo::Ver;
-    m_cliente->Abrir(false);
-    m_mascota->Abrir(false);
+    m_pause->stop();
+    m_draft.clear();
+    m_modeClient = m_modePatient = Mode::Ver;
+    m_client->open(false);
+    m_patient->open(false);
     arrange();
 }
 
 bool frmPropietarios::cancelMode()
 {
     // Asked so that ENTER, pressed without reading, loses nothing.
-    if (typed() != m_alEmpezar && m_s.dialogos.Pregunta(m_s(SigueEscribiendo)))
+    if (typed() != m_toBegin && m_s.dialogos.Pregunta(m_s(text::LeaveUnsavedQuestion)))
         return false;
-    const bool wasClient = m_modoCliente != Modo::Ver;
+    const bool wasClient = m_modeClient != Mode::Ver;
     leaveMode();
-    Ayu->Limpiar();
-    guarded([this] { showClient(m_mostrado.idc, m_mostrado.idm); });
+    Ayu->clean();
+    guarded([this] { showClient(m_shown.idc, m_shown.idm); });
     (wasClient ? Txtapellidob : txtmascotab)->setFocus();
     return true;
 }
 
 // Another form wants this client and patient shown.
-void frmPropietarios::leaveFor(Seleccion deseada)
+void frmPropietarios::leaveFor(store::Selection wanted)
 {
     if (entering() && !cancelMode())
         return;
-    m_s.IdGlobal = deseada;
+    m_s.IdGlobal = wanted;
     opened({});
 }
 
 // The addresses of a client that is being changed count at once.
-void frmPropietarios::settleMail(const QString &direcciones)
+void frmPropietarios::settleMail(const QString &addresses)
 {
-    guarded([this, &direcciones] {
-        const int idc = m_modoCliente == Modo::Modificar ? m_mostrado.idc : 0;
+    guarded([this, &addresses] {
+        const int idc = m_modeClient == Mode::Modify ? m_shown.idc : 0;
         const bool wasFresh = !stale();
-        if (!AsentarCorreo(m_s, direcciones, idc))
+        if (!clients::settleMail(m_s, addresses, idc))
             return;
         putClientRow(idc);
-        const QScopedValueRollback busy(m_ocupado, true);
+        const QScopedValueRollback busy(m_busy, true);
         GClientes->Seleccionar(rowOfClient(idc));
         if (wasFresh)
             noteVersions();
@@ -208,41 +196,41 @@ void frmPropietarios::reject()
     if (entering())
         cancelMode();
     else
-        FormBase::reject();
+        ui::FormBase::reject();
 }
 
 void frmPropietarios::saveClient()
 {
     guarded([this] {
-        const FichaDeCliente client = m_cliente->Ficha();
+        const ClientRecord client = m_client->recordOf();
         const bool wasFresh = !stale();
         int idc = client.idc;
-        if (m_modoCliente == Modo::Nuevo) {
-            const Alta added = AgregarCliente(m_s, client);
-            if (added.rechazo)
-                return m_cliente->Enfocar(added.rechazo->campo);
-            if (added.existente) {
+        if (m_modeClient == Mode::New) {
+            const Addition added = addClient(m_s, client);
+            if (added.rejection)
+                return m_client->focus(added.rejection->field);
+            if (added.existing) {
                 leaveMode();
-                if (rowOfClient(added.existente) < 0)
-                    putClientRow(added.existente);
-                goToClient(added.existente);
+                if (rowOfClient(added.existing) < 0)
+                    putClientRow(added.existing);
+                goToClient(added.existing);
                 GClientes->setFocus();
-                return Ayu->Decir(
-                    m_s(YaEstaba) + u' '
-                    + m_clientes->TextoDeCelda(GClientes->FilaActual(), ColumnaDeCliente::Nombre));
+                return Ayu->tell(
+                    m_s(text::ClientWasThere) + u' '
+                    + m_clients->cellText(GClientes->currentRow(), ClientColumn::Name));
             }
             idc = added.id;
-        } else if (const auto refused = ModificarCliente(m_s, client)) {
-            return m_cliente->Enfocar(refused->campo);
+        } else if (const auto refused = modifyClient(m_s, client)) {
+            return m_client->focus(refused->field);
         }
-        const bool isNew = m_modoCliente == Modo::Nuevo;
-        const int idm = isNew ? 0 : m_mostrado.idm;
+        const bool isNew = m_modeClient == Mode::New;
+        const int idm = isNew ? 0 : m_shown.idm;
         leaveMode();
         putClientRow(idc);
         if (wasFresh)
             noteVersions();
         goToClient(idc, idm);
-        Ayu->Logro(m_s(ClienteGuardado) + u' ' + client.ayn.trimmed());
+        Ayu->success(m_s(text::ClientSaved) + u' ' + client.ayn.trimmed());
         // After an owner comes the animal.
         if (isNew)
             cmdnuevomas->setFocus();
@@ -254,21 +242,21 @@ void frmPropietarios::saveClient()
 void frmPropietarios::savePatient()
 {
     guarded([this] {
-        FichaDePaciente patient = m_mascota->Ficha();
-        const bool isNew = m_modoMascota == Modo::Nuevo;
+        PatientRecord patient = m_patient->recordOf();
+        const bool isNew = m_modePatient == Mode::New;
         if (isNew) {
-            patient.idc = m_mostrado.idc;
-            const Alta added = AgregarPaciente(m_s, patient, m_mascota->NacimientoValido());
-            if (added.rechazo)
-                return m_mascota->Enfocar(added.rechazo->campo);
+            patient.idc = m_shown.idc;
+            const Addition added = addPatient(m_s, patient, m_patient->validBirth());
+            if (added.rejection)
+                return m_patient->focus(added.rejection->field);
             patient.idm = added.id;
-        } else if (const auto refused = ModificarPaciente(m_s, patient, m_mascota->Especie(),
-                                                          m_mascota->NacimientoValido())) {
-            return m_mascota->Enfocar(refused->campo);
+        } else if (const auto refused = modifyPatient(m_s, patient, m_patient->speciesOf(),
+                                                      m_patient->validBirth())) {
+            return m_patient->focus(refused->field);
         }
         leaveMode();
-        showPatients(m_mostrado.idc, patient.idm);
-        Ayu->Logro(m_s(PacienteGuardado) + u' ' + patient.nom.trimmed());
+        showPatients(m_shown.idc, patient.idm);
+        Ayu->success(m_s(text::PatientSaved) + u' ' + patient.nom.trimmed());
         if (isNew)
             cmdnuevomas->setFocus();
         else
@@ -279,14 +267,14 @@ void frmPropietarios::savePatient()
 void frmPropietarios::deleteClient()
 {
     guarded([this] {
-        const AvanceEnLinea progress(m_s, Ayu);
-        const int idc = m_mostrado.idc, row = rowOfClient(idc);
+        const LineProgress progress(m_s, Ayu);
+        const int idc = m_shown.idc, row = rowOfClient(idc);
         const bool wasFresh = !stale();
-        if (!EliminarCliente(m_s, idc))
+        if (!clients::deleteClient(m_s, idc))
             return;
-        Ayu->Limpiar();
+        Ayu->clean();
         dropClientRow(idc);
-        if (!goToClient(clientAt(std::min(row, m_clientes->Filas() - 1))))
+        if (!goToClient(clientAt(std::min(row, m_clients->allRows() - 1))))
             showClient(0);
         if (wasFresh)
             noteVersions();
@@ -299,12 +287,12 @@ void frmPropietarios::deleteClient()
 void frmPropietarios::deletePatient()
 {
     guarded([this] {
-        const AvanceEnLinea progress(m_s, Ayu);
-        const int row = GMascotas->FilaActual(), below = patientAt(row + 1);
-        if (!EliminarPaciente(m_s, m_mostrado.idm))
+        const LineProgress progress(m_s, Ayu);
+        const int row = GMascotas->currentRow(), below = patientAt(row + 1);
+        if (!clients::deletePatient(m_s, m_shown.idm))
             return;
-        Ayu->Limpiar();
-        showPatients(m_mostrado.idc, below ? below : patientAt(row - 1));
+        Ayu->clean();
+        showPatients(m_shown.idc, below ? below : patientAt(row - 1));
         txtmascotab->setFocus();
     });
 }
@@ -312,50 +300,49 @@ void frmPropietarios::deletePatient()
 void frmPropietarios::touched()
 {
     if (entering())
-        m_pausa->start();
+        m_pause->start();
 }
 
 void frmPropietarios::keepDraft()
 {
     const QVariantMap boxes = typed();
-    if (!entering() || boxes == m_alEmpezar)
-        return m_borrador.Borrar();
-    const bool client = m_modoCliente != Modo::Ver;
-    m_borrador.Guardar({{ofPanel, client ? u"cliente"_s : u"paciente"_s},
-                        {ofMode, int(client ? m_modoCliente : m_modoMascota)},
-                        {ofClient, m_mostrado.idc},
-                        {ofPatient, m_mostrado.idm},
-                        {ofBoxes, boxes}});
+    if (!entering() || boxes == m_toBegin)
+        return m_draft.clear();
+    const bool client = m_modeClient != Mode::Ver;
+    m_draft.save({{ofPanel, client ? u"cliente"_s : u"paciente"_s},
+                  {ofMode, int(client ? m_modeClient : m_modePatient)},
+                  {ofClient, m_shown.idc},
+                  {ofPatient, m_shown.idm},
+                  {ofBoxes, boxes}});
 }
 
 void frmPropietarios::offerDraft()
 {
-    const QVariantMap draft = m_borrador.Leer();
+    const QVariantMap draft = m_draft.read();
     if (entering() || draft.isEmpty())
         return;
     const bool client = draft.value(ofPanel) == u"cliente"_s;
     const QVariantMap boxes = draft.value(ofBoxes).toMap();
     const QString name = boxes.value(client ? u"txtayn"_s : u"txtnom"_s).toString();
-    if (!m_s.dialogos.Pregunta((m_s(HayBorrador) + u"\n\n"_s + name).trimmed()))
-        return m_borrador.Borrar();
+    if (!m_s.dialogos.Pregunta((m_s(text::RestoreDraftQuestion) + u"\n\n"_s + name).trimmed()))
+        return m_draft.clear();
     guarded([&] {
-        auto mode =
-            draft.value(ofMode).toInt() == int(Modo::Modificar) ? Modo::Modificar : Modo::Nuevo;
+        auto mode = draft.value(ofMode).toInt() == int(Mode::Modify) ? Mode::Modify : Mode::New;
         const int idm = draft.value(ofPatient).toInt();
         const bool ownerThere = goToClient(draft.value(ofClient).toInt(), idm);
         if (!client && !ownerThere) {
-            m_s.dialogos.Mensaje(m_s(ClienteYaNoEsta));
-            return m_borrador.Borrar();
+            m_s.dialogos.Mensaje(m_s(text::ClientIsGone));
+            return m_draft.clear();
         }
         // What was to change is gone: what was typed is still good for a new one.
-        if (mode == Modo::Modificar && (client ? !ownerThere : m_mostrado.idm != idm))
-            mode = Modo::Nuevo;
+        if (mode == Mode::Modify && (client ? !ownerThere : m_shown.idm != idm))
+            mode = Mode::New;
         if (client) {
             startClient(mode);
-            m_cliente->PonerCampos(boxes);
+            m_client->setFields(boxes);
         } else {
             startPatient(mode);
-            m_mascota->PonerCampos(boxes);
+            m_patient->setFields(boxes);
         }
     });
 }

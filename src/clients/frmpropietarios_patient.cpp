@@ -5,6 +5,8 @@
 #include "clients/panels.h"
 #include "clients/photos.h"
 #include "store/settings_row.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
@@ -15,54 +17,21 @@
 #include <QImageReader>
 #include <QPlainTextEdit>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Nombre = 2201,
-    Edad_ = 2221,
-    Machos = 2226, // the first of four
-    Nada = 2231,
-    Servicio = 2232,
-    AyudaNada = 1408,
-    AyudaServicio = 1409,
-    Encontrado = 2253,
-    AyudaFallecido = 5025,
-    AyudaAutomatizacion = 5026,
-    Notas = 9496,
-    Raza = 9500,
-    Especie_ = 9501,
-    Pelaje = 9502,
-    Sexo = 9503,
-    Nacimiento = 9504,
-    Peso = 9505,
-    Senas = 9506,
-    Microchip = 9507,
-    Automatizacion = 9508,
-    AutomatizacionEntera = 9533,
-    Pedigri = 9509,
-    Reproductor = 9510,
-    Fallecido = 9511,
-    Foto = 9512,
-    Informacion = 9513,
-    Numero = 9514,
-    InvitacionDeFoto = 9524,
-    ArchivosDeFoto = 9525,
-    NoEsImagen = 9526,
-    QuitarLaFoto = 9527,
-};
+constexpr int PatientFactsWidth = 172;
+constexpr int Sexes = 4;
 
-constexpr int factsWidth = 172;
-constexpr int sexes = 4;
-
-void fill(QComboBox *list, const std::vector<Entrada> &entradas)
+void fill(QComboBox *list, const std::vector<Entry> &entries)
 {
     const QVariant chosen = list->currentData();
     list->clear();
     list->addItem(QString(), 0);
-    for (const Entrada &e : entradas)
+    for (const Entry &e : entries)
         list->addItem(e.nom, e.id);
     list->setCurrentIndex(std::max(0, list->findData(chosen)));
 }
@@ -71,319 +40,321 @@ void choose(QComboBox *list, int id) { list->setCurrentIndex(std::max(0, list->f
 
 } // namespace
 
-PanelDePaciente::PanelDePaciente(Sesion &s, Atar::Guardia guardia, LineaDeAyuda *ayuda,
-                                 QWidget *parent)
-    : QWidget(parent), m_s(s), m_guardia(std::move(guardia)), m_ayuda(ayuda)
+PatientPanel::PatientPanel(Sesion &s, ui::bind::Guard guard, ui::HelpLine *help, QWidget *parent)
+    : QWidget(parent), m_s(s), m_guard(std::move(guard)), m_help(help)
 {
     build();
     wire();
-    Vaciar();
-    Abrir(false);
+    empty();
+    open(false);
 }
 
-void PanelDePaciente::build()
+void PatientPanel::build()
 {
-    const auto column = [this](const char *columna, const QString &nombre, int texto) {
-        return CajaDeColumna(m_s, "mascotas", columna, nombre, m_s(texto));
+    const auto column = [this](const char *field, const QString &name, int text) {
+        return columnBox(m_s, "mascotas", field, name, m_s(text));
     };
-    const auto list = [this](const QString &nombre, int texto) {
-        return named(new QComboBox, nombre, m_s(texto));
+    const auto list = [this](const QString &name, int text) {
+        return named(new QComboBox, name, m_s(text));
     };
-    txtidm = named(new QLineEdit, u"txtidm"_s, m_s(Numero));
+    txtidm = named(new QLineEdit, u"txtidm"_s, m_s(text::RegistryClientNumber));
     txtidm->setReadOnly(true);
     txtidm->setFocusPolicy(Qt::ClickFocus);
-    txtnom = column("nom", u"txtnom"_s, Nombre);
-    cmbraza = named(new ListaConCompletado, u"cmbraza"_s, m_s(Raza));
-    cmbraza->lineEdit()->setMaxLength(m_s.clientes->Ancho("mlrazas", "nom"));
-    cmbespecie = list(u"cmbespecie"_s, Especie_);
-    cmbpel = list(u"cmbpel"_s, Pelaje);
-    cmbsex = list(u"cmbsex"_s, Sexo);
-    for (int i = 0; i < sexes; ++i)
-        cmbsex->addItem(m_s(Machos + i), i);
-    Msknac = named(new CajaDeFecha(m_s), u"Msknac"_s, m_s(Nacimiento));
+    txtnom = column("nom", u"txtnom"_s, text::Name);
+    cmbraza = named(new ui::ListWithCompleted, u"cmbraza"_s, m_s(text::Breed));
+    cmbraza->lineEdit()->setMaxLength(m_s.clientes->widthOf("mlrazas", "nom"));
+    cmbespecie = list(u"cmbespecie"_s, text::Species);
+    cmbpel = list(u"cmbpel"_s, text::RegistryPatientCoat);
+    cmbsex = list(u"cmbsex"_s, text::RegistryPatientSex);
+    for (int i = 0; i < Sexes; ++i)
+        cmbsex->addItem(m_s(text::Males + i), i);
+    Msknac = named(new ui::DateBox(m_s), u"Msknac"_s, m_s(text::RegistryPatientBirth));
     lblEdad = named(new QLabel, u"lblEdad"_s, {});
-    txtpes = named(new CajaDeNumero(m_s), u"txtpes"_s, m_s(Peso));
+    txtpes = named(new ui::NumberBox(m_s), u"txtpes"_s, m_s(text::RegistryPatientWeight));
     txtpes->setMaxLength(7); // no animal weighs more than 9999.99
-    txtcar = column("car", u"txtcar"_s, Senas);
-    txtChip = column("Chip", u"txtChip"_s, Microchip);
-    cmbser = list(u"cmbser"_s, AutomatizacionEntera);
-    cmbser->addItem(m_s(Nada), 0);
-    cmbser->addItem(m_s(Servicio), 1);
-    cmbser->setToolTip(m_s(AyudaAutomatizacion) + u'\n' + m_s(AyudaNada) + u'\n'
-                       + m_s(AyudaServicio));
-    const auto check = [this](const QString &nombre, int texto) {
-        return named(new QCheckBox(m_s(texto)), nombre, m_s(texto));
+    txtcar = column("car", u"txtcar"_s, text::RegistryPatientContactDetails);
+    txtChip = column("Chip", u"txtChip"_s, text::RegistryPatientMicrochip);
+    cmbser = list(u"cmbser"_s, text::Automation);
+    cmbser->addItem(m_s(text::Nothing), 0);
+    cmbser->addItem(m_s(text::Service), 1);
+    cmbser->setToolTip(m_s(text::AutomationHelp) + u'\n' + m_s(text::NothingHelp) + u'\n'
+                       + m_s(text::ServiceHelp));
+    const auto check = [this](const QString &name, int text) {
+        return named(new QCheckBox(m_s(text)), name, m_s(text));
     };
-    chkped = check(u"chkped"_s, Pedigri);
-    chkrep = check(u"chkrep"_s, Reproductor);
-    chkdec = check(u"chkdec"_s, Fallecido);
-    chkdec->setToolTip(m_s(AyudaFallecido));
-    txtobsmas = CajaDeNotas(m_s, u"txtobsmas"_s, m_s(Notas));
+    chkped = check(u"chkped"_s, text::Pedigree);
+    chkrep = check(u"chkrep"_s, text::BreedingAnimal);
+    chkdec = check(u"chkdec"_s, text::RegistryPatientDeceased);
+    chkdec->setToolTip(m_s(text::DeceasedHelp));
+    txtobsmas = notesBox(m_s, u"txtobsmas"_s, m_s(text::Notes));
     for (QComboBox *box : {static_cast<QComboBox *>(cmbraza), cmbespecie, cmbpel, cmbsex, cmbser}) {
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(6);
     }
 
-    auto *unit =
-        new QLabel(m_s.configuracion["KgLbs"].toInt() == UnidadDePeso::Libras ? u"lb"_s : u"kg"_s);
+    auto *unit = new QLabel(
+        m_s.configuracion["KgLbs"].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s);
     unit->setProperty("clase", u"suave"_s);
     auto *checks = new QHBoxLayout;
-    checks->setSpacing(Espacio::L);
+    checks->setSpacing(ui::space::L);
     for (QCheckBox *box : {chkped, chkrep, chkdec})
         checks->addWidget(box);
     checks->addStretch();
 
     auto *boxes = new QWidget;
-    auto *grid = new RejillaDeCampos(boxes);
-    grid->Fila(m_s(Nombre), txtnom, txtidm);
-    grid->Fila(m_s(Raza), cmbraza, m_s(Especie_), cmbespecie);
-    grid->Fila(m_s(Pelaje), cmbpel, m_s(Sexo), cmbsex);
-    grid->Fila(m_s(Nacimiento), Msknac, m_s(Peso), besides(txtpes, unit));
-    grid->Fila(m_s(Senas), txtcar);
-    grid->Fila(m_s(Microchip), txtChip, m_s(Automatizacion), cmbser);
+    auto *grid = new FieldGrid(boxes);
+    grid->Row(m_s(text::Name), txtnom, txtidm);
+    grid->Row(m_s(text::Breed), cmbraza, m_s(text::Species), cmbespecie);
+    grid->Row(m_s(text::RegistryPatientCoat), cmbpel, m_s(text::RegistryPatientSex), cmbsex);
+    grid->Row(m_s(text::RegistryPatientBirth), Msknac, m_s(text::RegistryPatientWeight),
+              besides(txtpes, unit));
+    grid->Row(m_s(text::RegistryPatientContactDetails), txtcar);
+    grid->Row(m_s(text::RegistryPatientMicrochip), txtChip, m_s(text::RegistryPatientAutomation),
+              cmbser);
     grid->addLayout(checks, grid->rowCount(), 1, 1, 3);
-    grid->Fila(m_s(Notas), txtobsmas);
+    grid->Row(m_s(text::Notes), txtobsmas);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});
-    row->setSpacing(Espacio::M);
+    row->setSpacing(ui::space::M);
     row->addWidget(boxes, 1);
     row->addWidget(buildFacts());
 }
 
-QWidget *PanelDePaciente::besides(QWidget *caja, QLabel *detras)
+QWidget *PatientPanel::besides(QWidget *box, QLabel *behind)
 {
     auto *pair = new QWidget;
     auto *row = new QHBoxLayout(pair);
     row->setContentsMargins({});
-    row->setSpacing(Espacio::S);
-    row->addWidget(caja, 1);
-    row->addWidget(detras);
-    pair->setFocusProxy(caja);
+    row->setSpacing(ui::space::S);
+    row->addWidget(box, 1);
+    row->addWidget(behind);
+    pair->setFocusProxy(box);
     return pair;
 }
 
-QWidget *PanelDePaciente::buildFacts()
+QWidget *PatientPanel::buildFacts()
 {
-    PicMascota = named(new FotoDeMascota(m_s(InvitacionDeFoto)), u"PicMascota"_s, m_s(Foto));
-    txtinfomas = CajaDeInformacion(u"txtinfomas"_s, m_s(Informacion));
+    PicMascota = named(new PatientPhoto(m_s(text::PhotoInvitation)), u"PicMascota"_s,
+                       m_s(text::RegistryPatientPhoto));
+    txtinfomas = informationBox(u"txtinfomas"_s, m_s(text::RegistryPatientInformation));
     auto *facts = new QWidget;
-    facts->setFixedWidth(factsWidth);
+    facts->setFixedWidth(PatientFactsWidth);
     auto *column = new QVBoxLayout(facts);
     column->setContentsMargins({});
-    column->setSpacing(Espacio::S);
+    column->setSpacing(ui::space::S);
     column->addWidget(PicMascota);
     column->addWidget(lblEdad);
     column->addWidget(txtinfomas, 1);
     return facts;
 }
 
-void PanelDePaciente::wire()
+void PatientPanel::wire()
 {
-    connect(cmbraza, &ListaConCompletado::tecleado, this, &PanelDePaciente::completeBreed);
-    connect(cmbraza, &ListaConCompletado::elegido, this, &PanelDePaciente::chooseBreed);
-    connect(cmbraza, &ListaConCompletado::vaciado, this, [this] {
-        m_traida.reset();
+    connect(cmbraza, &ui::ListWithCompleted::typed, this, &PatientPanel::completeBreed);
+    connect(cmbraza, &ui::ListWithCompleted::chosen, this, &PatientPanel::chooseBreed);
+    connect(cmbraza, &ui::ListWithCompleted::emptied, this, [this] {
+        m_brought.reset();
         choose(cmbespecie, 0);
-        m_ayuda->Limpiar();
+        m_help->clean();
     });
-    connect(cmbespecie, &QComboBox::activated, this, &PanelDePaciente::changeSpecies);
-    connect(Msknac, &QLineEdit::textChanged, this, &PanelDePaciente::tellAge);
+    connect(cmbespecie, &QComboBox::activated, this, &PatientPanel::changeSpecies);
+    connect(Msknac, &QLineEdit::textChanged, this, &PatientPanel::tellAge);
 
-    connect(PicMascota, &FotoDeMascota::pedida, this, &PanelDePaciente::choosePhoto);
-    connect(PicMascota, &FotoDeMascota::archivoRecibido, this, &PanelDePaciente::takeFile);
-    connect(PicMascota, &FotoDeMascota::recibida, this, &PanelDePaciente::takePicture);
-    connect(PicMascota, &FotoDeMascota::quitada, this, &PanelDePaciente::dropPhoto);
+    connect(PicMascota, &PatientPhoto::requested, this, &PatientPanel::choosePhoto);
+    connect(PicMascota, &PatientPhoto::receivedFile, this, &PatientPanel::takeFile);
+    connect(PicMascota, &PatientPhoto::received, this, &PatientPanel::takePicture);
+    connect(PicMascota, &PatientPhoto::removed, this, &PatientPanel::dropPhoto);
 
-    AlCambiar(Cadena(), this, [this] { Q_EMIT tocado(); });
+    onChange(chainOf(), this, [this] { Q_EMIT touched(); });
 }
 
-void PanelDePaciente::CargarListas()
+void PatientPanel::loadLists()
 {
-    QList<Opcion> breeds;
-    for (const Entrada &e : CargarLista(m_s, Lista::Raza))
+    QList<store::Option> breeds;
+    for (const Entry &e : loadList(m_s, List::Breed))
         breeds.append({e.nom, e.id, false});
-    cmbraza->Cargar(breeds);
-    fill(cmbespecie, CargarLista(m_s, Lista::Especie));
-    fill(cmbpel, CargarLista(m_s, Lista::Pelaje));
+    cmbraza->load(breeds);
+    fill(cmbespecie, loadList(m_s, List::Species));
+    fill(cmbpel, loadList(m_s, List::Coat));
 }
 
-void PanelDePaciente::Mostrar(const FichaDePaciente &ficha)
+void PatientPanel::show(const PatientRecord &record)
 {
-    m_ficha = ficha;
-    m_traida.reset();
-    txtidm->setText(ficha.idm ? QString::number(ficha.idm).rightJustified(5, u'0') : QString());
-    txtnom->setText(ficha.nom);
-    cmbraza->setEditText(ficha.raza);
-    choose(cmbespecie, ficha.esp);
-    choose(cmbpel, ficha.pel);
-    cmbsex->setCurrentIndex(ficha.sex >= 0 && ficha.sex < sexes ? ficha.sex : 0);
-    Msknac->PonerDia(ficha.fecn);
-    txtpes->PonerNumero(ficha.pes != 0 ? std::optional(Moneda::Redondear(ficha.pes))
-                                       : std::nullopt);
-    txtcar->setText(ficha.car);
-    txtChip->setText(ficha.Chip);
-    cmbser->setCurrentIndex(ficha.servicio);
-    chkped->setChecked(ficha.ped);
-    chkrep->setChecked(ficha.rep);
-    chkdec->setChecked(ficha.dec);
-    txtobsmas->setPlainText(ficha.obs);
+    m_record = record;
+    m_brought.reset();
+    txtidm->setText(record.idm ? QString::number(record.idm).rightJustified(5, u'0') : QString());
+    txtnom->setText(record.nom);
+    cmbraza->setEditText(record.breed);
+    choose(cmbespecie, record.esp);
+    choose(cmbpel, record.pel);
+    cmbsex->setCurrentIndex(record.sex >= 0 && record.sex < Sexes ? record.sex : 0);
+    Msknac->setDay(record.fecn);
+    txtpes->setNumber(record.pes != 0 ? std::optional(Moneda::round(record.pes)) : std::nullopt);
+    txtcar->setText(record.car);
+    txtChip->setText(record.Chip);
+    cmbser->setCurrentIndex(record.service);
+    chkped->setChecked(record.ped);
+    chkrep->setChecked(record.rep);
+    chkdec->setChecked(record.dec);
+    txtobsmas->setPlainText(record.obs);
     for (QLineEdit *box : {txtnom, txtcar, txtChip})
         box->setCursorPosition(0);
     txtinfomas->clear();
-    PicMascota->Mostrar({});
+    PicMascota->show({});
     tellAge();
-    MostrarPrincipios(this);
+    showBeginnings(this);
 }
 
-void PanelDePaciente::Vaciar(int id)
+void PatientPanel::empty(int id)
 {
-    Mostrar({});
+    show({});
     if (id)
         txtidm->setText(QString::number(id).rightJustified(5, u'0'));
     else
         cmbsex->setCurrentIndex(-1);
 }
 
-void PanelDePaciente::Informar()
+void PatientPanel::report()
 {
-    txtinfomas->setPlainText(m_ficha.idm ? InformacionDePaciente(m_s, m_ficha.idm) : QString());
+    txtinfomas->setPlainText(m_record.idm ? patientInformation(m_s, m_record.idm) : QString());
     showPhoto();
 }
 
-void PanelDePaciente::Abrir(bool abierto) { AbrirCampos(Cadena(), abierto); }
+void PatientPanel::open(bool open) { clients::openFields(chainOf(), open); }
 
-void PanelDePaciente::PermitirFoto(bool si) { PicMascota->Permitir(si); }
+void PatientPanel::allowPhoto(bool si) { PicMascota->allow(si); }
 
-FichaDePaciente PanelDePaciente::Ficha() const
+PatientRecord PatientPanel::recordOf() const
 {
-    FichaDePaciente f = m_ficha;
+    PatientRecord f = m_record;
     f.nom = txtnom->text();
     f.esp = cmbespecie->currentData().toInt();
-    f.raza = cmbraza->currentText();
+    f.breed = cmbraza->currentText();
     f.pel = cmbpel->currentData().toInt();
     f.car = txtcar->text();
     f.Chip = txtChip->text();
-    f.fecn = Msknac->Dia();
-    const auto weight = txtpes->Numero();
-    f.pes = weight ? weight->ADoble() : 0;
+    f.fecn = Msknac->Day();
+    const auto weight = txtpes->numberOf();
+    f.pes = weight ? weight->toDouble() : 0;
     f.sex = std::max(0, cmbsex->currentIndex());
     f.ped = chkped->isChecked();
     f.rep = chkrep->isChecked();
     f.dec = chkdec->isChecked();
-    f.servicio = cmbser->currentIndex() > 0;
+    f.service = cmbser->currentIndex() > 0;
     f.obs = txtobsmas->toPlainText();
     return f;
 }
 
-QString PanelDePaciente::Especie() const { return cmbespecie->currentText(); }
+QString PatientPanel::speciesOf() const { return cmbespecie->currentText(); }
 
-bool PanelDePaciente::NacimientoValido() const { return Msknac->Valida(); }
+bool PatientPanel::validBirth() const { return Msknac->valid(); }
 
-QVariantMap PanelDePaciente::Campos() const { return LeerCampos(Cadena()); }
+QVariantMap PatientPanel::fieldsOf() const { return clients::leerCampos(chainOf()); }
 
-void PanelDePaciente::PonerCampos(const QVariantMap &valores) { ::PonerCampos(Cadena(), valores); }
+void PatientPanel::setFields(const QVariantMap &values) { ::setFields(chainOf(), values); }
 
-void PanelDePaciente::Enfocar(Campo campo)
+void PatientPanel::focus(Field field)
 {
-    QWidget *box = campo == Campo::Nacimiento ? static_cast<QWidget *>(Msknac) : txtnom;
+    QWidget *box = field == Field::Birth ? static_cast<QWidget *>(Msknac) : txtnom;
     box->setFocus(Qt::TabFocusReason);
 }
 
-QList<QWidget *> PanelDePaciente::Cadena() const
+QList<QWidget *> PatientPanel::chainOf() const
 {
     return {txtnom, cmbraza, cmbespecie, cmbpel, cmbsex, Msknac, txtpes,
             txtcar, txtChip, cmbser,     chkped, chkrep, chkdec, txtobsmas};
 }
 
-void PanelDePaciente::completeBreed(const QString &texto)
+void PatientPanel::completeBreed(const QString &text)
 {
-    m_guardia([this, &texto] {
-        const Completado found = Completar(m_s, Lista::Raza, texto);
-        if (found.hallada) {
-            cmbraza->Proponer(found.hallada->id, found.hallada->nom);
-            takeBreed(*found.hallada);
-        } else if (const auto brought = std::exchange(m_traida, std::nullopt);
-                   brought && cmbespecie->currentData() == brought->padre) {
+    m_guard([this, &text] {
+        const Completed found = complete(m_s, List::Breed, text);
+        if (found.found) {
+            cmbraza->propose(found.found->id, found.found->nom);
+            takeBreed(*found.found);
+        } else if (const auto brought = std::exchange(m_brought, std::nullopt);
+                   brought && cmbespecie->currentData() == brought->parent) {
             // The letters went on to another name.
             choose(cmbespecie, 0);
         }
-        m_ayuda->Decir(AvisoDeCompletado(m_s, Lista::Raza, found));
+        m_help->tell(completedNotice(m_s, List::Breed, found));
     });
 }
 
-void PanelDePaciente::chooseBreed(int id)
+void PatientPanel::chooseBreed(int id)
 {
-    m_guardia([this, id] {
-        if (const auto breed = EntradaPorId(m_s, Lista::Raza, id))
+    m_guard([this, id] {
+        if (const auto breed = entryById(m_s, List::Breed, id))
             takeBreed(*breed);
-        m_ayuda->Decir(m_s(Encontrado));
+        m_help->tell(m_s(text::EntryFound));
     });
 }
 
-void PanelDePaciente::takeBreed(const Entrada &entrada)
+void PatientPanel::takeBreed(const Entry &entry)
 {
-    m_traida = entrada;
-    choose(cmbespecie, entrada.padre);
+    m_brought = entry;
+    choose(cmbespecie, entry.parent);
 }
 
-void PanelDePaciente::changeSpecies()
+void PatientPanel::changeSpecies()
 {
     if (const int breed = cmbraza->Id())
-        m_guardia(
-            [this, breed] { CambiarEspecieDeRaza(m_s, breed, cmbespecie->currentData().toInt()); });
+        m_guard(
+            [this, breed] { changeBreedSpecies(m_s, breed, cmbespecie->currentData().toInt()); });
 }
 
-void PanelDePaciente::tellAge()
+void PatientPanel::tellAge()
 {
-    const QString age = Edad(m_s, Msknac->Dia());
-    lblEdad->setText(m_s(Edad_) + u": "_s + age);
+    const QString age = ageOf(m_s, Msknac->Day());
+    lblEdad->setText(m_s(text::Age) + u": "_s + age);
     lblEdad->setVisible(!age.isEmpty());
 }
 
-void PanelDePaciente::choosePhoto()
+void PatientPanel::choosePhoto()
 {
     const auto file = m_s.dialogos.ElegirArchivo(
-        m_s(Foto), m_s(ArchivosDeFoto) + u" (*.bmp *.jpg *.jpeg *.png *.gif *.webp)"_s);
+        m_s(text::RegistryPatientPhoto),
+        m_s(text::PhotoFiles) + u" (*.bmp *.jpg *.jpeg *.png *.gif *.webp)"_s);
     if (file)
         takeFile(*file);
 }
 
-void PanelDePaciente::takeFile(const QString &archivo)
+void PatientPanel::takeFile(const QString &file)
 {
-    QImageReader reader(archivo);
+    QImageReader reader(file);
     reader.setAutoTransform(true);
     reader.setDecideFormatFromContent(true);
     const QImage picture = reader.read();
     if (picture.isNull())
-        m_ayuda->Fallo(m_s(NoEsImagen) + u' ' + QFileInfo(archivo).fileName());
+        m_help->faultOf(m_s(text::PhotoUnreadable) + u' ' + QFileInfo(file).fileName());
     else
         takePicture(picture);
 }
 
-void PanelDePaciente::takePicture(const QImage &imagen)
+void PatientPanel::takePicture(const QImage &image)
 {
-    if (imagen.isNull() || !m_ficha.idm)
+    if (image.isNull() || !m_record.idm)
         return;
-    m_guardia([this, &imagen] {
-        GuardarFoto(m_s, m_ficha.idm, imagen);
-        m_ficha.fot = true;
+    m_guard([this, &image] {
+        savePhoto(m_s, m_record.idm, image);
+        m_record.fot = true;
         showPhoto();
     });
 }
 
-void PanelDePaciente::dropPhoto()
+void PatientPanel::dropPhoto()
 {
-    if (!m_s.dialogos.Pregunta(m_s(QuitarLaFoto)))
+    if (!m_s.dialogos.Pregunta(m_s(text::RemovePhotoQuestion)))
         return;
-    m_guardia([this] {
-        QuitarFoto(m_s, m_ficha.idm);
-        m_ficha.fot = false;
+    m_guard([this] {
+        removePhoto(m_s, m_record.idm);
+        m_record.fot = false;
         showPhoto();
     });
 }
 
-void PanelDePaciente::showPhoto()
+void PatientPanel::showPhoto()
 {
-    PicMascota->Mostrar(m_ficha.idm && m_ficha.fot ? ArchivoDeFoto(m_s, m_ficha.idm) : QString());
+    PicMascota->show(m_record.idm && m_record.fot ? photoFile(m_s, m_record.idm) : QString());
 }

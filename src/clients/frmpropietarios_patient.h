@@ -6,80 +6,102 @@
 #include "ui/bound.h"
 #include "ui/form_base.h"
 
-class CajaDeFecha;
-class CajaDeNumero;
-class FotoDeMascota;
-class LineaDeAyuda;
-class ListaConCompletado;
+namespace ui
+{
+
+class DateBox;
+class NumberBox;
+
+} // namespace ui
+
+namespace clients
+{
+
+class PatientPhoto;
+
+} // namespace clients
+
+namespace ui
+{
+
+class HelpLine;
+class ListWithCompleted;
+
+} // namespace ui
+
 class QCheckBox;
 class QComboBox;
 class QImage;
 class QPlainTextEdit;
 
-class PanelDePaciente : public QWidget
+namespace clients
+{
+
+class PatientPanel : public QWidget
 {
     Q_OBJECT
 public:
-    /// @param guardia runs what can fail, for the form that the panel stands on
-    PanelDePaciente(Sesion &s, Atar::Guardia guardia, LineaDeAyuda *ayuda,
-                    QWidget *parent = nullptr);
+    /// @param guard runs what can fail, for the form that the panel stands on
+    PatientPanel(Sesion &s, ui::bind::Guard guard, ui::HelpLine *help, QWidget *parent = nullptr);
 
     /// Reads the lists behind the boxes; needed again after one of them grew.
-    void CargarListas();
-    void Mostrar(const FichaDePaciente &ficha);
+    void loadLists();
+    void show(const PatientRecord &record);
     /// Empty boxes, with the id that a new patient would get, or 0 for none.
-    void Vaciar(int id = 0);
+    void empty(int id = 0);
     /// The photograph and what is told beside the boxes; apart, because it takes several queries.
-    void Informar();
-    void Abrir(bool abierto);
+    void report();
+    void open(bool open);
     /// Whether a photograph is taken for the patient shown.
-    void PermitirFoto(bool si);
+    void allowPhoto(bool si);
 
     /// What was shown, with what the boxes say now.
-    FichaDePaciente Ficha() const;
+    PatientRecord recordOf() const;
     /// The name in the species box.
-    QString Especie() const;
+    QString speciesOf() const;
     /// Whether the birth date is empty or a day.
-    bool NacimientoValido() const;
-    QVariantMap Campos() const;
-    void PonerCampos(const QVariantMap &valores);
-    void Enfocar(Campo campo);
+    bool validBirth() const;
+    QVariantMap fieldsOf() const;
+    void setFields(const QVariantMap &values);
+    void focus(Field field);
     /// The boxes in the order of ENTER.
-    QList<QWidget *> Cadena() const;
+    QList<QWidget *> chainOf() const;
 
 Q_SIGNALS:
-    void tocado();
+    void touched();
 
 private:
     void build();
     QWidget *buildFacts();
     void wire();
-    QWidget *besides(QWidget *caja, QLabel *detras);
+    QWidget *besides(QWidget *box, QLabel *behind);
 
-    void completeBreed(const QString &texto);
+    void completeBreed(const QString &text);
     void chooseBreed(int id);
-    void takeBreed(const Entrada &entrada);
+    void takeBreed(const Entry &entry);
     void changeSpecies();
     void tellAge();
     void choosePhoto();
-    void takeFile(const QString &archivo);
-    void takePicture(const QImage &imagen);
+    void takeFile(const QString &file);
+    void takePicture(const QImage &image);
     void dropPhoto();
     void showPhoto();
 
     Sesion &m_s;
-    Atar::Guardia m_guardia;
-    LineaDeAyuda *m_ayuda;
-    FichaDePaciente m_ficha;
-    std::optional<Entrada> m_traida; // the breed that chose the species
+    ui::bind::Guard m_guard;
+    ui::HelpLine *m_help;
+    PatientRecord m_record;
+    std::optional<Entry> m_brought; // the breed that chose the species
 
     QLineEdit *txtidm, *txtnom, *txtcar, *txtChip;
-    ListaConCompletado *cmbraza;
+    ui::ListWithCompleted *cmbraza;
     QComboBox *cmbespecie, *cmbpel, *cmbsex, *cmbser;
-    CajaDeFecha *Msknac;
-    CajaDeNumero *txtpes;
+    ui::DateBox *Msknac;
+    ui::NumberBox *txtpes;
     QCheckBox *chkped, *chkrep, *chkdec;
     QPlainTextEdit *txtobsmas, *txtinfomas;
     QLabel *lblEdad;
-    FotoDeMascota *PicMascota;
+    PatientPhoto *PicMascota;
 };
+
+} // namespace clients

@@ -11,138 +11,140 @@
 #include <QMimeData>
 #include <QPainter>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr int pictureHeight = 120;
-constexpr int enough = 512; // pixels a side that are read of a large photograph
+constexpr int PictureHeight = 120;
+constexpr int Enough = 512; // pixels a side that are read of a large photograph
 
-QString localFile(const QMimeData *datos)
+QString localFile(const QMimeData *data)
 {
-    const QList<QUrl> links = datos->urls();
+    const QList<QUrl> links = data->urls();
     return links.size() == 1 && links.first().isLocalFile() ? links.first().toLocalFile()
                                                             : QString();
 }
 
 } // namespace
 
-FotoDeMascota::FotoDeMascota(const QString &invitacion, QWidget *parent)
-    : QLabel(parent), m_invitacion(invitacion)
+PatientPhoto::PatientPhoto(const QString &invitation, QWidget *parent)
+    : QLabel(parent), m_invitation(invitation)
 {
-    setFixedHeight(pictureHeight);
+    setFixedHeight(PictureHeight);
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
     setTextFormat(Qt::PlainText);
     setProperty("clase", u"suave"_s);
-    Permitir(false);
+    allow(false);
 }
 
-void FotoDeMascota::Permitir(bool si)
+void PatientPhoto::allow(bool si)
 {
-    m_permitida = si;
+    m_allowed = si;
     setAcceptDrops(si);
     setFocusPolicy(si ? Qt::StrongFocus : Qt::NoFocus);
     setCursor(si ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    setToolTip(si ? m_invitacion : QString());
-    if (m_foto.isNull())
-        setText(si ? m_invitacion : QString());
+    setToolTip(si ? m_invitation : QString());
+    if (m_photo.isNull())
+        setText(si ? m_invitation : QString());
 }
 
-void FotoDeMascota::Mostrar(const QString &archivo)
+void PatientPhoto::show(const QString &file)
 {
-    m_foto = {};
-    if (!archivo.isEmpty() && QFile::exists(archivo)) {
-        QImageReader reader(archivo);
+    m_photo = {};
+    if (!file.isEmpty() && QFile::exists(file)) {
+        QImageReader reader(file);
         const QSize size = reader.size();
-        if (size.width() > enough || size.height() > enough)
-            reader.setScaledSize(size.scaled(enough, enough, Qt::KeepAspectRatio));
-        m_foto = reader.read();
+        if (size.width() > Enough || size.height() > Enough)
+            reader.setScaledSize(size.scaled(Enough, Enough, Qt::KeepAspectRatio));
+        m_photo = reader.read();
     }
-    if (m_foto.isNull())
-        setText(m_permitida ? m_invitacion : QString());
+    if (m_photo.isNull())
+        setText(m_allowed ? m_invitation : QString());
     else
         scale();
 }
 
-bool FotoDeMascota::HayFoto() const { return !m_foto.isNull(); }
+bool PatientPhoto::hasPhoto() const { return !m_photo.isNull(); }
 
-void FotoDeMascota::scale()
+void PatientPhoto::scale()
 {
     const qreal ratio = devicePixelRatioF();
-    const QSize room = (QSizeF(size() - QSize(2 * Espacio::XS, 2 * Espacio::XS)) * ratio).toSize();
+    const QSize room =
+        (QSizeF(size() - QSize(2 * ui::space::XS, 2 * ui::space::XS)) * ratio).toSize();
     QPixmap picture =
-        QPixmap::fromImage(m_foto.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        QPixmap::fromImage(m_photo.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     picture.setDevicePixelRatio(ratio);
     setPixmap(picture);
 }
 
-bool FotoDeMascota::event(QEvent *event)
+bool PatientPhoto::event(QEvent *event)
 {
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
         update();
     return QLabel::event(event);
 }
 
-void FotoDeMascota::paintEvent(QPaintEvent *event)
+void PatientPhoto::paintEvent(QPaintEvent *event)
 {
-    const Paleta p = PaletaEnUso();
+    const ui::Palette p = ui::paletteInUse();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? QPen(p.acento, 2) : QPen(p.borde, 1));
-    painter.setBrush(p.superficie);
+    painter.setPen(hasFocus() ? QPen(p.accent, 2) : QPen(p.border, 1));
+    painter.setBrush(p.surface);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
     painter.end();
     QLabel::paintEvent(event);
 }
 
-void FotoDeMascota::keyPressEvent(QKeyEvent *event)
+void PatientPhoto::keyPressEvent(QKeyEvent *event)
 {
-    if (!m_permitida)
+    if (!m_allowed)
         return QLabel::keyPressEvent(event);
     if (event->matches(QKeySequence::Paste))
         take(QGuiApplication::clipboard()->mimeData());
-    else if (event->key() == Qt::Key_Delete && HayFoto())
-        Q_EMIT quitada();
+    else if (event->key() == Qt::Key_Delete && hasPhoto())
+        Q_EMIT removed();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter
              || event->key() == Qt::Key_Space)
-        Q_EMIT pedida();
+        Q_EMIT requested();
     else
         QLabel::keyPressEvent(event);
 }
 
-void FotoDeMascota::mouseReleaseEvent(QMouseEvent *event)
+void PatientPhoto::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (m_permitida && event->button() == Qt::LeftButton && rect().contains(event->pos()))
-        Q_EMIT pedida();
+    if (m_allowed && event->button() == Qt::LeftButton && rect().contains(event->pos()))
+        Q_EMIT requested();
 }
 
-void FotoDeMascota::dragEnterEvent(QDragEnterEvent *event)
+void PatientPhoto::dragEnterEvent(QDragEnterEvent *event)
 {
     if (event->mimeData()->hasImage() || !localFile(event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
-void FotoDeMascota::dropEvent(QDropEvent *event)
+void PatientPhoto::dropEvent(QDropEvent *event)
 {
     event->acceptProposedAction();
     take(event->mimeData());
 }
 
-void FotoDeMascota::take(const QMimeData *datos)
+void PatientPhoto::take(const QMimeData *dropped)
 {
-    if (!datos)
+    if (!dropped)
         return;
-    if (const QString file = localFile(datos); !file.isEmpty())
-        Q_EMIT archivoRecibido(file);
-    else if (datos->hasImage())
-        Q_EMIT recibida(qvariant_cast<QImage>(datos->imageData()));
+    if (const QString file = localFile(dropped); !file.isEmpty())
+        Q_EMIT receivedFile(file);
+    else if (dropped->hasImage())
+        Q_EMIT received(qvariant_cast<QImage>(dropped->imageData()));
 }
 
-void FotoDeMascota::resizeEvent(QResizeEvent *event)
+void PatientPhoto::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
-    if (!m_foto.isNull())
+    if (!m_photo.isNull())
         scale();
 }

@@ -4,23 +4,26 @@
 #include <QImage>
 #include <QLabel>
 
-class FotoDeMascota : public QLabel
+namespace clients
+{
+
+class PatientPhoto : public QLabel
 {
     Q_OBJECT
 public:
-    explicit FotoDeMascota(const QString &invitacion, QWidget *parent = nullptr);
+    explicit PatientPhoto(const QString &invitation, QWidget *parent = nullptr);
 
     /// Shows the picture of a file, or the invitation where there is none.
-    void Mostrar(const QString &archivo);
-    bool HayFoto() const;
+    void show(const QString &file);
+    bool hasPhoto() const;
     /// Whether a new picture is taken now.
-    void Permitir(bool si);
+    void allow(bool si);
 
 Q_SIGNALS:
-    void pedida(); // click, ENTER or blank
-    void recibida(const QImage &imagen);
-    void archivoRecibido(const QString &archivo);
-    void quitada(); // the Delete key
+    void requested(); // click, ENTER or blank
+    void received(const QImage &image);
+    void receivedFile(const QString &file);
+    void removed(); // the Delete key
 
 protected:
     bool event(QEvent *event) override;
@@ -32,10 +35,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void take(const QMimeData *datos);
+    void take(const QMimeData *data);
     void scale();
 
-    QString m_invitacion;
-    QImage m_foto;
-    bool m_permitida = false;
+    QString m_invitation;
+    QImage m_photo;
+    bool m_allowed = false;
 };
+
+} // namespace clients

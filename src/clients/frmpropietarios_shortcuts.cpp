@@ -3,6 +3,8 @@
 #include "clients/dialling.h"
 #include "clients/frmpropietarios_fields.h"
 #include "clients/registry.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
@@ -13,96 +15,80 @@
 #include <QPushButton>
 #include <QShortcut>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    ElijaUnRegistro = 38,
-    ElijaParaHospedar = 2262,
-    SinCorreo = 2263,
-    TelefonoNoValido = 2268,
-    ElijaParaTurno = 2269,
-    Salir = 3704,
-    Ficha_ = 9468,
-    Vender = 9469,
-    Obra = 9470,
-    Hospedaje = 9471,
-    Turnos = 9472,
-    Deuda = 9473,
-    Avisos = 9474,
-    Correo_ = 9475,
-    Llamar = 9476,
-    Imprimir = 9477,
-    CorreoNoAbre = 9523,
-    AccesoRapido = 9532,
-};
-
-enum class Necesita { Nada, Cliente, Paciente };
+enum class Needs { Nothing, Client, Patient };
 
 } // namespace
 
-struct BarraDeAccesos::Acceso {
-    QPushButton *BarraDeAccesos::*boton;
-    QStringView nombre;
-    int texto;
+struct AccessesBar::Access {
+    QPushButton *AccessesBar::*button;
+    QStringView name;
+    int text;
     QStringView dibujo;
-    QStringView formulario;
-    Necesita necesita;
-    int sinPaciente = ElijaUnRegistro; // what is said without one
-    QStringView tecla = {};            // works in every language
+    QStringView form;
+    Needs needs;
+    int withoutPatient = text::ChooseRecord; // what is said without one
+    QStringView key = {};                    // works in every language
 };
 
-const QList<BarraDeAccesos::Acceso> &BarraDeAccesos::accesses()
+const QList<AccessesBar::Access> &AccessesBar::accesses()
 {
-    using B = BarraDeAccesos;
-    using enum Necesita;
-    static const QList<Acceso> list = {
-        {&B::cmdficha, u"cmdficha", Ficha_, u"ficha", u"frmficha", Paciente, ElijaUnRegistro,
-         u"Alt+F"},
-        {&B::cmdvender, u"cmdvender", Vender, u"vender", u"frmventas", Cliente, ElijaUnRegistro,
-         u"Alt+V"},
-        {&B::cmdobra, u"cmdobra", Obra, u"obra", u"frmos", Cliente, ElijaUnRegistro, u"Alt+O"},
-        {&B::cmdHospedaje, u"cmdHospedaje", Hospedaje, u"hospedar", u"frmHospedaje", Paciente,
-         ElijaParaHospedar},
-        {&B::cmdTurnos, u"cmdTurnos", Turnos, u"turnos", u"frmTurnos", Paciente, ElijaParaTurno},
-        {&B::cmddeuda, u"cmddeuda", Deuda, u"deuda", u"frmCtaCte", Cliente},
-        {&B::cmdAvisos, u"cmdAvisos", Avisos, u"avisos", u"frmAvisosPlanificadas", Nada},
-        {&B::cmdMail, u"cmdMail", Correo_, u"correo", u"", Cliente},
-        {&B::cmdTel, u"cmdTel", Llamar, u"telefono", u"", Cliente},
-        {&B::cmdImprimir, u"cmdImprimir", Imprimir, u"imprimir", u"frmlistados", Nada},
+    using B = AccessesBar;
+    using enum Needs;
+    static const QList<Access> list = {
+        {&B::cmdficha, u"cmdficha", text::RegistryShortcutsRecord, u"ficha", u"frmficha", Patient,
+         text::ChooseRecord, u"Alt+F"},
+        {&B::cmdvender, u"cmdvender", text::RegistryShortcutsSell, u"vender", u"frmventas", Client,
+         text::ChooseRecord, u"Alt+V"},
+        {&B::cmdobra, u"cmdobra", text::RegistryShortcutsPrepaid, u"obra", u"frmos", Client,
+         text::ChooseRecord, u"Alt+O"},
+        {&B::cmdHospedaje, u"cmdHospedaje", text::RegistryShortcutsBoarding, u"hospedar",
+         u"frmHospedaje", Patient, text::ChoosePatientToBoard},
+        {&B::cmdTurnos, u"cmdTurnos", text::RegistryShortcutsAppointments, u"turnos", u"frmTurnos",
+         Patient, text::ChoosePatientToBook},
+        {&B::cmddeuda, u"cmddeuda", text::RegistryShortcutsDebt, u"deuda", u"frmCtaCte", Client},
+        {&B::cmdAvisos, u"cmdAvisos", text::RegistryShortcutsNotices, u"avisos",
+         u"frmAvisosPlanificadas", Nothing},
+        {&B::cmdMail, u"cmdMail", text::RegistryShortcutsMail, u"correo", u"", Client},
+        {&B::cmdTel, u"cmdTel", text::RegistryShortcutsCall, u"telefono", u"", Client},
+        {&B::cmdImprimir, u"cmdImprimir", text::RegistryShortcutsPrint, u"imprimir", u"frmlistados",
+         Nothing},
     };
     return list;
 }
 
-BarraDeAccesos::BarraDeAccesos(Sesion &s, Formularios &formularios, Atar::Guardia guardia,
-                               AbrirEnlace abrir, LineaDeAyuda *ayuda, QWidget *parent)
+AccessesBar::AccessesBar(Sesion &s, ui::FormRegistry &forms, ui::bind::Guard guard, OpenLink open,
+                         ui::HelpLine *help, QWidget *parent)
     : QWidget(parent),
       m_s(s),
-      m_formularios(formularios),
-      m_guardia(std::move(guardia)),
-      m_abrir(abrir ? std::move(abrir) : AbrirEnlace(&QDesktopServices::openUrl)),
-      m_ayuda(ayuda)
+      m_forms(forms),
+      m_guard(std::move(guard)),
+      m_open(open ? std::move(open) : OpenLink(&QDesktopServices::openUrl)),
+      m_help(help)
 {
     build();
     buildMenu();
 }
 
-void BarraDeAccesos::build()
+void AccessesBar::build()
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->setSpacing(0);
-    for (const Acceso &access : accesses()) {
-        const QString caption = m_s(access.texto);
-        auto *b = new QPushButton(Icono(access.dibujo.toString()), {});
-        b->setObjectName(access.nombre.toString());
-        PonerTitulo(b, caption);
+    for (const Access &access : accesses()) {
+        const QString caption = m_s(access.text);
+        auto *b = new QPushButton(ui::namedIcon(access.dibujo.toString()), {});
+        b->setObjectName(access.name.toString());
+        setTitle(b, caption);
         b->setProperty("clase", u"barra"_s);
         b->setIconSize({20, 20});
         b->setAutoDefault(false);
-        const QKeySequence key(access.tecla.toString());
+        const QKeySequence key(access.key.toString());
         if (!key.isEmpty()) {
             b->setToolTip(b->accessibleName() + u" ("_s + key.toString(QKeySequence::NativeText)
                           + u')');
@@ -110,27 +96,27 @@ void BarraDeAccesos::build()
                 connect(new QShortcut(key, this), &QShortcut::activated, b, &QPushButton::click);
         }
         connect(b, &QPushButton::clicked, this, [this, &access] { take(access); });
-        this->*access.boton = b;
+        this->*access.button = b;
         row->addWidget(b);
     }
 }
 
-void BarraDeAccesos::buildMenu()
+void AccessesBar::buildMenu()
 {
     m_menu = new QMenu(this);
     m_menu->setObjectName(u"menuRapido"_s);
-    m_menu->setAccessibleName(m_s(AccesoRapido));
+    m_menu->setAccessibleName(m_s(text::QuickAccess));
     m_menu->installEventFilter(this);
-    m_titulo = m_menu->addAction(QString());
-    m_titulo->setObjectName(u"menuTitulo"_s);
-    m_titulo->setEnabled(false);
+    m_title = m_menu->addAction(QString());
+    m_title->setObjectName(u"menuTitulo"_s);
+    m_title->setEnabled(false);
     m_menu->addSeparator();
     QPushButton *const buttons[] = {cmdficha, cmdvender, cmdobra, nullptr};
-    for (size_t i = 0; i < m_entradas.size(); ++i) {
+    for (size_t i = 0; i < m_entries.size(); ++i) {
         QPushButton *b = buttons[i];
         const QString number = QString::number(i + 1);
-        const QString caption = b ? b->text() : u'&' + m_s(Salir);
-        QAction *entry = m_entradas[i] = m_menu->addAction(caption + u'\t' + number);
+        const QString caption = b ? b->text() : u'&' + m_s(text::Exit);
+        QAction *entry = m_entries[i] = m_menu->addAction(caption + u'\t' + number);
         entry->setObjectName(u"menu"_s + number);
         if (!b)
             continue;
@@ -141,87 +127,86 @@ void BarraDeAccesos::buildMenu()
     }
 }
 
-void BarraDeAccesos::Actualizar(bool libre)
+void AccessesBar::update(bool free)
 {
-    for (const Acceso &access : accesses()) {
-        const bool known =
-            access.formulario.isEmpty() || m_formularios.Existe(access.formulario.toString());
+    for (const Access &access : accesses()) {
+        const bool known = access.form.isEmpty() || m_forms.exists(access.form.toString());
         // Who has no patient yet is told so; what is not there at all cannot be pressed.
-        const bool tells = access.sinPaciente != ElijaUnRegistro && m_s.IdGlobal.idm == 0;
-        (this->*access.boton)->setEnabled(libre && (known || tells));
+        const bool tells = access.withoutPatient != text::ChooseRecord && m_s.IdGlobal.idm == 0;
+        (this->*access.button)->setEnabled(free && (known || tells));
     }
 }
 
-void BarraDeAccesos::PonerHospedaje(Estancia estancia)
+void AccessesBar::setBoarding(boarding::Stay stay)
 {
-    cmdHospedaje->setProperty("tag", EtiquetaDe(estancia));
-    cmdHospedaje->setIcon(Icono(DibujoDe(estancia)));
+    cmdHospedaje->setProperty("tag", boarding::labelOf(stay));
+    cmdHospedaje->setIcon(ui::namedIcon(boarding::pictureOf(stay)));
 }
 
-void BarraDeAccesos::take(const Acceso &acceso)
+void AccessesBar::take(const Access &access)
 {
-    if (acceso.necesita != Necesita::Nada && m_s.IdGlobal.idc == 0)
-        return m_s.dialogos.Mensaje(m_s(acceso.sinPaciente));
-    if (acceso.necesita == Necesita::Paciente && m_s.IdGlobal.idm == 0)
-        return m_s.dialogos.Mensaje(m_s(acceso.sinPaciente));
-    if (acceso.boton == &BarraDeAccesos::cmdTel)
-        return Telefono();
-    m_guardia([this, &acceso] {
-        if (acceso.boton == &BarraDeAccesos::cmdMail)
-            Correo(savedMail());
+    if (access.needs != Needs::Nothing && m_s.IdGlobal.idc == 0)
+        return m_s.dialogos.Mensaje(m_s(access.withoutPatient));
+    if (access.needs == Needs::Patient && m_s.IdGlobal.idm == 0)
+        return m_s.dialogos.Mensaje(m_s(access.withoutPatient));
+    if (access.button == &AccessesBar::cmdTel)
+        return telephone();
+    m_guard([this, &access] {
+        if (access.button == &AccessesBar::cmdMail)
+            Mail(savedMail());
         else
-            m_formularios.Abrir(acceso.formulario.toString());
+            m_forms.open(access.form.toString());
     });
 }
 
-QString BarraDeAccesos::savedMail()
+QString AccessesBar::savedMail()
 {
-    const auto client = LeerCliente(m_s, m_s.IdGlobal.idc);
+    const auto client = readClient(m_s, m_s.IdGlobal.idc);
     return client ? client->email : QString();
 }
 
-void BarraDeAccesos::Correo(const QString &direcciones)
+void AccessesBar::Mail(const QString &addresses)
 {
-    const QString plain = direcciones.simplified().remove(u' ');
+    const QString plain = addresses.simplified().remove(u' ');
     if (plain.isEmpty())
-        return m_s.dialogos.Mensaje(m_s(SinCorreo));
+        return m_s.dialogos.Mensaje(m_s(text::ClientHasNoMail));
     QUrl link;
     link.setScheme(u"mailto"_s);
     link.setPath(plain);
-    if (!m_abrir(link))
-        m_ayuda->Fallo(m_s(CorreoNoAbre));
+    if (!m_open(link))
+        m_help->faultOf(m_s(text::MailProgramFailed));
 }
 
-void BarraDeAccesos::Telefono()
+void AccessesBar::telephone()
 {
-    m_guardia([this] {
+    m_guard([this] {
         QStringList numbers;
-        if (const auto client = LeerCliente(m_s, m_s.IdGlobal.idc))
+        if (const auto client = readClient(m_s, m_s.IdGlobal.idc))
             for (const QString &phone : (client->tel2 + u',' + client->telc2).split(u','))
-                if (const QString number = NumeroParaMarcar(phone); !number.isEmpty())
+                if (const QString number = NumberToDial(phone); !number.isEmpty())
                     numbers << number;
         if (numbers.isEmpty())
-            return m_s.dialogos.Mensaje(m_s(TelefonoNoValido));
-        m_formularios.Abrir(u"frmTel"_s, {{u"numeros"_s, numbers}});
+            return m_s.dialogos.Mensaje(m_s(text::InvalidPhone));
+        m_forms.open(u"frmTel"_s, {{u"numeros"_s, numbers}});
     });
 }
 
-void BarraDeAccesos::AbrirMenu(const QPoint &lugar, const QString &cliente)
+void AccessesBar::openMenu(const QPoint &place, const QString &client)
 {
     // An & of the name is no ALT key.
-    m_titulo->setText(QString(cliente).replace(u'&', u"&&"_s));
-    m_menu->popup(lugar);
-    for (QAction *entry : m_entradas)
+    m_title->setText(QString(client).replace(u'&', u"&&"_s));
+    m_menu->popup(place);
+    for (QAction *entry : m_entries)
         if (entry->isEnabled())
             return m_menu->setActiveAction(entry);
 }
 
-bool BarraDeAccesos::eventFilter(QObject *watched, QEvent *event)
+bool AccessesBar::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_menu && event->type() == QEvent::KeyPress) {
         const int digit = static_cast<QKeyEvent *>(event)->key() - Qt::Key_1;
-        if (digit >= 0 && size_t(digit) < m_entradas.size()) {
-            QAction *entry = m_entradas[size_t(digit)];
+        if (digit >= 0 && size_t(digit) < m_entries.size()) {
+            QAction *entry = m_entries[size_t(digit)];
             if (entry->isEnabled()) {
                 m_menu->close();
                 entry->trigger();

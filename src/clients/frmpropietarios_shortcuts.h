@@ -7,54 +7,65 @@
 #include <QUrl>
 #include <array>
 
-class Formularios;
-class LineaDeAyuda;
+namespace ui
+{
+
+class FormRegistry;
+class HelpLine;
+
+} // namespace ui
+
 class QMenu;
 class QPushButton;
 
-/// Hands a link to the desktop; tests put their own. @return false when nothing opens it
-using AbrirEnlace = std::function<bool(const QUrl &)>;
+namespace clients
+{
 
-class BarraDeAccesos : public QWidget
+/// Hands a link to the desktop; tests put their own. @return false when nothing opens it
+using OpenLink = std::function<bool(const QUrl &)>;
+
+class AccessesBar : public QWidget
 {
     Q_OBJECT
 public:
-    BarraDeAccesos(Sesion &s, Formularios &formularios, Atar::Guardia guardia, AbrirEnlace abrir,
-                   LineaDeAyuda *ayuda, QWidget *parent = nullptr);
+    AccessesBar(Sesion &s, ui::FormRegistry &forms, ui::bind::Guard guard, OpenLink open,
+                ui::HelpLine *help, QWidget *parent = nullptr);
 
     /// Says again which buttons can be used with the client and patient of the session.
-    /// @param libre nothing is being entered
-    void Actualizar(bool libre);
+    /// @param free nothing is being entered
+    void update(bool free);
     /// The button of the kennels for the patient shown.
-    void PonerHospedaje(Estancia estancia);
+    void setBoarding(boarding::Stay stay);
     /// The quick access menu of the client with this name: record, sell, prepaid, exit; by letter,
     /// digit or mouse.
-    void AbrirMenu(const QPoint &lugar, const QString &cliente);
+    void openMenu(const QPoint &place, const QString &client);
     /// Writes to these addresses, parted by commas.
-    void Correo(const QString &direcciones);
-    QPushButton *Ficha() const { return cmdficha; }
+    void Mail(const QString &addresses);
+    QPushButton *recordOf() const { return cmdficha; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    struct Acceso;
-    static const QList<Acceso> &accesses();
+    struct Access;
+    static const QList<Access> &accesses();
     void build();
     void buildMenu();
-    void take(const Acceso &acceso);
+    void take(const Access &access);
     QString savedMail();
-    void Telefono();
+    void telephone();
 
     Sesion &m_s;
-    Formularios &m_formularios;
-    Atar::Guardia m_guardia;
-    AbrirEnlace m_abrir;
-    LineaDeAyuda *m_ayuda;
+    ui::FormRegistry &m_forms;
+    ui::bind::Guard m_guard;
+    OpenLink m_open;
+    ui::HelpLine *m_help;
     QMenu *m_menu = nullptr;
-    QAction *m_titulo = nullptr;
-    std::array<QAction *, 4> m_entradas{}; // menu1 to menu4
+    QAction *m_title = nullptr;
+    std::array<QAction *, 4> m_entries{}; // menu1 to menu4
 
     QPushButton *cmdficha, *cmdvender, *cmdobra, *cmdHospedaje, *cmdTurnos, *cmddeuda, *cmdAvisos,
         *cmdMail, *cmdTel, *cmdImprimir;
 };
+
+} // namespace clients

@@ -1,6 +1,8 @@
 #include "clients/frmtel.h"
 
 #include "store/settings_row.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/help_line.h"
 #include "ui/theme.h"
 
@@ -9,78 +11,65 @@
 #include <QPushButton>
 #include <QSerialPortInfo>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    TelefonoNoValido = 2268,
-    Marcando = 4405,
-    Numero = 9514,
-    Titulo = 9535,
-    Puerto = 9536,
-    Llamar = 9537,
-    Terminar = 9538,
-    ElijaElPuerto = 9539,
-    Marcado = 9540,
-    NoSePudo = 9541,
-    SinRespuesta = 9542,
-    Terminada = 9543,
-};
-
 // A modem is this machine's, not the clinic's.
 const QString portSetting = u"frmTel/puerto"_s;
 
-constexpr int smallestWidth = 400;
+constexpr int SmallestWidth = 400;
 
 } // namespace
 
-frmTel::frmTel(Sesion &s, QWidget *parent) : FormBase(s, u"frmTel"_s, parent)
+frmTel::frmTel(Sesion &s, QWidget *parent) : ui::FormBase(s, u"frmTel"_s, parent)
 {
-    setWindowTitle(s(Titulo));
+    setWindowTitle(s(text::CallTitle));
     setWindowModality(Qt::ApplicationModal);
     build();
-    connect(&m_marcador, &Marcador::marcado, this, [this] { lblEstado->Logro(m_s(Marcado)); });
-    connect(&m_marcador, &Marcador::fallado, this, &frmTel::failed);
+    connect(&m_dialler, &Dialler::marked, this,
+            [this] { lblEstado->success(m_s(text::CallDialled)); });
+    connect(&m_dialler, &Dialler::failed, this, &frmTel::failed);
 }
 
-frmTel::~frmTel() { m_marcador.Terminar(); }
+frmTel::~frmTel() { m_dialler.finish(); }
 
 void frmTel::build()
 {
-    cmbNumero = named(new QComboBox, u"cmbNumero"_s, m_s(Numero));
-    cmbPuerto = named(new QComboBox, u"cmbPuerto"_s, m_s(Puerto));
+    cmbNumero = named(new QComboBox, u"cmbNumero"_s, m_s(text::RegistryClientNumber));
+    cmbPuerto = named(new QComboBox, u"cmbPuerto"_s, m_s(text::CallPort));
     for (QComboBox *list : {cmbNumero, cmbPuerto}) {
         list->setEditable(true);
         list->setInsertPolicy(QComboBox::NoInsert);
         list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
-    cmdLlamar = button(u"cmdLlamar"_s, Llamar);
+    cmdLlamar = button(u"cmdLlamar"_s, text::CallButton);
     cmdLlamar->setDefault(true);
-    cmdTerminar = button(u"cmdTerminar"_s, Terminar);
-    lblEstado = named(new LineaDeAyuda, u"lblEstado"_s, {});
+    cmdTerminar = button(u"cmdTerminar"_s, text::HangUpButton);
+    lblEstado = named(new ui::HelpLine, u"lblEstado"_s, {});
 
     auto *boxes = new QFormLayout;
-    boxes->setHorizontalSpacing(Espacio::L);
-    boxes->setVerticalSpacing(Espacio::M);
+    boxes->setHorizontalSpacing(ui::space::L);
+    boxes->setVerticalSpacing(ui::space::M);
     boxes->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     boxes->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    boxes->addRow(m_s(Numero), cmbNumero);
-    boxes->addRow(m_s(Puerto), cmbPuerto);
+    boxes->addRow(m_s(text::RegistryClientNumber), cmbNumero);
+    boxes->addRow(m_s(text::CallPort), cmbPuerto);
     auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(Espacio::S);
+    buttons->setSpacing(ui::space::S);
     buttons->addStretch();
     buttons->addWidget(cmdTerminar);
     buttons->addWidget(cmdLlamar);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::XL, Espacio::XL, Espacio::XL, Espacio::L);
-    all->setSpacing(Espacio::L);
+    all->setContentsMargins(ui::space::XL, ui::space::XL, ui::space::XL, ui::space::L);
+    all->setSpacing(ui::space::L);
     all->addLayout(boxes);
     all->addWidget(lblEstado);
     all->addLayout(buttons);
-    setMinimumWidth(smallestWidth);
+    setMinimumWidth(SmallestWidth);
 
     enterChain({cmbNumero, cmbPuerto, cmdLlamar});
     setTabOrder(cmdLlamar, cmdTerminar);
@@ -88,18 +77,18 @@ void frmTel::build()
     connect(cmdTerminar, &QPushButton::clicked, this, &frmTel::hangUp);
 }
 
-void frmTel::opened(const QVariantMap &parametros)
+void frmTel::opened(const QVariantMap &parameters)
 {
     cmbNumero->clear();
-    cmbNumero->addItems(parametros.value(u"numeros"_s).toStringList());
+    cmbNumero->addItems(parameters.value(u"numeros"_s).toStringList());
     listPorts();
     cmdLlamar->setFocus();
-    lblEstado->Limpiar();
+    lblEstado->clean();
     // Once it is on the screen: what goes wrong is told there.
     if (!cmbPuerto->currentText().isEmpty()) {
         QTimer::singleShot(0, this, &frmTel::call);
     } else {
-        lblEstado->Decir(m_s(ElijaElPuerto));
+        lblEstado->tell(m_s(text::CallHint));
         cmbPuerto->setFocus();
     }
 }
@@ -109,7 +98,7 @@ void frmTel::listPorts()
     QStringList ports;
     for (const QSerialPortInfo &port : QSerialPortInfo::availablePorts())
         ports << port.portName();
-    const QString last = LeerAjusteDeMaquina(m_s, portSetting);
+    const QString last = store::readMachineSetting(m_s, portSetting);
     cmbPuerto->clear();
     cmbPuerto->addItems(ports);
     // Several ports, and none of them ever used: the first is seldom the modem.
@@ -118,35 +107,36 @@ void frmTel::listPorts()
 
 void frmTel::call()
 {
-    const QString number = NumeroParaMarcar(cmbNumero->currentText());
+    const QString number = NumberToDial(cmbNumero->currentText());
     const QString port = cmbPuerto->currentText().trimmed();
     if (number.isEmpty()) {
-        lblEstado->Fallo(m_s(TelefonoNoValido));
+        lblEstado->faultOf(m_s(text::InvalidPhone));
         return cmbNumero->setFocus();
     }
     if (port.isEmpty()) {
-        lblEstado->Fallo(m_s(ElijaElPuerto));
+        lblEstado->faultOf(m_s(text::CallHint));
         return cmbPuerto->setFocus();
     }
-    lblEstado->Decir(m_s(Marcando) + number);
-    if (!m_marcador.Llamar(port, number))
-        return failed(m_marcador.Error());
-    guarded([this, &port] { GuardarAjusteDeMaquina(m_s, portSetting, port); });
+    lblEstado->tell(m_s(text::DiallingTitle) + number);
+    if (!m_dialler.call(port, number))
+        return failed(m_dialler.error());
+    guarded([this, &port] { store::saveMachineSetting(m_s, portSetting, port); });
 }
 
-void frmTel::failed(const QString &motivo)
+void frmTel::failed(const QString &reason)
 {
-    lblEstado->Fallo(m_s(NoSePudo) + u' ' + (motivo.isEmpty() ? m_s(SinRespuesta) : motivo));
+    lblEstado->faultOf(m_s(text::CallFailed) + u' '
+                       + (reason.isEmpty() ? m_s(text::ModemDoesNotAnswer) : reason));
 }
 
 void frmTel::hangUp()
 {
-    m_marcador.Terminar();
-    lblEstado->Decir(m_s(Terminada));
+    m_dialler.finish();
+    lblEstado->tell(m_s(text::CallEnded));
 }
 
 void frmTel::reject()
 {
-    m_marcador.Terminar();
-    FormBase::reject();
+    m_dialler.finish();
+    ui::FormBase::reject();
 }

@@ -4,19 +4,25 @@
 #include "clients/dialling.h"
 #include "ui/form_base.h"
 
-class LineaDeAyuda;
+namespace ui
+{
+
+class HelpLine;
+
+} // namespace ui
+
 class QComboBox;
 class QPushButton;
 
 /// Opened with `numeros`, it calls the first as soon as it knows the port; closing hangs up.
-class frmTel : public FormBase
+class frmTel : public ui::FormBase
 {
     Q_OBJECT
 public:
     explicit frmTel(Sesion &s, QWidget *parent = nullptr);
     ~frmTel() override;
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
     void reject() override;
 
 private:
@@ -24,12 +30,12 @@ private:
     void call();
     void hangUp();
     void listPorts();
-    void failed(const QString &motivo);
+    void failed(const QString &reason);
 
-    Marcador m_marcador;
+    clients::Dialler m_dialler;
     QComboBox *cmbNumero = nullptr;
     QComboBox *cmbPuerto = nullptr;
     QPushButton *cmdLlamar = nullptr;
     QPushButton *cmdTerminar = nullptr;
-    LineaDeAyuda *lblEstado = nullptr;
+    ui::HelpLine *lblEstado = nullptr;
 };

@@ -2,51 +2,53 @@
 
 #include "clients/reference_lists.h"
 
-QString DominioDe(const QString &direcciones)
+using namespace clients;
+
+QString clients::domainOf(const QString &addresses)
 {
-    const qsizetype arroba = direcciones.lastIndexOf(u'@');
-    if (arroba < 0)
+    const qsizetype at = addresses.lastIndexOf(u'@');
+    if (at < 0)
         return {};
-    const QString resto = direcciones.sliced(arroba + 1);
+    const QString rest = addresses.sliced(at + 1);
     qsizetype fin = 0;
-    while (fin < resto.size() && !resto[fin].isSpace() && resto[fin] != u',' && resto[fin] != u';')
+    while (fin < rest.size() && !rest[fin].isSpace() && rest[fin] != u',' && rest[fin] != u';')
         ++fin;
-    return resto.first(fin);
+    return rest.first(fin);
 }
 
-QStringList DominiosConocidos(Sesion &s)
+QStringList clients::knownDomains(Sesion &s)
 {
-    QStringList dominios;
+    QStringList domains;
     Recordset r = s.clientes->OpenSnapshot("select nom from email order by nom");
     for (; !r.EOF_(); r.MoveNext())
-        dominios << r[0].toText();
-    return dominios;
+        domains << r[0].toText();
+    return domains;
 }
 
-QString CompletarDominio(Sesion &s, const QString &texto)
+QString clients::completeDomain(Sesion &s, const QString &text)
 {
-    const QString comienzo = DominioDe(texto);
-    if (comienzo.isEmpty() || !texto.endsWith(comienzo))
+    const QString beginning = domainOf(text);
+    if (beginning.isEmpty() || !text.endsWith(beginning))
         return {};
     return s.clientes
-        ->Leer("select top 1 nom from email where nom like ? order by nom",
-               PatronDePrefijo(comienzo))
+        ->read("select top 1 nom from email where nom like ? order by nom",
+               prefixPattern(beginning))
         .toText();
 }
 
-bool AsentarCorreo(Sesion &s, const QString &direcciones, int idc)
+bool clients::settleMail(Sesion &s, const QString &addresses, int idc)
 {
     Lote lote(s);
-    const QString dominio = s.clientes->Recortado("email", "nom", DominioDe(direcciones));
-    if (!dominio.isEmpty()
-        && s.clientes->Leer("select nom from email where nom = ?", dominio).EsNulo())
-        s.clientes->Execute("insert into email (nom) values (?)", dominio);
+    const QString domain = s.clientes->trimmed("email", "nom", domainOf(addresses));
+    if (!domain.isEmpty()
+        && s.clientes->read("select nom from email where nom = ?", domain).isNull())
+        s.clientes->Execute("insert into email (nom) values (?)", domain);
     // What holds no "@" is no address that a mail could go to.
-    const bool faltaba =
-        idc != 0 && direcciones.contains(u'@')
-        && s.clientes->Leer("select FaltaMail from clientes where idc = ?", idc).toBool();
-    if (faltaba)
+    const bool wasMissing =
+        idc != 0 && addresses.contains(u'@')
+        && s.clientes->read("select FaltaMail from clientes where idc = ?", idc).toBool();
+    if (wasMissing)
         s.clientes->Execute("update clientes set FaltaMail = 0 where idc = ?", idc);
-    lote.Confirmar();
-    return faltaba;
+    lote.commit();
+    return wasMissing;
 }

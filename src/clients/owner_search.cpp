@@ -5,23 +5,25 @@
 #include "store/jet/text.h"
 #include "ui/grid.h"
 
+using namespace clients;
+
 namespace
 {
 
-int findPlainName(const ModeloDeGrilla &grid, int column, const QString &text)
+int findPlainName(const ui::GridModel &grid, int column, const QString &text)
 {
-    const std::string wanted = jet::Llano(text.toStdString());
+    const std::string wanted = jet::plainOf(text.toStdString());
     if (wanted.empty())
         return -1;
     // Most names are told apart by their first letter, which costs nothing to see.
     const auto beginsOtherwise = [first = wanted.front()](QChar c) {
         return c.unicode() < 0x80 && uchar(first) < 0x80 && c.toLower() != QLatin1Char(first);
     };
-    for (int row = 0; row < grid.Filas(); ++row) {
-        const QString name = grid.Fila(row).celdas[column].toText();
+    for (int row = 0; row < grid.allRows(); ++row) {
+        const QString name = grid.Row(row).cells[column].toText();
         if (name.isEmpty() || beginsOtherwise(name.front()))
             continue;
-        if (jet::Llano(name.left(text.size()).toStdString()) == wanted)
+        if (jet::plainOf(name.left(text.size()).toStdString()) == wanted)
             return row;
     }
     return -1;
@@ -37,11 +39,11 @@ QString digitsOf(const QString &text)
 }
 
 // Telephones are written with blanks and dashes, and asked for without them, or the other way.
-int findDigits(const ModeloDeGrilla &grid, int column, const QString &text)
+int findDigits(const ui::GridModel &grid, int column, const QString &text)
 {
     const QString wanted = digitsOf(text);
-    for (int row = 0; row < grid.Filas(); ++row)
-        if (digitsOf(grid.Fila(row).celdas[column].toText()).startsWith(wanted))
+    for (int row = 0; row < grid.allRows(); ++row)
+        if (digitsOf(grid.Row(row).cells[column].toText()).startsWith(wanted))
             return row;
     return -1;
 }
@@ -55,41 +57,41 @@ bool looksLikePhone(const QString &text)
 
 } // namespace
 
-int BuscarPropietario(const ModeloDeGrilla &clientes, const QString &texto)
+int clients::findOwner(const ui::GridModel &clientes, const QString &typed)
 {
-    const QString text = texto.trimmed();
-    const int last = clientes.Filas() - 1;
-    switch (TipoDeBusqueda(text)) {
-    case BusquedaDeCliente::Id:
-        return clientes.BuscarEnGrilla(text.toInt(), ColumnaDeCliente::Idc, 0, last);
-    case BusquedaDeCliente::Telefono: {
-        const int row = clientes.BuscarEnGrilla(text, ColumnaDeCliente::Telefono, 0, last);
-        return row >= 0 ? row : findDigits(clientes, ColumnaDeCliente::Telefono, text);
+    const QString text = typed.trimmed();
+    const int last = clientes.allRows() - 1;
+    switch (searchType(text)) {
+    case ClientSearch::Id:
+        return clientes.BuscarEnGrilla(text.toInt(), ClientColumn::Idc, 0, last);
+    case ClientSearch::Telephone: {
+        const int row = clientes.BuscarEnGrilla(text, ClientColumn::Telephone, 0, last);
+        return row >= 0 ? row : findDigits(clientes, ClientColumn::Telephone, text);
     }
-    case BusquedaDeCliente::Nombre: {
-        const int row = clientes.BuscarEnGrilla(text, ColumnaDeCliente::Nombre, 0, last);
+    case ClientSearch::Name: {
+        const int row = clientes.BuscarEnGrilla(text, ClientColumn::Name, 0, last);
         if (row < 0 && looksLikePhone(text))
-            return findDigits(clientes, ColumnaDeCliente::Telefono, text);
-        return row >= 0 ? row : findPlainName(clientes, ColumnaDeCliente::Nombre, text);
+            return findDigits(clientes, ClientColumn::Telephone, text);
+        return row >= 0 ? row : findPlainName(clientes, ClientColumn::Name, text);
     }
-    case BusquedaDeCliente::Nada:
+    case ClientSearch::Nothing:
         break;
     }
     return -1;
 }
 
-int BuscarMascota(const ModeloDeGrilla &mascotas, const QString &texto)
+int clients::findPatient(const ui::GridModel &mascotas, const QString &typed)
 {
-    constexpr int name = ColumnaDePaciente::Nombre;
-    const QString text = texto.trimmed();
-    int row = mascotas.BuscarEnGrilla(text, name, 0, mascotas.Filas() - 1);
+    constexpr int name = PatientColumn::Name;
+    const QString text = typed.trimmed();
+    int row = mascotas.BuscarEnGrilla(text, name, 0, mascotas.allRows() - 1);
     if (row < 0)
         row = findPlainName(mascotas, name, text);
     if (row >= 0 || !text.contains(u'*'))
         return row;
-    const jet::Patron pattern(PatronConAsteriscos(text).toStdString());
-    for (row = 0; row < mascotas.Filas(); ++row)
-        if (pattern.Cumple(mascotas.Fila(row).celdas[name].toText().toStdString()))
+    const jet::Pattern pattern(patternWithStars(text).toStdString());
+    for (row = 0; row < mascotas.allRows(); ++row)
+        if (pattern.meets(mascotas.Row(row).cells[name].toText().toStdString()))
             return row;
     return -1;
 }

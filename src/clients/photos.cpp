@@ -8,35 +8,35 @@
 #include <QImage>
 #include <QSaveFile>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr int LadoMayor = 1600;
+constexpr int LongerSide = 1600;
 } // namespace
 
-QString ArchivoDeFoto(const Sesion &s, int idm)
+QString clients::photoFile(const Sesion &s, int idm)
 {
-    return RutaBajo(s.carpetaDeDatos, u"mascotas/fot/"_s + QString::number(idm) + u".bmp"_s);
+    return store::pathUnder(s.dataFolder, u"mascotas/fot/"_s + QString::number(idm) + u".bmp"_s);
 }
 
-void GuardarFoto(Sesion &s, int idm, const QImage &imagen)
+void clients::savePhoto(Sesion &s, int idm, const QImage &image)
 {
-    const QString ruta = ArchivoDeFoto(s, idm);
-    QImage foto = imagen;
-    if (std::max(foto.width(), foto.height()) > LadoMayor)
-        foto = foto.scaled(LadoMayor, LadoMayor, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    QSaveFile archivo(ruta);
-    if (foto.isNull() || !QDir().mkpath(QFileInfo(ruta).path())
-        || !archivo.open(QIODevice::WriteOnly)
-        || !foto.convertToFormat(QImage::Format_RGB32).save(&archivo, "BMP") || !archivo.flush()
-        || !archivo.commit())
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, ruta);
+    const QString ruta = photoFile(s, idm);
+    QImage photo = image;
+    if (std::max(photo.width(), photo.height()) > LongerSide)
+        photo = photo.scaled(LongerSide, LongerSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QSaveFile file(ruta);
+    if (photo.isNull() || !QDir().mkpath(QFileInfo(ruta).path()) || !file.open(QIODevice::WriteOnly)
+        || !photo.convertToFormat(QImage::Format_RGB32).save(&file, "BMP") || !file.flush()
+        || !file.commit())
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, ruta);
     s.clientes->Execute("update mascotas set fot = -1 where idm = ?", idm);
 }
 
-void QuitarFoto(Sesion &s, int idm)
+void clients::removePhoto(Sesion &s, int idm)
 {
     s.clientes->Execute("update mascotas set fot = 0 where idm = ?", idm);
-    QFile::remove(ArchivoDeFoto(s, idm));
+    QFile::remove(photoFile(s, idm));
 }

@@ -1,8 +1,10 @@
 #include "clients/profiles.h"
 
+#include "texts/texts.h"
+
 bool ClienteDestacado(Sesion &s, int idc)
 {
-    Recordset &clientes = s.listas.clientes;
+    Recordset &clientes = s.lists.clientes;
     clientes.FindFirst("idc = ?", idc);
     return !clientes.NoMatch() && clientes["Perfil1"].toBool() && clientes["Perfil3"].toBool()
            && !clientes["Perfil2"].toBool();
@@ -10,14 +12,15 @@ bool ClienteDestacado(Sesion &s, int idc)
 
 QString TextoPerfil(Sesion &s, int idc)
 {
-    QStringList lineas;
+    QStringList lines;
     if (ClienteDestacado(s, idc))
-        lineas << s(2280);
+        lines << s(text::ProfileOutstanding);
     const Recordset r = s.clientes->OpenSnapshot(
         "select perfil1, perfil2, perfil3, perfil4, perfil5 from clientes where idc = ?", idc);
-    constexpr int textos[] = {2737, 2735, 2738, 2734, 2736};
+    constexpr int texts[] = {text::GoodBuyer, text::PaysLate, text::FrequentProfile,
+                             text::MissesAppointments, text::Debtor};
     for (int i = 0; !r.EOF_() && i < 5; ++i)
         if (r[i].toBool())
-            lineas << s(textos[i]);
-    return lineas.join(u'\n');
+            lines << s(texts[i]);
+    return lines.join(u'\n');
 }

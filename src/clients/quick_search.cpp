@@ -6,248 +6,249 @@
 #include <limits>
 #include <unordered_map>
 
+using namespace clients;
+
 namespace
 {
 
 // How well a word is met.
-enum Grado : quint8 { Comienza, Contiene, Nada };
+enum Degree : quint8 { Begins, Contains, Nothing };
 
-bool EsDigito(char c) { return c >= '0' && c <= '9'; }
-bool EsLetra(char c) { return c < 0 || EsDigito(c) || (c >= 'a' && c <= 'z'); }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isLetter(char c) { return c < 0 || isDigit(c) || (c >= 'a' && c <= 'z'); }
 
 // The digits alone; numbers that commas part stay parted, by a blank each.
-std::string Digitos(std::string_view texto)
+std::string digitsOf(std::string_view text)
 {
-    std::string digitos;
-    for (const char c : texto) {
-        if (EsDigito(c))
-            digitos += c;
-        else if ((c == ',' || c == ';' || c == '/') && !digitos.empty() && digitos.back() != ' ')
-            digitos += ' ';
+    std::string digits;
+    for (const char c : text) {
+        if (isDigit(c))
+            digits += c;
+        else if ((c == ',' || c == ';' || c == '/') && !digits.empty() && digits.back() != ' ')
+            digits += ' ';
     }
-    return digitos;
+    return digits;
 }
 
 // One word of what is looked for.
-struct Palabra {
-    std::string letras;
-    std::string digitos; // empty for what is no number
-    int id = 0;          // 0 for what is no id
+struct Word {
+    std::string letters;
+    std::string digits; // empty for what is no number
+    int id = 0;         // 0 for what is no id
 };
 
-std::vector<Palabra> PalabrasDe(const QString &texto)
+std::vector<Word> wordsOf(const QString &text)
 {
-    std::vector<Palabra> palabras;
-    const QStringList partes = texto.split(u' ', Qt::SkipEmptyParts);
-    for (const QString &parte : partes) {
-        Palabra p;
-        p.letras = jet::Llano(parte.toStdString());
+    std::vector<Word> words;
+    const QStringList parts = text.split(u' ', Qt::SkipEmptyParts);
+    for (const QString &part : parts) {
+        Word p;
+        p.letters = jet::plainOf(part.toStdString());
         // As telephones are written: 099-123, (02) 4812.
-        if (p.letras.find_first_not_of("0123456789-.()+/") == std::string::npos)
-            for (const char c : p.letras)
-                if (EsDigito(c))
-                    p.digitos += c;
-        if (p.digitos.size() == p.letras.size() && p.digitos.size() < 5)
-            p.id = parte.toInt();
-        if (!p.letras.empty())
-            palabras.push_back(std::move(p));
+        if (p.letters.find_first_not_of("0123456789-.()+/") == std::string::npos)
+            for (const char c : p.letters)
+                if (isDigit(c))
+                    p.digits += c;
+        if (p.digits.size() == p.letters.size() && p.digits.size() < 5)
+            p.id = part.toInt();
+        if (!p.letters.empty())
+            words.push_back(std::move(p));
     }
-    return palabras;
+    return words;
 }
 
 // At the beginning of a word of the text, inside of one, or nowhere.
-Grado GradoEn(std::string_view texto, std::string_view buscado)
+Degree degreeIn(std::string_view text, std::string_view sought)
 {
-    Grado grado = Nada;
-    for (size_t i = texto.find(buscado); i != texto.npos; i = texto.find(buscado, i + 1)) {
-        if (i == 0 || !EsLetra(texto[i - 1]))
-            return Comienza;
-        grado = Contiene;
+    Degree degree = Nothing;
+    for (size_t i = text.find(sought); i != text.npos; i = text.find(sought, i + 1)) {
+        if (i == 0 || !isLetter(text[i - 1]))
+            return Begins;
+        degree = Contains;
     }
-    return grado;
+    return degree;
 }
 
-Grado GradoDeDigitos(std::string_view texto, const Palabra &p)
+Degree digitsDegree(std::string_view text, const Word &p)
 {
-    return p.digitos.empty() ? Nada : GradoEn(texto, p.digitos);
+    return p.digits.empty() ? Nothing : degreeIn(text, p.digits);
 }
 
 // What is shown of an owner; without id when it is gone.
-HalladoRapido Dueno(Sesion &s, int idc)
+FoundQuick Owner(Sesion &s, int idc)
 {
-    HalladoRapido h;
+    FoundQuick h;
     const Recordset c =
         s.clientes->OpenSnapshot("select ayn, tel2, telc2 from clientes where idc = ?", idc);
     if (c.EOF_())
         return h;
     h.idc = idc;
-    h.propietario = c[0].toText();
-    h.telefonos = c[1].toText();
-    if (const QString celular = c[2].toText(); !celular.isEmpty())
-        h.telefonos += (h.telefonos.isEmpty() ? QString() : QStringLiteral(" / ")) + celular;
+    h.owner = c[0].toText();
+    h.telephones = c[1].toText();
+    if (const QString mobile = c[2].toText(); !mobile.isEmpty())
+        h.telephones += (h.telephones.isEmpty() ? QString() : QStringLiteral(" / ")) + mobile;
     return h;
 }
 
 } // namespace
 
-struct IndiceRapido::Acierto {
-    int grado = 0; // words that only stand inside of others
-    const Cliente *cliente = nullptr;
-    const Mascota *mascota = nullptr; // nullptr for an owner without animals
+struct QuickIndex::Hit {
+    int degree = 0; // words that only stand inside of others
+    const Client *client = nullptr;
+    const Patient *patient = nullptr; // nullptr for an owner without animals
 
-    bool Dec() const { return mascota && mascota->dec; }
+    bool Dec() const { return patient && patient->dec; }
 };
 
-IndiceRapido::Trozo IndiceRapido::Guardar(const std::string &texto)
+QuickIndex::Piece QuickIndex::save(const std::string &text)
 {
-    const auto largo = std::min<size_t>(texto.size(), std::numeric_limits<quint16>::max());
-    const Trozo t{quint32(m_texto.size()), quint16(largo)};
-    m_texto.append(texto, 0, largo);
+    const auto length = std::min<size_t>(text.size(), std::numeric_limits<quint16>::max());
+    const Piece t{quint32(m_text.size()), quint16(length)};
+    m_text.append(text, 0, length);
     return t;
 }
 
-void IndiceRapido::PonerAlDia(Sesion &s)
+void QuickIndex::bringUpToDate(Sesion &s)
 {
-    const qint64 version = s.clientes->Version("clientes") + s.clientes->Version("mascotas");
+    const qint64 version = s.clientes->version("clientes") + s.clientes->version("mascotas");
     if (version == m_version)
         return;
     m_version = -1;
-    m_texto.clear();
-    m_clientes.clear();
-    m_mascotas.clear();
+    m_text.clear();
+    m_clients.clear();
+    m_patients.clear();
 
-    const auto texto = [](const Recordset &r, int columna) {
-        return r[columna].toText().toStdString();
+    const auto text = [](const Recordset &r, int column) {
+        return r[column].toText().toStdString();
     };
-    std::unordered_map<int, quint32> lugares;
+    std::unordered_map<int, quint32> places;
     Recordset r = s.clientes->OpenSnapshot("select idc, ayn, tel2, telc2 from clientes");
-    m_clientes.reserve(size_t(r.RecordCount()));
+    m_clients.reserve(size_t(r.RecordCount()));
     for (; !r.EOF_(); r.MoveNext()) {
-        Cliente &c = m_clientes.emplace_back();
+        Client &c = m_clients.emplace_back();
         c.idc = r[0].toInt();
-        c.nombre = Guardar(jet::Llano(texto(r, 1)));
-        c.telefonos = Guardar(Digitos(texto(r, 2) + ',' + texto(r, 3)));
-        lugares.emplace(c.idc, quint32(m_clientes.size() - 1));
+        c.name = save(jet::plainOf(text(r, 1)));
+        c.telephones = save(digitsOf(text(r, 2) + ',' + text(r, 3)));
+        places.emplace(c.idc, quint32(m_clients.size() - 1));
     }
 
-    std::vector<std::pair<quint32, Mascota>> mascotas; // with the place of the owner
+    std::vector<std::pair<quint32, Patient>> mascotas; // with the place of the owner
     r = s.clientes->OpenSnapshot("select idm, idc, nom, chip, dec from mascotas");
     mascotas.reserve(size_t(r.RecordCount()));
     for (; !r.EOF_(); r.MoveNext()) {
-        const auto lugar = lugares.find(r[1].toInt());
-        if (lugar == lugares.end())
+        const auto place = places.find(r[1].toInt());
+        if (place == places.end())
             continue; // without an owner there is nothing to go to
-        Mascota m;
+        Patient m;
         m.idm = r[0].toInt();
-        m.nombre = Guardar(jet::Llano(texto(r, 2)));
-        m.chip = Guardar(jet::Llano(texto(r, 3)));
+        m.name = save(jet::plainOf(text(r, 2)));
+        m.chip = save(jet::plainOf(text(r, 3)));
         m.dec = r[4].toBool();
-        mascotas.emplace_back(lugar->second, m);
+        mascotas.emplace_back(place->second, m);
     }
-    std::ranges::stable_sort(mascotas, {}, &std::pair<quint32, Mascota>::first);
-    m_mascotas.reserve(mascotas.size());
-    for (const auto &[lugar, mascota] : mascotas) {
-        Cliente &c = m_clientes[lugar];
+    std::ranges::stable_sort(mascotas, {}, &std::pair<quint32, Patient>::first);
+    m_patients.reserve(mascotas.size());
+    for (const auto &[place, patient] : mascotas) {
+        Client &c = m_clients[place];
         if (c.fin == 0)
-            c.primera = quint32(m_mascotas.size());
-        m_mascotas.push_back(mascota);
-        c.fin = quint32(m_mascotas.size());
+            c.first = quint32(m_patients.size());
+        m_patients.push_back(patient);
+        c.fin = quint32(m_patients.size());
     }
-    m_texto.shrink_to_fit();
+    m_text.shrink_to_fit();
     m_version = version;
 }
 
-std::vector<IndiceRapido::Acierto> IndiceRapido::Aciertos(const QString &texto) const
+std::vector<QuickIndex::Hit> QuickIndex::findHits(const QString &typed) const
 {
-    const std::vector<Palabra> palabras = PalabrasDe(texto);
-    std::vector<Acierto> aciertos;
-    if (palabras.empty())
-        return aciertos;
-    std::vector<Grado> delDueno(palabras.size());
-    const auto probar = [&](const Cliente &c, const Mascota *m) {
-        int grado = 0;
-        for (size_t i = 0; i < palabras.size(); ++i) {
-            const Palabra &p = palabras[i];
-            Grado g = delDueno[i];
-            if (m && g != Comienza) {
+    const std::vector<Word> words = wordsOf(typed);
+    std::vector<Hit> hits;
+    if (words.empty())
+        return hits;
+    std::vector<Degree> owner(words.size());
+    const auto test = [&](const Client &c, const Patient *m) {
+        int degree = 0;
+        for (size_t i = 0; i < words.size(); ++i) {
+            const Word &p = words[i];
+            Degree g = owner[i];
+            if (m && g != Begins) {
                 if (p.id == m->idm && p.id > 0)
-                    g = Comienza;
+                    g = Begins;
                 else
-                    g = std::min({g, GradoEn(Texto(m->nombre), p.letras),
-                                  GradoEn(Texto(m->chip), p.letras),
-                                  GradoDeDigitos(Texto(m->chip), p)});
+                    g = std::min({g, degreeIn(text(m->name), p.letters),
+                                  degreeIn(text(m->chip), p.letters),
+                                  digitsDegree(text(m->chip), p)});
             }
-            if (g == Nada)
+            if (g == Nothing)
                 return;
-            grado += g;
+            degree += g;
         }
-        aciertos.push_back({grado, &c, m});
+        hits.push_back({degree, &c, m});
     };
-    for (const Cliente &c : m_clientes) {
-        for (size_t i = 0; i < palabras.size(); ++i) {
-            const Palabra &p = palabras[i];
-            delDueno[i] = p.id == c.idc && p.id > 0
-                              ? Comienza
-                              : std::min(GradoEn(Texto(c.nombre), p.letras),
-                                         GradoDeDigitos(Texto(c.telefonos), p));
+    for (const Client &c : m_clients) {
+        for (size_t i = 0; i < words.size(); ++i) {
+            const Word &p = words[i];
+            owner[i] = p.id == c.idc && p.id > 0 ? Begins
+                                                 : std::min(degreeIn(text(c.name), p.letters),
+                                                            digitsDegree(text(c.telephones), p));
         }
-        for (quint32 m = c.primera; m < c.fin; ++m)
-            probar(c, &m_mascotas[m]);
-        if (c.primera == c.fin)
-            probar(c, nullptr);
+        for (quint32 m = c.first; m < c.fin; ++m)
+            test(c, &m_patients[m]);
+        if (c.first == c.fin)
+            test(c, nullptr);
     }
-    return aciertos;
+    return hits;
 }
 
-RespuestaRapida IndiceRapido::Buscar(Sesion &s, const QString &texto, int cuantos) const
+QuickAnswer QuickIndex::find(Sesion &s, const QString &typed, int count) const
 {
-    std::vector<Acierto> aciertos = Aciertos(texto);
-    RespuestaRapida respuesta;
-    respuesta.total = int(aciertos.size());
-    const auto antes = [this](const Acierto &a, const Acierto &b) {
-        if (a.grado != b.grado)
-            return a.grado < b.grado;
+    std::vector<Hit> hits = findHits(typed);
+    QuickAnswer answer;
+    answer.total = int(hits.size());
+    const auto before = [this](const Hit &a, const Hit &b) {
+        if (a.degree != b.degree)
+            return a.degree < b.degree;
         if (a.Dec() != b.Dec())
             return b.Dec();
-        if (a.cliente != b.cliente) {
-            const int nombres = Texto(a.cliente->nombre).compare(Texto(b.cliente->nombre));
-            return nombres != 0 ? nombres < 0 : a.cliente->idc < b.cliente->idc;
+        if (a.client != b.client) {
+            const int names = text(a.client->name).compare(text(b.client->name));
+            return names != 0 ? names < 0 : a.client->idc < b.client->idc;
         }
         // Both have an animal: an owner without one stands there once.
-        const int nombres = Texto(a.mascota->nombre).compare(Texto(b.mascota->nombre));
-        return nombres != 0 ? nombres < 0 : a.mascota->idm < b.mascota->idm;
+        const int names = text(a.patient->name).compare(text(b.patient->name));
+        return names != 0 ? names < 0 : a.patient->idm < b.patient->idm;
     };
-    const auto fin = aciertos.begin() + std::min<ptrdiff_t>(cuantos, respuesta.total);
-    std::partial_sort(aciertos.begin(), fin, aciertos.end(), antes);
+    const auto fin = hits.begin() + std::min<ptrdiff_t>(count, answer.total);
+    std::partial_sort(hits.begin(), fin, hits.end(), before);
 
     // Owners in the order of their best animal, with all their animals below.
-    std::unordered_map<const Cliente *, int> orden;
-    for (auto a = aciertos.begin(); a != fin; ++a)
-        orden.emplace(a->cliente, int(orden.size()));
-    std::stable_sort(aciertos.begin(), fin, [&orden](const Acierto &a, const Acierto &b) {
-        return orden.at(a.cliente) < orden.at(b.cliente);
+    std::unordered_map<const Client *, int> order;
+    for (auto a = hits.begin(); a != fin; ++a)
+        order.emplace(a->client, int(order.size()));
+    std::stable_sort(hits.begin(), fin, [&order](const Hit &a, const Hit &b) {
+        return order.at(a.client) < order.at(b.client);
     });
 
-    const Cliente *leido = nullptr;
-    HalladoRapido dueno;
-    for (auto a = aciertos.begin(); a != fin; ++a) {
-        if (a->cliente != leido)
-            dueno = Dueno(s, a->cliente->idc);
-        leido = a->cliente;
-        if (dueno.idc == 0)
+    const Client *loaded = nullptr;
+    FoundQuick owner;
+    for (auto a = hits.begin(); a != fin; ++a) {
+        if (a->client != loaded)
+            owner = Owner(s, a->client->idc);
+        loaded = a->client;
+        if (owner.idc == 0)
             continue; // deleted since the index was made
-        HalladoRapido &h = respuesta.filas.emplace_back(dueno);
-        if (a->mascota) {
-            h.idm = a->mascota->idm;
-            h.mascota = s.clientes->Leer("select nom from mascotas where idm = ?", h.idm).toText();
-            h.dec = a->mascota->dec;
+        FoundQuick &h = answer.rows.emplace_back(owner);
+        if (a->patient) {
+            h.idm = a->patient->idm;
+            h.patient = s.clientes->read("select nom from mascotas where idm = ?", h.idm).toText();
+            h.dec = a->patient->dec;
         }
     }
-    return respuesta;
+    return answer;
 }
 
-size_t IndiceRapido::Bytes() const
+size_t QuickIndex::bytes() const
 {
-    return m_texto.capacity() + m_clientes.capacity() * sizeof(Cliente)
-           + m_mascotas.capacity() * sizeof(Mascota);
+    return m_text.capacity() + m_clients.capacity() * sizeof(Client)
+           + m_patients.capacity() * sizeof(Patient);
 }

@@ -5,65 +5,70 @@
 
 #include <string>
 
+namespace clients
+{
+
 /// An animal with its owner, or an owner without animals (`idm` 0).
-struct HalladoRapido {
+struct FoundQuick {
     int idc = 0;
     int idm = 0;
-    QString propietario;
-    QString mascota;
-    QString telefonos;
+    QString owner;
+    QString patient;
+    QString telephones;
     bool dec = false;
 };
 
 /// What the quick find shows of all that matches.
-struct RespuestaRapida {
-    std::vector<HalladoRapido> filas; // animals of one owner stand together
-    int total = 0;                    // matches, shown or not
+struct QuickAnswer {
+    std::vector<FoundQuick> rows; // animals of one owner stand together
+    int total = 0;                // matches, shown or not
 };
 
 /// All owners and animals as short folded texts, a few megabytes for a full clinic. What is shown
 /// of a match is read from the tables.
-class IndiceRapido
+class QuickIndex
 {
 public:
     /// Reads the tables if they were written since the last time.
-    /// @throws ErrorDeAlmacen
-    void PonerAlDia(Sesion &s);
+    /// @throws StoreError
+    void bringUpToDate(Sesion &s);
 
     /// Every word of the text must be found in the owner, the animal, its chip or, for a number,
     /// in the digits of a telephone; a number of fewer than five digits is also an id. Letter case
     /// and accents do not count. First what begins with the words, living animals before dead ones.
-    RespuestaRapida Buscar(Sesion &s, const QString &texto, int cuantos) const;
+    QuickAnswer find(Sesion &s, const QString &text, int count) const;
 
-    size_t Bytes() const;
+    size_t bytes() const;
 
 private:
     // Places in m_texto.
-    struct Trozo {
-        quint32 desde = 0;
-        quint16 largo = 0;
+    struct Piece {
+        quint32 from = 0;
+        quint16 length = 0;
     };
-    struct Cliente {
+    struct Client {
         int idc = 0;
-        Trozo nombre;
-        Trozo telefonos;     // digits, each number behind a blank
-        quint32 primera = 0; // its animals in m_mascotas
+        Piece name;
+        Piece telephones;  // digits, each number behind a blank
+        quint32 first = 0; // its animals in m_mascotas
         quint32 fin = 0;
     };
-    struct Mascota {
+    struct Patient {
         int idm = 0;
-        Trozo nombre;
-        Trozo chip;
+        Piece name;
+        Piece chip;
         bool dec = false;
     };
-    struct Acierto;
+    struct Hit;
 
-    Trozo Guardar(const std::string &texto);
-    std::string_view Texto(Trozo t) const { return {m_texto.data() + t.desde, t.largo}; }
-    std::vector<Acierto> Aciertos(const QString &texto) const;
+    Piece save(const std::string &text);
+    std::string_view text(Piece t) const { return {m_text.data() + t.from, t.length}; }
+    std::vector<Hit> findHits(const QString &text) const;
 
-    std::string m_texto;
-    std::vector<Cliente> m_clientes;
-    std::vector<Mascota> m_mascotas; // owner by owner
+    std::string m_text;
+    std::vector<Client> m_clients;
+    std::vector<Patient> m_patients; // owner by owner
     qint64 m_version = -1;
 };
+
+} // namespace clients

@@ -1,75 +1,78 @@
 #include "clients/reference_lists.h"
 
 #include "store/identifiers.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 
 #include <algorithm>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 // The six tables under the columns of Entrada.
-struct Tabla {
-    std::string_view columnas;
-    std::string_view tabla;
+struct Table {
+    std::string_view columns;
+    std::string_view table;
 };
 
-constexpr Tabla DeLista(Lista lista)
+constexpr Table tableOf(List list)
 {
-    switch (lista) {
-    case Lista::Region:
+    switch (list) {
+    case List::Region:
         return {"id, nom, ctel as codigo, 0 as padre", "cldepartamento"};
-    case Lista::Subregion:
+    case List::Subregion:
         return {"id, nom, cp as codigo, dep as padre", "cllocalidad"};
-    case Lista::Marketing:
+    case List::Marketing:
         return {"id, nom, '' as codigo, 0 as padre", "clmarketing"};
-    case Lista::Especie:
+    case List::Species:
         return {"id, nom, '' as codigo, 0 as padre", "mlespecies"};
-    case Lista::Raza:
+    case List::Breed:
         return {"id, nom, '' as codigo, esp as padre", "mlrazas"};
-    case Lista::Pelaje:
+    case List::Coat:
         break;
     }
     return {"id, nom, '' as codigo, 0 as padre", "mlpelajes"};
 }
 
-std::string Consulta(Lista lista, std::string_view resto)
+std::string queryOf(List list, std::string_view rest)
 {
-    const Tabla t = DeLista(lista);
+    const Table t = tableOf(list);
     std::string sql = "select ";
-    for (const std::string_view parte : {t.columnas, std::string_view(" from "), t.tabla, resto})
-        sql += parte;
+    for (const std::string_view part : {t.columns, std::string_view(" from "), t.table, rest})
+        sql += part;
     return sql;
 }
 
-Entrada Leida(const Recordset &r)
+Entry readEntry(const Recordset &r)
 {
     return {r[0].toInt(), r[1].toText(), r[2].toText(), r[3].toInt()};
 }
 
 template <typename V>
-std::optional<Entrada> Primera(Sesion &s, Lista lista, std::string_view resto, const V &valor)
+std::optional<Entry> firstOne(Sesion &s, List list, std::string_view rest, const V &value)
 {
-    const Recordset r = s.clientes->OpenSnapshot(Consulta(lista, resto), valor);
-    return r.EOF_() ? std::nullopt : std::optional(Leida(r));
+    const Recordset r = s.clientes->OpenSnapshot(queryOf(list, rest), value);
+    return r.EOF_() ? std::nullopt : std::optional(readEntry(r));
 }
 
 // What a found entry brings along; "" when that is nothing.
-QString LoQueTrae(Sesion &s, Lista lista, const Entrada &e)
+QString whatItBrings(Sesion &s, List list, const Entry &e)
 {
-    if (lista == Lista::Region)
-        return e.codigo;
-    const auto padre = PadreDe(s, lista, e);
-    return padre ? padre->nom : QString();
+    if (list == List::Region)
+        return e.code;
+    const auto parent = parentOf(s, list, e);
+    return parent ? parent->nom : QString();
 }
 
 // The text with each of these characters standing for itself.
-QString Literal(const QString &texto, QStringView comodines)
+QString literal(const QString &text, QStringView wildcards)
 {
     QString patron;
-    for (const QChar c : texto)
-        if (comodines.contains(c))
+    for (const QChar c : text)
+        if (wildcards.contains(c))
             patron += u'[' + QString(c) + u']';
         else
             patron += c;
@@ -77,160 +80,163 @@ QString Literal(const QString &texto, QStringView comodines)
 }
 
 // A hint is one line: more names than this say nothing.
-constexpr qsizetype NombresEnElAviso = 12;
+constexpr qsizetype NamesInNotice = 12;
 
 } // namespace
 
-std::vector<Entrada> CargarLista(Sesion &s, Lista lista)
+std::vector<Entry> clients::loadList(Sesion &s, List list)
 {
-    std::vector<Entrada> entradas;
-    Recordset r = s.clientes->OpenSnapshot(Consulta(lista, " order by nom"));
-    entradas.reserve(size_t(r.RecordCount()));
+    std::vector<Entry> entries;
+    Recordset r = s.clientes->OpenSnapshot(queryOf(list, " order by nom"));
+    entries.reserve(size_t(r.RecordCount()));
     for (; !r.EOF_(); r.MoveNext())
-        entradas.push_back(Leida(r));
-    return entradas;
+        entries.push_back(readEntry(r));
+    return entries;
 }
 
-std::optional<Entrada> EntradaPorId(Sesion &s, Lista lista, int id)
+std::optional<Entry> clients::entryById(Sesion &s, List list, int id)
 {
-    return Primera(s, lista, " where id = ?", id);
+    return firstOne(s, list, " where id = ?", id);
 }
 
-std::optional<Entrada> EntradaPorNombre(Sesion &s, Lista lista, const QString &nom)
+std::optional<Entry> clients::entryByName(Sesion &s, List list, const QString &nom)
 {
-    return Primera(s, lista, " where nom = ?", nom.trimmed());
+    return firstOne(s, list, " where nom = ?", nom.trimmed());
 }
 
-std::optional<Entrada> PadreDe(Sesion &s, Lista lista, const Entrada &entrada)
+std::optional<Entry> clients::parentOf(Sesion &s, List list, const Entry &entry)
 {
-    const bool region = lista == Lista::Subregion;
-    Recordset &padres = region ? s.listas.cldepartamento : s.listas.mlespecies;
-    padres.FindFirst("id = ?", entrada.padre);
-    if (padres.NoMatch())
+    const bool region = list == List::Subregion;
+    Recordset &parents = region ? s.lists.cldepartamento : s.lists.mlespecies;
+    parents.FindFirst("id = ?", entry.parent);
+    if (parents.NoMatch())
         return std::nullopt;
-    return Entrada{entrada.padre, padres["nom"].toText(),
-                   region ? padres["ctel"].toText() : QString(), 0};
+    return Entry{entry.parent, parents["nom"].toText(),
+                 region ? parents["ctel"].toText() : QString(), 0};
 }
 
-Completado Completar(Sesion &s, Lista lista, const QString &texto)
+Completed clients::complete(Sesion &s, List list, const QString &text)
 {
-    Completado c;
-    if (texto.isEmpty())
+    Completed c;
+    if (text.isEmpty())
         return c;
-    Recordset r = s.clientes->OpenSnapshot(Consulta(lista, " where nom like ? order by ran desc"),
-                                           PatronDePrefijo(texto));
+    Recordset r = s.clientes->OpenSnapshot(queryOf(list, " where nom like ? order by ran desc"),
+                                           prefixPattern(text));
     for (; !r.EOF_(); r.MoveNext())
-        if (c.hallada)
-            c.otras << r[1].toText();
+        if (c.found)
+            c.other << r[1].toText();
         else
-            c.hallada = Leida(r);
+            c.found = readEntry(r);
     return c;
 }
 
-QString AvisoDeCompletado(Sesion &s, Lista lista, const Completado &c)
+QString clients::completedNotice(Sesion &s, List list, const Completed &c)
 {
-    if (!c.hallada)
-        return s(lista == Lista::Raza ? 2255 : lista == Lista::Subregion ? 2254 : 9402);
-    const QString trae = LoQueTrae(s, lista, *c.hallada);
-    QString aviso = trae.isEmpty() ? QString() : c.hallada->nom + u" +-> "_s + trae + u". "_s;
-    if (c.otras.isEmpty())
-        return aviso + s(2253);
-    aviso += s(lista == Lista::Raza ? 9401 : 9400) + c.otras.mid(0, NombresEnElAviso).join(u", "_s);
-    return c.otras.size() > NombresEnElAviso ? aviso + u"..."_s : aviso;
+    if (!c.found)
+        return s(list == List::Breed       ? text::BreedNotFound
+                 : list == List::Subregion ? text::SubregionNotFound
+                                           : text::RegionNotFound);
+    const QString brings = whatItBrings(s, list, *c.found);
+    QString notice = brings.isEmpty() ? QString() : c.found->nom + u" +-> "_s + brings + u". "_s;
+    if (c.other.isEmpty())
+        return notice + s(text::EntryFound);
+    notice += s(list == List::Breed ? text::BreedFoundOthers : text::EntryFoundOthers)
+              + c.other.mid(0, NamesInNotice).join(u", "_s);
+    return c.other.size() > NamesInNotice ? notice + u"..."_s : notice;
 }
 
-bool EsNumerico(const QString &texto)
+bool clients::isNumeric(const QString &text)
 {
-    QStringView t = QStringView(texto).trimmed();
+    QStringView t = QStringView(text).trimmed();
     if (t.startsWith(u'+') || t.startsWith(u'-'))
         t = t.sliced(1);
-    bool cifras = false;
+    bool figures = false;
     for (const QChar c : t) {
         if (c.isDigit())
-            cifras = true;
+            figures = true;
         else if (c != u'.' && c != u',')
             return false;
     }
-    return cifras;
+    return figures;
 }
 
-bool SinLetras(const QString &texto)
+bool clients::withoutLetters(const QString &text)
 {
-    const QList<uint> letras = texto.trimmed().toUcs4();
-    return !letras.isEmpty()
-           && std::ranges::none_of(letras, [](uint c) { return QChar::isLetter(c); });
+    const QList<uint> letters = text.trimmed().toUcs4();
+    return !letters.isEmpty()
+           && std::ranges::none_of(letters, [](uint c) { return QChar::isLetter(c); });
 }
 
-QString PatronDePrefijo(const QString &texto) { return Literal(texto, u"*?#[") + u'*'; }
+QString clients::prefixPattern(const QString &text) { return literal(text, u"*?#[") + u'*'; }
 
-QString PatronConAsteriscos(const QString &texto) { return Literal(texto, u"?#[") + u'*'; }
+QString clients::patternWithStars(const QString &text) { return literal(text, u"?#[") + u'*'; }
 
-void SubirRanking(Sesion &s, std::string_view tabla, int id)
+void SubirRanking(Sesion &s, std::string_view table, int id)
 {
     s.clientes->Execute(
-        "update " + std::string(tabla) + " set ran = ran + 1 where ran < 32000 and id = ?", id);
+        "update " + std::string(table) + " set ran = ran + 1 where ran < 32000 and id = ?", id);
 }
 
-int AsegurarRegion(Sesion &s, const QString &nom, const QString &ctel)
+int clients::ensureRegion(Sesion &s, const QString &nom, const QString &ctel)
 {
-    const QString nombre = nom.trimmed(), codigo = ctel.trimmed();
-    if (nombre.isEmpty())
+    const QString name = nom.trimmed(), code = ctel.trimmed();
+    if (name.isEmpty())
         return 0;
     Lote lote(s);
-    const auto conocida = EntradaPorNombre(s, Lista::Region, nombre);
-    int id = conocida ? conocida->id : 0;
-    if (!conocida) {
-        id = TomarIdentificador(s, "contadordep", MayorIdDe16Bits);
+    const auto known = entryByName(s, List::Region, name);
+    int id = known ? known->id : 0;
+    if (!known) {
+        id = store::takeIdentifier(s, "contadordep", store::Highest16BitId);
         s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (?, ?, ?)", id,
-                            s.clientes->Recortado("cldepartamento", "nom", nombre),
-                            s.clientes->Recortado("cldepartamento", "ctel", codigo));
-    } else if (!codigo.isEmpty() && codigo != conocida->codigo) {
+                            s.clientes->trimmed("cldepartamento", "nom", name),
+                            s.clientes->trimmed("cldepartamento", "ctel", code));
+    } else if (!code.isEmpty() && code != known->code) {
         s.clientes->Execute("update cldepartamento set Ctel = ? where id = ?",
-                            s.clientes->Recortado("cldepartamento", "ctel", codigo), id);
+                            s.clientes->trimmed("cldepartamento", "ctel", code), id);
     }
-    lote.Confirmar();
+    lote.commit();
     return id;
 }
 
-int AsegurarSubregion(Sesion &s, const QString &nom, const QString &cp, int dep)
+int clients::ensureSubregion(Sesion &s, const QString &nom, const QString &cp, int dep)
 {
-    const QString nombre = nom.trimmed(), codigo = cp.trimmed();
-    if (nombre.isEmpty())
+    const QString name = nom.trimmed(), code = cp.trimmed();
+    if (name.isEmpty())
         return 0;
     Lote lote(s);
-    const auto conocida = EntradaPorNombre(s, Lista::Subregion, nombre);
-    int id = conocida ? conocida->id : 0;
-    if (!conocida) {
-        id = TomarIdentificador(s, "contadorloc", MayorIdDe16Bits);
+    const auto known = entryByName(s, List::Subregion, name);
+    int id = known ? known->id : 0;
+    if (!known) {
+        id = store::takeIdentifier(s, "contadorloc", store::Highest16BitId);
         s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", id,
-                            s.clientes->Recortado("cllocalidad", "nom", nombre),
-                            s.clientes->Recortado("cllocalidad", "cp", codigo), dep);
-    } else if (!codigo.isEmpty() && codigo != conocida->codigo) {
+                            s.clientes->trimmed("cllocalidad", "nom", name),
+                            s.clientes->trimmed("cllocalidad", "cp", code), dep);
+    } else if (!code.isEmpty() && code != known->code) {
         s.clientes->Execute("update cllocalidad set Cp = ? where id = ?",
-                            s.clientes->Recortado("cllocalidad", "cp", codigo), id);
+                            s.clientes->trimmed("cllocalidad", "cp", code), id);
     }
-    lote.Confirmar();
+    lote.commit();
     return id;
 }
 
-int AsegurarRaza(Sesion &s, const QString &nom, int esp)
+int clients::ensureBreed(Sesion &s, const QString &nom, int esp)
 {
-    const QString nombre = nom.trimmed();
-    if (nombre.isEmpty())
+    const QString name = nom.trimmed();
+    if (name.isEmpty())
         return 0;
     Lote lote(s);
-    const auto conocida = EntradaPorNombre(s, Lista::Raza, nombre);
-    int id = conocida ? conocida->id : 0;
-    if (!conocida) {
-        id = TomarIdentificador(s, "contadorRaza", MayorIdDe16Bits);
+    const auto known = entryByName(s, List::Breed, name);
+    int id = known ? known->id : 0;
+    if (!known) {
+        id = store::takeIdentifier(s, "contadorRaza", store::Highest16BitId);
         s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", id,
-                            s.clientes->Recortado("mlrazas", "nom", nombre), esp);
+                            s.clientes->trimmed("mlrazas", "nom", name), esp);
     }
-    lote.Confirmar();
+    lote.commit();
     return id;
 }
 
-void CambiarEspecieDeRaza(Sesion &s, int raza, int esp)
+void clients::changeBreedSpecies(Sesion &s, int breed, int esp)
 {
-    s.clientes->Execute("update mlrazas set esp = ? where id = ?", esp, raza);
+    s.clientes->Execute("update mlrazas set esp = ? where id = ?", esp, breed);
 }

@@ -4,58 +4,63 @@
 
 #include "store/session.h"
 
-enum class Lista { Region, Subregion, Marketing, Especie, Raza, Pelaje };
+namespace clients
+{
+
+enum class List { Region, Subregion, Marketing, Species, Breed, Coat };
 
 /// One entry. `codigo` is the telephone area code of a region or the postal code of a sub-region;
 /// `padre` the region of a sub-region or the species of a breed. Empty and 0 elsewhere.
-struct Entrada {
+struct Entry {
     int id = 0;
     QString nom;
-    QString codigo;
-    int padre = 0;
+    QString code;
+    int parent = 0;
 };
 
 /// All entries by name.
-std::vector<Entrada> CargarLista(Sesion &s, Lista lista);
+std::vector<Entry> loadList(Sesion &s, List list);
 /// The entry with that id, nullopt when there is none.
-std::optional<Entrada> EntradaPorId(Sesion &s, Lista lista, int id);
+std::optional<Entry> entryById(Sesion &s, List list, int id);
 /// The entry with exactly that name, letter case aside.
-std::optional<Entrada> EntradaPorNombre(Sesion &s, Lista lista, const QString &nom);
+std::optional<Entry> entryByName(Sesion &s, List list, const QString &nom);
 /// The region of a sub-region or the species of a breed, out of the session's lists: no query.
-std::optional<Entrada> PadreDe(Sesion &s, Lista lista, const Entrada &entrada);
+std::optional<Entry> parentOf(Sesion &s, List list, const Entry &entry);
 
 /// What completes a typed text: the entry used most among those that begin with it, and the names
 /// of the others, most used first. Of use for Region, Subregion and Raza.
-struct Completado {
-    std::optional<Entrada> hallada;
-    QStringList otras;
+struct Completed {
+    std::optional<Entry> found;
+    QStringList other;
 };
-Completado Completar(Sesion &s, Lista lista, const QString &texto);
+Completed complete(Sesion &s, List list, const QString &text);
 /// The hint that goes with it: what was found and what comes with it, or how to enter a new one.
-QString AvisoDeCompletado(Sesion &s, Lista lista, const Completado &c);
+QString completedNotice(Sesion &s, List list, const Completed &c);
 
 /// Whether a text reads as a number: digits with marks between them, a sign in front, and no
 /// letter.
-bool EsNumerico(const QString &texto);
+bool isNumeric(const QString &text);
 /// Whether a text cannot be a name because it has no letter; an empty one is no name yet.
-bool SinLetras(const QString &texto);
+bool withoutLetters(const QString &text);
 
 /// The pattern that finds texts that begin with this one, whatever characters it is made of:
 /// `*`, `?`, `#` and `[` stand for themselves.
-QString PatronDePrefijo(const QString &texto);
+QString prefixPattern(const QString &text);
 /// The same for a search, where a typed `*` stands for anything.
-QString PatronConAsteriscos(const QString &texto);
-
-/// Counts one more use of an entry; the count stops at 32000.
-void SubirRanking(Sesion &s, std::string_view tabla, int id);
+QString patternWithStars(const QString &text);
 
 /// The id of a region by name, for saving a client: a new one is added, a known one takes over the
 /// code typed, if any. @return 0 for an empty name
-/// @throws ErrorDeAlmacen 3163 when its identifiers are used up
-int AsegurarRegion(Sesion &s, const QString &nom, const QString &ctel);
+/// @throws StoreError 3163 when its identifiers are used up
+int ensureRegion(Sesion &s, const QString &nom, const QString &ctel);
 /// The same for a sub-region: a new one gets the region given; a known one keeps its own.
-int AsegurarSubregion(Sesion &s, const QString &nom, const QString &cp, int dep);
+int ensureSubregion(Sesion &s, const QString &nom, const QString &cp, int dep);
 /// The same for a breed, with its species (0 if none was chosen); a known one stays as it is.
-int AsegurarRaza(Sesion &s, const QString &nom, int esp);
+int ensureBreed(Sesion &s, const QString &nom, int esp);
 /// Another species for a breed.
-void CambiarEspecieDeRaza(Sesion &s, int raza, int esp);
+void changeBreedSpecies(Sesion &s, int breed, int esp);
+
+} // namespace clients
+
+/// Counts one more use of an entry; the count stops at 32000.
+void SubirRanking(Sesion &s, std::string_view table, int id);

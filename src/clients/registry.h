@@ -3,8 +3,11 @@
 
 #include "store/session.h"
 
+namespace clients
+{
+
 /// A client as the panel shows and takes it. Region, sub-region and marketing source by name.
-struct FichaDeCliente {
+struct ClientRecord {
     int idc = 0;
     QString ayn;
     QString dir;
@@ -23,12 +26,12 @@ struct FichaDeCliente {
 };
 
 /// A patient as the panel shows and takes it. Breed by name.
-struct FichaDePaciente {
+struct PatientRecord {
     int idm = 0;
     int idc = 0;
     QString nom;
     int esp = 0;
-    QString raza;
+    QString breed;
     int pel = 0;
     QString car; // distinguishing marks
     QString Chip;
@@ -38,45 +41,47 @@ struct FichaDePaciente {
     bool ped = false;
     bool rep = false;
     bool dec = false;
-    bool servicio = false; // `ser` above 0
+    bool service = false; // `ser` above 0
     QString obs;
     bool fot = false;
 };
 
-std::optional<FichaDeCliente> LeerCliente(Sesion &s, int idc);
-std::optional<FichaDePaciente> LeerPaciente(Sesion &s, int idm);
+std::optional<ClientRecord> readClient(Sesion &s, int idc);
+std::optional<PatientRecord> readPatient(Sesion &s, int idm);
 
 /// Which box a message is about.
-enum class Campo { Ninguno, Nombre, Region, Subregion, Nacimiento, Cliente };
+enum class Field { None, Name, Region, Subregion, Birth, Client };
 
 /// Why something was not written: the message was shown; the form puts the focus on the box.
-struct Rechazo {
-    Campo campo = Campo::Ninguno;
+struct Rejection {
+    Field field = Field::None;
 };
 
 /// The id that the next client or patient would get, for the id box of a new one.
-int ProximoCliente(Sesion &s);
-int ProximoPaciente(Sesion &s);
+int nextClient(Sesion &s);
+int nextPatient(Sesion &s);
 
 /// What became of a new entry.
-struct Alta {
-    int id = 0;                     // the new id; 0 when nothing was written
-    std::optional<Rechazo> rechazo; // a check failed, the entry stays open
-    int existente = 0; // the user dropped the entry for this client with the same telephone
+struct Addition {
+    int id = 0;                         // the new id; 0 when nothing was written
+    std::optional<Rejection> rejection; // a check failed, the entry stays open
+    int existing = 0; // the user dropped the entry for this client with the same telephone
 };
 
 /// Checks, asks about a telephone that is there already, and writes a client with its row of
 /// events, region and sub-region. Days of entry and last visit are today.
-/// @throws ErrorDeAlmacen; nothing is written then
-Alta AgregarCliente(Sesion &s, const FichaDeCliente &ficha);
+/// @throws StoreError; nothing is written then
+Addition addClient(Sesion &s, const ClientRecord &record);
 /// Checks and writes the changes of a client. @return what was refused
-std::optional<Rechazo> ModificarCliente(Sesion &s, const FichaDeCliente &ficha);
+std::optional<Rejection> modifyClient(Sesion &s, const ClientRecord &record);
 
 /// Checks and writes a patient of the client `ficha.idc`, with its breed.
-/// @param nacimientoValido the birth date as typed is the empty mask or a day, `ficha.fecn`
-/// @throws ErrorDeAlmacen; nothing is written then
-Alta AgregarPaciente(Sesion &s, const FichaDePaciente &ficha, bool nacimientoValido);
+/// @param validBirth the birth date as typed is the empty mask or a day, `ficha.fecn`
+/// @throws StoreError; nothing is written then
+Addition addPatient(Sesion &s, const PatientRecord &record, bool validBirth);
 /// As it is kept on purpose: only "Canino", "Felino" and "Equino" change a patient's species here,
-/// for any other name it stays as it was. @param especie the name in the species box
-std::optional<Rechazo> ModificarPaciente(Sesion &s, const FichaDePaciente &ficha,
-                                         const QString &especie, bool nacimientoValido);
+/// for any other name it stays as it was. @param species the name in the species box
+std::optional<Rejection> modifyPatient(Sesion &s, const PatientRecord &record,
+                                       const QString &species, bool validBirth);
+
+} // namespace clients

@@ -4,259 +4,253 @@
 #include "store/jet/text.h"
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "texts/clients.h"
+#include "texts/search.h"
+#include "texts/texts.h"
 
 #include <algorithm>
+
+using namespace clients;
 
 namespace
 {
 
-enum Texto {
-    Email = 16,
-    SoloUnoODos = 2402,
-    Nombre = 2201,
-    Raza = 9804,
-    Especie = 9805,
-    Pelaje = 9806,
-    Senas = 9807,
-    Chip = 9808,
-    Propietario = 9809,
-    Direccion = 9810,
-    Subregion = 9811,
-    Region = 9812,
-    CodigoPostal = 9813,
-    CodigoDeArea = 9814,
-    Telefono = 9815,
-    Celular = 9816,
-    Medio = 9817,
-    Notas = 9818,
-    Pedigri = 9819,
-    Reproductor = 9820,
-    Muerte = 9821,
-    Id = 9822,
-};
-
-constexpr std::string_view PorLocalidad =
+constexpr std::string_view BySubregion =
     "Clientes.Loc IN (SELECT ID FROM CLLocalidad WHERE Nom LIKE ?)";
 
-constexpr CriterioDeBusqueda DeMascotas[] = {
-    {.nombre = Nombre, .clausula = "Mascotas.Nom LIKE ?"},
-    {.nombre = Raza,
-     .clausula = "MLRazas.Nom LIKE ?",
-     .atajo = "Mascotas.Raz IN (SELECT ID FROM MLRazas WHERE Nom LIKE ?)"},
-    {.nombre = Especie,
-     .clausula = "MLEspecies.Nom LIKE ?",
-     .atajo = "Mascotas.Esp IN (SELECT ID FROM MLEspecies WHERE Nom LIKE ?)"},
-    {.nombre = Pelaje,
-     .clausula = "MLPelajes.Nom LIKE ?",
-     .atajo = "Mascotas.Pel IN (SELECT ID FROM MLPelajes WHERE Nom LIKE ?)"},
-    {.nombre = Senas, .clausula = "Mascotas.Car LIKE ?"},
-    {.nombre = Chip, .clausula = "Mascotas.Chip LIKE ?"},
-    {.nombre = Propietario, .clausula = "Clientes.ayn LIKE ?", .delDueno = true},
-    {.nombre = Direccion, .clausula = "Clientes.Dir LIKE ?", .delDueno = true},
-    {.nombre = Subregion,
-     .clausula = "CLLocalidad.Nom LIKE ?",
-     .atajo = PorLocalidad,
-     .delDueno = true},
-    {.nombre = Telefono, .clausula = "Clientes.Tel2 LIKE ?", .delDueno = true},
-    {.nombre = Celular, .clausula = "Clientes.TelC2 LIKE ?", .delDueno = true},
-    {.nombre = Notas, .clausula = "Mascotas.Obs LIKE ?"},
-    {.nombre = Pedigri, .clausula = "Mascotas.Ped", .siNo = true},
-    {.nombre = Reproductor, .clausula = "Mascotas.Rep", .siNo = true},
-    {.nombre = Muerte, .clausula = "Mascotas.Dec", .siNo = true},
+constexpr SearchCriterion Patients[] = {
+    {.name = text::Name, .clause = "Mascotas.Nom LIKE ?"},
+    {.name = text::Breed,
+     .clause = "MLRazas.Nom LIKE ?",
+     .shortcut = "Mascotas.Raz IN (SELECT ID FROM MLRazas WHERE Nom LIKE ?)"},
+    {.name = text::SearchSpecies,
+     .clause = "MLEspecies.Nom LIKE ?",
+     .shortcut = "Mascotas.Esp IN (SELECT ID FROM MLEspecies WHERE Nom LIKE ?)"},
+    {.name = text::SearchCoat,
+     .clause = "MLPelajes.Nom LIKE ?",
+     .shortcut = "Mascotas.Pel IN (SELECT ID FROM MLPelajes WHERE Nom LIKE ?)"},
+    {.name = text::SearchContactDetails, .clause = "Mascotas.Car LIKE ?"},
+    {.name = text::SearchChip, .clause = "Mascotas.Chip LIKE ?"},
+    {.name = text::Owner, .clause = "Clientes.ayn LIKE ?", .owner = true},
+    {.name = text::Address, .clause = "Clientes.Dir LIKE ?", .owner = true},
+    {.name = text::SearchSubregion,
+     .clause = "CLLocalidad.Nom LIKE ?",
+     .shortcut = BySubregion,
+     .owner = true},
+    {.name = text::QuickSearchTelephone, .clause = "Clientes.Tel2 LIKE ?", .owner = true},
+    {.name = text::SearchMobile, .clause = "Clientes.TelC2 LIKE ?", .owner = true},
+    {.name = text::Notes, .clause = "Mascotas.Obs LIKE ?"},
+    {.name = text::Pedigree, .clause = "Mascotas.Ped", .siNo = true},
+    {.name = text::SearchBreeding, .clause = "Mascotas.Rep", .siNo = true},
+    {.name = text::SearchDeath, .clause = "Mascotas.Dec", .siNo = true},
 };
 
-constexpr CriterioDeBusqueda DeClientes[] = {
-    {.nombre = Nombre, .clausula = "Clientes.Ayn LIKE ?"},
-    {.nombre = Direccion, .clausula = "Clientes.Dir LIKE ?"},
-    {.nombre = Subregion, .clausula = "CLLocalidad.Nom LIKE ?", .atajo = PorLocalidad},
+constexpr SearchCriterion Clients[] = {
+    {.name = text::Name, .clause = "Clientes.Ayn LIKE ?"},
+    {.name = text::Address, .clause = "Clientes.Dir LIKE ?"},
+    {.name = text::SearchSubregion, .clause = "CLLocalidad.Nom LIKE ?", .shortcut = BySubregion},
     // Intended: the table has no such column, and the user is shown the store's error.
-    {.nombre = Region, .clausula = "CLDepartamento.Nombre LIKE ?"},
-    {.nombre = CodigoPostal, .clausula = "Clientes.codp2 LIKE ?"},
-    {.nombre = CodigoDeArea, .clausula = "Clientes.Codt2 LIKE ?"},
-    {.nombre = Telefono, .clausula = "Clientes.Tel2 LIKE ?"},
-    {.nombre = Celular, .clausula = "Clientes.Telc2 LIKE ?"},
-    {.nombre = Email, .clausula = "Clientes.Email LIKE ?"},
-    {.nombre = Medio,
-     .clausula = "CLMarketing.Nom LIKE ?",
-     .atajo = "Clientes.Mark IN (SELECT ID FROM CLMarketing WHERE Nom LIKE ?)"},
-    {.nombre = Notas, .clausula = "Clientes.Obs LIKE ?"},
+    {.name = text::Region, .clause = "CLDepartamento.Nombre LIKE ?"},
+    {.name = text::SearchPostCode, .clause = "Clientes.codp2 LIKE ?"},
+    {.name = text::SearchAreaCode, .clause = "Clientes.Codt2 LIKE ?"},
+    {.name = text::QuickSearchTelephone, .clause = "Clientes.Tel2 LIKE ?"},
+    {.name = text::SearchMobile, .clause = "Clientes.Telc2 LIKE ?"},
+    {.name = text::Email, .clause = "Clientes.Email LIKE ?"},
+    {.name = text::SearchMarketing,
+     .clause = "CLMarketing.Nom LIKE ?",
+     .shortcut = "Clientes.Mark IN (SELECT ID FROM CLMarketing WHERE Nom LIKE ?)"},
+    {.name = text::Notes, .clause = "Clientes.Obs LIKE ?"},
 };
 
-constexpr int TitulosDeMascotas[] = {
-    Id,      Nombre,      Propietario, Raza,      Especie,   Pelaje,   Senas,   Chip,
-    Pedigri, Reproductor, Muerte,      Direccion, Subregion, Telefono, Celular, Notas};
-constexpr int TitulosDeClientes[] = {Id,      Nombre,       Direccion,    Subregion,
-                                     Region,  CodigoPostal, CodigoDeArea, Telefono,
-                                     Celular, Email,        Medio,        Notas};
+constexpr int PatientsTitles[] = {text::SearchId,
+                                  text::Name,
+                                  text::Owner,
+                                  text::Breed,
+                                  text::SearchSpecies,
+                                  text::SearchCoat,
+                                  text::SearchContactDetails,
+                                  text::SearchChip,
+                                  text::Pedigree,
+                                  text::SearchBreeding,
+                                  text::SearchDeath,
+                                  text::Address,
+                                  text::SearchSubregion,
+                                  text::QuickSearchTelephone,
+                                  text::SearchMobile,
+                                  text::Notes};
+constexpr int ClientsTitles[] = {
+    text::SearchId,     text::Name,           text::Address,         text::SearchSubregion,
+    text::Region,       text::SearchPostCode, text::SearchAreaCode,  text::QuickSearchTelephone,
+    text::SearchMobile, text::Email,          text::SearchMarketing, text::Notes};
 
 // The cells of a row and where they come from. Patients are read from their own table, or from
 // that of their owners when only owners are asked for.
-constexpr std::string_view CeldasDeMascotas =
+constexpr std::string_view PatientsCells =
     "Mascotas.idm, Mascotas.nom, Clientes.ayn, MLRazas.nom, MLEspecies.nom, MLPelajes.nom, "
     "Mascotas.car, Mascotas.Chip, Mascotas.ped, Mascotas.rep, Mascotas.dec, Clientes.dir, "
     "CLLocalidad.nom, Clientes.tel2, Clientes.telc2, Mascotas.obs";
-constexpr std::string_view DesdeMascotas = "Mascotas LEFT JOIN Clientes";
-constexpr std::string_view DesdeDuenos = "Clientes LEFT JOIN Mascotas";
-constexpr std::string_view ListasDeMascotas =
+constexpr std::string_view FromPatients = "Mascotas LEFT JOIN Clientes";
+constexpr std::string_view FromOwners = "Clientes LEFT JOIN Mascotas";
+constexpr std::string_view PatientsLists =
     " ON Mascotas.IDC = Clientes.IDC) LEFT JOIN MLRazas ON Mascotas.Raz = MLRazas.ID) LEFT JOIN "
     "MLEspecies ON Mascotas.Esp = MLEspecies.ID) LEFT JOIN MLPelajes ON Mascotas.Pel = "
     "MLPelajes.ID) LEFT JOIN CLLocalidad ON Clientes.Loc = CLLocalidad.ID)";
-constexpr std::string_view CeldasDeClientes =
+constexpr std::string_view ClientsCells =
     "Clientes.idc, Clientes.ayn, Clientes.dir, CLLocalidad.nom, CLDepartamento.nom, "
     "Clientes.codp2, Clientes.codt2, Clientes.tel2, Clientes.telc2, Clientes.email, "
     "CLMarketing.nom, Clientes.obs";
-constexpr std::string_view DesdeClientes =
+constexpr std::string_view FromClients =
     "(((Clientes LEFT JOIN CLLocalidad ON Clientes.Loc = CLLocalidad.ID) LEFT JOIN CLDepartamento "
     "ON Clientes.Dep = CLDepartamento.ID) LEFT JOIN CLMarketing ON Clientes.Mark = "
     "CLMarketing.ID)";
 
 // The clauses of a search and their values.
-struct Filtro {
-    std::string clausulas;
-    std::vector<Valor> valores;
-    bool deDuenos = true;   // every clause is about the owner
-    bool rechazado = false; // a Yes/No was asked for with something else
+struct Filter {
+    std::string clauses;
+    std::vector<store::Value> values;
+    bool owners = true;    // every clause is about the owner
+    bool rejected = false; // a Yes/No was asked for with something else
 };
 
-Filtro FiltroDe(Busqueda busqueda, const Condiciones &condiciones)
+Filter filterOf(Search search, const Conditions &conditions)
 {
-    Filtro f;
-    const auto sumar = [&f](std::string_view clausula) {
-        f.clausulas += f.clausulas.empty() ? "" : " AND ";
-        f.clausulas += clausula;
+    Filter f;
+    const auto addUp = [&f](std::string_view clause) {
+        f.clauses += f.clauses.empty() ? "" : " AND ";
+        f.clauses += clause;
     };
-    for (const auto &[cual, dado] : condiciones) {
-        const QString texto = QuitarApostrofes(dado);
-        if (texto.isEmpty())
+    for (const auto &[which, given] : conditions) {
+        const QString text = QuitarApostrofes(given);
+        if (text.isEmpty())
             continue;
-        const CriterioDeBusqueda &criterio = CriteriosDe(busqueda)[size_t(cual)];
-        f.deDuenos = f.deDuenos && criterio.delDueno;
-        sumar(criterio.clausula);
-        if (criterio.siNo) {
-            f.clausulas += texto == u"1" ? " = -1" : " = 0";
-            f.rechazado = f.rechazado || (texto != u"1" && texto != u"2");
+        const SearchCriterion &criterion = criteriaOf(search)[size_t(which)];
+        f.owners = f.owners && criterion.owner;
+        addUp(criterion.clause);
+        if (criterion.siNo) {
+            f.clauses += text == u"1" ? " = -1" : " = 0";
+            f.rejected = f.rejected || (text != u"1" && text != u"2");
             continue;
         }
-        f.valores.emplace_back(u'*' + PatronConAsteriscos(texto));
-        if (!criterio.atajo.empty()) {
-            sumar(criterio.atajo);
-            f.valores.push_back(f.valores.back());
+        f.values.emplace_back(u'*' + patternWithStars(text));
+        if (!criterion.shortcut.empty()) {
+            addUp(criterion.shortcut);
+            f.values.push_back(f.values.back());
         }
     }
     return f;
 }
 
-// @param limite rows at most, 0 for all
-std::string Consulta(Busqueda busqueda, const Filtro &filtro, size_t limite)
+// @param limit rows at most, 0 for all
+std::string queryOf(Search search, const Filter &filter, size_t limit)
 {
     std::string sql = "SELECT ";
-    if (limite > 0) // one more, to know that there is
-        sql += "TOP " + std::to_string(limite + 1) + ' ';
-    if (busqueda == Busqueda::Clientes) {
-        sql += CeldasDeClientes;
+    if (limit > 0) // one more, to know that there is
+        sql += "TOP " + std::to_string(limit + 1) + ' ';
+    if (search == Search::Clientes) {
+        sql += ClientsCells;
         sql += " FROM ";
-        sql += DesdeClientes;
-        sql += " WHERE " + filtro.clausulas;
+        sql += FromClients;
+        sql += " WHERE " + filter.clauses;
     } else {
-        sql += CeldasDeMascotas;
+        sql += PatientsCells;
         sql += " FROM (((((";
-        sql += filtro.deDuenos ? DesdeDuenos : DesdeMascotas;
-        sql += ListasDeMascotas;
-        sql += " WHERE " + filtro.clausulas;
-        if (filtro.deDuenos)
+        sql += filter.owners ? FromOwners : FromPatients;
+        sql += PatientsLists;
+        sql += " WHERE " + filter.clauses;
+        if (filter.owners)
             sql += " AND Mascotas.idm IS NOT NULL";
     }
     // Which rows are the first is only known when all have been read.
-    if (limite == 0)
-        sql += busqueda == Busqueda::Clientes ? " ORDER BY Clientes.Ayn"
-                                              : " ORDER BY Mascotas.Nom, Clientes.Ayn";
+    if (limit == 0)
+        sql += search == Search::Clientes ? " ORDER BY Clientes.Ayn"
+                                          : " ORDER BY Mascotas.Nom, Clientes.Ayn";
     return sql;
 }
 
-void Ordenar(Busqueda busqueda, std::vector<QList<Valor>> &filas)
+void sort(Search search, std::vector<QList<store::Value>> &rows)
 {
-    const auto comparar = [](const QList<Valor> &a, const QList<Valor> &b, int celda) {
-        return jet::Comparar(a[celda].toText().toStdString(), b[celda].toText().toStdString());
+    const auto compare = [](const QList<store::Value> &a, const QList<store::Value> &b, int cell) {
+        return jet::compareText(a[cell].toText().toStdString(), b[cell].toText().toStdString());
     };
-    std::ranges::stable_sort(filas, [&](const QList<Valor> &a, const QList<Valor> &b) {
-        const int nombre = comparar(a, b, 1);
-        if (nombre != 0 || busqueda == Busqueda::Clientes)
-            return nombre < 0;
-        return comparar(a, b, 2) < 0;
+    std::ranges::stable_sort(rows, [&](const QList<store::Value> &a, const QList<store::Value> &b) {
+        const int name = compare(a, b, 1);
+        if (name != 0 || search == Search::Clientes)
+            return name < 0;
+        return compare(a, b, 2) < 0;
     });
 }
 
-Hallazgo BuscarHasta(Sesion &s, Busqueda busqueda, const Condiciones &condiciones, size_t limite)
+Finding findUntil(Sesion &s, Search search, const Conditions &conditions, size_t limit)
 {
-    Hallazgo h;
-    const Filtro filtro = FiltroDe(busqueda, condiciones);
-    if (filtro.rechazado)
-        h.impedimento = s(SoloUnoODos);
-    if (filtro.rechazado || filtro.clausulas.empty())
+    Finding h;
+    const Filter filter = filterOf(search, conditions);
+    if (filter.rejected)
+        h.impediment = s(text::YesNoCriterionAlone);
+    if (filter.rejected || filter.clauses.empty())
         return h;
 
-    Recordset r = s.clientes->Abrir(Consulta(busqueda, filtro, limite), filtro.valores, false);
-    h.hayMas = limite > 0 && size_t(r.RecordCount()) > limite;
+    Recordset r = s.clientes->open(queryOf(search, filter, limit), filter.values, false);
+    h.hayMas = limit > 0 && size_t(r.RecordCount()) > limit;
     for (; !r.EOF_(); r.MoveNext()) {
-        if (limite > 0 && h.filas.size() == limite)
+        if (limit > 0 && h.rows.size() == limit)
             break;
-        QList<Valor> &celdas = h.filas.emplace_back();
-        celdas.reserve(r.Columnas());
-        for (int c = 0; c < r.Columnas(); ++c)
-            celdas << r[c];
+        QList<store::Value> &cells = h.rows.emplace_back();
+        cells.reserve(r.allColumns());
+        for (int c = 0; c < r.allColumns(); ++c)
+            cells << r[c];
     }
-    if (limite > 0)
-        Ordenar(busqueda, h.filas);
-    h.buscado = true;
+    if (limit > 0)
+        sort(search, h.rows);
+    h.sought = true;
     return h;
 }
 
 } // namespace
 
-std::span<const CriterioDeBusqueda> CriteriosDe(Busqueda b)
+std::span<const SearchCriterion> clients::criteriaOf(Search b)
 {
-    if (b == Busqueda::Mascotas)
-        return DeMascotas;
-    return DeClientes;
+    if (b == Search::Patients)
+        return Patients;
+    return Clients;
 }
 
-std::span<const int> TitulosDe(Busqueda b)
+std::span<const int> clients::titlesOf(Search b)
 {
-    if (b == Busqueda::Mascotas)
-        return TitulosDeMascotas;
-    return TitulosDeClientes;
+    if (b == Search::Patients)
+        return PatientsTitles;
+    return ClientsTitles;
 }
 
-Hallazgo Buscar(Sesion &s, Busqueda busqueda, const Condiciones &condiciones)
+Finding clients::find(Sesion &s, Search search, const Conditions &conditions)
 {
-    return BuscarHasta(s, busqueda, condiciones, 0);
+    return findUntil(s, search, conditions, 0);
 }
 
-Hallazgo BuscarAlTeclear(Sesion &s, Busqueda busqueda, const Condiciones &condiciones)
+Finding clients::findWhileTyping(Sesion &s, Search search, const Conditions &conditions)
 {
     try {
-        return BuscarHasta(s, busqueda, condiciones, FilasAlTeclear);
-    } catch (const ErrorDeAlmacen &e) {
-        Hallazgo h;
-        h.impedimento = TextoDeError(s, e);
+        return findUntil(s, search, conditions, RowsWhileTyping);
+    } catch (const store::StoreError &e) {
+        Finding h;
+        h.impediment = store::errorText(s, e);
         return h;
     }
 }
 
-bool TomarHallado(Sesion &s, Busqueda busqueda, int id)
+bool clients::takeFound(Sesion &s, Search search, int id)
 {
-    if (busqueda == Busqueda::Mascotas) {
-        const Valor idc = s.clientes->Leer("select idc from mascotas where idm = ?", id);
-        if (idc.EsNulo())
+    if (search == Search::Patients) {
+        const store::Value idc = s.clientes->read("select idc from mascotas where idm = ?", id);
+        if (idc.isNull())
             return false;
         s.IdGlobal = {idc.toInt(), id};
         return true;
     }
-    if (s.clientes->Leer("select idc from clientes where idc = ?", id).EsNulo())
+    if (s.clientes->read("select idc from clientes where idc = ?", id).isNull())
         return false;
     if (s.IdGlobal.idc != id)
         s.IdGlobal = {
-            id, s.clientes->Leer("select top 1 idm from mascotas where idc = ? order by nom", id)
+            id, s.clientes->read("select top 1 idm from mascotas where idc = ? order by nom", id)
                     .toInt()};
     return true;
 }

@@ -5,13 +5,13 @@ int ContarDosisAtrasadas(Sesion &s, int idm, int ida, int dos, int idcat)
     Recordset r = s.clientes->OpenSnapshot("select ida, dos, si from ArtPlan where idm = ? and "
                                            "idcat = ? and rep < Date() order by rep",
                                            idm, idcat);
-    int atrasadas = 0;
+    int late = 0;
     for (; !r.EOF_(); r.MoveNext()) {
         if (r[0].toInt() == ida && r[1].toInt() == dos)
             break;
         const int si = r[2].toInt();
         if (si == 0 || si == 2)
-            ++atrasadas;
+            ++late;
     }
-    return atrasadas;
+    return late;
 }

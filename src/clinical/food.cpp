@@ -2,24 +2,26 @@
 
 #include "store/lookups.h"
 #include "store/settings_row.h"
+#include "texts/clients.h"
 
 #include <QLocale>
 
+using namespace clinical;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 // Of the settings row, for dogs from the lightest to the heaviest.
-constexpr const char *Niveles[] = {"detali1", "detali2", "detali3"};
+constexpr const char *Levels[] = {"detali1", "detali2", "detali3"};
 
-QString Numero(Moneda m)
+QString numberOf(Moneda m)
 {
-    return QLocale().toString(m.ADoble(), 'f', QLocale::FloatingPointShortest);
+    return QLocale().toString(m.toDouble(), 'f', QLocale::FloatingPointShortest);
 }
 
 // Stocks count grams, or pounds where the product comes in pounds.
-bool EnLibras(Sesion &s, int ida)
+bool inLibras(Sesion &s, int ida)
 {
     const QString uni = LeerCampo(s, "finanzas", "articulos", ida, "uni").toLower();
     return uni == u"lb" || uni == u"u/lb";
@@ -27,50 +29,51 @@ bool EnLibras(Sesion &s, int ida)
 
 } // namespace
 
-double UmbralAlimento(Sesion &s, int especie, double peso, int categoria)
+double UmbralAlimento(Sesion &s, int species, double peso, int categoria)
 {
-    if (categoria != CategoriaAlimento)
+    if (categoria != FoodCategory)
         return 0;
-    if (TieneTresNiveles(especie))
-        return s.configuracion[Niveles[peso <= 10 ? 0 : peso <= 25 ? 1 : 2]].toDouble();
-    Recordset &especies = s.listas.mlespecies;
-    especies.FindFirst("id = ?", especie);
-    return especies.NoMatch() ? 0 : especies["ali"].toDouble();
+    if (hasThreeLevels(species))
+        return s.configuracion[Levels[peso <= 10 ? 0 : peso <= 25 ? 1 : 2]].toDouble();
+    Recordset &speciesList = s.lists.mlespecies;
+    speciesList.FindFirst("id = ?", species);
+    return speciesList.NoMatch() ? 0 : speciesList["ali"].toDouble();
 }
 
-Valor NivelDeAlimento(Sesion &s, int especie, int tramo)
+store::Value clinical::foodLevel(Sesion &s, int species, int section)
 {
-    if (TieneTresNiveles(especie))
-        return s.configuracion[Niveles[tramo]];
-    return s.clientes->Leer("select ali from mlespecies where id = ?", especie);
+    if (hasThreeLevels(species))
+        return s.configuracion[Levels[section]];
+    return s.clientes->read("select ali from mlespecies where id = ?", species);
 }
 
-void GuardarNivelDeAlimento(Sesion &s, int especie, int tramo, const Valor &nivel)
+void clinical::saveFoodLevel(Sesion &s, int species, int section, const store::Value &level)
 {
-    if (TieneTresNiveles(especie))
-        GuardarAjuste(s, Niveles[tramo], nivel);
+    if (hasThreeLevels(species))
+        store::saveSetting(s, Levels[section], level);
     else
-        s.clientes->Execute("update mlespecies set ali = ? where id = ?", nivel, especie);
+        s.clientes->Execute("update mlespecies set ali = ? where id = ?", level, species);
 }
 
-QString TextoDeAlimento(Sesion &s, int idm)
+QString clinical::foodText(Sesion &s, int idm)
 {
     const Recordset r = s.clientes->OpenSnapshot(
         "select top 1 can, Con, ida from consumo where idm = ? and idcat = ? and can is not null",
-        idm, CategoriaAlimento);
+        idm, FoodCategory);
     if (r.EOF_())
         return {};
     const Moneda can = r["can"].toMoneda(), con = r["Con"].toMoneda();
-    const bool libras = EnLibras(s, r["ida"].toInt());
-    const QString queda = libras ? Numero(can) + u"lb. "_s
-                                 : Numero(Moneda::Redondear(can.ADoble() / 1000)) + u"kg. "_s;
+    const bool libras = inLibras(s, r["ida"].toInt());
+    const QString remains = libras ? numberOf(can) + u"lb. "_s
+                                   : numberOf(Moneda::round(can.toDouble() / 1000)) + u"kg. "_s;
     if (con <= Moneda())
-        return s(9409) + queda.trimmed(); // how long it lasts is not known
-    const qint64 dias = std::max<qint64>(can.Diezmilesimos() / con.Diezmilesimos(), 0);
-    QString texto = s(9409) + queda + Numero(con) + (libras ? u"lb/"_s : u"g/"_s) + s(9416)
-                    + s(9410) + QLocale().toString(dias) + u' ' + s(dias == 1 ? 9416 : 9417);
-    const QDate reposicion = s.reloj.hoy.addDays(dias);
-    if (reposicion.isValid())
-        texto += u". "_s + s(9411) + TextoDeDia(reposicion);
-    return texto;
+        return s(text::FoodLeft) + remains.trimmed(); // how long it lasts is not known
+    const qint64 days = std::max<qint64>(can.tenThousandths() / con.tenThousandths(), 0);
+    QString text = s(text::FoodLeft) + remains + numberOf(con) + (libras ? u"lb/"_s : u"g/"_s)
+                   + s(text::OneDay) + s(text::FoodApprox) + QLocale().toString(days) + u' '
+                   + s(days == 1 ? text::OneDay : text::Days);
+    const QDate restocking = s.reloj.hoy.addDays(days);
+    if (restocking.isValid())
+        text += u". "_s + s(text::FoodRestocking) + store::dayText(restocking);
+    return text;
 }

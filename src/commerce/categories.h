@@ -7,13 +7,18 @@
 /// kind (`tip`) of the tasks booked for them.
 int ServicioDeCategoria(Sesion &s, int idcat);
 
+namespace commerce
+{
+
 /// A category as the profiles see it.
-struct CategoriaDePerfil {
+struct ProfileCategory {
     int idcat = 0;
     QString nom;
-    bool cuenta = false; // buying of it makes a good buyer
+    bool account = false; // buying of it makes a good buyer
 };
 /// All categories by name.
-QList<CategoriaDePerfil> CategoriasDePerfil(Sesion &s);
-/// @throws ErrorDeAlmacen
-void GuardarCategoriaDePerfil(Sesion &s, int idcat, bool cuenta);
+QList<ProfileCategory> profileCategories(Sesion &s);
+/// @throws StoreError
+void saveProfileCategory(Sesion &s, int idcat, bool account);
+
+} // namespace commerce

@@ -4,30 +4,30 @@
 
 QString DomicilioCliente(Sesion &s, int idc)
 {
-    Recordset &c = s.listas.clientes;
+    Recordset &c = s.lists.clientes;
     c.FindFirst("idc = ?", idc);
     if (c.NoMatch())
         return {};
-    const QString calle = c["dir"].toText();
+    const QString street = c["dir"].toText();
     const int loc = c["loc"].toInt(), dep = c["dep"].toInt();
     const QString cp = c["codp2"].toText();
-    QStringList partes{calle, LeerCampo(s, "clientes", "cllocalidad", loc, "nom"),
-                       LeerCampo(s, "clientes", "cldepartamento", dep, "nom"),
-                       cp.isEmpty() ? QString() : QStringLiteral("CP: ") + cp};
-    partes.removeAll(QString());
-    return partes.join(QStringLiteral(", "));
+    QStringList parts{street, LeerCampo(s, "clientes", "cllocalidad", loc, "nom"),
+                      LeerCampo(s, "clientes", "cldepartamento", dep, "nom"),
+                      cp.isEmpty() ? QString() : QStringLiteral("CP: ") + cp};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
 }
 
 QString TelefonosCliente(Sesion &s, int idc)
 {
-    QStringList telefonos{LeerCampo(s, "clientes", "clientes", idc, "tel2"),
-                          LeerCampo(s, "clientes", "clientes", idc, "telc2")};
-    telefonos.removeAll(QString());
-    return telefonos.join(QStringLiteral(" / "));
+    QStringList telephones{LeerCampo(s, "clientes", "clientes", idc, "tel2"),
+                           LeerCampo(s, "clientes", "clientes", idc, "telc2")};
+    telephones.removeAll(QString());
+    return telephones.join(QStringLiteral(" / "));
 }
 
 QString DireccionCliente(Sesion &s, int idc)
 {
-    const QString direcciones = LeerCampo(s, "clientes", "clientes", idc, "email");
-    return direcciones.contains(u'@') ? direcciones : QString();
+    const QString addresses = LeerCampo(s, "clientes", "clientes", idc, "email");
+    return addresses.contains(u'@') ? addresses : QString();
 }

@@ -2,100 +2,100 @@
 
 #include "store/lookups.h"
 #include "store/settings_row.h"
+#include "texts/agenda.h"
 
 #include <QRegularExpression>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { Chat = 9967, PidaPais = 9966, PaisNoValido = 9968 };
-
 // International numbers have 15 digits at most (E.164); fewer than 8 are a short number.
-constexpr qsizetype MenosCifras = 8;
-constexpr qsizetype MasCifras = 15;
-constexpr qsizetype CifrasDePais = 3;
+constexpr qsizetype FewestDigits = 8;
+constexpr qsizetype MostDigits = 15;
+constexpr qsizetype CountryFigures = 3;
 
-const QString AjusteDePais = u"chat/pais"_s;
+const QString CountrySetting = u"chat/pais"_s;
 
-QString Cifras(const QString &texto)
+QString Figures(const QString &text)
 {
-    QString cifras;
-    for (const QChar c : texto)
+    QString figures;
+    for (const QChar c : text)
         if (c >= u'0' && c <= u'9')
-            cifras += c;
-    return cifras;
+            figures += c;
+    return figures;
 }
 
-QString Movil(Sesion &s, int idc) { return LeerCampo(s, "clientes", "clientes", idc, "telc2"); }
+QString mobileOf(Sesion &s, int idc) { return LeerCampo(s, "clientes", "clientes", idc, "telc2"); }
 
 // The first number of several, without the (0) that is dialled at home alone.
-QString Primero(const QString &telefonos)
+QString firstOne(const QString &telephones)
 {
-    static const QRegularExpression separador(uR"([,;]|\s/\s)"_s);
-    for (const QString &parte : telefonos.split(separador))
-        if (!Cifras(parte).isEmpty())
-            return parte.trimmed().remove(u"(0)"_s);
+    static const QRegularExpression separator(uR"([,;]|\s/\s)"_s);
+    for (const QString &part : telephones.split(separator))
+        if (!Figures(part).isEmpty())
+            return part.trimmed().remove(u"(0)"_s);
     return {};
 }
 
-bool LlevaPais(const QString &numero)
+bool carriesCountry(const QString &number)
 {
-    return numero.startsWith(u'+') || numero.startsWith(u"00"_s);
+    return number.startsWith(u'+') || number.startsWith(u"00"_s);
 }
 
 // nullopt when the user backed out or typed what is no code.
-std::optional<QString> Pais(Sesion &s)
+std::optional<QString> countryOf(Sesion &s)
 {
-    const QString guardado = LeerAjusteDeClinica(s, AjusteDePais);
-    if (!guardado.isEmpty())
-        return guardado;
-    const auto dicho = s.dialogos.PedirTexto(s(Chat), s(PidaPais));
-    if (!dicho)
+    const QString saved = store::readClinicSetting(s, CountrySetting);
+    if (!saved.isEmpty())
+        return saved;
+    const auto told = s.dialogos.PedirTexto(s(text::ChatLinkChat), s(text::AskCountryCode));
+    if (!told)
         return std::nullopt;
-    static const QRegularExpression codigo(u"^\\s*(?:\\+|0+)?([1-9]\\d*)\\s*$"_s);
-    const QString pais = codigo.match(*dicho).captured(1);
-    if (pais.isEmpty() || pais.size() > CifrasDePais) {
-        s.dialogos.Mensaje(s(PaisNoValido));
+    static const QRegularExpression code(u"^\\s*(?:\\+|0+)?([1-9]\\d*)\\s*$"_s);
+    const QString country = code.match(*told).captured(1);
+    if (country.isEmpty() || country.size() > CountryFigures) {
+        s.dialogos.Mensaje(s(text::CountryCodeInvalid));
         return std::nullopt;
     }
-    GuardarAjusteDeClinica(s, AjusteDePais, pais);
-    return pais;
+    store::saveClinicSetting(s, CountrySetting, country);
+    return country;
 }
 
 } // namespace
 
-QString NumeroParaChat(const QString &telefonos, const QString &pais)
+QString messages::numberForChat(const QString &telephones, const QString &country)
 {
-    const QString primero = Primero(telefonos);
-    QString cifras = Cifras(primero);
+    const QString first = firstOne(telephones);
+    QString figures = Figures(first);
     // At home numbers are dialled with a leading 0 that nobody dials from abroad.
-    while (cifras.startsWith(u'0'))
-        cifras.remove(0, 1);
-    if (!LlevaPais(primero) && !cifras.isEmpty())
-        cifras.prepend(pais);
-    return cifras.size() >= MenosCifras && cifras.size() <= MasCifras ? cifras : QString();
+    while (figures.startsWith(u'0'))
+        figures.remove(0, 1);
+    if (!carriesCountry(first) && !figures.isEmpty())
+        figures.prepend(country);
+    return figures.size() >= FewestDigits && figures.size() <= MostDigits ? figures : QString();
 }
 
-bool TieneChat(Sesion &s, int idc)
+bool messages::hasChat(Sesion &s, int idc)
 {
     // Whatever the country, its code adds a digit at least.
-    return !NumeroParaChat(Movil(s, idc), u"0"_s).isEmpty();
+    return !numberForChat(mobileOf(s, idc), u"0"_s).isEmpty();
 }
 
-std::optional<QUrl> EnlaceDeChat(Sesion &s, int idc, const QString &texto)
+std::optional<QUrl> messages::chatLink(Sesion &s, int idc, const QString &text)
 {
-    const QString movil = Movil(s, idc);
-    std::optional<QString> pais = QString();
-    if (!LlevaPais(Primero(movil)))
-        pais = Pais(s);
-    if (!pais)
+    const QString mobile = mobileOf(s, idc);
+    std::optional<QString> country = QString();
+    if (!carriesCountry(firstOne(mobile)))
+        country = countryOf(s);
+    if (!country)
         return std::nullopt;
-    const QString numero = NumeroParaChat(movil, *pais);
-    if (numero.isEmpty())
+    const QString number = numberForChat(mobile, *country);
+    if (number.isEmpty())
         return QUrl();
-    QUrl enlace(u"https://wa.me/"_s + numero);
-    enlace.setQuery(u"text="_s + QString::fromLatin1(QUrl::toPercentEncoding(texto)));
-    return enlace;
+    QUrl link(u"https://wa.me/"_s + number);
+    link.setQuery(u"text="_s + QString::fromLatin1(QUrl::toPercentEncoding(text)));
+    return link;
 }

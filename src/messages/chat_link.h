@@ -5,16 +5,21 @@
 
 #include <QUrl>
 
+namespace messages
+{
+
 /// The first of a client's mobile numbers as the chat service wants it: country code and number,
 /// digits only; "" when it is none. A number without a country code gets @p pais, its leading
 /// zeros left out.
-QString NumeroParaChat(const QString &telefonos, const QString &pais);
+QString numberForChat(const QString &telephones, const QString &country);
 
 /// Whether the client has a mobile number to chat with.
-bool TieneChat(Sesion &s, int idc);
+bool hasChat(Sesion &s, int idc);
 
 /// The link. Where a number stands without a country code, the one of the clinic's setting
 /// `chat/pais` is taken; the user is asked for it once.
 /// @return an invalid address when the client's is no number to write to; nullopt when the user
 /// gave no code
-std::optional<QUrl> EnlaceDeChat(Sesion &s, int idc, const QString &texto);
+std::optional<QUrl> chatLink(Sesion &s, int idc, const QString &text);
+
+} // namespace messages

@@ -2,31 +2,33 @@
 
 #include "messages/chat_link.h"
 #include "store/lookups.h"
+#include "texts/agenda.h"
 #include "ui/help_line.h"
 
 #include <QDesktopServices>
 
+using namespace messages;
+
 namespace
 {
 
-enum Texto { SinMovil = 9965, SinNavegador = 9969, MovilNoValido = 9984 };
-
 } // namespace
 
-AbridorDeEnlaces Navegador()
+LinkOpener messages::browser()
 {
-    return [](const QUrl &enlace) { return QDesktopServices::openUrl(enlace); };
+    return [](const QUrl &link) { return QDesktopServices::openUrl(link); };
 }
 
-void AbrirChat(Sesion &s, const AbridorDeEnlaces &abrir, LineaDeAyuda &ayuda, int idc,
-               const QString &texto)
+void messages::openChat(Sesion &s, const LinkOpener &open, ui::HelpLine &help, int idc,
+                        const QString &text)
 {
-    ayuda.Limpiar();
-    if (!TieneChat(s, idc))
-        return ayuda.Fallo(s(SinMovil));
-    const std::optional<QUrl> enlace = EnlaceDeChat(s, idc, texto);
-    if (enlace && !enlace->isValid())
-        ayuda.Fallo(s(MovilNoValido).arg(LeerCampo(s, "clientes", "clientes", idc, "telc2")));
-    else if (enlace && !abrir(*enlace))
-        ayuda.Fallo(s(SinNavegador));
+    help.clean();
+    if (!hasChat(s, idc))
+        return help.faultOf(s(text::NoMobile));
+    const std::optional<QUrl> link = chatLink(s, idc, text);
+    if (link && !link->isValid())
+        help.faultOf(
+            s(text::InvalidMobile).arg(LeerCampo(s, "clientes", "clientes", idc, "telc2")));
+    else if (link && !open(*link))
+        help.faultOf(s(text::BrowserFailed));
 }

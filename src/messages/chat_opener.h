@@ -3,15 +3,25 @@
 
 #include "store/session.h"
 
-class LineaDeAyuda;
+namespace ui
+{
+
+class HelpLine;
+
+} // namespace ui
+
 class QUrl;
 
+namespace messages
+{
+
 /// Opens a link outside the program. Tests put their own.
-using AbridorDeEnlaces = std::function<bool(const QUrl &)>;
+using LinkOpener = std::function<bool(const QUrl &)>;
 
 /// The real one: the browser.
-AbridorDeEnlaces Navegador();
+LinkOpener browser();
 
 /// Opens a client's chat with a text in it; what prevents it is told on @p ayuda.
-void AbrirChat(Sesion &s, const AbridorDeEnlaces &abrir, LineaDeAyuda &ayuda, int idc,
-               const QString &texto);
+void openChat(Sesion &s, const LinkOpener &open, ui::HelpLine &help, int idc, const QString &text);
+
+} // namespace messages

@@ -1,6 +1,9 @@
 #include "messages/frmavisosplanificadas.h"
 
 #include "messages/chat_link.h"
+#include "texts/agenda.h"
+#include "texts/search.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -17,57 +20,36 @@
 #include <QTabBar>
 #include <algorithm>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Telefonos = 15,
-    Explicacion = 5044,
-    PrimerGrupo = 9950, // the four in the order of their codes
-    Titulo = 9954,
-    Paciente = 9955,
-    Propietario = 9956,
-    Producto = 9957,
-    Vence = 9958,
-    Nota = 9959,
-    SinDosis = 9960,
-    NotaDelAviso = 9961,
-    Chat = 9962,
-    Ficha = 9963,
-    NotaGuardada = 9964,
-    SinMovil = 9965,
-    Cuenta = 9978,
-    Grupo = 9979,
-};
-
-constexpr int firstGroup = int(GrupoDeAvisos::PerdidasSinServicio);
-constexpr int groups = 4;
+constexpr int FirstGroup = int(NoticesGroup::MissedWithoutService);
+constexpr int Groups = 4;
 
 // Long enough not to write at each key, short enough to lose nothing.
-constexpr int pauseMs = 300;
+constexpr int PauseMs = 300;
 
-enum Columna { DePaciente, DePropietario, DeProducto, DeTelefonos, DeVence, DeNota, DeClave };
+enum Column { OfPatient, OfOwner, OfProduct, OfTelephones, OfExpiry, OfNote, OfKey };
 
-FilaDeGrilla rowOf(const AvisoPlanificado &a)
+ui::GridRow rowOf(const PlannedNotice &a)
 {
-    FilaDeGrilla row;
-    row.celdas = {a.paciente, a.propietario, a.producto, a.telefonos, a.vence, a.nota, a.clave};
+    ui::GridRow row;
+    row.cells = {a.patient, a.owner, a.product, a.telephones, a.expires, a.note, a.key};
     return row;
 }
 
 } // namespace
 
-frmAvisosPlanificadas::frmAvisosPlanificadas(Sesion &s, Formularios &formularios,
-                                             AbridorDeEnlaces abrir, QWidget *parent)
-    : FormBase(s, u"frmAvisosPlanificadas"_s, parent),
-      m_forms(formularios),
-      m_abrir(std::move(abrir))
+frmAvisosPlanificadas::frmAvisosPlanificadas(Sesion &s, ui::FormRegistry &forms, LinkOpener open,
+                                             QWidget *parent)
+    : ui::FormBase(s, u"frmAvisosPlanificadas"_s, parent), m_forms(forms), m_open(std::move(open))
 {
-    setWindowTitle(s(Titulo));
+    setWindowTitle(s(text::NoticesTitle));
     m_pause.setSingleShot(true);
-    m_pause.setInterval(pauseMs);
+    m_pause.setInterval(PauseMs);
     build();
     wire();
     rememberSize({1120, 620});
@@ -76,24 +58,26 @@ frmAvisosPlanificadas::frmAvisosPlanificadas(Sesion &s, Formularios &formularios
 
 void frmAvisosPlanificadas::build()
 {
-    tabGrupo = named(new QTabBar, u"tabGrupo"_s, m_s(Grupo));
-    for (int i = 0; i < groups; ++i)
-        tabGrupo->addTab(m_s(PrimerGrupo + i));
+    tabGrupo = named(new QTabBar, u"tabGrupo"_s, m_s(text::NoticesGroup));
+    for (int i = 0; i < Groups; ++i)
+        tabGrupo->addTab(m_s(text::MissedWithoutService + i));
     tabGrupo->setExpanding(false);
     tabGrupo->setDrawBase(false);
 
-    grd = named(new Grilla(m_s, new ModeloDeGrilla(
-                                    m_s,
-                                    {{.titulo = m_s(Paciente), .ancho = 120},
-                                     {.titulo = m_s(Propietario), .ancho = 180},
-                                     {.titulo = m_s(Producto), .ancho = 200},
-                                     {.titulo = m_s(Telefonos), .ancho = 190},
-                                     {.titulo = m_s(Vence), .clase = Clase::Dia, .ancho = 100},
-                                     {.titulo = m_s(Nota), .ancho = 140},
-                                     {.oculta = true}},
-                                    this)),
-                u"Grilla"_s, m_s(Titulo));
-    grd->PonerVacio(m_s(SinDosis));
+    grd = named(
+        new ui::Grid(m_s,
+                     new ui::GridModel(
+                         m_s,
+                         {{.title = m_s(text::Patient), .width = 120},
+                          {.title = m_s(text::Owner), .width = 180},
+                          {.title = m_s(text::NoticesProduct), .width = 200},
+                          {.title = m_s(text::Phones), .width = 190},
+                          {.title = m_s(text::NoticesExpires), .kind = ui::Kind::Day, .width = 100},
+                          {.title = m_s(text::NoticesNote), .width = 140},
+                          {.hidden = true}},
+                         this)),
+        u"Grilla"_s, m_s(text::NoticesTitle));
+    grd->setEmptyText(m_s(text::NoDosesInGroup));
 
     auto *note = new QWidget;
     note->setLayout(buildNote());
@@ -105,8 +89,8 @@ void frmAvisosPlanificadas::build()
     parts->setStretchFactor(0, 1);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::L);
+    all->setSpacing(ui::space::M);
     all->addWidget(tabGrupo);
     all->addWidget(parts, 1);
     all->addLayout(buildButtons());
@@ -114,19 +98,20 @@ void frmAvisosPlanificadas::build()
 
 QLayout *frmAvisosPlanificadas::buildNote()
 {
-    txtNota = named(new QPlainTextEdit, u"txtNota"_s, m_s(NotaDelAviso));
+    txtNota = named(new QPlainTextEdit, u"txtNota"_s, m_s(text::NoticeNote));
     txtNota->setTabChangesFocus(true);
-    auto *title = new QLabel(m_s(NotaDelAviso));
+    auto *title = new QLabel(m_s(text::NoticeNote));
     title->setBuddy(txtNota);
-    auto *explanation = named(new QLabel(m_s(Explicacion)), u"lblAyuda"_s, m_s(Explicacion));
+    auto *explanation =
+        named(new QLabel(m_s(text::NoticesHelp)), u"lblAyuda"_s, m_s(text::NoticesHelp));
     explanation->setProperty("clase", u"suave"_s);
     explanation->setWordWrap(true);
     explanation->setTextFormat(Qt::PlainText);
 
     auto *place = new QGridLayout;
-    place->setContentsMargins(0, Espacio::S, 0, 0);
-    place->setHorizontalSpacing(Espacio::L);
-    place->setVerticalSpacing(Espacio::XS);
+    place->setContentsMargins(0, ui::space::S, 0, 0);
+    place->setHorizontalSpacing(ui::space::L);
+    place->setVerticalSpacing(ui::space::XS);
     place->addWidget(title, 0, 0);
     place->addWidget(txtNota, 1, 0);
     place->addWidget(explanation, 1, 1, Qt::AlignTop);
@@ -137,11 +122,11 @@ QLayout *frmAvisosPlanificadas::buildNote()
 
 QLayout *frmAvisosPlanificadas::buildButtons()
 {
-    cmdChat = button(u"cmdChat"_s, Chat, u"109"_s);
-    cmdFicha = button(u"cmdFicha"_s, Ficha, u"Propietarios"_s);
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
+    cmdChat = button(u"cmdChat"_s, text::NoticesChat, u"109"_s);
+    cmdFicha = button(u"cmdFicha"_s, text::NoticesRecord, u"Propietarios"_s);
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
     auto *foot = new QHBoxLayout;
-    foot->setSpacing(Espacio::S);
+    foot->setSpacing(ui::space::S);
     foot->addWidget(Ayu, 1);
     foot->addWidget(cmdChat);
     foot->addWidget(cmdFicha);
@@ -156,28 +141,28 @@ void frmAvisosPlanificadas::wire()
             load();
         });
     });
-    connect(grd, &Grilla::filaCambiada, this, &frmAvisosPlanificadas::showNotice);
-    connect(grd, &Grilla::filaElegida, this, &frmAvisosPlanificadas::goToClient);
+    connect(grd, &ui::Grid::changedRow, this, &frmAvisosPlanificadas::showNotice);
+    connect(grd, &ui::Grid::chosenRow, this, &frmAvisosPlanificadas::goToClient);
     connect(txtNota, &QPlainTextEdit::textChanged, &m_pause, qOverload<>(&QTimer::start));
     connect(&m_pause, &QTimer::timeout, this, [this] { guarded([this] { keepNote(); }); });
     connect(cmdFicha, &QPushButton::clicked, this, &frmAvisosPlanificadas::goToClient);
     connect(cmdChat, &QPushButton::clicked, this, [this] {
         guarded([this] {
-            if (const AvisoPlanificado *a = current())
-                AbrirChat(m_s, m_abrir, *Ayu, a->idc, TextoDeAviso(m_s, *a));
+            if (const PlannedNotice *a = current())
+                openChat(m_s, m_open, *Ayu, a->idc, noticeText(m_s, *a));
         });
     });
 }
 
-void frmAvisosPlanificadas::opened(const QVariantMap &parametros)
+void frmAvisosPlanificadas::opened(const QVariantMap &parameters)
 {
-    guarded([this, &parametros] {
+    guarded([this, &parameters] {
         keepNote();
         const int group =
-            parametros.value(u"grupo"_s, firstGroup + tabGrupo->currentIndex()).toInt();
+            parameters.value(u"grupo"_s, FirstGroup + tabGrupo->currentIndex()).toInt();
         {
             const QSignalBlocker quiet(tabGrupo); // the list is read once, below
-            tabGrupo->setCurrentIndex(std::clamp(group - firstGroup, 0, groups - 1));
+            tabGrupo->setCurrentIndex(std::clamp(group - FirstGroup, 0, Groups - 1));
         }
         load();
     });
@@ -194,54 +179,54 @@ void frmAvisosPlanificadas::activated()
 void frmAvisosPlanificadas::hideEvent(QHideEvent *event)
 {
     guarded([this] { keepNote(); });
-    FormBase::hideEvent(event);
+    ui::FormBase::hideEvent(event);
 }
 
 void frmAvisosPlanificadas::load()
 {
-    const QString before = m_claveEnCaja;
-    m_avisos = AvisosDe(m_s, GrupoDeAvisos(firstGroup + tabGrupo->currentIndex()));
-    std::vector<FilaDeGrilla> rows;
-    rows.reserve(m_avisos.size());
-    for (const AvisoPlanificado &a : m_avisos)
+    const QString before = m_keyInBox;
+    m_notices = noticesOf(m_s, NoticesGroup(FirstGroup + tabGrupo->currentIndex()));
+    std::vector<ui::GridRow> rows;
+    rows.reserve(m_notices.size());
+    for (const PlannedNotice &a : m_notices)
         rows.push_back(rowOf(a));
-    grd->Modelo()->Poner(std::move(rows));
-    const int count = grd->Modelo()->Filas();
+    grd->gridModel()->set(std::move(rows));
+    const int count = grd->gridModel()->allRows();
     const int again =
-        before.isEmpty() ? -1 : grd->Modelo()->BuscarEnGrilla(before, DeClave, 0, count - 1);
+        before.isEmpty() ? -1 : grd->gridModel()->BuscarEnGrilla(before, OfKey, 0, count - 1);
     grd->Seleccionar(std::max(again, 0));
     showNotice();
     if (count == 0)
-        Ayu->Limpiar();
+        Ayu->clean();
     else
-        Ayu->Decir(m_s(Cuenta).arg(count));
+        Ayu->tell(m_s(text::NoticesCount).arg(count));
 }
 
-AvisoPlanificado *frmAvisosPlanificadas::current()
+PlannedNotice *frmAvisosPlanificadas::current()
 {
-    const int row = grd->FilaActual();
+    const int row = grd->currentRow();
     if (row < 0)
         return nullptr;
-    const QString key = grd->Modelo()->Fila(row).celdas.value(DeClave).toText();
-    const auto found = std::ranges::find(m_avisos, key, &AvisoPlanificado::clave);
-    return found == m_avisos.end() ? nullptr : &*found;
+    const QString key = grd->gridModel()->Row(row).cells.value(OfKey).toText();
+    const auto found = std::ranges::find(m_notices, key, &PlannedNotice::key);
+    return found == m_notices.end() ? nullptr : &*found;
 }
 
 void frmAvisosPlanificadas::showNotice()
 {
     guarded([this] {
         keepNote();
-        const AvisoPlanificado *a = current();
-        m_claveEnCaja = a ? a->clave : QString();
+        const PlannedNotice *a = current();
+        m_keyInBox = a ? a->key : QString();
         {
             const QSignalBlocker quiet(txtNota);
-            txtNota->setPlainText(a ? a->nota : QString());
+            txtNota->setPlainText(a ? a->note : QString());
         }
         txtNota->setEnabled(a);
-        cmdFicha->setEnabled(a && m_forms.Existe(u"frmPropietarios"_s));
-        const bool chats = a && TieneChat(m_s, a->idc);
+        cmdFicha->setEnabled(a && m_forms.exists(u"frmPropietarios"_s));
+        const bool chats = a && hasChat(m_s, a->idc);
         cmdChat->setEnabled(chats);
-        cmdChat->setToolTip(a && !chats ? m_s(SinMovil) : QString());
+        cmdChat->setToolTip(a && !chats ? m_s(text::NoMobile) : QString());
     });
 }
 
@@ -249,28 +234,28 @@ void frmAvisosPlanificadas::keepNote()
 {
     m_pause.stop();
     // What was only read here must not take the place of what another terminal wrote.
-    const auto notice = std::ranges::find(m_avisos, m_claveEnCaja, &AvisoPlanificado::clave);
-    if (notice == m_avisos.end() || !txtNota->document()->isModified())
+    const auto notice = std::ranges::find(m_notices, m_keyInBox, &PlannedNotice::key);
+    if (notice == m_notices.end() || !txtNota->document()->isModified())
         return;
     const QString text = txtNota->toPlainText();
-    GuardarNota(m_s, notice->clave, text);
+    saveNote(m_s, notice->key, text);
     txtNota->document()->setModified(false);
-    notice->nota = text;
-    ModeloDeGrilla *rows = grd->Modelo();
-    const int row = rows->BuscarEnGrilla(notice->clave, DeClave, 0, rows->Filas() - 1);
+    notice->note = text;
+    ui::GridModel *rows = grd->gridModel();
+    const int row = rows->BuscarEnGrilla(notice->key, OfKey, 0, rows->allRows() - 1);
     if (row >= 0)
-        rows->Cambiar(row, rowOf(*notice));
-    Ayu->Logro(m_s(NotaGuardada));
+        rows->change(row, rowOf(*notice));
+    Ayu->success(m_s(text::NoteKept));
 }
 
 void frmAvisosPlanificadas::goToClient()
 {
     guarded([this] {
         keepNote();
-        const AvisoPlanificado *a = current();
+        const PlannedNotice *a = current();
         if (!a || !cmdFicha->isEnabled())
             return;
         m_s.IdGlobal = {a->idc, a->idm};
-        m_forms.Abrir(u"frmPropietarios"_s);
+        m_forms.open(u"frmPropietarios"_s);
     });
 }

@@ -7,21 +7,28 @@
 
 #include <QTimer>
 
-class Formularios;
-class Grilla;
+namespace ui
+{
+
+class FormRegistry;
+class Grid;
+
+} // namespace ui
+
 class QPlainTextEdit;
 class QPushButton;
 class QTabBar;
 
 /// Opened with `grupo`, 18 to 21, it shows that list.
-class frmAvisosPlanificadas : public FormBase
+class frmAvisosPlanificadas : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmAvisosPlanificadas(Sesion &s, Formularios &formularios, AbridorDeEnlaces abrir = Navegador(),
+    frmAvisosPlanificadas(Sesion &s, ui::FormRegistry &forms,
+                          messages::LinkOpener open = messages::browser(),
                           QWidget *parent = nullptr);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
 
 protected:
     void activated() override;
@@ -36,17 +43,17 @@ private:
     void showNotice();
     void keepNote();
     void goToClient();
-    AvisoPlanificado *current();
+    messages::PlannedNotice *current();
 
-    Formularios &m_forms;
-    AbridorDeEnlaces m_abrir;
-    std::vector<AvisoPlanificado> m_avisos;
-    QString m_claveEnCaja; // of the note in the box
+    ui::FormRegistry &m_forms;
+    messages::LinkOpener m_open;
+    std::vector<messages::PlannedNotice> m_notices;
+    QString m_keyInBox; // of the note in the box
     QTimer m_pause;
     QTabBar *tabGrupo = nullptr;
-    Grilla *grd = nullptr;
+    ui::Grid *grd = nullptr;
     QPlainTextEdit *txtNota = nullptr;
     QPushButton *cmdChat = nullptr;
     QPushButton *cmdFicha = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };

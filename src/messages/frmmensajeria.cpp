@@ -3,6 +3,9 @@
 #include "messages/chat_link.h"
 #include "messages/outbox.h"
 #include "printing/letter.h"
+#include "texts/agenda.h"
+#include "texts/printing.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -20,74 +23,57 @@
 #include <QSplitter>
 #include <algorithm>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Mensajeria = 3601,
-    Destinatario = 3603,
-    Motivo = 3604,
-    Medio = 3605,
-    Estado = 3606,
-    Chat = 9962,
-    SinMovil = 9965,
-    SinMensajes = 9970,
-    Imprimir = 9971,
-    Copiar = 9972,
-    Actualizar = 9973,
-    Cuenta = 9974,
-    TextoDelMensaje = 9975,
-    SinTexto = 9976,
-    Copiado = 9977,
-};
-
-enum Columna { Quien, Porque, Como, EnQueEsta, Tip, PorMedio, Ida, ArtAux, Dibujo, Id };
+enum Column { Who, Why, As, State, Tip, ByChannel, Ida, ArtAux, Picture, Id };
 
 // Draws what the reason is about before it.
-class MessageRows : public ModeloDeGrilla
+class MessageRows : public ui::GridModel
 {
 public:
-    using ModeloDeGrilla::ModeloDeGrilla;
+    using ui::GridModel::GridModel;
 
     QVariant data(const QModelIndex &index, int role) const override
     {
-        if (role == Qt::DecorationRole && index.column() == Porque)
-            if (const QString name = Fila(index.row()).celdas.value(Dibujo).toText();
+        if (role == Qt::DecorationRole && index.column() == Why)
+            if (const QString name = Row(index.row()).cells.value(Picture).toText();
                 !name.isEmpty())
-                return Icono(name);
-        return ModeloDeGrilla::data(index, role);
+                return ui::namedIcon(name);
+        return ui::GridModel::data(index, role);
     }
 };
 
-QList<ColumnaDeGrilla> columnsOf(const Sesion &s)
+QList<ui::GridColumn> columnsOf(const Sesion &s)
 {
-    QList<ColumnaDeGrilla> columns{{.titulo = s(Destinatario), .ancho = 150},
-                                   {.titulo = s(Motivo), .ancho = 360},
-                                   {.titulo = s(Medio), .ancho = 95},
-                                   {.titulo = s(Estado), .ancho = 110}};
+    QList<ui::GridColumn> columns{{.title = s(text::OutboxAddressee), .width = 150},
+                                  {.title = s(text::OutboxReason), .width = 360},
+                                  {.title = s(text::OutboxChannel), .width = 95},
+                                  {.title = s(text::OutboxState), .width = 110}};
     while (columns.size() <= Id)
-        columns << ColumnaDeGrilla{.oculta = true};
+        columns << ui::GridColumn{.hidden = true};
     return columns;
 }
 
-FilaDeGrilla rowOf(const MensajeDelDia &m)
+ui::GridRow rowOf(const DayMessage &m)
 {
-    FilaDeGrilla row;
-    row.celdas = {m.destinatario, m.motivo, m.porMedio, m.estado, m.tip,
-                  m.medio,        m.ida,    m.artaux,   m.icono,  m.id};
-    if (m.salio) { // what still waits is what one looks for
-        row.realce = Realce::Hecho;
-        row.motivo = m.estado;
+    ui::GridRow row;
+    row.cells = {m.addressee, m.reason, m.byChannel, m.state, m.tip,
+                 m.medio,     m.ida,    m.artaux,    m.icon,  m.id};
+    if (m.wentOut) { // what still waits is what one looks for
+        row.highlight = ui::Highlight::Done;
+        row.reason = m.state;
     }
     return row;
 }
 
 } // namespace
 
-frmmensajeria::frmmensajeria(Sesion &s, AbridorDeEnlaces abrir, QWidget *parent)
-    : FormBase(s, u"frmmensajeria"_s, parent), m_abrir(std::move(abrir))
+frmmensajeria::frmmensajeria(Sesion &s, LinkOpener open, QWidget *parent)
+    : ui::FormBase(s, u"frmmensajeria"_s, parent), m_open(std::move(open))
 {
     build();
     wire();
@@ -97,9 +83,9 @@ frmmensajeria::frmmensajeria(Sesion &s, AbridorDeEnlaces abrir, QWidget *parent)
 
 void frmmensajeria::build()
 {
-    grd = named(new Grilla(m_s, new MessageRows(m_s, columnsOf(m_s), this)), u"Grilla"_s,
-                m_s(Mensajeria));
-    grd->PonerVacio(m_s(SinMensajes));
+    grd = named(new ui::Grid(m_s, new MessageRows(m_s, columnsOf(m_s), this)), u"Grilla"_s,
+                m_s(text::OutboxMessages));
+    grd->setEmptyText(m_s(text::NoMessagesToday));
 
     auto *text = new QWidget;
     text->setLayout(buildText());
@@ -111,23 +97,23 @@ void frmmensajeria::build()
     parts->setStretchFactor(0, 1);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::L);
+    all->setSpacing(ui::space::M);
     all->addWidget(parts, 1);
     all->addLayout(buildButtons());
 }
 
 QLayout *frmmensajeria::buildText()
 {
-    txtmensaje = named(new QPlainTextEdit, u"txtmensaje"_s, m_s(TextoDelMensaje));
+    txtmensaje = named(new QPlainTextEdit, u"txtmensaje"_s, m_s(text::OutboxMessageText));
     txtmensaje->setReadOnly(true);
     txtmensaje->setTabChangesFocus(true);
-    auto *title = new QLabel(m_s(TextoDelMensaje));
+    auto *title = new QLabel(m_s(text::OutboxMessageText));
     title->setBuddy(txtmensaje);
 
     auto *column = new QVBoxLayout;
-    column->setContentsMargins(Espacio::S, 0, 0, 0);
-    column->setSpacing(Espacio::S);
+    column->setContentsMargins(ui::space::S, 0, 0, 0);
+    column->setSpacing(ui::space::S);
     column->addWidget(title);
     column->addWidget(txtmensaje, 1);
     return column;
@@ -135,14 +121,14 @@ QLayout *frmmensajeria::buildText()
 
 QLayout *frmmensajeria::buildButtons()
 {
-    cmdImprimir = button(u"cmdImprimir"_s, Imprimir, u"imprimir"_s);
-    cmdCopiar = button(u"cmdCopiar"_s, Copiar, u"copiar"_s);
-    cmdChat = button(u"cmdChat"_s, Chat, u"109"_s);
-    cmdActualizar = button(u"cmdActualizar"_s, Actualizar);
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, {});
+    cmdImprimir = button(u"cmdImprimir"_s, text::PrintButton, u"imprimir"_s);
+    cmdCopiar = button(u"cmdCopiar"_s, text::OutboxCopy, u"copiar"_s);
+    cmdChat = button(u"cmdChat"_s, text::NoticesChat, u"109"_s);
+    cmdActualizar = button(u"cmdActualizar"_s, text::OutboxUpdate);
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
 
     auto *foot = new QHBoxLayout;
-    foot->setSpacing(Espacio::S);
+    foot->setSpacing(ui::space::S);
     foot->addWidget(Ayu, 1);
     for (QPushButton *b : {cmdImprimir, cmdCopiar, cmdChat, cmdActualizar})
         foot->addWidget(b);
@@ -151,8 +137,8 @@ QLayout *frmmensajeria::buildButtons()
 
 void frmmensajeria::wire()
 {
-    connect(grd, &Grilla::filaCambiada, this, &frmmensajeria::showMessage);
-    connect(grd, &Grilla::filaElegida, txtmensaje, qOverload<>(&QWidget::setFocus));
+    connect(grd, &ui::Grid::changedRow, this, &frmmensajeria::showMessage);
+    connect(grd, &ui::Grid::chosenRow, txtmensaje, qOverload<>(&QWidget::setFocus));
     connect(cmdImprimir, &QPushButton::clicked, this, &frmmensajeria::print);
     connect(cmdCopiar, &QPushButton::clicked, this, &frmmensajeria::copy);
     connect(cmdActualizar, &QPushButton::clicked, this, [this] { guarded([this] { load(); }); });
@@ -160,9 +146,9 @@ void frmmensajeria::wire()
     connect(again, &QShortcut::activated, cmdActualizar, &QPushButton::click);
     connect(cmdChat, &QPushButton::clicked, this, [this] {
         guarded([this] {
-            if (const MensajeDelDia *m = current())
-                AbrirChat(m_s, m_abrir, *Ayu, DestinatarioDeTarea(m_s, m->tip, m->ida),
-                          txtmensaje->toPlainText());
+            if (const DayMessage *m = current())
+                openChat(m_s, m_open, *Ayu, taskAddressee(m_s, m->tip, m->ida),
+                         txtmensaje->toPlainText());
         });
     });
 }
@@ -178,59 +164,60 @@ void frmmensajeria::activated() { load(); }
 
 void frmmensajeria::load()
 {
-    setWindowTitle(m_s(Mensajeria) + u' ' + TextoDeDia(m_s.reloj.hoy));
-    const int before =
-        grd->FilaActual() < 0 ? 0 : grd->Modelo()->Fila(grd->FilaActual()).celdas.value(Id).toInt();
-    m_mensajes = MensajesDelDia(m_s);
-    std::vector<FilaDeGrilla> rows;
-    rows.reserve(m_mensajes.size());
-    for (const MensajeDelDia &m : m_mensajes)
+    setWindowTitle(m_s(text::OutboxMessages) + u' ' + store::dayText(m_s.reloj.hoy));
+    const int before = grd->currentRow() < 0
+                           ? 0
+                           : grd->gridModel()->Row(grd->currentRow()).cells.value(Id).toInt();
+    m_messages = dayMessages(m_s);
+    std::vector<ui::GridRow> rows;
+    rows.reserve(m_messages.size());
+    for (const DayMessage &m : m_messages)
         rows.push_back(rowOf(m));
-    grd->Modelo()->Poner(std::move(rows));
-    const int count = grd->Modelo()->Filas();
-    const int again = before == 0 ? -1 : grd->Modelo()->BuscarEnGrilla(before, Id, 0, count - 1);
+    grd->gridModel()->set(std::move(rows));
+    const int count = grd->gridModel()->allRows();
+    const int again = before == 0 ? -1 : grd->gridModel()->BuscarEnGrilla(before, Id, 0, count - 1);
     grd->Seleccionar(std::max(again, 0));
     showMessage();
 
-    const auto gone = std::ranges::count_if(m_mensajes, &MensajeDelDia::salio);
+    const auto gone = std::ranges::count_if(m_messages, &DayMessage::wentOut);
     if (count == 0)
-        Ayu->Limpiar();
+        Ayu->clean();
     else
-        Ayu->Decir(m_s(Cuenta).arg(count).arg(gone).arg(count - gone));
+        Ayu->tell(m_s(text::OutboxCounts).arg(count).arg(gone).arg(count - gone));
 }
 
-const MensajeDelDia *frmmensajeria::current() const
+const DayMessage *frmmensajeria::current() const
 {
-    const int row = grd->FilaActual();
+    const int row = grd->currentRow();
     if (row < 0)
         return nullptr;
-    const int id = grd->Modelo()->Fila(row).celdas.value(Id).toInt();
-    const auto found = std::ranges::find(m_mensajes, id, &MensajeDelDia::id);
-    return found == m_mensajes.end() ? nullptr : &*found;
+    const int id = grd->gridModel()->Row(row).cells.value(Id).toInt();
+    const auto found = std::ranges::find(m_messages, id, &DayMessage::id);
+    return found == m_messages.end() ? nullptr : &*found;
 }
 
 void frmmensajeria::showMessage()
 {
     guarded([this] {
-        const MensajeDelDia *m = current();
-        const QString text = m ? TextoDeMensaje(m_s, *m) : QString();
+        const DayMessage *m = current();
+        const QString text = m ? messageText(m_s, *m) : QString();
         txtmensaje->setPlainText(text);
-        txtmensaje->setPlaceholderText(m ? m_s(SinTexto) : QString());
+        txtmensaje->setPlaceholderText(m ? m_s(text::MessageHasNoText) : QString());
         cmdImprimir->setEnabled(!text.isEmpty());
         cmdCopiar->setEnabled(!text.isEmpty());
-        const bool chats = m && TieneChat(m_s, DestinatarioDeTarea(m_s, m->tip, m->ida));
+        const bool chats = m && hasChat(m_s, taskAddressee(m_s, m->tip, m->ida));
         cmdChat->setEnabled(chats);
-        cmdChat->setToolTip(m && !chats ? m_s(SinMovil) : QString());
+        cmdChat->setToolTip(m && !chats ? m_s(text::NoMobile) : QString());
     });
 }
 
 void frmmensajeria::print()
 {
     guarded([this] {
-        if (const MensajeDelDia *m = current()) {
-            const auto letter = ComponerCarta(m_s, TituloDeCarta(m->motivo, m->destinatario),
-                                              txtmensaje->toPlainText());
-            m_s.impresion.Mostrar(m_s, *letter);
+        if (const DayMessage *m = current()) {
+            const auto letter = printing::composeLetter(
+                m_s, printing::letterTitle(m->reason, m->addressee), txtmensaje->toPlainText());
+            m_s.impresion.show(m_s, *letter);
         }
     });
 }
@@ -238,5 +225,5 @@ void frmmensajeria::print()
 void frmmensajeria::copy()
 {
     QGuiApplication::clipboard()->setText(txtmensaje->toPlainText());
-    Ayu->Logro(m_s(Copiado));
+    Ayu->success(m_s(text::OutboxCopied));
 }

@@ -5,18 +5,24 @@
 #include "messages/outbox_list.h"
 #include "ui/form_base.h"
 
-class Grilla;
+namespace ui
+{
+
+class Grid;
+
+} // namespace ui
+
 class QPlainTextEdit;
 class QPushButton;
 
-class frmmensajeria : public FormBase
+class frmmensajeria : public ui::FormBase
 {
     Q_OBJECT
 public:
-    explicit frmmensajeria(Sesion &s, AbridorDeEnlaces abrir = Navegador(),
+    explicit frmmensajeria(Sesion &s, messages::LinkOpener open = messages::browser(),
                            QWidget *parent = nullptr);
 
-    void opened(const QVariantMap &parametros) override;
+    void opened(const QVariantMap &parameters) override;
 
 protected:
     void activated() override;
@@ -30,15 +36,15 @@ private:
     void showMessage();
     void print();
     void copy();
-    const MensajeDelDia *current() const;
+    const messages::DayMessage *current() const;
 
-    AbridorDeEnlaces m_abrir;
-    std::vector<MensajeDelDia> m_mensajes;
-    Grilla *grd = nullptr;
+    messages::LinkOpener m_open;
+    std::vector<messages::DayMessage> m_messages;
+    ui::Grid *grd = nullptr;
     QPlainTextEdit *txtmensaje = nullptr;
     QPushButton *cmdImprimir = nullptr;
     QPushButton *cmdCopiar = nullptr;
     QPushButton *cmdChat = nullptr;
     QPushButton *cmdActualizar = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };

@@ -5,6 +5,8 @@
 #include "messages/mail_message.h"
 #include "store/lookups.h"
 #include "store/settings_row.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 
 #include <QUrl>
 #include <QUuid>
@@ -12,150 +14,148 @@
 #include <curl/curl.h>
 #include <mutex>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { SinCuenta = 4601, SinServidor = 9980, DireccionNoValida = 9983 };
-
 // A server that is there answers in a second; a phone line out of town may take some.
-constexpr long SegundosParaConectar = 15;
-constexpr int SegundosPorMensaje = 60; // unless this machine's setting says otherwise
-constexpr int SegundosComoMucho = 3600;
-constexpr long SegundosParaDespedirse = 2;
-constexpr int FallosSeguidos = 2; // of the line, after which the run is given up
+constexpr long ConnectSeconds = 15;
+constexpr int SecondsPerMessage = 60; // unless this machine's setting says otherwise
+constexpr int MostSeconds = 3600;
+constexpr long SignOffSeconds = 2;
+constexpr int FailuresInARow = 2; // of the line, after which the run is given up
 
-constexpr long Rechazo = 400;       // this reply and all above it say no
-constexpr long CierraLaLinea = 421; // says no and hangs up
-constexpr long EsperaElTexto = 354; // the last word of a server that has not judged the text yet
+constexpr long Rejection = 400;  // this reply and all above it say no
+constexpr long ClosesLine = 421; // says no and hangs up
+constexpr long WaitText = 354;   // the last word of a server that has not judged the text yet
 
-struct LiberarCurl {
+struct ReleaseCurl {
     void operator()(CURL *c) const { curl_easy_cleanup(c); }
     void operator()(curl_slist *l) const { curl_slist_free_all(l); }
 };
 template <typename T>
-using Dueno = std::unique_ptr<T, LiberarCurl>;
+using Owner = std::unique_ptr<T, ReleaseCurl>;
 
-class Lista
+class List
 {
 public:
-    void Agregar(const QByteArray &linea)
+    void add(const QByteArray &line)
     {
-        if (curl_slist *nueva = curl_slist_append(m_lista.get(), linea.constData())) {
-            (void)m_lista.release();
-            m_lista.reset(nueva);
+        if (curl_slist *newOne = curl_slist_append(m_list.get(), line.constData())) {
+            (void)m_list.release();
+            m_list.reset(newOne);
         }
     }
-    curl_slist *Cabeza() const { return m_lista.get(); }
+    curl_slist *head() const { return m_list.get(); }
 
 private:
-    Dueno<curl_slist> m_lista;
+    Owner<curl_slist> m_list;
 };
 
 // The message, as the library asks for it piece by piece.
-struct Lectura {
+struct Reading {
     QByteArray bytes;
-    qsizetype leidos = 0;
+    qsizetype read = 0;
 
-    bool Toda() const { return leidos == bytes.size(); }
-    static size_t Leer(char *donde, size_t uno, size_t cuantos, void *lectura) noexcept
+    bool all() const { return read == bytes.size(); }
+    static size_t supply(char *where, size_t one, size_t count, void *reading) noexcept
     {
-        Lectura &l = *static_cast<Lectura *>(lectura);
-        const qsizetype n = std::min(qsizetype(uno * cuantos), l.bytes.size() - l.leidos);
-        std::memcpy(donde, l.bytes.constData() + l.leidos, size_t(n));
-        l.leidos += n;
+        Reading &l = *static_cast<Reading *>(reading);
+        const qsizetype n = std::min(qsizetype(one * count), l.bytes.size() - l.read);
+        std::memcpy(where, l.bytes.constData() + l.read, size_t(n));
+        l.read += n;
         return size_t(n);
     }
 };
 
-QString RemitenteDe(const CuentaDeCorreo &cuenta)
+QString senderOf(const MailAccount &account)
 {
-    return cuenta.usuario.contains(u'@') ? cuenta.usuario : cuenta.usuario + u'@' + cuenta.servidor;
+    return account.user.contains(u'@') ? account.user : account.user + u'@' + account.server;
 }
 
-int Segundos(const Sesion &s)
+int seconds(const Sesion &s)
 {
-    const int dados = LeerAjusteDeMaquina(s, u"correo/segundos"_s).toInt();
-    return dados < 1 ? SegundosPorMensaje : std::min(dados, SegundosComoMucho);
+    const int dados = store::readMachineSetting(s, u"correo/segundos"_s).toInt();
+    return dados < 1 ? SecondsPerMessage : std::min(dados, MostSeconds);
 }
 
-class CorreoPorSmtp final : public SesionDeCorreo
+class MailBySmtp final : public MailSession
 {
 public:
-    CorreoPorSmtp(Sesion &s, CuentaDeCorreo cuenta, std::function<void()> mientras)
+    MailBySmtp(Sesion &s, MailAccount account, std::function<void()> meanwhile)
         : m_s(s),
-          m_cuenta(std::move(cuenta)),
-          m_remitente(RemitenteDe(m_cuenta)),
-          m_mientras(std::move(mientras)),
-          m_autoridad(LeerAjusteDeMaquina(s, u"correo/autoridad"_s).toUtf8()),
-          m_segundos(Segundos(s))
+          m_account(std::move(account)),
+          m_sender(senderOf(m_account)),
+          m_meanwhile(std::move(meanwhile)),
+          m_authority(store::readMachineSetting(s, u"correo/autoridad"_s).toUtf8()),
+          m_seconds(seconds(s))
     {
-        static std::once_flag unaVez;
-        std::call_once(unaVez, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+        static std::once_flag oneTime;
+        std::call_once(oneTime, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
         m_curl.reset(curl_easy_init());
         QUrl url;
-        url.setScheme(m_cuenta.cifrado == Cifrado::Tls ? u"smtps"_s : u"smtp"_s);
-        url.setHost(m_cuenta.servidor); // stays empty for what is no name of a server
-        url.setPort(m_cuenta.puerto);
+        url.setScheme(m_account.encryption == Encryption::Tls ? u"smtps"_s : u"smtp"_s);
+        url.setHost(m_account.server); // stays empty for what is no name of a server
+        url.setPort(m_account.port);
         m_url = url.host().isEmpty() ? QByteArray() : url.toEncoded();
     }
 
-    ~CorreoPorSmtp() override
+    ~MailBySmtp() override
     {
-        if (m_dentro)
-            Despedirse();
+        if (m_inside)
+            signOff();
     }
 
     /// Connects, makes the line safe and signs on.
-    bool Entrar()
+    bool enter()
     {
-        if (!m_curl || m_url.isEmpty()
-            || DireccionesValidas(m_remitente) != QStringList{m_remitente}) {
-            m_error = m_cuenta.servidor + u' ' + m_remitente;
+        if (!m_curl || m_url.isEmpty() || validAddresses(m_sender) != QStringList{m_sender}) {
+            m_error = m_account.server + u' ' + m_sender;
             return false;
         }
-        Preparar();
+        prepare();
         curl_easy_setopt(m_curl.get(), CURLOPT_CUSTOMREQUEST, "NOOP");
         curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
-        m_dentro = Correr() == CURLE_OK;
-        return m_dentro;
+        m_inside = run() == CURLE_OK;
+        return m_inside;
     }
 
-    bool Enviar(const QString &asunto, const QString &direcciones, const QString &cuerpo) override
+    bool send(const QString &subject, const QString &addresses, const QString &body) override
     {
-        if (m_perdida)
+        if (m_missed)
             return false; // for the reason that stands already
-        const QStringList destinos = DireccionesValidas(direcciones);
-        if (destinos.isEmpty()) {
-            m_error = m_s(DireccionNoValida).arg(direcciones.simplified());
+        const QStringList targets = validAddresses(addresses);
+        if (targets.isEmpty()) {
+            m_error = m_s(text::InvalidMailAddress).arg(addresses.simplified());
             return false;
         }
-        Suerte suerte = Transmitir(asunto, destinos, cuerpo);
+        Outcome outcome = transmit(subject, targets, body);
         // A server that takes so many messages on one line says so: this one it has not taken.
-        if (suerte == Suerte::OtraLinea && Entrar())
-            suerte = Transmitir(asunto, destinos, cuerpo);
-        if (suerte == Suerte::Tomado || suerte == Suerte::Rechazado) {
-            m_fallos = 0;
-            return suerte == Suerte::Tomado;
+        if (outcome == Outcome::OtherLine && enter())
+            outcome = transmit(subject, targets, body);
+        if (outcome == Outcome::Taken || outcome == Outcome::Rejected) {
+            m_failures = 0;
+            return outcome == Outcome::Taken;
         }
         // A line that broke is made once again, for the messages that follow.
-        const QString motivo = m_error;
-        if (m_muda)
-            Despedirse();
-        m_perdida = ++m_fallos >= FallosSeguidos || !Entrar();
-        m_error = motivo;
-        return suerte == Suerte::SinRespuesta;
+        const QString reason = m_error;
+        if (m_mute)
+            signOff();
+        m_missed = ++m_failures >= FailuresInARow || !enter();
+        m_error = reason;
+        return outcome == Outcome::WithoutAnswer;
     }
 
-    QString Error() const override { return m_error; }
-    bool Perdida() const override { return m_perdida; }
+    QString error() const override { return m_error; }
+    bool missed() const override { return m_missed; }
 
 private:
     // What became of a message. Without an answer to the whole of its text the server may have it.
-    enum class Suerte { Tomado, Rechazado, SinRespuesta, OtraLinea, Rota };
+    enum class Outcome { Taken, Rejected, WithoutAnswer, OtherLine, Broken };
 
-    void Preparar()
+    void prepare()
     {
         CURL *c = m_curl.get();
         // Keeps the connection, forgets everything else of the last transfer.
@@ -163,160 +163,162 @@ private:
         curl_easy_setopt(c, CURLOPT_URL, m_url.constData());
         curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
         curl_easy_setopt(c, CURLOPT_USE_SSL,
-                         m_cuenta.cifrado == Cifrado::Ninguno ? CURLUSESSL_NONE : CURLUSESSL_ALL);
+                         m_account.encryption == Encryption::None ? CURLUSESSL_NONE
+                                                                  : CURLUSESSL_ALL);
         curl_easy_setopt(c, CURLOPT_SSL_VERIFYPEER, 1L);
         curl_easy_setopt(c, CURLOPT_SSL_VERIFYHOST, 2L);
-        if (!m_autoridad.isEmpty())
-            curl_easy_setopt(c, CURLOPT_CAINFO, m_autoridad.constData());
-        curl_easy_setopt(c, CURLOPT_USERNAME, m_cuenta.usuario.toUtf8().constData());
-        curl_easy_setopt(c, CURLOPT_PASSWORD, m_cuenta.contrasena.toUtf8().constData());
-        curl_easy_setopt(c, CURLOPT_CONNECTTIMEOUT, qMin(SegundosParaConectar, m_segundos));
-        curl_easy_setopt(c, CURLOPT_TIMEOUT, m_segundos);
+        if (!m_authority.isEmpty())
+            curl_easy_setopt(c, CURLOPT_CAINFO, m_authority.constData());
+        curl_easy_setopt(c, CURLOPT_USERNAME, m_account.user.toUtf8().constData());
+        curl_easy_setopt(c, CURLOPT_PASSWORD, m_account.password.toUtf8().constData());
+        curl_easy_setopt(c, CURLOPT_CONNECTTIMEOUT, qMin(ConnectSeconds, m_seconds));
+        curl_easy_setopt(c, CURLOPT_TIMEOUT, m_seconds);
         curl_easy_setopt(c, CURLOPT_NOSIGNAL, 1L);
-        curl_easy_setopt(c, CURLOPT_ERRORBUFFER, m_detalle);
+        curl_easy_setopt(c, CURLOPT_ERRORBUFFER, m_detail);
         curl_easy_setopt(c, CURLOPT_NOPROXY, "*");
-        curl_easy_setopt(c, CURLOPT_NOPROGRESS, m_mientras ? 0L : 1L);
-        curl_easy_setopt(c, CURLOPT_XFERINFODATA, &m_mientras);
-        curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, &Mientras);
+        curl_easy_setopt(c, CURLOPT_NOPROGRESS, m_meanwhile ? 0L : 1L);
+        curl_easy_setopt(c, CURLOPT_XFERINFODATA, &m_meanwhile);
+        curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, &Meanwhile);
     }
 
     // Ends the line that is open. Left to itself the library would use one that fell silent again,
     // and at the end wait two minutes for an answer to its QUIT.
-    void Despedirse()
+    void signOff()
     {
-        Preparar();
+        prepare();
         curl_easy_setopt(m_curl.get(), CURLOPT_CUSTOMREQUEST, "QUIT");
         curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
-        curl_easy_setopt(m_curl.get(), CURLOPT_TIMEOUT, SegundosParaDespedirse);
+        curl_easy_setopt(m_curl.get(), CURLOPT_TIMEOUT, SignOffSeconds);
         curl_easy_setopt(m_curl.get(), CURLOPT_FORBID_REUSE, 1L);
         curl_easy_perform(m_curl.get());
-        m_dentro = false;
+        m_inside = false;
     }
 
-    static int Mientras(void *mientras, curl_off_t, curl_off_t, curl_off_t, curl_off_t) noexcept
+    static int Meanwhile(void *meanwhile, curl_off_t, curl_off_t, curl_off_t, curl_off_t) noexcept
     {
-        (*static_cast<const std::function<void()> *>(mientras))();
+        (*static_cast<const std::function<void()> *>(meanwhile))();
         return 0;
     }
 
     // The server's last word, 0 when it said none.
-    long Respuesta() const
+    long answerOf() const
     {
-        long codigo = 0;
-        curl_easy_getinfo(m_curl.get(), CURLINFO_RESPONSE_CODE, &codigo);
-        return codigo;
+        long code = 0;
+        curl_easy_getinfo(m_curl.get(), CURLINFO_RESPONSE_CODE, &code);
+        return code;
     }
 
-    Suerte SuerteDe(CURLcode codigo, bool entregadoEntero) const
+    Outcome outcomeOf(CURLcode code, bool deliveredWhole) const
     {
-        const long respuesta = Respuesta();
-        if (codigo == CURLE_OK)
-            return Suerte::Tomado;
-        if (respuesta == CierraLaLinea)
-            return Suerte::OtraLinea;
+        const long answer = answerOf();
+        if (code == CURLE_OK)
+            return Outcome::Taken;
+        if (answer == ClosesLine)
+            return Outcome::OtherLine;
         // The server has judged this message; the next one may please it.
-        if (respuesta >= Rechazo
-            && (codigo == CURLE_SEND_ERROR || codigo == CURLE_RECV_ERROR
-                || codigo == CURLE_WEIRD_SERVER_REPLY))
-            return Suerte::Rechazado;
-        return respuesta == EsperaElTexto && entregadoEntero ? Suerte::SinRespuesta : Suerte::Rota;
+        if (answer >= Rejection
+            && (code == CURLE_SEND_ERROR || code == CURLE_RECV_ERROR
+                || code == CURLE_WEIRD_SERVER_REPLY))
+            return Outcome::Rejected;
+        return answer == WaitText && deliveredWhole ? Outcome::WithoutAnswer : Outcome::Broken;
     }
 
-    CURLcode Correr()
+    CURLcode run()
     {
-        m_detalle[0] = '\0';
-        const CURLcode codigo = curl_easy_perform(m_curl.get());
-        m_muda = codigo == CURLE_OPERATION_TIMEDOUT;
-        if (codigo != CURLE_OK)
-            m_error = QString::fromUtf8(m_detalle[0] ? m_detalle : curl_easy_strerror(codigo));
-        return codigo;
+        m_detail[0] = '\0';
+        const CURLcode code = curl_easy_perform(m_curl.get());
+        m_mute = code == CURLE_OPERATION_TIMEDOUT;
+        if (code != CURLE_OK)
+            m_error = QString::fromUtf8(m_detail[0] ? m_detail : curl_easy_strerror(code));
+        return code;
     }
 
-    Suerte Transmitir(const QString &asunto, const QStringList &destinos, const QString &cuerpo)
+    Outcome transmit(const QString &subject, const QStringList &targets, const QString &body)
     {
-        Preparar();
+        prepare();
         CURL *c = m_curl.get();
-        curl_easy_setopt(c, CURLOPT_MAIL_FROM, ('<' + m_remitente.toUtf8() + '>').constData());
-        Lista rcpt;
-        for (const QString &d : destinos)
-            rcpt.Agregar('<' + d.toUtf8() + '>');
-        curl_easy_setopt(c, CURLOPT_MAIL_RCPT, rcpt.Cabeza());
+        curl_easy_setopt(c, CURLOPT_MAIL_FROM, ('<' + m_sender.toUtf8() + '>').constData());
+        List rcpt;
+        for (const QString &d : targets)
+            rcpt.add('<' + d.toUtf8() + '>');
+        curl_easy_setopt(c, CURLOPT_MAIL_RCPT, rcpt.head());
         curl_easy_setopt(c, CURLOPT_MAIL_RCPT_ALLLOWFAILS, 1L);
 
-        Lectura mensaje{Mensaje(asunto, destinos, cuerpo)};
+        Reading message{Mensaje(subject, targets, body)};
         curl_easy_setopt(c, CURLOPT_UPLOAD, 1L);
-        curl_easy_setopt(c, CURLOPT_READFUNCTION, &Lectura::Leer);
-        curl_easy_setopt(c, CURLOPT_READDATA, &mensaje);
-        curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, curl_off_t(mensaje.bytes.size()));
-        const CURLcode codigo = Correr();
-        return SuerteDe(codigo, mensaje.Toda());
+        curl_easy_setopt(c, CURLOPT_READFUNCTION, &Reading::supply);
+        curl_easy_setopt(c, CURLOPT_READDATA, &message);
+        curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, curl_off_t(message.bytes.size()));
+        const CURLcode code = run();
+        return outcomeOf(code, message.all());
     }
 
-    QByteArray Mensaje(const QString &asunto, const QStringList &destinos,
-                       const QString &cuerpo) const
+    QByteArray Mensaje(const QString &subject, const QStringList &targets,
+                       const QString &body) const
     {
         QByteArray m;
-        const auto cabecera = [&m](const char *nombre, const QByteArray &valor) {
-            m += nombre;
-            m += ": " + valor + "\r\n";
+        const auto header = [&m](const char *name, const QByteArray &value) {
+            m += name;
+            m += ": " + value + "\r\n";
         };
-        cabecera("From", DireccionConNombre(m_s.clinica.nom, m_remitente));
-        cabecera("To", destinos.join(u",\r\n "_s).toUtf8());
-        cabecera("Subject", ValorDeCabecera(asunto));
-        cabecera("Date", FechaDeCorreo(m_s.reloj.ahora()));
-        cabecera("Message-ID", '<' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@'
-                                   + m_remitente.section(u'@', -1).toUtf8() + '>');
+        header("From", addressWithName(m_s.clinic.nom, m_sender));
+        header("To", targets.join(u",\r\n "_s).toUtf8());
+        header("Subject", headerValue(subject));
+        header("Date", mailDate(m_s.reloj.now()));
+        header("Message-ID", '<' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@'
+                                 + m_sender.section(u'@', -1).toUtf8() + '>');
         // So that out-of-office machines do not answer.
-        cabecera("Auto-Submitted", "auto-generated");
-        cabecera("MIME-Version", "1.0");
-        cabecera("Content-Type", "text/plain; charset=utf-8");
-        cabecera("Content-Transfer-Encoding", "quoted-printable");
-        return m + "\r\n" + TextoDeCorreo(cuerpo);
+        header("Auto-Submitted", "auto-generated");
+        header("MIME-Version", "1.0");
+        header("Content-Type", "text/plain; charset=utf-8");
+        header("Content-Transfer-Encoding", "quoted-printable");
+        return m + "\r\n" + mailText(body);
     }
 
     Sesion &m_s;
-    CuentaDeCorreo m_cuenta;
-    QString m_remitente;
-    std::function<void()> m_mientras;
+    MailAccount m_account;
+    QString m_sender;
+    std::function<void()> m_meanwhile;
     QByteArray m_url;
-    QByteArray m_autoridad; // file of an authority of the clinic's own, beside the system's
-    Dueno<CURL> m_curl;
+    QByteArray m_authority; // file of an authority of the clinic's own, beside the system's
+    Owner<CURL> m_curl;
     QString m_error;
-    long m_segundos; // that a message may take
-    int m_fallos = 0;
-    bool m_dentro = false;
-    bool m_muda = false; // the last answer did not come in time
-    bool m_perdida = false;
-    char m_detalle[CURL_ERROR_SIZE] = {};
+    long m_seconds; // that a message may take
+    int m_failures = 0;
+    bool m_inside = false;
+    bool m_mute = false; // the last answer did not come in time
+    bool m_missed = false;
+    char m_detail[CURL_ERROR_SIZE] = {};
 };
 
 } // namespace
 
-std::unique_ptr<SesionDeCorreo> AbrirSesionCorreo(Sesion &s, QString *error,
-                                                  std::function<void()> mientras)
+std::unique_ptr<MailSession> AbrirSesionCorreo(Sesion &s, QString *error,
+                                               std::function<void()> meanwhile)
 {
-    CuentaDeCorreo cuenta = LeerCuentaDeCorreo(s);
-    if (!cuenta.Completa() || cuenta.servidor.isEmpty()) {
-        s.dialogos.Mensaje(s(cuenta.Completa() ? SinServidor : SinCuenta));
+    MailAccount account = readMailAccount(s);
+    if (!account.complete() || account.server.isEmpty()) {
+        s.dialogos.Mensaje(
+            s(account.complete() ? text::MailServerMissing : text::MailAccountMissing));
         return nullptr;
     }
-    auto correo = std::make_unique<CorreoPorSmtp>(s, std::move(cuenta), std::move(mientras));
-    if (correo->Entrar())
-        return correo;
+    auto mail = std::make_unique<MailBySmtp>(s, std::move(account), std::move(meanwhile));
+    if (mail->enter())
+        return mail;
     if (error)
-        *error = correo->Error();
+        *error = mail->error();
     return nullptr;
 }
 
-bool EnviarCorreo(Sesion &s, SesionDeCorreo &correo, const QString &asunto, int idc,
-                  const QString &cuerpo)
+bool EnviarCorreo(Sesion &s, MailSession &mail, const QString &subject, int idc,
+                  const QString &body)
 {
-    const QString direcciones = DireccionCliente(s, idc);
-    if (direcciones.isEmpty()) {
+    const QString addresses = DireccionCliente(s, idc);
+    if (addresses.isEmpty()) {
         s.clientes->Execute("update clientes set FaltaMail = -1 where idc = ?", idc);
         return false;
     }
-    return correo.Enviar(asunto, direcciones, cuerpo);
+    return mail.send(subject, addresses, body);
 }
 
-void CerrarSesionCorreo(std::unique_ptr<SesionDeCorreo> &correo) { correo.reset(); }
+void CerrarSesionCorreo(std::unique_ptr<MailSession> &mail) { mail.reset(); }

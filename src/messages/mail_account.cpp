@@ -1,139 +1,140 @@
 #include "messages/mail_account.h"
 
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { ValorNoValido = 31, Contrasena = 2685, UsuarioMail = 9584 };
-
-constexpr int mayorPuerto = 65535;
+constexpr int HighestPort = 65535;
 
 // Keys of the clinic's settings file.
-constexpr QStringView claveServidor = u"correo/servidor";
-constexpr QStringView clavePuerto = u"correo/puerto";
-constexpr QStringView claveCifrado = u"correo/cifrado";
+constexpr QStringView ServerKey = u"correo/servidor";
+constexpr QStringView PortKey = u"correo/puerto";
+constexpr QStringView EncryptionKey = u"correo/cifrado";
 
-struct NombreDeCifrado {
-    Cifrado cifrado;
-    QStringView nombre;
+struct EncryptionName {
+    Encryption encryption;
+    QStringView name;
 };
-constexpr NombreDeCifrado cifrados[] = {
-    {Cifrado::StartTls, u"starttls"},
-    {Cifrado::Tls, u"tls"},
-    {Cifrado::Ninguno, u"ninguno"},
+constexpr EncryptionName Encryptions[] = {
+    {Encryption::StartTls, u"starttls"},
+    {Encryption::Tls, u"tls"},
+    {Encryption::None, u"ninguno"},
 };
 
 // Cut short, either would only be refused by the server some day later.
-bool Cabe(Sesion &s, const QString &texto, std::string_view columna)
+bool fits(Sesion &s, const QString &text, std::string_view column)
 {
-    if (texto.size() <= s.morvane->Ancho("Configuracion", columna))
+    if (text.size() <= s.morvane->widthOf("Configuracion", column))
         return true;
-    s.dialogos.Mensaje(s(ValorNoValido));
+    s.dialogos.Mensaje(s(text::InvalidValue));
     return false;
 }
 
-std::optional<QString> PedirUsuario(Sesion &s, QString usuario)
+std::optional<QString> askUser(Sesion &s, QString user)
 {
     do {
-        const auto dado = s.dialogos.PedirTexto(s(UsuarioMail), s(UsuarioMail), usuario);
-        usuario = dado.value_or(QString()).trimmed();
-        if (usuario.isEmpty())
+        const auto given = s.dialogos.PedirTexto(s(text::UserMail), s(text::UserMail), user);
+        user = given.value_or(QString()).trimmed();
+        if (user.isEmpty())
             return std::nullopt;
-    } while (!Cabe(s, usuario, "usuariomail"));
-    return usuario;
+    } while (!fits(s, user, "usuariomail"));
+    return user;
 }
 
-std::optional<QString> PedirContrasenaDeCorreo(Sesion &s)
+std::optional<QString> askMailPassword(Sesion &s)
 {
-    std::optional<QString> dada;
+    std::optional<QString> given;
     do
-        dada = s.dialogos.PedirContrasena(s(UsuarioMail), s(Contrasena));
-    while (dada && !Cabe(s, *dada, "passwordmail"));
-    return dada;
+        given = s.dialogos.askPassword(s(text::UserMail), s(text::Password));
+    while (given && !fits(s, *given, "passwordmail"));
+    return given;
 }
 
 /// What cannot be read protects rather than not.
-Cifrado CifradoDeNombre(const QString &nombre)
+Encryption encryptionOfName(const QString &name)
 {
-    for (const NombreDeCifrado &c : cifrados)
-        if (c.nombre == nombre)
-            return c.cifrado;
-    return Cifrado::StartTls;
+    for (const EncryptionName &c : Encryptions)
+        if (c.name == name)
+            return c.encryption;
+    return Encryption::StartTls;
 }
 
-QString NombreDe(Cifrado cifrado)
+QString nameOf(Encryption encryption)
 {
-    for (const NombreDeCifrado &c : cifrados)
-        if (c.cifrado == cifrado)
-            return c.nombre.toString();
+    for (const EncryptionName &c : Encryptions)
+        if (c.encryption == encryption)
+            return c.name.toString();
     return {};
 }
 
 } // namespace
 
-bool EsPuerto(int puerto) { return puerto >= 1 && puerto <= mayorPuerto; }
+bool messages::isPort(int port) { return port >= 1 && port <= HighestPort; }
 
-int PuertoHabitual(Cifrado cifrado)
+int messages::usualPort(Encryption encryption)
 {
-    switch (cifrado) {
-    case Cifrado::Tls:
+    switch (encryption) {
+    case Encryption::Tls:
         return 465;
-    case Cifrado::Ninguno:
+    case Encryption::None:
         return 25;
-    case Cifrado::StartTls:
+    case Encryption::StartTls:
         break;
     }
     return 587;
 }
 
-CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s)
+MailAccount messages::readMailAccount(Sesion &s)
 {
-    CuentaDeCorreo c;
-    c.usuario = s.configuracion["usuariomail"].toText();
-    c.contrasena = s.configuracion["passwordmail"].toText();
-    c.servidor = LeerAjusteDeClinica(s, claveServidor.toString());
-    c.cifrado = CifradoDeNombre(LeerAjusteDeClinica(s, claveCifrado.toString()));
-    c.puerto = LeerAjusteDeClinica(s, clavePuerto.toString()).toInt();
-    if (!EsPuerto(c.puerto))
-        c.puerto = PuertoHabitual(c.cifrado);
+    MailAccount c;
+    c.user = s.configuracion["usuariomail"].toText();
+    c.password = s.configuracion["passwordmail"].toText();
+    c.server = store::readClinicSetting(s, ServerKey.toString());
+    c.encryption = encryptionOfName(store::readClinicSetting(s, EncryptionKey.toString()));
+    c.port = store::readClinicSetting(s, PortKey.toString()).toInt();
+    if (!isPort(c.port))
+        c.port = usualPort(c.encryption);
     return c;
 }
 
-void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
+void messages::saveMailAccount(Sesion &s, const MailAccount &account)
 {
     Lote lote(s);
-    GuardarAjuste(s, "usuariomail", cuenta.usuario);
-    GuardarAjuste(s, "passwordmail", cuenta.contrasena);
-    lote.Confirmar();
-    GuardarServidorDeCorreo(s, cuenta);
+    store::saveSetting(s, "usuariomail", account.user);
+    store::saveSetting(s, "passwordmail", account.password);
+    lote.commit();
+    saveMailServer(s, account);
 }
 
-void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta)
+void messages::saveMailServer(Sesion &s, const MailAccount &account)
 {
-    const CuentaDeCorreo antes = LeerCuentaDeCorreo(s);
-    if (cuenta.servidor != antes.servidor)
-        GuardarAjusteDeClinica(s, claveServidor.toString(), cuenta.servidor.trimmed());
-    if (cuenta.cifrado != antes.cifrado)
-        GuardarAjusteDeClinica(s, claveCifrado.toString(), NombreDe(cuenta.cifrado));
+    const MailAccount before = readMailAccount(s);
+    if (account.server != before.server)
+        store::saveClinicSetting(s, ServerKey.toString(), account.server.trimmed());
+    if (account.encryption != before.encryption)
+        store::saveClinicSetting(s, EncryptionKey.toString(), nameOf(account.encryption));
     // Read again: a port that was never stored follows the encryption.
-    if (cuenta.puerto != LeerCuentaDeCorreo(s).puerto)
-        GuardarAjusteDeClinica(s, clavePuerto.toString(), QString::number(cuenta.puerto));
+    if (account.port != readMailAccount(s).port)
+        store::saveClinicSetting(s, PortKey.toString(), QString::number(account.port));
 }
 
-bool ModificarCuentaDeCorreo(Sesion &s)
+bool messages::modifyMailAccount(Sesion &s)
 {
-    CuentaDeCorreo c = LeerCuentaDeCorreo(s);
-    const auto usuario = PedirUsuario(s, c.usuario);
-    if (!usuario)
+    MailAccount c = readMailAccount(s);
+    const auto user = askUser(s, c.user);
+    if (!user)
         return false;
-    const auto contrasena = PedirContrasenaDeCorreo(s);
-    if (!contrasena)
+    const auto password = askMailPassword(s);
+    if (!password)
         return false;
-    c.usuario = *usuario;
-    c.contrasena = *contrasena;
-    GuardarCuentaDeCorreo(s, c);
+    c.user = *user;
+    c.password = *password;
+    saveMailAccount(s, c);
     return true;
 }

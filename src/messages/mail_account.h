@@ -4,30 +4,35 @@
 
 #include "store/session.h"
 
-enum class Cifrado { Ninguno, StartTls, Tls };
+namespace messages
+{
 
-struct CuentaDeCorreo {
-    QString usuario;
-    QString contrasena;
-    QString servidor;
-    int puerto = 587;
-    Cifrado cifrado = Cifrado::StartTls;
+enum class Encryption { None, StartTls, Tls };
 
-    bool Completa() const { return !usuario.isEmpty() && !contrasena.isEmpty(); }
+struct MailAccount {
+    QString user;
+    QString password;
+    QString server;
+    int port = 587;
+    Encryption encryption = Encryption::StartTls;
+
+    bool complete() const { return !user.isEmpty() && !password.isEmpty(); }
 };
 
-CuentaDeCorreo LeerCuentaDeCorreo(Sesion &s);
+MailAccount readMailAccount(Sesion &s);
 /// Stores all of it; of the server as much as differs from what is stored.
-/// @throws ErrorDeAlmacen
-void GuardarCuentaDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
+/// @throws StoreError
+void saveMailAccount(Sesion &s, const MailAccount &account);
 /// The server alone, as far as it differs from what is stored.
-/// @throws ErrorDeAlmacen
-void GuardarServidorDeCorreo(Sesion &s, const CuentaDeCorreo &cuenta);
+/// @throws StoreError
+void saveMailServer(Sesion &s, const MailAccount &account);
 /// Asks for name and password, each again while it is longer than its column, and stores both;
 /// without a name, or backing out, all stays as it was.
 /// @return whether they were stored
-bool ModificarCuentaDeCorreo(Sesion &s);
+bool modifyMailAccount(Sesion &s);
 /// A number that a port can have.
-bool EsPuerto(int puerto);
+bool isPort(int port);
 /// 587 with STARTTLS, 465 with TLS, 25 without either.
-int PuertoHabitual(Cifrado cifrado);
+int usualPort(Encryption encryption);
+
+} // namespace messages

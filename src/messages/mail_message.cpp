@@ -3,23 +3,24 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QString SinControles(QString texto)
+QString withoutControls(QString text)
 {
-    for (QChar &c : texto)
+    for (QChar &c : text)
         if (c.unicode() < 0x20 || c.unicode() == 0x7f || c.category() == QChar::Other_Control
             || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
             c = u' ';
-    return texto.simplified();
+    return text.simplified();
 }
 
-bool EsAscii(const QString &texto)
+bool isAscii(const QString &text)
 {
-    for (const QChar c : texto)
+    for (const QChar c : text)
         if (c.unicode() >= 0x7f)
             return false;
     return true;
@@ -27,105 +28,104 @@ bool EsAscii(const QString &texto)
 
 // A line that holds an encoded word may take 76 characters with the name of the header before it,
 // "Subject: " at the longest, and the word's frame of 12; base64 makes 4 of 3 bytes.
-constexpr int BytesPorPalabra = 39;
+constexpr int BytesPerWord = 39;
 
-QByteArray EnPalabras(const QString &texto)
+QByteArray inWords(const QString &text)
 {
-    QByteArray salida, trozo;
-    const auto cerrar = [&] {
-        if (!salida.isEmpty())
-            salida += "\r\n ";
-        salida += "=?UTF-8?B?" + trozo.toBase64() + "?=";
-        trozo.clear();
+    QByteArray exit, piece;
+    const auto close = [&] {
+        if (!exit.isEmpty())
+            exit += "\r\n ";
+        exit += "=?UTF-8?B?" + piece.toBase64() + "?=";
+        piece.clear();
     };
     // A letter is never parted between two words.
-    for (qsizetype i = 0; i < texto.size();) {
-        const qsizetype n = texto[i].isHighSurrogate() && i + 1 < texto.size() ? 2 : 1;
-        const QByteArray letra = texto.mid(i, n).toUtf8();
-        if (trozo.size() + letra.size() > BytesPorPalabra)
-            cerrar();
-        trozo += letra;
+    for (qsizetype i = 0; i < text.size();) {
+        const qsizetype n = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        const QByteArray font = text.mid(i, n).toUtf8();
+        if (piece.size() + font.size() > BytesPerWord)
+            close();
+        piece += font;
         i += n;
     }
-    cerrar();
-    return salida;
+    close();
+    return exit;
 }
 
-constexpr qsizetype LargoDeLinea = 76; // with the sign that it goes on
+constexpr qsizetype LineLength = 76; // with the sign that it goes on
 
-bool VaTalCual(char c) { return (c >= '!' && c <= '~' && c != '=') || c == ' ' || c == '\t'; }
+bool goesAsIs(char c) { return (c >= '!' && c <= '~' && c != '=') || c == ' ' || c == '\t'; }
 
-QByteArray LineaDeTexto(const QByteArray &linea)
+QByteArray textLine(const QByteArray &line)
 {
-    QByteArray salida;
-    qsizetype inicio = 0; // of the line under way
-    for (qsizetype i = 0; i < linea.size(); ++i) {
-        const char c = linea[i];
+    QByteArray exit;
+    qsizetype start = 0; // of the line under way
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        const char c = line[i];
         // A blank at the end could be lost on the way.
-        const bool talCual = VaTalCual(c) && (c > ' ' || i + 1 < linea.size());
-        const QByteArray letra =
-            talCual ? QByteArray(1, c) : '=' + QByteArray(1, c).toHex().toUpper();
-        if (salida.size() - inicio + letra.size() >= LargoDeLinea) {
-            salida += "=\r\n";
-            inicio = salida.size();
+        const bool asIs = goesAsIs(c) && (c > ' ' || i + 1 < line.size());
+        const QByteArray font = asIs ? QByteArray(1, c) : '=' + QByteArray(1, c).toHex().toUpper();
+        if (exit.size() - start + font.size() >= LineLength) {
+            exit += "=\r\n";
+            start = exit.size();
         }
-        salida += letra;
+        exit += font;
     }
-    return salida + "\r\n";
+    return exit + "\r\n";
 }
 
 } // namespace
 
-QByteArray ValorDeCabecera(const QString &texto)
+QByteArray messages::headerValue(const QString &text)
 {
-    const QString limpio = SinControles(texto);
+    const QString clean = withoutControls(text);
     // A long plain text is folded too: a line of a mail ends at 998 bytes at the latest.
-    if (EsAscii(limpio) && limpio.size() <= 60 && !limpio.contains(u"=?"_s))
-        return limpio.toLatin1();
-    return EnPalabras(limpio);
+    if (isAscii(clean) && clean.size() <= 60 && !clean.contains(u"=?"_s))
+        return clean.toLatin1();
+    return inWords(clean);
 }
 
-QStringList DireccionesValidas(const QString &texto)
+QStringList messages::validAddresses(const QString &text)
 {
-    static const QRegularExpression partes(u"[,;]"_s);
+    static const QRegularExpression parts(u"[,;]"_s);
     // Letters of other alphabets are for servers that few clinics have; before the at sign they are
     // slips of the hand nearly always.
-    static const QRegularExpression direccion(
+    static const QRegularExpression address(
         uR"(^[^@<>()\[\]\\"',;:\x00-\x20\x7f-\x{10ffff}]+@[^\s@<>()\\"',;\x00-\x20\x7f]+$)"_s);
-    QStringList validas;
-    for (const QString &parte : texto.split(partes, Qt::SkipEmptyParts)) {
-        const QString una = parte.trimmed();
-        if (una.size() <= 254 && direccion.match(una).hasMatch() && !validas.contains(una))
-            validas << una;
+    QStringList valid;
+    for (const QString &part : text.split(parts, Qt::SkipEmptyParts)) {
+        const QString one = part.trimmed();
+        if (one.size() <= 254 && address.match(one).hasMatch() && !valid.contains(one))
+            valid << one;
     }
-    return validas;
+    return valid;
 }
 
-QByteArray DireccionConNombre(const QString &nombre, const QString &direccion)
+QByteArray messages::addressWithName(const QString &name, const QString &address)
 {
-    const QString limpio = SinControles(nombre);
-    if (limpio.isEmpty())
-        return direccion.toUtf8();
+    const QString clean = withoutControls(name);
+    if (clean.isEmpty())
+        return address.toUtf8();
     // Encoded words need no quotes, and within quotes a name could break out of them.
-    const QByteArray antes = EnPalabras(limpio);
-    return antes + "\r\n <" + direccion.toUtf8() + ">";
+    const QByteArray before = inWords(clean);
+    return before + "\r\n <" + address.toUtf8() + ">";
 }
 
-QByteArray FechaDeCorreo(const QDateTime &momento)
+QByteArray messages::mailDate(const QDateTime &moment)
 {
-    const int minutos = momento.offsetFromUtc() / 60;
-    const QString zona = u"%1%2%3"_s.arg(QChar(minutos < 0 ? u'-' : u'+'))
-                             .arg(qAbs(minutos) / 60, 2, 10, QChar(u'0'))
-                             .arg(qAbs(minutos) % 60, 2, 10, QChar(u'0'));
-    return (QLocale::c().toString(momento, u"ddd, d MMM yyyy HH:mm:ss "_s) + zona).toLatin1();
+    const int minutes = moment.offsetFromUtc() / 60;
+    const QString zone = u"%1%2%3"_s.arg(QChar(minutes < 0 ? u'-' : u'+'))
+                             .arg(qAbs(minutes) / 60, 2, 10, QChar(u'0'))
+                             .arg(qAbs(minutes) % 60, 2, 10, QChar(u'0'));
+    return (QLocale::c().toString(moment, u"ddd, d MMM yyyy HH:mm:ss "_s) + zone).toLatin1();
 }
 
-QByteArray TextoDeCorreo(const QString &texto)
+QByteArray messages::mailText(const QString &text)
 {
-    QString t = texto;
+    QString t = text;
     t.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
-    QByteArray salida;
-    for (const QByteArray &linea : t.toUtf8().split('\n'))
-        salida += LineaDeTexto(linea);
-    return salida;
+    QByteArray exit;
+    for (const QByteArray &line : t.toUtf8().split('\n'))
+        exit += textLine(line);
+    return exit;
 }

@@ -4,11 +4,11 @@
 #include "messages/frmmensajeria.h"
 #include "ui/form_registry.h"
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
-void RegistrarFormulariosDeMensajes(Sesion &s, Formularios &formularios)
+void messages::registerMessageForms(Sesion &s, ui::FormRegistry &forms)
 {
-    formularios.Registrar(u"frmmensajeria"_s, [&s] { return new frmmensajeria(s); });
-    formularios.Registrar(u"frmAvisosPlanificadas"_s,
-                          [&] { return new frmAvisosPlanificadas(s, formularios); });
+    forms.enrol(u"frmmensajeria"_s, [&s] { return new frmmensajeria(s); });
+    forms.enrol(u"frmAvisosPlanificadas"_s, [&] { return new frmAvisosPlanificadas(s, forms); });
 }

@@ -1,8 +1,19 @@
 // The forms of this subsystem.
 #pragma once
 
-class Formularios;
+namespace ui
+{
+
+class FormRegistry;
+
+} // namespace ui
+
 struct Sesion;
 
+namespace messages
+{
+
 /// Registers them under their given names.
-void RegistrarFormulariosDeMensajes(Sesion &s, Formularios &formularios);
+void registerMessageForms(Sesion &s, ui::FormRegistry &forms);
+
+} // namespace messages

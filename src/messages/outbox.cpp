@@ -11,71 +11,59 @@
 #include "store/data_folder.h"
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 
 #include <span>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    RealizandoTareas = 3415,
-    DebemosEnviar = 3430,
-    MedicinaPrepaga = 3802,
-    ImprimirVacunacion = 4602,
-    ImprimirCarta = 4603,
-    ImprimirAlimento = 4631,
-    SinCorreo = 5029,
-    FelizCumpleanos = 5040,
-    AvisoDe = 5041,
-    RecordatoriosDeTurno = 5063,
-    EnviandoCorreo = 9902,
-    NoSePudoEnviar = 9985,
-};
-
-constexpr int DibujoSinCorreo = 116; // the line is written once, and known by its picture
-constexpr int VerVideos = 34;        // click code of the page with the videos
-constexpr int DibujoComunicacion = 109;
-constexpr int VerAgendaDeHoy = 8;
+constexpr int PictureWithoutMail = 116; // the line is written once, and known by its picture
+constexpr int ViewVideos = 34;          // click code of the page with the videos
+constexpr int PictureCommunication = 109;
+constexpr int ViewTodayAgenda = 8;
 
 // How long a terminal waits for another one that is sending mails.
-constexpr int EsperaDelEnvio = 3;
+constexpr int SendingWait = 3;
 // What is given to the server must be noted: a store that another terminal holds is tried again
 // this often, each time for as long as the engine waits.
-constexpr int IntentosDeAnotar = 20;
+constexpr int LogAttempts = 20;
 
 // --- The day's tasks ---
 
-struct Pendiente {
+struct Pending {
     int id = 0;
     int tip = 0;
     int ida = 0;
     int medio = 0;
-    Valor artaux;
+    store::Value artaux;
     QString des;
 };
 
 // Read at once: what another terminal deletes or changes meanwhile disturbs no run.
-std::vector<Pendiente> LeerPendientes(Sesion &s, const std::string &condicion,
-                                      const std::vector<Valor> &valores)
+std::vector<Pending> readPending(Sesion &s, const std::string &condition,
+                                 const std::vector<store::Value> &values)
 {
-    std::vector<Pendiente> pendientes;
-    Recordset r = s.morvane->Abrir(
-        "select id, tip, ida, medio, ArtAux, des from TareasAgenda where " + condicion, valores,
-        false);
+    std::vector<Pending> pending;
+    Recordset r = s.morvane->open("select id, tip, ida, medio, ArtAux, des from TareasAgenda where "
+                                      + condition,
+                                  values, false);
     for (; !r.EOF_(); r.MoveNext())
-        pendientes.push_back({.id = r[0].toInt(),
-                              .tip = r[1].toInt(),
-                              .ida = r[2].toInt(),
-                              .medio = r[3].toInt(),
-                              .artaux = r[4],
-                              .des = r[5].toText()});
-    return pendientes;
+        pending.push_back({.id = r[0].toInt(),
+                           .tip = r[1].toInt(),
+                           .ida = r[2].toInt(),
+                           .medio = r[3].toInt(),
+                           .artaux = r[4],
+                           .des = r[5].toText()});
+    return pending;
 }
 
 // Notes a task as gone out. @return false when another terminal has done it, or the task is gone
-bool Salio(Sesion &s, QDate hoy, const Pendiente &p)
+bool wentOut(Sesion &s, QDate hoy, const Pending &p)
 {
     return s.morvane->Execute("update TareasAgenda set fmedio = ? where id = ? and fmedio is null",
                               hoy, p.id)
@@ -83,194 +71,196 @@ bool Salio(Sesion &s, QDate hoy, const Pendiente &p)
 }
 
 // Tasks of one reason and addressee, which stand one behind the other. One message tells them all.
-using Grupo = std::span<const Pendiente>;
+using Group = std::span<const Pending>;
 
-Grupo GrupoDesde(const std::vector<Pendiente> &pendientes, size_t inicio)
+Group groupFrom(const std::vector<Pending> &pending, size_t start)
 {
-    size_t fin = inicio + 1;
-    while (fin < pendientes.size() && pendientes[fin].tip == pendientes[inicio].tip
-           && pendientes[fin].ida == pendientes[inicio].ida)
+    size_t fin = start + 1;
+    while (fin < pending.size() && pending[fin].tip == pending[start].tip
+           && pending[fin].ida == pending[start].ida)
         ++fin;
-    return Grupo(pendientes).subspan(inicio, fin - inicio);
+    return Group(pending).subspan(start, fin - start);
 }
 
 // --- Delivery lists ---
 
-struct ListaDeReparto {
-    const char16_t *suministro; // of the categories that it is about
-    const char *tabla;          // scratch table
-    const char *columna;        // of the product in it
-    QString informe;
-    int pregunta;
+struct DeliveryList {
+    const char16_t *supply; // of the categories that it is about
+    const char *table;      // scratch table
+    const char *column;     // of the product in it
+    QString report;
+    int question;
 };
 
 // The services that bring products of such categories to the client's home.
-std::vector<Valor> ServiciosDe(Sesion &s, const char16_t *suministro)
+std::vector<store::Value> servicesOf(Sesion &s, const char16_t *supply)
 {
-    std::vector<Valor> servicios;
+    std::vector<store::Value> services;
     Recordset r = s.finanzas->OpenSnapshot(
         "SELECT DISTINCT idserv FROM FLCategorias WHERE Suministro = ? and idserv is not null",
-        suministro);
+        supply);
     for (; !r.EOF_(); r.MoveNext())
         if (r[0].toInt() != 0)
-            servicios.push_back(r[0]);
-    return servicios;
+            services.push_back(r[0]);
+    return services;
 }
 
-bool EsDeReparto(Sesion &s, const char16_t *suministro, const Valor &producto)
+bool isForDelivery(Sesion &s, const char16_t *supply, const store::Value &product)
 {
-    return !producto.EsNulo()
+    return !product.isNull()
            && !s.finanzas
-                   ->Leer("SELECT FLCategorias.IDCat FROM FLCategorias LEFT JOIN Articulos ON "
+                   ->read("SELECT FLCategorias.IDCat FROM FLCategorias LEFT JOIN Articulos ON "
                           "FLCategorias.IDCat = Articulos.IDCat WHERE FLCategorias.Suministro = ? "
                           "AND Articulos.Ida = ?",
-                          suministro, producto)
-                   .EsNulo();
+                          supply, product)
+                   .isNull();
 }
 
-void AnotarReparto(Sesion &s, const ListaDeReparto &lista, int idm, int producto)
+void logDelivery(Sesion &s, const DeliveryList &list, int idm, int product)
 {
     const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
-    const auto cortar = [&](const char *columna, const QString &t) {
-        return s.auxiliar->Recortado(lista.tabla, columna, t);
+    const auto cut = [&](const char *column, const QString &t) {
+        return s.scratch->trimmed(list.table, column, t);
     };
-    const std::string sql = std::string("insert into ") + lista.tabla + " (mas, " + lista.columna
+    const std::string sql = std::string("insert into ") + list.table + " (mas, " + list.column
                             + ", pro, dir, tel) values (?, ?, ?, ?, ?)";
-    s.auxiliar->Execute(
-        sql, cortar("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
-        cortar(lista.columna, LeerCampo(s, "finanzas", "articulos", producto, "nom")),
-        cortar("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
-        cortar("dir", DomicilioCliente(s, idc)), cortar("tel", TelefonosCliente(s, idc)));
+    s.scratch->Execute(sql, cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
+                       cut(list.column, LeerCampo(s, "finanzas", "articulos", product, "nom")),
+                       cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
+                       cut("dir", DomicilioCliente(s, idc)), cut("tel", TelefonosCliente(s, idc)));
 }
 
-std::vector<Pendiente> PendientesDeReparto(Sesion &s, QDate hoy, const ListaDeReparto &lista)
+std::vector<Pending> deliveryPending(Sesion &s, QDate hoy, const DeliveryList &list)
 {
-    std::vector<Valor> valores = ServiciosDe(s, lista.suministro);
-    if (valores.empty())
+    std::vector<store::Value> values = servicesOf(s, list.supply);
+    if (values.empty())
         return {};
-    std::string condicion;
-    for (size_t i = 0; i < valores.size(); ++i)
-        condicion += i ? " OR tip = ?" : "(tip = ?";
-    valores.push_back(hoy);
-    std::vector<Pendiente> pendientes = LeerPendientes(
-        s, condicion + ") and medio = 4 and fmedio is null and dia = ? order by ida, id", valores);
-    std::erase_if(pendientes,
-                  [&](const Pendiente &p) { return !EsDeReparto(s, lista.suministro, p.artaux); });
-    return pendientes;
+    std::string condition;
+    for (size_t i = 0; i < values.size(); ++i)
+        condition += i ? " OR tip = ?" : "(tip = ?";
+    values.push_back(hoy);
+    std::vector<Pending> pending = readPending(
+        s, condition + ") and medio = 4 and fmedio is null and dia = ? order by ida, id", values);
+    std::erase_if(pending,
+                  [&](const Pending &p) { return !isForDelivery(s, list.supply, p.artaux); });
+    return pending;
 }
 
-void LlenarAuxiliar(Sesion &s, const ListaDeReparto &lista, const std::vector<Pendiente> &enLista)
+void fillScratch(Sesion &s, const DeliveryList &list, const std::vector<Pending> &inList)
 {
     Lote lote(s);
-    s.auxiliar->Execute(std::string("delete * from ") + lista.tabla);
-    for (const Pendiente &p : enLista)
-        AnotarReparto(s, lista, p.ida, p.artaux.toInt());
-    lote.Confirmar();
+    s.scratch->Execute(std::string("delete * from ") + list.table);
+    for (const Pending &p : inList)
+        logDelivery(s, list, p.ida, p.artaux.toInt());
+    lote.commit();
 }
 
 // A list is noted as gone out once it is laid out, and before the question: answering No drops it,
 // on purpose. A scratch file or a definition of no use costs the list, not the messages; its tasks
 // stay as they were.
-void Repartir(Sesion &s, QDate hoy, const ListaDeReparto &lista)
+void deliver(Sesion &s, QDate hoy, const DeliveryList &list)
 {
-    std::unique_ptr<DocumentoHtml> documento;
-    bool propia = false;
+    std::unique_ptr<printing::DocumentHtml> document;
+    bool own = false;
     try {
-        const std::vector<Pendiente> enLista = PendientesDeReparto(s, hoy, lista);
-        AbrirAuxiliar(s, u"rep97"_s);
-        LlenarAuxiliar(s, lista, enLista);
-        CerrarAuxiliar(s);
-        if (enLista.empty())
+        const std::vector<Pending> inList = deliveryPending(s, hoy, list);
+        store::openScratch(s, u"rep97"_s);
+        fillScratch(s, list, inList);
+        store::closeScratch(s);
+        if (inList.empty())
             return;
         // The scratch file is every terminal's: laid out at once, the list is this run's.
-        documento = CorrerInforme(s, lista.informe);
+        document = printing::runReport(s, list.report);
         Lote lote(s);
-        for (const Pendiente &p : enLista)
-            propia |= Salio(s, hoy, p);
-        lote.Confirmar();
-    } catch (const ErrorDeAlmacen &e) {
-        CerrarAuxiliar(s);
-        s.dialogos.Mensaje(TextoDeError(s, e));
+        for (const Pending &p : inList)
+            own |= wentOut(s, hoy, p);
+        lote.commit();
+    } catch (const store::StoreError &e) {
+        store::closeScratch(s);
+        s.dialogos.Mensaje(store::errorText(s, e));
         return;
     }
-    if (propia && s.dialogos.Pregunta(s(lista.pregunta)))
-        ImprimirODecir(s, *documento);
+    if (own && s.dialogos.Pregunta(s(list.question)))
+        printing::printOrTell(s, *document);
 }
 
 // --- Mails ---
 
-QString AsuntoDe(const Sesion &s, int tip)
+QString subjectOf(const Sesion &s, int tip)
 {
     switch (tip) {
-    case TipoTarea::Cumpleanos:
-    case TipoTarea::CumpleanosDestacado:
-        return s.clinica.nom + u' ' + s(FelizCumpleanos);
-    case TipoTarea::MorosoPrepaga:
-        return s(MedicinaPrepaga);
+    case agenda::TaskKind::Birthday:
+    case agenda::TaskKind::FeaturedBirthday:
+        return s.clinic.nom + u' ' + s(text::HappyBirthday);
+    case agenda::TaskKind::PrepaidInArrears:
+        return s(text::PrepaidMedicine);
     default:
-        return s(AvisoDe) + u' ' + s.clinica.nom;
+        return s(text::NoticeFrom) + u' ' + s.clinic.nom;
     }
 }
 
-int PacienteDe(int tip, int ida) { return SujetoDeTarea(tip) == Sujeto::Paciente ? ida : 0; }
+int patientOf(int tip, int ida)
+{
+    return agenda::taskSubject(tip) == agenda::Subject::Patient ? ida : 0;
+}
 
 // The template of a task: an appointment uses the one of reminders.
-int PlantillaDe(int tip) { return tip > 0 ? TipoTarea::RecordatorioTurno : tip; }
+int templateOf(int tip) { return tip > 0 ? agenda::TaskKind::AppointmentReminder : tip; }
 
-bool Sale(int tip, int medio)
+bool isDue(int tip, int medio)
 {
     switch (tip) {
-    case TipoTarea::Cumpleanos:
-    case TipoTarea::CumpleanosDestacado:
-    case TipoTarea::RecordatorioDeuda:
-    case TipoTarea::RecordatorioDosis:
-    case TipoTarea::FaltaAlimento:
-    case TipoTarea::DosisDiscontinuada:
-    case TipoTarea::MorosoPrepaga:
-    case TipoTarea::NuevoCliente:
-    case TipoTarea::Frecuente:
+    case agenda::TaskKind::Birthday:
+    case agenda::TaskKind::FeaturedBirthday:
+    case agenda::TaskKind::DebtReminder:
+    case agenda::TaskKind::DoseReminder:
+    case agenda::TaskKind::FoodShortage:
+    case agenda::TaskKind::DiscontinuedDose:
+    case agenda::TaskKind::PrepaidInArrears:
+    case agenda::TaskKind::NewClient:
+    case agenda::TaskKind::Frequent:
         return true;
     default:
-        return tip > 0 && medio == Medio::Correo;
+        return tip > 0 && medio == agenda::Channel::Mail;
     }
 }
 
-bool PasaACarta(Sesion &s, int tip)
+bool passesToLetter(Sesion &s, int tip)
 {
     switch (tip) {
-    case TipoTarea::RecordatorioDeuda:
+    case agenda::TaskKind::DebtReminder:
         return true; // whatever the measure says, on purpose
-    case TipoTarea::Cumpleanos:
-        return s.configuracion["MedidasCumple"].toInt() == Medio::CorreoOCarta;
-    case TipoTarea::RecordatorioDosis:
-        return s.configuracion["MedidasRevac"].toInt() == Medio::CorreoOCarta;
+    case agenda::TaskKind::Birthday:
+        return s.configuracion["MedidasCumple"].toInt() == agenda::Channel::MailOrLetter;
+    case agenda::TaskKind::DoseReminder:
+        return s.configuracion["MedidasRevac"].toInt() == agenda::Channel::MailOrLetter;
     default:
         return false;
     }
 }
 
-void AnotarFalla(Sesion &s, const QString &motivo)
+void logFailure(Sesion &s, const QString &reason)
 {
-    AnotarError(s, ErrorNum::Correo, motivo, u"EnviarMensajes"_s);
+    store::logError(s, store::ErrorNumber::Mail, reason, u"EnviarMensajes"_s);
 }
 
 // The run is given up: the board says so for the day.
-void AvisarSinCorreo(Sesion &s)
+void warnWithoutMail(Sesion &s)
 {
-    if (s.morvane->Leer("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", DibujoSinCorreo).EsNulo())
-        AgregarPizarra(s, s(SinCorreo), DibujoSinCorreo, VerVideos, 0);
+    if (s.morvane->read("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", PictureWithoutMail).isNull())
+        AgregarPizarra(s, s(text::MailNotConfigured), PictureWithoutMail, ViewVideos, 0);
 }
 
-void PasarACartas(Sesion &s, QDate hoy)
+void passToLetters(Sesion &s, QDate hoy)
 {
-    struct Medida {
-        const char *columna;
+    struct measureOf {
+        const char *column;
         int tip;
     };
-    for (const Medida m : {Medida{"MedidasCumple", TipoTarea::Cumpleanos},
-                           Medida{"MedidasRevac", TipoTarea::RecordatorioDosis},
-                           Medida{"MedidasDeudores", TipoTarea::RecordatorioDeuda}})
-        if (s.configuracion[m.columna].toInt() == Medio::CorreoOCarta)
+    for (const measureOf m : {measureOf{"MedidasCumple", agenda::TaskKind::Birthday},
+                              measureOf{"MedidasRevac", agenda::TaskKind::DoseReminder},
+                              measureOf{"MedidasDeudores", agenda::TaskKind::DebtReminder}})
+        if (s.configuracion[m.column].toInt() == agenda::Channel::MailOrLetter)
             s.morvane->Execute("update TareasAgenda set medio = 2 where (medio = 1 or medio = 3) "
                                "and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) and "
                                "(tip = ?)",
@@ -278,53 +268,53 @@ void PasarACartas(Sesion &s, QDate hoy)
 }
 
 // The deceased, and who was deleted since the task was made, get nothing.
-bool NoRecibe(Sesion &s, int idm, int idc)
+bool getsNothing(Sesion &s, int idm, int idc)
 {
-    if (idm != 0 && s.clientes->Leer("select dec from mascotas where idm = ?", idm).toBool())
+    if (idm != 0 && s.clientes->read("select dec from mascotas where idm = ?", idm).toBool())
         return true;
-    return s.clientes->Leer("select idc from clientes where idc = ?", idc).EsNulo();
+    return s.clientes->read("select idc from clientes where idc = ?", idc).isNull();
 }
 
 // Notes that the message of a group has gone out; a dose reminder also on the dose of its first
 // task. The tasks behind the first count as sent, whatever became of that one, on purpose.
 // @return whether the first was still to be noted
-bool MarcarGrupo(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
+bool markGroup(Sesion &s, QDate hoy, Group group, bool firstWentOut)
 {
-    const Pendiente &p = grupo.front();
-    bool habia = true;
-    if (salioElPrimero)
-        habia = Salio(s, hoy, p);
-    else if (PasaACarta(s, p.tip))
+    const Pending &p = group.front();
+    bool had = true;
+    if (firstWentOut)
+        had = wentOut(s, hoy, p);
+    else if (passesToLetter(s, p.tip))
         s.morvane->Execute("update TareasAgenda set medio = 2 where id = ?", p.id);
-    for (const Pendiente &otro : grupo.subspan(1))
-        Salio(s, hoy, otro);
-    if (salioElPrimero && p.tip == TipoTarea::RecordatorioDosis)
+    for (const Pending &other : group.subspan(1))
+        wentOut(s, hoy, other);
+    if (firstWentOut && p.tip == agenda::TaskKind::DoseReminder)
         s.clientes->Execute("update ArtPlan set Ana = -1 where Idm = ? and Ida = ? and Dos = ?",
                             p.ida, p.artaux.toInt(), p.des.toInt());
-    return habia;
+    return had;
 }
 
 // What one message settles is settled at once and as a whole: a program that dies behind it sends
 // nothing again. Most are one statement, which costs the disk half of what a batch over all files
 // does.
-bool Anotar(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
+bool log(Sesion &s, QDate hoy, Group group, bool firstWentOut)
 {
-    if (grupo.size() == 1 && grupo.front().tip != TipoTarea::RecordatorioDosis)
-        return MarcarGrupo(s, hoy, grupo, salioElPrimero);
+    if (group.size() == 1 && group.front().tip != agenda::TaskKind::DoseReminder)
+        return markGroup(s, hoy, group, firstWentOut);
     Lote lote(s);
-    const bool habia = MarcarGrupo(s, hoy, grupo, salioElPrimero);
-    lote.Confirmar();
-    return habia;
+    const bool had = markGroup(s, hoy, group, firstWentOut);
+    lote.commit();
+    return had;
 }
 
-void AnotarAunqueEspere(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
+void logEvenIfWaiting(Sesion &s, QDate hoy, Group group, bool firstWentOut)
 {
-    for (int intento = 1;; ++intento) {
+    for (int attempt = 1;; ++attempt) {
         try {
-            Anotar(s, hoy, grupo, salioElPrimero);
+            log(s, hoy, group, firstWentOut);
             return;
-        } catch (const ErrorDeAlmacen &e) {
-            if (e.numero != ErrorNum::Bloqueada || intento == IntentosDeAnotar)
+        } catch (const store::StoreError &e) {
+            if (e.number != store::ErrorNumber::Locked || attempt == LogAttempts)
                 throw;
         }
     }
@@ -332,122 +322,126 @@ void AnotarAunqueEspere(Sesion &s, QDate hoy, Grupo grupo, bool salioElPrimero)
 
 struct Mensaje {
     int idc = 0;
-    QString asunto;
-    QString texto; // "" when nothing is to be sent
+    QString subject;
+    QString text; // "" when nothing is to be sent
 };
 
 // What nothing is sent for does not count as sent either, nor does a text that the clinic emptied.
-Mensaje MensajeDe(Sesion &s, const Pendiente &p)
+Mensaje messageOf(Sesion &s, const Pending &p)
 {
-    const int idm = PacienteDe(p.tip, p.ida);
-    const int idc = DestinatarioDeTarea(s, p.tip, p.ida);
-    if (!Sale(p.tip, p.medio) || NoRecibe(s, idm, idc))
+    const int idm = patientOf(p.tip, p.ida);
+    const int idc = taskAddressee(s, p.tip, p.ida);
+    if (!isDue(p.tip, p.medio) || getsNothing(s, idm, idc))
         return {};
-    const QString texto =
-        ComponerMensaje(s, PlantillaDe(p.tip), idc, idm, p.artaux.toInt(), Medio::Correo);
-    return {idc, AsuntoDe(s, p.tip), texto.trimmed().isEmpty() ? QString() : texto};
+    const QString text =
+        ComponerMensaje(s, templateOf(p.tip), idc, idm, p.artaux.toInt(), agenda::Channel::Mail);
+    return {idc, subjectOf(s, p.tip), text.trimmed().isEmpty() ? QString() : text};
 }
 
 // Sends one after the other. @return how many appointments were reminded of
-int EnviarPorTurno(Sesion &s, QDate hoy, const std::vector<Pendiente> &pendientes,
-                   SesionDeCorreo &correo, int &hechas, const std::function<void()> &avanzar)
+int sendInTurn(Sesion &s, QDate hoy, const std::vector<Pending> &pending, MailSession &mail,
+               int &done, const std::function<void()> &advance)
 {
-    int turnos = 0;
-    QString anotado;
-    while (hechas < int(pendientes.size())) {
-        avanzar();
-        const Grupo grupo = GrupoDesde(pendientes, size_t(hechas));
-        const Mensaje m = MensajeDe(s, grupo.front());
-        if (m.texto.isEmpty()) {
-            ++hechas;
+    int appointments = 0;
+    QString noted;
+    while (done < int(pending.size())) {
+        advance();
+        const Group group = groupFrom(pending, size_t(done));
+        const Mensaje m = messageOf(s, group.front());
+        if (m.text.isEmpty()) {
+            ++done;
             continue;
         }
-        const bool enviado = EnviarCorreo(s, correo, m.asunto, m.idc, m.texto);
-        AnotarAunqueEspere(s, hoy, grupo, enviado);
-        if (correo.Error() != std::exchange(anotado, correo.Error()))
-            AnotarFalla(s, anotado); // once for what befalls many
-        turnos += enviado && grupo.front().tip > 0;
-        hechas += int(grupo.size());
+        const bool sent = EnviarCorreo(s, mail, m.subject, m.idc, m.text);
+        logEvenIfWaiting(s, hoy, group, sent);
+        if (mail.error() != std::exchange(noted, mail.error()))
+            logFailure(s, noted); // once for what befalls many
+        appointments += sent && group.front().tip > 0;
+        done += int(group.size());
     }
-    avanzar();
-    return turnos;
+    advance();
+    return appointments;
 }
 
 // @return why the run was given up, to be told to the user; "" when it was not
-QString EnviarCorreos(Sesion &s, QDate hoy)
+QString sendMails(Sesion &s, QDate hoy)
 {
-    const std::vector<Pendiente> pendientes = LeerPendientes(
+    const std::vector<Pending> pending = readPending(
         s,
         "(medio = 1 or medio = 3) and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) "
         "order by tip, ida, id",
         {hoy, hoy});
-    if (pendientes.empty())
+    if (pending.empty())
         return {};
-    int hechas = 0;
-    const std::function<void()> avanzar = [&] { s.avance.Barra(hechas, int(pendientes.size())); };
-    s.avance.Etapa(s(EnviandoCorreo));
-    QString motivo;
-    std::unique_ptr<SesionDeCorreo> correo = AbrirSesionCorreo(s, &motivo, avanzar);
-    if (!correo) {
+    int done = 0;
+    const std::function<void()> advance = [&] { s.progress.tellBar(done, int(pending.size())); };
+    s.progress.tellStage(s(text::SendingMails));
+    QString reason;
+    std::unique_ptr<MailSession> mail = AbrirSesionCorreo(s, &reason, advance);
+    if (!mail) {
         Lote lote(s);
-        PasarACartas(s, hoy);
-        if (!motivo.isEmpty())
-            AnotarFalla(s, motivo);
-        AvisarSinCorreo(s);
-        lote.Confirmar();
-        return motivo;
+        passToLetters(s, hoy);
+        if (!reason.isEmpty())
+            logFailure(s, reason);
+        warnWithoutMail(s);
+        lote.commit();
+        return reason;
     }
-    const int turnos = EnviarPorTurno(s, hoy, pendientes, *correo, hechas, avanzar);
-    if (correo->Perdida()) {
-        motivo = correo->Error();
-        AvisarSinCorreo(s);
+    const int appointments = sendInTurn(s, hoy, pending, *mail, done, advance);
+    if (mail->missed()) {
+        reason = mail->error();
+        warnWithoutMail(s);
     }
-    CerrarSesionCorreo(correo);
-    if (turnos > 0)
-        AgregarPizarra(
-            s, s(DebemosEnviar) + u' ' + QString::number(turnos) + u' ' + s(RecordatoriosDeTurno),
-            DibujoComunicacion, VerAgendaDeHoy, 0);
-    return motivo;
+    CerrarSesionCorreo(mail);
+    if (appointments > 0)
+        AgregarPizarra(s,
+                       s(text::WeMustSend) + u' ' + QString::number(appointments) + u' '
+                           + s(text::RemindersOfToday),
+                       PictureCommunication, ViewTodayAgenda, 0);
+    return reason;
 }
 
 // --- Letters ---
 
-void EnviarCartas(Sesion &s, QDate hoy)
+void sendLetters(Sesion &s, QDate hoy)
 {
-    const std::vector<Pendiente> pendientes = LeerPendientes(
+    const std::vector<Pending> pending = readPending(
         s, "medio = 2 and fmedio is null and fcreacion = ? order by tip, ida, id", {hoy});
-    s.avance.Etapa(s(RealizandoTareas));
-    for (size_t i = 0; i < pendientes.size();) {
-        const Grupo grupo = GrupoDesde(pendientes, i);
-        const Pendiente &p = grupo.front();
-        const int idm = PacienteDe(p.tip, p.ida);
-        const int idc = DestinatarioDeTarea(s, p.tip, p.ida);
-        const bool deCarta = p.tip == TipoTarea::Cumpleanos || p.tip == TipoTarea::RecordatorioDosis
-                             || p.tip == TipoTarea::RecordatorioDeuda;
-        i += grupo.size();
-        if (!deCarta || NoRecibe(s, idm, idc))
+    s.progress.tellStage(s(text::PerformingTasks));
+    for (size_t i = 0; i < pending.size();) {
+        const Group group = groupFrom(pending, i);
+        const Pending &p = group.front();
+        const int idm = patientOf(p.tip, p.ida);
+        const int idc = taskAddressee(s, p.tip, p.ida);
+        const bool letter = p.tip == agenda::TaskKind::Birthday
+                            || p.tip == agenda::TaskKind::DoseReminder
+                            || p.tip == agenda::TaskKind::DebtReminder;
+        i += group.size();
+        if (!letter || getsNothing(s, idm, idc))
             continue;
-        const QString texto = ComponerMensaje(s, p.tip, idc, idm, p.artaux.toInt(), Medio::Carta);
+        const QString text =
+            ComponerMensaje(s, p.tip, idc, idm, p.artaux.toInt(), agenda::Channel::Letter);
         // Noted as sent before the question: answering No drops it, on purpose. What another
         // terminal has noted since is that one's to ask about.
-        if (texto.trimmed().isEmpty() || !Anotar(s, hoy, grupo, true))
+        if (text.trimmed().isEmpty() || !log(s, hoy, group, true))
             continue;
-        const QString nombre = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
-                                        : LeerCampo(s, "clientes", "clientes", idc, "ayn");
-        if (s.dialogos.Pregunta(s(ImprimirCarta) + u' ' + nombre + u'?'))
-            ImprimirODecir(
-                s, *ComponerCarta(s, TituloDeCarta(MotivoDeTarea(s, p.tip), nombre), texto));
+        const QString name = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
+                                      : LeerCampo(s, "clientes", "clientes", idc, "ayn");
+        if (s.dialogos.Pregunta(s(text::PrintLetterQuestion) + u' ' + name + u'?'))
+            printing::printOrTell(
+                s, *printing::composeLetter(
+                       s, printing::letterTitle(agenda::taskReason(s, p.tip), name), text));
     }
 }
 
 } // namespace
 
-int DestinatarioDeTarea(Sesion &s, int tip, int ida)
+int messages::taskAddressee(Sesion &s, int tip, int ida)
 {
-    switch (SujetoDeTarea(tip)) {
-    case Sujeto::Paciente:
+    switch (agenda::taskSubject(tip)) {
+    case agenda::Subject::Patient:
         return LeerCampo(s, "clientes", "mascotas", ida, "idc").toInt();
-    case Sujeto::Cliente:
+    case agenda::Subject::Client:
         return ida;
     default:
         return 0;
@@ -456,21 +450,21 @@ int DestinatarioDeTarea(Sesion &s, int tip, int ida)
 
 bool EnviarMensajes(Sesion &s, QDate hoy)
 {
-    Repartir(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, ImprimirVacunacion});
-    Repartir(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, ImprimirAlimento});
-    bool solo = false;
-    QString falla;
+    deliver(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, text::PrintVaccinationQuestion});
+    deliver(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, text::PrintFoodListQuestion});
+    bool only = false;
+    QString failure;
     {
         // Not while a question or a message stands open: those may last over midnight, and the next
         // day shall not wait for them. Lists and letters are taken by whoever notes them first.
-        const BloqueoDeCarpeta envio(s.carpetaDeDatos, u"kelvara.correo"_s, EsperaDelEnvio,
-                                     [&s] { s.avance.Barra(0, 1); });
-        solo = envio.Tomado();
-        if (solo)
-            falla = EnviarCorreos(s, hoy);
+        const store::FolderLock sending(s.dataFolder, u"kelvara.correo"_s, SendingWait,
+                                        [&s] { s.progress.tellBar(0, 1); });
+        only = sending.isHeld();
+        if (only)
+            failure = sendMails(s, hoy);
     }
-    if (!falla.isEmpty())
-        s.dialogos.Mensaje(s(NoSePudoEnviar).arg(falla));
-    EnviarCartas(s, hoy);
-    return solo;
+    if (!failure.isEmpty())
+        s.dialogos.Mensaje(s(text::MailFailed).arg(failure));
+    sendLetters(s, hoy);
+    return only;
 }

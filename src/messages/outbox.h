@@ -14,8 +14,13 @@
 /// the deceased.
 /// Terminals may run this at once: each list and letter is one's alone, and one sends the mails.
 /// @return false when another terminal was sending mails
-/// @throws ErrorDeAlmacen when the disk or the engine gives up; what went out is noted
+/// @throws StoreError when the disk or the engine gives up; what went out is noted
 bool EnviarMensajes(Sesion &s, QDate hoy);
 
+namespace messages
+{
+
 /// The client that a task's message goes to, 0 when there is none.
-int DestinatarioDeTarea(Sesion &s, int tip, int ida);
+int taskAddressee(Sesion &s, int tip, int ida);
+
+} // namespace messages

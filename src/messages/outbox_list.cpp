@@ -6,95 +6,89 @@
 #include "messages/outbox.h"
 #include "messages/templates.h"
 #include "store/lookups.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Email = 16,
-    Carta = 37,
-    Discontinuado = 1116,
-    BandejaDeSalida = 3602,
-    EnEspera = 3613,
-    RegularizarMorosidad = 9903,
-    ReabastecerVeterinaria = 9904,
-    TurnoPorInternet = 9905,
-};
-
 // The outbox has words of its own for some of the kinds.
-QString MotivoEnBandeja(const Sesion &s, int tip)
+QString reasonInOutbox(const Sesion &s, int tip)
 {
     switch (tip) {
-    case TipoTarea::RecordatorioDosis:
-        return s(Discontinuado);
-    case TipoTarea::RegularizarMorosidad:
-        return s(RegularizarMorosidad);
-    case TipoTarea::Reabastecer:
-        return s(ReabastecerVeterinaria);
-    case TipoTarea::RecordatorioTurno:
-        return s(TurnoPorInternet);
+    case agenda::TaskKind::DoseReminder:
+        return s(text::DiscontinuedReminder);
+    case agenda::TaskKind::SettleArrears:
+        return s(text::SettleArrears);
+    case agenda::TaskKind::Restock:
+        return s(text::RestockClinic);
+    case agenda::TaskKind::AppointmentReminder:
+        return s(text::WebAppointmentAnswer);
     default:
-        return MotivoDeTarea(s, tip);
+        return agenda::taskReason(s, tip);
     }
 }
 
-QString IconoEnBandeja(int tip)
+QString iconInOutbox(int tip)
 {
     switch (tip) {
-    case TipoTarea::FaltaAlimento:
+    case agenda::TaskKind::FoodShortage:
         return u"AgendaCom"_s;
-    case TipoTarea::RecordatorioDosis:
+    case agenda::TaskKind::DoseReminder:
         return u"AgendaVac"_s;
-    case TipoTarea::RecordatorioDeuda:
+    case agenda::TaskKind::DebtReminder:
         return u"CtaCteChico"_s;
     default:
         return {};
     }
 }
 
-QString NombreDelDestinatario(Sesion &s, int tip, int ida)
+QString addresseeName(Sesion &s, int tip, int ida)
 {
-    if (SujetoDeTarea(tip) == Sujeto::Proveedor)
+    if (agenda::taskSubject(tip) == agenda::Subject::Supplier)
         return LeerCampo(s, "finanzas", "proveedores", ida, "nom");
-    return LeerCampo(s, "clientes", "clientes", DestinatarioDeTarea(s, tip, ida), "ayn");
+    return LeerCampo(s, "clientes", "clientes", taskAddressee(s, tip, ida), "ayn");
 }
 
 } // namespace
 
-std::vector<MensajeDelDia> MensajesDelDia(Sesion &s)
+std::vector<DayMessage> messages::dayMessages(Sesion &s)
 {
-    std::vector<MensajeDelDia> mensajes;
+    std::vector<DayMessage> messages;
     Recordset r = s.morvane->OpenSnapshot(
         "select * from TareasAgenda where (dia = date() and (tip = -49)) or (fcreacion = date() "
         "and (tip < 0 and tip <> -47)) order by id");
     for (; !r.EOF_(); r.MoveNext()) {
-        MensajeDelDia m;
+        DayMessage m;
         m.id = r["id"].toInt();
         m.tip = r["tip"].toInt();
-        if (SujetoDeTarea(m.tip) == Sujeto::Usuario)
+        if (agenda::taskSubject(m.tip) == agenda::Subject::User)
             continue; // a user's note to himself goes to nobody
         m.medio = r["medio"].toInt();
         m.ida = r["ida"].toInt();
         m.artaux = r["artaux"].toInt();
-        m.destinatario = NombreDelDestinatario(s, m.tip, m.ida);
-        m.motivo = MotivoEnBandeja(s, m.tip);
-        m.icono = IconoEnBandeja(m.tip);
-        m.porMedio = m.medio == Medio::Correo  ? s(Email)
-                     : m.medio == Medio::Carta ? s(Carta)
-                                               : s(Email) + u'/' + s(Carta);
-        m.salio = !r["fmedio"].EsNulo();
-        m.estado = m.salio ? s(BandejaDeSalida) : s(EnEspera);
-        mensajes.push_back(std::move(m));
+        m.addressee = addresseeName(s, m.tip, m.ida);
+        m.reason = reasonInOutbox(s, m.tip);
+        m.icon = iconInOutbox(m.tip);
+        m.byChannel = m.medio == agenda::Channel::Mail ? s(text::Email)
+                      : m.medio == agenda::Channel::Letter
+                          ? s(text::Letter)
+                          : s(text::Email) + u'/' + s(text::Letter);
+        m.wentOut = !r["fmedio"].isNull();
+        m.state = m.wentOut ? s(text::OutboxTitle) : s(text::OutboxWaiting);
+        messages.push_back(std::move(m));
     }
-    return mensajes;
+    return messages;
 }
 
-QString TextoDeMensaje(Sesion &s, const MensajeDelDia &m)
+QString messages::messageText(Sesion &s, const DayMessage &m)
 {
-    const int idc = DestinatarioDeTarea(s, m.tip, m.ida);
-    const int idm = SujetoDeTarea(m.tip) == Sujeto::Paciente ? m.ida : 0;
-    const bool porMail = m.medio == Medio::CorreoOCarta && !DireccionCliente(s, idc).isEmpty();
-    return ComponerMensaje(s, m.tip, idc, idm, m.artaux, porMail ? Medio::Correo : m.medio);
+    const int idc = taskAddressee(s, m.tip, m.ida);
+    const int idm = agenda::taskSubject(m.tip) == agenda::Subject::Patient ? m.ida : 0;
+    const bool byMail =
+        m.medio == agenda::Channel::MailOrLetter && !DireccionCliente(s, idc).isEmpty();
+    return ComponerMensaje(s, m.tip, idc, idm, m.artaux, byMail ? agenda::Channel::Mail : m.medio);
 }

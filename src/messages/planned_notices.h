@@ -3,30 +3,35 @@
 
 #include "store/session.h"
 
+namespace messages
+{
+
 /// The four lists that the board leads to, by its click codes.
-enum class GrupoDeAvisos {
-    PerdidasSinServicio = 18, // from the start before the last one to yesterday
-    PerdidasConServicio = 19,
-    DeHoySinServicio = 20, // from the day after it to today
-    DeHoyConServicio = 21,
+enum class NoticesGroup {
+    MissedWithoutService = 18, // from the start before the last one to yesterday
+    MissedWithService = 19,
+    TodayWithoutService = 20, // from the day after it to today
+    TodayWithService = 21,
 };
 
-struct AvisoPlanificado {
-    QString clave; // of the note
+struct PlannedNotice {
+    QString key; // of the note
     int idm = 0;
     int idc = 0;
     int ida = 0; // product
-    QString paciente;
-    QString propietario;
-    QString producto;
-    QString telefonos;
-    QDate vence;
-    QString nota;
+    QString patient;
+    QString owner;
+    QString product;
+    QString telephones;
+    QDate expires;
+    QString note;
 };
 
 /// Open doses of a group, by the patient's name; without the deceased.
-std::vector<AvisoPlanificado> AvisosDe(Sesion &s, GrupoDeAvisos grupo);
+std::vector<PlannedNotice> noticesOf(Sesion &s, NoticesGroup group);
 /// What to write to the owner: the mail text of dose reminders.
-QString TextoDeAviso(Sesion &s, const AvisoPlanificado &aviso);
+QString noticeText(Sesion &s, const PlannedNotice &notice);
 /// Keeps a note; an empty one is forgotten.
-void GuardarNota(Sesion &s, const QString &clave, const QString &texto);
+void saveNote(Sesion &s, const QString &key, const QString &text);
+
+} // namespace messages

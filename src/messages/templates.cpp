@@ -3,146 +3,157 @@
 #include "agenda/tasks.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 
 #include <QLocale>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    ClientesNuevos = 9630,
-    ClientesFrecuentes = 9631,
-};
-
 // What goes to featured clients is read from a column that no screen edits, on purpose.
-constexpr const char *ColumnaEnviadaADestacados = "MensajeriaSoloADestacados";
+constexpr const char *SentToFeaturedColumn = "MensajeriaSoloADestacados";
 
 // The column of a kind and medium; nullptr for a kind without a template.
-const char *ColumnaDe(int tip, int medio)
+const char *columnOf(int tip, int medio)
 {
-    if (tip == TipoTarea::CumpleanosDestacado)
-        return ColumnaEnviadaADestacados;
-    const char *columna = nullptr;
-    for (const Plantilla &p : Plantillas()) {
-        if (p.tip == tip && (p.medio == Medio::Correo) == (medio == Medio::Correo))
-            return p.columna;
+    if (tip == agenda::TaskKind::FeaturedBirthday)
+        return SentToFeaturedColumn;
+    const char *column = nullptr;
+    for (const Template &p : templates()) {
+        if (p.tip == tip && (p.medio == agenda::Channel::Mail) == (medio == agenda::Channel::Mail))
+            return p.column;
         if (p.tip == tip)
-            columna = p.columna; // a kind with one text sends it by whatever medium
+            column = p.column; // a kind with one text sends it by whatever medium
     }
-    return columna;
+    return column;
 }
 
-int Duenio(Sesion &s, int idc, int idm)
+int owner(Sesion &s, int idc, int idm)
 {
     return idc != 0 ? idc : LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
 }
 
 } // namespace
 
-const std::vector<Plantilla> &Plantillas()
+const std::vector<Template> &messages::templates()
 {
-    static const std::vector<Plantilla> todas = {
-        {2640, 2653, "mensajeriadeudorescarta", TipoTarea::RecordatorioDeuda, Medio::Carta},
-        {2641, 2654, "mensajeriadeudoresmail", TipoTarea::RecordatorioDeuda, Medio::Correo},
-        {2643, 2655, "MensajeriaMedicinaPrepaga", TipoTarea::MorosoPrepaga, Medio::Correo},
-        {2644, 2656, "mensajeriacumplecarta", TipoTarea::Cumpleanos, Medio::Carta},
-        {2645, 2657, "mensajeriacumplemail", TipoTarea::Cumpleanos, Medio::Correo},
-        {2646, 2658, "MensajeriaCumpleMailDestacados", TipoTarea::CumpleanosDestacado,
-         Medio::Correo},
-        {2647, 2659, "mensajeriaalimento", TipoTarea::FaltaAlimento, Medio::Correo},
-        {2649, 2660, "mensajeriadescont", TipoTarea::DosisDiscontinuada, Medio::Correo},
-        {2650, 2661, "mensajeriaturno", TipoTarea::RecordatorioTurno, Medio::Correo},
-        {2651, 2662, "mensajeriavencimientoscarta", TipoTarea::RecordatorioDosis, Medio::Carta},
-        {2652, 2663, "mensajeriavencimientosmail", TipoTarea::RecordatorioDosis, Medio::Correo},
-        {ClientesNuevos, 2664, "MensajeriaNuevoCliente", TipoTarea::NuevoCliente, Medio::Correo},
-        {ClientesFrecuentes, 2665, "MensajeriaFrecuente", TipoTarea::Frecuente, Medio::Correo},
+    static const std::vector<Template> all = {
+        {text::DebtLetter, text::DebtLetterNote, "mensajeriadeudorescarta",
+         agenda::TaskKind::DebtReminder, agenda::Channel::Letter},
+        {text::DebtMail, text::DebtMailNote, "mensajeriadeudoresmail",
+         agenda::TaskKind::DebtReminder, agenda::Channel::Mail},
+        {text::PrepaidMail, text::PrepaidMailNote, "MensajeriaMedicinaPrepaga",
+         agenda::TaskKind::PrepaidInArrears, agenda::Channel::Mail},
+        {text::BirthdayLetter, text::BirthdayLetterNote, "mensajeriacumplecarta",
+         agenda::TaskKind::Birthday, agenda::Channel::Letter},
+        {text::BirthdayMail, text::BirthdayMailNote, "mensajeriacumplemail",
+         agenda::TaskKind::Birthday, agenda::Channel::Mail},
+        {text::FeaturedBirthdayMail, text::FeaturedBirthdayMailNote,
+         "MensajeriaCumpleMailDestacados", agenda::TaskKind::FeaturedBirthday,
+         agenda::Channel::Mail},
+        {text::FoodMail, text::FoodMailNote, "mensajeriaalimento", agenda::TaskKind::FoodShortage,
+         agenda::Channel::Mail},
+        {text::DiscontinuedMail, text::DiscontinuedMailNote, "mensajeriadescont",
+         agenda::TaskKind::DiscontinuedDose, agenda::Channel::Mail},
+        {text::AppointmentMail, text::AppointmentMailNote, "mensajeriaturno",
+         agenda::TaskKind::AppointmentReminder, agenda::Channel::Mail},
+        {text::DoseLetter, text::DoseLetterNote, "mensajeriavencimientoscarta",
+         agenda::TaskKind::DoseReminder, agenda::Channel::Letter},
+        {text::DoseMail, text::DoseMailNote, "mensajeriavencimientosmail",
+         agenda::TaskKind::DoseReminder, agenda::Channel::Mail},
+        {text::NewClientMail, text::NewClientMailNote, "MensajeriaNuevoCliente",
+         agenda::TaskKind::NewClient, agenda::Channel::Mail},
+        {text::FrequentClientMailTitle, text::FrequentMailNote, "MensajeriaFrecuente",
+         agenda::TaskKind::Frequent, agenda::Channel::Mail},
     };
-    return todas;
+    return all;
 }
 
-const QStringList &Tags()
+const QStringList &messages::tags()
 {
-    static const QStringList todos{u"NomCli"_s, u"DirCli"_s, u"NomMas"_s, u"TraMas"_s, u"ProVet"_s,
-                                   u"DirVet"_s, u"TelVet"_s, u"RazVet"_s, u"FecDia"_s, u"HorTur"_s};
-    return todos;
+    static const QStringList all{u"NomCli"_s, u"DirCli"_s, u"NomMas"_s, u"TraMas"_s, u"ProVet"_s,
+                                 u"DirVet"_s, u"TelVet"_s, u"RazVet"_s, u"FecDia"_s, u"HorTur"_s};
+    return all;
 }
 
 QString ResolverTag(Sesion &s, const QString &tag, int idc, int idm, int ida)
 {
     const QString t = tag.toUpper();
     if (t == u"NOMCLI")
-        return LeerCampo(s, "clientes", "clientes", Duenio(s, idc, idm), "ayn");
+        return LeerCampo(s, "clientes", "clientes", owner(s, idc, idm), "ayn");
     if (t == u"DIRCLI")
-        return DomicilioCliente(s, Duenio(s, idc, idm));
+        return DomicilioCliente(s, owner(s, idc, idm));
     if (t == u"NOMMAS")
         return LeerCampo(s, "clientes", "mascotas", idm, "nom");
     if (t == u"TRAMAS")
         return LeerCampo(s, "finanzas", "articulos", ida, "nom");
     if (t == u"PROVET")
-        return s.clinica.pro;
+        return s.clinic.pro;
     if (t == u"DIRVET")
-        return s.clinica.dir;
+        return s.clinic.dir;
     if (t == u"TELVET")
-        return s.clinica.tel;
+        return s.clinic.tel;
     if (t == u"RAZVET")
-        return s.clinica.nom;
+        return s.clinic.nom;
     if (t == u"FECDIA")
         return QLocale().toString(s.reloj.hoy, QLocale::LongFormat);
     if (t == u"HORTUR") {
         // Tasks of no patient, the feeding rounds, are nobody's appointment.
-        const QTime hora = idm != 0 ? HoraTurnoDelDia(s, idm, s.reloj.hoy) : QTime();
-        return hora.isValid() ? HoraLarga(hora) : QString();
+        const QTime hour = idm != 0 ? HoraTurnoDelDia(s, idm, s.reloj.hoy) : QTime();
+        return hour.isValid() ? agenda::longHour(hour) : QString();
     }
     return {};
 }
 
-QString RellenarTags(Sesion &s, const QString &plantilla, int idc, int idm, int ida)
+QString messages::fillTags(Sesion &s, const QString &templateText, int idc, int idm, int ida)
 {
     // One walk: what a tag brings is data and is not looked at again.
-    QString texto;
-    for (qsizetype i = 0; i < plantilla.size();) {
-        const qsizetype abre = plantilla.indexOf(u'<', i);
-        if (abre < 0)
-            return texto + plantilla.mid(i);
-        texto += plantilla.mid(i, abre - i);
-        const qsizetype cierra = plantilla.indexOf(u'>', abre);
-        if (cierra < 0)
-            return texto; // the rest is consumed, on purpose
-        texto += ResolverTag(s, plantilla.mid(abre + 1, cierra - abre - 1), idc, idm, ida);
-        i = cierra + 1;
+    QString text;
+    for (qsizetype i = 0; i < templateText.size();) {
+        const qsizetype opens = templateText.indexOf(u'<', i);
+        if (opens < 0)
+            return text + templateText.mid(i);
+        text += templateText.mid(i, opens - i);
+        const qsizetype closes = templateText.indexOf(u'>', opens);
+        if (closes < 0)
+            return text; // the rest is consumed, on purpose
+        text += ResolverTag(s, templateText.mid(opens + 1, closes - opens - 1), idc, idm, ida);
+        i = closes + 1;
     }
-    return texto;
+    return text;
 }
 
 QString ComponerMensaje(Sesion &s, int tip, int idc, int idm, int ida, int medio)
 {
-    const char *columna = ColumnaDe(tip, medio);
-    if (!columna)
+    const char *column = columnOf(tip, medio);
+    if (!column)
         return {};
-    return RellenarTags(s, s.configuracion[columna].toText(), idc, idm, ida);
+    return fillTags(s, s.configuracion[column].toText(), idc, idm, ida);
 }
 
-std::optional<Ejemplo> EjemploDeMensaje(Sesion &s, int idc)
+std::optional<Example> messages::messageExample(Sesion &s, int idc)
 {
-    Ejemplo e;
-    const auto existe = [&s](int cual) {
-        s.listas.clientes.FindFirst("idc = ?", cual);
-        return cual != 0 && !s.listas.clientes.NoMatch();
+    Example e;
+    const auto exists = [&s](int which) {
+        s.lists.clientes.FindFirst("idc = ?", which);
+        return which != 0 && !s.lists.clientes.NoMatch();
     };
     e.idc = idc != 0 ? idc : s.IdGlobal.idc;
-    if (!existe(e.idc))
-        e.idc = s.clientes->Leer("select min(idc) from clientes").toInt();
+    if (!exists(e.idc))
+        e.idc = s.clientes->read("select min(idc) from clientes").toInt();
     if (e.idc == 0)
         return std::nullopt;
     e.idm = LeerCampo(s, "clientes", "mascotas", s.IdGlobal.idm, "idc").toInt() == e.idc
                 ? s.IdGlobal.idm
-                : s.clientes->Leer("select min(idm) from mascotas where idc = ?", e.idc).toInt();
-    e.ida = s.clientes->Leer("select max(ida) from artplan where idm = ?", e.idm).toInt();
+                : s.clientes->read("select min(idm) from mascotas where idc = ?", e.idc).toInt();
+    e.ida = s.clientes->read("select max(ida) from artplan where idm = ?", e.idm).toInt();
     if (e.ida == 0)
         e.ida = s.finanzas
-                    ->Leer("SELECT MIN(Articulos.Ida) FROM Articulos INNER JOIN FLCategorias ON "
+                    ->read("SELECT MIN(Articulos.Ida) FROM Articulos INNER JOIN FLCategorias ON "
                            "Articulos.IDCat = FLCategorias.IDCat WHERE FLCategorias.suministro = "
                            "'p'")
                     .toInt();

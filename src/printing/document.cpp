@@ -9,69 +9,71 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
-QPageSize TamanoHabitual()
+QPageSize printing::usualSize()
 {
     // Where Letter is what the shops sell (territories of the locale data that name it).
-    static constexpr QLocale::Territory conCarta[] = {
+    static constexpr QLocale::Territory withLetter[] = {
         QLocale::UnitedStates, QLocale::Canada,           QLocale::Mexico,
         QLocale::Colombia,     QLocale::Venezuela,        QLocale::Chile,
         QLocale::CostaRica,    QLocale::ElSalvador,       QLocale::Guatemala,
         QLocale::Nicaragua,    QLocale::Panama,           QLocale::PuertoRico,
         QLocale::Philippines,  QLocale::DominicanRepublic};
-    const auto pais = QLocale().territory();
-    const bool carta =
-        std::find(std::begin(conCarta), std::end(conCarta), pais) != std::end(conCarta);
-    return QPageSize(carta ? QPageSize::Letter : QPageSize::A4);
+    const auto country = QLocale().territory();
+    const bool letter =
+        std::find(std::begin(withLetter), std::end(withLetter), country) != std::end(withLetter);
+    return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
 }
 
-void ImprimirODecir(Sesion &s, Documento &documento)
+void printing::printOrTell(Sesion &s, Documento &document)
 {
     try {
-        s.impresion.Imprimir(s, documento);
-    } catch (const ErrorDeAlmacen &e) {
-        s.dialogos.Mensaje(e.descripcion);
+        s.impresion.print(s, document);
+    } catch (const store::StoreError &e) {
+        s.dialogos.Mensaje(e.description);
     }
 }
 
-std::optional<int> DibujarEn(QPagedPaintDevice &dispositivo, Documento &documento)
+std::optional<int> printing::drawIn(QPagedPaintDevice &device, Documento &document)
 {
-    const QSizeF area = dispositivo.pageLayout().paintRect(QPageLayout::Millimeter).size();
-    const int paginas = documento.Componer(dispositivo, area);
-    QPainter pintor;
-    for (int p = 0; p < paginas; ++p) {
-        if (p == 0 ? !pintor.begin(&dispositivo) : !dispositivo.newPage())
+    const QSizeF area = device.pageLayout().paintRect(QPageLayout::Millimeter).size();
+    const int pages = document.compose(device, area);
+    QPainter painter;
+    for (int p = 0; p < pages; ++p) {
+        if (p == 0 ? !painter.begin(&device) : !device.newPage())
             return std::nullopt;
-        pintor.save();
-        documento.Dibujar(pintor, p);
-        pintor.restore();
+        painter.save();
+        document.draw(painter, p);
+        painter.restore();
     }
-    return paginas;
+    return pages;
 }
 
-int GuardarPdf(Documento &documento, const QString &archivo, const QPageSize &tamano)
+int printing::savePdf(Documento &document, const QString &file, const QPageSize &size)
 {
-    QSaveFile destino(archivo);
-    const auto falla = [&] {
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, archivo + u": "_s + destino.errorString());
+    QSaveFile target(file);
+    const auto failure = [&] {
+        throw store::StoreError(store::ErrorNumber::PathOrDisk,
+                                file + u": "_s + target.errorString());
     };
-    if (!destino.open(QIODevice::WriteOnly))
-        falla();
-    std::optional<int> paginas;
+    if (!target.open(QIODevice::WriteOnly))
+        failure();
+    std::optional<int> pages;
     {
-        QPdfWriter pdf(&destino);
+        QPdfWriter pdf(&target);
         pdf.setResolution(600);
-        pdf.setTitle(documento.Titulo());
+        pdf.setTitle(document.titleOf());
         pdf.setCreator(u"Kelvara"_s);
         pdf.setPageLayout(
-            QPageLayout(tamano, documento.Orientacion(), MargenesMm, QPageLayout::Millimeter));
-        paginas = DibujarEn(pdf, documento);
+            QPageLayout(size, document.orientationOf(), MarginsMm, QPageLayout::Millimeter));
+        pages = drawIn(pdf, document);
     }
-    if (paginas == 0)
+    if (pages == 0)
         return 0;
     // The commit does not look at what is still to be written.
-    if (!paginas || !destino.flush() || !destino.commit())
-        falla();
-    return *paginas;
+    if (!pages || !target.flush() || !target.commit())
+        failure();
+    return *pages;
 }

@@ -1,5 +1,7 @@
 #include "printing/frmvistaprevia.h"
 
+#include "texts/printing.h"
+#include "texts/texts.h"
 #include "ui/theme.h"
 
 #include <QComboBox>
@@ -9,124 +11,110 @@
 #include <QShortcut>
 #include <QSpinBox>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    NadaQueMostrar = 5060,
-    PaginaDe = 9850,
-    VistaPrevia = 9851,
-    Imprimir = 9852,
-    GuardarComoPdf = 9853,
-    Cerrar = 9854,
-    Impresora = 9855,
-    Hoja_ = 9856,
-    Zoom = 9857,
-    Pagina = 9858,
-    SinImpresora = 9859,
-    AnchoDePagina = 9861,
-    PaginaEntera = 9862,
-};
-
-constexpr double zooms[] = {0, -1, 0.5, 0.75, 1, 1.25, 1.5, 2, 3}; // 0 page width, -1 whole page
+constexpr double Zooms[] = {0, -1, 0.5, 0.75, 1, 1.25, 1.5, 2, 3}; // 0 page width, -1 whole page
 
 } // namespace
 
-frmVistaPrevia::frmVistaPrevia(Sesion &s, Documento &documento, const Impresoras &impresoras,
+frmVistaPrevia::frmVistaPrevia(Sesion &s, Documento &document, const Printers &printers,
                                QWidget *parent)
-    : FormBase(s, u"frmVistaPrevia"_s, parent), m_documento(documento)
+    : ui::FormBase(s, u"frmVistaPrevia"_s, parent), m_document(document)
 {
     setModal(true);
-    setWindowTitle(s(VistaPrevia) + u" - "_s + documento.Titulo());
-    m_printer = CrearImpresora(impresoras.Primera(), documento);
-    build(impresoras);
+    setWindowTitle(s(text::PreviewTitle) + u" - "_s + document.titleOf());
+    m_printer = createPrinter(printers.firstOne(), document);
+    build(printers);
     wire();
     rememberSize({1000, 700});
 }
 
 frmVistaPrevia::~frmVistaPrevia()
 {
-    delete vista; // before the printer that it draws on
+    delete view; // before the printer that it draws on
 }
 
-void frmVistaPrevia::build(const Impresoras &impresoras)
+void frmVistaPrevia::build(const Printers &printers)
 {
     const auto label = [this](int text, QWidget *buddy) {
         auto *l = new QLabel(m_s(text));
         l->setBuddy(buddy);
         return l;
     };
-    cmbImpresora = named(new QComboBox, u"cmbImpresora"_s, m_s(Impresora));
-    cmbImpresora->addItems(impresoras.nombres);
-    cmbImpresora->setCurrentText(impresoras.Primera());
-    cmbImpresora->setEnabled(!impresoras.nombres.isEmpty());
-    if (impresoras.nombres.isEmpty())
-        cmbImpresora->addItem(m_s(SinImpresora));
+    cmbImpresora = named(new QComboBox, u"cmbImpresora"_s, m_s(text::PreviewPrinter));
+    cmbImpresora->addItems(printers.names);
+    cmbImpresora->setCurrentText(printers.firstOne());
+    cmbImpresora->setEnabled(!printers.names.isEmpty());
+    if (printers.names.isEmpty())
+        cmbImpresora->addItem(m_s(text::NoPrinter));
 
-    cmbHoja = named(new QComboBox, u"cmbHoja"_s, m_s(Hoja_));
+    cmbHoja = named(new QComboBox, u"cmbHoja"_s, m_s(text::PreviewSheet));
     for (const QPageSize::PageSizeId id : {QPageSize::A4, QPageSize::Letter})
         cmbHoja->addItem(QPageSize::name(id), int(id));
-    cmbHoja->setCurrentIndex(cmbHoja->findData(int(TamanoHabitual().id())));
+    cmbHoja->setCurrentIndex(cmbHoja->findData(int(usualSize().id())));
 
-    cmbZoom = named(new QComboBox, u"cmbZoom"_s, m_s(Zoom));
-    for (const double z : zooms)
-        cmbZoom->addItem(z == 0  ? m_s(AnchoDePagina)
-                         : z < 0 ? m_s(PaginaEntera)
+    cmbZoom = named(new QComboBox, u"cmbZoom"_s, m_s(text::PreviewZoom));
+    for (const double z : Zooms)
+        cmbZoom->addItem(z == 0  ? m_s(text::PageWidth)
+                         : z < 0 ? m_s(text::WholePage)
                                  : u"%1 %"_s.arg(qRound(z * 100)));
     cmbZoom->setCurrentIndex(1);
 
-    txtPagina = named(new QSpinBox, u"txtPagina"_s, m_s(Pagina));
+    txtPagina = named(new QSpinBox, u"txtPagina"_s, m_s(text::PreviewPage));
     txtPagina->setMinimum(1);
     lblPaginas = new QLabel;
-    cmdImprimir = button(u"cmdImprimir"_s, Imprimir);
+    cmdImprimir = button(u"cmdImprimir"_s, text::PrintButton);
     cmdImprimir->setDefault(true);
-    cmdImprimir->setEnabled(!impresoras.nombres.isEmpty());
-    cmdPdf = button(u"cmdPdf"_s, GuardarComoPdf);
-    cmdCerrar = button(u"cmdCerrar"_s, Cerrar);
+    cmdImprimir->setEnabled(!printers.names.isEmpty());
+    cmdPdf = button(u"cmdPdf"_s, text::SaveAsPdf);
+    cmdCerrar = button(u"cmdCerrar"_s, text::PreviewClose);
 
     auto *bar = new QHBoxLayout;
-    bar->setSpacing(Espacio::S);
+    bar->setSpacing(ui::space::S);
     for (QWidget *w : std::initializer_list<QWidget *>{
-             label(Impresora, cmbImpresora), cmbImpresora, label(Hoja_, cmbHoja), cmbHoja,
-             label(Zoom, cmbZoom), cmbZoom, label(Pagina, txtPagina), txtPagina, lblPaginas})
+             label(text::PreviewPrinter, cmbImpresora), cmbImpresora,
+             label(text::PreviewSheet, cmbHoja), cmbHoja, label(text::PreviewZoom, cmbZoom),
+             cmbZoom, label(text::PreviewPage, txtPagina), txtPagina, lblPaginas})
         bar->addWidget(w);
     bar->addStretch();
 
-    vista = new QPrintPreviewWidget(m_printer.get());
-    vista->setAccessibleName(m_s(VistaPrevia));
+    view = new QPrintPreviewWidget(m_printer.get());
+    view->setAccessibleName(m_s(text::PreviewTitle));
 
     auto *foot = new QHBoxLayout;
-    foot->setSpacing(Espacio::S);
+    foot->setSpacing(ui::space::S);
     foot->addStretch();
     foot->addWidget(cmdCerrar);
     foot->addWidget(cmdPdf);
     foot->addWidget(cmdImprimir);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::L);
+    all->setSpacing(ui::space::M);
     all->addLayout(bar);
-    all->addWidget(vista, 1);
+    all->addWidget(view, 1);
     all->addLayout(foot);
     cmdImprimir->isEnabled() ? cmdImprimir->setFocus() : cmdPdf->setFocus();
 }
 
 void frmVistaPrevia::wire()
 {
-    connect(vista, &QPrintPreviewWidget::paintRequested, this,
-            [this](QPrinter *p) { guarded([&] { DibujarEn(*p, m_documento); }); });
-    connect(vista, &QPrintPreviewWidget::previewChanged, this, &frmVistaPrevia::showPage);
+    connect(view, &QPrintPreviewWidget::paintRequested, this,
+            [this](QPrinter *p) { guarded([&] { drawIn(*p, m_document); }); });
+    connect(view, &QPrintPreviewWidget::previewChanged, this, &frmVistaPrevia::showPage);
     connect(cmbImpresora, &QComboBox::activated, this, &frmVistaPrevia::choosePrinter);
     connect(cmbHoja, &QComboBox::activated, this, &frmVistaPrevia::chooseSheet);
     connect(cmbZoom, &QComboBox::activated, this, [this](int i) {
-        if (zooms[i] > 0)
-            vista->setZoomFactor(zooms[i]);
+        if (Zooms[i] > 0)
+            view->setZoomFactor(Zooms[i]);
         else
-            zooms[i] == 0 ? vista->fitToWidth() : vista->fitInView();
+            Zooms[i] == 0 ? view->fitToWidth() : view->fitInView();
     });
-    connect(txtPagina, &QSpinBox::valueChanged, vista, &QPrintPreviewWidget::setCurrentPage);
+    connect(txtPagina, &QSpinBox::valueChanged, view, &QPrintPreviewWidget::setCurrentPage);
     connect(new QShortcut(Qt::CTRL | Qt::Key_PageDown, this), &QShortcut::activated, txtPagina,
             &QSpinBox::stepUp);
     connect(new QShortcut(Qt::CTRL | Qt::Key_PageUp, this), &QShortcut::activated, txtPagina,
@@ -134,7 +122,7 @@ void frmVistaPrevia::wire()
     connect(cmdImprimir, &QPushButton::clicked, this, &frmVistaPrevia::print);
     connect(cmdPdf, &QPushButton::clicked, this, &frmVistaPrevia::savePdf);
     connect(cmdCerrar, &QPushButton::clicked, this, &frmVistaPrevia::reject);
-    vista->fitInView();
+    view->fitInView();
 }
 
 void frmVistaPrevia::choosePrinter()
@@ -147,17 +135,17 @@ void frmVistaPrevia::chooseSheet()
 {
     const QPageSize sheet(QPageSize::PageSizeId(cmbHoja->currentData().toInt()));
     m_printer->setPageLayout(
-        QPageLayout(sheet, m_documento.Orientacion(), MargenesMm, QPageLayout::Millimeter));
-    vista->updatePreview();
+        QPageLayout(sheet, m_document.orientationOf(), MarginsMm, QPageLayout::Millimeter));
+    view->updatePreview();
 }
 
 void frmVistaPrevia::showPage()
 {
     const QSignalBlocker quiet(txtPagina);
-    txtPagina->setMaximum(qMax(1, vista->pageCount()));
-    txtPagina->setValue(vista->currentPage());
-    const bool empty = vista->pageCount() == 0;
-    lblPaginas->setText(empty ? m_s(NadaQueMostrar) : u"/ %1"_s.arg(vista->pageCount()));
+    txtPagina->setMaximum(qMax(1, view->pageCount()));
+    txtPagina->setValue(view->currentPage());
+    const bool empty = view->pageCount() == 0;
+    lblPaginas->setText(empty ? m_s(text::NoData) : u"/ %1"_s.arg(view->pageCount()));
     cmdImprimir->setEnabled(!empty && cmbImpresora->isEnabled());
     cmdPdf->setEnabled(!empty);
 }
@@ -166,19 +154,18 @@ void frmVistaPrevia::print()
 {
     guarded([this] {
         try {
-            ImprimirDocumento(m_s, m_documento, *m_printer, cmbImpresora->currentText());
+            printDocument(m_s, m_document, *m_printer, cmbImpresora->currentText());
             accept();
-        } catch (const ErrorDeAlmacen &e) {
+        } catch (const store::StoreError &e) {
             // A printer that is off is no failure of the program to be logged.
-            if (e.numero != ErrorNum::Impresora)
+            if (e.number != store::ErrorNumber::Printer)
                 throw;
-            m_s.dialogos.Mensaje(e.descripcion);
+            m_s.dialogos.Mensaje(e.description);
         }
     });
 }
 
 void frmVistaPrevia::savePdf()
 {
-    guarded(
-        [this] { GuardarPdfPreguntando(m_s, m_documento, m_printer->pageLayout().pageSize()); });
+    guarded([this] { savePdfAsking(m_s, m_document, m_printer->pageLayout().pageSize()); });
 }

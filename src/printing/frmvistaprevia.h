@@ -11,16 +11,16 @@ class QSpinBox;
 
 /// Shows a document as it will come out of the printer: pages, zoom, printer, sheet size; prints it
 /// and saves it as PDF. Works without any printer.
-class frmVistaPrevia : public FormBase
+class frmVistaPrevia : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frmVistaPrevia(Sesion &s, Documento &documento, const Impresoras &impresoras,
+    frmVistaPrevia(Sesion &s, Documento &document, const printing::Printers &printers,
                    QWidget *parent = nullptr);
     ~frmVistaPrevia() override;
 
 private:
-    void build(const Impresoras &impresoras);
+    void build(const printing::Printers &printers);
     void wire();
     void choosePrinter();
     void chooseSheet();
@@ -28,9 +28,9 @@ private:
     void print();
     void savePdf();
 
-    Documento &m_documento;
+    Documento &m_document;
     std::unique_ptr<QPrinter> m_printer;
-    QPrintPreviewWidget *vista = nullptr;
+    QPrintPreviewWidget *view = nullptr;
     QComboBox *cmbImpresora = nullptr;
     QComboBox *cmbHoja = nullptr;
     QComboBox *cmbZoom = nullptr;

@@ -9,133 +9,133 @@
 #include <QTextTable>
 #include <cmath>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 constexpr double AltoDelPieMm = 8;
-constexpr double PuntosDelTexto = 10;
-constexpr double PuntosDelPie = 8;
+constexpr double TextPoints = 10;
+constexpr double FootPoints = 8;
 
 // What the toolkit takes a length in a text to be measured in: dots of a screen.
-double DpiDePantalla()
+double screenDpi()
 {
-    const QScreen *pantalla = QGuiApplication::primaryScreen();
-    return pantalla ? qRound(pantalla->logicalDotsPerInchY()) : 96;
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? qRound(screen->logicalDotsPerInchY()) : 96;
 }
 
 // Upper edge of a row's text.
-double Arriba(const QTextTable &tabla, int fila)
+double above(const QTextTable &table, int row)
 {
-    const auto *trazado = tabla.document()->documentLayout();
-    return trazado->blockBoundingRect(tabla.cellAt(fila, 0).firstCursorPosition().block()).top();
+    const auto *drawn = table.document()->documentLayout();
+    return drawn->blockBoundingRect(table.cellAt(row, 0).firstCursorPosition().block()).top();
 }
 
 // Lays the text out on pages. The toolkit breaks a row between its lines; here the row above one
 // that would be broken grows down to the end of the page instead. Rows are measured on one endless
 // page, so that a long list is laid out twice and not once for each page.
-// @param escala device pixels of a screen's dot
-void Paginar(QTextDocument &texto, QSizeF pagina, double escala)
+// @param scale device pixels of a screen's dot
+void paginate(QTextDocument &text, QSizeF page, double scale)
 {
-    texto.setPageSize({pagina.width(), 1e7});
-    QTextCursor cursor(&texto);
+    text.setPageSize({page.width(), 1e7});
+    QTextCursor cursor(&text);
     cursor.beginEditBlock();
-    double corrido = 0; // what stands below has moved down by so much
-    for (QTextFrame *marco : texto.rootFrame()->childFrames()) {
-        auto *tabla = qobject_cast<QTextTable *>(marco);
-        if (!tabla || tabla->rows() <= tabla->format().headerRowCount() + 1)
+    double hasRun = 0; // what stands below has moved down by so much
+    for (QTextFrame *frame : text.rootFrame()->childFrames()) {
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (!table || table->rows() <= table->format().headerRowCount() + 1)
             continue;
-        const int cabeza = tabla->format().headerRowCount();
-        const double altoDeCabeza = cabeza > 0 ? Arriba(*tabla, cabeza) - Arriba(*tabla, 0) : 0;
-        const double fin = texto.documentLayout()->frameBoundingRect(tabla).bottom();
+        const int head = table->format().headerRowCount();
+        const double headHeight = head > 0 ? above(*table, head) - above(*table, 0) : 0;
+        const double fin = text.documentLayout()->frameBoundingRect(table).bottom();
         std::vector<double> altos;
-        for (int fila = 0; fila < tabla->rows(); ++fila)
-            altos.push_back((fila + 1 < tabla->rows() ? Arriba(*tabla, fila + 1) : fin)
-                            - Arriba(*tabla, fila));
-        double y = std::fmod(Arriba(*tabla, 0) + corrido, pagina.height());
-        for (int fila = 0; fila < tabla->rows(); ++fila) {
-            const double alto = altos[size_t(fila)];
+        for (int row = 0; row < table->rows(); ++row)
+            altos.push_back((row + 1 < table->rows() ? above(*table, row + 1) : fin)
+                            - above(*table, row));
+        double y = std::fmod(above(*table, 0) + hasRun, page.height());
+        for (int row = 0; row < table->rows(); ++row) {
+            const double height = altos[size_t(row)];
             // What no page holds is broken by the toolkit after all, under a head on each page.
-            if (fila >= cabeza && alto + altoDeCabeza > pagina.height()) {
-                const double hueco = pagina.height() - altoDeCabeza;
-                const double resto = alto - (pagina.height() - y);
-                corrido += altoDeCabeza * std::ceil(resto / hueco);
-                y = altoDeCabeza + std::fmod(resto, hueco);
+            if (row >= head && height + headHeight > page.height()) {
+                const double gap = page.height() - headHeight;
+                const double rest = height - (page.height() - y);
+                hasRun += headHeight * std::ceil(rest / gap);
+                y = headHeight + std::fmod(rest, gap);
                 continue;
             }
-            if (y + alto > pagina.height() && fila > cabeza) {
-                for (int columna = 0; columna < tabla->columns(); ++columna) {
-                    QTextTableCell celda = tabla->cellAt(fila - 1, columna);
-                    QTextTableCellFormat formato = celda.format().toTableCellFormat();
-                    formato.setBottomPadding(formato.bottomPadding()
-                                             + (pagina.height() - y) / escala);
-                    celda.setFormat(formato);
+            if (y + height > page.height() && row > head) {
+                for (int column = 0; column < table->columns(); ++column) {
+                    QTextTableCell cell = table->cellAt(row - 1, column);
+                    QTextTableCellFormat format = cell.format().toTableCellFormat();
+                    format.setBottomPadding(format.bottomPadding() + (page.height() - y) / scale);
+                    cell.setFormat(format);
                 }
-                corrido += pagina.height() - y + altoDeCabeza;
-                y = altoDeCabeza;
+                hasRun += page.height() - y + headHeight;
+                y = headHeight;
             }
-            y += alto;
+            y += height;
         }
     }
     cursor.endEditBlock();
-    texto.setPageSize(pagina);
+    text.setPageSize(page);
 }
 
 } // namespace
 
-DocumentoHtml::DocumentoHtml(QString titulo, const QString &html, QString pie,
-                             QPageLayout::Orientation orientacion)
-    : m_titulo(std::move(titulo)), m_html(html), m_pie(std::move(pie)), m_orientacion(orientacion)
+DocumentHtml::DocumentHtml(QString title, const QString &html, QString pie,
+                           QPageLayout::Orientation orientation)
+    : m_title(std::move(title)), m_html(html), m_foot(std::move(pie)), m_orientation(orientation)
 {
 }
 
-void DocumentoHtml::PonerCabecera(QImage imagen) { m_cabecera = std::move(imagen); }
+void DocumentHtml::setHeader(QImage image) { m_header = std::move(image); }
 
-int DocumentoHtml::Componer(QPaintDevice &dispositivo, QSizeF area)
+int DocumentHtml::compose(QPaintDevice &device, QSizeF area)
 {
-    m_porMm = dispositivo.logicalDpiX() / 25.4;
-    const double pie = m_pie.isEmpty() ? 0 : AltoDelPieMm;
-    m_pagina = QSizeF(area.width(), area.height() - pie) * m_porMm;
+    m_byMm = device.logicalDpiX() / 25.4;
+    const double pie = m_foot.isEmpty() ? 0 : AltoDelPieMm;
+    m_page = QSizeF(area.width(), area.height() - pie) * m_byMm;
 
-    m_texto = std::make_unique<QTextDocument>();
+    m_text = std::make_unique<QTextDocument>();
     // Sizes in the text are those of a sheet, not of a screen.
-    m_texto->documentLayout()->setPaintDevice(&dispositivo);
-    m_texto->setDefaultFont(LetraDeDocumento(PuntosDelTexto));
-    m_texto->setDocumentMargin(0);
+    m_text->documentLayout()->setPaintDevice(&device);
+    m_text->setDefaultFont(documentFont(TextPoints));
+    m_text->setDocumentMargin(0);
     QString html = m_html;
-    if (!m_cabecera.isNull()) {
-        m_texto->addResource(QTextDocument::ImageResource, QUrl(u"cabecera"_s), m_cabecera);
-        const QSizeF hueco = QSizeF(area.width(), area.height() / 3) / 25.4 * DpiDePantalla();
-        const QSizeF t = QSizeF(m_cabecera.size()).scaled(hueco, Qt::KeepAspectRatio);
+    if (!m_header.isNull()) {
+        m_text->addResource(QTextDocument::ImageResource, QUrl(u"cabecera"_s), m_header);
+        const QSizeF gap = QSizeF(area.width(), area.height() / 3) / 25.4 * screenDpi();
+        const QSizeF t = QSizeF(m_header.size()).scaled(gap, Qt::KeepAspectRatio);
         html.prepend(
             u"<p><img src=\"cabecera\" width=\"%1\" height=\"%2\"></p>"_s.arg(t.width()).arg(
                 t.height()));
     }
-    m_texto->setLayoutEnabled(false);
-    m_texto->setHtml(html);
-    m_texto->setLayoutEnabled(true);
-    Paginar(*m_texto, m_pagina, dispositivo.logicalDpiY() / DpiDePantalla());
-    m_paginas = m_texto->pageCount();
-    return m_paginas;
+    m_text->setLayoutEnabled(false);
+    m_text->setHtml(html);
+    m_text->setLayoutEnabled(true);
+    paginate(*m_text, m_page, device.logicalDpiY() / screenDpi());
+    m_pages = m_text->pageCount();
+    return m_pages;
 }
 
-void DocumentoHtml::Dibujar(QPainter &pintor, int pagina)
+void DocumentHtml::draw(QPainter &painter, int page)
 {
-    pintor.save();
-    pintor.translate(0, -pagina * m_pagina.height());
-    QAbstractTextDocumentLayout::PaintContext contexto;
-    contexto.clip = QRectF(0, pagina * m_pagina.height(), m_pagina.width(), m_pagina.height());
-    pintor.setClipRect(contexto.clip);
-    contexto.palette.setColor(QPalette::Text, Qt::black);
-    m_texto->documentLayout()->draw(&pintor, contexto);
-    pintor.restore();
-    if (m_pie.isEmpty())
+    painter.save();
+    painter.translate(0, -page * m_page.height());
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = QRectF(0, page * m_page.height(), m_page.width(), m_page.height());
+    painter.setClipRect(context.clip);
+    context.palette.setColor(QPalette::Text, Qt::black);
+    m_text->documentLayout()->draw(&painter, context);
+    painter.restore();
+    if (m_foot.isEmpty())
         return;
-    Hoja hoja(pintor);
-    const QSizeF mm = m_pagina / m_porMm;
-    const QRectF caja(0, mm.height() + 2, mm.width(), AltoDelPieMm - 2);
-    pintor.setPen(QColor(0x55, 0x55, 0x55));
-    hoja.Linea(caja, m_titulo, PuntosDelPie, Qt::AlignLeft | Qt::AlignBottom);
-    hoja.Linea(caja, m_pie.arg(pagina + 1).arg(m_paginas), PuntosDelPie,
+    Sheet sheet(painter);
+    const QSizeF mm = m_page / m_byMm;
+    const QRectF box(0, mm.height() + 2, mm.width(), AltoDelPieMm - 2);
+    painter.setPen(QColor(0x55, 0x55, 0x55));
+    sheet.Line(box, m_title, FootPoints, Qt::AlignLeft | Qt::AlignBottom);
+    sheet.Line(box, m_foot.arg(page + 1).arg(m_pages), FootPoints,
                Qt::AlignRight | Qt::AlignBottom);
 }

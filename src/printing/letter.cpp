@@ -2,23 +2,25 @@
 
 #include "store/data_folder.h"
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
-QString TituloDeCarta(const QString &motivo, const QString &destinatario)
+QString printing::letterTitle(const QString &reason, const QString &addressee)
 {
-    return motivo.trimmed() + u" - "_s + destinatario.trimmed();
+    return reason.trimmed() + u" - "_s + addressee.trimmed();
 }
 
-std::unique_ptr<DocumentoHtml> ComponerCarta(Sesion &s, const QString &titulo, const QString &texto)
+std::unique_ptr<DocumentHtml> printing::composeLetter(Sesion &s, const QString &title,
+                                                      const QString &text)
 {
-    QString html = texto.toHtmlEscaped();
+    QString html = text.toHtmlEscaped();
     html.replace(u"\r\n"_s, u"\n"_s).replace(u'\n', u"<br>"_s);
-    auto carta = std::make_unique<DocumentoHtml>(
-        titulo,
+    auto letter = std::make_unique<DocumentHtml>(
+        title,
         u"<div style=\"font-size:11pt; line-height:140%; white-space:pre-wrap\">"_s + html
             + u"</div>"_s,
         QString());
     if (s.configuracion["encabezado"].toBool())
-        carta->PonerCabecera(QImage(RutaBajo(s.carpetaDeDatos, u"encabezado.bmp"_s)));
-    return carta;
+        letter->setHeader(QImage(store::pathUnder(s.dataFolder, u"encabezado.bmp"_s)));
+    return letter;
 }

@@ -4,9 +4,13 @@
 #include "printing/html_document.h"
 #include "store/session.h"
 
-/// What a letter is called in print queues and as a file.
-QString TituloDeCarta(const QString &motivo, const QString &destinatario);
+namespace printing
+{
 
-/// @param texto plain text; its line breaks are kept
-std::unique_ptr<DocumentoHtml> ComponerCarta(Sesion &s, const QString &titulo,
-                                             const QString &texto);
+/// What a letter is called in print queues and as a file.
+QString letterTitle(const QString &reason, const QString &addressee);
+
+/// @param text plain text; its line breaks are kept
+std::unique_ptr<DocumentHtml> composeLetter(Sesion &s, const QString &title, const QString &text);
+
+} // namespace printing

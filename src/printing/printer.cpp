@@ -1,117 +1,106 @@
 #include "printing/printer.h"
 
 #include "printing/frmvistaprevia.h"
+#include "texts/printing.h"
+#include "texts/texts.h"
+#include "texts/ui.h"
 
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QRegularExpression>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
 namespace
 {
-enum Texto {
-    NadaQueMostrar = 5060,
-    GuardarComoPdf = 9853,
-    Impresora = 9855,
-    SinImpresoraGuardar = 9860,
-    FiltroPdf = 9863,
-    NoImprime = 9864,
-    NoSeGuarda = 9865
-};
 } // namespace
 
-QString Impresoras::Primera() const
-{
-    return nombres.contains(habitual) ? habitual : nombres.value(0);
-}
+QString Printers::firstOne() const { return names.contains(usual) ? usual : names.value(0); }
 
-Impresoras ImpresorasDelSistema()
+Printers printing::systemPrinters()
 {
     return {QPrinterInfo::availablePrinterNames(), QPrinterInfo::defaultPrinterName()};
 }
 
-std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento &documento)
+std::unique_ptr<QPrinter> printing::createPrinter(const QString &name, const Documento &document)
 {
-    auto impresora = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    if (!nombre.isEmpty())
-        impresora->setPrinterName(nombre);
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (!name.isEmpty())
+        printer->setPrinterName(name);
     else
-        impresora->setResolution(600);
-    impresora->setPageLayout(QPageLayout(TamanoHabitual(), documento.Orientacion(), MargenesMm,
-                                         QPageLayout::Millimeter));
-    impresora->setDocName(documento.Titulo());
-    return impresora;
+        printer->setResolution(600);
+    printer->setPageLayout(
+        QPageLayout(usualSize(), document.orientationOf(), MarginsMm, QPageLayout::Millimeter));
+    printer->setDocName(document.titleOf());
+    return printer;
 }
 
-void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora, const QString &nombre)
+void printing::printDocument(Sesion &s, Documento &document, QPrinter &printer, const QString &name)
 {
-    const auto paginas = DibujarEn(impresora, documento);
-    if (!paginas || impresora.printerState() == QPrinter::Error)
-        throw ErrorDeAlmacen(ErrorNum::Impresora, s(NoImprime) + u' ' + nombre);
-    if (paginas == 0)
-        s.dialogos.Mensaje(s(NadaQueMostrar));
+    const auto pages = drawIn(printer, document);
+    if (!pages || printer.printerState() == QPrinter::Error)
+        throw store::StoreError(store::ErrorNumber::Printer, s(text::PrinterRefuses) + u' ' + name);
+    if (pages == 0)
+        s.dialogos.Mensaje(s(text::NoData));
 }
 
-bool GuardarPdfPreguntando(Sesion &s, Documento &documento, const QPageSize &tamano)
+bool printing::savePdfAsking(Sesion &s, Documento &document, const QPageSize &size)
 {
-    static const QRegularExpression noCabe(uR"([/\\:*?"<>|\x00-\x1f])"_s);
-    QString nombre = documento.Titulo();
-    nombre.replace(noCabe, u"-"_s);
-    auto archivo =
-        s.dialogos.GuardarArchivo(spoken(s(GuardarComoPdf)), nombre + u".pdf"_s, s(FiltroPdf));
-    if (!archivo)
+    static const QRegularExpression notFits(uR"([/\\:*?"<>|\x00-\x1f])"_s);
+    QString name = document.titleOf();
+    name.replace(notFits, u"-"_s);
+    auto file =
+        s.dialogos.saveFile(ui::spoken(s(text::SaveAsPdf)), name + u".pdf"_s, s(text::PdfFilter));
+    if (!file)
         return false;
-    if (!archivo->endsWith(u".pdf"_s, Qt::CaseInsensitive))
-        *archivo += u".pdf"_s;
+    if (!file->endsWith(u".pdf"_s, Qt::CaseInsensitive))
+        *file += u".pdf"_s;
     try {
-        if (GuardarPdf(documento, *archivo, tamano) > 0)
+        if (savePdf(document, *file, size) > 0)
             return true;
-        s.dialogos.Mensaje(s(NadaQueMostrar));
-    } catch (const ErrorDeAlmacen &e) {
-        s.dialogos.Mensaje(s(NoSeGuarda) + u'\n' + e.descripcion);
+        s.dialogos.Mensaje(s(text::NoData));
+    } catch (const store::StoreError &e) {
+        s.dialogos.Mensaje(s(text::FileNotSaved) + u'\n' + e.description);
     }
     return false;
 }
 
-ImpresionDeEscritorio::ImpresionDeEscritorio(std::function<Impresoras()> listar)
-    : m_listar(std::move(listar))
-{
-}
+DeskPrinting::DeskPrinting(std::function<Printers()> list) : m_list(std::move(list)) {}
 
 // @return "" when the user backs out
-QString ImpresionDeEscritorio::Elegir(Sesion &s, const Impresoras &impresoras)
+QString DeskPrinting::choose(Sesion &s, const Printers &printers)
 {
-    const QStringList &nombres = impresoras.nombres;
-    if (nombres.size() == 1 || nombres.contains(impresoras.habitual))
-        return impresoras.Primera();
-    if (nombres.contains(m_elegida))
-        return m_elegida;
-    QList<Opcion> opciones;
-    for (int i = 0; i < nombres.size(); ++i)
-        opciones << Opcion{nombres[i], i};
-    const QString titulo = spoken(s(Impresora));
-    const auto elegidas = s.dialogos.Seleccionar(titulo, {titulo}, opciones, false);
-    if (!elegidas || elegidas->isEmpty())
+    const QStringList &names = printers.names;
+    if (names.size() == 1 || names.contains(printers.usual))
+        return printers.firstOne();
+    if (names.contains(m_chosen))
+        return m_chosen;
+    QList<store::Option> options;
+    for (int i = 0; i < names.size(); ++i)
+        options << store::Option{names[i], i};
+    const QString title = ui::spoken(s(text::PreviewPrinter));
+    const auto chosen = s.dialogos.Seleccionar(title, {title}, options, false);
+    if (!chosen || chosen->isEmpty())
         return {};
-    return m_elegida = nombres.value(elegidas->first().valor);
+    return m_chosen = names.value(chosen->first().value);
 }
 
-void ImpresionDeEscritorio::Imprimir(Sesion &s, Documento &documento)
+void DeskPrinting::print(Sesion &s, Documento &document)
 {
-    const Impresoras impresoras = m_listar();
-    if (impresoras.nombres.isEmpty()) {
-        if (s.dialogos.Pregunta(s(SinImpresoraGuardar)))
-            GuardarPdfPreguntando(s, documento, TamanoHabitual());
+    const Printers printers = m_list();
+    if (printers.names.isEmpty()) {
+        if (s.dialogos.Pregunta(s(text::NoPrinterSaveQuestion)))
+            savePdfAsking(s, document, usualSize());
         return;
     }
-    const QString nombre = Elegir(s, impresoras);
-    if (!nombre.isEmpty())
-        ImprimirDocumento(s, documento, *CrearImpresora(nombre, documento), nombre);
+    const QString name = choose(s, printers);
+    if (!name.isEmpty())
+        printDocument(s, document, *createPrinter(name, document), name);
 }
 
-void ImpresionDeEscritorio::Mostrar(Sesion &s, Documento &documento)
+void DeskPrinting::show(Sesion &s, Documento &document)
 {
-    frmVistaPrevia vista(s, documento, m_listar());
-    vista.exec();
+    frmVistaPrevia view(s, document, m_list());
+    view.exec();
 }

@@ -9,41 +9,46 @@
 
 class QPrinter;
 
+namespace printing
+{
+
 /// The printers that can be chosen.
-struct Impresoras {
-    QStringList nombres;
-    QString habitual; // the system's usual one; "" where it names none
+struct Printers {
+    QStringList names;
+    QString usual; // the system's usual one; "" where it names none
 
     /// The one to begin with: the usual one, else the first; "" without any.
-    QString Primera() const;
+    QString firstOne() const;
 };
-Impresoras ImpresorasDelSistema();
+Printers systemPrinters();
 
 /// A printer set up for a document: usual sheet, margins, orientation.
-/// @param nombre of the system's printer; "" lays out as a printer of 600 dpi would
-std::unique_ptr<QPrinter> CrearImpresora(const QString &nombre, const Documento &documento);
+/// @param name of the system's printer; "" lays out as a printer of 600 dpi would
+std::unique_ptr<QPrinter> createPrinter(const QString &name, const Documento &document);
 
 /// Draws the document on the printer; one without pages is told instead.
-/// @param nombre what the user knows the printer by
-/// @throws ErrorDeAlmacen 482 when the printer does not take it or is no longer there
-void ImprimirDocumento(Sesion &s, Documento &documento, QPrinter &impresora, const QString &nombre);
+/// @param name what the user knows the printer by
+/// @throws StoreError 482 when the printer does not take it or is no longer there
+void printDocument(Sesion &s, Documento &document, QPrinter &printer, const QString &name);
 
 /// Asks for a file and saves the document as PDF. What fails is told.
 /// @return whether it was saved
-bool GuardarPdfPreguntando(Sesion &s, Documento &documento, const QPageSize &tamano);
+bool savePdfAsking(Sesion &s, Documento &document, const QPageSize &size);
 
 /// The desk of a machine with somebody before it: straight to the usual printer. Where the system
 /// names none the user chooses one, once for the run; where there is no printer he is told so and
 /// may save a PDF.
-class ImpresionDeEscritorio : public Impresion
+class DeskPrinting : public store::Printing
 {
 public:
-    explicit ImpresionDeEscritorio(std::function<Impresoras()> listar = ImpresorasDelSistema);
-    void Imprimir(Sesion &s, Documento &documento) override;
-    void Mostrar(Sesion &s, Documento &documento) override;
+    explicit DeskPrinting(std::function<Printers()> list = systemPrinters);
+    void print(Sesion &s, Documento &document) override;
+    void show(Sesion &s, Documento &document) override;
 
 private:
-    QString Elegir(Sesion &s, const Impresoras &impresoras);
-    std::function<Impresoras()> m_listar;
-    QString m_elegida;
+    QString choose(Sesion &s, const Printers &printers);
+    std::function<Printers()> m_list;
+    QString m_chosen;
 };
+
+} // namespace printing

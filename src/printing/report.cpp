@@ -2,209 +2,211 @@
 
 #include "store/data_folder.h"
 #include "store/opening.h"
+#include "texts/printing.h"
+#include "texts/texts.h"
 
 #include <QFile>
 #include <kainjow/mustache.hpp>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
-using Dato = kainjow::mustache::data;
+using Datum = kainjow::mustache::data;
 
 namespace
 {
 
-enum Texto { CodigoDeIdiomaEnArchivos = 2, PaginaDeTotal = 9850 };
-
 // As the sheet shows it; storage knows nothing of locales.
-QString EnHoja(const Valor &v, Tipo tipo)
+QString inSheet(const store::Value &v, store::ColumnType type)
 {
     const QLocale local;
-    if (v.EsNulo())
+    if (v.isNull())
         return {};
-    switch (tipo) {
-    case Tipo::Currency:
-        return local.toString(v.toMoneda().ADoble(), 'f', 2);
-    case Tipo::Single:
-    case Tipo::Double:
+    switch (type) {
+    case store::ColumnType::Currency:
+        return local.toString(v.toMoneda().toDouble(), 'f', 2);
+    case store::ColumnType::Single:
+    case store::ColumnType::Double:
         return local.toString(v.toDouble(), 'g', QLocale::FloatingPointShortest);
-    case Tipo::Date:
+    case store::ColumnType::Date:
         return local.toString(v.toDate(), QLocale::ShortFormat);
-    case Tipo::Time:
+    case store::ColumnType::Time:
         return local.toString(v.toTime(), QLocale::ShortFormat);
     default:
         return v.toText();
     }
 }
 
-std::string Utf8(const QString &t) { return t.toStdString(); }
+std::string utf8(const QString &t) { return t.toStdString(); }
 
 // What stands in the head of a definition.
-struct CabezaDeInforme {
-    QString titulo;
-    QString consulta; // over the scratch database
-    QString grupo;    // column that parts the rows; "" for none
-    QStringList sumas;
-    bool apaisado = false;
+struct ReportHead {
+    QString title;
+    QString query; // over the scratch database
+    QString group; // column that parts the rows; "" for none
+    QStringList sums;
+    bool landscape = false;
 };
 
-struct Grupo {
-    QString nombre;
-    kainjow::mustache::list filas;
-    std::vector<Moneda> sumas;
+struct Group {
+    QString name;
+    kainjow::mustache::list rows;
+    std::vector<Moneda> sums;
 };
 
-void PonerSumas(Dato &destino, const QStringList &columnas, const std::vector<Moneda> &sumas)
+void setSums(Datum &target, const QStringList &columns, const std::vector<Moneda> &sums)
 {
-    for (qsizetype i = 0; i < columnas.size(); ++i)
-        destino.set(Utf8(u"suma_"_s + columnas[i]),
-                    Utf8(QLocale().toString(sumas[size_t(i)].ADoble(), 'f', 2)));
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        target.set(utf8(u"suma_"_s + columns[i]),
+                   utf8(QLocale().toString(sums[size_t(i)].toDouble(), 'f', 2)));
 }
 
 // The rows as the template sees them: `filas`, or `grupos` with `filas` in each.
-Dato LlenarDatos(Recordset &r, const CabezaDeInforme &cabeza)
+Datum fillData(Recordset &r, const ReportHead &head)
 {
-    std::vector<Grupo> grupos;
-    const size_t n = size_t(cabeza.sumas.size());
-    std::vector<Moneda> totales(n);
-    int filas = 0;
-    for (; !r.EOF_(); r.MoveNext(), ++filas) {
-        const QString nombre =
-            cabeza.grupo.isEmpty() ? QString() : r[cabeza.grupo.toStdString()].toText();
-        if (grupos.empty() || grupos.back().nombre != nombre)
-            grupos.push_back({nombre, {}, std::vector<Moneda>(n)});
-        Dato fila;
-        for (int c = 0; c < r.Columnas(); ++c)
-            fila.set(Utf8(r.Nombre(c).toLower()), Utf8(EnHoja(r[c], r.TipoDe(c))));
-        grupos.back().filas.push_back(fila);
+    std::vector<Group> groups;
+    const size_t n = size_t(head.sums.size());
+    std::vector<Moneda> totals(n);
+    int rows = 0;
+    for (; !r.EOF_(); r.MoveNext(), ++rows) {
+        const QString name =
+            head.group.isEmpty() ? QString() : r[head.group.toStdString()].toText();
+        if (groups.empty() || groups.back().name != name)
+            groups.push_back({name, {}, std::vector<Moneda>(n)});
+        Datum row;
+        for (int c = 0; c < r.allColumns(); ++c)
+            row.set(utf8(r.nameOf(c).toLower()), utf8(inSheet(r[c], r.typeOf(c))));
+        groups.back().rows.push_back(row);
         for (size_t i = 0; i < n; ++i) {
-            const Moneda m = r[cabeza.sumas[qsizetype(i)].toStdString()].toMoneda();
-            grupos.back().sumas[i] = grupos.back().sumas[i] + m;
-            totales[i] = totales[i] + m;
+            const Moneda m = r[head.sums[qsizetype(i)].toStdString()].toMoneda();
+            groups.back().sums[i] = groups.back().sums[i] + m;
+            totals[i] = totals[i] + m;
         }
     }
-    Dato datos;
-    kainjow::mustache::list todas, lista;
-    for (const Grupo &g : grupos) {
-        for (const Dato &f : g.filas)
-            todas.push_back(f);
-        Dato grupo;
-        grupo.set("nombre", Utf8(g.nombre));
-        grupo.set("cantidad", std::to_string(g.filas.size()));
-        grupo.set("filas", Dato(g.filas));
-        PonerSumas(grupo, cabeza.sumas, g.sumas);
-        lista.push_back(grupo);
+    Datum data;
+    kainjow::mustache::list all, list;
+    for (const Group &g : groups) {
+        for (const Datum &f : g.rows)
+            all.push_back(f);
+        Datum group;
+        group.set("nombre", utf8(g.name));
+        group.set("cantidad", std::to_string(g.rows.size()));
+        group.set("filas", Datum(g.rows));
+        setSums(group, head.sums, g.sums);
+        list.push_back(group);
     }
-    datos.set("filas", Dato(todas));
-    datos.set("grupos", Dato(lista));
-    datos.set("cantidad", std::to_string(filas));
-    PonerSumas(datos, cabeza.sumas, totales);
-    return datos;
+    data.set("filas", Datum(all));
+    data.set("grupos", Datum(list));
+    data.set("cantidad", std::to_string(rows));
+    setSums(data, head.sums, totals);
+    return data;
 }
 
-CabezaDeInforme LeerCabeza(const QString &definicion, QString *cuerpo)
+ReportHead readHead(const QString &definition, QString *body)
 {
-    const qsizetype abre = definicion.indexOf(u"<!--"_s);
-    const qsizetype cierra = definicion.indexOf(u"-->"_s);
-    if (abre != 0 || cierra < 0)
-        throw ErrorDeAlmacen(ErrorNum::Sintaxis, u"<!-- ... -->"_s);
-    CabezaDeInforme cabeza;
-    QString *ultima = nullptr;
-    const auto lineas = definicion.mid(4, cierra - 4).split(u'\n');
-    for (const QString &linea : lineas) {
-        const QString t = linea.trimmed();
+    const qsizetype opens = definition.indexOf(u"<!--"_s);
+    const qsizetype closes = definition.indexOf(u"-->"_s);
+    if (opens != 0 || closes < 0)
+        throw store::StoreError(store::ErrorNumber::Syntax, u"<!-- ... -->"_s);
+    ReportHead head;
+    QString *last = nullptr;
+    const auto lines = definition.mid(4, closes - 4).split(u'\n');
+    for (const QString &line : lines) {
+        const QString t = line.trimmed();
         if (t.isEmpty())
             continue;
         // A line that begins with a blank goes on with the one before.
-        if (linea.startsWith(u' ') && ultima) {
-            *ultima += u' ' + t;
+        if (line.startsWith(u' ') && last) {
+            *last += u' ' + t;
             continue;
         }
-        const QString clave = t.section(u':', 0, 0).trimmed().toLower();
-        const QString valor = t.section(u':', 1).trimmed();
-        ultima = nullptr;
-        if (clave == u"titulo")
-            cabeza.titulo = valor;
-        else if (clave == u"consulta")
-            *(ultima = &cabeza.consulta) = valor;
-        else if (clave == u"grupo")
-            cabeza.grupo = valor;
-        else if (clave == u"sumas")
-            cabeza.sumas = valor.split(u',', Qt::SkipEmptyParts);
-        else if (clave == u"hoja")
-            cabeza.apaisado = valor.contains(u"apaisada");
+        const QString key = t.section(u':', 0, 0).trimmed().toLower();
+        const QString value = t.section(u':', 1).trimmed();
+        last = nullptr;
+        if (key == u"titulo")
+            head.title = value;
+        else if (key == u"consulta")
+            *(last = &head.query) = value;
+        else if (key == u"grupo")
+            head.group = value;
+        else if (key == u"sumas")
+            head.sums = value.split(u',', Qt::SkipEmptyParts);
+        else if (key == u"hoja")
+            head.landscape = value.contains(u"apaisada");
         else
-            throw ErrorDeAlmacen(ErrorNum::Sintaxis, t);
+            throw store::StoreError(store::ErrorNumber::Syntax, t);
     }
-    for (QString &suma : cabeza.sumas)
-        suma = suma.trimmed();
-    *cuerpo = definicion.mid(cierra + 3);
-    return cabeza;
+    for (QString &sum : head.sums)
+        sum = sum.trimmed();
+    *body = definition.mid(closes + 3);
+    return head;
 }
 
-QString ArchivoDeInforme(const Sesion &s, const QString &nombre)
+QString reportFile(const Sesion &s, const QString &name)
 {
-    return nombre + s(CodigoDeIdiomaEnArchivos) + u".html"_s;
+    return name + s(text::LanguageCodeInFiles) + u".html"_s;
 }
 
-QString LeerDefinicion(const Sesion &s, const QString &archivo)
+QString readDefinition(const Sesion &s, const QString &file)
 {
     for (const QString &ruta :
-         {RutaBajo(s.carpetaDeDatos, u"reportes/"_s + archivo), u":/reportes/"_s + archivo}) {
+         {store::pathUnder(s.dataFolder, u"reportes/"_s + file), u":/reportes/"_s + file}) {
         QFile f(ruta);
         if (f.open(QIODevice::ReadOnly))
             return QString::fromUtf8(f.readAll()).remove(QChar::ByteOrderMark);
     }
-    throw ErrorDeAlmacen(ErrorNum::ArchivoNoEncontrado, {});
+    throw store::StoreError(store::ErrorNumber::FileNotFound, {});
 }
 
-Dato LeerFilas(Sesion &s, const CabezaDeInforme &cabeza)
+Datum readRows(Sesion &s, const ReportHead &head)
 {
-    AbrirAuxiliar(s, u"rep97"_s);
+    store::openScratch(s, u"rep97"_s);
     try {
-        Dato datos;
+        Datum data;
         {
-            Recordset r = s.auxiliar->OpenSnapshot(cabeza.consulta.toStdString());
-            datos = LlenarDatos(r, cabeza);
+            Recordset r = s.scratch->OpenSnapshot(head.query.toStdString());
+            data = fillData(r, head);
         }
-        CerrarAuxiliar(s);
-        return datos;
+        store::closeScratch(s);
+        return data;
     } catch (...) {
-        CerrarAuxiliar(s);
+        store::closeScratch(s);
         throw;
     }
 }
 
-std::unique_ptr<DocumentoHtml> Correr(Sesion &s, const QString &archivo)
+std::unique_ptr<DocumentHtml> run(Sesion &s, const QString &file)
 {
-    QString cuerpo;
-    const CabezaDeInforme cabeza = LeerCabeza(LeerDefinicion(s, archivo), &cuerpo);
-    Dato datos = LeerFilas(s, cabeza);
+    QString body;
+    const ReportHead head = readHead(readDefinition(s, file), &body);
+    Datum data = readRows(s, head);
 
-    Dato clinica;
-    clinica.set("nom", Utf8(s.clinica.nom));
-    clinica.set("pro", Utf8(s.clinica.pro));
-    clinica.set("dir", Utf8(s.clinica.dir));
-    clinica.set("tel", Utf8(s.clinica.tel));
-    datos.set("clinica", clinica);
-    datos.set("hoy", Utf8(QLocale().toString(s.reloj.hoy, QLocale::LongFormat)));
-    datos.set("titulo", Utf8(cabeza.titulo));
+    Datum clinic;
+    clinic.set("nom", utf8(s.clinic.nom));
+    clinic.set("pro", utf8(s.clinic.pro));
+    clinic.set("dir", utf8(s.clinic.dir));
+    clinic.set("tel", utf8(s.clinic.tel));
+    data.set("clinica", clinic);
+    data.set("hoy", utf8(QLocale().toString(s.reloj.hoy, QLocale::LongFormat)));
+    data.set("titulo", utf8(head.title));
 
-    kainjow::mustache::mustache plantilla(cuerpo.toStdString());
-    if (!plantilla.is_valid())
-        throw ErrorDeAlmacen(ErrorNum::Sintaxis, QString::fromStdString(plantilla.error_message()));
-    return std::make_unique<DocumentoHtml>(
-        cabeza.titulo, QString::fromStdString(plantilla.render(datos)), s(PaginaDeTotal),
-        cabeza.apaisado ? QPageLayout::Landscape : QPageLayout::Portrait);
+    kainjow::mustache::mustache templateText(body.toStdString());
+    if (!templateText.is_valid())
+        throw store::StoreError(store::ErrorNumber::Syntax,
+                                QString::fromStdString(templateText.error_message()));
+    return std::make_unique<DocumentHtml>(
+        head.title, QString::fromStdString(templateText.render(data)), s(text::PageOfTotal),
+        head.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
 }
 
 } // namespace
 
-std::unique_ptr<DocumentoHtml> CorrerInforme(Sesion &s, const QString &nombre)
+std::unique_ptr<DocumentHtml> printing::runReport(Sesion &s, const QString &name)
 {
-    const QString archivo = ArchivoDeInforme(s, nombre);
+    const QString file = reportFile(s, name);
     try {
-        return Correr(s, archivo);
-    } catch (const ErrorDeAlmacen &e) {
+        return run(s, file);
+    } catch (const store::StoreError &e) {
         // A clinic may have changed the file: which one it is comes first.
-        throw ErrorDeAlmacen(e.numero, (archivo + u"\n"_s + e.descripcion).trimmed(), e.sentencia);
+        throw store::StoreError(e.number, (file + u"\n"_s + e.description).trimmed(), e.statement);
     }
 }

@@ -4,8 +4,13 @@
 #include "printing/html_document.h"
 #include "store/session.h"
 
+namespace printing
+{
+
 /// Fills the definition `nombre` + language code with the rows of the scratch database as it
 /// stands: the clinic's own in the folder reportes of its data, or the one that the program brings.
 /// The scratch database must be closed before; it is opened and closed here.
-/// @throws ErrorDeAlmacen 53 when there is no definition, 3075 with the line that cannot be read
-std::unique_ptr<DocumentoHtml> CorrerInforme(Sesion &s, const QString &nombre);
+/// @throws StoreError 53 when there is no definition, 3075 with the line that cannot be read
+std::unique_ptr<DocumentHtml> runReport(Sesion &s, const QString &name);
+
+} // namespace printing

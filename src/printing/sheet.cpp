@@ -6,54 +6,56 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
-QFont LetraDeDocumento(double puntos)
+QFont printing::documentFont(double points)
 {
-    QFont letra(u"Inter"_s);
-    letra.setPointSizeF(puntos);
-    letra.setStyleStrategy(QFont::PreferNoShaping);
-    return letra;
+    QFont font(u"Inter"_s);
+    font.setPointSizeF(points);
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    return font;
 }
 
-Hoja::Hoja(QPainter &pintor) : m_pintor(pintor), m_porMm(pintor.device()->logicalDpiX() / 25.4) {}
-
-QRectF Hoja::EnPuntos(const QRectF &caja) const
+Sheet::Sheet(QPainter &painter) : m_painter(painter), m_byMm(painter.device()->logicalDpiX() / 25.4)
 {
-    return {caja.topLeft() * m_porMm, caja.size() * m_porMm};
 }
 
-void Hoja::Linea(const QRectF &caja, const QString &texto, double puntos, int alineacion,
-                 bool negrita)
+QRectF Sheet::inPoints(const QRectF &box) const
 {
-    QFont letra = LetraDeDocumento(puntos);
-    letra.setBold(negrita);
-    const QFontMetricsF medida(letra, m_pintor.device());
-    const QRectF donde = EnPuntos(caja);
-    m_pintor.setFont(letra);
-    m_pintor.drawText(donde, alineacion | Qt::TextSingleLine,
-                      medida.elidedText(texto, Qt::ElideRight, donde.width()));
+    return {box.topLeft() * m_byMm, box.size() * m_byMm};
 }
 
-void Hoja::Marco(const QRectF &caja, double grosor)
+void Sheet::Line(const QRectF &box, const QString &text, double points, int alignment, bool bold)
 {
-    m_pintor.setPen(QPen(Qt::black, grosor * m_porMm));
-    m_pintor.setBrush(Qt::NoBrush);
-    m_pintor.drawRect(EnPuntos(caja));
+    QFont font = documentFont(points);
+    font.setBold(bold);
+    const QFontMetricsF measure(font, m_painter.device());
+    const QRectF where = inPoints(box);
+    m_painter.setFont(font);
+    m_painter.drawText(where, alignment | Qt::TextSingleLine,
+                       measure.elidedText(text, Qt::ElideRight, where.width()));
 }
 
-void Hoja::Relleno(const QRectF &caja, const QColor &color)
+void Sheet::frame(const QRectF &box, double thickness)
 {
-    m_pintor.fillRect(EnPuntos(caja), color);
+    m_painter.setPen(QPen(Qt::black, thickness * m_byMm));
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.drawRect(inPoints(box));
 }
 
-void Hoja::Dibujo(const QRectF &caja, const QString &nombre)
+void Sheet::padding(const QRectF &box, const QColor &color)
 {
-    QSvgRenderer dibujo(u":/pictures/"_s + nombre + u".svg"_s);
+    m_painter.fillRect(inPoints(box), color);
+}
+
+void Sheet::pictureOf(const QRectF &box, const QString &name)
+{
+    QSvgRenderer dibujo(u":/pictures/"_s + name + u".svg"_s);
     if (!dibujo.isValid())
         return;
-    const QRectF donde = EnPuntos(caja);
-    QRectF dentro({}, dibujo.viewBoxF().size().scaled(donde.size(), Qt::KeepAspectRatio));
-    dentro.moveCenter(donde.center());
-    dibujo.render(&m_pintor, dentro);
+    const QRectF where = inPoints(box);
+    QRectF inside({}, dibujo.viewBoxF().size().scaled(where.size(), Qt::KeepAspectRatio));
+    inside.moveCenter(where.center());
+    dibujo.render(&m_painter, inside);
 }

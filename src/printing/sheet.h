@@ -8,28 +8,33 @@
 class QPainter;
 class QColor;
 
+namespace printing
+{
+
 /// A painter with a ruler: everything in millimetres from the upper left corner of what can be
 /// printed on, letters in points, whatever the resolution of the device.
-class Hoja
+class Sheet
 {
 public:
-    explicit Hoja(QPainter &pintor);
+    explicit Sheet(QPainter &painter);
 
     /// One line, shortened with dots where it is wider than the box.
-    /// @param alineacion Qt::Alignment flags
-    void Linea(const QRectF &caja, const QString &texto, double puntos, int alineacion,
-               bool negrita = false);
-    void Marco(const QRectF &caja, double grosor = 0.2);
-    void Relleno(const QRectF &caja, const QColor &color);
+    /// @param alignment Qt::Alignment flags
+    void Line(const QRectF &box, const QString &text, double points, int alignment,
+              bool bold = false);
+    void frame(const QRectF &box, double thickness = 0.2);
+    void padding(const QRectF &box, const QColor &color);
     /// One of the program's drawings, sharp at any size.
-    void Dibujo(const QRectF &caja, const QString &nombre);
+    void pictureOf(const QRectF &box, const QString &name);
 
 private:
-    QRectF EnPuntos(const QRectF &caja) const;
-    QPainter &m_pintor;
-    double m_porMm; // device pixels
+    QRectF inPoints(const QRectF &box) const;
+    QPainter &m_painter;
+    double m_byMm; // device pixels
 };
 
 /// The typeface of all documents. Without the variants of signs by their neighbours, which are
 /// drawings without a code: what is searched for in a PDF must be there.
-QFont LetraDeDocumento(double puntos);
+QFont documentFont(double points);
+
+} // namespace printing

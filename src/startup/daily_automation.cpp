@@ -9,226 +9,227 @@
 #include "store/data_folder.h"
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "texts/texts.h"
 
 #include <QFile>
 #include <QSaveFile>
 #include <QSet>
 
+using namespace startup;
+
 namespace
 {
 
 // How long a terminal waits for another one that is running the day, in seconds.
-constexpr int EsperaDelDia = 600;
+constexpr int DayWait = 600;
 
 // --- The short passes ---
 
-void Preparar(Corrida &c)
+void prepare(DayRun &c)
 {
-    c.Intentar([&] {
-        if (c.s.auxiliar)
-            c.s.auxiliar->Execute("delete * from auxrevacunacion");
+    c.attempt([&] {
+        if (c.s.scratch)
+            c.s.scratch->Execute("delete * from auxrevacunacion");
     });
-    c.Intentar([&] { c.s.morvane->Execute("delete * from pizarra"); });
+    c.attempt([&] { c.s.morvane->Execute("delete * from pizarra"); });
 }
 
-void Limpieza(Corrida &c)
+void Cleaning(DayRun &c)
 {
-    c.Intentar(
+    c.attempt(
         [&] { c.s.clientes->Execute("delete * from FichasVisitadas where fec < date() - 30"); });
 }
 
-void Saludos(Corrida &c)
+void greetings(DayRun &c)
 {
     const int dia = c.hoy.day(), mes = c.hoy.month();
-    c.Intentar([&] {
+    c.attempt([&] {
         if ((dia == 1 && mes == 1) || (dia == 31 && mes == 12))
-            AgregarPizarra(c.s, c.s(3450), 106, 0, 0);
+            AgregarPizarra(c.s, c.s(text::HappyNewYear), 106, 0, 0);
         if (dia == 6 && mes == 8)
-            AgregarPizarra(c.s, c.s(3451), 106, 0, 0);
+            AgregarPizarra(c.s, c.s(text::HappyVeterinarianDay), 106, 0, 0);
     });
 }
 
-void Existencias(Corrida &c)
+void stock(DayRun &c)
 {
     Sesion &s = c.s;
-    c.Intentar([&] {
-        if (!s.finanzas->Leer("SELECT TOP 1 Ida FROM Articulos WHERE Can < Min").EsNulo())
-            AgregarPizarra(s, s(3452), 113, 17, 0);
+    c.attempt([&] {
+        if (!s.finanzas->read("SELECT TOP 1 Ida FROM Articulos WHERE Can < Min").isNull())
+            AgregarPizarra(s, s(text::ProductsBelowMinimum), 113, 17, 0);
     });
-    c.Intentar([&] {
+    c.attempt([&] {
         if (!s.finanzas
-                 ->Leer("SELECT TOP 1 ArtVenc.Ven FROM Articulos LEFT JOIN ArtVenc ON "
+                 ->read("SELECT TOP 1 ArtVenc.Ven FROM Articulos LEFT JOIN ArtVenc ON "
                         "Articulos.IDA = ArtVenc.IDA WHERE ArtVenc.Ven <= ?",
                         c.hoy.addDays(30))
-                 .EsNulo())
-            AgregarPizarra(s, s(3515), 113, 31, 0);
+                 .isNull())
+            AgregarPizarra(s, s(text::ProductsAboutToExpire), 113, 31, 0);
     });
 }
 
-void Novedades(Corrida &c)
+void newsOf(DayRun &c)
 {
     Sesion &s = c.s;
-    if (!c.Ajuste("RecibirNotificaciones").toBool())
+    if (!c.setting("RecibirNotificaciones").toBool())
         return;
-    const auto novedad = LeerNovedad(
-        s, RutaBajo(CarpetaLocalDeDatos(), QStringLiteral("notificacionesKelvara.txt")));
-    if (!novedad || novedad->hasta < c.hoy)
+    const auto newsItem = readNewsItem(
+        s, store::pathUnder(CarpetaLocalDeDatos(), QStringLiteral("notificacionesKelvara.txt")));
+    if (!newsItem || newsItem->until < c.hoy)
         return;
     try {
-        AgregarPizarra(s, novedad->texto, 106, 0, 0);
-    } catch (const ErrorDeAlmacen &e) {
+        AgregarPizarra(s, newsItem->text, 106, 0, 0);
+    } catch (const store::StoreError &e) {
         // News are worth no message; a disk that fails is.
-        if (e.EsDelMedio())
+        if (e.isMediumFailure())
             throw;
     }
 }
 
 // --- The run ---
 
-constexpr void (*LosPases[])(Corrida &) = {
-    Preparar,
-    pases::Alimentos,
-    pases::DosisPerdidas,
-    pases::DosisDelDia,
-    pases::RecordatoriosDeDosis,
-    pases::Cumpleanos,
-    pases::Deudores,
-    pases::Internados,
-    pases::Hospedaje,
-    pases::Alarmas,
-    pases::MarcasDeTarea,
-    pases::ResumenDelDia,
-    pases::CumplimientoDeTurnos,
-    pases::TareasDeAyer,
-    Limpieza,
-    Saludos,
-    Existencias,
-    pases::ClientesNuevos,
-    Novedades,
+constexpr void (*AllPasses[])(DayRun &) = {
+    prepare,
+    passes::foods,
+    passes::missedDoses,
+    passes::dosesOfTheDay,
+    passes::doseReminders,
+    passes::birthday,
+    passes::debtors,
+    passes::inpatients,
+    passes::Boarding,
+    passes::Alarmas,
+    passes::taskMarks,
+    passes::daySummary,
+    passes::keptAppointments,
+    passes::yesterdayTasks,
+    Cleaning,
+    greetings,
+    stock,
+    passes::newClients,
+    newsOf,
 };
-static_assert(std::size(LosPases) == Pases);
+static_assert(std::size(AllPasses) == PassCount);
 
 // The first start of the day is the one that finds an earlier last start. A folder whose date was
 // lost is run as well: its board would stay empty for ever otherwise.
-bool EsPrimerInicio(Sesion &s)
+bool isFirstStart(Sesion &s)
 {
-    const QDate ultimo = s.configuracion["FechaUltimoInicio"].toDate();
-    return !ultimo.isValid() || ultimo < s.reloj.hoy;
+    const QDate last = s.configuracion["FechaUltimoInicio"].toDate();
+    return !last.isValid() || last < s.reloj.hoy;
 }
 
-void AvanzarFechas(Sesion &s)
+void advanceDates(Sesion &s)
 {
     s.morvane->Execute("update configuracion set FechaInicioAnterior = FechaUltimoInicio");
     s.morvane->Execute("update configuracion set FechaUltimoInicio = ?", s.reloj.hoy);
 }
 
-// All passes as one commit, with what @p alFinal adds. A run that is broken off anywhere leaves
+// All passes as one commit, with what @p atEnd adds. A run that is broken off anywhere leaves
 // nothing behind, so no stock is consumed twice when the day is run again.
-Corrida CorrerPases(Sesion &s, void (*alFinal)(Sesion &))
+DayRun runPasses(Sesion &s, void (*atEnd)(Sesion &))
 {
-    Corrida c{.s = s, .ultimo = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
-    if (!c.ultimo.isValid())
-        c.ultimo = c.hoy.addDays(-1);
-    c.dias = c.ultimo.daysTo(c.hoy);
+    DayRun c{.s = s, .last = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
+    if (!c.last.isValid())
+        c.last = c.hoy.addDays(-1);
+    c.days = c.last.daysTo(c.hoy);
 
     // No database can be opened or closed inside a batch. A scratch file that is of no use, even a
     // damaged one, costs the printed list and not the day.
     try {
-        AbrirAuxiliar(s, QStringLiteral("rep97"));
-    } catch (const ErrorDeAlmacen &e) {
+        store::openScratch(s, QStringLiteral("rep97"));
+    } catch (const store::StoreError &e) {
         c.errores.push_back(e);
     }
     {
         Lote dia(s);
-        for (const auto pase : LosPases) {
-            s.avance.Barra(c.pase++, Pases);
-            c.Intentar([&] { pase(c); });
+        for (const auto pass : AllPasses) {
+            s.progress.tellBar(c.pass++, PassCount);
+            c.attempt([&] { pass(c); });
         }
-        if (alFinal)
-            alFinal(s);
-        dia.Confirmar();
+        if (atEnd)
+            atEnd(s);
+        dia.commit();
     }
-    CerrarAuxiliar(s);
+    store::closeScratch(s);
     // The scratch file is every terminal's: laid out here, the list is this run's.
-    if (c.listarPerdidas) {
+    if (c.listMissed) {
         try {
-            c.perdidas = CorrerInforme(s, QStringLiteral("vac"));
-        } catch (const ErrorDeAlmacen &e) {
+            c.missed = printing::runReport(s, QStringLiteral("vac"));
+        } catch (const store::StoreError &e) {
             c.errores.push_back(e);
         }
     }
-    s.avance.Barra(Pases, Pases);
+    s.progress.tellBar(PassCount, PassCount);
     return c;
 }
 
 // In one batch, for a failure may have struck thousands of rows. A log that cannot be written costs
 // nothing else.
-void AnotarTodos(Sesion &s, const std::vector<const ErrorDeAlmacen *> &errores,
-                 const QString &fuente)
+void logAll(Sesion &s, const std::vector<const store::StoreError *> &errores, const QString &source)
 {
     if (errores.empty())
         return;
     try {
         Lote lote(s);
-        for (const ErrorDeAlmacen *e : errores)
-            AnotarError(s, e->numero, e->descripcion, fuente);
-        lote.Confirmar();
-    } catch (const ErrorDeAlmacen &) {
+        for (const store::StoreError *e : errores)
+            store::logError(s, e->number, e->description, source);
+        lote.commit();
+    } catch (const store::StoreError &) {
         return;
     }
 }
 
 // What the run has to say and to ask, once it is written and no other terminal waits for it.
-void Informar(const Corrida &c)
+void report(const DayRun &c)
 {
     Sesion &s = c.s;
-    const QString fuente = QStringLiteral("Tareas de Inicio. ");
+    const QString source = QStringLiteral("Tareas de Inicio. ");
     // Each failure is logged; one that struck many rows is told once.
-    QSet<QString> dichos;
-    std::vector<const ErrorDeAlmacen *> repetidos;
-    for (const ErrorDeAlmacen &e : c.errores) {
-        if (dichos.contains(e.descripcion)) {
-            repetidos.push_back(&e);
+    QSet<QString> told;
+    std::vector<const store::StoreError *> repeated;
+    for (const store::StoreError &e : c.errores) {
+        if (told.contains(e.description)) {
+            repeated.push_back(&e);
             continue;
         }
-        dichos.insert(e.descripcion);
-        RegistrarError(s, e.numero, e.descripcion, fuente);
+        told.insert(e.description);
+        RegistrarError(s, e.number, e.description, source);
     }
-    AnotarTodos(s, repetidos, fuente);
-    if (c.perdidas)
-        ImprimirODecir(s, *c.perdidas);
-    if (c.ofrecerResumen && s.dialogos.Pregunta(s(3447)))
+    logAll(s, repeated, source);
+    if (c.missed)
+        printing::printOrTell(s, *c.missed);
+    if (c.offerSummary && s.dialogos.Pregunta(s(text::PrintDayQuestion)))
         ImprimirAgendaDia(s, true, c.hoy, {});
 }
 
 // Only the number of the month is compared, on purpose: exactly twelve months later nothing runs.
-bool EsMesNuevo(Sesion &s)
+bool isNewMonth(Sesion &s)
 {
     return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
 }
 
-BloqueoDeCarpeta Bloquear(Sesion &s)
+store::FolderLock lock(Sesion &s)
 {
-    return {s.carpetaDeDatos, QStringLiteral("kelvara.dia"), EsperaDelDia,
-            [&s, dicho = false]() mutable {
-                if (!std::exchange(dicho, true))
-                    s.avance.Etapa(s(9008));
-                s.avance.Barra(0, Pases);
+    return {s.dataFolder, QStringLiteral("kelvara.dia"), DayWait, [&s, told = false]() mutable {
+                if (!std::exchange(told, true))
+                    s.progress.tellStage(s(text::AnotherTerminalRunsTheDay));
+                s.progress.tellBar(0, PassCount);
             }};
 }
 
 // Only behind the lock is it known whether another terminal has done the work meanwhile. A lock
 // that cannot be had is told: the clinic must not believe in a board of yesterday.
 template <typename F>
-bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
+bool underLock(Sesion &s, bool (*pending)(Sesion &), F &&work)
 {
-    const BloqueoDeCarpeta dia = Bloquear(s);
-    if (!dia.Tomado())
-        throw ErrorDeAlmacen(ErrorNum::Bloqueada, s(9004));
+    const store::FolderLock dia = lock(s);
+    if (!dia.isHeld())
+        throw store::StoreError(store::ErrorNumber::Locked, s(text::HeldByAnotherTerminal));
     s.configuracion.Requery();
-    if (!pendiente(s))
+    if (!pending(s))
         return false;
-    trabajo();
+    work();
     return true;
 }
 
@@ -238,99 +239,99 @@ bool BajoElBloqueo(Sesion &s, bool (*pendiente)(Sesion &), F &&trabajo)
 // the outbox follows and goes when all is sent: whatever a program dies of in between, the next
 // start of the day sends the rest. What an earlier day left is not sent, since each run looks at
 // its own day alone.
-QString MarcaDeEnvio(const Sesion &s)
+QString sendingMark(const Sesion &s)
 {
-    return RutaBajo(s.carpetaDeDatos, QStringLiteral("kelvara.envio"));
+    return store::pathUnder(s.dataFolder, QStringLiteral("kelvara.envio"));
 }
 
-QByteArray EsteDia(const Sesion &s) { return s.reloj.hoy.toString(Qt::ISODate).toLatin1(); }
+QByteArray thisDay(const Sesion &s) { return s.reloj.hoy.toString(Qt::ISODate).toLatin1(); }
 
-void Marcar(const Sesion &s)
+void mark(const Sesion &s)
 {
-    QSaveFile marca(MarcaDeEnvio(s));
-    const QByteArray dia = EsteDia(s);
-    if (!marca.open(QIODevice::WriteOnly) || marca.write(dia) != dia.size() || !marca.flush()
-        || !marca.commit())
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, marca.fileName());
+    QSaveFile mark(sendingMark(s));
+    const QByteArray dia = thisDay(s);
+    if (!mark.open(QIODevice::WriteOnly) || mark.write(dia) != dia.size() || !mark.flush()
+        || !mark.commit())
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, mark.fileName());
 }
 
-bool HayEnvio(const Sesion &s)
+bool hasOutboxDue(const Sesion &s)
 {
-    QFile marca(MarcaDeEnvio(s));
-    return marca.open(QIODevice::ReadOnly) && marca.readAll() == EsteDia(s);
+    QFile mark(sendingMark(s));
+    return mark.open(QIODevice::ReadOnly) && mark.readAll() == thisDay(s);
 }
 
 // Another terminal may have begun the next day meanwhile, whose mark this is not to take away.
-void Desmarcar(const Sesion &s)
+void unmark(const Sesion &s)
 {
-    QFile marca(MarcaDeEnvio(s));
-    if (HayEnvio(s) && !marca.remove())
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, marca.fileName());
+    QFile mark(sendingMark(s));
+    if (hasOutboxDue(s) && !mark.remove())
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, mark.fileName());
 }
 
 // @return false when another terminal is sending
-bool Enviar(Sesion &s, const PasosPosteriores &pasos)
+bool send(Sesion &s, const LaterSteps &steps)
 {
-    if (!pasos.enviarMensajes || !HayEnvio(s))
+    if (!steps.sendMessages || !hasOutboxDue(s))
         return true;
     s.configuracion.Requery();
-    if (!pasos.enviarMensajes(s, s.reloj.hoy))
+    if (!steps.sendMessages(s, s.reloj.hoy))
         return false;
-    Desmarcar(s);
+    unmark(s);
     return true;
 }
 
 // --- Day and month ---
 
-bool CorrerElDia(Sesion &s, const PasosPosteriores &pasos)
+bool runDay(Sesion &s, const LaterSteps &steps)
 {
-    std::optional<Corrida> corrida;
-    BajoElBloqueo(s, EsPrimerInicio, [&] {
-        if (pasos.enviarMensajes)
-            Marcar(s);
-        corrida.emplace(CorrerPases(s, AvanzarFechas));
+    std::optional<DayRun> run;
+    underLock(s, isFirstStart, [&] {
+        if (steps.sendMessages)
+            mark(s);
+        run.emplace(runPasses(s, advanceDates));
     });
-    if (corrida)
-        Informar(*corrida);
-    return corrida.has_value();
+    if (run)
+        report(*run);
+    return run.has_value();
 }
 
-void CorrerElMes(Sesion &s, const PasosPosteriores &pasos)
+void runMonth(Sesion &s, const LaterSteps &steps)
 {
-    BajoElBloqueo(s, EsMesNuevo, [&] {
-        if (pasos.enviarMensajes)
-            Marcar(s);
-        pasos.pasoMensual(s);
+    underLock(s, isNewMonth, [&] {
+        if (steps.sendMessages)
+            mark(s);
+        steps.monthlyStep(s);
         s.morvane->Execute("UPDATE Configuracion set FechaUltimoInicioMes = ?", s.reloj.hoy);
     });
 }
 
 } // namespace
 
-void TareasDeInicio(Sesion &s) { Informar(CorrerPases(s, nullptr)); }
+void TareasDeInicio(Sesion &s) { report(runPasses(s, nullptr)); }
 
-bool IniciarTareas(Sesion &s, const PasosPosteriores &pasos)
+bool IniciarTareas(Sesion &s, const LaterSteps &steps)
 {
-    bool corrido = false;
+    bool hasRun = false;
     try {
-        corrido = EsPrimerInicio(s) && CorrerElDia(s, pasos);
-    } catch (const ErrorDeAlmacen &) {
-        CargarAlarmas(s); // the appointments stand, whatever became of the pass
+        hasRun = isFirstStart(s) && runDay(s, steps);
+    } catch (const store::StoreError &) {
+        agenda::loadAlarms(s); // the appointments stand, whatever became of the pass
         throw;
     }
     // A second start of the day rings the alarms as well.
-    if (!corrido)
-        CargarAlarmas(s);
+    if (!hasRun)
+        agenda::loadAlarms(s);
 
-    if (corrido || HayEnvio(s))
-        s.avance.Etapa(s(3415));
-    const bool libre = Enviar(s, pasos);
+    if (hasRun || hasOutboxDue(s))
+        s.progress.tellStage(s(text::PerformingTasks));
+    const bool free = send(s, steps);
 
-    s.avance.Etapa(s(3416));
+    s.progress.tellStage(s(text::MonthlyTasks));
     // The terminal that is sending goes on to the month itself.
-    if (pasos.pasoMensual && libre && EsMesNuevo(s)) {
-        CorrerElMes(s, pasos);
-        Enviar(s, pasos);
+    if (steps.monthlyStep && free && isNewMonth(s)) {
+        runMonth(s, steps);
+        send(s, steps);
     }
-    return corrido;
+    return hasRun;
 }

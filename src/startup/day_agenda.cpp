@@ -5,26 +5,29 @@
 #include "agenda/alarms.h"
 #include "board/board_lines.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
+
+using namespace startup;
 
 // --- Alarms, and the patients' task flag ---
 
-void pases::Alarmas(Corrida &c)
+void passes::Alarmas(DayRun &c)
 {
-    c.s.avance.Etapa(c.s(3444));
-    c.Intentar([&] { CargarAlarmas(c.s); });
+    c.s.progress.tellStage(c.s(text::UpdatingAlarms));
+    c.attempt([&] { agenda::loadAlarms(c.s); });
 }
 
-void pases::MarcasDeTarea(Corrida &c)
+void passes::taskMarks(DayRun &c)
 {
     Sesion &s = c.s;
-    c.Intentar([&] {
+    c.attempt([&] {
         Recordset r = s.clientes->OpenRecordset("select idm,tarea from mascotas where tarea = -1");
-        c.PorFila(r, [&](Recordset &f) {
+        c.forEachRow(r, [&](Recordset &f) {
             if (!s.morvane
-                     ->Leer("select TOP 1 tip from TareasAgenda where ida = ? and est = 0 and "
+                     ->read("select TOP 1 tip from TareasAgenda where ida = ? and est = 0 and "
                             "(tip > 0)",
                             f["idm"])
-                     .EsNulo())
+                     .isNull())
                 return;
             f.Edit();
             f.Put("tarea", false);
@@ -35,44 +38,48 @@ void pases::MarcasDeTarea(Corrida &c)
 
 // --- The day's summary ---
 
-void pases::ResumenDelDia(Corrida &c)
+void passes::daySummary(DayRun &c)
 {
     Sesion &s = c.s;
-    c.Intentar([&] {
-        const int tareas = s.morvane
-                               ->Leer("select count ('dia') as [c] from TareasAgenda where dia = ? "
-                                      "and est = 0 and (Tip > 0 or Tip = -47)",
-                                      c.hoy)
-                               .toInt();
-        if (tareas != 0) {
-            AgregarPizarra(s, Unir({s(3445), Num(tareas), s(3446)}), 115, 8, 0);
-            c.ofrecerResumen = true;
+    c.attempt([&] {
+        const int tasks = s.morvane
+                              ->read("select count ('dia') as [c] from TareasAgenda where dia = ? "
+                                     "and est = 0 and (Tip > 0 or Tip = -47)",
+                                     c.hoy)
+                              .toInt();
+        if (tasks != 0) {
+            AgregarPizarra(
+                s, joined({s(text::CountedAtLogin), numberText(tasks), s(text::TasksForToday)}),
+                115, 8, 0);
+            c.offerSummary = true;
         }
     });
-    c.Intentar([&] {
-        const int automaticas = s.morvane
-                                    ->Leer("select count ('fcreacion') as [b] from TareasAgenda "
-                                           "where fcreacion = ? and est = 0 and (Tip < 0 and Tip "
-                                           "<> -47)",
-                                           c.hoy)
-                                    .toInt();
-        if (automaticas != 0)
-            AgregarPizarra(s, Unir({s(3448), Num(automaticas), s(3449)}), 106, 10, 0);
+    c.attempt([&] {
+        const int automatic = s.morvane
+                                  ->read("select count ('fcreacion') as [b] from TareasAgenda "
+                                         "where fcreacion = ? and est = 0 and (Tip < 0 and Tip "
+                                         "<> -47)",
+                                         c.hoy)
+                                  .toInt();
+        if (automatic != 0)
+            AgregarPizarra(
+                s, joined({s(text::ThereAre), numberText(automatic), s(text::KelvaraTasksToday)}),
+                106, 10, 0);
     });
 }
 
 // --- Who keeps appointments ---
 
-void pases::CumplimientoDeTurnos(Corrida &c)
+void passes::keptAppointments(DayRun &c)
 {
     Sesion &s = c.s;
-    c.Intentar([&] {
+    c.attempt([&] {
         // Up to and with today, on purpose: what is open this morning counts as not kept, and so
         // do the tasks that this run has just booked.
         Recordset r = s.morvane->OpenSnapshot(
             "select ida, est from TareasAgenda where (tip > 0) and dia between ? and ?",
-            c.ultimo.addDays(1), c.hoy);
-        c.PorFila(r, [&](const Recordset &f) {
+            c.last.addDays(1), c.hoy);
+        c.forEachRow(r, [&](const Recordset &f) {
             const int idc = LeerCampo(s, "clientes", "mascotas", f[0].toInt(), "idc").toInt();
             if (f[1].toBool())
                 s.morvane->Execute(
@@ -87,15 +94,15 @@ void pases::CumplimientoDeTurnos(Corrida &c)
 
 // --- Yesterday ---
 
-void pases::TareasDeAyer(Corrida &c)
+void passes::yesterdayTasks(DayRun &c)
 {
-    c.Intentar([&] {
+    c.attempt([&] {
         const int n = c.s.morvane
-                          ->Leer("SELECT COUNT ('dia') as [TareasAyer] FROM TareasAgenda where dia "
+                          ->read("SELECT COUNT ('dia') as [TareasAyer] FROM TareasAgenda where dia "
                                  "= ? and est = 0 and (Tip > 0 or Tip = -47)",
                                  c.hoy.addDays(-1))
                           .toInt();
         if (n != 0)
-            AgregarPizarra(c.s, c.s(5027), 115, 32, 0);
+            AgregarPizarra(c.s, c.s(text::YesterdaysTasksUndone), 115, 32, 0);
     });
 }

@@ -5,37 +5,42 @@
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "clients/profiles.h"
+#include "texts/texts.h"
+
+using namespace startup;
 
 // --- Birthdays ---
 
-void pases::Cumpleanos(Corrida &c)
+void passes::birthday(DayRun &c)
 {
     Sesion &s = c.s;
-    const int medio = Medida(c.Ajuste("MedidasCumple"));
-    int cumplen = 0;
-    c.Intentar([&] {
+    const int medio = measureOf(c.setting("MedidasCumple"));
+    int celebrated = 0;
+    c.attempt([&] {
         // 29 February rings only in leap years, on purpose: the day and the month must be today's.
         Recordset r = s.clientes->OpenSnapshot(
             "select idm, idc from mascotas where fecn is not null and day(fecn) = ? and "
             "month(fecn) = ? and dec = 0",
             c.hoy.day(), c.hoy.month());
-        c.PorFila(r, [&](const Recordset &f) {
+        c.forEachRow(r, [&](const Recordset &f) {
             if (medio != 0) {
-                const bool destacado = ClienteDestacado(s, f[1].toInt());
-                Tarea t;
-                t.tip = destacado ? TipoTarea::CumpleanosDestacado : TipoTarea::Cumpleanos;
+                const bool featured = ClienteDestacado(s, f[1].toInt());
+                agenda::Task t;
+                t.tip = featured ? agenda::TaskKind::FeaturedBirthday : agenda::TaskKind::Birthday;
                 t.ida = f[0].toInt();
-                t.medio = destacado ? Medio::Correo : medio;
+                t.medio = featured ? agenda::Channel::Mail : medio;
                 t.fcreacion = c.hoy;
                 AgregarTarea(s, t);
             }
-            ++cumplen;
+            ++celebrated;
         });
     });
-    c.Intentar([&] {
-        if (cumplen > 0)
-            AgregarPizarra(s, Unir({Num(cumplen), s(medio != 0 ? 3432 : 3433)}), 109, 12,
-                           medio != 0 ? 5 : 0);
+    c.attempt([&] {
+        if (celebrated > 0)
+            AgregarPizarra(s,
+                           joined({numberText(celebrated),
+                                   s(medio != 0 ? text::BirthdaysGreeted : text::BirthdaysToday)}),
+                           109, 12, medio != 0 ? 5 : 0);
     });
 }
 
@@ -45,55 +50,55 @@ namespace
 {
 
 // The steps of a debt without payments: what each does when its day has come.
-struct PasoDeDeuda {
-    int men;       // state found
-    int diasDeMas; // beyond `diasdeudores`
-    int medio;     // of the reminder, 0 for none
-    bool cuenta;
+struct DebtStep {
+    int men;      // state found
+    int moreDays; // beyond `diasdeudores`
+    int medio;    // of the reminder, 0 for none
+    bool account;
 };
 
-constexpr PasoDeDeuda PasosDeDeuda[] = {
-    {0, 0, Medio::CorreoOCarta, true},
-    {1, 10, Medio::CorreoOCarta, true},
-    {2, 20, Medio::Carta, true},
+constexpr DebtStep DebtSteps[] = {
+    {0, 0, agenda::Channel::MailOrLetter, true},
+    {1, 10, agenda::Channel::MailOrLetter, true},
+    {2, 20, agenda::Channel::Letter, true},
     {3, 0, 0, false}, // told three times: it rests
 };
 
 } // namespace
 
-void pases::Deudores(Corrida &c)
+void passes::debtors(DayRun &c)
 {
     Sesion &s = c.s;
-    s.avance.Etapa(s(3434));
-    const int plazo = c.Ajuste("diasdeudores").toInt();
-    const int medida = c.Ajuste("MedidasDeudores").toInt();
-    const bool recordar = medida == 1 || medida == 3;
-    int deudores = 0;
-    c.Intentar([&] {
+    s.progress.tellStage(s(text::CheckingDebts));
+    const int term = c.setting("diasdeudores").toInt();
+    const int measure = c.setting("MedidasDeudores").toInt();
+    const bool remind = measure == 1 || measure == 3;
+    int debtorCount = 0;
+    c.attempt([&] {
         Recordset r = s.finanzas->OpenRecordset(
             "select idc, fecultpago, men from ctactec where fecultpago <= ? and cancelado = 0",
-            c.hoy.addDays(-plazo));
-        c.PorFila(r, [&](Recordset &f) {
+            c.hoy.addDays(-term));
+        c.forEachRow(r, [&](Recordset &f) {
             const int men = f["men"].toInt(), idc = f["idc"].toInt();
-            const qint64 sinPagar = f["fecultpago"].toDate().daysTo(c.hoy);
-            for (const PasoDeDeuda &p : PasosDeDeuda) {
+            const qint64 daysUnpaid = f["fecultpago"].toDate().daysTo(c.hoy);
+            for (const DebtStep &p : DebtSteps) {
                 // The first state waits for nothing more: the query has tested its days.
-                if (men != p.men || (p.diasDeMas > 0 && sinPagar < plazo + p.diasDeMas))
+                if (men != p.men || (p.moreDays > 0 && daysUnpaid < term + p.moreDays))
                     continue;
-                if (recordar && p.medio != 0) {
-                    Tarea t;
-                    t.tip = TipoTarea::RecordatorioDeuda;
+                if (remind && p.medio != 0) {
+                    agenda::Task t;
+                    t.tip = agenda::TaskKind::DebtReminder;
                     t.ida = idc;
                     t.dia = c.hoy;
                     t.medio = p.medio;
                     t.fcreacion = c.hoy;
-                    t.des = s(3435);
+                    t.des = s(text::DebtNotification);
                     AgregarTarea(s, t);
                 }
                 f.Edit();
                 f.Put("men", men + 1);
                 f.Update();
-                deudores += p.cuenta;
+                debtorCount += p.account;
                 if (men == 0)
                     s.morvane->Execute(
                         "update perfiles set deudasdemoradas = deudasdemoradas + 1 where idc = ?",
@@ -102,47 +107,51 @@ void pases::Deudores(Corrida &c)
             }
         });
     });
-    c.Intentar([&] {
-        if (deudores == 0)
+    c.attempt([&] {
+        if (debtorCount == 0)
             return;
-        QString linea = Unir({s(3418), Num(deudores), s(3436), Num(plazo), s(3437)});
-        if (recordar)
-            linea = Unir({linea, s(3438)});
-        AgregarPizarra(s, linea, 110, 15, recordar ? 5 : 0);
+        QString line =
+            joined({s(text::Detected), numberText(debtorCount), s(text::DebtorsWithoutPayment),
+                    numberText(term), s(text::DebtorsDays)});
+        if (remind)
+            line = joined({line, s(text::DebtorsContacted)});
+        AgregarPizarra(s, line, 110, 15, remind ? 5 : 0);
     });
 }
 
 // --- New clients ---
 
-void pases::ClientesNuevos(Corrida &c)
+void passes::newClients(DayRun &c)
 {
     Sesion &s = c.s;
-    if (c.Ajuste("AutNuevoCliente").toInt() != 1)
+    if (c.setting("AutNuevoCliente").toInt() != 1)
         return;
-    int saludados = 0;
-    c.Intentar([&] {
+    int greeted = 0;
+    c.attempt([&] {
         Recordset r = s.clientes->OpenSnapshot(
             "SELECT idc FROM Clientes WHERE email IS NOT NULL AND email <> '' AND feci BETWEEN "
             "(DATE()-2) AND DATE()");
-        c.PorFila(r, [&](const Recordset &f) {
+        c.forEachRow(r, [&](const Recordset &f) {
             if (!s.morvane
-                     ->Leer("SELECT TOP 1 Tip FROM TareasAgenda WHERE Tip = ? AND Ida = ?",
-                            TipoTarea::NuevoCliente, f[0])
-                     .EsNulo())
+                     ->read("SELECT TOP 1 Tip FROM TareasAgenda WHERE Tip = ? AND Ida = ?",
+                            agenda::TaskKind::NewClient, f[0])
+                     .isNull())
                 return;
-            Tarea t;
-            t.tip = TipoTarea::NuevoCliente;
+            agenda::Task t;
+            t.tip = agenda::TaskKind::NewClient;
             t.ida = f[0].toInt();
             t.dia = c.hoy;
-            t.medio = Medio::Correo;
+            t.medio = agenda::Channel::Mail;
             t.fcreacion = c.hoy;
-            t.des = Unir({s(5038), s.clinica.nom});
+            t.des = joined({s(text::GreetingsFrom), s.clinic.nom});
             AgregarTarea(s, t);
-            ++saludados;
+            ++greeted;
         });
     });
-    c.Intentar([&] {
-        if (saludados > 0)
-            AgregarPizarra(s, Unir({s(3430), Num(saludados), s(5039)}), 109, 10, 5);
+    c.attempt([&] {
+        if (greeted > 0)
+            AgregarPizarra(
+                s, joined({s(text::WeMustSend), numberText(greeted), s(text::NewClientMessages)}),
+                109, 10, 5);
     });
 }

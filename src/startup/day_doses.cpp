@@ -7,65 +7,78 @@
 #include "clinical/doses.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
+
+using namespace startup;
 
 // --- Doses missed while the program was closed ---
 
 namespace
 {
 
-void AnotarParaLista(Corrida &c, int idm, int idc, int ida, int dos)
+void logForList(DayRun &c, int idm, int idc, int ida, int dos)
 {
     Sesion &s = c.s;
-    if (!s.auxiliar)
+    if (!s.scratch)
         return;
-    const auto cortar = [&s](const char *columna, const QString &t) {
-        return s.auxiliar->Recortado("auxrevacunacion", columna, t);
+    const auto cut = [&s](const char *column, const QString &t) {
+        return s.scratch->trimmed("auxrevacunacion", column, t);
     };
-    s.auxiliar->Execute(
+    s.scratch->Execute(
         "insert into auxrevacunacion (mas, vac, pro, dir, tel, dos) values (?, ?, ?, ?, ?, ?)",
-        cortar("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
-        cortar("vac", LeerCampo(s, "finanzas", "articulos", ida, "nom")),
-        cortar("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
-        cortar("dir", DomicilioCliente(s, idc)), cortar("tel", TelefonosCliente(s, idc)), dos);
+        cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
+        cut("vac", LeerCampo(s, "finanzas", "articulos", ida, "nom")),
+        cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
+        cut("dir", DomicilioCliente(s, idc)), cut("tel", TelefonosCliente(s, idc)), dos);
 }
 
 } // namespace
 
-void pases::DosisPerdidas(Corrida &c)
+void passes::missedDoses(DayRun &c)
 {
     Sesion &s = c.s;
-    s.avance.Etapa(s(3422));
-    const bool listar = c.Ajuste("LVMascotas").toBool();
-    int primeras = 0, segundas = 0, conServicio = 0;
-    c.Intentar([&] {
+    s.progress.tellStage(s(text::ScheduledExpirations));
+    const bool list = c.setting("LVMascotas").toBool();
+    int first = 0, second = 0, withService = 0;
+    c.attempt([&] {
         Recordset r = s.clientes->OpenSnapshot(
             "SELECT ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, Mascotas.ser, "
             "Mascotas.idc FROM ArtPlan INNER JOIN Mascotas ON ArtPlan.Idm = Mascotas.Idm WHERE "
             "(ArtPlan.Si = 0 or ArtPlan.Si = 2) and ArtPlan.Rep BETWEEN ? AND ? and "
             "Mascotas.dec = 0 ORDER BY ArtPlan.Idm",
-            c.Desde(0), c.hoy.addDays(-1));
-        c.PorFila(r, [&](const Recordset &f) {
+            c.from(0), c.hoy.addDays(-1));
+        c.forEachRow(r, [&](const Recordset &f) {
             const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt();
             if (f[4].toInt() == 0) {
                 const int n = ContarDosisAtrasadas(s, idm, ida, dos, f[3].toInt());
-                primeras += n == 0;
-                segundas += n == 1;
+                first += n == 0;
+                second += n == 1;
             } else {
-                ++conServicio;
+                ++withService;
             }
-            if (listar)
-                AnotarParaLista(c, idm, f[5].toInt(), ida, dos);
+            if (list)
+                logForList(c, idm, f[5].toInt(), ida, dos);
         });
     });
-    c.Intentar([&] {
-        if (primeras > 0)
-            AgregarPizarra(s, ConPunto(Unir({s(3423), Num(primeras), s(3424)})), 103, 6, 18);
-        if (segundas > 0)
-            AgregarPizarra(s, ConPunto(Unir({s(3423), Num(segundas), s(3425)})), 103, 14, 18);
-        if (conServicio > 0)
-            AgregarPizarra(s, ConPunto(Unir({s(3423), Num(conServicio), s(3426)})), 103, 7, 19);
+    c.attempt([&] {
+        if (first > 0)
+            AgregarPizarra(s,
+                           withFullStop(joined({s(text::ShouldHaveProvided), numberText(first),
+                                                s(text::DosesWithoutService)})),
+                           103, 6, 18);
+        if (second > 0)
+            AgregarPizarra(s,
+                           withFullStop(joined({s(text::ShouldHaveProvided), numberText(second),
+                                                s(text::DosesDiscontinued)})),
+                           103, 14, 18);
+        if (withService > 0)
+            AgregarPizarra(
+                s,
+                withFullStop(joined({s(text::ShouldHaveProvided), numberText(withService),
+                                     s(text::DosesWithService)})),
+                103, 7, 19);
     });
-    c.listarPerdidas = primeras > 0 && listar && s.auxiliar;
+    c.listMissed = first > 0 && list && s.scratch;
 }
 
 // --- Doses of today ---
@@ -73,126 +86,133 @@ void pases::DosisPerdidas(Corrida &c)
 namespace
 {
 
-struct DosisDeHoy {
-    int alDia = 0;     // clients without service, nothing overdue
-    int atrasadas = 0; // the same with overdue doses
-    int segundas = 0;  // second overdue dose, a message goes out
-    int conServicio = 0;
+struct TodaysDoses {
+    int toDay = 0;  // clients without service, nothing overdue
+    int late = 0;   // the same with overdue doses
+    int second = 0; // second overdue dose, a message goes out
+    int withService = 0;
 };
 
-void LineaDeDosis(Corrida &c, const DosisDeHoy &d, bool descontinuadas)
+void doseLine(DayRun &c, const TodaysDoses &d, bool discontinued)
 {
     Sesion &s = c.s;
-    const auto linea = [&s](const QString &texto, int dibujo, int codigo1, int codigo2) {
-        AgregarPizarra(s, texto, dibujo, codigo1, codigo2);
+    const auto line = [&s](const QString &text, int dibujo, int codigo1, int codigo2) {
+        AgregarPizarra(s, text, dibujo, codigo1, codigo2);
     };
-    if (d.conServicio > 0)
-        linea(Unir({s(3427), Num(d.conServicio), s(3426)}), 104, 4, 21);
+    if (d.withService > 0)
+        line(joined({s(text::TodayShouldProvide), numberText(d.withService),
+                     s(text::DosesWithService)}),
+             104, 4, 21);
 
-    const QString primeras = Unir({s(3427), Num(d.alDia), s(3424)});
-    const QString ambas = ConPunto(Unir({primeras, s(36), Num(d.atrasadas), s(3425)}));
-    const QString atrasadas = ConPunto(Unir({s(3427), Num(d.atrasadas), s(3425)}));
-    const QString mensajes = Unir({Num(d.segundas), s(3428)});
-    if (d.alDia > 0 && d.atrasadas > 0) {
-        if (!descontinuadas)
-            linea(ambas, 102, 3, 20);
-        else if (d.segundas != 0)
-            linea(Unir({ambas, mensajes}), 102, 3, 5);
+    const QString first =
+        joined({s(text::TodayShouldProvide), numberText(d.toDay), s(text::DosesWithoutService)});
+    const QString both =
+        withFullStop(joined({first, s(text::And), numberText(d.late), s(text::DosesDiscontinued)}));
+    const QString late = withFullStop(
+        joined({s(text::TodayShouldProvide), numberText(d.late), s(text::DosesDiscontinued)}));
+    const QString messages = joined({numberText(d.second), s(text::FirstDiscontinued)});
+    if (d.toDay > 0 && d.late > 0) {
+        if (!discontinued)
+            line(both, 102, 3, 20);
+        else if (d.second != 0)
+            line(joined({both, messages}), 102, 3, 5);
         else
-            linea(Unir({ambas, s(3429)}), 102, 3, 20);
-    } else if (d.alDia > 0) {
-        linea(ConPunto(primeras), 102, 3, 20);
-    } else if (d.atrasadas > 0) {
-        if (!descontinuadas)
-            linea(atrasadas, 103, 14, 0);
-        else if (d.segundas != 0)
-            linea(Unir({atrasadas, mensajes}), 109, 14, 5);
+            line(joined({both, s(text::NoFirstDiscontinued)}), 102, 3, 20);
+    } else if (d.toDay > 0) {
+        line(withFullStop(first), 102, 3, 20);
+    } else if (d.late > 0) {
+        if (!discontinued)
+            line(late, 103, 14, 0);
+        else if (d.second != 0)
+            line(joined({late, messages}), 109, 14, 5);
         else
-            linea(Unir({atrasadas, s(3429)}), 103, 3, 20);
+            line(joined({late, s(text::NoFirstDiscontinued)}), 103, 3, 20);
     }
 }
 
 } // namespace
 
-void pases::DosisDelDia(Corrida &c)
+void passes::dosesOfTheDay(DayRun &c)
 {
     Sesion &s = c.s;
     // On as 1 and as -1, the two ways in which a Yes was ever stored.
-    const int ajuste = c.Ajuste("MedidasRevacDescont").toInt();
-    const bool descontinuadas = ajuste == 1 || ajuste == -1;
-    DosisDeHoy d;
-    for (QDate dia = c.Desde(1); dia <= c.hoy; dia = dia.addDays(1)) {
-        c.Intentar([&] {
+    const int setting = c.setting("MedidasRevacDescont").toInt();
+    const bool discontinued = setting == 1 || setting == -1;
+    TodaysDoses d;
+    for (QDate dia = c.from(1); dia <= c.hoy; dia = dia.addDays(1)) {
+        c.attempt([&] {
             Recordset r = s.clientes->OpenSnapshot(
                 "select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, mascotas.ser from "
                 "ArtPlan inner join mascotas on mascotas.idm = ArtPlan.idm where ArtPlan.rep = ? "
                 "and (ArtPlan.si = 0 or ArtPlan.si = 2) and mascotas.dec = 0",
                 dia);
-            c.PorFila(r, [&](const Recordset &f) {
+            c.forEachRow(r, [&](const Recordset &f) {
                 const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt(),
                           idcat = f[3].toInt(), ser = f[4].toInt();
                 if (dia == c.hoy && ser == 0) {
                     const int n = ContarDosisAtrasadas(s, idm, ida, dos, idcat);
-                    d.alDia += n == 0;
-                    d.atrasadas += n > 0;
-                    if (descontinuadas && n == 1) {
-                        Tarea t;
-                        t.tip = TipoTarea::DosisDiscontinuada;
+                    d.toDay += n == 0;
+                    d.late += n > 0;
+                    if (discontinued && n == 1) {
+                        agenda::Task t;
+                        t.tip = agenda::TaskKind::DiscontinuedDose;
                         t.ida = idm;
-                        t.medio = Medio::Correo;
+                        t.medio = agenda::Channel::Mail;
                         t.fcreacion = c.hoy;
                         t.artaux = ida;
-                        t.des = s(5035);
+                        t.des = s(text::VaccinationDiscontinued);
                         AgregarTarea(s, t);
-                        ++d.segundas;
+                        ++d.second;
                     }
                 }
                 if (ser > 0) {
                     // A dose of a closed day is booked for today.
-                    ReservarServicio(c, idm, ida, idcat);
-                    ++d.conServicio;
+                    bookService(c, idm, ida, idcat);
+                    ++d.withService;
                 }
             });
         });
     }
-    c.Intentar([&] { LineaDeDosis(c, d, descontinuadas); });
+    c.attempt([&] { doseLine(c, d, discontinued); });
 }
 
 // --- Dose reminders ---
 
-void pases::RecordatoriosDeDosis(Corrida &c)
+void passes::doseReminders(DayRun &c)
 {
     Sesion &s = c.s;
-    const int medio = Medida(c.Ajuste("MedidasRevac"));
+    const int medio = measureOf(c.setting("MedidasRevac"));
     if (medio == 0)
         return;
-    const int anticipacion = c.Ajuste("tiempovencimiento").toInt();
-    int enviar = 0;
-    for (QDate dia = c.Desde(1); dia <= c.hoy; dia = dia.addDays(1)) {
-        c.Intentar([&] {
+    const int leadTime = c.setting("tiempovencimiento").toInt();
+    int send = 0;
+    for (QDate dia = c.from(1); dia <= c.hoy; dia = dia.addDays(1)) {
+        c.attempt([&] {
             Recordset r = s.clientes->OpenSnapshot(
                 "select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat from ArtPlan inner "
                 "join mascotas on mascotas.idm = ArtPlan.idm where ArtPlan.rep = ? and (ArtPlan.si "
                 "= 0 or ArtPlan.si = 2) and (mascotas.ser = 0) and Ana = 0 and mascotas.dec = 0",
-                dia.addDays(anticipacion));
-            c.PorFila(r, [&](const Recordset &f) {
+                dia.addDays(leadTime));
+            c.forEachRow(r, [&](const Recordset &f) {
                 const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt();
                 if (ContarDosisAtrasadas(s, idm, ida, dos, f[3].toInt()) != 0)
                     return;
-                Tarea t;
-                t.tip = TipoTarea::RecordatorioDosis;
+                agenda::Task t;
+                t.tip = agenda::TaskKind::DoseReminder;
                 t.ida = idm;
                 t.medio = medio;
                 t.fcreacion = c.hoy;
                 t.artaux = ida;
-                t.des = Num(dos); // the outbox finds the dose by it
+                t.des = numberText(dos); // the outbox finds the dose by it
                 AgregarTarea(s, t);
-                ++enviar;
+                ++send;
             });
         });
     }
-    c.Intentar([&] {
-        if (enviar > 0)
-            AgregarPizarra(s, Unir({s(3430), Num(enviar), s(3431)}), 109, 13, 5);
+    c.attempt([&] {
+        if (send > 0)
+            AgregarPizarra(
+                s, joined({s(text::WeMustSend), numberText(send), s(text::DoseRemindersSent)}), 109,
+                13, 5);
     });
 }

@@ -5,15 +5,20 @@
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "boarding/rations.h"
+#include "texts/texts.h"
+
+using namespace startup;
 
 // --- Inpatients ---
 
-void pases::Internados(Corrida &c)
+void passes::inpatients(DayRun &c)
 {
-    c.Intentar([&] {
-        const int n = c.s.clientes->Leer("select count(*) from mascotas where int = -1").toInt();
+    c.attempt([&] {
+        const int n = c.s.clientes->read("select count(*) from mascotas where int = -1").toInt();
         if (n > 0)
-            AgregarPizarra(c.s, c.s(9202) + Num(n) + c.s(9203), 0, 0, 0);
+            AgregarPizarra(c.s,
+                           c.s(text::PatientsInCare) + numberText(n) + c.s(text::PatientsInCareEnd),
+                           0, 0, 0);
     });
 }
 
@@ -22,50 +27,55 @@ void pases::Internados(Corrida &c)
 namespace
 {
 
-void QuitarReservasVencidas(Corrida &c)
+void removeExpiredReservations(DayRun &c)
 {
     Sesion &s = c.s;
-    int quitadas = 0;
+    int removed = 0;
     Recordset r =
         s.clientes->OpenRecordset("select idm from mhospedaje where fent < ? and tip = 'r'", c.hoy);
-    c.PorFila(r, [&](Recordset &f) {
+    c.forEachRow(r, [&](Recordset &f) {
         const int idm = f["idm"].toInt();
         s.clientes->Execute("update Mascotas set hos = 0 where idm = ?", idm);
-        c.Intentar([&] {
+        c.attempt([&] {
             s.morvane->Execute(
                 "update Perfiles set TurnosNoCumplidos = TurnosNoCumplidos + 1 where idc = ?",
-                s.clientes->Leer("select idc from mascotas where idm = ?", idm));
+                s.clientes->read("select idc from mascotas where idm = ?", idm));
         });
         f.Delete();
-        ++quitadas;
+        ++removed;
     });
-    if (quitadas > 0)
-        AgregarPizarra(s, Unir({s(3439), Num(quitadas), s(3440)}), 108, 0, 0);
+    if (removed > 0)
+        AgregarPizarra(s, joined({s(text::Removed), numberText(removed), s(text::ReservesRemoved)}),
+                       108, 0, 0);
 }
 
 } // namespace
 
-void pases::Hospedaje(Corrida &c)
+void passes::Boarding(DayRun &c)
 {
     Sesion &s = c.s;
-    s.avance.Etapa(s(9205));
+    s.progress.tellStage(s(text::CheckingBoarding));
     // The rounds are made anew each day.
-    c.Intentar(
-        [&] { s.morvane->Execute("delete * from TareasAgenda where tip = ?", TipoTarea::Racion); });
-    c.Intentar([&] { QuitarReservasVencidas(c); });
-    int quedan = 0, cumplidos = 0;
-    c.Intentar([&] {
-        Recordset r = s.clientes->OpenSnapshot("select fsal from mhospedaje where tip = 'h'");
-        c.PorFila(r, [&](const Recordset &f) { ++(f[0].toDate() >= c.hoy ? quedan : cumplidos); });
-        if (cumplidos > 0)
-            AgregarPizarra(
-                s, Unir({s(3441), Num(quedan + cumplidos), s(3442), Num(cumplidos), s(3443)}), 108,
-                9, 0);
-        else if (quedan > 0)
-            AgregarPizarra(s, Unir({s(3441), Num(quedan), s(3442)}), 108, 9, 0);
+    c.attempt([&] {
+        s.morvane->Execute("delete * from TareasAgenda where tip = ?", agenda::TaskKind::Ration);
     });
-    c.Intentar([&] {
-        if (c.Ajuste("horaracion1").toTime().isValid() && quedan > 0)
+    c.attempt([&] { removeExpiredReservations(c); });
+    int remaining = 0, over = 0;
+    c.attempt([&] {
+        Recordset r = s.clientes->OpenSnapshot("select fsal from mhospedaje where tip = 'h'");
+        c.forEachRow(r, [&](const Recordset &f) { ++(f[0].toDate() >= c.hoy ? remaining : over); });
+        if (over > 0)
+            AgregarPizarra(s,
+                           joined({s(text::CurrentlyThere), numberText(remaining + over),
+                                   s(text::HostedPets), numberText(over), s(text::StayCompleted)}),
+                           108, 9, 0);
+        else if (remaining > 0)
+            AgregarPizarra(
+                s, joined({s(text::CurrentlyThere), numberText(remaining), s(text::HostedPets)}),
+                108, 9, 0);
+    });
+    c.attempt([&] {
+        if (c.setting("horaracion1").toTime().isValid() && remaining > 0)
             ActualizarRaciones(s, false);
     });
 }

@@ -4,34 +4,39 @@
 #include "commerce/categories.h"
 #include "store/lookups.h"
 
+using namespace startup;
+
 namespace
 {
 
 // Option "Nothing" of the reminder and birthday measures.
-constexpr int MedidaNada = 4;
+constexpr int MeasureNothing = 4;
 
 } // namespace
 
-QString Unir(std::initializer_list<QString> partes) { return QStringList(partes).join(u' '); }
-
-QString ConPunto(const QString &t) { return t.endsWith(u'.') ? t : t + u'.'; }
-
-QString Num(int n) { return QString::number(n); }
-
-int Medida(const Valor &v)
+QString startup::joined(std::initializer_list<QString> parts)
 {
-    const int n = v.toInt();
-    return n >= Medio::Correo && n < MedidaNada ? n : 0;
+    return QStringList(parts).join(u' ');
 }
 
-void ReservarServicio(Corrida &c, int idm, int ida, int idcat)
+QString startup::withFullStop(const QString &t) { return t.endsWith(u'.') ? t : t + u'.'; }
+
+QString startup::numberText(int n) { return QString::number(n); }
+
+int startup::measureOf(const store::Value &v)
 {
-    Tarea t;
+    const int n = v.toInt();
+    return n >= agenda::Channel::Mail && n < MeasureNothing ? n : 0;
+}
+
+void startup::bookService(DayRun &c, int idm, int ida, int idcat)
+{
+    agenda::Task t;
     t.tip = ServicioDeCategoria(c.s, idcat);
     t.ida = idm;
     t.dia = c.hoy;
     t.hor = BuscarHorarioLibre(c.s, t.tip);
-    t.medio = Medio::Reparto;
+    t.medio = agenda::Channel::Delivery;
     t.fcreacion = c.hoy;
     t.artaux = ida;
     t.des = LeerCampo(c.s, "finanzas", "flcategorias", idcat, "nom") + QStringLiteral(" - ")

@@ -7,34 +7,37 @@
 #include <memory>
 #include <vector>
 
-inline constexpr int Pases = 19;
+namespace startup
+{
+
+inline constexpr int PassCount = 19;
 // Doses of a closed program are caught up for this many days; food is consumed for all of them.
-inline constexpr int DiasQueSeRecuperan = 10;
+inline constexpr int DaysThatRecovered = 10;
 // Rows between two signs of life on a long walk.
-inline constexpr int FilasPorAviso = 512;
+inline constexpr int RowsPerNotice = 512;
 
 /// One run of the pass: its days, and what can be told and asked only when it has been written.
-struct Corrida {
+struct DayRun {
     Sesion &s;
     QDate hoy = s.reloj.hoy;
-    QDate ultimo;
-    qint64 dias = 0;
-    int pase = 0;
-    std::vector<ErrorDeAlmacen> errores;
-    bool listarPerdidas = false; // the missed doses
-    std::unique_ptr<DocumentoHtml> perdidas = nullptr;
-    bool ofrecerResumen = false; // the day sheet
+    QDate last;
+    qint64 days = 0;
+    int pass = 0;
+    std::vector<store::StoreError> errores;
+    bool listMissed = false; // the missed doses
+    std::unique_ptr<printing::DocumentHtml> missed = nullptr;
+    bool offerSummary = false; // the day sheet
 
-    Valor Ajuste(std::string_view columna) const { return s.configuracion[columna]; }
+    store::Value setting(std::string_view column) const { return s.configuracion[column]; }
 
     // A statement that fails is passed over; a disk that fails ends the run.
     template <typename F>
-    void Intentar(F &&f)
+    void attempt(F &&f)
     {
         try {
             f();
-        } catch (const ErrorDeAlmacen &e) {
-            if (e.EsDelMedio())
+        } catch (const store::StoreError &e) {
+            if (e.isMediumFailure())
                 throw;
             errores.push_back(e);
         }
@@ -42,50 +45,51 @@ struct Corrida {
 
     // Walks the rows of a recordset, each one tried by itself.
     template <typename F>
-    void PorFila(Recordset &r, F &&f)
+    void forEachRow(Recordset &r, F &&f)
     {
         for (int n = 0; !r.EOF_(); r.MoveNext()) {
-            if (++n % FilasPorAviso == 0)
-                s.avance.Barra(pase, Pases);
-            Intentar([&] { f(r); });
+            if (++n % RowsPerNotice == 0)
+                s.progress.tellBar(pass, PassCount);
+            attempt([&] { f(r); });
         }
     }
 
     // First day whose doses are looked at.
-    QDate Desde(int trasElUltimo) const
+    QDate from(int afterLast) const
     {
-        return dias > DiasQueSeRecuperan ? hoy.addDays(-DiasQueSeRecuperan)
-                                         : ultimo.addDays(trasElUltimo);
+        return days > DaysThatRecovered ? hoy.addDays(-DaysThatRecovered) : last.addDays(afterLast);
     }
 };
 
 /// Joins the pieces of a board line with one blank.
-QString Unir(std::initializer_list<QString> partes);
+QString joined(std::initializer_list<QString> parts);
 /// Ends a line with a point; some texts of the table bring theirs.
-QString ConPunto(const QString &t);
-QString Num(int n);
+QString withFullStop(const QString &t);
+QString numberText(int n);
 
 /// Reminder and birthday measures: the `medio` to use for 1, 2 and 3, else 0 for off.
-int Medida(const Valor &v);
+int measureOf(const store::Value &v);
 
 /// Books what the clinic itself does today: the category's service with the product to bring.
-void ReservarServicio(Corrida &c, int idm, int ida, int idcat);
+void bookService(DayRun &c, int idm, int ida, int idcat);
 
 /// Each runs inside the day's batch and tries its statements one by one.
-namespace pases
+namespace passes
 {
-void Alimentos(Corrida &c);
-void DosisPerdidas(Corrida &c);
-void DosisDelDia(Corrida &c);
-void RecordatoriosDeDosis(Corrida &c);
-void Cumpleanos(Corrida &c);
-void Deudores(Corrida &c);
-void ClientesNuevos(Corrida &c);
-void Internados(Corrida &c);
-void Hospedaje(Corrida &c);
-void Alarmas(Corrida &c);
-void MarcasDeTarea(Corrida &c);
-void ResumenDelDia(Corrida &c);
-void CumplimientoDeTurnos(Corrida &c);
-void TareasDeAyer(Corrida &c);
-} // namespace pases
+void foods(DayRun &c);
+void missedDoses(DayRun &c);
+void dosesOfTheDay(DayRun &c);
+void doseReminders(DayRun &c);
+void birthday(DayRun &c);
+void debtors(DayRun &c);
+void newClients(DayRun &c);
+void inpatients(DayRun &c);
+void Boarding(DayRun &c);
+void Alarmas(DayRun &c);
+void taskMarks(DayRun &c);
+void daySummary(DayRun &c);
+void keptAppointments(DayRun &c);
+void yesterdayTasks(DayRun &c);
+} // namespace passes
+
+} // namespace startup

@@ -7,13 +7,14 @@
 
 #include <QDir>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 /// Switches on what the board can tell of. Letters stay off: they would ask about each one.
-void AjustarConfiguracion(Demo &d)
+void adjustSettings(Demo &d)
 {
     d.morvane.Execute(
         "update Configuracion set PrimeraVez = 0, FechaPrimerInicio = ?, FechaUltimoInicio = ?,"
@@ -24,33 +25,33 @@ void AjustarConfiguracion(Demo &d)
         d.hoy.addDays(-1210), d.hoy.addDays(-3), d.hoy.addDays(-4), d.hoy, QTime(8, 0),
         QTime(18, 0));
     d.clientes.Execute("update MLEspecies set ali = 300 where id = 2");
-    for (auto i = d.contadores.cbegin(); i != d.contadores.cend(); ++i)
+    for (auto i = d.counters.cbegin(); i != d.counters.cend(); ++i)
         d.morvane.Execute(u"update Configuracion set [%1] = ?"_s.arg(i.key()).toStdString(),
                           i.value());
 }
 
 } // namespace
 
-void CrearDemo(Sesion &s)
+void startup::createDemo(Sesion &s)
 {
     // Opened before the batch: a database cannot join a transaction that has begun.
-    Base &os = AbrirAuxiliar(s, u"os"_s);
-    Demo d{s, *s.clientes, *s.finanzas, *s.morvane, os, s.reloj.hoy, Palabras(s.textos.idioma())};
-    const QStringList clinica = d.palabras.Campos(u"clinica"_s).front();
+    Base &os = store::openScratch(s, u"os"_s);
+    Demo d{s, *s.clientes, *s.finanzas, *s.morvane, os, s.reloj.hoy, Words(s.texts.language())};
+    const QStringList clinic = d.words.fieldsOf(u"clinica"_s).front();
     {
         Lote lote(s);
-        RegistrarPrimeraVez(s, {clinica[0], clinica[2], clinica[3], clinica[1], {}, {}});
-        SembrarPrimeraVez(s);
-        InventarGente(d);
-        InventarFichas(d);
-        InventarComercio(d);
-        InventarSocios(d);
-        EscribirGente(d);
-        AjustarConfiguracion(d);
-        lote.Confirmar();
+        registerFirstRun(s, {clinic[0], clinic[2], clinic[3], clinic[1], {}, {}});
+        seedFirstRun(s);
+        inventPeople(d);
+        inventRecords(d);
+        inventCommerce(d);
+        inventMembers(d);
+        writePeople(d);
+        adjustSettings(d);
+        lote.commit();
     }
-    CerrarAuxiliar(s);
-    LeerClinica(s);
-    for (const QString &carpeta : {u"cli"_s, u"ray"_s, u"eco"_s, u"fot"_s})
-        QDir().mkpath(RutaBajo(s.carpetaDeDatos, u"mascotas/"_s + carpeta));
+    store::closeScratch(s);
+    store::readClinic(s);
+    for (const QString &folder : {u"cli"_s, u"ray"_s, u"eco"_s, u"fot"_s})
+        QDir().mkpath(store::pathUnder(s.dataFolder, u"mascotas/"_s + folder));
 }

@@ -3,53 +3,54 @@
 #include <QFile>
 #include <stdexcept>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
-int Azar::Entre(int desde, int hasta)
+int Chance::between(int from, int until)
 {
     // A counter scrambled by multiplications and shifts: short, and good enough for names.
-    m_estado += 0x9e3779b97f4a7c15u;
-    quint64 z = m_estado;
+    m_state += 0x9e3779b97f4a7c15u;
+    quint64 z = m_state;
     z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9u;
     z = (z ^ (z >> 27)) * 0x94d049bb133111ebu;
     z ^= z >> 31;
-    return desde + int(z % quint64(hasta - desde + 1));
+    return from + int(z % quint64(until - from + 1));
 }
 
-Palabras::Palabras(Idioma idioma)
+Words::Words(store::Language language)
 {
-    const QString codigo = CodigoDeIdioma(idioma);
+    const QString code = store::languageCode(language);
     QFile f(u":/seeds/demo.txt"_s);
     if (!f.open(QIODevice::ReadOnly))
         throw std::runtime_error("no seed file demo");
-    QString lista;
-    for (const QString &linea : QString::fromUtf8(f.readAll()).split(u'\n')) {
-        if (linea.isEmpty() || linea.startsWith(u'#'))
+    QString list;
+    for (const QString &line : QString::fromUtf8(f.readAll()).split(u'\n')) {
+        if (line.isEmpty() || line.startsWith(u'#'))
             continue;
-        if (linea.startsWith(u'[')) {
-            lista = linea.sliced(1, linea.size() - 2);
+        if (line.startsWith(u'[')) {
+            list = line.sliced(1, line.size() - 2);
             continue;
         }
-        QStringList palabras = linea.split(u'|');
-        if (palabras.takeFirst().trimmed() != codigo)
+        QStringList words = line.split(u'|');
+        if (words.takeFirst().trimmed() != code)
             continue;
-        for (const QString &p : std::as_const(palabras))
-            m_listas[lista].append(p.trimmed());
+        for (const QString &p : std::as_const(words))
+            m_lists[list].append(p.trimmed());
     }
 }
 
-const QStringList &Palabras::operator[](const QString &lista) const
+const QStringList &Words::operator[](const QString &list) const
 {
-    const auto i = m_listas.constFind(lista);
-    if (i == m_listas.cend())
-        throw std::runtime_error(u"no list %1"_s.arg(lista).toStdString());
+    const auto i = m_lists.constFind(list);
+    if (i == m_lists.cend())
+        throw std::runtime_error(u"no list %1"_s.arg(list).toStdString());
     return *i;
 }
 
-QList<QStringList> Palabras::Campos(const QString &lista) const
+QList<QStringList> Words::fieldsOf(const QString &list) const
 {
-    QList<QStringList> campos;
-    for (const QString &palabra : (*this)[lista])
-        campos.append(palabra.split(u';'));
-    return campos;
+    QList<QStringList> fields;
+    for (const QString &word : (*this)[list])
+        fields.append(word.split(u';'));
+    return fields;
 }

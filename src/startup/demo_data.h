@@ -9,39 +9,42 @@
 #include <iterator>
 #include <vector>
 
+namespace startup
+{
+
 /// Chance that gives the same numbers on every machine and with every library.
-class Azar
+class Chance
 {
 public:
-    explicit Azar(quint64 semilla) : m_estado(semilla) {}
+    explicit Chance(quint64 seed) : m_state(seed) {}
     /// A whole number from @p desde to @p hasta, both included.
-    int Entre(int desde, int hasta);
+    int between(int from, int until);
     /// True @p porcentaje times in a hundred.
-    bool Sale(int porcentaje) { return Entre(1, 100) <= porcentaje; }
+    bool isDue(int percentage) { return between(1, 100) <= percentage; }
     template <typename C>
-    const auto &De(const C &lista)
+    const auto &pick(const C &list)
     {
-        return lista[Entre(0, int(std::size(lista)) - 1)];
+        return list[between(0, int(std::size(list)) - 1)];
     }
 
 private:
-    quint64 m_estado;
+    quint64 m_state;
 };
 
 /// The lists of demo.txt in one language.
-class Palabras
+class Words
 {
 public:
-    explicit Palabras(Idioma idioma);
-    const QStringList &operator[](const QString &lista) const;
+    explicit Words(store::Language language);
+    const QStringList &operator[](const QString &list) const;
     /// The words of a list with their fields.
-    QList<QStringList> Campos(const QString &lista) const;
+    QList<QStringList> fieldsOf(const QString &list) const;
 
 private:
-    QHash<QString, QStringList> m_listas;
+    QHash<QString, QStringList> m_lists;
 };
 
-struct ClienteDemo {
+struct DemoClient {
     int idc = 0;
     QString ayn;
     QString dir;
@@ -53,10 +56,10 @@ struct ClienteDemo {
     QDate fecu;
     int obra = 0;
     bool deuda = false;
-    bool perfil[6] = {}; // 1 to 5
+    bool profile[6] = {}; // 1 to 5
 };
 
-struct MascotaDemo {
+struct DemoPatient {
     int idm = 0;
     int idc = 0;
     QString nom;
@@ -67,20 +70,20 @@ struct MascotaDemo {
     int sex = 0;
     int ser = 0;
     bool dec = false;
-    bool internada = false;
-    bool hospedada = false;
-    bool tarea = false;
-    bool apartada = false; // its doses, food or stay show something on the board: leave it alone
+    bool inpatient = false;
+    bool boarded = false;
+    bool task = false;
+    bool setAside = false; // its doses, food or stay show something on the board: leave it alone
     QDate feci;
     QDate fult;
 };
 
-struct ArticuloDemo {
+struct DemoProduct {
     int ida = 0;
     int idcat = 0;
     Moneda canuni;
-    Moneda precio;
-    Moneda costo;
+    Moneda price;
+    Moneda cost;
 };
 
 /// The clinic in the making.
@@ -91,27 +94,29 @@ struct Demo {
     Base &morvane;
     Base &os;
     const QDate hoy;
-    Palabras palabras;
-    Azar azar{20240229};
+    Words words;
+    Chance chance{20240229};
 
-    std::vector<ClienteDemo> gente{};
-    std::vector<MascotaDemo> animales{};
-    std::vector<ArticuloDemo> articulos{};
-    QHash<QString, int> contadores{}; // of the settings row, by column
+    std::vector<DemoClient> people{};
+    std::vector<DemoPatient> animals{};
+    std::vector<DemoProduct> articulos{};
+    QHash<QString, int> counters{}; // of the settings row, by column
 
-    int Siguiente(const QString &contador) { return ++contadores[contador]; }
-    ClienteDemo &Cliente(int idc) { return gente[size_t(idc - 1)]; }
-    const ArticuloDemo &Articulo(int ida) const { return articulos[size_t(ida - 1)]; }
+    int nextOne(const QString &counter) { return ++counters[counter]; }
+    DemoClient &Client(int idc) { return people[size_t(idc - 1)]; }
+    const DemoProduct &product(int ida) const { return articulos[size_t(ida - 1)]; }
 };
 
 /// Regions, species, breeds, clients, patients; made up, not yet written.
-void InventarGente(Demo &d);
+void inventPeople(Demo &d);
 /// Doses, food, consultations, studies, stays and tasks. Marks the patients that they show on the
 /// board.
-void InventarFichas(Demo &d);
+void inventRecords(Demo &d);
 /// Products with prices and stock, suppliers, sales, purchases, expenses and their accounts.
-void InventarComercio(Demo &d);
+void inventCommerce(Demo &d);
 /// Plans, members and their payments.
-void InventarSocios(Demo &d);
+void inventMembers(Demo &d);
 /// Writes clients and patients, when nothing more will be changed in them.
-void EscribirGente(Demo &d);
+void writePeople(Demo &d);
+
+} // namespace startup

@@ -6,269 +6,277 @@
 #include <array>
 #include <cmath>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 constexpr int Clientes = 300;
-constexpr int Mascotas = 450;
-constexpr int Nuevos = 3;            // clients of yesterday
-constexpr int CumplenDestacados = 2; // birthdays of featured clients' patients
-constexpr int Cumplen = 4;           // birthdays of today, all of them
+constexpr int Patients = 450;
+constexpr int NewOnes = 3;           // clients of yesterday
+constexpr int FeaturedBirthdays = 2; // birthdays of featured clients' patients
+constexpr int Birthdays = 4;         // birthdays of today, all of them
 
 /// Letters without accents, for addresses.
-QString Llano(const QString &texto)
+QString plainOf(const QString &text)
 {
-    QString llano;
-    for (const QChar c : texto.normalized(QString::NormalizationForm_D).toLower())
+    QString plain;
+    for (const QChar c : text.normalized(QString::NormalizationForm_D).toLower())
         if (c.isLetter() && c.unicode() < 128)
-            llano += c;
-    return llano;
+            plain += c;
+    return plain;
 }
 
-QString Calle(Demo &d)
+QString streetOf(Demo &d)
 {
-    const QString &calle = d.azar.De(d.palabras[u"calles"_s]);
-    const int numero = d.azar.Entre(101, 4990);
-    switch (d.s.textos.idioma()) {
-    case Idioma::Portugues:
-        return u"%1, %2"_s.arg(calle).arg(numero);
-    case Idioma::Ingles:
-        return u"%1 %2"_s.arg(numero).arg(calle);
+    const QString &street = d.chance.pick(d.words[u"calles"_s]);
+    const int number = d.chance.between(101, 4990);
+    switch (d.s.texts.language()) {
+    case store::Language::Portuguese:
+        return u"%1, %2"_s.arg(street).arg(number);
+    case store::Language::English:
+        return u"%1 %2"_s.arg(number).arg(street);
     default:
-        return u"%1 %2"_s.arg(calle).arg(numero);
+        return u"%1 %2"_s.arg(street).arg(number);
     }
 }
 
-QString Telefono(Demo &d) { return u"555-01%1"_s.arg(d.azar.Entre(0, 99), 2, 10, QChar(u'0')); }
+QString telephone(Demo &d)
+{
+    return u"555-01%1"_s.arg(d.chance.between(0, 99), 2, 10, QChar(u'0'));
+}
 
-void InventarListas(Demo &d)
+void inventLists(Demo &d)
 {
     // The usage ranks fall along each list.
-    for (const QStringList &r : d.palabras.Campos(u"regiones"_s)) {
-        const int id = d.Siguiente(u"contadordep"_s);
+    for (const QStringList &r : d.words.fieldsOf(u"regiones"_s)) {
+        const int id = d.nextOne(u"contadordep"_s);
         d.clientes.Execute("insert into CLDepartamento (id, nom, ctel, ran) values (?, ?, ?, ?)",
                            id, r[0], r[1], 300 / id);
     }
-    for (const QStringList &l : d.palabras.Campos(u"localidades"_s)) {
-        const int id = d.Siguiente(u"contadorloc"_s);
+    for (const QStringList &l : d.words.fieldsOf(u"localidades"_s)) {
+        const int id = d.nextOne(u"contadorloc"_s);
         d.clientes.Execute("insert into CLLocalidad (id, nom, cp, dep, ran) values (?, ?, ?, ?, ?)",
                            id, l[0], l[1], l[2].toInt(), 80 / id);
     }
-    for (const QStringList &r : d.palabras.Campos(u"razas"_s)) {
-        const int id = d.Siguiente(u"contadorraza"_s);
+    for (const QStringList &r : d.words.fieldsOf(u"razas"_s)) {
+        const int id = d.nextOne(u"contadorraza"_s);
         d.clientes.Execute("insert into MLRazas (id, nom, esp, ran) values (?, ?, ?, ?)", id, r[0],
                            r[1].toInt(), 60 / id);
     }
-    for (const QString &m : d.palabras[u"origenes"_s])
+    for (const QString &m : d.words[u"origenes"_s])
         d.clientes.Execute("insert into CLMarketing (id, nom) values (?, ?)",
-                           d.Siguiente(u"contadormark"_s), m);
-    for (const QString &p : d.palabras[u"pelajes"_s])
+                           d.nextOne(u"contadormark"_s), m);
+    for (const QString &p : d.words[u"pelajes"_s])
         d.clientes.Execute("insert into MLPelajes (id, nom) values (?, ?)",
-                           d.Siguiente(u"contadorpelaje"_s), p);
-    d.contadores[u"contadorespecie"_s] = 3;
-    for (const QString &e : d.palabras[u"especies"_s])
+                           d.nextOne(u"contadorpelaje"_s), p);
+    d.counters[u"contadorespecie"_s] = 3;
+    for (const QString &e : d.words[u"especies"_s])
         d.clientes.Execute("insert into MLEspecies (id, nom) values (?, ?)",
-                           d.Siguiente(u"contadorespecie"_s), e);
-    for (const QString &dominio : {u"example.com"_s, u"example.net"_s, u"example.org"_s})
-        d.clientes.Execute("insert into Email (nom) values (?)", dominio);
+                           d.nextOne(u"contadorespecie"_s), e);
+    for (const QString &domain : {u"example.com"_s, u"example.net"_s, u"example.org"_s})
+        d.clientes.Execute("insert into Email (nom) values (?)", domain);
 }
 
-ClienteDemo InventarCliente(Demo &d, int idc)
+DemoClient inventClient(Demo &d, int idc)
 {
-    static constexpr std::array Dominios{"com", "net", "org"};
-    Azar &azar = d.azar;
-    ClienteDemo c;
+    static constexpr std::array Domains{"com", "net", "org"};
+    Chance &chance = d.chance;
+    DemoClient c;
     c.idc = idc;
-    const QString &nombre = azar.De(d.palabras[u"nombres"_s]);
-    const QString &apellido = azar.De(d.palabras[u"apellidos"_s]);
-    c.ayn = apellido + u' ' + nombre;
-    c.dir = Calle(d);
-    c.loc = azar.Entre(1, d.contadores[u"contadorloc"_s]);
-    if (azar.Sale(55))
-        c.tel2 = Telefono(d);
-    if (c.tel2.isEmpty() || azar.Sale(70))
-        c.telc2 = Telefono(d);
-    const bool nuevo = idc > Clientes - Nuevos;
-    if (nuevo || azar.Sale(65))
-        c.email = u"%1.%2@example.%3"_s.arg(Llano(nombre), Llano(apellido),
-                                            QLatin1StringView(azar.De(Dominios)));
+    const QString &name = chance.pick(d.words[u"nombres"_s]);
+    const QString &surname = chance.pick(d.words[u"apellidos"_s]);
+    c.ayn = surname + u' ' + name;
+    c.dir = streetOf(d);
+    c.loc = chance.between(1, d.counters[u"contadorloc"_s]);
+    if (chance.isDue(55))
+        c.tel2 = telephone(d);
+    if (c.tel2.isEmpty() || chance.isDue(70))
+        c.telc2 = telephone(d);
+    const bool newOne = idc > Clientes - NewOnes;
+    if (newOne || chance.isDue(65))
+        c.email = u"%1.%2@example.%3"_s.arg(plainOf(name), plainOf(surname),
+                                            QLatin1StringView(chance.pick(Domains)));
     // Clients come one after the other, so their days of entry rise with their numbers.
-    c.feci = nuevo ? d.hoy.addDays(-1) : d.hoy.addDays(-5 - (Clientes - idc) * 4);
+    c.feci = newOne ? d.hoy.addDays(-1) : d.hoy.addDays(-5 - (Clientes - idc) * 4);
     c.fecu = c.feci;
-    c.perfil[1] = azar.Sale(25);
-    c.perfil[2] = azar.Sale(6);
-    c.perfil[3] = !nuevo && azar.Sale(18);
-    c.perfil[4] = azar.Sale(6);
+    c.profile[1] = chance.isDue(25);
+    c.profile[2] = chance.isDue(6);
+    c.profile[3] = !newOne && chance.isDue(18);
+    c.profile[4] = chance.isDue(6);
     return c;
 }
 
-MascotaDemo InventarMascota(Demo &d, int idm, int idc)
+DemoPatient inventPatient(Demo &d, int idm, int idc)
 {
-    Azar &azar = d.azar;
-    MascotaDemo m;
+    Chance &chance = d.chance;
+    DemoPatient m;
     m.idm = idm;
     m.idc = idc;
-    m.nom = azar.De(d.palabras[u"mascotas"_s]);
-    const int dado = azar.Entre(1, 100);
-    m.esp = dado <= 60 ? 1 : dado <= 90 ? 2 : dado <= 93 ? 3 : dado <= 97 ? 4 : 5;
-    const QList<QStringList> todas = d.palabras.Campos(u"razas"_s);
-    QList<int> razas;
-    for (int r = 0; r < todas.size(); ++r)
-        if (todas[r][1].toInt() == m.esp)
-            razas.append(r + 1);
-    m.raz = azar.De(razas);
-    m.sex = azar.Entre(0, 3);
-    m.ser = azar.Sale(22) ? 1 : 0;
-    m.dec = azar.Sale(3);
-    m.feci = d.Cliente(idc).feci;
-    if (azar.Sale(92)) {
+    m.nom = chance.pick(d.words[u"mascotas"_s]);
+    const int given = chance.between(1, 100);
+    m.esp = given <= 60 ? 1 : given <= 90 ? 2 : given <= 93 ? 3 : given <= 97 ? 4 : 5;
+    const QList<QStringList> all = d.words.fieldsOf(u"razas"_s);
+    QList<int> breeds;
+    for (int r = 0; r < all.size(); ++r)
+        if (all[r][1].toInt() == m.esp)
+            breeds.append(r + 1);
+    m.raz = chance.pick(breeds);
+    m.sex = chance.between(0, 3);
+    m.ser = chance.isDue(22) ? 1 : 0;
+    m.dec = chance.isDue(3);
+    m.feci = d.Client(idc).feci;
+    if (chance.isDue(92)) {
         // Born before it first came; today's birthdays are given out apart.
-        const int antes = azar.Sale(30) ? azar.Entre(50, 140) : azar.Entre(200, 3000);
-        m.fecn = m.feci.addDays(-antes);
+        const int before = chance.isDue(30) ? chance.between(50, 140) : chance.between(200, 3000);
+        m.fecn = m.feci.addDays(-before);
         if (m.fecn.month() == d.hoy.month() && m.fecn.day() == d.hoy.day())
             m.fecn = m.fecn.addDays(-1);
     }
-    const bool chica = m.fecn.isValid() && m.fecn.daysTo(d.hoy) < 200;
-    const int centesimos = chica ? azar.Entre(20, 55) : azar.Entre(80, 120);
-    m.pes = std::round(todas[m.raz - 1][2].toDouble() * centesimos) / 100;
+    const bool small = m.fecn.isValid() && m.fecn.daysTo(d.hoy) < 200;
+    const int hundredths = small ? chance.between(20, 55) : chance.between(80, 120);
+    m.pes = std::round(all[m.raz - 1][2].toDouble() * hundredths) / 100;
     return m;
 }
 
-void RepartirCumpleanos(Demo &d)
+void spreadBirthdays(Demo &d)
 {
     int dados = 0;
-    for (MascotaDemo &m : d.animales) {
+    for (DemoPatient &m : d.animals) {
         if (m.dec || m.esp > 2 || m.idm % 37 != 0)
             continue;
-        ClienteDemo &c = d.Cliente(m.idc);
-        if (dados < CumplenDestacados)
-            c.perfil[1] = c.perfil[3] = true, c.perfil[2] = false;
+        DemoClient &c = d.Client(m.idc);
+        if (dados < FeaturedBirthdays)
+            c.profile[1] = c.profile[3] = true, c.profile[2] = false;
         else
-            c.perfil[3] = false;
+            c.profile[3] = false;
         // Four or eight years: also a 29 February has been one.
         m.fecn = d.hoy.addYears(dados % 2 ? -8 : -4);
         m.feci = std::max(m.feci, m.fecn.addDays(60));
-        if (++dados == Cumplen)
+        if (++dados == Birthdays)
             return;
     }
 }
 
-struct SocioDemo {
+struct DemoMember {
     int obra;
-    int mesesSinPagar; // calendar months since the last payment
+    int monthsWithoutPay; // calendar months since the last payment
 };
 
 } // namespace
 
-void InventarGente(Demo &d)
+void startup::inventPeople(Demo &d)
 {
-    InventarListas(d);
+    inventLists(d);
     for (int idc = 1; idc <= Clientes; ++idc)
-        d.gente.push_back(InventarCliente(d, idc));
+        d.people.push_back(inventClient(d, idc));
     // One patient for each client, the others to whoever has more than one.
-    for (int idm = 1; idm <= Mascotas; ++idm)
-        d.animales.push_back(
-            InventarMascota(d, idm, idm <= Clientes ? idm : d.azar.Entre(1, Clientes - Nuevos)));
-    RepartirCumpleanos(d);
-    d.contadores[u"contadorclientes"_s] = Clientes;
-    d.contadores[u"contadormascotas"_s] = Mascotas;
+    for (int idm = 1; idm <= Patients; ++idm)
+        d.animals.push_back(
+            inventPatient(d, idm, idm <= Clientes ? idm : d.chance.between(1, Clientes - NewOnes)));
+    spreadBirthdays(d);
+    d.counters[u"contadorclientes"_s] = Clientes;
+    d.counters[u"contadormascotas"_s] = Patients;
 }
 
-void InventarSocios(Demo &d)
+void startup::inventMembers(Demo &d)
 {
-    const int factor = d.s.textos.idioma() == Idioma::Espanol     ? 1200
-                       : d.s.textos.idioma() == Idioma::Portugues ? 150
-                                                                  : 40;
-    std::vector<Moneda> cuotas;
-    for (const QStringList &plan : d.palabras.Campos(u"planes"_s)) {
-        cuotas.push_back(Moneda::DeEntero(factor * plan[1].toInt() / 100));
-        d.os.Execute("insert into Planes (nom, monto) values (?, ?)", plan[0], cuotas.back());
+    const int factor = d.s.texts.language() == store::Language::Spanish      ? 1200
+                       : d.s.texts.language() == store::Language::Portuguese ? 150
+                                                                             : 40;
+    std::vector<Moneda> fees;
+    for (const QStringList &plan : d.words.fieldsOf(u"planes"_s)) {
+        fees.push_back(Moneda::whole(factor * plan[1].toInt() / 100));
+        d.os.Execute("insert into Planes (nom, monto) values (?, ?)", plan[0], fees.back());
     }
-    for (const char *lista : {"cobradores", "promotores"})
-        for (const QString &nombre : d.palabras[QLatin1StringView(lista)])
-            d.os.Execute("insert into " + std::string(lista)
+    for (const char *list : {"cobradores", "promotores"})
+        for (const QString &name : d.words[QLatin1StringView(list)])
+            d.os.Execute("insert into " + std::string(list)
                              + " (nom, dir, tel, mail, obs) values (?, ?, ?, ?, '')",
-                         nombre, Calle(d), Telefono(d), Llano(nombre) + "@example.org"_L1);
-    for (const QString &zona : d.palabras[u"zonas"_s])
-        d.os.Execute("insert into Zonas (nom) values (?)", zona);
+                         name, streetOf(d), telephone(d), plainOf(name) + "@example.org"_L1);
+    for (const QString &zone : d.words[u"zonas"_s])
+        d.os.Execute("insert into Zonas (nom) values (?)", zone);
 
-    std::vector<SocioDemo> socios(12, SocioDemo{1, 0});
+    std::vector<DemoMember> socios(12, DemoMember{1, 0});
     socios.insert(socios.end(), {{5, 1}, {5, 1}, {5, 1}, {2, 2}, {2, 3}, {3, 5}, {4, 0}});
-    const auto documentos = std::to_array<const char16_t *>({u"DNI", u"CI"});
-    const QString tarjeta = d.s.configuracion["EntradaPlastico"].toText();
-    int solicitud = 1000;
+    const auto documents = std::to_array<const char16_t *>({u"DNI", u"CI"});
+    const QString card = d.s.configuracion["EntradaPlastico"].toText();
+    int request = 1000;
     int idc = 4;
-    for (const SocioDemo &socio : socios) {
-        ClienteDemo &c = d.Cliente(idc += 13);
-        c.obra = socio.obra;
-        const int plan = d.azar.Entre(1, int(cuotas.size()));
+    for (const DemoMember &member : socios) {
+        DemoClient &c = d.Client(idc += 13);
+        c.obra = member.obra;
+        const int plan = d.chance.between(1, int(fees.size()));
         // A request that has run out is older than a year; all others are newer.
-        const QDate desde = d.hoy.addDays(socio.obra == 4 ? -380 : -d.azar.Entre(190, 350));
-        const QDate mes = QDate(d.hoy.year(), d.hoy.month(), 1).addMonths(-socio.mesesSinPagar);
-        const bool conCobrador = d.azar.Sale(60);
+        const QDate from = d.hoy.addDays(member.obra == 4 ? -380 : -d.chance.between(190, 350));
+        const QDate mes = QDate(d.hoy.year(), d.hoy.month(), 1).addMonths(-member.monthsWithoutPay);
+        const bool withCollector = d.chance.isDue(60);
         d.os.Execute(
             "insert into Socios (idc, plan, grupo, nrosolicitud, fechasolicitud, fechavsol,"
             " fechabsol, ultimopago, fechanac, tipodoc, nrodoc, calle2, localidad2, zona, tel,"
             " formapago, cobrador, promotor, tarjeta, banco, iva)"
             " values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, ?, '', 0)",
-            c.idc, plan, u"1"_s, double(++solicitud), desde, desde.addDays(365),
-            socio.obra == 3 ? Valor(d.hoy.addDays(-40)) : Valor(), mes,
-            d.hoy.addDays(-d.azar.Entre(9000, 24000)), documentos[size_t(d.azar.Entre(0, 1))],
-            QString::number(d.azar.Entre(1000000, 9999999)), c.dir,
-            d.palabras.Campos(u"localidades"_s)[c.loc - 1][0], d.azar.Entre(1, 3), c.tel2,
-            conCobrador ? u"co"_s : u"dt"_s, conCobrador ? Valor(d.azar.Entre(1, 2)) : Valor(),
-            conCobrador ? QString() : tarjeta);
-        for (int atras = 5; atras >= 0; --atras) {
-            const QDate pagado = mes.addMonths(-atras);
-            if (pagado < desde.addDays(-31))
+            c.idc, plan, u"1"_s, double(++request), from, from.addDays(365),
+            member.obra == 3 ? store::Value(d.hoy.addDays(-40)) : store::Value(), mes,
+            d.hoy.addDays(-d.chance.between(9000, 24000)),
+            documents[size_t(d.chance.between(0, 1))],
+            QString::number(d.chance.between(1000000, 9999999)), c.dir,
+            d.words.fieldsOf(u"localidades"_s)[c.loc - 1][0], d.chance.between(1, 3), c.tel2,
+            withCollector ? u"co"_s : u"dt"_s,
+            withCollector ? store::Value(d.chance.between(1, 2)) : store::Value(),
+            withCollector ? QString() : card);
+        for (int back = 5; back >= 0; --back) {
+            const QDate paid = mes.addMonths(-back);
+            if (paid < from.addDays(-31))
                 continue;
-            const QDate dia = std::min(pagado.addDays(d.azar.Entre(0, 9)), d.hoy);
+            const QDate dia = std::min(paid.addDays(d.chance.between(0, 9)), d.hoy);
             d.os.Execute("insert into Pagos (idc, fec, pago, idu) values (?, ?, ?, 1)", c.idc, dia,
-                         cuotas[size_t(plan - 1)]);
+                         fees[size_t(plan - 1)]);
         }
-        for (const MascotaDemo &m : d.animales)
+        for (const DemoPatient &m : d.animals)
             if (m.idc == c.idc && !m.dec)
                 d.os.Execute("insert into MascotasAsociadas (idm, idc, nom) values (?, ?, ?)",
                              m.idm, c.idc, m.nom);
     }
 }
 
-void EscribirGente(Demo &d)
+void startup::writePeople(Demo &d)
 {
-    const QList<QStringList> localidades = d.palabras.Campos(u"localidades"_s);
-    const QList<QStringList> regiones = d.palabras.Campos(u"regiones"_s);
-    Azar &azar = d.azar;
-    for (const ClienteDemo &c : d.gente) {
-        const QStringList &localidad = localidades[c.loc - 1];
-        const int dep = localidad[2].toInt();
+    const QList<QStringList> subregions = d.words.fieldsOf(u"localidades"_s);
+    const QList<QStringList> regions = d.words.fieldsOf(u"regiones"_s);
+    Chance &chance = d.chance;
+    for (const DemoClient &c : d.people) {
+        const QStringList &subregion = subregions[c.loc - 1];
+        const int dep = subregion[2].toInt();
         d.clientes.Execute(
             "insert into Clientes (idc, ayn, dir, loc, dep, codp2, codt2, tel2, telc2, email, mark,"
             " obs, feci, fecu, deuda, obra, Perfil1, Perfil2, Perfil3, Perfil4, Perfil5)"
             " values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-            c.idc, c.ayn, c.dir, c.loc, dep, localidad[1], regiones[dep - 1][1], c.tel2, c.telc2,
-            c.email, azar.Entre(1, d.contadores[u"contadormark"_s]),
-            azar.Sale(8) ? azar.De(d.palabras[u"notasdecliente"_s]) : QString(), c.feci, c.fecu,
-            c.deuda, c.obra, c.perfil[1], c.perfil[2], c.perfil[3], c.perfil[4], c.perfil[5]);
+            c.idc, c.ayn, c.dir, c.loc, dep, subregion[1], regions[dep - 1][1], c.tel2, c.telc2,
+            c.email, chance.between(1, d.counters[u"contadormark"_s]),
+            chance.isDue(8) ? chance.pick(d.words[u"notasdecliente"_s]) : QString(), c.feci, c.fecu,
+            c.deuda, c.obra, c.profile[1], c.profile[2], c.profile[3], c.profile[4], c.profile[5]);
         // The counters agree with the flags: enough events, the larger part on the flag's side.
-        const auto parte = [&](bool sobre) { return sobre ? azar.Entre(7, 15) : azar.Entre(0, 2); };
+        const auto part = [&](bool on) {
+            return on ? chance.between(7, 15) : chance.between(0, 2);
+        };
         d.morvane.Execute(
             "insert into Perfiles (idc, buenascompras, malascompras, deudasdemoradas,"
             " deudasnodemoradas, TurnosCumplidos, TurnosNoCumplidos) values (?, ?, ?, ?, ?, ?, ?)",
-            c.idc, parte(c.perfil[1]), azar.Entre(1, 2), parte(c.perfil[2]), azar.Entre(0, 2),
-            parte(c.perfil[4]), azar.Entre(0, 2));
+            c.idc, part(c.profile[1]), chance.between(1, 2), part(c.profile[2]),
+            chance.between(0, 2), part(c.profile[4]), chance.between(0, 2));
     }
-    for (const MascotaDemo &m : d.animales)
+    for (const DemoPatient &m : d.animals)
         d.clientes.Execute(
             "insert into Mascotas (idm, idc, nom, esp, raz, pel, car, Chip, fecn, pes, sex, ped,"
             " rep, dec, ser, obs, feci, fult, int, hos, tarea)"
             " values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-            m.idm, m.idc, m.nom, m.esp, m.raz, azar.Entre(1, d.contadores[u"contadorpelaje"_s]),
-            azar.Sale(25) ? azar.De(d.palabras[u"marcas"_s]) : QString(),
-            m.esp == 1 && azar.Sale(30) ? u"9850000%1"_s.arg(azar.Entre(10000000, 99999999))
-                                        : QString(),
-            m.fecn, m.pes, m.sex, azar.Sale(6), m.sex < 2 && azar.Sale(5), m.dec, m.ser,
-            azar.Sale(10) ? azar.De(d.palabras[u"notasdemascota"_s]) : QString(), m.feci, m.fult,
-            m.internada, m.hospedada ? 1 : 0, m.tarea);
+            m.idm, m.idc, m.nom, m.esp, m.raz, chance.between(1, d.counters[u"contadorpelaje"_s]),
+            chance.isDue(25) ? chance.pick(d.words[u"marcas"_s]) : QString(),
+            m.esp == 1 && chance.isDue(30) ? u"9850000%1"_s.arg(chance.between(10000000, 99999999))
+                                           : QString(),
+            m.fecn, m.pes, m.sex, chance.isDue(6), m.sex < 2 && chance.isDue(5), m.dec, m.ser,
+            chance.isDue(10) ? chance.pick(d.words[u"notasdemascota"_s]) : QString(), m.feci,
+            m.fult, m.inpatient, m.boarded ? 1 : 0, m.task);
 }

@@ -7,17 +7,18 @@
 #include <algorithm>
 #include <map>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr int Alimento = 1;
-constexpr int Vacunas = 3;
-constexpr int Antiparasitarios = 4;
-constexpr int Anticonceptivos = 5;
+constexpr int Food = 1;
+constexpr int Vaccines = 3;
+constexpr int Antiparasitics = 4;
+constexpr int Contraceptives = 5;
 
-void Dosis(Demo &d, int idm, int ida, int cat, int dos, QDate col, QDate rep, int si)
+void addDose(Demo &d, int idm, int ida, int cat, int dos, QDate col, QDate rep, int si)
 {
     d.clientes.Execute("insert into ArtPlan (idm, ida, dos, col, rep, si, IdCat, Ana)"
                        " values (?, ?, ?, ?, ?, ?, ?, 0)",
@@ -25,41 +26,41 @@ void Dosis(Demo &d, int idm, int ida, int cat, int dos, QDate col, QDate rep, in
 }
 
 /// Doses of one product given every so many days, the next one open on a day.
-void Historia(Demo &d, const MascotaDemo &m, int ida, int cat, int cada, int dadas, QDate proxima)
+void history(Demo &d, const DemoPatient &m, int ida, int cat, int interval, int given, QDate next)
 {
-    for (int i = dadas; i > 0; --i) {
-        const QDate dia = proxima.addDays(-qint64(cada) * i);
-        Dosis(d, m.idm, ida, cat, dadas - i + 1, dia, dia, 1);
+    for (int i = given; i > 0; --i) {
+        const QDate dia = next.addDays(-qint64(interval) * i);
+        addDose(d, m.idm, ida, cat, given - i + 1, dia, dia, 1);
     }
-    Dosis(d, m.idm, ida, cat, dadas + 1, {}, proxima, 0);
+    addDose(d, m.idm, ida, cat, given + 1, {}, next, 0);
 }
 
 /// The next patient that nothing has been made of yet: a living grown dog or cat.
-MascotaDemo &Apartar(Demo &d, int ser)
+DemoPatient &setAside(Demo &d, int ser)
 {
-    const auto libre = [&](const MascotaDemo &m) {
-        return !m.apartada && !m.dec && m.esp <= 2 && m.ser == ser && m.fecn.isValid()
+    const auto free = [&](const DemoPatient &m) {
+        return !m.setAside && !m.dec && m.esp <= 2 && m.ser == ser && m.fecn.isValid()
                && m.fecn.daysTo(d.hoy) > 850;
     };
     // From a place of its own for each search, so that they are not all neighbours.
-    const auto desde = d.animales.begin() + d.azar.Entre(0, int(d.animales.size()) - 1);
-    auto i = std::find_if(desde, d.animales.end(), libre);
-    if (i == d.animales.end())
-        i = std::find_if(d.animales.begin(), d.animales.end(), libre);
-    i->apartada = true;
+    const auto from = d.animals.begin() + d.chance.between(0, int(d.animals.size()) - 1);
+    auto i = std::find_if(from, d.animals.end(), free);
+    if (i == d.animals.end())
+        i = std::find_if(d.animals.begin(), d.animals.end(), free);
+    i->setAside = true;
     return *i;
 }
 
 /// What the next start finds: for each row how many patients, in whose care, when the dose is due
 /// (days from today) and how many older doses of the category are still open.
-struct CasoDeDosis {
-    int pacientes;
+struct DoseCase {
+    int patients;
     int ser;
-    int vence;
-    int atrasadas;
+    int expires;
+    int late;
 };
 
-constexpr CasoDeDosis Casos[] = {
+constexpr DoseCase Cases[] = {
     {3, 0, -1, 0}, {2, 0, -3, 0},               // missed, the first one
     {3, 0, -2, 1},                              // missed, the second one
     {3, 1, -2, 0},                              // missed, in the clinic's care
@@ -70,279 +71,279 @@ constexpr CasoDeDosis Casos[] = {
     {2, 0, 1, 0},  {2, 0, 2, 0},  {3, 0, 3, 0}, // to be reminded of
 };
 
-void DosisDelTablero(Demo &d)
+void boardDose(Demo &d)
 {
-    for (const CasoDeDosis &caso : Casos)
-        for (int n = 0; n < caso.pacientes; ++n) {
-            const MascotaDemo &m = Apartar(d, caso.ser);
-            for (int a = 0; a < caso.atrasadas; ++a)
-                Historia(d, m, 1 + a, Vacunas, 365, 1, d.hoy.addDays(-45 - 30 * a));
-            Historia(d, m, 4, Vacunas, 365, d.azar.Entre(1, 2), d.hoy.addDays(caso.vence));
-            Historia(d, m, 12, Antiparasitarios, 90, 3, d.hoy.addDays(d.azar.Entre(12, 80)));
+    for (const DoseCase &sample : Cases)
+        for (int n = 0; n < sample.patients; ++n) {
+            const DemoPatient &m = setAside(d, sample.ser);
+            for (int a = 0; a < sample.late; ++a)
+                history(d, m, 1 + a, Vaccines, 365, 1, d.hoy.addDays(-45 - 30 * a));
+            history(d, m, 4, Vaccines, 365, d.chance.between(1, 2), d.hoy.addDays(sample.expires));
+            history(d, m, 12, Antiparasitics, 90, 3, d.hoy.addDays(d.chance.between(12, 80)));
         }
 }
 
 /// A plan as it is attached on a day: a row for each product of the chain, those of days gone by
 /// given.
-void Plan(Demo &d, const MascotaDemo &m, int idr, QDate desde)
+void Plan(Demo &d, const DemoPatient &m, int idr, QDate from)
 {
     const Recordset r = d.morvane.OpenSnapshot("select * from Regimen where Idr = ?", idr);
     const int cat = r["Tip"].toInt();
-    const QStringList cadena = r["Reg"].toText().split(u',', Qt::SkipEmptyParts);
-    std::map<int, int> dosis;
-    QDate dia = desde;
-    for (qsizetype i = 0; i + 1 < cadena.size(); i += 2) {
-        const int ida = cadena[i].toInt();
-        const bool dada = dia < d.hoy;
-        Dosis(d, m.idm, ida, cat, ++dosis[ida], dada ? dia : QDate(), dia, dada ? 3 : 2);
-        dia = dia.addDays(cadena[i + 1].toInt());
+    const QStringList chain = r["Reg"].toText().split(u',', Qt::SkipEmptyParts);
+    std::map<int, int> doses;
+    QDate dia = from;
+    for (qsizetype i = 0; i + 1 < chain.size(); i += 2) {
+        const int ida = chain[i].toInt();
+        const bool given = dia < d.hoy;
+        addDose(d, m.idm, ida, cat, ++doses[ida], given ? dia : QDate(), dia, given ? 3 : 2);
+        dia = dia.addDays(chain[i + 1].toInt());
     }
     d.clientes.Execute("insert into PlanMascota (idm, idplan, idcat) values (?, ?, ?)", m.idm, idr,
                        cat);
 }
 
-void DosisDeTodos(Demo &d)
+void allDoses(Demo &d)
 {
-    Azar &azar = d.azar;
-    for (const MascotaDemo &m : d.animales) {
-        if (m.apartada || m.esp > 3)
+    Chance &chance = d.chance;
+    for (const DemoPatient &m : d.animals) {
+        if (m.setAside || m.esp > 3)
             continue;
-        const qint64 edad = m.fecn.isValid() ? m.fecn.daysTo(d.hoy) : 1500;
-        if (m.esp < 3 && edad < 200) {
+        const qint64 age = m.fecn.isValid() ? m.fecn.daysTo(d.hoy) : 1500;
+        if (m.esp < 3 && age < 200) {
             Plan(d, m, m.esp == 1 ? 16 : 17, m.fecn.addDays(60));
             Plan(d, m, m.esp == 1 ? 18 : 19, m.fecn.addDays(45));
             continue;
         }
         const int ida = m.esp == 1 ? 2 : m.esp == 2 ? 3 : 9;
-        const int anos = int(std::clamp<qint64>(edad / 365, 1, 4));
-        if (azar.Sale(10)) // given once, nothing further
-            Dosis(d, m.idm, ida, Vacunas, 1, d.hoy.addDays(-azar.Entre(20, 120)), {}, 4);
-        else if (azar.Sale(10) && anos > 2) // long overdue
-            Historia(d, m, ida, Vacunas, 365, anos - 1, d.hoy.addDays(-azar.Entre(20, 300)));
-        else if (edad < 365)
-            Historia(d, m, ida, Vacunas, 365, 1, d.hoy.addDays(azar.Entre(230, 350)));
+        const int years = int(std::clamp<qint64>(age / 365, 1, 4));
+        if (chance.isDue(10)) // given once, nothing further
+            addDose(d, m.idm, ida, Vaccines, 1, d.hoy.addDays(-chance.between(20, 120)), {}, 4);
+        else if (chance.isDue(10) && years > 2) // long overdue
+            history(d, m, ida, Vaccines, 365, years - 1, d.hoy.addDays(-chance.between(20, 300)));
+        else if (age < 365)
+            history(d, m, ida, Vaccines, 365, 1, d.hoy.addDays(chance.between(230, 350)));
         else
-            Historia(d, m, ida, Vacunas, 365, anos, d.hoy.addDays(azar.Entre(15, 350)));
+            history(d, m, ida, Vaccines, 365, years, d.hoy.addDays(chance.between(15, 350)));
         if (m.esp < 3)
-            Historia(d, m, 12, Antiparasitarios, 90, azar.Entre(1, edad > 600 ? 5 : 2),
-                     d.hoy.addDays(edad > 600 && azar.Sale(8) ? -azar.Entre(15, 60)
-                                                              : azar.Entre(10, 88)));
-        if (m.esp < 3 && m.sex == 1 && edad > 400 && azar.Sale(12))
-            Historia(d, m, 35, Anticonceptivos, 150, 2, d.hoy.addDays(azar.Entre(10, 140)));
+            history(d, m, 12, Antiparasitics, 90, chance.between(1, age > 600 ? 5 : 2),
+                    d.hoy.addDays(age > 600 && chance.isDue(8) ? -chance.between(15, 60)
+                                                               : chance.between(10, 88)));
+        if (m.esp < 3 && m.sex == 1 && age > 400 && chance.isDue(12))
+            history(d, m, 35, Contraceptives, 150, 2, d.hoy.addDays(chance.between(10, 140)));
     }
 }
 
-void Consumo(Demo &d)
+void consumption(Demo &d)
 {
-    Azar &azar = d.azar;
-    const auto anotar = [&](const MascotaDemo &m, double quedan, bool avisado) {
+    Chance &chance = d.chance;
+    const auto log = [&](const DemoPatient &m, double remaining, bool warned) {
         const int ida = m.esp == 1 ? (m.pes <= 10 ? 23 : 21) : 25;
         const int total = ida == 23 ? 3000 : ida == 21 ? 15000 : 7500;
-        const int diario = m.esp == 2 ? 60 : std::max(80, int(m.pes) * 14);
-        const int limite = m.esp == 2 ? 300 : m.pes <= 10 ? 600 : m.pes <= 25 ? 1200 : 2000;
+        const int daily = m.esp == 2 ? 60 : std::max(80, int(m.pes) * 14);
+        const int limit = m.esp == 2 ? 300 : m.pes <= 10 ? 600 : m.pes <= 25 ? 1200 : 2000;
         // quedan: days until the level is reached; below 0 it has been
-        const int can = quedan < 0 ? limite / 3 : limite + int(quedan * diario);
+        const int can = remaining < 0 ? limit / 3 : limit + int(remaining * daily);
         d.clientes.Execute(
             "insert into Consumo (idm, IdCat, ida, can, CanTotal, Con, men, FaltaHoy)"
             " values (?, ?, ?, ?, ?, ?, ?, 0)",
-            m.idm, Alimento, ida, Moneda::DeEntero(std::min(can, total)), Moneda::DeEntero(total),
-            Moneda::DeEntero(diario), avisado);
+            m.idm, Food, ida, Moneda::whole(std::min(can, total)), Moneda::whole(total),
+            Moneda::whole(daily), warned);
     };
     for (int i = 0; i < 5; ++i)
-        anotar(Apartar(d, 0), 1.5, false);
+        log(setAside(d, 0), 1.5, false);
     for (int i = 0; i < 4; ++i)
-        anotar(Apartar(d, 1), 2.5, false);
-    for (const MascotaDemo &m : d.animales)
-        if (!m.apartada && !m.dec && m.esp <= 2 && azar.Sale(35)) {
-            const bool avisado = azar.Sale(6);
-            anotar(m, avisado ? -1 : azar.Entre(6, 60), avisado);
+        log(setAside(d, 1), 2.5, false);
+    for (const DemoPatient &m : d.animals)
+        if (!m.setAside && !m.dec && m.esp <= 2 && chance.isDue(35)) {
+            const bool warned = chance.isDue(6);
+            log(m, warned ? -1 : chance.between(6, 60), warned);
         }
 }
 
-void Sesiones(Demo &d)
+void sessions(Demo &d)
 {
-    struct Sesion_ {
+    struct Session {
         QDate fec;
         size_t animal;
     };
-    Azar &azar = d.azar;
-    std::vector<Sesion_> todas;
-    for (size_t i = 0; i < d.animales.size(); ++i) {
-        const MascotaDemo &m = d.animales[i];
-        const int desdeElAlta = int(m.feci.daysTo(d.hoy));
-        for (int n = azar.Entre(0, m.esp <= 3 ? 5 : 1); n > 0 && desdeElAlta > 1; --n)
-            todas.push_back({d.hoy.addDays(-azar.Entre(1, std::min(desdeElAlta, 700))), i});
+    Chance &chance = d.chance;
+    std::vector<Session> all;
+    for (size_t i = 0; i < d.animals.size(); ++i) {
+        const DemoPatient &m = d.animals[i];
+        const int sinceAddition = int(m.feci.daysTo(d.hoy));
+        for (int n = chance.between(0, m.esp <= 3 ? 5 : 1); n > 0 && sinceAddition > 1; --n)
+            all.push_back({d.hoy.addDays(-chance.between(1, std::min(sinceAddition, 700))), i});
     }
     // A stable order, the same with every library.
-    std::ranges::stable_sort(todas, {}, &Sesion_::fec);
-    for (const auto &[fec, animal] : todas) {
-        MascotaDemo &m = d.animales[animal];
+    std::ranges::stable_sort(all, {}, &Session::fec);
+    for (const auto &[fec, animal] : all) {
+        DemoPatient &m = d.animals[animal];
         m.fult = fec;
-        ClienteDemo &c = d.Cliente(m.idc);
+        DemoClient &c = d.Client(m.idc);
         c.fecu = std::max(c.fecu, fec);
         d.clientes.Execute("insert into MClinica (idclinica, idm, fec, cli, tmp, pes, idu)"
                            " values (?, ?, ?, ?, ?, ?, 1)",
-                           d.Siguiente(u"contadorclinica"_s), m.idm, fec,
-                           azar.De(d.palabras[u"consultas"_s]), azar.Entre(380, 394) / 10.0, m.pes);
+                           d.nextOne(u"contadorclinica"_s), m.idm, fec,
+                           chance.pick(d.words[u"consultas"_s]), chance.between(380, 394) / 10.0,
+                           m.pes);
     }
     for (int i = 0; i < 40; ++i)
         d.clientes.Execute("insert into FichasVisitadas (idm, fec, hor, tip, idu)"
                            " values (?, ?, ?, ?, 1)",
-                           azar.De(d.animales).idm, d.hoy.addDays(-5 + i / 8),
-                           QTime(9 + i % 8, azar.Entre(0, 59)),
+                           chance.pick(d.animals).idm, d.hoy.addDays(-5 + i / 8),
+                           QTime(9 + i % 8, chance.between(0, 59)),
                            i % 4 == 0   ? u"v"_s
                            : i % 4 == 1 ? u"b"_s
                                         : u"f"_s);
 }
 
-void Resultados(Demo &d, const char *tabla, int idm, QDate fec, int cuantos)
+void results(Demo &d, const char *table, int idm, QDate fec, int count)
 {
-    QStringList columnas{u"idm"_s, u"fec"_s};
-    std::vector<Valor> valores{idm, fec};
-    for (int i = 1; i <= cuantos; ++i) {
-        columnas.append(u"r%1"_s.arg(i));
-        valores.push_back(d.azar.Entre(10, 900) / 10.0);
+    QStringList columns{u"idm"_s, u"fec"_s};
+    std::vector<store::Value> values{idm, fec};
+    for (int i = 1; i <= count; ++i) {
+        columns.append(u"r%1"_s.arg(i));
+        values.push_back(d.chance.between(10, 900) / 10.0);
     }
-    InsertarFila(d.clientes, QLatin1StringView(tabla), columnas, valores);
+    insertRow(d.clientes, QLatin1StringView(table), columns, values);
 }
 
 /// Studies in two generations of columns: a new row has each value behind one blank.
-void Textos2(Demo &d, const char *tabla, const QStringList &columnas, const QString &lista, int idm,
-             QDate fecha)
+void texts2(Demo &d, const char *table, const QStringList &columns, const QString &list, int idm,
+            QDate date)
 {
-    QStringList todas{u"idm"_s, u"fecha"_s};
-    std::vector<Valor> valores{idm, fecha};
-    const QStringList textos = d.palabras.Campos(lista).front();
-    for (qsizetype i = 0; i < columnas.size(); ++i) {
-        todas.append(columnas[i]);
-        valores.push_back(u' ' + textos[i]);
+    QStringList all{u"idm"_s, u"fecha"_s};
+    std::vector<store::Value> values{idm, date};
+    const QStringList texts = d.words.fieldsOf(list).front();
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        all.append(columns[i]);
+        values.push_back(u' ' + texts[i]);
     }
-    InsertarFila(d.clientes, QLatin1StringView(tabla), todas, valores);
+    insertRow(d.clientes, QLatin1StringView(table), all, values);
 }
 
-void Estudios(Demo &d)
+void studies(Demo &d)
 {
-    Azar &azar = d.azar;
-    for (const MascotaDemo &m : d.animales) {
+    Chance &chance = d.chance;
+    for (const DemoPatient &m : d.animals) {
         if (m.esp > 2 || m.idm % 11 != 0)
             continue;
-        const QDate fec = d.hoy.addDays(-azar.Entre(2, 200));
-        const bool perro = m.esp == 1;
-        Resultados(d, "MAhemograma", m.idm, fec, perro ? 22 : 21);
-        Resultados(d, "MAbio", m.idm, fec, perro ? 25 : 19);
+        const QDate fec = d.hoy.addDays(-chance.between(2, 200));
+        const bool dog = m.esp == 1;
+        results(d, "MAhemograma", m.idm, fec, dog ? 22 : 21);
+        results(d, "MAbio", m.idm, fec, dog ? 25 : 19);
         switch (m.idm / 11 % 5) {
         case 0:
-            Textos2(d, "MAuri",
-                    {u"Metodo2"_s, u"Color2"_s, u"Aspecto2"_s, u"Densidad2"_s, u"Proteinas2"_s,
-                     u"Glucosa2"_s, u"Sangre2"_s},
-                    u"orina"_s, m.idm, fec);
+            texts2(d, "MAuri",
+                   {u"Metodo2"_s, u"Color2"_s, u"Aspecto2"_s, u"Densidad2"_s, u"Proteinas2"_s,
+                    u"Glucosa2"_s, u"Sangre2"_s},
+                   u"orina"_s, m.idm, fec);
             break;
         case 1:
-            Textos2(d, "MAcopro", {u"Tecnica2"_s, u"IdentBio2"_s, u"AntipSen2"_s}, u"coprologico"_s,
-                    m.idm, fec);
+            texts2(d, "MAcopro", {u"Tecnica2"_s, u"IdentBio2"_s, u"AntipSen2"_s}, u"coprologico"_s,
+                   m.idm, fec);
             break;
         case 2:
-            Textos2(d, "MAcultivo", {u"TMuetra2"_s, u"TCol2"_s, u"IDentMues2"_s, u"TantSen2"_s},
-                    u"cultivo"_s, m.idm, fec);
+            texts2(d, "MAcultivo", {u"TMuetra2"_s, u"TCol2"_s, u"IDentMues2"_s, u"TantSen2"_s},
+                   u"cultivo"_s, m.idm, fec);
             break;
         case 3: {
-            const QStringList eco = azar.De(d.palabras.Campos(u"ecografias"_s));
+            const QStringList eco = chance.pick(d.words.fieldsOf(u"ecografias"_s));
             d.clientes.Execute("insert into MEco (ideco, idm, fec, est, [desc])"
                                " values (?, ?, ?, ?, ?)",
-                               d.Siguiente(u"contadoreco"_s), m.idm, fec, eco[0], eco[1]);
+                               d.nextOne(u"contadoreco"_s), m.idm, fec, eco[0], eco[1]);
             break;
         }
         default: {
-            const QStringList ray = azar.De(d.palabras.Campos(u"radiografias"_s));
+            const QStringList ray = chance.pick(d.words.fieldsOf(u"radiografias"_s));
             d.clientes.Execute("insert into MRayos (idray, idm, fec, est, [desc])"
                                " values (?, ?, ?, ?, ?)",
-                               d.Siguiente(u"contadorrayosx"_s), m.idm, fec, ray[0], ray[1]);
+                               d.nextOne(u"contadorrayosx"_s), m.idm, fec, ray[0], ray[1]);
         }
         }
     }
 }
 
-void Caniles(Demo &d)
+void kennels(Demo &d)
 {
-    struct Estadia {
+    struct Stay {
         const char16_t *tip;
-        int entra;
+        int enters;
         int sale;
     };
     // One guest only, so that the feeding rounds are made; two past their time; a reservation that
     // nobody kept.
-    static constexpr Estadia Estadias[] = {{u"h", -4, 3}, {u"h", -9, -1}, {u"h", -12, -3},
-                                           {u"r", -2, 4}, {u"r", 1, 6},   {u"r", 5, 12},
-                                           {u"r", 9, 15}};
-    int canil = 0;
-    for (const Estadia &e : Estadias) {
-        MascotaDemo &m = Apartar(d, canil % 2);
-        m.hospedada = true;
+    static constexpr Stay Stays[] = {{u"h", -4, 3}, {u"h", -9, -1}, {u"h", -12, -3}, {u"r", -2, 4},
+                                     {u"r", 1, 6},  {u"r", 5, 12},  {u"r", 9, 15}};
+    int kennel = 0;
+    for (const Stay &e : Stays) {
+        DemoPatient &m = setAside(d, kennel % 2);
+        m.boarded = true;
         d.clientes.Execute("insert into MHospedaje (idm, idcanil, fent, fsal, tip)"
                            " values (?, ?, ?, ?, ?)",
-                           m.idm, ++canil, d.hoy.addDays(e.entra), d.hoy.addDays(e.sale), e.tip);
+                           m.idm, ++kennel, d.hoy.addDays(e.enters), d.hoy.addDays(e.sale), e.tip);
     }
     for (int i = 0; i < 2; ++i)
-        Apartar(d, 0).internada = true;
+        setAside(d, 0).inpatient = true;
 }
 
 void Agenda(Demo &d)
 {
-    static constexpr int Servicios[] = {75, 82, 78, 73, 80, 75, 81, 76, 79, 77};
-    Azar &azar = d.azar;
-    int cual = 0;
+    static constexpr int Services[] = {75, 82, 78, 73, 80, 75, 81, 76, 79, 77};
+    Chance &chance = d.chance;
+    int which = 0;
     // Two weeks back to one ahead; of yesterday two stay open.
     for (int dia = -14; dia <= 7; ++dia) {
-        const QDate fecha = d.hoy.addDays(dia);
-        const int citas = fecha.dayOfWeek() == Qt::Sunday && dia != 0 && dia != -1 ? 0
-                          : dia == 0                                               ? 9
-                                     : azar.Entre(4, 7);
-        for (int i = 0; i < citas; ++i) {
-            size_t animal = size_t(azar.Entre(0, int(d.animales.size()) - 1));
-            while (d.animales[animal].dec)
-                animal = (animal + 1) % d.animales.size();
-            MascotaDemo &m = d.animales[animal];
-            Tarea t;
-            t.tip = Servicios[size_t(cual++ % int(std::size(Servicios)))];
+        const QDate date = d.hoy.addDays(dia);
+        const int appointments = date.dayOfWeek() == Qt::Sunday && dia != 0 && dia != -1 ? 0
+                                 : dia == 0                                              ? 9
+                                            : chance.between(4, 7);
+        for (int i = 0; i < appointments; ++i) {
+            size_t animal = size_t(chance.between(0, int(d.animals.size()) - 1));
+            while (d.animals[animal].dec)
+                animal = (animal + 1) % d.animals.size();
+            DemoPatient &m = d.animals[animal];
+            agenda::Task t;
+            t.tip = Services[size_t(which++ % int(std::size(Services)))];
             t.ida = m.idm;
-            t.dia = fecha;
-            t.hor = QTime(9, 0).addSecs(60 * (i * 65 + 5 * azar.Entre(0, 4)));
+            t.dia = date;
+            t.hor = QTime(9, 0).addSecs(60 * (i * 65 + 5 * chance.between(0, 4)));
             if (dia == 0 && i % 4 == 2)
                 t.ala = t.hor.addSecs(-15 * 60);
             t.medio = dia >= 0 && i % 5 == 0 ? 1 : 0;
-            t.fcreacion = fecha.addDays(-azar.Entre(dia > 2 ? dia : 4, 12));
-            t.des = azar.De(d.palabras[u"turnos"_s]);
+            t.fcreacion = date.addDays(-chance.between(dia > 2 ? dia : 4, 12));
+            t.des = chance.pick(d.words[u"turnos"_s]);
             const int id = AgregarTarea(d.s, t);
-            const bool hecha = dia < -1 || (dia == -1 && i >= 2) || (dia == 0 && i == 0);
-            if (hecha)
+            const bool done = dia < -1 || (dia == -1 && i >= 2) || (dia == 0 && i == 0);
+            if (done)
                 d.morvane.Execute("update TareasAgenda set est = -1, frealizacion = ? where id = ?",
-                                  fecha, id);
+                                  date, id);
             else
-                m.tarea = true;
+                m.task = true;
         }
     }
-    int hora = 13;
-    for (const QString &nota : d.palabras[u"pendientes"_s]) {
-        Tarea t;
-        t.tip = TipoTarea::TareaDeUsuario;
+    int hour = 13;
+    for (const QString &note : d.words[u"pendientes"_s]) {
+        agenda::Task t;
+        t.tip = agenda::TaskKind::UserTask;
         t.ida = 1;
-        t.dia = d.hoy.addDays(hora - 13 > 1 ? 1 : 0);
-        t.hor = QTime(hora++, 30);
+        t.dia = d.hoy.addDays(hour - 13 > 1 ? 1 : 0);
+        t.hor = QTime(hour++, 30);
         t.fcreacion = d.hoy.addDays(-1);
-        t.des = nota;
+        t.des = note;
         AgregarTarea(d.s, t);
     }
 }
 
 } // namespace
 
-void InventarFichas(Demo &d)
+void startup::inventRecords(Demo &d)
 {
-    DosisDelTablero(d);
-    Consumo(d);
-    Caniles(d);
-    DosisDeTodos(d);
-    Sesiones(d);
-    Estudios(d);
+    boardDose(d);
+    consumption(d);
+    kennels(d);
+    allDoses(d);
+    sessions(d);
+    studies(d);
     Agenda(d);
 }

@@ -3,109 +3,109 @@
 #include "startup/seeds.h"
 #include "store/identifiers.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
 
 #include <algorithm>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr int MayorUsuario = 255; // Usuarios.idu is a byte
+constexpr int HighestUser = 255; // Usuarios.idu is a byte
 
 /// Gives the rows of a table the names that a seed file has for them.
-void Renombrar(Base &base, const std::string &sql, const Semillas &semillas, QStringView id,
-               QStringView nombre)
+void rename(Base &base, const std::string &sql, const Seeds &seeds, QStringView id,
+            QStringView name)
 {
-    for (const QStringList &fila : semillas.filas)
-        base.Execute(sql, semillas.Celda(fila, nombre), semillas.Celda(fila, id).toInt());
+    for (const QStringList &row : seeds.rows)
+        base.Execute(sql, seeds.Cell(row, name), seeds.Cell(row, id).toInt());
 }
 
 /// Adds the products or services that are not there yet; those that are get their name.
 /// @return the highest identifier
-int Articulos(Base &finanzas, const Semillas &semillas, bool servicios)
+int Articulos(Base &finanzas, const Seeds &seeds, bool services)
 {
-    static const QStringList deServicio{u"ida"_s, u"tiempo"_s, u"tipo"_s};
-    int mayor = 0;
-    for (const QStringList &fila : semillas.filas) {
-        const int ida = semillas.Celda(fila, u"ida").toInt();
-        const QString &nombre = semillas.Celda(fila, u"nom");
-        mayor = std::max(mayor, ida);
-        if (!finanzas.Leer("select ida from Articulos where ida = ?", ida).EsNulo()) {
-            finanzas.Execute("update Articulos set nom = ? where ida = ?", nombre, ida);
+    static const QStringList service{u"ida"_s, u"tiempo"_s, u"tipo"_s};
+    int highest = 0;
+    for (const QStringList &row : seeds.rows) {
+        const int ida = seeds.Cell(row, u"ida").toInt();
+        const QString &name = seeds.Cell(row, u"nom");
+        highest = std::max(highest, ida);
+        if (!finanzas.read("select ida from Articulos where ida = ?", ida).isNull()) {
+            finanzas.Execute("update Articulos set nom = ? where ida = ?", name, ida);
             continue;
         }
-        QStringList columnas{u"ida"_s, u"nom"_s, u"cb"_s};
-        std::vector<Valor> valores{ida, nombre, QString::number(ida)};
-        const QStringList resto =
-            servicios ? QStringList{} : QStringList{u"idcat"_s, u"uni"_s, u"canuni"_s, u"vto"_s};
-        for (const QString &columna : resto) {
-            columnas.append(columna);
-            valores.push_back(
-                ValorDeSemilla(finanzas, "Articulos", columna, semillas.Celda(fila, columna)));
+        QStringList columns{u"ida"_s, u"nom"_s, u"cb"_s};
+        std::vector<store::Value> values{ida, name, QString::number(ida)};
+        const QStringList rest =
+            services ? QStringList{} : QStringList{u"idcat"_s, u"uni"_s, u"canuni"_s, u"vto"_s};
+        for (const QString &column : rest) {
+            columns.append(column);
+            values.push_back(seedValue(finanzas, "Articulos", column, seeds.Cell(row, column)));
         }
-        if (servicios) {
-            columnas += {u"idcat"_s, u"uni"_s};
-            valores.insert(valores.end(), {2, u"u"_s});
-            InsertarFila(finanzas, u"Servicios"_s, deServicio,
-                         {ida, semillas.Celda(fila, u"tiempo").toInt(),
-                          semillas.Celda(fila, u"tipo").toInt()});
+        if (services) {
+            columns += {u"idcat"_s, u"uni"_s};
+            values.insert(values.end(), {2, u"u"_s});
+            insertRow(finanzas, u"Servicios"_s, service,
+                      {ida, seeds.Cell(row, u"tiempo").toInt(), seeds.Cell(row, u"tipo").toInt()});
         }
-        InsertarFila(finanzas, u"Articulos"_s, columnas, valores);
+        insertRow(finanzas, u"Articulos"_s, columns, values);
     }
-    return mayor;
+    return highest;
 }
 
 } // namespace
 
-int ValidarPrimeraVez(const DatosPrimeraVez &datos)
+int startup::validateFirstRun(const FirstRunData &data)
 {
-    if (QuitarApostrofes(datos.usuario).trimmed().isEmpty())
-        return 2259;
-    return datos.contrasena == datos.contrasena2 ? 0 : 5030;
+    if (QuitarApostrofes(data.user).trimmed().isEmpty())
+        return text::PleaseEnterName;
+    return data.password == data.password2 ? 0 : text::PasswordsDoNotMatch;
 }
 
-void RegistrarPrimeraVez(Sesion &s, const DatosPrimeraVez &datos)
+void startup::registerFirstRun(Sesion &s, const FirstRunData &data)
 {
-    const QString usuario = QuitarApostrofes(datos.usuario);
-    const QString clinica = QuitarApostrofes(datos.clinica);
+    const QString user = QuitarApostrofes(data.user);
+    const QString clinic = QuitarApostrofes(data.clinic);
     Base &morvane = *s.morvane;
     Lote lote(s);
     morvane.Execute("delete * from Veterinaria");
     morvane.Execute("insert into Veterinaria (nom, pro, dir, tel) values (?, ?, ?, ?)",
-                    clinica.trimmed().isEmpty() ? usuario : clinica, usuario,
-                    QuitarApostrofes(datos.direccion), QuitarApostrofes(datos.telefonos));
+                    clinic.trimmed().isEmpty() ? user : clinic, user,
+                    QuitarApostrofes(data.address), QuitarApostrofes(data.telephones));
     morvane.Execute("delete * from Usuarios");
-    const int idu = TomarIdentificador(s, "contadorUsuarios", MayorUsuario);
-    morvane.Execute("insert into Usuarios (idu, nom, up, ut) values (?, ?, ?, 2)", idu, usuario,
-                    datos.contrasena);
-    lote.Confirmar();
+    const int idu = store::takeIdentifier(s, "contadorUsuarios", HighestUser);
+    morvane.Execute("insert into Usuarios (idu, nom, up, ut) values (?, ?, ?, 2)", idu, user,
+                    data.password);
+    lote.commit();
 }
 
-void SembrarPrimeraVez(Sesion &s)
+void startup::seedFirstRun(Sesion &s)
 {
-    const Idioma idioma = s.textos.idioma();
+    const store::Language language = s.texts.language();
     Base &morvane = *s.morvane;
     Base &finanzas = *s.finanzas;
     Lote lote(s);
-    Renombrar(finanzas, "update FLCategorias set nom = ? where idcat = ?",
-              LeerSemillas(u"categories"_s, idioma), u"idcat", u"nom");
-    Renombrar(morvane, "update Regimen set Nom = ? where Idr = ?", LeerSemillas(u"plans"_s, idioma),
-              u"Idr", u"Nom");
+    rename(finanzas, "update FLCategorias set nom = ? where idcat = ?",
+           readSeeds(u"categories"_s, language), u"idcat", u"nom");
+    rename(morvane, "update Regimen set Nom = ? where Idr = ?", readSeeds(u"plans"_s, language),
+           u"Idr", u"Nom");
 
-    const int mayor = std::max(Articulos(finanzas, LeerSemillas(u"products"_s, idioma), false),
-                               Articulos(finanzas, LeerSemillas(u"services"_s, idioma), true));
+    const int highest = std::max(Articulos(finanzas, readSeeds(u"products"_s, language), false),
+                                 Articulos(finanzas, readSeeds(u"services"_s, language), true));
     morvane.Execute("update Configuracion set contadorarticulo = ? where contadorarticulo < ?",
-                    mayor, mayor);
+                    highest, highest);
 
-    const Semillas rotulos = LeerSemillas(u"labels"_s, idioma);
-    for (const QStringList &fila : rotulos.filas)
-        morvane.Execute(u"update Configuracion set [%1] = ?"_s.arg(rotulos.Celda(fila, u"columna"))
+    const Seeds captions = readSeeds(u"labels"_s, language);
+    for (const QStringList &row : captions.rows)
+        morvane.Execute(u"update Configuracion set [%1] = ?"_s.arg(captions.Cell(row, u"columna"))
                             .toStdString(),
-                        rotulos.Celda(fila, u"valor"));
-    for (const CartaSembrada &carta : LeerCartas(idioma))
-        for (const QString &columna : carta.columnas)
-            morvane.Execute(u"update Configuracion set [%1] = ?"_s.arg(columna).toStdString(),
-                            carta.texto);
-    lote.Confirmar();
+                        captions.Cell(row, u"valor"));
+    for (const SeededLetter &letter : readLetters(language))
+        for (const QString &column : letter.columns)
+            morvane.Execute(u"update Configuracion set [%1] = ?"_s.arg(column).toStdString(),
+                            letter.text);
+    lote.commit();
 }

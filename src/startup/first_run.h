@@ -3,24 +3,29 @@
 
 #include "store/session.h"
 
+namespace startup
+{
+
 /// What the first-run form collects.
-struct DatosPrimeraVez {
-    QString clinica;
-    QString direccion;
-    QString telefonos;
-    QString usuario;
-    QString contrasena;
-    QString contrasena2;
+struct FirstRunData {
+    QString clinic;
+    QString address;
+    QString telephones;
+    QString user;
+    QString password;
+    QString password2;
 };
 
 /// @return 0, or the number of the text that says what is wrong: 2259 for the name of the user,
 ///         5030 for the passwords
-int ValidarPrimeraVez(const DatosPrimeraVez &datos);
+int validateFirstRun(const FirstRunData &data);
 
 /// Writes the clinic and its first user, a Supervisor, in place of what an earlier try has left.
 /// A clinic without a name takes the user's.
-void RegistrarPrimeraVez(Sesion &s, const DatosPrimeraVez &datos);
+void registerFirstRun(Sesion &s, const FirstRunData &data);
 
 /// Puts categories, plans and labels into the program's language and adds products, services and
 /// letters. Run again, it changes the language and adds nothing twice.
-void SembrarPrimeraVez(Sesion &s);
+void seedFirstRun(Sesion &s);
+
+} // namespace startup

@@ -3,6 +3,7 @@
 #include "startup/frmregistroinicial.h"
 #include "startup/start_steps.h"
 #include "store/opening.h"
+#include "texts/texts.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
@@ -13,28 +14,19 @@
 #include <QProgressBar>
 #include <QRandomGenerator>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    PidaNombre = 3401,
-    PidaContrasena = 3402,
-    YaEstaAbierto = 3403,
-    Iniciando = 3404,
-    CargandoComponentes = 3405,
-    ControlDeUsuario = 3406,
-    TareasDelInicio = 3407,
-};
-
 constexpr QSize pictureSize(640, 260);
 constexpr QSize portraitSize(128, 128);
 constexpr QSize markSize(40, 40);
-constexpr int stepMs = 15;
-constexpr int paintMs = 33;
-constexpr int splashPictures = 4;
-constexpr int splashPicturesAfterLogin = 3;
+constexpr int StepMs = 15;
+constexpr int PaintMs = 33;
+constexpr int SplashPictures = 4;
+constexpr int SplashPicturesAfterLogin = 3;
 
 void call(const std::function<void()> &step)
 {
@@ -44,8 +36,8 @@ void call(const std::function<void()> &step)
 
 } // namespace
 
-frminicio::frminicio(Sesion &s, PasosDeInicio pasos, QWidget *parent)
-    : FormBase(s, u"frminicio"_s, parent), m_steps(std::move(pasos))
+frminicio::frminicio(Sesion &s, StartSteps steps, QWidget *parent)
+    : ui::FormBase(s, u"frminicio"_s, parent), m_steps(std::move(steps))
 {
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     setWindowTitle(u"Kelvara"_s);
@@ -54,7 +46,7 @@ frminicio::frminicio(Sesion &s, PasosDeInicio pasos, QWidget *parent)
     Timer1->start();
 }
 
-frminicio::~frminicio() { m_s.avance = {}; }
+frminicio::~frminicio() { m_s.progress = {}; }
 
 void frminicio::build()
 {
@@ -63,39 +55,41 @@ void frminicio::build()
     lblDibujo->setAlignment(Qt::AlignCenter);
 
     m_mark = new QLabel;
-    chooseScene(splashPictures);
+    chooseScene(SplashPictures);
     auto *name = new QLabel(u"Kelvara"_s);
     name->setProperty("clase", u"titulo"_s);
     lblinicio = named(new QLabel, u"lblinicio"_s, {});
     lblinicio->setProperty("clase", u"suave"_s);
     lblinicio->setTextFormat(Qt::PlainText);
     lblinicio->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    barra = named(new QProgressBar, u"barra"_s, m_s(TareasDelInicio));
-    barra->setTextVisible(false);
-    barra->setRange(0, 1);
-    QSizePolicy keepsItsPlace = barra->sizePolicy();
+    bar = named(new QProgressBar, u"barra"_s, m_s(text::StartupTasks));
+    bar->setTextVisible(false);
+    bar->setRange(0, 1);
+    QSizePolicy keepsItsPlace = bar->sizePolicy();
     keepsItsPlace.setRetainSizeWhenHidden(true);
-    barra->setSizePolicy(keepsItsPlace);
+    bar->setSizePolicy(keepsItsPlace);
 
-    Label1 = named(new QLabel(m_s(PidaNombre)), u"Label1"_s, m_s(PidaNombre));
-    Label2 = named(new QLabel(m_s(PidaContrasena)), u"Label2"_s, m_s(PidaContrasena));
-    txtusr = named(new QLineEdit, u"txtusr"_s, m_s(PidaNombre));
-    txtpas = named(new QLineEdit, u"txtpas"_s, m_s(PidaContrasena));
+    Label1 = named(new QLabel(m_s(text::EnterNameAndPressEnter)), u"Label1"_s,
+                   m_s(text::EnterNameAndPressEnter));
+    Label2 = named(new QLabel(m_s(text::EnterPasswordAndPressEnter)), u"Label2"_s,
+                   m_s(text::EnterPasswordAndPressEnter));
+    txtusr = named(new QLineEdit, u"txtusr"_s, m_s(text::EnterNameAndPressEnter));
+    txtpas = named(new QLineEdit, u"txtpas"_s, m_s(text::EnterPasswordAndPressEnter));
     txtpas->setEchoMode(QLineEdit::Password);
     Label1->setBuddy(txtusr);
     Label2->setBuddy(txtpas);
     m_entry = new QWidget;
     auto *entry = new QGridLayout(m_entry);
     entry->setContentsMargins({});
-    entry->setHorizontalSpacing(Espacio::L);
-    entry->setVerticalSpacing(Espacio::XS);
+    entry->setHorizontalSpacing(ui::space::L);
+    entry->setVerticalSpacing(ui::space::XS);
     entry->addWidget(Label1, 0, 0);
     entry->addWidget(Label2, 0, 1);
     entry->addWidget(txtusr, 1, 0);
     entry->addWidget(txtpas, 1, 1);
 
     auto *titles = new QHBoxLayout;
-    titles->setSpacing(Espacio::M);
+    titles->setSpacing(ui::space::M);
     titles->addWidget(m_mark);
     titles->addWidget(name);
     titles->addStretch();
@@ -104,13 +98,13 @@ void frminicio::build()
     foot->setObjectName(u"pie"_s);
     foot->setFixedHeight(186);
     auto *column = new QVBoxLayout(foot);
-    column->setContentsMargins(Espacio::XL, Espacio::L, Espacio::XL, Espacio::L);
-    column->setSpacing(Espacio::M);
+    column->setContentsMargins(ui::space::XL, ui::space::L, ui::space::XL, ui::space::L);
+    column->setSpacing(ui::space::M);
     column->addLayout(titles);
     column->addWidget(m_entry);
     column->addStretch();
     column->addWidget(lblinicio);
-    column->addWidget(barra);
+    column->addWidget(bar);
 
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(1, 1, 1, 1); // room for the border
@@ -123,7 +117,7 @@ void frminicio::build()
     Timer1 = new QTimer(this);
     Timer1->setObjectName(u"Timer1"_s);
     Timer1->setSingleShot(true);
-    Timer1->setInterval(stepMs);
+    Timer1->setInterval(StepMs);
 }
 
 void frminicio::wire()
@@ -133,8 +127,8 @@ void frminicio::wire()
     connect(txtusr, &QLineEdit::returnPressed, this, &frminicio::nameEntered);
     connect(txtpas, &QLineEdit::returnPressed, this, &frminicio::passwordEntered);
     refuseApostrophe({txtusr, txtpas});
-    m_s.avance.etapa = [this](const QString &text) { stage(text); };
-    m_s.avance.barra = [this](int done, int total) { progress(done, total); };
+    m_s.progress.stage = [this](const QString &text) { stage(text); };
+    m_s.progress.bar = [this](int done, int total) { progress(done, total); };
 }
 
 void frminicio::tick()
@@ -146,25 +140,25 @@ void frminicio::tick()
 
 void frminicio::step()
 {
-    if (m_steps.otraInstancia && m_steps.otraInstancia()) {
-        m_s.dialogos.Mensaje(m_s(YaEstaAbierto));
+    if (m_steps.otherInstance && m_steps.otherInstance()) {
+        m_s.dialogos.Mensaje(m_s(text::KelvaraIsRunning));
         return end();
     }
     switch (m_step++) {
     case 0:
-        stage(m_s(Iniciando));
+        stage(m_s(text::Starting));
         if (!openAll())
             return end();
         break;
     case 2:
-        stage(m_s(CargandoComponentes));
-        guarded([this] { call(m_steps.cargarTablero); });
-        stage(m_s(ControlDeUsuario));
+        stage(m_s(text::LoadingComponents));
+        guarded([this] { call(m_steps.loadBoard); });
+        stage(m_s(text::UserControl));
         return startLogin();
     case 3:
-        stage(m_s(TareasDelInicio));
+        stage(m_s(text::StartupTasks));
         // What the pass could not do is told; the clinic can still work today.
-        guarded([this] { call(m_steps.iniciarTareas); });
+        guarded([this] { call(m_steps.startTasks); });
         break;
     case 7:
         return finish();
@@ -178,72 +172,72 @@ bool frminicio::openAll()
 {
     bool goesOn = false;
     const bool fine = guarded([this, &goesOn] {
-        call(m_steps.prepararCarpeta);
-        if (const auto failure = AbrirAlmacen(m_s)) {
-            m_s.dialogos.Mensaje(failure->texto);
+        call(m_steps.prepareFolder);
+        if (const auto failure = store::openStore(m_s)) {
+            m_s.dialogos.Mensaje(failure->text);
             return;
         }
-        call(m_steps.almacenAbierto);
+        call(m_steps.openStore);
         showPictures(); // in the clinic's own colour, which is known only now
-        goesOn = firstRun() && ComprobarInicio(m_s, QLocale());
+        goesOn = firstRun() && checkStart(m_s, QLocale());
     });
     return fine && goesOn;
 }
 
 bool frminicio::firstRun()
 {
-    if (!EsPrimeraVez(m_s))
+    if (!isFirstRun(m_s))
         return true;
-    EmpezarPrimeraVez(m_s);
+    beginFirstRun(m_s);
     frmRegistroInicial form(m_s, this);
     if (form.exec() != QDialog::Accepted)
         return false;
-    TerminarPrimeraVez(m_s);
+    finishFirstRun(m_s);
     return true;
 }
 
 void frminicio::startLogin()
 {
-    const bool fine = guarded([this] { m_login = EmpezarLogin(m_s); });
+    const bool fine = guarded([this] { m_login = beginLogin(m_s); });
     if (!fine)
         return end();
-    if (m_login.paso == Login::Paso::Dentro)
+    if (m_login.step == Login::Step::Inside)
         return Timer1->start();
-    lblDibujo->setPixmap(Imagen(u"usr"_s, portraitSize, devicePixelRatioF()));
+    lblDibujo->setPixmap(ui::Image(u"usr"_s, portraitSize, devicePixelRatioF()));
     showLogin(true);
     txtusr->setFocus();
 }
 
 void frminicio::nameEntered()
 {
-    if (guarded([this] { DarNombre(m_s, m_login, txtusr->text()); }))
+    if (guarded([this] { giveName(m_s, m_login, txtusr->text()); }))
         afterEntry();
 }
 
 void frminicio::passwordEntered()
 {
-    if (guarded([this] { DarContrasena(m_s, m_login, txtpas->text()); }))
+    if (guarded([this] { givePassword(m_s, m_login, txtpas->text()); }))
         afterEntry();
 }
 
 void frminicio::afterEntry()
 {
-    stage(m_login.aviso);
-    switch (m_login.paso) {
-    case Login::Paso::PideNombre:
+    stage(m_login.notice);
+    switch (m_login.step) {
+    case Login::Step::AsksName:
         txtusr->setFocus();
         txtusr->selectAll();
         break;
-    case Login::Paso::PideContrasena:
+    case Login::Step::AsksPassword:
         txtpas->setFocus();
         txtpas->selectAll();
         break;
-    case Login::Paso::Termina:
+    case Login::Step::Ends:
         end();
         break;
-    case Login::Paso::Dentro:
+    case Login::Step::Inside:
         showLogin(false);
-        chooseScene(splashPicturesAfterLogin);
+        chooseScene(SplashPicturesAfterLogin);
         Timer1->start();
         break;
     }
@@ -252,7 +246,7 @@ void frminicio::afterEntry()
 void frminicio::showLogin(bool visible)
 {
     m_entry->setVisible(visible);
-    barra->setVisible(!visible);
+    bar->setVisible(!visible);
     txtpas->clear();
 }
 
@@ -264,8 +258,8 @@ void frminicio::chooseScene(int howMany)
 
 void frminicio::showPictures()
 {
-    lblDibujo->setPixmap(Imagen(m_scene, pictureSize, devicePixelRatioF(), Tono::Escena));
-    m_mark->setPixmap(Icono(u"kelvara"_s).pixmap(markSize, devicePixelRatioF()));
+    lblDibujo->setPixmap(ui::Image(m_scene, pictureSize, devicePixelRatioF(), ui::Tone::Scene));
+    m_mark->setPixmap(ui::namedIcon(u"kelvara"_s).pixmap(markSize, devicePixelRatioF()));
 }
 
 void frminicio::stage(const QString &text)
@@ -277,14 +271,14 @@ void frminicio::stage(const QString &text)
 
 void frminicio::progress(int done, int total)
 {
-    barra->setRange(0, std::max(total, 1));
-    barra->setValue(done);
+    bar->setRange(0, std::max(total, 1));
+    bar->setValue(done);
     repaintNow(done >= total);
 }
 
 void frminicio::repaintNow(bool always)
 {
-    if (!always && m_lastPaint.isValid() && m_lastPaint.elapsed() < paintMs)
+    if (!always && m_lastPaint.isValid() && m_lastPaint.elapsed() < PaintMs)
         return;
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     m_lastPaint.start();
@@ -304,17 +298,17 @@ void frminicio::end()
     m_over = true;
     Timer1->stop();
     hide();
-    call(m_steps.terminar);
+    call(m_steps.finish);
 }
 
 void frminicio::finish()
 {
     m_over = true;
     m_step = 0;
-    m_s.avance = {};
-    guarded([this] { call(m_steps.cargarPropietarios); });
+    m_s.progress = {};
+    guarded([this] { call(m_steps.loadOwners); });
     hide();
-    guarded([this] { call(m_steps.cargarVentas); });
-    guarded([this] { call(m_steps.mostrarTablero); });
+    guarded([this] { call(m_steps.loadSales); });
+    guarded([this] { call(m_steps.showBoard); });
     close();
 }

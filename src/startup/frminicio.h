@@ -10,24 +10,29 @@ class QLabel;
 class QProgressBar;
 class QTimer;
 
+namespace startup
+{
+
 /// What the splash needs of the program around it. A step that is empty is left out.
-struct PasosDeInicio {
-    std::function<bool()> otraInstancia;      // another one runs on this machine
-    std::function<void()> prepararCarpeta;    // before the store is opened
-    std::function<void()> almacenAbierto;     // the settings can be read: dress the program
-    std::function<void()> cargarTablero;      // build the board, hidden
-    std::function<void()> iniciarTareas;      // the automation of the day
-    std::function<void()> cargarPropietarios; // screens that stay loaded hidden
-    std::function<void()> cargarVentas;
-    std::function<void()> mostrarTablero;
-    std::function<void()> terminar; // ends the program
+struct StartSteps {
+    std::function<bool()> otherInstance; // another one runs on this machine
+    std::function<void()> prepareFolder; // before the store is opened
+    std::function<void()> openStore;     // the settings can be read: dress the program
+    std::function<void()> loadBoard;     // build the board, hidden
+    std::function<void()> startTasks;    // the automation of the day
+    std::function<void()> loadOwners;    // screens that stay loaded hidden
+    std::function<void()> loadSales;
+    std::function<void()> showBoard;
+    std::function<void()> finish; // ends the program
 };
 
-class frminicio : public FormBase
+} // namespace startup
+
+class frminicio : public ui::FormBase
 {
     Q_OBJECT
 public:
-    frminicio(Sesion &s, PasosDeInicio pasos, QWidget *parent = nullptr);
+    frminicio(Sesion &s, startup::StartSteps steps, QWidget *parent = nullptr);
     ~frminicio() override;
 
     void reject() override;
@@ -52,8 +57,8 @@ private:
     void end();
     void finish();
 
-    PasosDeInicio m_steps;
-    Login m_login;
+    startup::StartSteps m_steps;
+    startup::Login m_login;
     QElapsedTimer m_lastPaint;
     QString m_scene;
     int m_step = 0;
@@ -64,7 +69,7 @@ private:
     QLabel *m_mark = nullptr;
     QLabel *lblDibujo = nullptr;
     QLabel *lblinicio = nullptr;
-    QProgressBar *barra = nullptr;
+    QProgressBar *bar = nullptr;
     QWidget *m_entry = nullptr;
     QLabel *Label1 = nullptr;
     QLabel *Label2 = nullptr;

@@ -1,34 +1,18 @@
 #include "startup/frmregistroinicial.h"
 
 #include "startup/first_run.h"
+#include "texts/texts.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
 #include <QFormLayout>
 #include <QStyle>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-enum Texto {
-    PidaUnNombre = 2259,
-    ContrasenasDistintas = 5030,
-    RecuerdeLaContrasena = 5031,
-    Bienvenida = 9130,
-    Explicacion = 9131,
-    NombreDeLaVeterinaria = 9132,
-    Direccion = 9133,
-    Telefonos = 9134,
-    NombreDeUsuario = 9135,
-    Contrasena = 9136,
-    RepetirContrasena = 9137,
-    Continuar = 9138,
-    SalirSinCompletar = 9139,
-    TomaElDelUsuario = 9140,
-    SinContrasena = 9141,
-};
 
 void markFault(QLineEdit *box, bool fault)
 {
@@ -40,7 +24,7 @@ void markFault(QLineEdit *box, bool fault)
 } // namespace
 
 frmRegistroInicial::frmRegistroInicial(Sesion &s, QWidget *parent)
-    : FormBase(s, u"frmRegistroInicial"_s, parent)
+    : ui::FormBase(s, u"frmRegistroInicial"_s, parent)
 {
     setWindowTitle(u"Kelvara"_s);
     build();
@@ -60,37 +44,37 @@ QLineEdit *frmRegistroInicial::addBox(QFormLayout *form, const QString &name, in
 void frmRegistroInicial::build()
 {
     auto *mark = new QLabel;
-    mark->setPixmap(Icono(u"kelvara"_s).pixmap(QSize(56, 56), devicePixelRatioF()));
-    auto *title = new QLabel(m_s(Bienvenida));
+    mark->setPixmap(ui::namedIcon(u"kelvara"_s).pixmap(QSize(56, 56), devicePixelRatioF()));
+    auto *title = new QLabel(m_s(text::FirstRunWelcome));
     title->setProperty("clase", u"titulo"_s);
-    auto *explanation = new QLabel(m_s(Explicacion));
+    auto *explanation = new QLabel(m_s(text::FirstRunIntroduction));
     explanation->setProperty("clase", u"suave"_s);
     explanation->setWordWrap(true);
     auto *titles = new QVBoxLayout;
-    titles->setSpacing(Espacio::XS);
+    titles->setSpacing(ui::space::XS);
     titles->addWidget(title);
     titles->addWidget(explanation);
     auto *head = new QHBoxLayout;
-    head->setSpacing(Espacio::L);
+    head->setSpacing(ui::space::L);
     head->addWidget(mark, 0, Qt::AlignTop);
     head->addLayout(titles, 1);
 
     auto *form = new QFormLayout;
-    form->setHorizontalSpacing(Espacio::L);
-    form->setVerticalSpacing(Espacio::M);
+    form->setHorizontalSpacing(ui::space::L);
+    form->setVerticalSpacing(ui::space::M);
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    txtNombreVeterinaria = addBox(form, u"txtNombreVeterinaria"_s, NombreDeLaVeterinaria);
-    txtDireccionVeterinaria = addBox(form, u"txtDireccionVeterinaria"_s, Direccion);
-    txtTelefonosVeterinaria = addBox(form, u"txtTelefonosVeterinaria"_s, Telefonos);
+    txtNombreVeterinaria = addBox(form, u"txtNombreVeterinaria"_s, text::ClinicName);
+    txtDireccionVeterinaria = addBox(form, u"txtDireccionVeterinaria"_s, text::Address);
+    txtTelefonosVeterinaria = addBox(form, u"txtTelefonosVeterinaria"_s, text::FirstRunTelephones);
     auto *pause = new QWidget;
-    pause->setFixedHeight(Espacio::XS);
+    pause->setFixedHeight(ui::space::XS);
     form->addRow(pause);
-    txtNombreUsuario = addBox(form, u"txtNombreUsuario"_s, NombreDeUsuario);
-    txtContraseñaUsuario = addBox(form, u"txtContraseñaUsuario"_s, Contrasena);
-    txtContraseñaUsuario2 = addBox(form, u"txtContraseñaUsuario2"_s, RepetirContrasena);
-    txtNombreVeterinaria->setPlaceholderText(m_s(TomaElDelUsuario));
-    txtContraseñaUsuario->setPlaceholderText(m_s(SinContrasena));
+    txtNombreUsuario = addBox(form, u"txtNombreUsuario"_s, text::UserName);
+    txtContraseñaUsuario = addBox(form, u"txtContraseñaUsuario"_s, text::FirstRunPassword);
+    txtContraseñaUsuario2 = addBox(form, u"txtContraseñaUsuario2"_s, text::RepeatPassword);
+    txtNombreVeterinaria->setPlaceholderText(m_s(text::PasswordDefaultsToUser));
+    txtContraseñaUsuario->setPlaceholderText(m_s(text::OptionalHint));
     for (QLineEdit *box : {txtNombreUsuario, txtContraseñaUsuario, txtContraseñaUsuario2})
         box->setMaxLength(50);
     for (QLineEdit *box : {txtContraseñaUsuario, txtContraseñaUsuario2})
@@ -99,15 +83,16 @@ void frmRegistroInicial::build()
     lblAviso = named(new QLabel, u"lblAviso"_s, {});
     lblAviso->setProperty("clase", u"falla"_s);
     lblAviso->setWordWrap(true);
-    cmdContinuar = named(new QPushButton(m_s(Continuar)), u"cmdContinuar"_s, m_s(Continuar));
+    cmdContinuar =
+        named(new QPushButton(m_s(text::FirstRunGoOn)), u"cmdContinuar"_s, m_s(text::FirstRunGoOn));
     cmdContinuar->setDefault(true);
     auto *foot = new QHBoxLayout;
     foot->addWidget(lblAviso, 1);
     foot->addWidget(cmdContinuar);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::XL, Espacio::XL, Espacio::XL, Espacio::L);
-    all->setSpacing(Espacio::XL);
+    all->setContentsMargins(ui::space::XL, ui::space::XL, ui::space::XL, ui::space::L);
+    all->setSpacing(ui::space::XL);
     all->addLayout(head);
     all->addLayout(form);
     all->addLayout(foot);
@@ -129,14 +114,14 @@ void frmRegistroInicial::wire()
 
 void frmRegistroInicial::confirm()
 {
-    const DatosPrimeraVez typed{txtNombreVeterinaria->text(),    txtDireccionVeterinaria->text(),
-                                txtTelefonosVeterinaria->text(), txtNombreUsuario->text(),
-                                txtContraseñaUsuario->text(),    txtContraseñaUsuario2->text()};
-    if (const int fault = ValidarPrimeraVez(typed))
+    const FirstRunData typed{txtNombreVeterinaria->text(),    txtDireccionVeterinaria->text(),
+                             txtTelefonosVeterinaria->text(), txtNombreUsuario->text(),
+                             txtContraseñaUsuario->text(),    txtContraseñaUsuario2->text()};
+    if (const int fault = validateFirstRun(typed))
         return showFault(fault);
-    if (!typed.contrasena.isEmpty())
-        m_s.dialogos.Mensaje(m_s(RecuerdeLaContrasena));
-    if (guarded([this, &typed] { RegistrarPrimeraVez(m_s, typed); }))
+    if (!typed.password.isEmpty())
+        m_s.dialogos.Mensaje(m_s(text::RememberPasswordAdvice));
+    if (guarded([this, &typed] { registerFirstRun(m_s, typed); }))
         accept();
 }
 
@@ -144,12 +129,12 @@ void frmRegistroInicial::showFault(int text)
 {
     lblAviso->setText(text ? m_s(text) : QString());
     lblAviso->setAccessibleName(lblAviso->text());
-    markFault(txtNombreUsuario, text == PidaUnNombre);
-    markFault(txtContraseñaUsuario, text == ContrasenasDistintas);
-    markFault(txtContraseñaUsuario2, text == ContrasenasDistintas);
-    QLineEdit *box = text == PidaUnNombre           ? txtNombreUsuario
-                     : text == ContrasenasDistintas ? txtContraseñaUsuario
-                                                    : nullptr;
+    markFault(txtNombreUsuario, text == text::PleaseEnterName);
+    markFault(txtContraseñaUsuario, text == text::PasswordsDoNotMatch);
+    markFault(txtContraseñaUsuario2, text == text::PasswordsDoNotMatch);
+    QLineEdit *box = text == text::PleaseEnterName       ? txtNombreUsuario
+                     : text == text::PasswordsDoNotMatch ? txtContraseñaUsuario
+                                                         : nullptr;
     if (box) {
         box->setFocus();
         box->selectAll();
@@ -158,6 +143,6 @@ void frmRegistroInicial::showFault(int text)
 
 void frmRegistroInicial::reject()
 {
-    if (m_s.dialogos.Pregunta(m_s(SalirSinCompletar)))
-        FormBase::reject();
+    if (m_s.dialogos.Pregunta(m_s(text::LeaveFirstRunQuestion)))
+        ui::FormBase::reject();
 }

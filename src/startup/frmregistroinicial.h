@@ -7,7 +7,7 @@ class QFormLayout;
 class QLabel;
 class QPushButton;
 
-class frmRegistroInicial : public FormBase
+class frmRegistroInicial : public ui::FormBase
 {
     Q_OBJECT
 public:

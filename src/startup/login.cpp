@@ -1,66 +1,67 @@
 #include "startup/login.h"
 
+#include "texts/texts.h"
+
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { ContrasenaInvalida = 3458, Bienvenido = 3459, NoExiste = 3460 };
+constexpr int WrongTriesTold = 4;
 
-constexpr int wrongTriesTold = 4;
-
-Usuario userOf(const Recordset &row)
+store::User userOf(const Recordset &row)
 {
     return {row["idu"].toInt(), row["ut"].toInt(), row["nom"].toText()};
 }
 
 void enter(Sesion &s, Login &login)
 {
-    s.usuario = login.hallado;
-    login.contrasena.clear();
-    login.paso = Login::Paso::Dentro;
+    s.user = login.found;
+    login.password.clear();
+    login.step = Login::Step::Inside;
 }
 
 } // namespace
 
-Login EmpezarLogin(Sesion &s)
+Login startup::beginLogin(Sesion &s)
 {
     Login login;
     Recordset users = s.morvane->OpenSnapshot("select * from usuarios");
     if (users.RecordCount() == 1 && users["up"].toText().isEmpty()) {
-        login.hallado = userOf(users);
+        login.found = userOf(users);
         enter(s, login);
     }
     return login;
 }
 
-void DarNombre(Sesion &s, Login &login, const QString &texto)
+void startup::giveName(Sesion &s, Login &login, const QString &text)
 {
-    Recordset rows = s.morvane->OpenSnapshot("select * from usuarios where nom like ?", texto);
+    Recordset rows = s.morvane->OpenSnapshot("select * from usuarios where nom like ?", text);
     if (rows.EOF_()) {
-        login.paso = Login::Paso::PideNombre;
-        login.aviso = s(NoExiste);
+        login.step = Login::Step::AsksName;
+        login.notice = s(text::UserDoesNotExist);
         return;
     }
-    login.hallado = userOf(rows);
-    login.contrasena = rows["up"].toText();
-    login.aviso = s(Bienvenido) + u' ' + login.hallado.nom + u'.';
-    if (login.contrasena.isEmpty())
+    login.found = userOf(rows);
+    login.password = rows["up"].toText();
+    login.notice = s(text::LoginWelcome) + u' ' + login.found.nom + u'.';
+    if (login.password.isEmpty())
         enter(s, login);
     else
-        login.paso = Login::Paso::PideContrasena;
+        login.step = Login::Step::AsksPassword;
 }
 
-void DarContrasena(Sesion &s, Login &login, const QString &texto)
+void startup::givePassword(Sesion &s, Login &login, const QString &text)
 {
-    if (login.paso != Login::Paso::PideContrasena)
+    if (login.step != Login::Step::AsksPassword)
         return;
-    if (login.intentos >= wrongTriesTold) {
-        login.paso = Login::Paso::Termina;
-    } else if (texto == login.contrasena) {
+    if (login.attempts >= WrongTriesTold) {
+        login.step = Login::Step::Ends;
+    } else if (text == login.password) {
         enter(s, login);
     } else {
-        ++login.intentos;
-        login.aviso = s(ContrasenaInvalida);
+        ++login.attempts;
+        login.notice = s(text::InvalidPassword);
     }
 }

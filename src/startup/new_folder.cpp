@@ -4,118 +4,121 @@
 #include "store/batch.h"
 #include "store/data_folder.h"
 #include "store/schema.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <utility>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-void SembrarFilasFijas(Motor &motor, Idioma idioma)
+void seedFixedRows(Motor &motor, store::Language language)
 {
     const Reloj reloj;
     Base morvane(motor, "morvane", reloj);
     Base clientes(motor, "clientes", reloj);
     Base finanzas(motor, "finanzas", reloj);
 
-    QStringList columnas;
-    std::vector<Valor> valores;
-    for (const Semillas &s :
-         {LeerSemillas(u"settings"_s, Idioma::Espanol), LeerSemillas(u"labels"_s, Idioma::Espanol)})
-        for (const QStringList &fila : s.filas) {
-            const QString &columna = s.Celda(fila, u"columna");
-            columnas.append(columna);
-            valores.push_back(
-                ValorDeSemilla(morvane, "Configuracion", columna, s.Celda(fila, u"valor")));
+    QStringList columns;
+    std::vector<store::Value> values;
+    for (const Seeds &s : {readSeeds(u"settings"_s, store::Language::Spanish),
+                           readSeeds(u"labels"_s, store::Language::Spanish)})
+        for (const QStringList &row : s.rows) {
+            const QString &column = s.Cell(row, u"columna");
+            columns.append(column);
+            values.push_back(seedValue(morvane, "Configuracion", column, s.Cell(row, u"valor")));
         }
-    InsertarFila(morvane, u"Configuracion"_s, columnas, valores);
+    insertRow(morvane, u"Configuracion"_s, columns, values);
 
-    const std::tuple<Base &, const char16_t *, const char16_t *> tablas[] = {
+    const std::tuple<Base &, const char16_t *, const char16_t *> tables[] = {
         {morvane, u"Regimen", u"plans"},
         {finanzas, u"FLCategorias", u"categories"},
         {clientes, u"MLEspecies", u"species"},
         {clientes, u"EnciclopediaCategorias", u"encyclopedia_categories"},
         {clientes, u"EnciclopediaSubCategorias", u"encyclopedia_topics"},
     };
-    for (const auto &[base, tabla, archivo] : tablas)
-        InsertarSemillas(base, QString::fromUtf16(tabla),
-                         LeerSemillas(QString::fromUtf16(archivo), Idioma::Espanol));
-    InsertarSemillas(finanzas, u"TiposFiscal"_s, LeerSemillas(u"fiscal_types"_s, idioma));
+    for (const auto &[base, table, file] : tables)
+        insertSeeds(base, QString::fromUtf16(table),
+                    readSeeds(QString::fromUtf16(file), store::Language::Spanish));
+    insertSeeds(finanzas, u"TiposFiscal"_s, readSeeds(u"fiscal_types"_s, language));
 
-    const Semillas temas = LeerSemillas(u"encyclopedia_topics"_s, Idioma::Espanol);
-    for (const QStringList &fila : temas.filas)
-        InsertarFila(clientes, u"Enciclopedia"_s, {u"IDCategoria"_s, u"IDSubCategoria"_s},
-                     {temas.Celda(fila, u"IDCategoria").toInt(), temas.Celda(fila, u"ID").toInt()});
+    const Seeds themes = readSeeds(u"encyclopedia_topics"_s, store::Language::Spanish);
+    for (const QStringList &row : themes.rows)
+        insertRow(clientes, u"Enciclopedia"_s, {u"IDCategoria"_s, u"IDSubCategoria"_s},
+                  {themes.Cell(row, u"IDCategoria").toInt(), themes.Cell(row, u"ID").toInt()});
 }
 
 /// Makes the five files below a folder in which none of them exists.
-void CrearArchivos(const QString &carpeta, Idioma idioma)
+void createFiles(const QString &folder, store::Language language)
 {
-    const std::unique_ptr<Motor> motor = CrearMotorDeArchivos();
-    for (const QString &base : BasesDeDatos()) {
-        const QString archivo = carpeta + u'/' + ArchivoDe(base);
-        QDir().mkpath(QFileInfo(archivo).path());
-        CrearArchivoVacio(archivo);
-        motor->Abrir(archivo, base.toStdString());
+    const std::unique_ptr<Motor> motor = store::createFileEngine();
+    for (const QString &base : store::databases()) {
+        const QString file = folder + u'/' + store::fileOf(base);
+        QDir().mkpath(QFileInfo(file).path());
+        store::createEmptyFile(file);
+        motor->open(file, base.toStdString());
     }
     Lote lote(*motor);
-    for (const QString &base : BasesDeDatos())
-        CrearTablas(*motor, base.toStdString(), LeerEsquema(base));
-    SembrarFilasFijas(*motor, idioma);
-    lote.Confirmar();
+    for (const QString &base : store::databases())
+        store::createTables(*motor, base.toStdString(), store::readSchema(base));
+    seedFixedRows(*motor, language);
+    lote.commit();
 }
 
 /// Moves the finished files to where they belong: all of them or none.
-bool Trasladar(const QString &desde, const QString &carpeta)
+bool shift(const QString &from, const QString &folder)
 {
-    QStringList puestos;
-    for (const QString &base : BasesDeDatos()) {
-        const QString destino = RutaBajo(carpeta, ArchivoDe(base));
-        if (!QDir().mkpath(QFileInfo(destino).path())
-            || !QFile::rename(desde + u'/' + ArchivoDe(base), destino)) {
-            for (const QString &puesto : std::as_const(puestos))
-                QFile::remove(puesto);
+    QStringList puts;
+    for (const QString &base : store::databases()) {
+        const QString target = store::pathUnder(folder, store::fileOf(base));
+        if (!QDir().mkpath(QFileInfo(target).path())
+            || !QFile::rename(from + u'/' + store::fileOf(base), target)) {
+            for (const QString &put : std::as_const(puts))
+                QFile::remove(put);
             return false;
         }
-        puestos.append(destino);
+        puts.append(target);
     }
     return true;
 }
 
 /// The files come into being beside their place and move there when all of them are whole, so that
 /// neither a failure nor a power cut leaves a folder that looks like a clinic's.
-void Levantar(const QString &carpeta, Idioma idioma)
+void raise(const QString &folder, store::Language language)
 {
-    QDir().mkpath(carpeta);
-    const QTemporaryDir obra(carpeta + "/.nueva-XXXXXX"_L1);
+    QDir().mkpath(folder);
+    const QTemporaryDir obra(folder + "/.nueva-XXXXXX"_L1);
     if (!obra.isValid())
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, obra.errorString());
-    CrearArchivos(obra.path(), idioma);
-    if (!Trasladar(obra.path(), carpeta))
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, carpeta);
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, obra.errorString());
+    createFiles(obra.path(), language);
+    if (!shift(obra.path(), folder))
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, folder);
 }
 
 } // namespace
 
-void CrearCarpeta(const QString &carpeta, Idioma idioma)
+void startup::createFolder(const QString &folder, store::Language language)
 {
-    const Textos textos(idioma);
-    for (const QString &base : BasesDeDatos())
-        if (QFileInfo::exists(RutaBajo(carpeta, ArchivoDe(base))))
-            throw ErrorDeAlmacen(ErrorNum::RutaODisco, textos(9200) + u' ' + carpeta);
+    const store::Texts texts(language);
+    for (const QString &base : store::databases())
+        if (QFileInfo::exists(store::pathUnder(folder, store::fileOf(base))))
+            throw store::StoreError(store::ErrorNumber::PathOrDisk,
+                                    texts(text::FolderHasClinic) + u' ' + folder);
 
-    const bool existia = QFileInfo::exists(carpeta);
+    const bool existed = QFileInfo::exists(folder);
     try {
-        Levantar(carpeta, idioma);
-    } catch (const ErrorDeAlmacen &e) {
-        if (!existia)
-            QDir(carpeta).removeRecursively(); // all of it is ours
-        if (e.EsDelMedio())
-            throw ErrorDeAlmacen(ErrorNum::RutaODisco, textos(9201) + u' ' + carpeta);
+        raise(folder, language);
+    } catch (const store::StoreError &e) {
+        if (!existed)
+            QDir(folder).removeRecursively(); // all of it is ours
+        if (e.isMediumFailure())
+            throw store::StoreError(store::ErrorNumber::PathOrDisk,
+                                    texts(text::FolderCannotBeMade) + u' ' + folder);
         throw;
     }
 }

@@ -3,44 +3,47 @@
 #include <QFile>
 #include <QRegularExpression>
 
+using namespace startup;
+
 namespace
 {
 
-QString SinMarcas(QString t, QChar marca)
+QString withoutMarks(QString t, QChar mark)
 {
     t = t.trimmed();
-    if (t.size() >= 2 && t.startsWith(marca) && t.endsWith(marca))
+    if (t.size() >= 2 && t.startsWith(mark) && t.endsWith(mark))
         t = t.sliced(1, t.size() - 2);
     return t;
 }
 
-QDate Dia(const Sesion &s, const QString &texto)
+QDate Day(const Sesion &s, const QString &text)
 {
-    const QString t = SinMarcas(SinMarcas(texto, u'"'), u'#').trimmed();
+    const QString t = withoutMarks(withoutMarks(text, u'"'), u'#').trimmed();
     if (const QDate d = QDate::fromString(t.left(10), Qt::ISODate); d.isValid())
         return d;
-    return QDate::fromString(t, s.textos.idioma() == Idioma::Ingles ? QStringLiteral("M/d/yyyy")
-                                                                    : QStringLiteral("d/M/yyyy"));
+    return QDate::fromString(t, s.texts.language() == store::Language::English
+                                    ? QStringLiteral("M/d/yyyy")
+                                    : QStringLiteral("d/M/yyyy"));
 }
 
 } // namespace
 
-std::optional<Novedad> LeerNovedad(const Sesion &s, const QString &archivo)
+std::optional<NewsItem> startup::readNewsItem(const Sesion &s, const QString &file)
 {
-    QFile f(archivo);
+    QFile f(file);
     if (!f.open(QIODevice::ReadOnly))
         return std::nullopt;
     QByteArray bytes = f.read(64 * 1024);
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
-    const QString registro = QString::fromUtf8(bytes).trimmed();
-    static const QRegularExpression separador(QStringLiteral("[,\n]"));
-    const qsizetype fin = registro.indexOf(separador);
+    const QString registry = QString::fromUtf8(bytes).trimmed();
+    static const QRegularExpression separator(QStringLiteral("[,\n]"));
+    const qsizetype fin = registry.indexOf(separator);
     if (fin < 0)
         return std::nullopt;
-    const Novedad n{Dia(s, registro.left(fin)),
-                    SinMarcas(registro.mid(fin + 1).section(u'\n', 0, 0), u'"')};
-    if (!n.hasta.isValid() || n.texto.isEmpty())
+    const NewsItem n{Day(s, registry.left(fin)),
+                     withoutMarks(registry.mid(fin + 1).section(u'\n', 0, 0), u'"')};
+    if (!n.until.isValid() || n.text.isEmpty())
         return std::nullopt;
     return n;
 }

@@ -3,13 +3,18 @@
 
 #include "store/session.h"
 
-struct Novedad {
-    QDate hasta; // last day on which it is shown
-    QString texto;
+namespace startup
+{
+
+struct NewsItem {
+    QDate until; // last day on which it is shown
+    QString text;
 };
 
 /// Reads one record of two fields parted by a comma or a line break: a day (2026-11-30, also
 /// between # marks, or in the short form of the session's language) and a text, each with or
 /// without double quotes.
 /// @return nullopt when there is no such file or it holds no such record
-std::optional<Novedad> LeerNovedad(const Sesion &s, const QString &archivo);
+std::optional<NewsItem> readNewsItem(const Sesion &s, const QString &file);
+
+} // namespace startup

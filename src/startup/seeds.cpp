@@ -4,167 +4,168 @@
 #include <algorithm>
 #include <stdexcept>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QStringList Lineas(const QString &archivo)
+QStringList linesOf(const QString &file)
 {
-    QFile f(u":/seeds/%1.txt"_s.arg(archivo));
+    QFile f(u":/seeds/%1.txt"_s.arg(file));
     if (!f.open(QIODevice::ReadOnly))
-        throw std::runtime_error(u"no seed file %1"_s.arg(archivo).toStdString());
+        throw std::runtime_error(u"no seed file %1"_s.arg(file).toStdString());
     return QString::fromUtf8(f.readAll()).split(u'\n');
 }
 
-[[noreturn]] void Fallar(const QString &archivo, qsizetype linea, const QString &que)
+[[noreturn]] void fail(const QString &file, qsizetype line, const QString &what)
 {
-    throw std::runtime_error(u"%1.txt:%2: %3"_s.arg(archivo).arg(linea + 1).arg(que).toStdString());
+    throw std::runtime_error(u"%1.txt:%2: %3"_s.arg(file).arg(line + 1).arg(what).toStdString());
 }
 
-bool EsComentario(const QString &linea) { return linea.isEmpty() || linea.startsWith(u'#'); }
+bool isComment(const QString &line) { return line.isEmpty() || line.startsWith(u'#'); }
 
-QStringList Celdas(const QString &linea)
+QStringList cellsOf(const QString &line)
 {
-    QStringList celdas = linea.split(u'|');
-    for (QString &c : celdas)
+    QStringList cells = line.split(u'|');
+    for (QString &c : cells)
         c = c.trimmed();
-    return celdas;
+    return cells;
 }
 
 /// Where a column's cell stands in one language, and where else when the row ends before it.
-struct Lugar {
-    qsizetype propio = 0;
-    qsizetype enEspanol = 0;
-    bool deIdioma = false;
+struct Place {
+    qsizetype own = 0;
+    qsizetype inSpanish = 0;
+    bool language = false;
 };
 
 } // namespace
 
-const QString &Semillas::Celda(const QStringList &fila, QStringView columna) const
+const QString &Seeds::Cell(const QStringList &row, QStringView column) const
 {
-    const qsizetype i = columnas.indexOf(columna);
+    const qsizetype i = columns.indexOf(column);
     if (i < 0)
-        throw std::runtime_error(u"no seed column %1"_s.arg(columna).toStdString());
-    return fila[i];
+        throw std::runtime_error(u"no seed column %1"_s.arg(column).toStdString());
+    return row[i];
 }
 
-Semillas LeerSemillas(const QString &archivo, Idioma idioma)
+Seeds startup::readSeeds(const QString &file, store::Language language)
 {
-    const QString sufijo = u'.' + CodigoDeIdioma(idioma);
-    Semillas s;
-    std::vector<Lugar> lugares;
-    const QStringList lineas = Lineas(archivo);
-    for (qsizetype n = 0; n < lineas.size(); ++n) {
-        if (EsComentario(lineas[n]))
+    const QString suffix = u'.' + store::languageCode(language);
+    Seeds s;
+    std::vector<Place> places;
+    const QStringList lines = linesOf(file);
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        if (isComment(lines[n]))
             continue;
-        const QStringList celdas = Celdas(lineas[n]);
-        if (s.columnas.isEmpty()) {
-            for (qsizetype i = 0; i < celdas.size(); ++i) {
-                const bool deIdioma = celdas[i].contains(u'.');
-                if (deIdioma && !celdas[i].endsWith(sufijo))
+        const QStringList cells = cellsOf(lines[n]);
+        if (s.columns.isEmpty()) {
+            for (qsizetype i = 0; i < cells.size(); ++i) {
+                const bool translated = cells[i].contains(u'.');
+                if (translated && !cells[i].endsWith(suffix))
                     continue;
-                const QString nombre = celdas[i].section(u'.', 0, 0);
-                s.columnas.append(nombre);
-                lugares.push_back({i, deIdioma ? celdas.indexOf(nombre + ".es"_L1) : i, deIdioma});
+                const QString name = cells[i].section(u'.', 0, 0);
+                s.columns.append(name);
+                places.push_back({i, translated ? cells.indexOf(name + ".es"_L1) : i, translated});
             }
             continue;
         }
-        QStringList fila;
-        bool enEsteIdioma = true;
-        for (const Lugar &l : lugares) {
-            const qsizetype i = l.propio < celdas.size() ? l.propio : l.enEspanol;
-            if (i < 0 || i >= celdas.size())
-                Fallar(archivo, n, u"too few cells"_s);
-            fila.append(celdas[i]);
-            enEsteIdioma = enEsteIdioma && !(l.deIdioma && celdas[i].isEmpty());
+        QStringList row;
+        bool inThisLanguage = true;
+        for (const Place &l : places) {
+            const qsizetype i = l.own < cells.size() ? l.own : l.inSpanish;
+            if (i < 0 || i >= cells.size())
+                fail(file, n, u"too few cells"_s);
+            row.append(cells[i]);
+            inThisLanguage = inThisLanguage && !(l.language && cells[i].isEmpty());
         }
-        if (enEsteIdioma)
-            s.filas.append(fila);
+        if (inThisLanguage)
+            s.rows.append(row);
     }
     return s;
 }
 
-QList<CartaSembrada> LeerCartas(Idioma idioma)
+QList<SeededLetter> startup::readLetters(store::Language language)
 {
-    const QString archivo = u"letters"_s;
-    const QString codigo = CodigoDeIdioma(idioma);
-    QList<CartaSembrada> cartas;
-    bool nuestra = false;
-    const QStringList lineas = Lineas(archivo);
-    for (qsizetype n = 0; n < lineas.size(); ++n) {
-        const QString &linea = lineas[n];
-        if (EsComentario(linea))
+    const QString file = u"letters"_s;
+    const QString code = store::languageCode(language);
+    QList<SeededLetter> letters;
+    bool our = false;
+    const QStringList lines = linesOf(file);
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        const QString &line = lines[n];
+        if (isComment(line))
             continue;
-        if (linea.startsWith(u'[') && linea.endsWith(u']')) {
-            cartas.append({linea.sliced(1, linea.size() - 2).split(u' ', Qt::SkipEmptyParts), {}});
-            nuestra = false;
-        } else if (linea.startsWith(u'|') && !cartas.isEmpty()) {
-            if (!nuestra)
+        if (line.startsWith(u'[') && line.endsWith(u']')) {
+            letters.append({line.sliced(1, line.size() - 2).split(u' ', Qt::SkipEmptyParts), {}});
+            our = false;
+        } else if (line.startsWith(u'|') && !letters.isEmpty()) {
+            if (!our)
                 continue;
-            QString &texto = cartas.back().texto;
-            if (!texto.isNull())
-                texto += u'\n';
-            texto += linea.sliced(linea.startsWith("| "_L1) ? 2 : 1);
-        } else if (linea == "es"_L1 || linea == "pt"_L1 || linea == "en"_L1) {
-            nuestra = linea == codigo;
+            QString &text = letters.back().text;
+            if (!text.isNull())
+                text += u'\n';
+            text += line.sliced(line.startsWith("| "_L1) ? 2 : 1);
+        } else if (line == "es"_L1 || line == "pt"_L1 || line == "en"_L1) {
+            our = line == code;
         } else {
-            Fallar(archivo, n, u"cannot read \"%1\""_s.arg(linea));
+            fail(file, n, u"cannot read \"%1\""_s.arg(line));
         }
     }
-    return cartas;
+    return letters;
 }
 
-Valor ValorDeSemilla(const Base &base, std::string_view tabla, const QString &columna,
-                     const QString &celda)
+store::Value startup::seedValue(const Base &base, std::string_view table, const QString &column,
+                                const QString &cell)
 {
-    const jet::Tabla *t = base.Catalogo().Buscar(tabla);
+    const jet::Table *t = base.catalogue().find(table);
     if (!t)
-        throw ErrorDeAlmacen(ErrorNum::TablaNoEncontrada,
-                             QString::fromUtf8(tabla.data(), tabla.size()));
-    const auto c = std::ranges::find_if(t->columnas, [&](const jet::Columna &declarada) {
-        return QString::fromStdString(declarada.nombre).compare(columna, Qt::CaseInsensitive) == 0;
+        throw store::StoreError(store::ErrorNumber::TableNotFound,
+                                QString::fromUtf8(table.data(), table.size()));
+    const auto c = std::ranges::find_if(t->columns, [&](const jet::Column &declared) {
+        return QString::fromStdString(declared.name).compare(column, Qt::CaseInsensitive) == 0;
     });
-    if (c == t->columnas.end())
-        throw ErrorDeAlmacen(ErrorNum::NoEnLaColeccion, columna);
-    if (celda.isEmpty())
+    if (c == t->columns.end())
+        throw store::StoreError(store::ErrorNumber::NotInCollection, column);
+    if (cell.isEmpty())
         return {};
-    switch (c->tipo) {
-    case Tipo::Text:
-    case Tipo::Memo:
-    case Tipo::Ninguno:
-        return celda;
-    case Tipo::YesNo:
-        return celda != "0"_L1;
-    case Tipo::Single:
-    case Tipo::Double:
-        return celda.toDouble();
-    case Tipo::Currency:
-        return Moneda::DeTexto(celda).value_or(Moneda());
-    case Tipo::Date:
-        return QDate::fromString(celda, Qt::ISODate);
-    case Tipo::Time:
-        return QTime::fromString(celda, Qt::ISODate);
+    switch (c->type) {
+    case store::ColumnType::Text:
+    case store::ColumnType::Memo:
+    case store::ColumnType::None:
+        return cell;
+    case store::ColumnType::YesNo:
+        return cell != "0"_L1;
+    case store::ColumnType::Single:
+    case store::ColumnType::Double:
+        return cell.toDouble();
+    case store::ColumnType::Currency:
+        return Moneda::fromText(cell).value_or(Moneda());
+    case store::ColumnType::Date:
+        return QDate::fromString(cell, Qt::ISODate);
+    case store::ColumnType::Time:
+        return QTime::fromString(cell, Qt::ISODate);
     default:
-        return celda.toInt();
+        return cell.toInt();
     }
 }
 
-void InsertarFila(Base &base, const QString &tabla, const QStringList &columnas,
-                  const std::vector<Valor> &valores)
+void startup::insertRow(Base &base, const QString &table, const QStringList &columns,
+                        const std::vector<store::Value> &values)
 {
     const QString sql = u"insert into %1 ([%2]) values (%3)"_s.arg(
-        tabla, columnas.join("], ["_L1), QStringList(columnas.size(), u"?"_s).join(u','));
-    base.Ejecutar(sql.toStdString(), valores);
+        table, columns.join("], ["_L1), QStringList(columns.size(), u"?"_s).join(u','));
+    base.run(sql.toStdString(), values);
 }
 
-void InsertarSemillas(Base &base, const QString &tabla, const Semillas &semillas)
+void startup::insertSeeds(Base &base, const QString &table, const Seeds &seeds)
 {
-    const std::string nombre = tabla.toStdString();
-    for (const QStringList &fila : semillas.filas) {
-        std::vector<Valor> valores;
-        for (qsizetype i = 0; i < fila.size(); ++i)
-            valores.push_back(ValorDeSemilla(base, nombre, semillas.columnas[i], fila[i]));
-        InsertarFila(base, tabla, semillas.columnas, valores);
+    const std::string name = table.toStdString();
+    for (const QStringList &row : seeds.rows) {
+        std::vector<store::Value> values;
+        for (qsizetype i = 0; i < row.size(); ++i)
+            values.push_back(seedValue(base, name, seeds.columns[i], row[i]));
+        insertRow(base, table, seeds.columns, values);
     }
 }

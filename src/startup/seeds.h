@@ -7,35 +7,40 @@
 #include <QStringList>
 #include <vector>
 
+namespace startup
+{
+
 /// A seed file in one language: rows of texts under the names of their columns. A row has as many
 /// cells as there are columns; an empty cell stands for Null.
-struct Semillas {
-    QStringList columnas;
-    QList<QStringList> filas;
+struct Seeds {
+    QStringList columns;
+    QList<QStringList> rows;
 
     /// Cell by column name. @throws std::runtime_error when there is no such column
-    const QString &Celda(const QStringList &fila, QStringView columna) const;
+    const QString &Cell(const QStringList &row, QStringView column) const;
 };
 
 /// A text of letters.txt and the settings that it fills.
-struct CartaSembrada {
-    QStringList columnas;
-    QString texto;
+struct SeededLetter {
+    QStringList columns;
+    QString text;
 };
 
 /// Rows with an empty text in a column of the language are left out: they do not exist there.
-/// @param archivo name without its ending, such as "products"
+/// @param file name without its ending, such as "products"
 /// @throws std::runtime_error when there is no such file or a line cannot be read
-Semillas LeerSemillas(const QString &archivo, Idioma idioma);
-QList<CartaSembrada> LeerCartas(Idioma idioma);
+Seeds readSeeds(const QString &file, store::Language language);
+QList<SeededLetter> readLetters(store::Language language);
 
-/// The value of a cell as the column's type says. @throws ErrorDeAlmacen 3265 for an unknown column
-Valor ValorDeSemilla(const Base &base, std::string_view tabla, const QString &columna,
-                     const QString &celda);
+/// The value of a cell as the column's type says. @throws StoreError 3265 for an unknown column
+store::Value seedValue(const Base &base, std::string_view table, const QString &column,
+                       const QString &cell);
 
 /// Adds a row with these columns.
-void InsertarFila(Base &base, const QString &tabla, const QStringList &columnas,
-                  const std::vector<Valor> &valores);
+void insertRow(Base &base, const QString &table, const QStringList &columns,
+               const std::vector<store::Value> &values);
 
 /// Adds every row of a seed file whose columns are those of the table.
-void InsertarSemillas(Base &base, const QString &tabla, const Semillas &semillas);
+void insertSeeds(Base &base, const QString &table, const Seeds &seeds);
+
+} // namespace startup

@@ -5,42 +5,37 @@
 #include "store/data_folder.h"
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "texts/texts.h"
 
 #include <QDir>
 #include <QLocale>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    UltimoInicioFue = 3408,
-    FechaAnterior = 3409,
-    BienvenidaEnPizarra = 5056,
-    ClicParaAbrir = 9204,
-};
+constexpr int NoteDrawing = 106;
+constexpr int HelpPageCode = 38;
 
-constexpr int noteDrawing = 106;
-constexpr int helpPageCode = 38;
-
-QDate today(const Sesion &s) { return s.reloj.ahora().date(); }
+QDate today(const Sesion &s) { return s.reloj.now().date(); }
 
 void makeFolders(const Sesion &s)
 {
     for (const QString &folder : {u"mascotas"_s, u"mascotas/cli"_s, u"mascotas/ray"_s,
                                   u"mascotas/eco"_s, u"mascotas/fot"_s}) {
-        const QString path = RutaBajo(s.carpetaDeDatos, folder);
+        const QString path = store::pathUnder(s.dataFolder, folder);
         if (!QDir().mkpath(path))
-            throw ErrorDeAlmacen(ErrorNum::RutaODisco, path);
+            throw store::StoreError(store::ErrorNumber::PathOrDisk, path);
     }
 }
 
 } // namespace
 
-bool EsPrimeraVez(Sesion &s) { return s.configuracion["PrimeraVez"].toBool(); }
+bool startup::isFirstRun(Sesion &s) { return s.configuracion["PrimeraVez"].toBool(); }
 
-void EmpezarPrimeraVez(Sesion &s)
+void startup::beginFirstRun(Sesion &s)
 {
     s.configuracion.Edit();
     s.configuracion.Put("FechaUltimoInicio", today(s));
@@ -48,7 +43,7 @@ void EmpezarPrimeraVez(Sesion &s)
     s.configuracion.Update();
 }
 
-void TerminarPrimeraVez(Sesion &s)
+void startup::finishFirstRun(Sesion &s)
 {
     Lote batch(s);
     s.configuracion.Edit();
@@ -56,28 +51,28 @@ void TerminarPrimeraVez(Sesion &s)
     s.configuracion.Put("FechaPrimerInicio", today(s));
     s.configuracion.Update();
     makeFolders(s);
-    SembrarPrimeraVez(s);
-    AgregarPizarra(s, s(BienvenidaEnPizarra) + u' ' + PaginaDeAyuda(s) + s(ClicParaAbrir),
-                   noteDrawing, helpPageCode, 0);
-    batch.Confirmar();
+    seedFirstRun(s);
+    AgregarPizarra(s, s(text::WelcomeLine) + u' ' + store::helpPage(s) + s(text::ClickToAccess),
+                   NoteDrawing, HelpPageCode, 0);
+    batch.commit();
 }
 
-bool ComprobarInicio(Sesion &s, const QLocale &sistema)
+bool startup::checkStart(Sesion &s, const QLocale &system)
 {
-    LeerClinica(s);
+    store::readClinic(s);
     s.reloj.hoy = today(s);
 
     const QDate last = s.configuracion["FechaUltimoInicio"].toDate();
     if (last.isValid() && s.reloj.hoy < last) {
         const QString day = QLocale().toString(last, QLocale::ShortFormat);
-        if (!s.dialogos.Pregunta(s(UltimoInicioFue) + day + u' ' + s(FechaAnterior)))
+        if (!s.dialogos.Pregunta(s(text::LastStartWas) + day + u' ' + s(text::DateIsEarlier)))
             return false;
         s.morvane->Execute("update configuracion set FechaUltimoInicio = ?", s.reloj.hoy);
         s.configuracion.Requery();
     }
 
-    const QString point = sistema.decimalPoint();
+    const QString point = system.decimalPoint();
     if (point == u"." || point == u",")
-        s.separadorDecimal = point.front();
+        s.separatorDecimal = point.front();
     return true;
 }

@@ -3,23 +3,23 @@
 #include "store/engine.h"
 #include "store/session.h"
 
-Lote::Lote(Motor &motor) : m_motor(motor), m_propio(!motor.EnTransaccion())
+Lote::Lote(Motor &motor) : m_motor(motor), m_own(!motor.inTransaction())
 {
-    if (m_propio)
-        m_motor.Empezar();
+    if (m_own)
+        m_motor.begin();
 }
 
 Lote::Lote(Sesion &s) : Lote(*s.motor) {}
 
 Lote::~Lote()
 {
-    if (m_propio && !m_confirmado)
-        m_motor.Deshacer();
+    if (m_own && !m_committed)
+        m_motor.rollBack();
 }
 
-void Lote::Confirmar()
+void Lote::commit()
 {
-    if (m_propio)
-        m_motor.Confirmar();
-    m_confirmado = true;
+    if (m_own)
+        m_motor.commit();
+    m_committed = true;
 }

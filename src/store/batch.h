@@ -16,11 +16,11 @@ public:
     Lote(const Lote &) = delete;
     Lote &operator=(const Lote &) = delete;
 
-    /// @throws ErrorDeAlmacen when the disk refuses; then nothing of the batch was written
-    void Confirmar();
+    /// @throws StoreError when the disk refuses; then nothing of the batch was written
+    void commit();
 
 private:
     Motor &m_motor;
-    bool m_propio;
-    bool m_confirmado = false;
+    bool m_own;
+    bool m_committed = false;
 };

@@ -16,171 +16,173 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+using namespace store;
+
 namespace
 {
 
-QString ConBarra(QString carpeta)
+QString withSlash(QString folder)
 {
-    if (!carpeta.isEmpty() && !carpeta.endsWith(u'/'))
-        carpeta += u'/';
-    return carpeta;
+    if (!folder.isEmpty() && !folder.endsWith(u'/'))
+        folder += u'/';
+    return folder;
 }
 
 // The mark's row in the agenda, which no real owner can have: ids are positive.
-constexpr int IdaDeMarca = -32000;
+constexpr int MarkId = -32000;
 
 } // namespace
 
-QString CarpetaDePrograma()
+QString store::programFolder()
 {
-    const QString dada = qEnvironmentVariable("KELVARA_HOME");
-    if (!dada.isEmpty())
-        return ConBarra(QDir(dada).absolutePath());
-    const QString propia = QCoreApplication::applicationDirPath();
-    if (QFileInfo(propia).isWritable())
-        return ConBarra(propia);
-    const QString deUsuario = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir().mkpath(deUsuario);
-    return ConBarra(deUsuario);
+    const QString given = qEnvironmentVariable("KELVARA_HOME");
+    if (!given.isEmpty())
+        return withSlash(QDir(given).absolutePath());
+    const QString own = QCoreApplication::applicationDirPath();
+    if (QFileInfo(own).isWritable())
+        return withSlash(own);
+    const QString user = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QDir().mkpath(user);
+    return withSlash(user);
 }
 
 QString CarpetaLocalDeDatos()
 {
     // A system version with a name keeps its files beside the program.
     return SistemaOperativo().isEmpty()
-               ? ConBarra(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
-               : CarpetaDePrograma();
+               ? withSlash(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
+               : programFolder();
 }
 
-QString LeerRuta(const QString &carpetaDePrograma)
+QString store::readPath(const QString &programFolder)
 {
-    QFile f(RutaBajo(carpetaDePrograma, QStringLiteral("ruta.txt")));
+    QFile f(pathUnder(programFolder, QStringLiteral("ruta.txt")));
     if (!f.open(QIODevice::ReadOnly))
-        return ConBarra(carpetaDePrograma);
+        return withSlash(programFolder);
     // A path is far shorter; what follows the first line is of no interest.
-    QByteArray linea = f.readLine(64 * 1024);
-    if (linea.startsWith("\xEF\xBB\xBF"))
-        linea.remove(0, 3);
-    const QString ruta = QDir::fromNativeSeparators(QString::fromUtf8(linea).trimmed());
-    return ConBarra(ruta.isEmpty() ? carpetaDePrograma : ruta);
+    QByteArray line = f.readLine(64 * 1024);
+    if (line.startsWith("\xEF\xBB\xBF"))
+        line.remove(0, 3);
+    const QString ruta = QDir::fromNativeSeparators(QString::fromUtf8(line).trimmed());
+    return withSlash(ruta.isEmpty() ? programFolder : ruta);
 }
 
-bool TieneRuta(const QString &carpetaDePrograma)
+bool store::hasPath(const QString &programFolder)
 {
-    return QFileInfo::exists(RutaBajo(carpetaDePrograma, QStringLiteral("ruta.txt")));
+    return QFileInfo::exists(pathUnder(programFolder, QStringLiteral("ruta.txt")));
 }
 
-bool EscribirRuta(const QString &carpetaDePrograma, const QString &carpetaDeDatos)
+bool store::writePath(const QString &programFolder, const QString &dataFolder)
 {
-    QSaveFile f(RutaBajo(carpetaDePrograma, QStringLiteral("ruta.txt")));
-    return f.open(QIODevice::WriteOnly) && f.write(carpetaDeDatos.toUtf8() + '\n') > 0 && f.flush()
+    QSaveFile f(pathUnder(programFolder, QStringLiteral("ruta.txt")));
+    return f.open(QIODevice::WriteOnly) && f.write(dataFolder.toUtf8() + '\n') > 0 && f.flush()
            && f.commit();
 }
 
-QString RutaBajo(const QString &carpeta, const QString &relativa)
+QString store::pathUnder(const QString &folder, const QString &relative)
 {
-    QString ruta = ConBarra(carpeta);
-    QString r = relativa;
-    const QStringList partes = r.replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < partes.size(); ++i) {
-        QString parte = partes[i];
-        if (!QFileInfo::exists(ruta + parte)) {
-            const QStringList nombres =
+    QString ruta = withSlash(folder);
+    QString r = relative;
+    const QStringList parts = r.replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        QString part = parts[i];
+        if (!QFileInfo::exists(ruta + part)) {
+            const QStringList names =
                 QDir(ruta).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-            for (const QString &n : nombres)
-                if (n.compare(parte, Qt::CaseInsensitive) == 0) {
-                    parte = n;
+            for (const QString &n : names)
+                if (n.compare(part, Qt::CaseInsensitive) == 0) {
+                    part = n;
                     break;
                 }
         }
-        ruta += parte;
-        if (i + 1 < partes.size())
+        ruta += part;
+        if (i + 1 < parts.size())
             ruta += u'/';
     }
     return ruta;
 }
 
-void FijarCarpetaDeDatos(Sesion &s, const QString &carpeta)
+void store::setDataFolder(Sesion &s, const QString &folder)
 {
-    s.carpetaDePrograma = CarpetaDePrograma();
-    s.carpetaDeDatos =
-        carpeta.isEmpty() ? LeerRuta(s.carpetaDePrograma) : ConBarra(QDir(carpeta).absolutePath());
-    s.carpetaDada = !carpeta.isEmpty();
-    s.EnRed = s.carpetaDeDatos.toLower() != s.carpetaDePrograma.toLower();
+    s.programFolder = programFolder();
+    s.dataFolder =
+        folder.isEmpty() ? readPath(s.programFolder) : withSlash(QDir(folder).absolutePath());
+    s.givenFolder = !folder.isEmpty();
+    s.EnRed = s.dataFolder.toLower() != s.programFolder.toLower();
 }
 
 QString RutaRealDeDatos(Sesion &s)
 {
-    if (!s.carpetaDada && TieneRuta(s.carpetaDePrograma))
-        return LeerRuta(s.carpetaDePrograma);
+    if (!s.givenFolder && hasPath(s.programFolder))
+        return readPath(s.programFolder);
 
-    const auto quitar = [&s] {
-        s.morvane->Execute("DELETE * FROM TareasAgenda WHERE Ida = ?", IdaDeMarca);
+    const auto remove = [&s] {
+        s.morvane->Execute("DELETE * FROM TareasAgenda WHERE Ida = ?", MarkId);
     };
-    quitar();
+    remove();
     // The next task id, without taking it.
-    s.morvane->Execute("INSERT INTO TareasAgenda (Ida, ID) VALUES (?, ?)", IdaDeMarca,
+    s.morvane->Execute("INSERT INTO TareasAgenda (Ida, ID) VALUES (?, ?)", MarkId,
                        s.configuracion["contadorTareas"].toLong() + 1);
 
     const QString local =
-        ConBarra(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    const QString candidatas[] = {
-        RutaBajo(local, QStringLiteral("VirtualStore/Program Files/Kelvara")),
-        RutaBajo(local, QStringLiteral("VirtualStore/Program Files (x86)/Kelvara")),
-        s.carpetaDePrograma,
-        s.carpetaDeDatos,
+        withSlash(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    const QString candidates[] = {
+        pathUnder(local, QStringLiteral("VirtualStore/Program Files/Kelvara")),
+        pathUnder(local, QStringLiteral("VirtualStore/Program Files (x86)/Kelvara")),
+        s.programFolder,
+        s.dataFolder,
     };
-    QString hallada;
-    for (const QString &c : candidatas) {
-        const QString archivo = RutaBajo(c, ArchivoDe(QStringLiteral("morvane")));
-        if (!QFileInfo(archivo).isFile())
+    QString found;
+    for (const QString &c : candidates) {
+        const QString file = pathUnder(c, fileOf(QStringLiteral("morvane")));
+        if (!QFileInfo(file).isFile())
             continue;
         try {
-            const auto motor = CrearMotorDeArchivos();
-            motor->Abrir(archivo, "morvane");
+            const auto motor = createFileEngine();
+            motor->open(file, "morvane");
             Base base(*motor, "morvane", s.reloj);
-            if (!base.Leer("SELECT Ida FROM TareasAgenda WHERE Ida = ?", IdaDeMarca).EsNulo())
-                hallada = ConBarra(c);
-        } catch (const ErrorDeAlmacen &) {
+            if (!base.read("SELECT Ida FROM TareasAgenda WHERE Ida = ?", MarkId).isNull())
+                found = withSlash(c);
+        } catch (const StoreError &) {
             continue; // a file that does not open is not the one
         }
-        if (!hallada.isEmpty())
+        if (!found.isEmpty())
             break;
     }
-    quitar();
-    return hallada;
+    remove();
+    return found;
 }
 
-BloqueoDeCarpeta::BloqueoDeCarpeta(const QString &carpeta, const QString &nombre, int segundos,
-                                   const std::function<void()> &mientras)
+FolderLock::FolderLock(const QString &folder, const QString &name, int seconds,
+                       const std::function<void()> &meanwhile)
 {
-    const QString ruta = ConBarra(carpeta) + nombre;
-    const int archivo =
+    const QString ruta = withSlash(folder) + name;
+    const int file =
         ::open(QFile::encodeName(ruta).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (archivo < 0)
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, ruta);
+    if (file < 0)
+        throw StoreError(ErrorNumber::PathOrDisk, ruta);
     // A record lock, like the engine's own: it works on shared folders and ends with its process.
     struct flock l {
     };
     l.l_type = F_WRLCK;
     l.l_whence = SEEK_SET;
-    QDeadlineTimer plazo(segundos * 1000);
+    QDeadlineTimer term(seconds * 1000);
     for (;;) {
-        if (::fcntl(archivo, F_SETLK, &l) == 0) {
-            m_archivo = archivo;
+        if (::fcntl(file, F_SETLK, &l) == 0) {
+            m_file = file;
             return;
         }
-        if (plazo.hasExpired())
+        if (term.hasExpired())
             break;
-        if (mientras)
-            mientras();
+        if (meanwhile)
+            meanwhile();
         QThread::msleep(50);
     }
-    ::close(archivo);
+    ::close(file);
 }
 
-BloqueoDeCarpeta::~BloqueoDeCarpeta()
+FolderLock::~FolderLock()
 {
-    if (m_archivo >= 0)
-        ::close(m_archivo);
+    if (m_file >= 0)
+        ::close(m_file);
 }

@@ -5,211 +5,212 @@
 
 #include <algorithm>
 
-Base::Interno::Interno(Motor &m, std::string e, const Reloj &r)
-    : motor(m), esquema(std::move(e)), reloj(r), catalogo(m, esquema)
+using namespace store;
+
+Base::Internals::Internals(Motor &m, std::string e, const Reloj &r)
+    : motor(m), schema(std::move(e)), reloj(r), catalogue(m, schema)
 {
 }
 
 // --- Definitions -----------------------------------------------------------------------------
 
-CatalogoDeArchivo::CatalogoDeArchivo(Motor &motor, std::string esquema)
-    : m_motor(motor), m_esquema(std::move(esquema))
+FileCatalogue::FileCatalogue(Motor &motor, std::string schema)
+    : m_motor(motor), m_schema(std::move(schema))
 {
 }
 
-const jet::Tabla *CatalogoDeArchivo::Buscar(std::string_view nombre) const
+const jet::Table *FileCatalogue::find(std::string_view name) const
 {
-    if (!m_leido) {
-        for (const std::string &t : m_motor.Tablas(m_esquema))
-            m_nombres.emplace(jet::Plegar(t), t);
-        m_leido = true;
+    if (!m_read) {
+        for (const std::string &t : m_motor.tables(m_schema))
+            m_names.emplace(jet::fold(t), t);
+        m_read = true;
     }
-    const std::string plegado = jet::Plegar(nombre);
-    if (const auto i = m_tablas.find(plegado); i != m_tablas.end())
+    const std::string folded = jet::fold(name);
+    if (const auto i = m_tables.find(folded); i != m_tables.end())
         return i->second.get();
-    const auto n = m_nombres.find(plegado);
-    if (n == m_nombres.end())
+    const auto n = m_names.find(folded);
+    if (n == m_names.end())
         return nullptr;
-    auto tabla = std::make_unique<jet::Tabla>();
-    tabla->nombre = n->second;
-    for (const ColumnaDeclarada &c : m_motor.Columnas(m_esquema, n->second)) {
-        jet::Columna columna = LeerTipoDeclarado(c.nombre, c.tipo);
-        if (c.identidad)
-            columna.tipo = Tipo::Counter;
-        tabla->columnas.push_back(std::move(columna));
+    auto table = std::make_unique<jet::Table>();
+    table->name = n->second;
+    for (const DeclaredColumn &c : m_motor.allColumns(m_schema, n->second)) {
+        jet::Column column = readDeclaredType(c.name, c.type);
+        if (c.identity)
+            column.type = ColumnType::Counter;
+        table->columns.push_back(std::move(column));
     }
-    return m_tablas.emplace(plegado, std::move(tabla)).first->second.get();
+    return m_tables.emplace(folded, std::move(table)).first->second.get();
 }
 
-void CatalogoDeArchivo::Olvidar()
+void FileCatalogue::forget()
 {
-    m_leido = false;
-    m_nombres.clear();
-    m_tablas.clear();
+    m_read = false;
+    m_names.clear();
+    m_tables.clear();
 }
 
 // --- Compiled statements ---------------------------------------------------------------------
 
-Compilada &Base::Interno::Compilar(std::string_view sql,
-                                   PorTexto<std::unique_ptr<Compilada>> &cache, bool claves)
+Compiled &Base::Internals::compile(std::string_view sql, ByText<std::unique_ptr<Compiled>> &cache,
+                                   bool keys)
 {
     if (const auto i = cache.find(sql); i != cache.end())
         return *i->second;
-    auto c = std::make_unique<Compilada>();
-    c->traduccion = jet::Traducir(sql, catalogo, esquema, claves);
-    if (!c->traduccion.sql.empty())
-        c->sentencia = motor.Preparar(c->traduccion.sql);
-    if (!c->traduccion.tablaEscrita.empty())
-        c->escrituras = EscriturasDe(c->traduccion.tablaEscrita);
-    for (const jet::FuenteDeFilas &f : c->traduccion.fuentes)
-        c->lecturas.push_back(EscriturasDe(f.tabla));
-    if (c->traduccion.clase == jet::Traduccion::Define) {
+    auto c = std::make_unique<Compiled>();
+    c->translation = jet::translate(sql, catalogue, schema, keys);
+    if (!c->translation.sql.empty())
+        c->statement = motor.prepare(c->translation.sql);
+    if (!c->translation.writtenTable.empty())
+        c->writes = writesOf(c->translation.writtenTable);
+    for (const jet::RowsSource &f : c->translation.fuentes)
+        c->reads.push_back(writesOf(f.table));
+    if (c->translation.kind == jet::Translation::Define) {
         // Nothing is kept: it runs once, and forgets what the cache holds.
         return *(cache.insert_or_assign(std::string(), std::move(c)).first->second);
     }
     return *cache.emplace(std::string(sql), std::move(c)).first->second;
 }
 
-void Base::Interno::Ligar(Compilada &c, std::span<const Valor> valores) const
+void Base::Internals::bind(Compiled &c, std::span<const Value> values) const
 {
-    if (int(valores.size()) != c.traduccion.valoresDados)
-        throw ErrorDeAlmacen(ErrorNum::Parametros,
-                             QStringLiteral("%1 values given, %2 expected")
-                                 .arg(valores.size())
-                                 .arg(c.traduccion.valoresDados),
-                             QString::fromStdString(c.traduccion.sql));
+    if (int(values.size()) != c.translation.valueCount)
+        throw StoreError(ErrorNumber::Parameters,
+                         QStringLiteral("%1 values given, %2 expected")
+                             .arg(values.size())
+                             .arg(c.translation.valueCount),
+                         QString::fromStdString(c.translation.sql));
     int n = 0;
-    for (const jet::Parametro &p : c.traduccion.parametros) {
-        switch (p.origen) {
-        case jet::Parametro::Dado:
-            c.sentencia->Ligar(n, valores[size_t(p.indice)]);
+    for (const jet::Parameter &p : c.translation.parameters) {
+        switch (p.origin) {
+        case jet::Parameter::Given:
+            c.statement->bind(n, values[size_t(p.index)]);
             break;
-        case jet::Parametro::Hoy:
-            c.sentencia->Ligar(n, reloj.hoy);
+        case jet::Parameter::Today:
+            c.statement->bind(n, reloj.hoy);
             break;
-        case jet::Parametro::Hora:
-            c.sentencia->Ligar(n, reloj.Hora());
+        case jet::Parameter::Hour:
+            c.statement->bind(n, reloj.hourOf());
             break;
-        case jet::Parametro::Ahora:
-            c.sentencia->Ligar(n, QDateTime(reloj.hoy, reloj.Hora()));
+        case jet::Parameter::Now:
+            c.statement->bind(n, QDateTime(reloj.hoy, reloj.hourOf()));
             break;
         }
         ++n;
     }
 }
 
-int *Base::Interno::EscriturasDe(std::string_view tabla)
+int *Base::Internals::writesOf(std::string_view table)
 {
-    return &escrituras.try_emplace(jet::Plegar(tabla), 0).first->second;
+    return &writes.try_emplace(jet::fold(table), 0).first->second;
 }
 
-Sentencia &Base::Interno::Directa(const std::string &sql)
+Statement &Base::Internals::directStatement(const std::string &sql)
 {
-    auto &st = directas[sql];
+    auto &st = direct[sql];
     if (!st)
-        st = motor.Preparar(sql);
+        st = motor.prepare(sql);
     return *st;
 }
 
-void Base::Interno::MirarAjenas()
+void Base::Internals::lookForForeignWrites()
 {
-    if (ultimaMirada.isValid() && ultimaMirada.elapsed() < IntervaloMs)
+    if (lastLook.isValid() && lastLook.elapsed() < IntervalMs)
         return;
-    ultimaMirada.start();
-    const qint64 v = motor.Version(esquema);
+    lastLook.start();
+    const qint64 v = motor.version(schema);
     if (v != versionVista && versionVista != -1)
-        ++ajenas;
+        ++foreign;
     versionVista = v;
 }
 
 // --- Base ------------------------------------------------------------------------------------
 
-Base::Base(Motor &motor, std::string esquema, const Reloj &reloj)
-    : m_i(std::make_unique<Interno>(motor, std::move(esquema), reloj))
+Base::Base(Motor &motor, std::string schema, const Reloj &reloj)
+    : m_i(std::make_unique<Internals>(motor, std::move(schema), reloj))
 {
 }
 
 Base::~Base() = default;
 
-int Base::Ejecutar(std::string_view sql, std::span<const Valor> valores)
+int Base::run(std::string_view sql, std::span<const Value> values)
 {
-    Compilada &c = m_i->Compilar(sql, m_i->cambios, false);
-    if (c.traduccion.clase == jet::Traduccion::Define) {
-        const jet::Definicion d = c.traduccion.definicion;
-        m_i->Definir(d);
+    Compiled &c = m_i->compile(sql, m_i->changes, false);
+    if (c.translation.kind == jet::Translation::Define) {
+        const jet::Definition d = c.translation.definition;
+        m_i->define(d);
         return 0;
     }
-    if (c.traduccion.clase == jet::Traduccion::Consulta)
-        throw ErrorDeAlmacen(ErrorNum::Sintaxis, QStringLiteral("A query cannot be executed"),
-                             QString::fromUtf8(sql.data(), qsizetype(sql.size())));
-    m_i->Ligar(c, valores);
-    c.sentencia->Paso();
-    c.sentencia->Reiniciar();
-    if (c.escrituras)
-        ++*c.escrituras;
-    return m_i->motor.FilasCambiadas();
+    if (c.translation.kind == jet::Translation::Query)
+        throw StoreError(ErrorNumber::Syntax, QStringLiteral("A query cannot be executed"),
+                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
+    m_i->bind(c, values);
+    c.statement->step();
+    c.statement->reset();
+    if (c.writes)
+        ++*c.writes;
+    return m_i->motor.changedRows();
 }
 
-Valor Base::LeerPrimero(std::string_view sql, std::span<const Valor> valores)
+Value Base::readFirst(std::string_view sql, std::span<const Value> values)
 {
-    Compilada &c = m_i->Compilar(sql, m_i->sinClaves, false);
-    if (c.traduccion.clase != jet::Traduccion::Consulta)
-        throw ErrorDeAlmacen(ErrorNum::Sintaxis, QStringLiteral("Not a query"),
-                             QString::fromUtf8(sql.data(), qsizetype(sql.size())));
-    m_i->Ligar(c, valores);
-    Valor v;
-    if (c.sentencia->Paso())
-        v = c.sentencia->Leer(0, c.traduccion.columnas.front().tipo);
-    c.sentencia->Reiniciar();
+    Compiled &c = m_i->compile(sql, m_i->withoutKeys, false);
+    if (c.translation.kind != jet::Translation::Query)
+        throw StoreError(ErrorNumber::Syntax, QStringLiteral("Not a query"),
+                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
+    m_i->bind(c, values);
+    Value v;
+    if (c.statement->step())
+        v = c.statement->read(0, c.translation.columns.front().type);
+    c.statement->reset();
     return v;
 }
 
-qint64 Base::Version(std::string_view tabla)
+qint64 Base::version(std::string_view table)
 {
-    m_i->MirarAjenas();
-    return m_i->ajenas + m_i->motor.Deshechos() + *m_i->EscriturasDe(tabla);
+    m_i->lookForForeignWrites();
+    return m_i->foreign + m_i->motor.rollbackCount() + *m_i->writesOf(table);
 }
 
-bool Base::ExisteTabla(std::string_view tabla) const
+bool Base::tableExists(std::string_view table) const
 {
-    return m_i->catalogo.Buscar(tabla) != nullptr;
+    return m_i->catalogue.find(table) != nullptr;
 }
 
-bool Base::ExisteColumna(std::string_view tabla, std::string_view columna) const
+bool Base::columnExists(std::string_view table, std::string_view column) const
 {
-    const jet::Tabla *t = m_i->catalogo.Buscar(tabla);
-    return t && std::ranges::any_of(t->columnas, [plegada = jet::Plegar(columna)](const auto &c) {
-               return jet::Plegar(c.nombre) == plegada;
+    const jet::Table *t = m_i->catalogue.find(table);
+    return t && std::ranges::any_of(t->columns, [folded = jet::fold(column)](const auto &c) {
+               return jet::fold(c.name) == folded;
            });
 }
 
-int Base::Ancho(std::string_view tabla, std::string_view columna) const
+int Base::widthOf(std::string_view table, std::string_view column) const
 {
-    const jet::Tabla *t = m_i->catalogo.Buscar(tabla);
+    const jet::Table *t = m_i->catalogue.find(table);
     if (!t)
         return 0;
-    for (const jet::Columna &c : t->columnas)
-        if (jet::Comparar(c.nombre, columna) == 0)
-            return c.ancho;
+    for (const jet::Column &c : t->columns)
+        if (jet::compareText(c.name, column) == 0)
+            return c.width;
     return 0;
 }
 
-QString Base::Recortado(std::string_view tabla, std::string_view columna,
-                        const QString &texto) const
+QString Base::trimmed(std::string_view table, std::string_view column, const QString &text) const
 {
-    const int ancho = Ancho(tabla, columna);
-    return ancho > 0 ? texto.left(ancho) : texto;
+    const int width = widthOf(table, column);
+    return width > 0 ? text.left(width) : text;
 }
 
-const jet::Catalogo &Base::Catalogo() const { return m_i->catalogo; }
-const std::string &Base::Esquema() const { return m_i->esquema; }
-Motor &Base::ElMotor() const { return m_i->motor; }
+const jet::Catalogue &Base::catalogue() const { return m_i->catalogue; }
+const std::string &Base::Schema() const { return m_i->schema; }
+Motor &Base::engine() const { return m_i->motor; }
 
-void Base::Olvidar()
+void Base::forget()
 {
-    m_i->cambios.clear();
-    m_i->conClaves.clear();
-    m_i->sinClaves.clear();
-    m_i->directas.clear();
-    m_i->catalogo.Olvidar();
+    m_i->changes.clear();
+    m_i->withKeys.clear();
+    m_i->withoutKeys.clear();
+    m_i->direct.clear();
+    m_i->catalogue.forget();
 }

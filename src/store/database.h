@@ -13,76 +13,76 @@
 /// A database under its name in the engine. Statements are Jet dialect with '?' for values; each
 /// text is translated once and kept compiled.
 ///
-/// All calls throw ErrorDeAlmacen; a statement that fails has changed nothing.
+/// All calls throw StoreError; a statement that fails has changed nothing.
 class Base
 {
 public:
     /// @param reloj what Date() and Time() mean; must outlive the database
-    Base(Motor &motor, std::string esquema, const Reloj &reloj);
+    Base(Motor &motor, std::string schema, const Reloj &reloj);
     ~Base();
     Base(const Base &) = delete;
     Base &operator=(const Base &) = delete;
 
     /// Runs a statement that writes or defines. @return rows changed
     template <typename... V>
-    int Execute(std::string_view sql, const V &...valores)
+    int Execute(std::string_view sql, const V &...values)
     {
-        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
-        return Ejecutar(sql, v);
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        return run(sql, v);
     }
-    int Ejecutar(std::string_view sql, std::span<const Valor> valores);
+    int run(std::string_view sql, std::span<const store::Value> values);
 
     /// An updatable recordset.
     template <typename... V>
-    Recordset OpenRecordset(std::string_view sql, const V &...valores)
+    Recordset OpenRecordset(std::string_view sql, const V &...values)
     {
-        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
-        return Abrir(sql, v, true);
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        return open(sql, v, true);
     }
     /// A read-only recordset: cheaper, no keys are read.
     template <typename... V>
-    Recordset OpenSnapshot(std::string_view sql, const V &...valores)
+    Recordset OpenSnapshot(std::string_view sql, const V &...values)
     {
-        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
-        return Abrir(sql, v, false);
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        return open(sql, v, false);
     }
-    Recordset Abrir(std::string_view sql, std::span<const Valor> valores, bool actualizable);
+    Recordset open(std::string_view sql, std::span<const store::Value> values, bool updatable);
 
     /// An updatable recordset that lives as long as the session: its rows are read when first
     /// needed, and read again after this program or another one has written its table.
-    /// @param clave of a long list, all columns of one table: the whole number that names a row.
+    /// @param key of a long list, all columns of one table: the whole number that names a row.
     ///        Look-ups by it do not read the list until there are many
-    Recordset OpenList(std::string_view sql, std::string_view clave = {});
+    Recordset OpenList(std::string_view sql, std::string_view key = {});
 
     /// The first field of the first row, Null when there is none. Reads one row only.
     template <typename... V>
-    Valor Leer(std::string_view sql, const V &...valores)
+    store::Value read(std::string_view sql, const V &...values)
     {
-        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
-        return LeerPrimero(sql, v);
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        return readFirst(sql, v);
     }
-    Valor LeerPrimero(std::string_view sql, std::span<const Valor> valores);
+    store::Value readFirst(std::string_view sql, std::span<const store::Value> values);
 
     /// A number that changes when the table was written by this process, or any table by another
     /// one (looked at five times a second), for what is kept of its rows outside of recordsets.
-    qint64 Version(std::string_view tabla);
+    qint64 version(std::string_view table);
 
-    bool ExisteTabla(std::string_view tabla) const;
-    bool ExisteColumna(std::string_view tabla, std::string_view columna) const;
+    bool tableExists(std::string_view table) const;
+    bool columnExists(std::string_view table, std::string_view column) const;
     /// Characters that fit a TEXT(n) column; 0 for any other column.
-    int Ancho(std::string_view tabla, std::string_view columna) const;
+    int widthOf(std::string_view table, std::string_view column) const;
     /// As much of a text as the column takes: all of it where the column has no width.
-    QString Recortado(std::string_view tabla, std::string_view columna, const QString &texto) const;
-    const jet::Catalogo &Catalogo() const;
-    const std::string &Esquema() const;
-    Motor &ElMotor() const;
+    QString trimmed(std::string_view table, std::string_view column, const QString &text) const;
+    const jet::Catalogue &catalogue() const;
+    const std::string &Schema() const;
+    Motor &engine() const;
 
     /// Forgets compiled statements and table definitions (before the engine closes the file).
-    void Olvidar();
+    void forget();
 
-    struct Interno;
-    Interno &interno() const { return *m_i; } // for Recordset
+    struct Internals;
+    Internals &internals() const { return *m_i; } // for Recordset
 
 private:
-    std::unique_ptr<Interno> m_i;
+    std::unique_ptr<Internals> m_i;
 };

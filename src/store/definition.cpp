@@ -6,26 +6,30 @@
 #include <algorithm>
 #include <charconv>
 
+using namespace store;
+
 namespace
 {
 
-struct NombreDeTipo {
-    Tipo tipo;
-    const char *nombre;
+struct TypeName {
+    ColumnType type;
+    const char *name;
 };
 
 // COUNTER is declared as the engine needs it for an identity.
-constexpr NombreDeTipo Nombres[] = {
-    {Tipo::Counter, "INTEGER"},   {Tipo::Byte, "BYTE"},     {Tipo::Smallint, "SMALLINT"},
-    {Tipo::Long, "LONG"},         {Tipo::Single, "SINGLE"}, {Tipo::Double, "DOUBLE"},
-    {Tipo::Currency, "CURRENCY"}, {Tipo::Date, "DATE"},     {Tipo::Time, "TIME"},
-    {Tipo::YesNo, "YESNO"},       {Tipo::Memo, "MEMO"},
+constexpr TypeName Names[] = {
+    {ColumnType::Counter, "INTEGER"},   {ColumnType::Byte, "BYTE"},
+    {ColumnType::Smallint, "SMALLINT"}, {ColumnType::Long, "LONG"},
+    {ColumnType::Single, "SINGLE"},     {ColumnType::Double, "DOUBLE"},
+    {ColumnType::Currency, "CURRENCY"}, {ColumnType::Date, "DATE"},
+    {ColumnType::Time, "TIME"},         {ColumnType::YesNo, "YESNO"},
+    {ColumnType::Memo, "MEMO"},
 };
 
-std::string Citado(std::string_view nombre)
+std::string quoted(std::string_view name)
 {
     std::string s = "\"";
-    for (char c : nombre) {
+    for (char c : name) {
         if (c == '"')
             s += '"';
         s += c;
@@ -33,172 +37,171 @@ std::string Citado(std::string_view nombre)
     return s + '"';
 }
 
-std::string DeColumna(const std::string &nombre, const std::string &tipo,
-                      const std::string &porDefecto, bool identidad)
+std::string columnDefinition(const std::string &name, const std::string &type,
+                             const std::string &byDefault, bool identity)
 {
-    std::string s = Citado(nombre) + ' ' + tipo;
-    if (identidad)
+    std::string s = quoted(name) + ' ' + type;
+    if (identity)
         s += " PRIMARY KEY AUTOINCREMENT";
-    else if (!porDefecto.empty())
-        s += " DEFAULT " + porDefecto;
+    else if (!byDefault.empty())
+        s += " DEFAULT " + byDefault;
     return s;
 }
 
-ColumnaDeclarada Declarada(const jet::Columna &c)
+DeclaredColumn declared(const jet::Column &c)
 {
-    ColumnaDeclarada d;
-    d.nombre = c.nombre;
-    d.tipo = TipoDeclarado(c);
-    d.identidad = c.tipo == Tipo::Counter;
-    if (c.tipo == Tipo::YesNo)
-        d.porDefecto = "0"; // a Yes/No is never Null
+    DeclaredColumn d;
+    d.name = c.name;
+    d.type = declaredType(c);
+    d.identity = c.type == ColumnType::Counter;
+    if (c.type == ColumnType::YesNo)
+        d.byDefault = "0"; // a Yes/No is never Null
     return d;
 }
 
-std::string Crear(const std::string &nombreCompleto, const std::vector<ColumnaDeclarada> &columnas)
+std::string create(const std::string &completeName, const std::vector<DeclaredColumn> &columns)
 {
-    std::string sql = "CREATE TABLE " + nombreCompleto + " (";
-    for (const ColumnaDeclarada &c : columnas) {
-        if (&c != &columnas.front())
+    std::string sql = "CREATE TABLE " + completeName + " (";
+    for (const DeclaredColumn &c : columns) {
+        if (&c != &columns.front())
             sql += ", ";
-        sql += DeColumna(c.nombre, c.tipo, c.porDefecto, c.identidad);
+        sql += columnDefinition(c.name, c.type, c.byDefault, c.identity);
     }
     return sql + ")";
 }
 
-// An index that names a column which is gone cannot be made again.
-bool Nombra(const std::string &indice, const std::string &columna)
+// An index that Names a column which is gone cannot be made again.
+bool mentions(const std::string &index, const std::string &column)
 {
-    return indice.find(Citado(columna)) != std::string::npos;
+    return index.find(quoted(column)) != std::string::npos;
 }
 
 // The engine can neither change nor drop a column, nor add an identity: the table is made anew
 // with the rows copied in their order.
-void Rehacer(Motor &motor, const std::string &esquema, const std::string &tabla,
-             const std::vector<ColumnaDeclarada> &columnas, const std::string &quitada)
+void rebuild(Motor &motor, const std::string &schema, const std::string &table,
+             const std::vector<DeclaredColumn> &columns, const std::string &removed)
 {
-    const std::string temporal = tabla + "_nueva";
-    const auto indices = motor.Indices(esquema, tabla);
-    std::string copiadas;
-    for (const ColumnaDeclarada &vieja : motor.Columnas(esquema, tabla)) {
-        if (vieja.nombre == quitada)
+    const std::string temporal = table + "_nueva";
+    const auto indices = motor.indices(schema, table);
+    std::string copied;
+    for (const DeclaredColumn &old : motor.allColumns(schema, table)) {
+        if (old.name == removed)
             continue;
-        copiadas += (copiadas.empty() ? "" : ", ") + Citado(vieja.nombre);
+        copied += (copied.empty() ? "" : ", ") + quoted(old.name);
     }
-    const std::string e = Citado(esquema) + '.';
-    const bool propia = !motor.EnTransaccion();
-    if (propia)
-        motor.Empezar();
+    const std::string e = quoted(schema) + '.';
+    const bool own = !motor.inTransaction();
+    if (own)
+        motor.begin();
     try {
-        motor.Ejecutar(Crear(e + Citado(temporal), columnas));
-        motor.Ejecutar("INSERT INTO " + e + Citado(temporal) + " (" + copiadas + ") SELECT "
-                       + copiadas + " FROM " + e + Citado(tabla) + " ORDER BY rowid");
-        motor.Ejecutar("DROP TABLE " + e + Citado(tabla));
-        motor.Ejecutar("ALTER TABLE " + e + Citado(temporal) + " RENAME TO " + Citado(tabla));
-        for (std::string indice : indices) {
-            if (!quitada.empty() && Nombra(indice, quitada))
+        motor.run(create(e + quoted(temporal), columns));
+        motor.run("INSERT INTO " + e + quoted(temporal) + " (" + copied + ") SELECT " + copied
+                  + " FROM " + e + quoted(table) + " ORDER BY rowid");
+        motor.run("DROP TABLE " + e + quoted(table));
+        motor.run("ALTER TABLE " + e + quoted(temporal) + " RENAME TO " + quoted(table));
+        for (std::string index : indices) {
+            if (!removed.empty() && mentions(index, removed))
                 continue;
             // Stored without the database's name; it belongs in front of the index's own.
-            const size_t donde = indice.find(" INDEX ");
-            indice.insert(donde + 7, e);
-            motor.Ejecutar(indice);
+            const size_t where = index.find(" INDEX ");
+            index.insert(where + 7, e);
+            motor.run(index);
         }
-        if (propia)
-            motor.Confirmar();
+        if (own)
+            motor.commit();
     } catch (...) {
-        if (propia)
-            motor.Deshacer();
+        if (own)
+            motor.rollBack();
         throw;
     }
 }
 
 } // namespace
 
-std::string TipoDeclarado(const jet::Columna &columna)
+std::string store::declaredType(const jet::Column &column)
 {
-    if (columna.tipo == Tipo::Text)
-        return "TEXT(" + std::to_string(columna.ancho ? columna.ancho : 255) + ")";
-    for (const NombreDeTipo &n : Nombres)
-        if (n.tipo == columna.tipo)
-            return n.nombre;
+    if (column.type == ColumnType::Text)
+        return "TEXT(" + std::to_string(column.width ? column.width : 255) + ")";
+    for (const TypeName &n : Names)
+        if (n.type == column.type)
+            return n.name;
     return "MEMO";
 }
 
-jet::Columna LeerTipoDeclarado(const std::string &nombre, const std::string &tipo)
+jet::Column store::readDeclaredType(const std::string &name, const std::string &type)
 {
-    jet::Columna c;
-    c.nombre = nombre;
-    const std::string plegado = jet::Plegar(tipo);
-    if (plegado.starts_with("text")) {
-        c.tipo = Tipo::Text;
-        c.ancho = 255;
-        if (const size_t p = plegado.find('('); p != std::string::npos)
-            std::from_chars(plegado.data() + p + 1, plegado.data() + plegado.size(), c.ancho);
+    jet::Column c;
+    c.name = name;
+    const std::string folded = jet::fold(type);
+    if (folded.starts_with("text")) {
+        c.type = ColumnType::Text;
+        c.width = 255;
+        if (const size_t p = folded.find('('); p != std::string::npos)
+            std::from_chars(folded.data() + p + 1, folded.data() + folded.size(), c.width);
         return c;
     }
-    if (plegado == "integer") {
-        c.tipo = Tipo::Long;
+    if (folded == "integer") {
+        c.type = ColumnType::Long;
         return c;
     }
-    for (const NombreDeTipo &n : Nombres)
-        if (jet::Plegar(n.nombre) == plegado)
-            c.tipo = n.tipo;
+    for (const TypeName &n : Names)
+        if (jet::fold(n.name) == folded)
+            c.type = n.type;
     return c;
 }
 
-void Base::Interno::Definir(const jet::Definicion &d)
+void Base::Internals::define(const jet::Definition &d)
 {
-    const jet::Tabla *tabla = catalogo.Buscar(d.tabla);
-    const std::string propia = tabla ? tabla->nombre : d.tabla;
-    const std::string nombre = Citado(esquema) + '.' + Citado(propia);
-    if (d.clase == jet::Definicion::CrearTabla) {
-        if (tabla)
-            throw ErrorDeAlmacen(ErrorNum::TablaExiste, QString::fromStdString(d.tabla));
-        std::vector<ColumnaDeclarada> columnas;
-        for (const jet::Columna &c : d.columnas)
-            columnas.push_back(Declarada(c));
-        motor.Ejecutar(Crear(nombre, columnas));
-    } else if (!tabla) {
-        throw ErrorDeAlmacen(ErrorNum::TablaNoEncontrada, QString::fromStdString(d.tabla));
-    } else if (d.clase == jet::Definicion::QuitarTabla) {
-        motor.Ejecutar("DROP TABLE " + nombre);
+    const jet::Table *table = catalogue.find(d.table);
+    const std::string own = table ? table->name : d.table;
+    const std::string name = quoted(schema) + '.' + quoted(own);
+    if (d.kind == jet::Definition::CreateTable) {
+        if (table)
+            throw StoreError(ErrorNumber::TableExists, QString::fromStdString(d.table));
+        std::vector<DeclaredColumn> columns;
+        for (const jet::Column &c : d.columns)
+            columns.push_back(declared(c));
+        motor.run(create(name, columns));
+    } else if (!table) {
+        throw StoreError(ErrorNumber::TableNotFound, QString::fromStdString(d.table));
+    } else if (d.kind == jet::Definition::RemoveTable) {
+        motor.run("DROP TABLE " + name);
     } else {
-        const jet::Columna &pedida = d.columnas.front();
-        auto columnas = motor.Columnas(esquema, propia);
-        const auto i = std::ranges::find_if(columnas, [&](const ColumnaDeclarada &c) {
-            return jet::Plegar(c.nombre) == jet::Plegar(pedida.nombre);
+        const jet::Column &requested = d.columns.front();
+        auto columns = motor.allColumns(schema, own);
+        const auto i = std::ranges::find_if(columns, [&](const DeclaredColumn &c) {
+            return jet::fold(c.name) == jet::fold(requested.name);
         });
-        const bool esta = i != columnas.end();
-        if (d.clase == jet::Definicion::AgregarColumna) {
-            if (esta)
-                throw ErrorDeAlmacen(ErrorNum::ColumnaExiste,
-                                     QString::fromStdString(pedida.nombre));
-            const ColumnaDeclarada nueva = Declarada(pedida);
-            if (nueva.identidad) {
-                columnas.push_back(nueva);
-                Rehacer(motor, esquema, propia, columnas, {});
+        const bool is = i != columns.end();
+        if (d.kind == jet::Definition::AddColumn) {
+            if (is)
+                throw StoreError(ErrorNumber::ColumnExists, QString::fromStdString(requested.name));
+            const DeclaredColumn newOne = declared(requested);
+            if (newOne.identity) {
+                columns.push_back(newOne);
+                rebuild(motor, schema, own, columns, {});
             } else {
-                motor.Ejecutar("ALTER TABLE " + nombre + " ADD COLUMN "
-                               + DeColumna(nueva.nombre, nueva.tipo, nueva.porDefecto, false));
+                motor.run("ALTER TABLE " + name + " ADD COLUMN "
+                          + columnDefinition(newOne.name, newOne.type, newOne.byDefault, false));
             }
         } else {
-            if (!esta)
-                throw ErrorDeAlmacen(ErrorNum::NoEnLaColeccion,
-                                     QString::fromStdString(pedida.nombre));
-            const std::string columna = i->nombre;
-            if (d.clase == jet::Definicion::CambiarColumna) {
-                i->tipo = TipoDeclarado(pedida);
-                Rehacer(motor, esquema, propia, columnas, {});
+            if (!is)
+                throw StoreError(ErrorNumber::NotInCollection,
+                                 QString::fromStdString(requested.name));
+            const std::string column = i->name;
+            if (d.kind == jet::Definition::ChangeColumn) {
+                i->type = declaredType(requested);
+                rebuild(motor, schema, own, columns, {});
             } else {
-                columnas.erase(i);
-                Rehacer(motor, esquema, propia, columnas, columna);
+                columns.erase(i);
+                rebuild(motor, schema, own, columns, column);
             }
         }
     }
-    ++*EscriturasDe(propia);
-    cambios.clear();
-    conClaves.clear();
-    sinClaves.clear();
-    directas.clear();
-    catalogo.Olvidar();
+    ++*writesOf(own);
+    changes.clear();
+    withKeys.clear();
+    withoutKeys.clear();
+    direct.clear();
+    catalogue.forget();
 }

@@ -2,50 +2,52 @@
 
 #include <cstdio>
 
+using namespace store;
+
 namespace
 {
-void Escribir(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toUtf8().constData()); }
+void write(const QString &text) { std::fprintf(stderr, "%s\n", text.toUtf8().constData()); }
 } // namespace
 
-std::optional<QString> Dialogos::PedirContrasena(const QString &titulo, const QString &texto)
+std::optional<QString> Dialogos::askPassword(const QString &title, const QString &text)
 {
-    return PedirTexto(titulo, texto);
+    return PedirTexto(title, text);
 }
 
-void DialogosDesatendidos::Mensaje(const QString &texto) { Escribir(texto); }
+void UnattendedDialogs::Mensaje(const QString &text) { write(text); }
 
-bool DialogosDesatendidos::Pregunta(const QString &texto)
+bool UnattendedDialogs::Pregunta(const QString &text)
 {
-    Escribir(texto + QStringLiteral(" -> 7"));
+    write(text + QStringLiteral(" -> 7"));
     return false;
 }
 
-bool DialogosDesatendidos::Confirmar(const QString &texto) { return Pregunta(texto); }
+bool UnattendedDialogs::confirm(const QString &text) { return Pregunta(text); }
 
-std::optional<QString> DialogosDesatendidos::PedirTexto(const QString &, const QString &texto,
-                                                        const QString &)
+std::optional<QString> UnattendedDialogs::PedirTexto(const QString &, const QString &text,
+                                                     const QString &)
 {
-    Escribir(texto);
+    write(text);
     return std::nullopt;
 }
 
-std::optional<QList<Opcion>> DialogosDesatendidos::Seleccionar(const QString &titulo,
-                                                               const QStringList &,
-                                                               const QList<Opcion> &, bool)
+std::optional<QList<Option>> UnattendedDialogs::Seleccionar(const QString &title,
+                                                            const QStringList &,
+                                                            const QList<Option> &, bool)
 {
-    Escribir(titulo);
+    write(title);
     return std::nullopt;
 }
 
-std::optional<QString> DialogosDesatendidos::ElegirArchivo(const QString &titulo, const QString &)
+std::optional<QString> UnattendedDialogs::ElegirArchivo(const QString &title, const QString &)
 {
-    Escribir(titulo);
+    write(title);
     return std::nullopt;
 }
 
-std::optional<QString> DialogosDesatendidos::GuardarArchivo(const QString &titulo, const QString &,
-                                                            const QString &)
+std::optional<QString> UnattendedDialogs::saveFile(const QString &title, const QString &,
+                                                   const QString &)
 {
-    Escribir(titulo);
+    write(title);
     return std::nullopt;
 }

@@ -1,22 +1,24 @@
 #include "store/errors.h"
 
-ErrorDeAlmacen::ErrorDeAlmacen(int n, const QString &d, const QString &s)
+using namespace store;
+
+StoreError::StoreError(int n, const QString &d, const QString &s)
     : std::runtime_error(QStringLiteral("%1: %2").arg(n).arg(d).toStdString()),
-      numero(n),
-      descripcion(d),
-      sentencia(s)
+      number(n),
+      description(d),
+      statement(s)
 {
 }
 
-bool ErrorDeAlmacen::EsDelMedio() const
+bool StoreError::isMediumFailure() const
 {
-    switch (numero) {
-    case ErrorNum::SinMemoria:
-    case ErrorNum::DiscoLleno:
-    case ErrorNum::SoloLectura:
-    case ErrorNum::RutaODisco:
-    case ErrorNum::BaseDanada:
-    case ErrorNum::Bloqueada:
+    switch (number) {
+    case ErrorNumber::OutOfMemory:
+    case ErrorNumber::FullDisk:
+    case ErrorNumber::ReadOnly:
+    case ErrorNumber::PathOrDisk:
+    case ErrorNumber::DatabaseDamaged:
+    case ErrorNumber::Locked:
         return true;
     default:
         return false;

@@ -5,44 +5,49 @@
 #include <QString>
 #include <stdexcept>
 
-/// Error numbers with a reaction of their own; any other number is shown as it is.
-namespace ErrorNum
+namespace store
 {
-inline constexpr int SinMemoria = 7;
-inline constexpr int NombreDeArchivo = 52;
-inline constexpr int ArchivoNoEncontrado = 53;
-inline constexpr int DiscoLleno = 61;
-inline constexpr int SoloLectura = 70;
-inline constexpr int RutaODisco = 75;
-inline constexpr int NoEnLaColeccion = 3265; // a column or table that the file lacks, asked by name
-inline constexpr int Clave = 3022;           // a duplicate where the file allows none
-inline constexpr int BaseNoEncontrada = 3024;
-inline constexpr int SinRegistroActual = 3021;
-inline constexpr int Parametros =
+
+/// Error numbers with a reaction of their own; any other number is shown as it is.
+namespace ErrorNumber
+{
+inline constexpr int OutOfMemory = 7;
+inline constexpr int FileName = 52;
+inline constexpr int FileNotFound = 53;
+inline constexpr int FullDisk = 61;
+inline constexpr int ReadOnly = 70;
+inline constexpr int PathOrDisk = 75;
+inline constexpr int NotInCollection = 3265; // a column or table that the file lacks, asked by name
+inline constexpr int Key = 3022;             // a duplicate where the file allows none
+inline constexpr int DatabaseNotFound = 3024;
+inline constexpr int NoCurrentRecord = 3021;
+inline constexpr int Parameters =
     3061; // a name in a statement that is no column, or a value too few
-inline constexpr int Sintaxis = 3075;
-inline constexpr int TablaNoEncontrada = 3078;
-inline constexpr int Bloqueada = 3260; // another terminal held the file for too long
-inline constexpr int BaseDanada = 3343;
-inline constexpr int ColumnaExiste = 3380;
-inline constexpr int TablaExiste = 3010;
-inline constexpr int SinIdentificadores = 3163; // the counter has reached the end of its range
-inline constexpr int Interno = 3000;
-inline constexpr int Impresora = 482; // the printer does not take the document
-inline constexpr int Correo = 32002;  // the mail server does not take the account or a message
-} // namespace ErrorNum
+inline constexpr int Syntax = 3075;
+inline constexpr int TableNotFound = 3078;
+inline constexpr int Locked = 3260; // another terminal held the file for too long
+inline constexpr int DatabaseDamaged = 3343;
+inline constexpr int ColumnExists = 3380;
+inline constexpr int TableExists = 3010;
+inline constexpr int OutOfIdentifiers = 3163; // the counter has reached the end of its range
+inline constexpr int Internals = 3000;
+inline constexpr int Printer = 482; // the printer does not take the document
+inline constexpr int Mail = 32002;  // the mail server does not take the account or a message
+} // namespace ErrorNumber
 
 /// What the store throws. The description can be shown to a user as it is; the statement never
 /// holds the values that were bound to it.
-class ErrorDeAlmacen : public std::runtime_error
+class StoreError : public std::runtime_error
 {
 public:
-    ErrorDeAlmacen(int numero, const QString &descripcion, const QString &sentencia = {});
+    StoreError(int number, const QString &description, const QString &statement = {});
 
-    int numero;
-    QString descripcion;
-    QString sentencia;
+    int number;
+    QString description;
+    QString statement;
 
     /// The disk, not the data: nothing more can be written, so a long run should stop at once.
-    bool EsDelMedio() const;
+    bool isMediumFailure() const;
 };
+
+} // namespace store

@@ -1,51 +1,55 @@
 #include "store/identifiers.h"
 
+#include "texts/texts.h"
+
+using namespace store;
+
 namespace
 {
 
 // The counter is read from the file inside the batch, behind the write lock, so that no other
 // terminal can take the same value in between.
-qint64 Leido(Sesion &s, std::string_view columna)
+qint64 hasBeenRead(Sesion &s, std::string_view column)
 {
-    return s.morvane->Leer("select " + std::string(columna) + " from configuracion").toLong();
+    return s.morvane->read("select " + std::string(column) + " from configuracion").toLong();
 }
 
 // Through the settings row, which then knows the new value without being read again. Only a row
 // that is out of date can hold the value already.
-void Guardar(Sesion &s, std::string_view columna, qint64 valor)
+void save(Sesion &s, std::string_view column, qint64 value)
 {
-    if (s.configuracion[columna].toLong() == valor)
+    if (s.configuracion[column].toLong() == value)
         s.configuracion.Requery();
     s.configuracion.Edit();
-    s.configuracion.Put(columna, valor);
+    s.configuracion.Put(column, value);
     s.configuracion.Update();
 }
 
 // The tasks' counter starts again before it reaches this.
-constexpr qint64 FinDeTareas = 2147483646;
+constexpr qint64 TasksEnd = 2147483646;
 
 } // namespace
 
-int TomarIdentificador(Sesion &s, std::string_view contador, int maximo)
+int store::takeIdentifier(Sesion &s, std::string_view counter, int maximum)
 {
     Lote lote(s);
-    const qint64 nuevo = Leido(s, contador) + 1;
-    if (nuevo > maximo)
-        throw ErrorDeAlmacen(ErrorNum::SinIdentificadores, s(29));
-    Guardar(s, contador, nuevo);
-    lote.Confirmar();
-    return int(nuevo);
+    const qint64 newOne = hasBeenRead(s, counter) + 1;
+    if (newOne > maximum)
+        throw StoreError(ErrorNumber::OutOfIdentifiers, s(text::UnableToPerform));
+    save(s, counter, newOne);
+    lote.commit();
+    return int(newOne);
 }
 
-int TomarIdDeTarea(Sesion &s)
+int store::takeTaskId(Sesion &s)
 {
     Lote lote(s);
-    qint64 nuevo = Leido(s, "contadorTareas") + 1;
-    if (nuevo >= FinDeTareas) {
+    qint64 newOne = hasBeenRead(s, "contadorTareas") + 1;
+    if (newOne >= TasksEnd) {
         s.morvane->Execute("delete * from TareasAgenda where fcreacion < date()");
-        nuevo = 1;
+        newOne = 1;
     }
-    Guardar(s, "contadorTareas", nuevo);
-    lote.Confirmar();
-    return int(nuevo);
+    save(s, "contadorTareas", newOne);
+    lote.commit();
+    return int(newOne);
 }

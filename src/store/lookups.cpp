@@ -1,32 +1,35 @@
 #include "store/lookups.h"
 
 #include "store/jet/text.h"
+#include "texts/texts.h"
 
 #include <QSysInfo>
+
+using namespace store;
 
 namespace
 {
 
 // How a row of a table is reached: on a session list, or by a query of its own.
-struct Acceso {
+struct Access {
     std::string_view selector;
-    std::string_view tabla;
-    Recordset Listas::*lista;
-    std::string_view clave; // criterion, or the end of the query
+    std::string_view table;
+    Recordset Lists::*list;
+    std::string_view key; // criterion, or the end of the query
 };
 
-constexpr Acceso Accesos[] = {
-    {"clientes", "clientes", &Listas::clientes, "idc = ?"},
-    {"clientes", "mascotas", &Listas::mascotas, "idm = ?"},
-    {"clientes", "cllocalidad", &Listas::cllocalidad, "id = ?"},
-    {"clientes", "cldepartamento", &Listas::cldepartamento, "id = ?"},
-    {"clientes", "mlrazas", &Listas::mlrazas, "id = ?"},
-    {"clientes", "mlespecies", &Listas::mlespecies, "id = ?"},
+constexpr Access Accesses[] = {
+    {"clientes", "clientes", &Lists::clientes, "idc = ?"},
+    {"clientes", "mascotas", &Lists::mascotas, "idm = ?"},
+    {"clientes", "cllocalidad", &Lists::cllocalidad, "id = ?"},
+    {"clientes", "cldepartamento", &Lists::cldepartamento, "id = ?"},
+    {"clientes", "mlrazas", &Lists::mlrazas, "id = ?"},
+    {"clientes", "mlespecies", &Lists::mlespecies, "id = ?"},
     {"clientes", "clmarketing", nullptr, "select top 1 * from clmarketing where id = ?"},
     {"clientes", "mlpelajes", nullptr, "select top 1 * from mlpelajes where id = ?"},
     {"clientes", "consumo", nullptr, "select top 1 * from consumo where idm = ?"},
-    {"finanzas", "proveedores", &Listas::proveedores, "idp = ?"},
-    {"finanzas", "flcategorias", &Listas::flcategorias, "idcat = ?"},
+    {"finanzas", "proveedores", &Lists::proveedores, "idp = ?"},
+    {"finanzas", "flcategorias", &Lists::flcategorias, "idcat = ?"},
     {"finanzas", "articulos", nullptr, "select top 1 * from articulos where ida = ?"},
     {"finanzas", "ctactec", nullptr, "select top 1 * from ctactec where idventa = ?"},
     {"finanzas", "ventas", nullptr, "select top 1 * from ventas where idventa = ?"},
@@ -37,125 +40,124 @@ constexpr Acceso Accesos[] = {
     {"os", "cobradores", nullptr, "select top 1 * from cobradores where id = ?"},
 };
 
-bool Igual(std::string_view minusculas, std::string_view t)
+bool equalOf(std::string_view lowerCase, std::string_view t)
 {
-    return minusculas.size() == t.size()
-           && std::equal(t.begin(), t.end(), minusculas.begin(), [](char a, char b) {
+    return lowerCase.size() == t.size()
+           && std::equal(t.begin(), t.end(), lowerCase.begin(), [](char a, char b) {
                   return (a >= 'A' && a <= 'Z' ? char(a + 32) : a) == b;
               });
 }
 
-Base *BaseDe(Sesion &s, std::string_view selector)
+Base *databaseOf(Sesion &s, std::string_view selector)
 {
-    if (Igual("clientes", selector))
+    if (equalOf("clientes", selector))
         return s.clientes.get();
-    if (Igual("finanzas", selector))
+    if (equalOf("finanzas", selector))
         return s.finanzas.get();
-    if (Igual("morvane", selector))
+    if (equalOf("morvane", selector))
         return s.morvane.get();
-    return s.auxiliar.get();
+    return s.scratch.get();
 }
 
-std::string Unir(std::initializer_list<std::string_view> partes)
+std::string joined(std::initializer_list<std::string_view> parts)
 {
     std::string s;
-    for (std::string_view p : partes)
+    for (std::string_view p : parts)
         s += p;
     return s;
 }
 
-QString PaginaEnIdioma(const Sesion &s, const QString &pagina)
+QString pageInLanguage(const Sesion &s, const QString &page)
 {
-    QString carpeta;
-    if (s.textos.idioma() != Idioma::Espanol)
-        carpeta = CodigoDeIdioma(s.textos.idioma()) + u'/';
-    return QStringLiteral("https://kelvara.example/") + carpeta + pagina;
+    QString folder;
+    if (s.texts.language() != Language::Spanish)
+        folder = languageCode(s.texts.language()) + u'/';
+    return QStringLiteral("https://kelvara.example/") + folder + page;
 }
 
 } // namespace
 
-QString LeerCampo(Sesion &s, std::string_view selector, std::string_view tabla, int id,
-                  std::string_view campo)
+QString LeerCampo(Sesion &s, std::string_view selector, std::string_view table, int id,
+                  std::string_view field)
 {
-    for (const Acceso &a : Accesos) {
-        if (!Igual(a.tabla, tabla) || !Igual(a.selector, selector))
+    for (const Access &a : Accesses) {
+        if (!equalOf(a.table, table) || !equalOf(a.selector, selector))
             continue;
-        if (a.lista) {
-            Recordset &lista = s.listas.*a.lista;
-            lista.FindFirst(a.clave, id);
-            return lista.NoMatch() ? QString() : lista[campo].toText();
+        if (a.list) {
+            Recordset &list = s.lists.*a.list;
+            list.FindFirst(a.key, id);
+            return list.NoMatch() ? QString() : list[field].toText();
         }
-        Base *base = BaseDe(s, selector);
+        Base *base = databaseOf(s, selector);
         if (!base)
             return {};
-        const Recordset r = base->OpenSnapshot(a.clave, id);
-        return r.EOF_() ? QString() : r[campo].toText();
+        const Recordset r = base->OpenSnapshot(a.key, id);
+        return r.EOF_() ? QString() : r[field].toText();
     }
     return {};
 }
 
-int BuscarIdPorTexto(Sesion &s, std::string_view selector, std::string_view tabla,
-                     std::string_view campoBuscado, const QString &texto,
+int BuscarIdPorTexto(Sesion &s, std::string_view selector, std::string_view table,
+                     std::string_view campoBuscado, const QString &text,
                      std::string_view campoResultado)
 {
-    Base *base = BaseDe(s, selector);
+    Base *base = databaseOf(s, selector);
     if (!base)
         return 0;
     const Recordset r = base->OpenSnapshot(
-        Unir({"select top 1 * from ", tabla, " where ", campoBuscado, " like ?"}), texto);
+        joined({"select top 1 * from ", table, " where ", campoBuscado, " like ?"}), text);
     return r.EOF_() ? 0 : r[campoResultado].toInt();
 }
 
-bool ExisteNombre(Sesion &s, std::string_view selector, std::string_view tabla,
-                  const QString &texto)
+bool ExisteNombre(Sesion &s, std::string_view selector, std::string_view table, const QString &text)
 {
-    Base *base = BaseDe(s, selector);
+    Base *base = databaseOf(s, selector);
     return base
-           && !base->OpenSnapshot(Unir({"select top 1 nom from ", tabla, " where nom like ?"}),
-                                  texto)
+           && !base->OpenSnapshot(joined({"select top 1 nom from ", table, " where nom like ?"}),
+                                  text)
                    .EOF_();
 }
 
-bool BuscarEnLista(Recordset &lista, const Valor &valor, std::string_view campo, bool prefijo)
+bool BuscarEnLista(Recordset &list, const Value &value, std::string_view field, bool prefix)
 {
-    if (lista.RecordCount() == 0)
+    if (list.RecordCount() == 0)
         return false;
-    if (const auto *texto = valor.Es<QString>())
-        lista.FindFirst(Unir({campo, " like ?"}), prefijo ? *texto + u'*' : *texto);
-    else if (valor.Es<qint64>() || valor.Es<double>() || valor.Es<Moneda>())
-        lista.FindFirst(Unir({campo, " = ?"}), valor);
+    if (const auto *text = value.is<QString>())
+        list.FindFirst(joined({field, " like ?"}), prefix ? *text + u'*' : *text);
+    else if (value.is<qint64>() || value.is<double>() || value.is<Moneda>())
+        list.FindFirst(joined({field, " = ?"}), value);
     else
         return false;
-    return !lista.NoMatch();
+    return !list.NoMatch();
 }
 
-QString QuitarApostrofes(QString texto) { return texto.replace(u'\'', u' '); }
+QString QuitarApostrofes(QString text) { return text.replace(u'\'', u' '); }
 
-void FiltrarApostrofe(Sesion &s, int &tecla)
+void FiltrarApostrofe(Sesion &s, int &key)
 {
-    if (tecla != u'\'')
+    if (key != u'\'')
         return;
-    tecla = 0;
-    s.dialogos.Mensaje(s(4624));
+    key = 0;
+    s.dialogos.Mensaje(s(text::ApostropheRefused));
 }
 
-void AnotarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente)
+void store::logError(Sesion &s, int number, const QString &description, const QString &source)
 {
     try {
         s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",
-                           numero, s.morvane->Recortado("errores", "des", descripcion), s.reloj.hoy,
-                           s.morvane->Recortado("errores", "fuente", fuente));
-    } catch (const ErrorDeAlmacen &) {
+                           number, s.morvane->trimmed("errores", "des", description), s.reloj.hoy,
+                           s.morvane->trimmed("errores", "fuente", source));
+    } catch (const StoreError &) {
         // The log lies on the same disk as what failed; the user is told all the same.
     }
 }
 
-void RegistrarError(Sesion &s, int numero, const QString &descripcion, const QString &fuente)
+void RegistrarError(Sesion &s, int number, const QString &description, const QString &source)
 {
-    AnotarError(s, numero, descripcion, fuente);
-    s.dialogos.Mensaje(s(4604) + u' ' + PaginaEnIdioma(s, QStringLiteral("soporte.php"))
-                       + QStringLiteral("\n\n") + QString::number(numero) + QStringLiteral(": ")
-                       + descripcion);
+    logError(s, number, description, source);
+    s.dialogos.Mensaje(s(text::ErrorWasLogged) + u' '
+                       + pageInLanguage(s, QStringLiteral("soporte.php")) + QStringLiteral("\n\n")
+                       + QString::number(number) + QStringLiteral(": ") + description);
 }
 
 QString SistemaOperativo()
@@ -164,9 +166,12 @@ QString SistemaOperativo()
     return {};
 }
 
-QString PaginaDeAyuda(const Sesion &s) { return PaginaEnIdioma(s, QStringLiteral("aprender.php")); }
-
-QString PaginaDeVideos(const Sesion &s)
+QString store::helpPage(const Sesion &s)
 {
-    return PaginaEnIdioma(s, QStringLiteral("aprender.php?video=9"));
+    return pageInLanguage(s, QStringLiteral("aprender.php"));
+}
+
+QString store::videosPage(const Sesion &s)
+{
+    return pageInLanguage(s, QStringLiteral("aprender.php?video=9"));
 }

@@ -14,9 +14,9 @@ public:
     constexpr Moneda() = default;
 
     /// @param n whole units; fits while |n| stays below 9.2e14
-    static constexpr Moneda DeEntero(qint64 n) { return DeDiezmilesimos(n * Escala); }
+    static constexpr Moneda whole(qint64 n) { return fromTenThousandths(n * Scale); }
     /// @param n ten-thousandths of a unit
-    static constexpr Moneda DeDiezmilesimos(qint64 n)
+    static constexpr Moneda fromTenThousandths(qint64 n)
     {
         Moneda m;
         m.m_n = n;
@@ -24,24 +24,30 @@ public:
     }
     /// Rounds to four decimals, half to even. The only way in for a floating number.
     /// Values out of range and NaN give the nearest end of the range and 0.
-    static Moneda Redondear(double x);
+    static Moneda round(double x);
     /// Reads a number as a user types it, with @p separador as decimal mark.
     /// @return nullopt when the text is no number
-    static std::optional<Moneda> DeTexto(const QString &texto, QChar separador = u'.');
+    static std::optional<Moneda> fromText(const QString &text, QChar separator = u'.');
 
-    constexpr qint64 Diezmilesimos() const { return m_n; }
-    double ADoble() const { return double(m_n) / double(Escala); }
+    constexpr qint64 tenThousandths() const { return m_n; }
+    double toDouble() const { return double(m_n) / double(Scale); }
     /// Plain digits with a point and only the decimals that are needed ("12.5", "-0.25", "7").
-    QString ATexto() const;
+    QString toText() const;
 
-    friend constexpr Moneda operator+(Moneda a, Moneda b) { return DeDiezmilesimos(a.m_n + b.m_n); }
-    friend constexpr Moneda operator-(Moneda a, Moneda b) { return DeDiezmilesimos(a.m_n - b.m_n); }
-    friend constexpr Moneda operator-(Moneda a) { return DeDiezmilesimos(-a.m_n); }
-    friend constexpr Moneda operator*(Moneda a, qint64 n) { return DeDiezmilesimos(a.m_n * n); }
+    friend constexpr Moneda operator+(Moneda a, Moneda b)
+    {
+        return fromTenThousandths(a.m_n + b.m_n);
+    }
+    friend constexpr Moneda operator-(Moneda a, Moneda b)
+    {
+        return fromTenThousandths(a.m_n - b.m_n);
+    }
+    friend constexpr Moneda operator-(Moneda a) { return fromTenThousandths(-a.m_n); }
+    friend constexpr Moneda operator*(Moneda a, qint64 n) { return fromTenThousandths(a.m_n * n); }
     friend Moneda operator*(Moneda a, Moneda b);
     friend constexpr auto operator<=>(Moneda, Moneda) = default;
 
 private:
-    static constexpr qint64 Escala = 10000;
+    static constexpr qint64 Scale = 10000;
     qint64 m_n = 0;
 };

@@ -2,19 +2,23 @@
 
 #include "store/data_folder.h"
 #include "store/schema.h"
+#include "texts/texts.h"
+
+using namespace store;
 
 namespace
 {
 
-QString TextoDe(const Sesion &s, const ErrorDeAlmacen &e)
+QString textOf(const Sesion &s, const StoreError &e)
 {
-    return e.numero == ErrorNum::BaseNoEncontrada ? s(3410) : TextoDeError(s, e);
+    return e.number == ErrorNumber::DatabaseNotFound ? s(text::CannotOpenDatabase)
+                                                     : errorText(s, e);
 }
 
-void AbrirListas(Sesion &s)
+void openLists(Sesion &s)
 {
     s.configuracion = s.morvane->OpenList("select * from configuracion");
-    Listas &l = s.listas;
+    Lists &l = s.lists;
     l.flcategorias = s.finanzas->OpenList("select * from flcategorias order by nom");
     l.mlrazas = s.clientes->OpenList("select * from mlrazas order by nom");
     l.mlespecies = s.clientes->OpenList("select * from mlespecies order by nom");
@@ -27,71 +31,71 @@ void AbrirListas(Sesion &s)
     l.artplan = s.clientes->OpenList("select * from artplan");
 }
 
-std::unique_ptr<Base> AbrirBase(Sesion &s, const QString &base)
+std::unique_ptr<Base> openBase(Sesion &s, const QString &base)
 {
-    s.motor->Abrir(RutaBajo(s.carpetaDeDatos, ArchivoDe(base)), base.toStdString());
+    s.motor->open(pathUnder(s.dataFolder, fileOf(base)), base.toStdString());
     return std::make_unique<Base>(*s.motor, base.toStdString(), s.reloj);
 }
 
 } // namespace
 
-QString TextoDeError(const Sesion &s, const ErrorDeAlmacen &e)
+QString store::errorText(const Sesion &s, const StoreError &e)
 {
-    switch (e.numero) {
-    case ErrorNum::DiscoLleno:
-        return s(9002);
-    case ErrorNum::SoloLectura:
-        return s(9003);
-    case ErrorNum::Bloqueada:
-        return s(9004);
-    case ErrorNum::RutaODisco:
-        return s(9005) + u'\n' + e.descripcion;
-    case ErrorNum::BaseDanada:
-        return s(9001) + u'\n' + e.descripcion;
+    switch (e.number) {
+    case ErrorNumber::FullDisk:
+        return s(text::DiskIsFull);
+    case ErrorNumber::ReadOnly:
+        return s(text::FolderIsReadOnly);
+    case ErrorNumber::Locked:
+        return s(text::HeldByAnotherTerminal);
+    case ErrorNumber::PathOrDisk:
+        return s(text::FolderUnreachable) + u'\n' + e.description;
+    case ErrorNumber::DatabaseDamaged:
+        return s(text::DatabaseDamaged) + u'\n' + e.description;
     default:
-        return e.descripcion;
+        return e.description;
     }
 }
 
-std::optional<FallaDeApertura> AbrirAlmacen(Sesion &s)
+std::optional<OpeningFailure> store::openStore(Sesion &s)
 {
     try {
-        s.motor = CrearMotorDeArchivos();
-        s.morvane = AbrirBase(s, QStringLiteral("morvane"));
-        s.clientes = AbrirBase(s, QStringLiteral("clientes"));
-        s.finanzas = AbrirBase(s, QStringLiteral("finanzas"));
-        AbrirListas(s);
+        s.motor = createFileEngine();
+        s.morvane = openBase(s, QStringLiteral("morvane"));
+        s.clientes = openBase(s, QStringLiteral("clientes"));
+        s.finanzas = openBase(s, QStringLiteral("finanzas"));
+        openLists(s);
         if (s.configuracion.RecordCount() == 0)
-            return FallaDeApertura{ErrorNum::SinRegistroActual, s(9006)};
+            return OpeningFailure{ErrorNumber::NoCurrentRecord, s(text::SettingsRowMissing)};
         // Tried now and taken back: a start that cannot write is no start.
-        Lote prueba(s);
+        Lote test(s);
         s.morvane->Execute("update configuracion set Ver = Ver");
-    } catch (const ErrorDeAlmacen &e) {
-        return FallaDeApertura{e.numero, TextoDe(s, e)};
+    } catch (const StoreError &e) {
+        return OpeningFailure{e.number, textOf(s, e)};
     }
     return std::nullopt;
 }
 
-Base &AbrirAuxiliar(Sesion &s, const QString &base)
+Base &store::openScratch(Sesion &s, const QString &base)
 {
-    CerrarAuxiliar(s);
-    s.auxiliar = AbrirBase(s, base);
-    return *s.auxiliar;
+    closeScratch(s);
+    s.scratch = openBase(s, base);
+    return *s.scratch;
 }
 
-void CerrarAuxiliar(Sesion &s)
+void store::closeScratch(Sesion &s)
 {
-    if (!s.auxiliar)
+    if (!s.scratch)
         return;
-    const std::string esquema = s.auxiliar->Esquema();
-    s.auxiliar.reset();
-    s.motor->Cerrar(esquema);
+    const std::string schema = s.scratch->Schema();
+    s.scratch.reset();
+    s.motor->close(schema);
 }
 
-void LeerClinica(Sesion &s)
+void store::readClinic(Sesion &s)
 {
     const Recordset r = s.morvane->OpenSnapshot("select * from veterinaria");
-    s.clinica = r.EOF_() ? DatosDeClinica{}
-                         : DatosDeClinica{r["nom"].toText(), r["pro"].toText(), r["dir"].toText(),
-                                          r["tel"].toText()};
+    s.clinic = r.EOF_() ? ClinicData{}
+                        : ClinicData{r["nom"].toText(), r["pro"].toText(), r["dir"].toText(),
+                                     r["tel"].toText()};
 }

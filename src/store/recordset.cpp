@@ -7,40 +7,43 @@
 #include <cstring>
 #include <unordered_map>
 
+using namespace store;
+
 namespace
 {
 
 // A cell as the engine gave it; text lies in the recordset's own store.
-struct Celda {
+struct Cell {
     union {
-        qint64 entero;
-        double doble;
-        size_t posicion;
+        qint64 whole;
+        double floating;
+        size_t position;
     };
-    quint32 largo = 0;
-    Sentencia::Clase clase = Sentencia::Clase::Nulo;
+    quint32 length = 0;
+    Statement::Kind kind = Statement::Kind::Null;
 
-    Celda() : entero(0) {}
+    Cell() : whole(0) {}
 };
 
 // Where the first row with a value stands. Whole numbers of a moderate range, which is what
 // identifiers are, are looked up by position.
-struct Indice {
-    std::vector<int> denso;
-    std::unordered_map<qint64, int> enteros;
-    std::unordered_map<std::string, int> textos;
-    static constexpr qint64 MayorDenso = 1 << 20;
+struct Index {
+    std::vector<int> dense;
+    std::unordered_map<qint64, int> whole;
+    std::unordered_map<std::string, int> texts;
+    static constexpr qint64 HighestDense = 1 << 20;
 };
 
-bool EsEntera(Tipo t)
+bool isWholeNumber(ColumnType t)
 {
-    return t == Tipo::Counter || t == Tipo::Byte || t == Tipo::Smallint || t == Tipo::Long;
+    return t == ColumnType::Counter || t == ColumnType::Byte || t == ColumnType::Smallint
+           || t == ColumnType::Long;
 }
 
-bool EsTexto(Tipo t) { return t == Tipo::Text || t == Tipo::Memo; }
+bool isText(ColumnType t) { return t == ColumnType::Text || t == ColumnType::Memo; }
 
 // Names are nearly always ASCII and given in the file's own letters or in lower case.
-bool MismoNombre(std::string_view a, std::string_view b)
+bool sameName(std::string_view a, std::string_view b)
 {
     if (a.size() == b.size()) {
         size_t i = 0;
@@ -58,11 +61,11 @@ bool MismoNombre(std::string_view a, std::string_view b)
     } else if (std::ranges::none_of(a, [](char c) { return c & 0x80; })) {
         return false;
     }
-    return jet::Comparar(a, b) == 0;
+    return jet::compareText(a, b) == 0;
 }
 
 // Text that the engine would turn into a number in a MEMO column.
-bool PareceNumero(const QString &s)
+bool looksLikeNumber(const QString &s)
 {
     const QStringView t = QStringView(s).trimmed();
     return !t.isEmpty() && std::ranges::all_of(t, [](QChar c) {
@@ -70,427 +73,427 @@ bool PareceNumero(const QString &s)
     });
 }
 
-Valor AlTipo(const Valor &v, Tipo tipo)
+Value asColumnType(const Value &v, ColumnType type)
 {
-    if (v.EsNulo())
-        return tipo == Tipo::YesNo ? Valor(false) : v;
-    switch (tipo) {
-    case Tipo::Currency:
+    if (v.isNull())
+        return type == ColumnType::YesNo ? Value(false) : v;
+    switch (type) {
+    case ColumnType::Currency:
         return v.toMoneda();
-    case Tipo::YesNo:
+    case ColumnType::YesNo:
         return v.toBool();
-    case Tipo::Counter:
-    case Tipo::Byte:
-    case Tipo::Smallint:
-    case Tipo::Long:
+    case ColumnType::Counter:
+    case ColumnType::Byte:
+    case ColumnType::Smallint:
+    case ColumnType::Long:
         return v.toLong();
-    case Tipo::Single:
-    case Tipo::Double:
+    case ColumnType::Single:
+    case ColumnType::Double:
         return v.toDouble();
-    case Tipo::Date:
-        if (v.Es<QString>())
+    case ColumnType::Date:
+        if (v.is<QString>())
             return v.toDate();
         return v;
-    case Tipo::Time:
+    case ColumnType::Time:
         return v.toTime();
-    case Tipo::Text:
-    case Tipo::Memo:
+    case ColumnType::Text:
+    case ColumnType::Memo:
         return v.toText();
-    case Tipo::Ninguno:
+    case ColumnType::None:
         return v;
     }
     return v;
 }
 
-std::string Citado(std::string_view n) { return '"' + std::string(n) + '"'; }
+std::string quoted(std::string_view n) { return '"' + std::string(n) + '"'; }
 
 } // namespace
 
-struct Recordset::Datos {
-    Base::Interno *base = nullptr;
+struct Recordset::Data {
+    Base::Internals *base = nullptr;
     std::string sql;
-    std::vector<Valor> valores;
-    bool actualizable = false;
-    bool lista = false; // re-read when its tables were written
-    bool abierto = true;
-    bool leido = false;
+    std::vector<Value> values;
+    bool updatable = false;
+    bool list = false; // re-read when its tables were written
+    bool open = true;
+    bool loaded = false;
 
-    std::vector<jet::ColumnaDeSalida> columnas;
-    std::vector<jet::FuenteDeFilas> fuentes;
-    std::vector<int *> lecturas;
+    std::vector<jet::OutputColumn> columns;
+    std::vector<jet::RowsSource> fuentes;
+    std::vector<int *> reads;
 
-    std::vector<Celda> celdas; // row by row
-    std::string textos;
-    std::vector<qint64> claves; // row by row, one for each source
-    std::vector<char> borradas; // empty while no row was deleted here
-    int filas = 0;
-    int vivas = 0;
-    int actual = 0;
-    bool sinFila = false; // after Delete
+    std::vector<Cell> cells; // row by row
+    std::string texts;
+    std::vector<qint64> keys;      // row by row, one for each source
+    std::vector<char> deletedRows; // empty while no row was deleted here
+    int rows = 0;
+    int liveRows = 0;
+    int current = 0;
+    bool withoutRow = false; // after Delete
     bool noMatch = false;
 
-    qint64 escriturasVistas = 0;
+    qint64 writesSeen = 0;
 
     // A list with a key answers its first look-ups by queries for one row, which is then the only
     // row held: reading a full list costs as much as some ten thousand of them.
-    int columnaDeClave = -1;
-    std::string sqlDeUna;
-    bool unaSola = false;
-    int consultas = 0;
-    static constexpr int ConsultasAntesDeLeer = 5000;
+    int keyColumn = -1;
+    std::string oneSql;
+    bool singleOne = false;
+    int queries = 0;
+    static constexpr int QueriesBeforeReading = 5000;
 
-    enum class Modo { Lectura, Edicion, Alta } modo = Modo::Lectura;
-    std::vector<std::pair<int, Valor>> puestos;
+    enum class Mode { Reading, Editing, Addition } mode = Mode::Reading;
+    std::vector<std::pair<int, Value>> puts;
 
-    std::unordered_map<int, Indice> indices;
-    PorTexto<std::shared_ptr<const jet::Criterio>> criterios;
+    std::unordered_map<int, Index> indices;
+    ByText<std::shared_ptr<const jet::Criterion>> criteria;
 
-    int Ancho() const { return int(columnas.size()); }
+    int widthOf() const { return int(columns.size()); }
 
-    qint64 Escrituras() const
+    qint64 writeCount() const
     {
-        qint64 n = base->ajenas + base->motor.Deshechos();
-        for (const int *e : lecturas)
+        qint64 n = base->foreign + base->motor.rollbackCount();
+        for (const int *e : reads)
             n += *e;
         return n;
     }
 
     // Whether the rows held, if any, are still those of the tables.
-    bool AlCorriente()
+    bool isCurrent()
     {
-        if (!abierto)
-            throw ErrorDeAlmacen(ErrorNum::SinRegistroActual,
-                                 QStringLiteral("The recordset is closed"));
-        if (!lista || modo != Modo::Lectura)
+        if (!open)
+            throw StoreError(ErrorNumber::NoCurrentRecord,
+                             QStringLiteral("The recordset is closed"));
+        if (!list || mode != Mode::Reading)
             return true;
-        base->MirarAjenas();
-        return escriturasVistas == Escrituras();
+        base->lookForForeignWrites();
+        return writesSeen == writeCount();
     }
 
-    void AlDia()
+    void refresh()
     {
-        if (!AlCorriente() || !leido)
-            LeerFilas();
+        if (!isCurrent() || !loaded)
+            readRows();
     }
 
-    void LeerFilas()
+    void readRows()
     {
-        const qint64 clave = ClaveActual();
-        Cargar(sql, valores, false);
-        VolverA(clave);
-        consultas = 0;
-        leido = true;
+        const qint64 key = currentKey();
+        load(sql, values, false);
+        goBackTo(key);
+        queries = 0;
+        loaded = true;
     }
 
     // Puts the one row with this key in the place of all others. @return false when there is none
-    bool LeerUna(const Valor &valor)
+    bool readOne(const Value &value)
     {
-        if (!Cargar(sqlDeUna, std::span(&valor, 1), true))
+        if (!load(oneSql, std::span(&value, 1), true))
             return false;
-        unaSola = true;
-        actual = 0;
+        singleOne = true;
+        current = 0;
         return true;
     }
 
-    // Takes the rows of a query into memory. @param conservar what is held when it has none
+    // Takes the rows of a query into memory. @param keep what is held when it has none
     // @return whether there was a row
-    bool Cargar(std::string_view consulta, std::span<const Valor> dados, bool conservar)
+    bool load(std::string_view query, std::span<const Value> dados, bool keep)
     {
-        Compilada &c = base->Compilar(consulta, actualizable ? base->conClaves : base->sinClaves,
-                                      actualizable);
-        base->Ligar(c, dados);
-        Sentencia &st = *c.sentencia;
-        const int ancho = Ancho();
+        Compiled &c =
+            base->compile(query, updatable ? base->withKeys : base->withoutKeys, updatable);
+        base->bind(c, dados);
+        Statement &st = *c.statement;
+        const int width = widthOf();
         try {
-            bool hay = st.Paso();
-            if (!hay && conservar) {
-                st.Reiniciar();
+            bool hay = st.step();
+            if (!hay && keep) {
+                st.reset();
                 return false;
             }
-            escriturasVistas = lista ? Escrituras() : 0;
-            leido = unaSola = false;
-            celdas.clear();
-            textos.clear();
-            claves.clear();
-            borradas.clear();
+            writesSeen = list ? writeCount() : 0;
+            loaded = singleOne = false;
+            cells.clear();
+            texts.clear();
+            keys.clear();
+            deletedRows.clear();
             indices.clear();
-            filas = 0;
-            for (; hay; hay = st.Paso()) {
-                const size_t base0 = celdas.size();
-                celdas.resize(base0 + size_t(ancho));
-                for (int i = 0; i < ancho; ++i) {
-                    Celda &celda = celdas[base0 + size_t(i)];
-                    celda.clase = st.ClaseDe(i);
-                    switch (celda.clase) {
-                    case Sentencia::Clase::Entero:
-                        celda.entero = st.Entero(i);
+            rows = 0;
+            for (; hay; hay = st.step()) {
+                const size_t base0 = cells.size();
+                cells.resize(base0 + size_t(width));
+                for (int i = 0; i < width; ++i) {
+                    Cell &cell = cells[base0 + size_t(i)];
+                    cell.kind = st.kindOf(i);
+                    switch (cell.kind) {
+                    case Statement::Kind::Whole:
+                        cell.whole = st.whole(i);
                         break;
-                    case Sentencia::Clase::Doble:
-                        celda.doble = st.Doble(i);
+                    case Statement::Kind::Floating:
+                        cell.floating = st.Floating(i);
                         break;
-                    case Sentencia::Clase::Texto:
-                        Guardar(celda, st.Texto(i));
+                    case Statement::Kind::Text:
+                        save(cell, st.text(i));
                         break;
-                    case Sentencia::Clase::Nulo:
+                    case Statement::Kind::Null:
                         break;
                     }
                 }
                 // A row that an outer join left empty has no key.
-                for (const jet::FuenteDeFilas &f : fuentes)
-                    claves.push_back(st.ClaseDe(f.columnaDeClave) == Sentencia::Clase::Nulo
-                                         ? -1
-                                         : st.Entero(f.columnaDeClave));
-                ++filas;
+                for (const jet::RowsSource &f : fuentes)
+                    keys.push_back(st.kindOf(f.keyColumn) == Statement::Kind::Null
+                                       ? -1
+                                       : st.whole(f.keyColumn));
+                ++rows;
             }
         } catch (...) {
-            st.Reiniciar();
+            st.reset();
             throw;
         }
-        st.Reiniciar();
-        vivas = filas;
-        sinFila = false;
-        return filas > 0;
+        st.reset();
+        liveRows = rows;
+        withoutRow = false;
+        return rows > 0;
     }
 
     // Key of the row that the position stands on; -1 when it has none to be found again by.
-    qint64 ClaveActual() const
+    qint64 currentKey() const
     {
-        return fuentes.size() != 1 || FueraDeRango() || sinFila ? -1 : claves[size_t(actual)];
+        return fuentes.size() != 1 || isOutOfRange() || withoutRow ? -1 : keys[size_t(current)];
     }
 
     // Others may have added or deleted rows above: the position stays on its row, not its number.
-    void VolverA(qint64 clave)
+    void goBackTo(qint64 key)
     {
-        actual = std::min(actual, filas);
-        if (clave == -1 || ClaveActual() == clave)
+        current = std::min(current, rows);
+        if (key == -1 || currentKey() == key)
             return;
-        const auto i = std::ranges::find(claves, clave);
-        sinFila = i == claves.end();
-        if (!sinFila)
-            actual = int(i - claves.begin());
+        const auto i = std::ranges::find(keys, key);
+        withoutRow = i == keys.end();
+        if (!withoutRow)
+            current = int(i - keys.begin());
     }
 
-    void Guardar(Celda &celda, std::string_view texto)
+    void save(Cell &cell, std::string_view text)
     {
-        celda.clase = Sentencia::Clase::Texto;
-        celda.posicion = textos.size();
-        celda.largo = quint32(texto.size());
-        textos.append(texto);
+        cell.kind = Statement::Kind::Text;
+        cell.position = texts.size();
+        cell.length = quint32(text.size());
+        texts.append(text);
     }
 
-    Valor Leer(int fila, int columna) const
+    Value read(int row, int column) const
     {
-        const Celda &c = celdas[size_t(fila) * columnas.size() + size_t(columna)];
-        const bool texto = c.clase == Sentencia::Clase::Texto;
-        return ValorDeCelda(
-            c.clase, texto ? 0 : c.entero, c.clase == Sentencia::Clase::Doble ? c.doble : 0.0,
-            texto ? std::string_view(textos).substr(c.posicion, c.largo) : std::string_view(),
-            columnas[size_t(columna)].tipo);
+        const Cell &c = cells[size_t(row) * columns.size() + size_t(column)];
+        const bool text = c.kind == Statement::Kind::Text;
+        return cellValue(
+            c.kind, text ? 0 : c.whole, c.kind == Statement::Kind::Floating ? c.floating : 0.0,
+            text ? std::string_view(texts).substr(c.position, c.length) : std::string_view(),
+            columns[size_t(column)].type);
     }
 
-    void Escribir(int fila, int columna, const Valor &v)
+    void write(int row, int column, const Value &v)
     {
-        Celda &c = celdas[size_t(fila) * columnas.size() + size_t(columna)];
-        if (v.EsNulo()) {
-            c.clase = Sentencia::Clase::Nulo;
-        } else if (const auto *n = v.Es<qint64>()) {
-            c.clase = Sentencia::Clase::Entero;
-            c.entero = *n;
-        } else if (const auto *b = v.Es<bool>()) {
-            c.clase = Sentencia::Clase::Entero;
-            c.entero = *b ? -1 : 0;
-        } else if (v.Es<double>() || v.Es<Moneda>()) {
-            c.clase = Sentencia::Clase::Doble;
-            c.doble = v.toDouble();
+        Cell &c = cells[size_t(row) * columns.size() + size_t(column)];
+        if (v.isNull()) {
+            c.kind = Statement::Kind::Null;
+        } else if (const auto *n = v.is<qint64>()) {
+            c.kind = Statement::Kind::Whole;
+            c.whole = *n;
+        } else if (const auto *b = v.is<bool>()) {
+            c.kind = Statement::Kind::Whole;
+            c.whole = *b ? -1 : 0;
+        } else if (v.is<double>() || v.is<Moneda>()) {
+            c.kind = Statement::Kind::Floating;
+            c.floating = v.toDouble();
         } else {
-            Guardar(c, v.toText().toStdString());
+            save(c, v.toText().toStdString());
         }
-        indices.erase(columna);
+        indices.erase(column);
     }
 
-    bool Borrada(int fila) const { return !borradas.empty() && borradas[size_t(fila)]; }
-    bool FueraDeRango() const { return actual < 0 || actual >= filas; }
+    bool deleted(int row) const { return !deletedRows.empty() && deletedRows[size_t(row)]; }
+    bool isOutOfRange() const { return current < 0 || current >= rows; }
 
-    void ExigirFila()
+    void requireRow()
     {
-        if (!unaSola || (!AlCorriente() && !LeerUna(Leer(0, columnaDeClave))))
-            AlDia();
-        if (FueraDeRango() || sinFila)
-            throw ErrorDeAlmacen(ErrorNum::SinRegistroActual, QStringLiteral("No current record"));
+        if (!singleOne || (!isCurrent() && !readOne(read(0, keyColumn))))
+            refresh();
+        if (isOutOfRange() || withoutRow)
+            throw StoreError(ErrorNumber::NoCurrentRecord, QStringLiteral("No current record"));
     }
 
-    int Columna(std::string_view campo) const
+    int Column(std::string_view field) const
     {
-        for (size_t i = 0; i < columnas.size(); ++i)
-            if (MismoNombre(columnas[i].nombre, campo))
+        for (size_t i = 0; i < columns.size(); ++i)
+            if (sameName(columns[i].name, field))
                 return int(i);
         // "mascotas.nom", where both sides of a join have the name
-        if (const size_t punto = campo.rfind('.'); punto != std::string_view::npos)
-            for (size_t i = 0; i < columnas.size(); ++i)
-                if (MismoNombre(columnas[i].nombre, campo.substr(punto + 1))
-                    && MismoNombre(columnas[i].tabla, campo.substr(0, punto)))
+        if (const size_t point = field.rfind('.'); point != std::string_view::npos)
+            for (size_t i = 0; i < columns.size(); ++i)
+                if (sameName(columns[i].name, field.substr(point + 1))
+                    && sameName(columns[i].table, field.substr(0, point)))
                     return int(i);
         return -1;
     }
 
     // --- FindFirst ---
 
-    const Indice &IndiceDe(int columna)
+    const Index &indexOf(int column)
     {
-        if (const auto i = indices.find(columna); i != indices.end())
+        if (const auto i = indices.find(column); i != indices.end())
             return i->second;
-        Indice &indice = indices[columna];
-        const Tipo tipo = columnas[size_t(columna)].tipo;
-        for (int f = filas - 1; f >= 0; --f) { // the first row with a value wins
-            const Celda &c = celdas[size_t(f) * columnas.size() + size_t(columna)];
-            if (c.clase == Sentencia::Clase::Nulo || Borrada(f))
+        Index &index = indices[column];
+        const ColumnType type = columns[size_t(column)].type;
+        for (int f = rows - 1; f >= 0; --f) { // the first row with a value wins
+            const Cell &c = cells[size_t(f) * columns.size() + size_t(column)];
+            if (c.kind == Statement::Kind::Null || deleted(f))
                 continue;
-            if (EsTexto(tipo)) {
-                indice.textos[jet::Plegar(Leer(f, columna).toText().toStdString())] = f;
+            if (isText(type)) {
+                index.texts[jet::fold(read(f, column).toText().toStdString())] = f;
                 continue;
             }
-            const qint64 n = Leer(f, columna).toLong();
-            if (n >= 0 && n < Indice::MayorDenso) {
-                if (indice.denso.size() <= size_t(n))
-                    indice.denso.resize(size_t(n) + 1, -1);
-                indice.denso[size_t(n)] = f;
+            const qint64 n = read(f, column).toLong();
+            if (n >= 0 && n < Index::HighestDense) {
+                if (index.dense.size() <= size_t(n))
+                    index.dense.resize(size_t(n) + 1, -1);
+                index.dense[size_t(n)] = f;
             } else {
-                indice.enteros[n] = f;
+                index.whole[n] = f;
             }
         }
-        return indice;
+        return index;
     }
 
-    std::optional<int> PorIndice(int columna, const Valor &valor)
+    std::optional<int> byIndex(int column, const Value &value)
     {
-        const Tipo tipo = columnas[size_t(columna)].tipo;
-        if (EsEntera(tipo) && valor.Es<qint64>()) {
-            const Indice &indice = IndiceDe(columna);
-            const qint64 n = *valor.Es<qint64>();
-            if (n >= 0 && n < Indice::MayorDenso)
-                return n < qint64(indice.denso.size()) ? indice.denso[size_t(n)] : -1;
-            const auto i = indice.enteros.find(n);
-            return i == indice.enteros.end() ? -1 : i->second;
+        const ColumnType type = columns[size_t(column)].type;
+        if (isWholeNumber(type) && value.is<qint64>()) {
+            const Index &index = indexOf(column);
+            const qint64 n = *value.is<qint64>();
+            if (n >= 0 && n < Index::HighestDense)
+                return n < qint64(index.dense.size()) ? index.dense[size_t(n)] : -1;
+            const auto i = index.whole.find(n);
+            return i == index.whole.end() ? -1 : i->second;
         }
-        if (EsTexto(tipo) && valor.Es<QString>()) {
-            const Indice &indice = IndiceDe(columna);
-            const auto i = indice.textos.find(jet::Plegar(valor.toText().toStdString()));
-            return i == indice.textos.end() ? -1 : i->second;
+        if (isText(type) && value.is<QString>()) {
+            const Index &index = indexOf(column);
+            const auto i = index.texts.find(jet::fold(value.toText().toStdString()));
+            return i == index.texts.end() ? -1 : i->second;
         }
         return std::nullopt;
     }
 
     // A look-up by key while the rows were not read: whether there is such a row, or nullopt when
     // the list is to be read.
-    std::optional<bool> HallarUna(const jet::Criterio &criterio, std::span<const Valor> dados)
+    std::optional<bool> locateOne(const jet::Criterion &criterion, std::span<const Value> dados)
     {
-        if (columnaDeClave < 0 || modo != Modo::Lectura)
+        if (keyColumn < 0 || mode != Mode::Reading)
             return std::nullopt;
-        const auto igual = criterio.ComoIgualdad(dados);
-        if (!igual || igual->columna != columnaDeClave || !igual->valor.Es<qint64>())
+        const auto equal = criterion.asEquality(dados);
+        if (!equal || equal->column != keyColumn || !equal->value.is<qint64>())
             return std::nullopt;
-        if (unaSola && AlCorriente() && Leer(0, columnaDeClave) == igual->valor)
+        if (singleOne && isCurrent() && read(0, keyColumn) == equal->value)
             return true;
-        if (consultas == ConsultasAntesDeLeer)
+        if (queries == QueriesBeforeReading)
             return std::nullopt;
-        ++consultas;
-        return LeerUna(igual->valor);
+        ++queries;
+        return readOne(equal->value);
     }
 
-    int Hallar(const jet::Criterio &criterio, std::span<const Valor> dados)
+    int locate(const jet::Criterion &criterion, std::span<const Value> dados)
     {
-        if (const auto igual = criterio.ComoIgualdad(dados))
-            if (const auto fila = PorIndice(igual->columna, igual->valor))
-                return *fila;
+        if (const auto equal = criterion.asEquality(dados))
+            if (const auto row = byIndex(equal->column, equal->value))
+                return *row;
         int f = 0;
-        const std::function<Valor(int)> celda = [this, &f](int c) { return Leer(f, c); };
-        for (; f < filas; ++f)
-            if (!Borrada(f) && criterio.Cumple(celda, dados, base->reloj.hoy))
+        const std::function<Value(int)> cell = [this, &f](int c) { return read(f, c); };
+        for (; f < rows; ++f)
+            if (!deleted(f) && criterion.meets(cell, dados, base->reloj.hoy))
                 return f;
         return -1;
     }
 
     // --- Writing back ---
 
-    int FuenteDe(int columna) const
+    int sourceOf(int column) const
     {
-        const jet::ColumnaDeSalida &c = columnas[size_t(columna)];
+        const jet::OutputColumn &c = columns[size_t(column)];
         for (size_t i = 0; i < fuentes.size(); ++i)
-            if (!c.columna.empty() && MismoNombre(fuentes[i].alias, c.tabla))
+            if (!c.column.empty() && sameName(fuentes[i].alias, c.table))
                 return int(i);
-        throw ErrorDeAlmacen(ErrorNum::NoEnLaColeccion,
-                             QStringLiteral("The field cannot be written: ")
-                                 + QString::fromStdString(c.nombre));
+        throw StoreError(ErrorNumber::NotInCollection,
+                         QStringLiteral("The field cannot be written: ")
+                             + QString::fromStdString(c.name));
     }
 
     // The engine would take such a memo for a number; as bytes it is left alone.
-    std::string Marca(int columna, const Valor &v) const
+    std::string mark(int column, const Value &v) const
     {
-        const auto *s = v.Es<QString>();
-        return columnas[size_t(columna)].tipo == Tipo::Memo && s && PareceNumero(*s)
+        const auto *s = v.is<QString>();
+        return columns[size_t(column)].type == ColumnType::Memo && s && looksLikeNumber(*s)
                    ? "CAST(? AS BLOB)"
                    : "?";
     }
 
-    void EscribirEdicion()
+    void writeEdit()
     {
         for (size_t f = 0; f < fuentes.size(); ++f) {
-            std::string cambios;
-            std::vector<const Valor *> dados;
-            for (const auto &[columna, valor] : puestos) {
-                if (FuenteDe(columna) != int(f) || Leer(actual, columna) == valor)
+            std::string changes;
+            std::vector<const Value *> dados;
+            for (const auto &[column, value] : puts) {
+                if (sourceOf(column) != int(f) || read(current, column) == value)
                     continue;
-                cambios += (cambios.empty() ? "" : ", ") + Citado(columnas[size_t(columna)].columna)
-                           + " = " + Marca(columna, valor);
-                dados.push_back(&valor);
+                changes += (changes.empty() ? "" : ", ") + quoted(columns[size_t(column)].column)
+                           + " = " + mark(column, value);
+                dados.push_back(&value);
             }
-            if (cambios.empty())
+            if (changes.empty())
                 continue;
-            Sentencia &st =
-                base->Directa("UPDATE " + Citado(base->esquema) + '.' + Citado(fuentes[f].tabla)
-                              + " SET " + cambios + " WHERE rowid = ?");
+            Statement &st = base->directStatement("UPDATE " + quoted(base->schema) + '.'
+                                                  + quoted(fuentes[f].table) + " SET " + changes
+                                                  + " WHERE rowid = ?");
             int n = 0;
-            for (const Valor *v : dados)
-                st.Ligar(n++, *v);
-            st.Ligar(n, claves[size_t(actual) * fuentes.size() + f]);
-            st.Paso();
-            st.Reiniciar();
-            if (base->motor.FilasCambiadas() == 0)
-                throw ErrorDeAlmacen(ErrorNum::SinRegistroActual,
-                                     QStringLiteral("The record was deleted meanwhile"));
-            Contar(f);
+            for (const Value *v : dados)
+                st.bind(n++, *v);
+            st.bind(n, keys[size_t(current) * fuentes.size() + f]);
+            st.step();
+            st.reset();
+            if (base->motor.changedRows() == 0)
+                throw StoreError(ErrorNumber::NoCurrentRecord,
+                                 QStringLiteral("The record was deleted meanwhile"));
+            count(f);
         }
-        for (const auto &[columna, valor] : puestos)
-            Escribir(actual, columna, valor);
+        for (const auto &[column, value] : puts)
+            write(current, column, value);
     }
 
     // Own writes are in the rows already; they are no reason to read everything again.
-    void Contar(size_t fuente)
+    void count(size_t source)
     {
-        const bool propias = lista && escriturasVistas == Escrituras();
-        ++*lecturas[fuente];
-        if (propias)
-            escriturasVistas = Escrituras();
+        const bool own = list && writesSeen == writeCount();
+        ++*reads[source];
+        if (own)
+            writesSeen = writeCount();
     }
 
-    void EscribirAlta()
+    void writeEntry()
     {
-        std::string nombres, marcas;
-        for (const auto &[columna, valor] : puestos) {
-            FuenteDe(columna);
-            nombres += (nombres.empty() ? "" : ", ") + Citado(columnas[size_t(columna)].columna);
-            marcas += (marcas.empty() ? "" : ", ") + Marca(columna, valor);
+        std::string names, marks;
+        for (const auto &[column, value] : puts) {
+            sourceOf(column);
+            names += (names.empty() ? "" : ", ") + quoted(columns[size_t(column)].column);
+            marks += (marks.empty() ? "" : ", ") + mark(column, value);
         }
-        Sentencia &st = base->Directa(
-            "INSERT INTO " + Citado(base->esquema) + '.' + Citado(fuentes.front().tabla)
-            + (puestos.empty() ? " DEFAULT VALUES" : " (" + nombres + ") VALUES (" + marcas + ')'));
+        Statement &st = base->directStatement(
+            "INSERT INTO " + quoted(base->schema) + '.' + quoted(fuentes.front().table)
+            + (puts.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marks + ')'));
         int n = 0;
-        for (const auto &[columna, valor] : puestos)
-            st.Ligar(n++, valor);
-        st.Paso();
-        st.Reiniciar();
-        ++*lecturas.front();
-        leido = false; // defaults and numbers that the engine gave are read with the rows
+        for (const auto &[column, value] : puts)
+            st.bind(n++, value);
+        st.step();
+        st.reset();
+        ++*reads.front();
+        loaded = false; // defaults and numbers that the engine gave are read with the rows
     }
 };
 
@@ -498,261 +501,261 @@ Recordset::Recordset() = default;
 Recordset::Recordset(Recordset &&) noexcept = default;
 Recordset &Recordset::operator=(Recordset &&) noexcept = default;
 Recordset::~Recordset() = default;
-Recordset::Recordset(std::unique_ptr<Datos> datos) : d(std::move(datos)) {}
+Recordset::Recordset(std::unique_ptr<Data> data) : d(std::move(data)) {}
 
-bool Recordset::Abierto() const { return d && d->abierto; }
+bool Recordset::isOpen() const { return d && d->open; }
 
 void Recordset::Close()
 {
-    d = std::make_unique<Datos>();
-    d->abierto = false;
+    d = std::make_unique<Data>();
+    d->open = false;
 }
 
 bool Recordset::BOF() const
 {
-    d->AlDia();
-    return d->filas == 0 || d->actual < 0;
+    d->refresh();
+    return d->rows == 0 || d->current < 0;
 }
 
 bool Recordset::EOF_() const
 {
-    d->AlDia();
-    return d->actual >= d->filas;
+    d->refresh();
+    return d->current >= d->rows;
 }
 
 int Recordset::RecordCount() const
 {
-    d->AlDia();
-    return d->vivas;
+    d->refresh();
+    return d->liveRows;
 }
 
 int Recordset::AbsolutePosition() const
 {
-    d->AlDia();
-    return d->FueraDeRango() ? -1 : d->actual;
+    d->refresh();
+    return d->isOutOfRange() ? -1 : d->current;
 }
 
-void Recordset::AbsolutePosition(int fila)
+void Recordset::AbsolutePosition(int row)
 {
-    d->AlDia();
-    if (fila < 0 || fila >= d->filas)
-        throw ErrorDeAlmacen(ErrorNum::SinRegistroActual, QStringLiteral("No current record"));
+    d->refresh();
+    if (row < 0 || row >= d->rows)
+        throw StoreError(ErrorNumber::NoCurrentRecord, QStringLiteral("No current record"));
     CancelUpdate();
-    d->actual = fila;
-    d->sinFila = d->Borrada(fila);
+    d->current = row;
+    d->withoutRow = d->deleted(row);
 }
 
 void Recordset::MoveFirst()
 {
     CancelUpdate();
-    d->AlDia();
-    d->actual = -1;
+    d->refresh();
+    d->current = -1;
     MoveNext();
 }
 
 void Recordset::MoveLast()
 {
     CancelUpdate();
-    d->AlDia();
-    d->actual = d->filas;
+    d->refresh();
+    d->current = d->rows;
     MovePrevious();
-    if (d->filas == 0)
-        d->actual = 0;
+    if (d->rows == 0)
+        d->current = 0;
 }
 
 void Recordset::MoveNext()
 {
     CancelUpdate();
-    d->AlDia();
-    d->sinFila = false;
+    d->refresh();
+    d->withoutRow = false;
     do
-        d->actual = std::min(d->actual + 1, d->filas);
-    while (d->actual < d->filas && d->Borrada(d->actual));
+        d->current = std::min(d->current + 1, d->rows);
+    while (d->current < d->rows && d->deleted(d->current));
 }
 
 void Recordset::MovePrevious()
 {
     CancelUpdate();
-    d->AlDia();
-    d->sinFila = false;
+    d->refresh();
+    d->withoutRow = false;
     do
-        d->actual = std::max(d->actual - 1, -1);
-    while (d->actual >= 0 && d->Borrada(d->actual));
+        d->current = std::max(d->current - 1, -1);
+    while (d->current >= 0 && d->deleted(d->current));
 }
 
 bool Recordset::NoMatch() const { return d->noMatch; }
 
-void Recordset::Buscar(std::string_view criterio, std::span<const Valor> valores)
+void Recordset::find(std::string_view criterion, std::span<const Value> values)
 {
-    auto i = d->criterios.find(criterio);
-    if (i == d->criterios.end())
-        i = d->criterios
-                .emplace(std::string(criterio), jet::Criterio::Compilar(criterio, d->columnas))
+    auto i = d->criteria.find(criterion);
+    if (i == d->criteria.end())
+        i = d->criteria
+                .emplace(std::string(criterion), jet::Criterion::compile(criterion, d->columns))
                 .first;
-    if (!d->AlCorriente() || !d->leido) {
-        if (const auto hay = d->HallarUna(*i->second, valores)) {
+    if (!d->isCurrent() || !d->loaded) {
+        if (const auto hay = d->locateOne(*i->second, values)) {
             d->noMatch = !*hay;
             if (*hay)
-                d->sinFila = false;
+                d->withoutRow = false;
             return;
         }
-        d->AlDia();
+        d->refresh();
     }
-    const int fila = d->Hallar(*i->second, valores);
-    d->noMatch = fila < 0;
-    if (fila >= 0) {
+    const int row = d->locate(*i->second, values);
+    d->noMatch = row < 0;
+    if (row >= 0) {
         CancelUpdate();
-        d->actual = fila;
-        d->sinFila = false;
+        d->current = row;
+        d->withoutRow = false;
     }
 }
 
-int Recordset::Columna(std::string_view campo) const
+int Recordset::Column(std::string_view field) const
 {
-    const int c = d->Columna(campo);
+    const int c = d->Column(field);
     if (c < 0)
-        throw ErrorDeAlmacen(ErrorNum::NoEnLaColeccion,
-                             QStringLiteral("Item not found in this collection: ")
-                                 + QString::fromUtf8(campo.data(), qsizetype(campo.size())));
+        throw StoreError(ErrorNumber::NotInCollection,
+                         QStringLiteral("Item not found in this collection: ")
+                             + QString::fromUtf8(field.data(), qsizetype(field.size())));
     return c;
 }
 
-bool Recordset::TieneColumna(std::string_view campo) const { return d->Columna(campo) >= 0; }
-int Recordset::Columnas() const { return d->Ancho(); }
-QString Recordset::Nombre(int c) const
+bool Recordset::hasColumn(std::string_view field) const { return d->Column(field) >= 0; }
+int Recordset::allColumns() const { return d->widthOf(); }
+QString Recordset::nameOf(int c) const
 {
-    return QString::fromStdString(d->columnas.at(size_t(c)).nombre);
+    return QString::fromStdString(d->columns.at(size_t(c)).name);
 }
-Tipo Recordset::TipoDe(int c) const { return d->columnas.at(size_t(c)).tipo; }
+ColumnType Recordset::typeOf(int c) const { return d->columns.at(size_t(c)).type; }
 
-Valor Recordset::operator[](std::string_view campo) const { return (*this)[Columna(campo)]; }
+Value Recordset::operator[](std::string_view field) const { return (*this)[Column(field)]; }
 
-Valor Recordset::operator[](int columna) const
+Value Recordset::operator[](int column) const
 {
-    if (d->modo != Datos::Modo::Lectura) {
-        for (auto i = d->puestos.rbegin(); i != d->puestos.rend(); ++i)
-            if (i->first == columna)
+    if (d->mode != Data::Mode::Reading) {
+        for (auto i = d->puts.rbegin(); i != d->puts.rend(); ++i)
+            if (i->first == column)
                 return i->second;
-        if (d->modo == Datos::Modo::Alta)
+        if (d->mode == Data::Mode::Addition)
             return {};
     }
-    d->ExigirFila();
-    return d->Leer(d->actual, columna);
+    d->requireRow();
+    return d->read(d->current, column);
 }
 
 void Recordset::Edit()
 {
-    if (!d->actualizable)
-        throw ErrorDeAlmacen(ErrorNum::Interno, QStringLiteral("The recordset is read-only"));
-    d->ExigirFila();
-    d->puestos.clear();
-    d->modo = Datos::Modo::Edicion;
+    if (!d->updatable)
+        throw StoreError(ErrorNumber::Internals, QStringLiteral("The recordset is read-only"));
+    d->requireRow();
+    d->puts.clear();
+    d->mode = Data::Mode::Editing;
 }
 
 void Recordset::AddNew()
 {
-    if (!d->actualizable || d->fuentes.size() != 1)
-        throw ErrorDeAlmacen(ErrorNum::Interno, QStringLiteral("No row can be added here"));
-    d->AlDia();
-    d->puestos.clear();
-    d->modo = Datos::Modo::Alta;
+    if (!d->updatable || d->fuentes.size() != 1)
+        throw StoreError(ErrorNumber::Internals, QStringLiteral("No row can be added here"));
+    d->refresh();
+    d->puts.clear();
+    d->mode = Data::Mode::Addition;
 }
 
-void Recordset::Put(std::string_view campo, const Valor &valor) { Put(Columna(campo), valor); }
+void Recordset::Put(std::string_view field, const Value &value) { Put(Column(field), value); }
 
-void Recordset::Put(int columna, const Valor &valor)
+void Recordset::Put(int column, const Value &value)
 {
-    if (d->modo == Datos::Modo::Lectura)
-        throw ErrorDeAlmacen(ErrorNum::Interno, QStringLiteral("Put without Edit or AddNew"));
-    Valor v = AlTipo(valor, d->columnas.at(size_t(columna)).tipo);
-    for (auto &[c, puesto] : d->puestos) {
-        if (c == columna) {
-            puesto = std::move(v);
+    if (d->mode == Data::Mode::Reading)
+        throw StoreError(ErrorNumber::Internals, QStringLiteral("Put without Edit or AddNew"));
+    Value v = asColumnType(value, d->columns.at(size_t(column)).type);
+    for (auto &[c, put] : d->puts) {
+        if (c == column) {
+            put = std::move(v);
             return;
         }
     }
-    d->puestos.emplace_back(columna, std::move(v));
+    d->puts.emplace_back(column, std::move(v));
 }
 
 void Recordset::Update()
 {
-    if (d->modo == Datos::Modo::Lectura)
-        throw ErrorDeAlmacen(ErrorNum::Interno, QStringLiteral("Update without Edit or AddNew"));
-    if (d->modo == Datos::Modo::Edicion)
-        d->EscribirEdicion();
+    if (d->mode == Data::Mode::Reading)
+        throw StoreError(ErrorNumber::Internals, QStringLiteral("Update without Edit or AddNew"));
+    if (d->mode == Data::Mode::Editing)
+        d->writeEdit();
     else
-        d->EscribirAlta();
+        d->writeEntry();
     CancelUpdate();
 }
 
 void Recordset::CancelUpdate()
 {
-    d->puestos.clear();
-    d->modo = Datos::Modo::Lectura;
+    d->puts.clear();
+    d->mode = Data::Mode::Reading;
 }
 
 void Recordset::Delete()
 {
-    if (!d->actualizable || d->fuentes.size() != 1)
-        throw ErrorDeAlmacen(ErrorNum::Interno, QStringLiteral("No row can be deleted here"));
-    d->AlDia();
-    d->ExigirFila();
-    Sentencia &st = d->base->Directa("DELETE FROM " + Citado(d->base->esquema) + '.'
-                                     + Citado(d->fuentes.front().tabla) + " WHERE rowid = ?");
-    st.Ligar(0, d->claves[size_t(d->actual)]);
-    st.Paso();
-    st.Reiniciar();
-    d->Contar(0);
-    d->borradas.resize(size_t(d->filas), 0);
-    d->borradas[size_t(d->actual)] = 1;
+    if (!d->updatable || d->fuentes.size() != 1)
+        throw StoreError(ErrorNumber::Internals, QStringLiteral("No row can be deleted here"));
+    d->refresh();
+    d->requireRow();
+    Statement &st =
+        d->base->directStatement("DELETE FROM " + quoted(d->base->schema) + '.'
+                                 + quoted(d->fuentes.front().table) + " WHERE rowid = ?");
+    st.bind(0, d->keys[size_t(d->current)]);
+    st.step();
+    st.reset();
+    d->count(0);
+    d->deletedRows.resize(size_t(d->rows), 0);
+    d->deletedRows[size_t(d->current)] = 1;
     d->indices.clear();
-    --d->vivas;
-    d->sinFila = true;
+    --d->liveRows;
+    d->withoutRow = true;
 }
 
 void Recordset::Requery()
 {
     CancelUpdate();
-    d->leido = false;
-    d->AlDia();
+    d->loaded = false;
+    d->refresh();
 }
 
 // --- Opening, which belongs to the database ---
 
-Recordset Base::Abrir(std::string_view sql, std::span<const Valor> valores, bool actualizable)
+Recordset Base::open(std::string_view sql, std::span<const Value> values, bool updatable)
 {
-    auto datos = std::make_unique<Recordset::Datos>();
-    datos->base = m_i.get();
-    datos->sql = sql;
-    datos->valores.assign(valores.begin(), valores.end());
-    datos->actualizable = actualizable;
-    const Compilada &c =
-        m_i->Compilar(sql, actualizable ? m_i->conClaves : m_i->sinClaves, actualizable);
-    if (c.traduccion.clase != jet::Traduccion::Consulta)
-        throw ErrorDeAlmacen(ErrorNum::Sintaxis, QStringLiteral("Not a query"),
-                             QString::fromUtf8(sql.data(), qsizetype(sql.size())));
-    datos->columnas = c.traduccion.columnas;
-    datos->fuentes = c.traduccion.fuentes;
-    datos->lecturas = c.lecturas;
-    datos->LeerFilas();
-    return Recordset(std::move(datos));
+    auto data = std::make_unique<Recordset::Data>();
+    data->base = m_i.get();
+    data->sql = sql;
+    data->values.assign(values.begin(), values.end());
+    data->updatable = updatable;
+    const Compiled &c = m_i->compile(sql, updatable ? m_i->withKeys : m_i->withoutKeys, updatable);
+    if (c.translation.kind != jet::Translation::Query)
+        throw StoreError(ErrorNumber::Syntax, QStringLiteral("Not a query"),
+                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
+    data->columns = c.translation.columns;
+    data->fuentes = c.translation.fuentes;
+    data->reads = c.reads;
+    data->readRows();
+    return Recordset(std::move(data));
 }
 
-Recordset Base::OpenList(std::string_view sql, std::string_view clave)
+Recordset Base::OpenList(std::string_view sql, std::string_view key)
 {
-    auto datos = std::make_unique<Recordset::Datos>();
-    datos->base = m_i.get();
-    datos->sql = sql;
-    datos->actualizable = true;
-    datos->lista = true;
-    const Compilada &c = m_i->Compilar(sql, m_i->conClaves, true);
-    datos->columnas = c.traduccion.columnas;
-    datos->fuentes = c.traduccion.fuentes;
-    datos->lecturas = c.lecturas;
-    if (!clave.empty()) {
-        datos->columnaDeClave = datos->Columna(clave);
-        datos->sqlDeUna = "select * from [" + datos->fuentes.front().tabla + "] where ["
-                          + std::string(clave) + "] = ?";
+    auto data = std::make_unique<Recordset::Data>();
+    data->base = m_i.get();
+    data->sql = sql;
+    data->updatable = true;
+    data->list = true;
+    const Compiled &c = m_i->compile(sql, m_i->withKeys, true);
+    data->columns = c.translation.columns;
+    data->fuentes = c.translation.fuentes;
+    data->reads = c.reads;
+    if (!key.empty()) {
+        data->keyColumn = data->Column(key);
+        data->oneSql = "select * from [" + data->fuentes.front().table + "] where ["
+                       + std::string(key) + "] = ?";
     }
-    return Recordset(std::move(datos));
+    return Recordset(std::move(data));
 }

@@ -23,7 +23,7 @@ class Base;
 /// An updatable recordset writes back only the columns that were put and whose value changed, also
 /// through a join; a snapshot refuses Edit, AddNew and Delete.
 ///
-/// A field name that the rows do not have throws ErrorDeAlmacen 3265; reading without a current
+/// A field name that the rows do not have throws StoreError 3265; reading without a current
 /// row throws 3021.
 class Recordset
 {
@@ -38,7 +38,7 @@ public:
     int RecordCount() const;
     /// From 0; -1 when there is no current row.
     int AbsolutePosition() const;
-    void AbsolutePosition(int fila);
+    void AbsolutePosition(int row);
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -47,43 +47,43 @@ public:
     /// Walks to the first row that meets the criterion, '?' where a value goes. "column = value"
     /// costs a hash look-up.
     template <typename... V>
-    void FindFirst(std::string_view criterio, const V &...valores)
+    void FindFirst(std::string_view criterion, const V &...values)
     {
-        const std::array<Valor, sizeof...(V)> v{Valor(valores)...};
-        Buscar(criterio, v);
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        find(criterion, v);
     }
     bool NoMatch() const;
 
     /// Value of the current row by column name, letter case does not matter. While Edit or AddNew
     /// is open, the value that was put.
-    Valor operator[](std::string_view campo) const;
+    store::Value operator[](std::string_view field) const;
     /// The same by position, for walks over many rows; see Columna.
-    Valor operator[](int columna) const;
-    /// Position of a column, for use with operator[]. @throws ErrorDeAlmacen 3265
-    int Columna(std::string_view campo) const;
-    bool TieneColumna(std::string_view campo) const;
-    int Columnas() const;
-    QString Nombre(int columna) const;
-    Tipo TipoDe(int columna) const;
+    store::Value operator[](int column) const;
+    /// Position of a column, for use with operator[]. @throws StoreError 3265
+    int Column(std::string_view field) const;
+    bool hasColumn(std::string_view field) const;
+    int allColumns() const;
+    QString nameOf(int column) const;
+    store::ColumnType typeOf(int column) const;
 
     void Edit();
     void AddNew();
-    void Put(std::string_view campo, const Valor &valor);
-    void Put(int columna, const Valor &valor);
-    /// Writes what Put changed. @throws ErrorDeAlmacen; the edit stays open then
+    void Put(std::string_view field, const store::Value &value);
+    void Put(int column, const store::Value &value);
+    /// Writes what Put changed. @throws StoreError; the edit stays open then
     void Update();
     void CancelUpdate();
     void Delete();
     void Close();
-    bool Abierto() const;
+    bool isOpen() const;
 
     /// Reads the rows again now.
     void Requery();
 
 private:
     friend class Base;
-    struct Datos;
-    void Buscar(std::string_view criterio, std::span<const Valor> valores);
-    explicit Recordset(std::unique_ptr<Datos> d);
-    std::unique_ptr<Datos> d;
+    struct Data;
+    void find(std::string_view criterion, std::span<const store::Value> values);
+    explicit Recordset(std::unique_ptr<Data> d);
+    std::unique_ptr<Data> d;
 };

@@ -8,245 +8,236 @@
 #include <algorithm>
 #include <stdexcept>
 
+using namespace store;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 /// A word of a line. Names in brackets and literals in quotes are one word.
-struct Palabra {
-    enum Clase { Suelta, Nombre, Literal } clase = Suelta;
-    QString texto; // without the brackets, with the quotes
+struct Word {
+    enum Kind { Loose, Name, Literal } kind = Loose;
+    QString text; // without the brackets, with the quotes
 };
 
-class Lector
+class Reader
 {
 public:
-    Lector(const QString &texto, const QString &archivo)
-        : m_lineas(texto.split(u'\n')), m_archivo(archivo)
-    {
-    }
+    Reader(const QString &text, const QString &file) : m_lines(text.split(u'\n')), m_file(file) {}
 
-    std::vector<TablaDeclarada> Leer()
+    std::vector<DeclaredTable> read()
     {
-        for (const QString &linea : m_lineas) {
-            ++m_numero;
-            const QList<Palabra> palabras = Partir(linea);
-            if (palabras.isEmpty())
+        for (const QString &line : m_lines) {
+            ++m_number;
+            const QList<Word> words = split(line);
+            if (words.isEmpty())
                 continue;
-            const Palabra &primera = palabras.front();
-            if (primera.clase == Palabra::Suelta && primera.texto == "table"_L1)
-                EmpezarTabla(palabras);
-            else if (m_tablas.empty())
-                Fallar(u"a column or index before the first table"_s);
-            else if (primera.clase == Palabra::Suelta && primera.texto == "index"_L1)
-                AgregarIndice(palabras);
+            const Word &first = words.front();
+            if (first.kind == Word::Loose && first.text == "table"_L1)
+                beginTable(words);
+            else if (m_tables.empty())
+                fail(u"a column or index before the first table"_s);
+            else if (first.kind == Word::Loose && first.text == "index"_L1)
+                addIndex(words);
             else
-                AgregarColumna(palabras);
+                addColumn(words);
         }
-        for (const TablaDeclarada &t : m_tablas)
-            if (t.columnas.empty())
-                Fallar(u"table %1 has no columns"_s.arg(t.nombre));
-        return std::move(m_tablas);
+        for (const DeclaredTable &t : m_tables)
+            if (t.columns.empty())
+                fail(u"table %1 has no columns"_s.arg(t.name));
+        return std::move(m_tables);
     }
 
 private:
-    [[noreturn]] void Fallar(const QString &que) const
+    [[noreturn]] void fail(const QString &what) const
     {
-        throw std::runtime_error(
-            u"%1:%2: %3"_s.arg(m_archivo).arg(m_numero).arg(que).toStdString());
+        throw std::runtime_error(u"%1:%2: %3"_s.arg(m_file).arg(m_number).arg(what).toStdString());
     }
 
-    QList<Palabra> Partir(const QString &linea) const
+    QList<Word> split(const QString &line) const
     {
-        static const QRegularExpression palabra(
+        static const QRegularExpression word(
             u"\\G\\s*(?:(#.*)|\\[([^\\]]+)\\](?=\\s|$)|('(?:[^']|'')*')(?=\\s|$)|([^\\s#'\\[]+)(?=\\s|$))"_s);
-        QList<Palabra> palabras;
-        qsizetype desde = 0;
-        const QString util = linea.trimmed();
-        while (desde < util.size()) {
-            const auto hallada = palabra.match(util, desde);
-            if (!hallada.hasMatch())
-                Fallar(u"cannot read \"%1\""_s.arg(util.sliced(desde).trimmed()));
-            if (hallada.hasCaptured(1))
+        QList<Word> words;
+        qsizetype from = 0;
+        const QString useful = line.trimmed();
+        while (from < useful.size()) {
+            const auto found = word.match(useful, from);
+            if (!found.hasMatch())
+                fail(u"cannot read \"%1\""_s.arg(useful.sliced(from).trimmed()));
+            if (found.hasCaptured(1))
                 break;
-            if (hallada.hasCaptured(2))
-                palabras.append({Palabra::Nombre, hallada.captured(2)});
-            else if (hallada.hasCaptured(3))
-                palabras.append({Palabra::Literal, hallada.captured(3)});
+            if (found.hasCaptured(2))
+                words.append({Word::Name, found.captured(2)});
+            else if (found.hasCaptured(3))
+                words.append({Word::Literal, found.captured(3)});
             else
-                palabras.append({Palabra::Suelta, hallada.captured(4)});
-            desde = hallada.capturedEnd(0);
+                words.append({Word::Loose, found.captured(4)});
+            from = found.capturedEnd(0);
         }
-        return palabras;
+        return words;
     }
 
-    void EmpezarTabla(const QList<Palabra> &palabras)
+    void beginTable(const QList<Word> &words)
     {
-        if (palabras.size() != 2 || palabras[1].clase == Palabra::Literal)
-            Fallar(u"expected: table NAME"_s);
-        const QString &nombre = palabras[1].texto;
-        for (const TablaDeclarada &t : m_tablas)
-            if (t.nombre.compare(nombre, Qt::CaseInsensitive) == 0)
-                Fallar(u"table %1 twice"_s.arg(nombre));
-        m_tablas.push_back({});
-        m_tablas.back().nombre = nombre;
+        if (words.size() != 2 || words[1].kind == Word::Literal)
+            fail(u"expected: table NAME"_s);
+        const QString &name = words[1].text;
+        for (const DeclaredTable &t : m_tables)
+            if (t.name.compare(name, Qt::CaseInsensitive) == 0)
+                fail(u"table %1 twice"_s.arg(name));
+        m_tables.push_back({});
+        m_tables.back().name = name;
     }
 
-    void AgregarColumna(const QList<Palabra> &palabras)
+    void addColumn(const QList<Word> &words)
     {
-        TablaDeclarada &tabla = m_tablas.back();
-        const bool conDefecto = palabras.size() == 4 && palabras[2].clase == Palabra::Suelta
-                                && palabras[2].texto == "default"_L1;
-        if (palabras[0].clase == Palabra::Literal || (palabras.size() != 2 && !conDefecto))
-            Fallar(u"expected: COLUMN TYPE [default LITERAL]"_s);
-        const QString &nombre = palabras[0].texto;
-        if (BuscarColumna(nombre))
-            Fallar(u"column %1 twice"_s.arg(nombre));
-        if (!tabla.indices.empty())
-            Fallar(u"a column behind the indexes"_s);
+        DeclaredTable &table = m_tables.back();
+        const bool withDefault =
+            words.size() == 4 && words[2].kind == Word::Loose && words[2].text == "default"_L1;
+        if (words[0].kind == Word::Literal || (words.size() != 2 && !withDefault))
+            fail(u"expected: COLUMN TYPE [default LITERAL]"_s);
+        const QString &name = words[0].text;
+        if (findColumn(name))
+            fail(u"column %1 twice"_s.arg(name));
+        if (!table.indices.empty())
+            fail(u"a column behind the indexes"_s);
 
-        jet::Columna c = LeerTipo(palabras[1].texto);
-        c.nombre = nombre.toStdString();
-        const QString defecto = conDefecto ? LeerLiteral(palabras[3]) : QString();
-        if (c.tipo == Tipo::YesNo && !conDefecto)
-            Fallar(u"Yes/No column %1 without a default: it would hold Null"_s.arg(nombre));
-        tabla.columnas.push_back(std::move(c));
-        tabla.porDefecto.append(defecto);
+        jet::Column c = readType(words[1].text);
+        c.name = name.toStdString();
+        const QString defaultValue = withDefault ? readLiteral(words[3]) : QString();
+        if (c.type == ColumnType::YesNo && !withDefault)
+            fail(u"Yes/No column %1 without a default: it would hold Null"_s.arg(name));
+        table.columns.push_back(std::move(c));
+        table.byDefault.append(defaultValue);
     }
 
-    void AgregarIndice(const QList<Palabra> &palabras)
+    void addIndex(const QList<Word> &words)
     {
-        IndiceDeclarado indice;
-        for (qsizetype i = 1; i < palabras.size(); ++i) {
-            const Palabra &p = palabras[i];
-            const bool suelta = p.clase == Palabra::Suelta;
-            if (i == 1 && suelta && p.texto == "unique"_L1) {
-                indice.unico = true;
-            } else if (suelta && p.texto == "where"_L1) {
-                if (indice.columnas.size() != 1 || i != palabras.size() - 2)
-                    Fallar(u"expected: index COLUMN where VALUE"_s);
-                indice.soloDonde = LeerLiteral(palabras[++i]);
+        DeclaredIndex index;
+        for (qsizetype i = 1; i < words.size(); ++i) {
+            const Word &p = words[i];
+            const bool loose = p.kind == Word::Loose;
+            if (i == 1 && loose && p.text == "unique"_L1) {
+                index.unique = true;
+            } else if (loose && p.text == "where"_L1) {
+                if (index.columns.size() != 1 || i != words.size() - 2)
+                    fail(u"expected: index COLUMN where VALUE"_s);
+                index.onlyWhere = readLiteral(words[++i]);
             } else {
-                const jet::Columna *c = BuscarColumna(p.texto);
+                const jet::Column *c = findColumn(p.text);
                 if (!c)
-                    Fallar(u"index on %1, which is no column"_s.arg(p.texto));
-                indice.columnas.append(QString::fromStdString(c->nombre));
+                    fail(u"index on %1, which is no column"_s.arg(p.text));
+                index.columns.append(QString::fromStdString(c->name));
             }
         }
-        if (indice.columnas.isEmpty())
-            Fallar(u"index without columns"_s);
-        m_tablas.back().indices.push_back(std::move(indice));
+        if (index.columns.isEmpty())
+            fail(u"index without columns"_s);
+        m_tables.back().indices.push_back(std::move(index));
     }
 
-    const jet::Columna *BuscarColumna(const QString &nombre) const
+    const jet::Column *findColumn(const QString &name) const
     {
-        for (const jet::Columna &c : m_tablas.back().columnas)
-            if (QString::fromStdString(c.nombre).compare(nombre, Qt::CaseInsensitive) == 0)
+        for (const jet::Column &c : m_tables.back().columns)
+            if (QString::fromStdString(c.name).compare(name, Qt::CaseInsensitive) == 0)
                 return &c;
         return nullptr;
     }
 
-    jet::Columna LeerTipo(const QString &texto) const
+    jet::Column readType(const QString &text) const
     {
-        jet::Columna c = LeerTipoDeclarado({}, texto.toStdString());
-        if (texto == "COUNTER"_L1)
-            c.tipo = Tipo::Counter;
-        else if (TipoDeclarado(c) != texto.toStdString())
-            Fallar(u"no type: %1"_s.arg(texto));
+        jet::Column c = readDeclaredType({}, text.toStdString());
+        if (text == "COUNTER"_L1)
+            c.type = ColumnType::Counter;
+        else if (declaredType(c) != text.toStdString())
+            fail(u"no type: %1"_s.arg(text));
         return c;
     }
 
-    QString LeerLiteral(const Palabra &p) const
+    QString readLiteral(const Word &p) const
     {
-        static const QRegularExpression numero(u"^-?\\d+(\\.\\d+)?$"_s);
-        if (p.clase == Palabra::Literal
-            || (p.clase == Palabra::Suelta && numero.match(p.texto).hasMatch()))
-            return p.texto;
-        Fallar(u"no number and no text in quotes: %1"_s.arg(p.texto));
+        static const QRegularExpression number(u"^-?\\d+(\\.\\d+)?$"_s);
+        if (p.kind == Word::Literal || (p.kind == Word::Loose && number.match(p.text).hasMatch()))
+            return p.text;
+        fail(u"no number and no text in quotes: %1"_s.arg(p.text));
     }
 
-    QStringList m_lineas;
-    QString m_archivo;
-    int m_numero = 0;
-    std::vector<TablaDeclarada> m_tablas;
+    QStringList m_lines;
+    QString m_file;
+    int m_number = 0;
+    std::vector<DeclaredTable> m_tables;
 };
 
-QString Entrecomillar(const QString &nombre)
-{
-    return u'"' + QString(nombre).replace(u'"', "\"\""_L1) + u'"';
-}
+QString quote(const QString &name) { return u'"' + QString(name).replace(u'"', "\"\""_L1) + u'"'; }
 
-QString DeclararColumna(const jet::Columna &c, const QString &defecto)
+QString declareColumn(const jet::Column &c, const QString &defaultValue)
 {
-    const QString nombre = Entrecomillar(QString::fromStdString(c.nombre));
-    QString sql = nombre + u' ' + QString::fromStdString(TipoDeclarado(c));
-    if (c.tipo == Tipo::Counter)
+    const QString name = quote(QString::fromStdString(c.name));
+    QString sql = name + u' ' + QString::fromStdString(declaredType(c));
+    if (c.type == ColumnType::Counter)
         return sql + " PRIMARY KEY AUTOINCREMENT"_L1;
-    if (!defecto.isEmpty())
-        sql += " DEFAULT "_L1 + defecto;
+    if (!defaultValue.isEmpty())
+        sql += " DEFAULT "_L1 + defaultValue;
     return sql;
 }
 
-QString DeclararIndice(const std::string &esquema, const TablaDeclarada &tabla,
-                       const IndiceDeclarado &indice)
+QString declareIndex(const std::string &schema, const DeclaredTable &table,
+                     const DeclaredIndex &index)
 {
     // Text goes in by the engine's own rule for letter case, not by the dialect's: a file with
     // a rule that only this program knows could not be written by any other.
-    QStringList columnas;
-    for (const QString &nombre : indice.columnas) {
-        const auto c =
-            std::ranges::find(tabla.columnas, nombre.toStdString(), &jet::Columna::nombre);
-        const bool texto = c->tipo == Tipo::Text || c->tipo == Tipo::Memo;
-        columnas.append(Entrecomillar(nombre) + (texto ? " COLLATE NOCASE"_L1 : ""_L1));
+    QStringList columns;
+    for (const QString &name : index.columns) {
+        const auto c = std::ranges::find(table.columns, name.toStdString(), &jet::Column::name);
+        const bool text = c->type == ColumnType::Text || c->type == ColumnType::Memo;
+        columns.append(quote(name) + (text ? " COLLATE NOCASE"_L1 : ""_L1));
     }
-    const QString nombre = tabla.nombre + u'_' + indice.columnas.join(u'_');
+    const QString name = table.name + u'_' + index.columns.join(u'_');
     QString sql = u"CREATE %1INDEX %2.%3 ON %4 (%5)"_s.arg(
-        indice.unico ? u"UNIQUE "_s : QString(), Entrecomillar(QString::fromStdString(esquema)),
-        Entrecomillar(nombre), Entrecomillar(tabla.nombre), columnas.join(", "_L1));
-    if (!indice.soloDonde.isEmpty())
-        sql += u" WHERE %1 = %2"_s.arg(Entrecomillar(indice.columnas.front()), indice.soloDonde);
+        index.unique ? u"UNIQUE "_s : QString(), quote(QString::fromStdString(schema)), quote(name),
+        quote(table.name), columns.join(", "_L1));
+    if (!index.onlyWhere.isEmpty())
+        sql += u" WHERE %1 = %2"_s.arg(quote(index.columns.front()), index.onlyWhere);
     return sql;
 }
 
 } // namespace
 
-const QStringList &BasesDeDatos()
+const QStringList &store::databases()
 {
     static const QStringList bases{u"morvane"_s, u"clientes"_s, u"finanzas"_s, u"os"_s, u"rep97"_s};
     return bases;
 }
 
-QString ArchivoDe(const QString &base)
+QString store::fileOf(const QString &base)
 {
     return (base == "rep97"_L1 ? u"reportes/"_s : QString()) + base + ".mdb"_L1;
 }
 
-std::vector<TablaDeclarada> AnalizarEsquema(const QString &texto, const QString &archivo)
+std::vector<DeclaredTable> store::parseSchema(const QString &text, const QString &file)
 {
-    return Lector(texto, archivo).Leer();
+    return Reader(text, file).read();
 }
 
-std::vector<TablaDeclarada> LeerEsquema(const QString &base)
+std::vector<DeclaredTable> store::readSchema(const QString &base)
 {
-    QFile archivo(u":/schema/%1.txt"_s.arg(base));
-    if (!archivo.open(QIODevice::ReadOnly))
+    QFile file(u":/schema/%1.txt"_s.arg(base));
+    if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error(u"no declaration of %1"_s.arg(base).toStdString());
-    return AnalizarEsquema(QString::fromUtf8(archivo.readAll()), base + ".txt"_L1);
+    return parseSchema(QString::fromUtf8(file.readAll()), base + ".txt"_L1);
 }
 
-void CrearTablas(Motor &motor, const std::string &esquema,
-                 const std::vector<TablaDeclarada> &tablas)
+void store::createTables(Motor &motor, const std::string &schema,
+                         const std::vector<DeclaredTable> &tables)
 {
-    for (const TablaDeclarada &tabla : tablas) {
-        QStringList columnas;
-        for (size_t i = 0; i < tabla.columnas.size(); ++i)
-            columnas.append(DeclararColumna(tabla.columnas[i], tabla.porDefecto[qsizetype(i)]));
-        const QString sql =
-            u"CREATE TABLE %1.%2 (%3)"_s.arg(Entrecomillar(QString::fromStdString(esquema)),
-                                             Entrecomillar(tabla.nombre), columnas.join(", "_L1));
-        motor.Ejecutar(sql.toStdString());
-        for (const IndiceDeclarado &indice : tabla.indices)
-            motor.Ejecutar(DeclararIndice(esquema, tabla, indice).toStdString());
+    for (const DeclaredTable &table : tables) {
+        QStringList columns;
+        for (size_t i = 0; i < table.columns.size(); ++i)
+            columns.append(declareColumn(table.columns[i], table.byDefault[qsizetype(i)]));
+        const QString sql = u"CREATE TABLE %1.%2 (%3)"_s.arg(
+            quote(QString::fromStdString(schema)), quote(table.name), columns.join(", "_L1));
+        motor.run(sql.toStdString());
+        for (const DeclaredIndex &index : table.indices)
+            motor.run(declareIndex(schema, table, index).toStdString());
     }
 }

@@ -9,30 +9,35 @@
 
 class Motor;
 
-struct IndiceDeclarado {
-    QStringList columnas;
-    bool unico = false;
-    QString soloDonde; // value that the single column must have, "" for all rows
+namespace store
+{
+
+struct DeclaredIndex {
+    QStringList columns;
+    bool unique = false;
+    QString onlyWhere; // value that the single column must have, "" for all rows
 };
 
-struct TablaDeclarada {
-    QString nombre;
-    std::vector<jet::Columna> columnas;
-    QStringList porDefecto; // SQL literal for each column, "" for Null
-    std::vector<IndiceDeclarado> indices;
+struct DeclaredTable {
+    QString name;
+    std::vector<jet::Column> columns;
+    QStringList byDefault; // SQL literal for each column, "" for Null
+    std::vector<DeclaredIndex> indices;
 };
 
 /// Databases in the order in which they are made: morvane, clientes, finanzas, os, rep97.
-const QStringList &BasesDeDatos();
+const QStringList &databases();
 /// Path of a database below the data folder ("clientes.mdb", "reportes/rep97.mdb").
-QString ArchivoDe(const QString &base);
+QString fileOf(const QString &base);
 
 /// Reads a database's declaration that is built into the program. @throws std::runtime_error
-std::vector<TablaDeclarada> LeerEsquema(const QString &base);
-/// The same from a text. @param archivo what errors call it @throws std::runtime_error "file:line:
+std::vector<DeclaredTable> readSchema(const QString &base);
+/// The same from a text. @param file what errors call it @throws std::runtime_error "file:line:
 /// what"
-std::vector<TablaDeclarada> AnalizarEsquema(const QString &texto, const QString &archivo);
+std::vector<DeclaredTable> parseSchema(const QString &text, const QString &file);
 
 /// Makes the tables and indexes in an open, empty database.
-void CrearTablas(Motor &motor, const std::string &esquema,
-                 const std::vector<TablaDeclarada> &tablas);
+void createTables(Motor &motor, const std::string &schema,
+                  const std::vector<DeclaredTable> &tables);
+
+} // namespace store

@@ -1,5 +1,8 @@
 #include "store/session.h"
 
-Sesion::Sesion(Dialogos &d, Impresion &i, Idioma idioma) : dialogos(d), impresion(i), textos(idioma)
+using namespace store;
+
+Sesion::Sesion(Dialogos &d, Printing &i, Language language)
+    : dialogos(d), impresion(i), texts(language)
 {
 }

@@ -17,15 +17,18 @@
 
 struct Sesion;
 
-struct Usuario {
+namespace store
+{
+
+struct User {
     int idu = 0;
     int ut = 0; // 1 Common, 2 Supervisor
     QString nom;
-    bool EsComun() const { return ut == 1; }
+    bool isCommon() const { return ut == 1; }
 };
 
 /// The clinic's own data, as the message templates print them.
-struct DatosDeClinica {
+struct ClinicData {
     QString nom; // name of the clinic
     QString pro; // owner
     QString dir;
@@ -33,60 +36,65 @@ struct DatosDeClinica {
 };
 
 /// One alarm of today's agenda.
-struct Alarma {
-    QTime hora;
+struct Alarm {
+    QTime hour;
     int tip = 0;
-    bool atendida = false;  // rung, or needs not ring any more
+    bool attended = false;  // rung, or needs not ring any more
     std::optional<int> ida; // known only for alarms loaded at start-up, on purpose
-    int tarea = 0;          // whose it is
+    int task = 0;           // whose it is
 };
 
 /// The client and patient that the screens work on.
-struct Seleccion {
+struct Selection {
     int idc = 0;
     int idm = 0;
 };
 
 /// Tells whoever waits how far a long run has come. Both may be empty.
-struct Avance {
-    std::function<void(const QString &texto)> etapa;
-    std::function<void(int hecho, int total)> barra;
+struct Progress {
+    std::function<void(const QString &text)> stage;
+    std::function<void(int done, int total)> bar;
 
-    void Etapa(const QString &texto) const
+    void tellStage(const QString &text) const
     {
-        if (etapa)
-            etapa(texto);
+        if (stage)
+            stage(text);
     }
-    void Barra(int hecho, int total) const
+    void tellBar(int done, int total) const
     {
-        if (barra)
-            barra(hecho, total);
+        if (bar)
+            bar(done, total);
     }
 };
+
+} // namespace store
 
 class Documento;
 
+namespace store
+{
+
 /// What puts documents on paper.
-class Impresion
+class Printing
 {
 public:
-    virtual ~Impresion() = default;
-    /// Prints at once. @throws ErrorDeAlmacen when the printer does not take it
-    virtual void Imprimir(Sesion &s, Documento &documento) = 0;
+    virtual ~Printing() = default;
+    /// Prints at once. @throws StoreError when the printer does not take it
+    virtual void print(Sesion &s, Documento &document) = 0;
     /// Shows it first.
-    virtual void Mostrar(Sesion &s, Documento &documento) = 0;
+    virtual void show(Sesion &s, Documento &document) = 0;
 };
 
 /// Nobody is there to take the paper.
-class SinImpresion : public Impresion
+class NoPrinting : public Printing
 {
 public:
-    void Imprimir(Sesion &, Documento &) override {}
-    void Mostrar(Sesion &, Documento &) override {}
+    void print(Sesion &, Documento &) override {}
+    void show(Sesion &, Documento &) override {}
 };
 
 /// The recordsets that stay open for look-ups. Rows are read when first needed.
-struct Listas {
+struct Lists {
     Recordset flcategorias;
     Recordset mlrazas;
     Recordset mlespecies;
@@ -99,38 +107,40 @@ struct Listas {
     Recordset artplan;
 };
 
+} // namespace store
+
 /// Built once when the program starts and passed by reference. There are no globals beside it.
 struct Sesion {
-    explicit Sesion(Dialogos &d, Impresion &i, Idioma idioma);
+    explicit Sesion(Dialogos &d, store::Printing &i, store::Language language);
     Sesion(const Sesion &) = delete;
     Sesion &operator=(const Sesion &) = delete;
 
     Dialogos &dialogos;
-    Impresion &impresion;
-    Textos textos;
+    store::Printing &impresion;
+    store::Texts texts;
     Reloj reloj;
-    Avance avance;
+    store::Progress progress;
 
-    QString carpetaDePrograma; // with a slash at the end, like the next
-    QString carpetaDeDatos;
-    bool carpetaDada = false; // on the command line, whatever ruta.txt says
+    QString programFolder; // with a slash at the end, like the next
+    QString dataFolder;
+    bool givenFolder = false; // on the command line, whatever ruta.txt says
     bool EnRed = false;       // the data lie on another machine's folder
-    QChar separadorDecimal = u'.';
+    QChar separatorDecimal = u'.';
 
-    Usuario usuario;
-    DatosDeClinica clinica;
-    Seleccion IdGlobal;
-    std::vector<Alarma> Alarmas;
+    store::User user;
+    store::ClinicData clinic;
+    store::Selection IdGlobal;
+    std::vector<store::Alarm> Alarmas;
 
     // The engine goes last of what the databases need, and first of all to be built.
     std::unique_ptr<Motor> motor;
     std::unique_ptr<Base> clientes;
     std::unique_ptr<Base> finanzas;
     std::unique_ptr<Base> morvane;
-    std::unique_ptr<Base> auxiliar; // os or rep97, opened by who needs it, closed when done
-    Recordset configuracion;        // the settings row
-    Listas listas;
+    std::unique_ptr<Base> scratch; // os or rep97, opened by who needs it, closed when done
+    Recordset configuracion;       // the settings row
+    store::Lists lists;
 
     /// Text of the string table.
-    QString operator()(int numero) const { return textos(numero); }
+    QString operator()(int number) const { return texts(number); }
 };

@@ -3,19 +3,20 @@
 #include <QDir>
 #include <QSettings>
 
-QString ArchivoDeMaquina(const Sesion &s)
+using namespace store;
+
+QString store::machineFile(const Sesion &s)
 {
-    return s.carpetaDePrograma.isEmpty() ? QString()
-                                         : s.carpetaDePrograma + QStringLiteral("kelvara.ini");
+    return s.programFolder.isEmpty() ? QString() : s.programFolder + QStringLiteral("kelvara.ini");
 }
 
-void GuardarAjuste(Sesion &s, std::string_view columna, const Valor &valor)
+void store::saveSetting(Sesion &s, std::string_view column, const Value &value)
 {
     if (s.configuracion.AbsolutePosition() < 0)
         s.configuracion.MoveFirst();
     s.configuracion.Edit();
     try {
-        s.configuracion.Put(columna, valor);
+        s.configuracion.Put(column, value);
         s.configuracion.Update();
     } catch (...) {
         s.configuracion.CancelUpdate();
@@ -26,46 +27,45 @@ void GuardarAjuste(Sesion &s, std::string_view columna, const Valor &valor)
 namespace
 {
 
-QString ArchivoDeClinica(const Sesion &s)
+QString clinicFile(const Sesion &s)
 {
-    return s.carpetaDeDatos.isEmpty() ? QString()
-                                      : s.carpetaDeDatos + QStringLiteral("kelvara.ini");
+    return s.dataFolder.isEmpty() ? QString() : s.dataFolder + QStringLiteral("kelvara.ini");
 }
 
-QString Leer(const QString &archivo, const QString &clave, const QString &porDefecto)
+QString read(const QString &file, const QString &key, const QString &byDefault)
 {
-    return QSettings(archivo, QSettings::IniFormat).value(clave, porDefecto).toString();
+    return QSettings(file, QSettings::IniFormat).value(key, byDefault).toString();
 }
 
-void Guardar(const QString &archivo, const QString &clave, const QString &valor)
+void save(const QString &file, const QString &key, const QString &value)
 {
-    if (archivo.isEmpty())
+    if (file.isEmpty())
         return;
-    QSettings ini(archivo, QSettings::IniFormat);
-    ini.setValue(clave, valor);
+    QSettings ini(file, QSettings::IniFormat);
+    ini.setValue(key, value);
     ini.sync();
     if (ini.status() != QSettings::NoError)
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, QDir::toNativeSeparators(archivo));
+        throw StoreError(ErrorNumber::PathOrDisk, QDir::toNativeSeparators(file));
 }
 
 } // namespace
 
-QString LeerAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &porDefecto)
+QString store::readMachineSetting(const Sesion &s, const QString &key, const QString &byDefault)
 {
-    return Leer(ArchivoDeMaquina(s), clave, porDefecto);
+    return read(machineFile(s), key, byDefault);
 }
 
-void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &valor)
+void store::saveMachineSetting(const Sesion &s, const QString &key, const QString &value)
 {
-    Guardar(ArchivoDeMaquina(s), clave, valor);
+    save(machineFile(s), key, value);
 }
 
-QString LeerAjusteDeClinica(const Sesion &s, const QString &clave, const QString &porDefecto)
+QString store::readClinicSetting(const Sesion &s, const QString &key, const QString &byDefault)
 {
-    return Leer(ArchivoDeClinica(s), clave, porDefecto);
+    return read(clinicFile(s), key, byDefault);
 }
 
-void GuardarAjusteDeClinica(const Sesion &s, const QString &clave, const QString &valor)
+void store::saveClinicSetting(const Sesion &s, const QString &key, const QString &value)
 {
-    Guardar(ArchivoDeClinica(s), clave, valor);
+    save(clinicFile(s), key, value);
 }

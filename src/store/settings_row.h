@@ -4,28 +4,33 @@
 
 #include "store/session.h"
 
+namespace store
+{
+
 /// Stores a value in a column of the settings row at once; the session's row shows it after.
-/// @throws ErrorDeAlmacen, also 3265 for a column that is not there
-void GuardarAjuste(Sesion &s, std::string_view columna, const Valor &valor);
+/// @throws StoreError, also 3265 for a column that is not there
+void saveSetting(Sesion &s, std::string_view column, const Value &value);
 
 /// What KgLbs holds: the unit in which the clinic weighs.
-namespace UnidadDePeso
+namespace weightUnit
 {
 inline constexpr int Kilos = 1;
 inline constexpr int Libras = 2;
-} // namespace UnidadDePeso
+} // namespace weightUnit
 
 /// The file of this machine's own settings in the program folder, forms' sizes among them; "" when
 /// there is no such folder: an unnamed file is never written.
-QString ArchivoDeMaquina(const Sesion &s);
+QString machineFile(const Sesion &s);
 
 /// A setting of this machine alone, for what other terminals must not share: ports, paths.
-QString LeerAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &porDefecto = {});
-/// @throws ErrorDeAlmacen 75 when the file cannot be written
-void GuardarAjusteDeMaquina(const Sesion &s, const QString &clave, const QString &valor);
+QString readMachineSetting(const Sesion &s, const QString &key, const QString &byDefault = {});
+/// @throws StoreError 75 when the file cannot be written
+void saveMachineSetting(const Sesion &s, const QString &key, const QString &value);
 
 /// A setting that all terminals share, in a file of the data folder. It is readable by whoever
 /// reads the folder: nothing secret goes here.
-QString LeerAjusteDeClinica(const Sesion &s, const QString &clave, const QString &porDefecto = {});
-/// @throws ErrorDeAlmacen 75 when the file cannot be written
-void GuardarAjusteDeClinica(const Sesion &s, const QString &clave, const QString &valor);
+QString readClinicSetting(const Sesion &s, const QString &key, const QString &byDefault = {});
+/// @throws StoreError 75 when the file cannot be written
+void saveClinicSetting(const Sesion &s, const QString &key, const QString &value);
+
+} // namespace store

@@ -13,58 +13,60 @@
 #include <charconv>
 #include <cstring>
 
+using namespace store;
+
 namespace
 {
 
 // All files of a clinic carry this password; it keeps them closed to other programs.
-constexpr const char *Clave = "korvi3namuspeltiraxo";
-constexpr int TamanoDePagina = 4096;
+constexpr const char *KeyOf = "korvi3namuspeltiraxo";
+constexpr int PageSize = 4096;
 // A terminal waits this long for another one that is writing before it gives up.
-constexpr int EsperaMs = 30000;
+constexpr int WaitMs = 30000;
 
-int PonerClave(sqlite3 *db) { return sqlite3_key(db, Clave, int(std::strlen(Clave))); }
+int setKey(sqlite3 *db) { return sqlite3_key(db, KeyOf, int(std::strlen(KeyOf))); }
 
-QString Citado(const std::string &nombre)
+QString quoted(const std::string &name)
 {
-    return u'"' + QString::fromStdString(nombre).replace(u'"', QStringLiteral("\"\"")) + u'"';
+    return u'"' + QString::fromStdString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
 }
 
-std::string CitadoUtf8(const std::string &nombre) { return Citado(nombre).toStdString(); }
+std::string quotedUtf8(const std::string &name) { return quoted(name).toStdString(); }
 
-int NumeroDe(int codigo)
+int numberOf(int code)
 {
-    switch (codigo & 0xff) {
+    switch (code & 0xff) {
     case SQLITE_NOMEM:
-        return ErrorNum::SinMemoria;
+        return ErrorNumber::OutOfMemory;
     case SQLITE_FULL:
-        return ErrorNum::DiscoLleno;
+        return ErrorNumber::FullDisk;
     case SQLITE_READONLY:
-        return ErrorNum::SoloLectura;
+        return ErrorNumber::ReadOnly;
     case SQLITE_IOERR:
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
-        return ErrorNum::RutaODisco;
+        return ErrorNumber::PathOrDisk;
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return ErrorNum::BaseDanada;
+        return ErrorNumber::DatabaseDamaged;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return ErrorNum::Bloqueada;
+        return ErrorNumber::Locked;
     case SQLITE_CONSTRAINT:
-        return ErrorNum::Clave;
+        return ErrorNumber::Key;
     default:
-        return ErrorNum::Interno;
+        return ErrorNumber::Internals;
     }
 }
 
-[[noreturn]] void Fallar(sqlite3 *db, int codigo, const std::string &sql = {})
+[[noreturn]] void fail(sqlite3 *db, int code, const std::string &sql = {})
 {
-    const QString texto =
-        db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(codigo));
-    throw ErrorDeAlmacen(NumeroDe(codigo), texto, QString::fromStdString(sql));
+    const QString text =
+        db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(code));
+    throw StoreError(numberOf(code), text, QString::fromStdString(sql));
 }
 
-int Cifras(const char *p, int n)
+int Figures(const char *p, int n)
 {
     int x = 0;
     for (int i = 0; i < n; ++i) {
@@ -75,126 +77,126 @@ int Cifras(const char *p, int n)
     return x;
 }
 
-QDate LeerDia(std::string_view t)
+QDate readDay(std::string_view t)
 {
     if (t.size() < 10 || t[4] != '-' || t[7] != '-')
         return {};
-    const int a = Cifras(t.data(), 4), m = Cifras(t.data() + 5, 2), d = Cifras(t.data() + 8, 2);
+    const int a = Figures(t.data(), 4), m = Figures(t.data() + 5, 2), d = Figures(t.data() + 8, 2);
     return a < 0 || m < 0 || d < 0 ? QDate() : QDate(a, m, d);
 }
 
-QTime LeerHora(std::string_view t)
+QTime readHour(std::string_view t)
 {
     if (t.size() < 5 || t[2] != ':')
         return {};
-    const int h = Cifras(t.data(), 2), m = Cifras(t.data() + 3, 2);
-    const int s = t.size() >= 8 && t[5] == ':' ? Cifras(t.data() + 6, 2) : 0;
+    const int h = Figures(t.data(), 2), m = Figures(t.data() + 3, 2);
+    const int s = t.size() >= 8 && t[5] == ':' ? Figures(t.data() + 6, 2) : 0;
     return h < 0 || m < 0 || s < 0 ? QTime() : QTime(h, m, s);
 }
 
-void Dos(char *p, int n)
+void twoDigits(char *p, int n)
 {
     p[0] = char('0' + n / 10 % 10);
     p[1] = char('0' + n % 10);
 }
 
-void EscribirDia(char *p, QDate d)
+void writeDay(char *p, QDate d)
 {
     int a = 0, m = 0, dia = 0;
     d.getDate(&a, &m, &dia);
-    Dos(p, a / 100);
-    Dos(p + 2, a % 100);
+    twoDigits(p, a / 100);
+    twoDigits(p + 2, a % 100);
     p[4] = p[7] = '-';
-    Dos(p + 5, m);
-    Dos(p + 8, dia);
+    twoDigits(p + 5, m);
+    twoDigits(p + 8, dia);
 }
 
-void EscribirHora(char *p, QTime t)
+void writeHour(char *p, QTime t)
 {
-    Dos(p, t.hour());
+    twoDigits(p, t.hour());
     p[2] = p[5] = ':';
-    Dos(p + 3, t.minute());
-    Dos(p + 6, t.second());
+    twoDigits(p + 3, t.minute());
+    twoDigits(p + 6, t.second());
 }
 
 } // namespace
 
-Valor ValorDeCelda(Sentencia::Clase clase, qint64 entero, double doble, std::string_view texto,
-                   Tipo tipo)
+Value store::cellValue(Statement::Kind kind, qint64 whole, double floating, std::string_view text,
+                       ColumnType type)
 {
-    using Clase = Sentencia::Clase;
-    if (clase == Clase::Nulo)
+    using Kind = Statement::Kind;
+    if (kind == Kind::Null)
         return {};
-    if (clase == Clase::Texto) {
-        switch (tipo) {
-        case Tipo::Date:
-            if (const QDate d = LeerDia(texto); d.isValid()) {
-                if (texto.size() <= 10)
+    if (kind == Kind::Text) {
+        switch (type) {
+        case ColumnType::Date:
+            if (const QDate d = readDay(text); d.isValid()) {
+                if (text.size() <= 10)
                     return d;
-                const QTime t = LeerHora(texto.substr(11));
-                return t.isValid() ? Valor(QDateTime(d, t)) : Valor(d);
+                const QTime t = readHour(text.substr(11));
+                return t.isValid() ? Value(QDateTime(d, t)) : Value(d);
             }
             break; // what another program wrote and is no day stays visible as text
-        case Tipo::Time:
-            if (const QTime t = LeerHora(texto.size() > 10 ? texto.substr(11) : texto); t.isValid())
+        case ColumnType::Time:
+            if (const QTime t = readHour(text.size() > 10 ? text.substr(11) : text); t.isValid())
                 return t;
             break;
-        case Tipo::Text:
-        case Tipo::Memo:
-        case Tipo::Ninguno:
+        case ColumnType::Text:
+        case ColumnType::Memo:
+        case ColumnType::None:
             break;
         default: {
-            const Valor v(QString::fromUtf8(texto.data(), qsizetype(texto.size())));
-            if (tipo == Tipo::Currency)
+            const Value v(QString::fromUtf8(text.data(), qsizetype(text.size())));
+            if (type == ColumnType::Currency)
                 return v.toMoneda();
-            if (tipo == Tipo::YesNo)
+            if (type == ColumnType::YesNo)
                 return v.toBool();
-            if (tipo == Tipo::Single || tipo == Tipo::Double)
+            if (type == ColumnType::Single || type == ColumnType::Double)
                 return v.toDouble();
             return v.toLong();
         }
         }
-        return QString::fromUtf8(texto.data(), qsizetype(texto.size()));
+        return QString::fromUtf8(text.data(), qsizetype(text.size()));
     }
-    const bool es_entero = clase == Clase::Entero;
-    switch (tipo) {
-    case Tipo::Currency:
-        return es_entero ? Moneda::DeEntero(entero) : Moneda::Redondear(doble);
-    case Tipo::YesNo:
-        return es_entero ? entero != 0 : doble != 0.0;
-    case Tipo::Single:
-    case Tipo::Double:
-        return es_entero ? double(entero) : doble;
-    case Tipo::Text:
-    case Tipo::Memo:
-        return es_entero ? Valor(entero).toText() : Valor(doble).toText();
-    case Tipo::Ninguno:
-        return es_entero ? Valor(entero) : Valor(doble);
+    const bool isWhole = kind == Kind::Whole;
+    switch (type) {
+    case ColumnType::Currency:
+        return isWhole ? Moneda::whole(whole) : Moneda::round(floating);
+    case ColumnType::YesNo:
+        return isWhole ? whole != 0 : floating != 0.0;
+    case ColumnType::Single:
+    case ColumnType::Double:
+        return isWhole ? double(whole) : floating;
+    case ColumnType::Text:
+    case ColumnType::Memo:
+        return isWhole ? Value(whole).toText() : Value(floating).toText();
+    case ColumnType::None:
+        return isWhole ? Value(whole) : Value(floating);
     default:
-        return es_entero ? Valor(entero) : Valor(Valor(doble).toLong());
+        return isWhole ? Value(whole) : Value(Value(floating).toLong());
     }
 }
 
 namespace
 {
 
-class SentenciaDeArchivo final : public Sentencia
+class FileStatement final : public Statement
 {
 public:
-    SentenciaDeArchivo(sqlite3 *db, const std::string &sql) : m_db(db), m_sql(sql)
+    FileStatement(sqlite3 *db, const std::string &sql) : m_db(db), m_sql(sql)
     {
-        const char *resto = nullptr;
-        const int r = sqlite3_prepare_v2(db, sql.data(), int(sql.size()), &m_st, &resto);
+        const char *rest = nullptr;
+        const int r = sqlite3_prepare_v2(db, sql.data(), int(sql.size()), &m_st, &rest);
         if (r != SQLITE_OK)
-            Fallar(db, r, sql);
+            fail(db, r, sql);
     }
-    ~SentenciaDeArchivo() override { sqlite3_finalize(m_st); }
-    SentenciaDeArchivo(const SentenciaDeArchivo &) = delete;
-    SentenciaDeArchivo &operator=(const SentenciaDeArchivo &) = delete;
+    ~FileStatement() override { sqlite3_finalize(m_st); }
+    FileStatement(const FileStatement &) = delete;
+    FileStatement &operator=(const FileStatement &) = delete;
 
-    void Ligar(int parametro, const Valor &valor) override
+    void bind(int parameter, const Value &value) override
     {
-        const int i = parametro + 1;
+        const int i = parameter + 1;
         const int r = std::visit(
             [this, i](const auto &v) {
                 using T = std::decay_t<decltype(v)>;
@@ -207,7 +209,7 @@ public:
                 else if constexpr (std::is_same_v<T, double>)
                     return sqlite3_bind_double(m_st, i, v);
                 else if constexpr (std::is_same_v<T, Moneda>)
-                    return sqlite3_bind_double(m_st, i, v.ADoble());
+                    return sqlite3_bind_double(m_st, i, v.toDouble());
                 else if constexpr (std::is_same_v<T, QString>) {
                     const QByteArray b = v.toUtf8();
                     return sqlite3_bind_text(m_st, i, b.constData(), int(b.size()),
@@ -219,26 +221,26 @@ public:
                         // The files have no form for other years.
                         if (v.year() < 0 || v.year() > 9999)
                             return sqlite3_bind_null(m_st, i);
-                        EscribirDia(t, v);
+                        writeDay(t, v);
                         n = 10;
                     } else if constexpr (std::is_same_v<T, QTime>) {
-                        EscribirHora(t, v);
+                        writeHour(t, v);
                         n = 8;
                     } else {
-                        EscribirDia(t, v.date());
+                        writeDay(t, v.date());
                         t[10] = ' ';
-                        EscribirHora(t + 11, v.time());
+                        writeHour(t + 11, v.time());
                         n = 19;
                     }
                     return sqlite3_bind_text(m_st, i, t, n, SQLITE_TRANSIENT);
                 }
             },
-            valor.Contenido());
+            value.contentOf());
         if (r != SQLITE_OK)
-            Fallar(m_db, r, m_sql);
+            fail(m_db, r, m_sql);
     }
 
-    bool Paso() override
+    bool step() override
     {
         const int r = sqlite3_step(m_st);
         if (r == SQLITE_ROW)
@@ -247,41 +249,41 @@ public:
             return false;
         // The message is lost by the reset, so it is taken first.
         try {
-            Fallar(m_db, r, m_sql);
+            fail(m_db, r, m_sql);
         } catch (...) {
             sqlite3_reset(m_st);
             throw;
         }
     }
-    void Reiniciar() noexcept override { sqlite3_reset(m_st); }
-    int Columnas() const override { return sqlite3_column_count(m_st); }
+    void reset() noexcept override { sqlite3_reset(m_st); }
+    int allColumns() const override { return sqlite3_column_count(m_st); }
 
-    Clase ClaseDe(int c) const override
+    Kind kindOf(int c) const override
     {
         switch (sqlite3_column_type(m_st, c)) {
         case SQLITE_NULL:
-            return Clase::Nulo;
+            return Kind::Null;
         case SQLITE_INTEGER:
-            return Clase::Entero;
+            return Kind::Whole;
         case SQLITE_FLOAT:
-            return Clase::Doble;
+            return Kind::Floating;
         default:
-            return Clase::Texto; // a BLOB is a memo that would be taken for a number
+            return Kind::Text; // a BLOB is a memo that would be taken for a number
         }
     }
-    qint64 Entero(int c) const override { return sqlite3_column_int64(m_st, c); }
-    double Doble(int c) const override { return sqlite3_column_double(m_st, c); }
-    std::string_view Texto(int c) const override
+    qint64 whole(int c) const override { return sqlite3_column_int64(m_st, c); }
+    double Floating(int c) const override { return sqlite3_column_double(m_st, c); }
+    std::string_view text(int c) const override
     {
         const auto *p = static_cast<const char *>(sqlite3_column_blob(m_st, c));
         return p ? std::string_view(p, size_t(sqlite3_column_bytes(m_st, c))) : std::string_view();
     }
-    Valor Leer(int c, Tipo tipo) const override
+    Value read(int c, ColumnType type) const override
     {
-        const Clase clase = ClaseDe(c);
-        return ValorDeCelda(clase, clase == Clase::Entero ? Entero(c) : 0,
-                            clase == Clase::Doble ? Doble(c) : 0.0,
-                            clase == Clase::Texto ? Texto(c) : std::string_view(), tipo);
+        const Kind kind = kindOf(c);
+        return cellValue(kind, kind == Kind::Whole ? whole(c) : 0,
+                         kind == Kind::Floating ? Floating(c) : 0.0,
+                         kind == Kind::Text ? text(c) : std::string_view(), type);
     }
 
 private:
@@ -290,185 +292,185 @@ private:
     std::string m_sql;
 };
 
-class MotorDeArchivos final : public Motor
+class FileEngine final : public Motor
 {
 public:
-    ~MotorDeArchivos() override { sqlite3_close_v2(m_db); }
+    ~FileEngine() override { sqlite3_close_v2(m_db); }
 
-    void Abrir(const QString &archivo, const std::string &esquema) override
+    void open(const QString &file, const std::string &schema) override
     {
-        if (!QFileInfo(archivo).isFile())
-            throw ErrorDeAlmacen(ErrorNum::BaseNoEncontrada, archivo);
+        if (!QFileInfo(file).isFile())
+            throw StoreError(ErrorNumber::DatabaseNotFound, file);
         // The engine would take an empty file for a new database.
-        if (QFileInfo(archivo).size() < TamanoDePagina)
-            throw ErrorDeAlmacen(ErrorNum::BaseDanada, archivo);
-        const bool principal = m_db == nullptr;
+        if (QFileInfo(file).size() < PageSize)
+            throw StoreError(ErrorNumber::DatabaseDamaged, file);
+        const bool main = m_db == nullptr;
         try {
-            if (principal) {
-                AbrirPrincipal(archivo, esquema);
+            if (main) {
+                openMain(file, schema);
             } else {
-                auto st = Preparar("ATTACH DATABASE ?1 AS " + CitadoUtf8(esquema) + " KEY ?2");
-                st->Ligar(0, archivo);
-                st->Ligar(1, QString::fromLatin1(Clave));
-                st->Paso();
+                auto st = prepare("ATTACH DATABASE ?1 AS " + quotedUtf8(schema) + " KEY ?2");
+                st->bind(0, file);
+                st->bind(1, QString::fromLatin1(KeyOf));
+                st->step();
             }
-            Ejecutar("PRAGMA " + CitadoUtf8(esquema) + ".cache_size = " + Cache(esquema));
-            Ejecutar("PRAGMA " + CitadoUtf8(esquema) + ".secure_delete = OFF");
-            Preparar("SELECT count(*) FROM " + CitadoUtf8(esquema) + ".sqlite_master")->Paso();
-        } catch (const ErrorDeAlmacen &e) {
-            if (principal) {
+            run("PRAGMA " + quotedUtf8(schema) + ".cache_size = " + cache(schema));
+            run("PRAGMA " + quotedUtf8(schema) + ".secure_delete = OFF");
+            prepare("SELECT count(*) FROM " + quotedUtf8(schema) + ".sqlite_master")->step();
+        } catch (const StoreError &e) {
+            if (main) {
                 sqlite3_close_v2(m_db);
                 m_db = nullptr;
             }
-            throw ErrorDeAlmacen(e.numero, archivo + QStringLiteral(": ") + e.descripcion);
+            throw StoreError(e.number, file + QStringLiteral(": ") + e.description);
         }
     }
 
-    void Cerrar(const std::string &esquema) override
+    void close(const std::string &schema) override
     {
-        m_versiones.erase(esquema);
-        Ejecutar("DETACH DATABASE " + CitadoUtf8(esquema));
+        m_versions.erase(schema);
+        run("DETACH DATABASE " + quotedUtf8(schema));
     }
 
-    std::unique_ptr<Sentencia> Preparar(const std::string &sql) override
+    std::unique_ptr<Statement> prepare(const std::string &sql) override
     {
-        return std::make_unique<SentenciaDeArchivo>(m_db, sql);
+        return std::make_unique<FileStatement>(m_db, sql);
     }
 
-    void Ejecutar(const std::string &sql) override
+    void run(const std::string &sql) override
     {
         char *error = nullptr;
         const int r = sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, &error);
         sqlite3_free(error);
         if (r != SQLITE_OK)
-            Fallar(m_db, r, sql);
+            fail(m_db, r, sql);
     }
 
-    int FilasCambiadas() const override { return sqlite3_changes(m_db); }
-    qint64 UltimaClave() const override { return sqlite3_last_insert_rowid(m_db); }
+    int changedRows() const override { return sqlite3_changes(m_db); }
+    qint64 lastKey() const override { return sqlite3_last_insert_rowid(m_db); }
 
-    void Empezar() override { Ejecutar("BEGIN IMMEDIATE"); }
-    void Confirmar() override { Ejecutar("COMMIT"); }
-    void Deshacer() noexcept override
+    void begin() override { run("BEGIN IMMEDIATE"); }
+    void commit() override { run("COMMIT"); }
+    void rollBack() noexcept override
     {
-        ++m_deshechos;
-        if (EnTransaccion())
+        ++m_rolledBack;
+        if (inTransaction())
             sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
     }
-    qint64 Deshechos() const override { return m_deshechos; }
-    bool EnTransaccion() const override { return m_db && sqlite3_get_autocommit(m_db) == 0; }
+    qint64 rollbackCount() const override { return m_rolledBack; }
+    bool inTransaction() const override { return m_db && sqlite3_get_autocommit(m_db) == 0; }
 
-    std::vector<std::string> Tablas(const std::string &esquema) override
+    std::vector<std::string> tables(const std::string &schema) override
     {
-        auto st = Preparar("SELECT name FROM " + CitadoUtf8(esquema)
-                           + ".sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' "
-                             "ESCAPE '\\' ORDER BY rowid");
+        auto st = prepare("SELECT name FROM " + quotedUtf8(schema)
+                          + ".sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' "
+                            "ESCAPE '\\' ORDER BY rowid");
         std::vector<std::string> t;
-        while (st->Paso())
-            t.emplace_back(st->Texto(0));
+        while (st->step())
+            t.emplace_back(st->text(0));
         return t;
     }
 
-    std::vector<ColumnaDeclarada> Columnas(const std::string &esquema,
-                                           const std::string &tabla) override
+    std::vector<DeclaredColumn> allColumns(const std::string &schema,
+                                           const std::string &table) override
     {
         auto st =
-            Preparar("PRAGMA " + CitadoUtf8(esquema) + ".table_info(" + CitadoUtf8(tabla) + ")");
-        std::vector<ColumnaDeclarada> cols;
-        while (st->Paso())
-            cols.push_back({std::string(st->Texto(1)), std::string(st->Texto(2)),
-                            std::string(st->Texto(4)), st->Entero(5) != 0});
+            prepare("PRAGMA " + quotedUtf8(schema) + ".table_info(" + quotedUtf8(table) + ")");
+        std::vector<DeclaredColumn> cols;
+        while (st->step())
+            cols.push_back({std::string(st->text(1)), std::string(st->text(2)),
+                            std::string(st->text(4)), st->whole(5) != 0});
         return cols;
     }
 
-    std::vector<std::string> Indices(const std::string &esquema, const std::string &tabla) override
+    std::vector<std::string> indices(const std::string &schema, const std::string &table) override
     {
-        auto st = Preparar("SELECT sql FROM " + CitadoUtf8(esquema)
-                           + ".sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name "
-                             "= ?1 ORDER BY rowid");
-        st->Ligar(0, QString::fromStdString(tabla));
+        auto st = prepare("SELECT sql FROM " + quotedUtf8(schema)
+                          + ".sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name "
+                            "= ?1 ORDER BY rowid");
+        st->bind(0, QString::fromStdString(table));
         std::vector<std::string> t;
-        while (st->Paso())
-            t.emplace_back(st->Texto(0));
+        while (st->step())
+            t.emplace_back(st->text(0));
         return t;
     }
 
-    qint64 Version(const std::string &esquema) override
+    qint64 version(const std::string &schema) override
     {
-        auto &st = m_versiones[esquema];
+        auto &st = m_versions[schema];
         if (!st)
-            st = Preparar("PRAGMA " + CitadoUtf8(esquema) + ".data_version");
-        const qint64 v = st->Paso() ? st->Entero(0) : 0;
-        st->Reiniciar();
+            st = prepare("PRAGMA " + quotedUtf8(schema) + ".data_version");
+        const qint64 v = st->step() ? st->whole(0) : 0;
+        st->reset();
         return v;
     }
 
 private:
-    void AbrirPrincipal(const QString &archivo, const std::string &esquema)
+    void openMain(const QString &file, const std::string &schema)
     {
-        const int r = sqlite3_open_v2(QFile::encodeName(archivo).constData(), &m_db,
+        const int r = sqlite3_open_v2(QFile::encodeName(file).constData(), &m_db,
                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
         if (r != SQLITE_OK)
-            Fallar(m_db, r);
-        m_nombre = esquema;
-        sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, m_nombre.c_str());
-        sqlite3_busy_timeout(m_db, EsperaMs);
-        if (const int k = PonerClave(m_db); k != SQLITE_OK)
-            Fallar(m_db, k);
-        if (VersionDeCifrado() >= 4)
-            Ejecutar("PRAGMA cipher_default_compatibility = 3");
-        Ejecutar("PRAGMA cipher_page_size = " + std::to_string(TamanoDePagina));
-        Ejecutar("PRAGMA cipher_default_page_size = " + std::to_string(TamanoDePagina));
-        Ejecutar("PRAGMA temp_store = MEMORY");
-        jet::RegistrarFunciones(m_db);
+            fail(m_db, r);
+        m_name = schema;
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, m_name.c_str());
+        sqlite3_busy_timeout(m_db, WaitMs);
+        if (const int k = setKey(m_db); k != SQLITE_OK)
+            fail(m_db, k);
+        if (encryptionVersion() >= 4)
+            run("PRAGMA cipher_default_compatibility = 3");
+        run("PRAGMA cipher_page_size = " + std::to_string(PageSize));
+        run("PRAGMA cipher_default_page_size = " + std::to_string(PageSize));
+        run("PRAGMA temp_store = MEMORY");
+        jet::registerFunctions(m_db);
     }
 
-    int VersionDeCifrado()
+    int encryptionVersion()
     {
-        auto st = Preparar("PRAGMA cipher_version");
-        return st->Paso() ? std::atoi(std::string(st->Texto(0)).c_str()) : 0;
+        auto st = prepare("PRAGMA cipher_version");
+        return st->step() ? std::atoi(std::string(st->text(0)).c_str()) : 0;
     }
 
     // Kilobytes of page cache, as a negative number. The whole of a clinic's daily data stays in
     // memory; the scratch files need little.
-    static std::string Cache(const std::string &esquema)
+    static std::string cache(const std::string &schema)
     {
-        if (esquema == "clientes")
+        if (schema == "clientes")
             return "-65536";
-        if (esquema == "morvane" || esquema == "finanzas")
+        if (schema == "morvane" || schema == "finanzas")
             return "-32768";
         return "-4096";
     }
 
     sqlite3 *m_db = nullptr;
-    qint64 m_deshechos = 0;
-    std::string m_nombre; // the connection keeps a pointer to it
-    std::unordered_map<std::string, std::unique_ptr<Sentencia>> m_versiones;
+    qint64 m_rolledBack = 0;
+    std::string m_name; // the connection keeps a pointer to it
+    std::unordered_map<std::string, std::unique_ptr<Statement>> m_versions;
 };
 
 } // namespace
 
-std::unique_ptr<Motor> CrearMotorDeArchivos() { return std::make_unique<MotorDeArchivos>(); }
+std::unique_ptr<Motor> store::createFileEngine() { return std::make_unique<FileEngine>(); }
 
-void CrearArchivoVacio(const QString &archivo)
+void store::createEmptyFile(const QString &file)
 {
-    const QByteArray ruta = QFile::encodeName(archivo);
-    if (QFileInfo::exists(archivo))
-        throw ErrorDeAlmacen(ErrorNum::RutaODisco, archivo);
+    const QByteArray ruta = QFile::encodeName(file);
+    if (QFileInfo::exists(file))
+        throw StoreError(ErrorNumber::PathOrDisk, file);
     sqlite3 *db = nullptr;
     int r =
         sqlite3_open_v2(ruta.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     const std::string sql = "PRAGMA cipher_page_size = "
-                            + std::to_string(TamanoDePagina)
+                            + std::to_string(PageSize)
                             // Something must be written for the file to get its first page.
                             + "; CREATE TABLE nada (x); DROP TABLE nada;";
     if (r == SQLITE_OK)
-        r = PonerClave(db);
+        r = setKey(db);
     if (r == SQLITE_OK)
         r = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr);
     sqlite3_close_v2(db);
     if (r != SQLITE_OK) {
-        QFile::remove(archivo);
-        throw ErrorDeAlmacen(NumeroDe(r), archivo);
+        QFile::remove(file);
+        throw StoreError(numberOf(r), file);
     }
 }

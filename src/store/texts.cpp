@@ -5,13 +5,15 @@
 #include <array>
 #include <stdexcept>
 
+using namespace store;
+
 namespace
 {
 
-constexpr std::array<QStringView, 3> Codigos{u"es", u"pt", u"en"};
+constexpr std::array<QStringView, 3> Codes{u"es", u"pt", u"en"};
 
 // Reads "..." with its escapes. @return nullopt when the quotes or an escape are wrong
-std::optional<QString> EntreComillas(QStringView t)
+std::optional<QString> betweenQuotes(QStringView t)
 {
     if (t.size() < 2 || !t.startsWith(u'"') || !t.endsWith(u'"'))
         return std::nullopt;
@@ -36,97 +38,97 @@ std::optional<QString> EntreComillas(QStringView t)
     return s;
 }
 
-bool Blanco(const QString &s, bool alFinal)
+bool blank(const QString &s, bool atEnd)
 {
-    return !s.isEmpty() && (alFinal ? s.back() : s.front()).isSpace();
+    return !s.isEmpty() && (atEnd ? s.back() : s.front()).isSpace();
 }
 
-void Comprobar(int numero, const QStringList &textos, QStringList &errores)
+void check(int number, const QStringList &texts, QStringList &errores)
 {
-    for (size_t i = 0; i < Codigos.size(); ++i)
-        if (textos.value(qsizetype(i)).isEmpty())
-            errores << QStringLiteral("%1: no text in %2").arg(numero).arg(Codigos[i]);
-    for (const bool alFinal : {false, true})
-        for (const QString &t : textos)
-            if (Blanco(t, alFinal) != Blanco(textos.front(), alFinal)) {
-                errores << QStringLiteral("%1: blanks at the ends differ").arg(numero);
+    for (size_t i = 0; i < Codes.size(); ++i)
+        if (texts.value(qsizetype(i)).isEmpty())
+            errores << QStringLiteral("%1: no text in %2").arg(number).arg(Codes[i]);
+    for (const bool atEnd : {false, true})
+        for (const QString &t : texts)
+            if (blank(t, atEnd) != blank(texts.front(), atEnd)) {
+                errores << QStringLiteral("%1: blanks at the ends differ").arg(number);
                 return;
             }
 }
 
 // The given texts and those of each subsystem make one table.
-QString TablaEntera()
+QString wholeTable()
 {
-    QString tabla;
-    for (const QString &nombre : QDir(QStringLiteral(":/strings")).entryList()) {
-        QFile f(QStringLiteral(":/strings/") + nombre);
+    QString table;
+    for (const QString &name : QDir(QStringLiteral(":/strings")).entryList()) {
+        QFile f(QStringLiteral(":/strings/") + name);
         if (!f.open(QIODevice::ReadOnly))
             throw std::runtime_error("the string table is missing");
-        tabla += QString::fromUtf8(f.readAll()) + u'\n';
+        table += QString::fromUtf8(f.readAll()) + u'\n';
     }
-    return tabla;
+    return table;
 }
 
 } // namespace
 
-Idioma IdiomaDeCodigo(const QString &codigo)
+Language store::codeLanguage(const QString &code)
 {
-    if (codigo.startsWith(u"es", Qt::CaseInsensitive))
-        return Idioma::Espanol;
-    if (codigo.startsWith(u"pt", Qt::CaseInsensitive))
-        return Idioma::Portugues;
-    return Idioma::Ingles;
+    if (code.startsWith(u"es", Qt::CaseInsensitive))
+        return Language::Spanish;
+    if (code.startsWith(u"pt", Qt::CaseInsensitive))
+        return Language::Portuguese;
+    return Language::English;
 }
 
-QString CodigoDeIdioma(Idioma idioma) { return Codigos[size_t(idioma)].toString(); }
+QString store::languageCode(Language language) { return Codes[size_t(language)].toString(); }
 
-Textos::Textos(Idioma idioma) : m_idioma(idioma)
+Texts::Texts(Language language) : m_language(language)
 {
     QStringList errores;
-    const auto todos = Leer(TablaEntera(), &errores);
+    const auto all = read(wholeTable(), &errores);
     if (!errores.isEmpty())
         throw std::runtime_error("string table: " + errores.front().toStdString());
-    m_textos.reserve(todos.size());
-    for (auto i = todos.begin(); i != todos.end(); ++i)
-        m_textos.insert(i.key(), i.value().at(qsizetype(idioma)));
+    m_texts.reserve(all.size());
+    for (auto i = all.begin(); i != all.end(); ++i)
+        m_texts.insert(i.key(), i.value().at(qsizetype(language)));
 }
 
-QString Textos::operator()(int numero) const
+QString Texts::operator()(int number) const
 {
-    const auto i = m_textos.find(numero);
-    return i == m_textos.end() ? u'#' + QString::number(numero) : *i;
+    const auto i = m_texts.find(number);
+    return i == m_texts.end() ? u'#' + QString::number(number) : *i;
 }
 
-QHash<int, QStringList> Textos::Leer(const QString &tabla, QStringList *errores)
+QHash<int, QStringList> Texts::read(const QString &table, QStringList *errores)
 {
-    QHash<int, QStringList> todos;
-    int actual = 0;
-    const QStringList lineas = tabla.split(u'\n');
-    for (qsizetype n = 0; n < lineas.size(); ++n) {
-        const QStringView linea = QStringView(lineas[n]).trimmed();
-        if (linea.isEmpty() || linea.startsWith(u'#'))
+    QHash<int, QStringList> all;
+    int current = 0;
+    const QStringList lines = table.split(u'\n');
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        const QStringView line = QStringView(lines[n]).trimmed();
+        if (line.isEmpty() || line.startsWith(u'#'))
             continue;
-        bool esNumero = false;
-        const int numero = linea.toInt(&esNumero);
-        if (esNumero) {
-            if (todos.contains(numero))
-                *errores << QStringLiteral("%1: number twice").arg(numero);
-            actual = numero;
-            todos[actual] = QStringList{QString(), QString(), QString()};
+        bool isNumber = false;
+        const int number = line.left(line.indexOf(u' ')).toInt(&isNumber); // its name follows
+        if (isNumber) {
+            if (all.contains(number))
+                *errores << QStringLiteral("%1: number twice").arg(number);
+            current = number;
+            all[current] = QStringList{QString(), QString(), QString()};
             continue;
         }
-        const auto codigo = std::find(Codigos.begin(), Codigos.end(), linea.left(2));
-        const auto texto = EntreComillas(linea.mid(2).trimmed());
-        if (actual == 0 || codigo == Codigos.end() || !texto) {
+        const auto code = std::find(Codes.begin(), Codes.end(), line.left(2));
+        const auto text = betweenQuotes(line.mid(2).trimmed());
+        if (current == 0 || code == Codes.end() || !text) {
             *errores << QStringLiteral("line %1 cannot be read").arg(n + 1);
             continue;
         }
-        QString &lugar = todos[actual][codigo - Codigos.begin()];
-        if (!lugar.isEmpty())
-            *errores << QStringLiteral("%1: %2 twice").arg(actual).arg(*codigo);
-        lugar = *texto;
+        QString &place = all[current][code - Codes.begin()];
+        if (!place.isEmpty())
+            *errores << QStringLiteral("%1: %2 twice").arg(current).arg(*code);
+        place = *text;
     }
-    for (auto i = todos.begin(); i != todos.end(); ++i)
-        Comprobar(i.key(), i.value(), *errores);
-    return todos;
+    for (auto i = all.begin(); i != all.end(); ++i)
+        check(i.key(), i.value(), *errores);
+    return all;
 }

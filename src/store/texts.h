@@ -5,31 +5,36 @@
 #include <QString>
 #include <QStringList>
 
-enum class Idioma { Espanol, Portugues, Ingles };
+namespace store
+{
+
+enum class Language { Spanish, Portuguese, English };
 
 /// "es", "pt" or "en", also as the first part of a locale's name ("pt_BR"). English otherwise.
-Idioma IdiomaDeCodigo(const QString &codigo);
+Language codeLanguage(const QString &code);
 /// "es", "pt", "en".
-QString CodigoDeIdioma(Idioma idioma);
+QString languageCode(Language language);
 
 /// The texts of one language.
-class Textos
+class Texts
 {
 public:
     /// Reads the table that is built into the program. @throws std::runtime_error when it is
     /// damaged
-    explicit Textos(Idioma idioma = Idioma::Ingles);
+    explicit Texts(Language language = Language::English);
 
-    Idioma idioma() const { return m_idioma; }
+    Language language() const { return m_language; }
     /// The text with that number; "#" and the number when there is none, so that a gap is seen.
-    QString operator()(int numero) const;
+    QString operator()(int number) const;
 
     /// Reads a table from text, all languages. Used by the check of the table.
     /// @param errores one line for each fault: number twice, language missing, blanks at the ends
     ///        that differ between languages, what cannot be read
-    static QHash<int, QStringList> Leer(const QString &tabla, QStringList *errores);
+    static QHash<int, QStringList> read(const QString &table, QStringList *errores);
 
 private:
-    Idioma m_idioma;
-    QHash<int, QString> m_textos;
+    Language m_language;
+    QHash<int, QString> m_texts;
 };
+
+} // namespace store

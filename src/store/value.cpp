@@ -3,16 +3,18 @@
 #include <QLocale>
 #include <cmath>
 
+using namespace store;
+
 namespace
 {
 template <class... F>
-struct Segun : F... {
+struct By : F... {
     using F::operator()...;
 };
 template <class... F>
-Segun(F...) -> Segun<F...>;
+By(F...) -> By<F...>;
 
-qint64 Entero(double x)
+qint64 whole(double x)
 {
     if (std::isnan(x))
         return 0;
@@ -23,77 +25,76 @@ qint64 Entero(double x)
     return qint64(std::nearbyint(x));
 }
 
-QString NumeroATexto(double x)
+QString numberToText(double x)
 {
     return QLocale::c().toString(x, 'g', QLocale::FloatingPointShortest);
 }
 } // namespace
 
-qint64 Valor::toLong() const
+qint64 Value::toLong() const
 {
-    return std::visit(Segun{[](std::monostate) { return qint64(0); },
-                            [](bool b) { return qint64(b ? -1 : 0); }, [](qint64 n) { return n; },
-                            [](double x) { return Entero(x); },
-                            [](Moneda m) { return Entero(m.ADoble()); },
-                            [](const QString &s) {
-                                bool bien = false;
-                                const qint64 n = s.trimmed().toLongLong(&bien);
-                                return bien ? n : Entero(s.trimmed().toDouble());
-                            },
-                            [](const auto &) { return qint64(0); }},
+    return std::visit(By{[](std::monostate) { return qint64(0); },
+                         [](bool b) { return qint64(b ? -1 : 0); }, [](qint64 n) { return n; },
+                         [](double x) { return whole(x); },
+                         [](Moneda m) { return whole(m.toDouble()); },
+                         [](const QString &s) {
+                             bool well = false;
+                             const qint64 n = s.trimmed().toLongLong(&well);
+                             return well ? n : whole(s.trimmed().toDouble());
+                         },
+                         [](const auto &) { return qint64(0); }},
                       m_v);
 }
 
-double Valor::toDouble() const
+double Value::toDouble() const
 {
-    return std::visit(Segun{[](bool b) { return b ? -1.0 : 0.0; },
-                            [](qint64 n) { return double(n); }, [](double x) { return x; },
-                            [](Moneda m) { return m.ADoble(); },
-                            [](const QString &s) { return s.trimmed().toDouble(); },
-                            [](const auto &) { return 0.0; }},
+    return std::visit(By{[](bool b) { return b ? -1.0 : 0.0; }, [](qint64 n) { return double(n); },
+                         [](double x) { return x; }, [](Moneda m) { return m.toDouble(); },
+                         [](const QString &s) { return s.trimmed().toDouble(); },
+                         [](const auto &) { return 0.0; }},
                       m_v);
 }
 
-Moneda Valor::toMoneda() const
+Moneda Value::toMoneda() const
 {
-    if (const auto *m = Es<Moneda>())
+    if (const auto *m = is<Moneda>())
         return *m;
-    return Moneda::Redondear(toDouble());
+    return Moneda::round(toDouble());
 }
 
-bool Valor::toBool() const { return toDouble() != 0.0; }
+bool Value::toBool() const { return toDouble() != 0.0; }
 
-QDate Valor::toDate() const
+QDate Value::toDate() const
 {
-    if (const auto *d = Es<QDate>())
+    if (const auto *d = is<QDate>())
         return *d;
-    if (const auto *t = Es<QDateTime>())
+    if (const auto *t = is<QDateTime>())
         return t->date();
-    if (const auto *s = Es<QString>())
+    if (const auto *s = is<QString>())
         return QDate::fromString(s->left(10), Qt::ISODate);
     return {};
 }
 
-QTime Valor::toTime() const
+QTime Value::toTime() const
 {
-    if (const auto *t = Es<QTime>())
+    if (const auto *t = is<QTime>())
         return *t;
-    if (const auto *t = Es<QDateTime>())
+    if (const auto *t = is<QDateTime>())
         return t->time();
-    if (const auto *s = Es<QString>())
+    if (const auto *s = is<QString>())
         return QTime::fromString(s->right(8), Qt::ISODate);
     return {};
 }
 
-QString Valor::toText() const
+QString Value::toText() const
 {
     return std::visit(
-        Segun{[](std::monostate) { return QString(); },
-              [](bool b) { return b ? QStringLiteral("-1") : QStringLiteral("0"); },
-              [](qint64 n) { return QString::number(n); }, [](double x) { return NumeroATexto(x); },
-              [](Moneda m) { return m.ATexto(); }, [](QDate d) { return d.toString(Qt::ISODate); },
-              [](QTime t) { return t.toString(u"HH:mm:ss"); },
-              [](const QDateTime &t) { return t.toString(u"yyyy-MM-dd HH:mm:ss"); },
-              [](const QString &s) { return s; }},
+        By{[](std::monostate) { return QString(); },
+           [](bool b) { return b ? QStringLiteral("-1") : QStringLiteral("0"); },
+           [](qint64 n) { return QString::number(n); }, [](double x) { return numberToText(x); },
+           [](Moneda m) { return m.toText(); }, [](QDate d) { return d.toString(Qt::ISODate); },
+           [](QTime t) { return t.toString(u"HH:mm:ss"); },
+           [](const QDateTime &t) { return t.toString(u"yyyy-MM-dd HH:mm:ss"); },
+           [](const QString &s) { return s; }},
         m_v);
 }

@@ -7,8 +7,11 @@
 #include <QString>
 #include <variant>
 
+namespace store
+{
+
 /// Column types of the data files, named as the files declare them.
-enum class Tipo {
+enum class ColumnType {
     Counter, // identity, numbered by the engine
     Byte,
     Smallint,
@@ -21,47 +24,47 @@ enum class Tipo {
     YesNo,
     Text,
     Memo,
-    Ninguno, // an expression whose type is known only when it is computed
+    None, // an expression whose type is known only when it is computed
 };
 
 /// Null, Yes/No, whole number, floating number, amount, day, time, day with time or text.
 ///
 /// The to... readers never fail: Null and what cannot be converted read as 0, false, an invalid day
-/// or time, or the empty text. Ask EsNulo() where Null means something of its own.
-class Valor
+/// or time, or the empty text. Ask isNull() where Null means something of its own.
+class Value
 {
 public:
-    Valor() = default;
-    Valor(std::nullptr_t) {}
-    Valor(bool b) : m_v(b) {}
-    Valor(int n) : m_v(qint64(n)) {}
-    Valor(long n) : m_v(qint64(n)) {}
-    Valor(long long n) : m_v(qint64(n)) {}
-    Valor(double x) : m_v(x) {}
-    Valor(Moneda m) : m_v(m) {}
-    Valor(QDate d)
+    Value() = default;
+    Value(std::nullptr_t) {}
+    Value(bool b) : m_v(b) {}
+    Value(int n) : m_v(qint64(n)) {}
+    Value(long n) : m_v(qint64(n)) {}
+    Value(long long n) : m_v(qint64(n)) {}
+    Value(double x) : m_v(x) {}
+    Value(Moneda m) : m_v(m) {}
+    Value(QDate d)
     {
         if (d.isValid())
             m_v = d;
     }
-    Valor(QTime t)
+    Value(QTime t)
     {
         if (t.isValid())
             m_v = t;
     }
-    Valor(const QDateTime &t)
+    Value(const QDateTime &t)
     {
         if (t.isValid())
             m_v = t;
     }
-    Valor(const QString &s) : m_v(s) {}
-    Valor(QString &&s) : m_v(std::move(s)) {}
-    Valor(const char16_t *s) : m_v(QString::fromUtf16(s)) {}
-    Valor(const char *) = delete; // texts are QString; a plain literal would read as Yes/No
+    Value(const QString &s) : m_v(s) {}
+    Value(QString &&s) : m_v(std::move(s)) {}
+    Value(const char16_t *s) : m_v(QString::fromUtf16(s)) {}
+    Value(const char *) = delete; // texts are QString; a plain literal would read as Yes/No
 
-    bool EsNulo() const { return m_v.index() == 0; }
+    bool isNull() const { return m_v.index() == 0; }
     template <typename T>
-    const T *Es() const
+    const T *is() const
     {
         return std::get_if<T>(&m_v);
     }
@@ -75,12 +78,14 @@ public:
     QTime toTime() const;
     QString toText() const; ///< days as YYYY-MM-DD, times as HH:MM:SS, numbers with a point
 
-    friend bool operator==(const Valor &, const Valor &) = default;
+    friend bool operator==(const Value &, const Value &) = default;
 
-    using Variante = std::variant<std::monostate, bool, qint64, double, Moneda, QDate, QTime,
-                                  QDateTime, QString>;
-    const Variante &Contenido() const { return m_v; }
+    using Variant = std::variant<std::monostate, bool, qint64, double, Moneda, QDate, QTime,
+                                 QDateTime, QString>;
+    const Variant &contentOf() const { return m_v; }
 
 private:
-    Variante m_v;
+    Variant m_v;
 };
+
+} // namespace store

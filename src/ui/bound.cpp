@@ -9,25 +9,26 @@
 #include <QFocusEvent>
 #include <QRadioButton>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr const char *valueOf = "valor";
+constexpr const char *ValueOf = "valor";
 
-QString decimalText(const Sesion &s, const Valor &v)
+QString decimalText(const Sesion &s, const store::Value &v)
 {
-    return v.EsNulo() ? QString() : v.toMoneda().ATexto().replace(u'.', s.separadorDecimal);
+    return v.isNull() ? QString() : v.toMoneda().toText().replace(u'.', s.separatorDecimal);
 }
 
 /// A control and the column that it stands for.
-struct Atadura {
+struct Binding {
     Sesion &s;
-    Atar::Guardia guard;
+    bind::Guard guard;
     std::string column;
-    std::function<void(const Valor &)> show;
-    std::shared_ptr<Valor> last = std::make_shared<Valor>(); // shown
+    std::function<void(const store::Value &)> show;
+    std::shared_ptr<store::Value> last = std::make_shared<store::Value>(); // shown
 
     /// Without the guard, so that a row that cannot be read is told once by whoever ties the
     /// controls, and not by each of them.
@@ -39,10 +40,10 @@ struct Atadura {
         show(*last);
     }
     /// What is stored is what is shown after, whether it was written or not.
-    void write(const Valor &value) const
+    void write(const store::Value &value) const
     {
         const bool written = guard([&] {
-            GuardarAjuste(s, column, value);
+            store::saveSetting(s, column, value);
             showStored();
         });
         if (!written)
@@ -51,10 +52,10 @@ struct Atadura {
 };
 
 /// Looks on and takes nothing away.
-class Dejada : public QObject
+class Left : public QObject
 {
 public:
-    Dejada(QWidget *control, std::function<void()> task)
+    Left(QWidget *control, std::function<void()> task)
         : QObject(control), m_control(control), m_task(std::move(task))
     {
         control->installEventFilter(this);
@@ -64,7 +65,7 @@ protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
         const bool left =
-            event->type() == QEvent::FocusOut && EsDejada(*static_cast<const QFocusEvent *>(event));
+            event->type() == QEvent::FocusOut && isLeft(*static_cast<const QFocusEvent *>(event));
         // A form that is being destroyed is no form any more and has no guard.
         const bool hidden =
             event->type() == QEvent::Hide && qobject_cast<FormBase *>(m_control->window());
@@ -80,12 +81,12 @@ private:
 
 /// @param textOf the stored value as the box shows it
 /// @param valueOfText what to store; nullopt for a text that is no such value
-void tieBox(Sesion &s, const Atar::Guardia &guard, QLineEdit *box, std::string_view column,
-            const std::function<QString(const Valor &)> &textOf,
-            const std::function<std::optional<Valor>(const QString &)> &valueOfText)
+void tieBox(Sesion &s, const bind::Guard &guard, QLineEdit *box, std::string_view column,
+            const std::function<QString(const store::Value &)> &textOf,
+            const std::function<std::optional<store::Value>(const QString &)> &valueOfText)
 {
     auto shown = std::make_shared<QString>();
-    const Atadura tie{s, guard, std::string(column), [box, textOf, shown](const Valor &v) {
+    const Binding tie{s, guard, std::string(column), [box, textOf, shown](const store::Value &v) {
                           box->setText(textOf(v));
                           *shown = box->text();
                       }};
@@ -100,110 +101,108 @@ void tieBox(Sesion &s, const Atar::Guardia &guard, QLineEdit *box, std::string_v
     };
     tie.showStored();
     QObject::connect(box, &QLineEdit::editingFinished, box, commit);
-    Atar::AlDejar(box, commit);
+    bind::onLeaving(box, commit);
 }
 
 } // namespace
 
-GrupoDeOpciones::GrupoDeOpciones(const QString &titulo,
-                                 const QList<std::pair<int, QString>> &opciones, QWidget *parent)
-    : QGroupBox(titulo, parent), m_grupo(new QButtonGroup(this))
+OptionsGroup::OptionsGroup(const QString &title, const QList<std::pair<int, QString>> &options,
+                           QWidget *parent)
+    : QGroupBox(title, parent), m_group(new QButtonGroup(this))
 {
-    setAccessibleName(titulo);
+    setAccessibleName(title);
     auto *column = new QVBoxLayout(this);
-    column->setSpacing(Espacio::XS);
-    for (const auto &[number, caption] : opciones) {
+    column->setSpacing(space::XS);
+    for (const auto &[number, caption] : options) {
         auto *option = named(new QRadioButton(caption), u"opt%1"_s.arg(number), caption);
-        option->setProperty(valueOf, number);
-        m_grupo->addButton(option);
+        option->setProperty(ValueOf, number);
+        m_group->addButton(option);
         column->addWidget(option);
     }
-    connect(m_grupo, &QButtonGroup::buttonToggled, this, [this](QAbstractButton *b, bool on) {
+    connect(m_group, &QButtonGroup::buttonToggled, this, [this](QAbstractButton *b, bool on) {
         if (on)
-            Q_EMIT elegida(b->property(valueOf).toInt());
+            Q_EMIT chosen(b->property(ValueOf).toInt());
     });
 }
 
-int GrupoDeOpciones::Valor() const
+int OptionsGroup::Value() const
 {
-    const QAbstractButton *chosen = m_grupo->checkedButton();
-    return chosen ? chosen->property(valueOf).toInt() : 0;
+    const QAbstractButton *chosen = m_group->checkedButton();
+    return chosen ? chosen->property(ValueOf).toInt() : 0;
 }
 
-void GrupoDeOpciones::PonerValor(int valor)
+void OptionsGroup::setValue(int value)
 {
-    const QSignalBlocker silent(m_grupo);
-    m_grupo->setExclusive(false); // else none could be chosen
-    for (QAbstractButton *option : m_grupo->buttons())
-        option->setChecked(option->property(valueOf).toInt() == valor);
-    m_grupo->setExclusive(true);
+    const QSignalBlocker silent(m_group);
+    m_group->setExclusive(false); // else none could be chosen
+    for (QAbstractButton *option : m_group->buttons())
+        option->setChecked(option->property(ValueOf).toInt() == value);
+    m_group->setExclusive(true);
 }
 
-void Atar::AlDejar(QWidget *control, const std::function<void()> &tarea)
+void bind::onLeaving(QWidget *control, const std::function<void()> &task)
 {
-    new Dejada(control, tarea);
+    new Left(control, task);
 }
 
-void Atar::Opciones(Sesion &s, const Guardia &guardia, GrupoDeOpciones *grupo,
-                    std::string_view columna)
+void bind::Options(Sesion &s, const Guard &guard, OptionsGroup *group, std::string_view column)
 {
-    const Atadura tie{s, guardia, std::string(columna),
-                      [grupo](const Valor &v) { grupo->PonerValor(v.toInt()); }};
+    const Binding tie{s, guard, std::string(column),
+                      [group](const store::Value &v) { group->setValue(v.toInt()); }};
     tie.showStored();
-    QObject::connect(grupo, &GrupoDeOpciones::elegida, grupo,
-                     [tie](int value) { tie.write(value); });
+    QObject::connect(group, &OptionsGroup::chosen, group, [tie](int value) { tie.write(value); });
 }
 
-void Atar::Casilla(Sesion &s, const Guardia &guardia, QCheckBox *casilla, std::string_view columna)
+void bind::Checkbox(Sesion &s, const Guard &guard, QCheckBox *checkbox, std::string_view column)
 {
-    const Atadura tie{s, guardia, std::string(columna), [casilla](const Valor &v) {
-                          const QSignalBlocker silent(casilla);
-                          casilla->setChecked(v.toBool());
+    const Binding tie{s, guard, std::string(column), [checkbox](const store::Value &v) {
+                          const QSignalBlocker silent(checkbox);
+                          checkbox->setChecked(v.toBool());
                       }};
     tie.showStored();
-    QObject::connect(casilla, &QCheckBox::toggled, casilla, [tie](bool on) { tie.write(on); });
+    QObject::connect(checkbox, &QCheckBox::toggled, checkbox, [tie](bool on) { tie.write(on); });
 }
 
-void Atar::Texto(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna)
+void bind::text(Sesion &s, const Guard &guard, QLineEdit *box, std::string_view column)
 {
     tieBox(
-        s, guardia, caja, columna, [](const Valor &v) { return v.toText(); },
-        [](const QString &t) { return std::optional<Valor>(t); });
+        s, guard, box, column, [](const store::Value &v) { return v.toText(); },
+        [](const QString &t) { return std::optional<store::Value>(t); });
 }
 
-void Atar::Entero(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna)
+void bind::whole(Sesion &s, const Guard &guard, QLineEdit *box, std::string_view column)
 {
     tieBox(
-        s, guardia, caja, columna,
-        [](const Valor &v) { return v.EsNulo() ? QString() : QString::number(v.toLong()); },
-        [](const QString &t) -> std::optional<Valor> {
+        s, guard, box, column,
+        [](const store::Value &v) { return v.isNull() ? QString() : QString::number(v.toLong()); },
+        [](const QString &t) -> std::optional<store::Value> {
             bool fine = false;
             const int n = t.trimmed().toInt(&fine);
             if (fine)
                 return n;
-            return t.trimmed().isEmpty() ? std::optional<Valor>(nullptr) : std::nullopt;
+            return t.trimmed().isEmpty() ? std::optional<store::Value>(nullptr) : std::nullopt;
         });
 }
 
-void Atar::Numero(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna)
+void bind::numberOf(Sesion &s, const Guard &guard, QLineEdit *box, std::string_view column)
 {
     tieBox(
-        s, guardia, caja, columna, [&s](const Valor &v) { return decimalText(s, v); },
-        [&s](const QString &t) -> std::optional<Valor> {
-            if (const auto n = Moneda::DeTexto(t, s.separadorDecimal))
+        s, guard, box, column, [&s](const store::Value &v) { return decimalText(s, v); },
+        [&s](const QString &t) -> std::optional<store::Value> {
+            if (const auto n = Moneda::fromText(t, s.separatorDecimal))
                 return *n;
-            return t.trimmed().isEmpty() ? std::optional<Valor>(nullptr) : std::nullopt;
+            return t.trimmed().isEmpty() ? std::optional<store::Value>(nullptr) : std::nullopt;
         });
 }
 
-void Atar::Hora(Sesion &s, const Guardia &guardia, QLineEdit *caja, std::string_view columna)
+void bind::hourOf(Sesion &s, const Guard &guard, QLineEdit *box, std::string_view column)
 {
     tieBox(
-        s, guardia, caja, columna, [](const Valor &v) { return v.toTime().toString(u"HH:mm"); },
-        [](const QString &t) -> std::optional<Valor> {
+        s, guard, box, column, [](const store::Value &v) { return v.toTime().toString(u"HH:mm"); },
+        [](const QString &t) -> std::optional<store::Value> {
             if (QString(t).remove(u':').trimmed().isEmpty())
-                return Valor();
+                return store::Value();
             const QTime time = QTime::fromString(t.trimmed(), u"H:mm"_s);
-            return time.isValid() ? std::optional<Valor>(time) : std::nullopt;
+            return time.isValid() ? std::optional<store::Value>(time) : std::nullopt;
         });
 }

@@ -1,27 +1,28 @@
 #include "ui/boxes.h"
 
+#include "texts/ui.h"
+
 #include <QKeyEvent>
 #include <QLocale>
 #include <QValidator>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { FechaInvalida = 9300, DiaPrimero = 9301, MesAntes = 9302 };
-
-constexpr int mostDigits = 9;     // what fits an int whatever the digits are
-constexpr int longestNumber = 21; // of an amount, with sign and mark
-constexpr int firstYear = 1000;   // four digits
-constexpr QChar dateMark = u'/';
+constexpr int MostDigits = 9;     // what fits an int whatever the digits are
+constexpr int LongestNumber = 21; // of an amount, with sign and mark
+constexpr int FirstYear = 1000;   // four digits
+constexpr QChar DateMark = u'/';
 
 /// Takes out of a text whatever cannot be part of the value, also when it is pasted or dropped.
-class Filtro : public QValidator
+class Filter : public QValidator
 {
 public:
-    using Limpieza = std::function<QString(const QString &)>;
-    Filtro(Limpieza clean, QObject *parent) : QValidator(parent), m_clean(std::move(clean)) {}
+    using Cleaning = std::function<QString(const QString &)>;
+    Filter(Cleaning clean, QObject *parent) : QValidator(parent), m_clean(std::move(clean)) {}
 
     State validate(QString &text, int &cursor) const override
     {
@@ -32,7 +33,7 @@ public:
     }
 
 private:
-    Limpieza m_clean;
+    Cleaning m_clean;
 };
 
 bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
@@ -88,117 +89,117 @@ std::vector<std::optional<int>> parts(const QString &text, QChar mark)
 
 } // namespace
 
-bool EsDejada(const QFocusEvent &event)
+bool ui::isLeft(const QFocusEvent &event)
 {
     return event.reason() != Qt::ActiveWindowFocusReason && event.reason() != Qt::PopupFocusReason;
 }
 
-CajaDeEntero::CajaDeEntero(int digitos, QWidget *parent)
-    : QLineEdit(parent), m_digitos(std::clamp(digitos, 1, mostDigits))
+WholeNumberBox::WholeNumberBox(int digits, QWidget *parent)
+    : QLineEdit(parent), m_digits(std::clamp(digits, 1, MostDigits))
 {
     // No greatest length: it would cut a pasted text before its digits are picked out.
     setInputMethodHints(Qt::ImhDigitsOnly);
     setValidator(
-        new Filtro([most = m_digitos](const QString &t) { return digitsOnly(t, most); }, this));
+        new Filter([most = m_digits](const QString &t) { return digitsOnly(t, most); }, this));
 }
 
-std::optional<int> CajaDeEntero::Entero() const
+std::optional<int> WholeNumberBox::whole() const
 {
     bool fine = false;
     const int n = text().toInt(&fine);
     return fine ? std::optional(n) : std::nullopt;
 }
 
-void CajaDeEntero::PonerEntero(std::optional<int> n)
+void WholeNumberBox::setWholeNumber(std::optional<int> n)
 {
     setText(n && *n >= 0 ? QString::number(*n) : QString());
 }
 
-void CajaDeEntero::keyPressEvent(QKeyEvent *event)
+void WholeNumberBox::keyPressEvent(QKeyEvent *event)
 {
     const QChar c = typed(*event);
-    const bool fits = hasSelectedText() || text().size() < m_digitos;
+    const bool fits = hasSelectedText() || text().size() < m_digits;
     if (c.isNull() || (isDigit(c) && fits))
         QLineEdit::keyPressEvent(event);
 }
 
-CajaDeNumero::CajaDeNumero(const Sesion &s, QWidget *parent)
-    : QLineEdit(parent), m_separador(s.separadorDecimal)
+NumberBox::NumberBox(const Sesion &s, QWidget *parent)
+    : QLineEdit(parent), m_separator(s.separatorDecimal)
 {
-    setMaxLength(longestNumber);
+    setMaxLength(LongestNumber);
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     setAlignment(Qt::AlignRight);
     setValidator(
-        new Filtro([mark = m_separador](const QString &t) { return numberOnly(t, mark); }, this));
+        new Filter([mark = m_separator](const QString &t) { return numberOnly(t, mark); }, this));
 }
 
-std::optional<Moneda> CajaDeNumero::Numero() const { return Moneda::DeTexto(text(), m_separador); }
+std::optional<Moneda> NumberBox::numberOf() const { return Moneda::fromText(text(), m_separator); }
 
-void CajaDeNumero::PonerNumero(std::optional<Moneda> n)
+void NumberBox::setNumber(std::optional<Moneda> n)
 {
-    setText(n ? n->ATexto().replace(u'.', m_separador) : QString());
+    setText(n ? n->toText().replace(u'.', m_separator) : QString());
 }
 
-void CajaDeNumero::keyPressEvent(QKeyEvent *event)
+void NumberBox::keyPressEvent(QKeyEvent *event)
 {
     const QChar c = typed(*event);
     if (isMark(c)) {
         QString rest = text();
         rest.remove(selectionStart(), selectedText().size());
-        if (!rest.contains(m_separador))
-            insert(m_separador);
+        if (!rest.contains(m_separator))
+            insert(m_separator);
         return;
     }
     if (c.isNull() || isDigit(c))
         QLineEdit::keyPressEvent(event);
 }
 
-CajaDeFecha::CajaDeFecha(Sesion &s, QWidget *parent) : QLineEdit(parent), m_s(s)
+DateBox::DateBox(Sesion &s, QWidget *parent) : QLineEdit(parent), m_s(s)
 {
     setInputMask(u"00/00/0000;_"_s);
-    const QString form = s(MesPrimero() ? MesAntes : DiaPrimero);
+    const QString form = s(store::isMonthFirst() ? text::MonthFirstMask : text::DayFirstMask);
     setToolTip(form);
     setAccessibleDescription(form);
 }
 
-bool CajaDeFecha::Vacia() const { return text().remove(dateMark).isEmpty(); }
+bool DateBox::empty() const { return text().remove(DateMark).isEmpty(); }
 
-bool CajaDeFecha::Valida() const { return Vacia() || Dia().isValid(); }
+bool DateBox::valid() const { return empty() || Day().isValid(); }
 
-QDate CajaDeFecha::Dia() const
+QDate DateBox::Day() const
 {
-    const auto n = parts(text(), dateMark);
-    if (n.size() != 3 || !n[0] || !n[1] || !n[2] || *n[2] < firstYear)
+    const auto n = parts(text(), DateMark);
+    if (n.size() != 3 || !n[0] || !n[1] || !n[2] || *n[2] < FirstYear)
         return {};
-    return MesPrimero() ? QDate(*n[2], *n[0], *n[1]) : QDate(*n[2], *n[1], *n[0]);
+    return store::isMonthFirst() ? QDate(*n[2], *n[0], *n[1]) : QDate(*n[2], *n[1], *n[0]);
 }
 
-void CajaDeFecha::PonerDia(QDate dia) { setText(TextoDeDia(dia)); }
+void DateBox::setDay(QDate dia) { setText(store::dayText(dia)); }
 
-void CajaDeFecha::focusInEvent(QFocusEvent *event)
+void DateBox::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
-    if (Vacia())
+    if (empty())
         setCursorPosition(0);
 }
 
-void CajaDeFecha::focusOutEvent(QFocusEvent *event)
+void DateBox::focusOutEvent(QFocusEvent *event)
 {
-    const bool bad = EsDejada(*event) && !Valida();
+    const bool bad = isLeft(*event) && !valid();
     if (bad)
         clear();
     QLineEdit::focusOutEvent(event);
     if (!bad)
         return;
-    m_s.dialogos.Mensaje(m_s(FechaInvalida));
+    m_s.dialogos.Mensaje(m_s(text::InvalidDate));
     // Back to the box, or what is typed on would land in the next one.
     QMetaObject::invokeMethod(
         this, [this] { setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
 }
 
-CajaDeHora::CajaDeHora(QWidget *parent) : QLineEdit(parent) { setInputMask(u"00:00;_"_s); }
+HourBox::HourBox(QWidget *parent) : QLineEdit(parent) { setInputMask(u"00:00;_"_s); }
 
-QTime CajaDeHora::Hora() const
+QTime HourBox::hourOf() const
 {
     const auto n = parts(text(), u':');
     // 9:5 may be five or fifty minutes past nine.
@@ -207,26 +208,23 @@ QTime CajaDeHora::Hora() const
     return {*n[0], *n[1]};
 }
 
-void CajaDeHora::PonerHora(QTime hora)
-{
-    setText(hora.isValid() ? hora.toString(u"HH:mm") : QString());
-}
+void HourBox::setHour(QTime hour) { setText(hour.isValid() ? hour.toString(u"HH:mm") : QString()); }
 
-void CajaDeHora::focusInEvent(QFocusEvent *event)
+void HourBox::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
     if (text() == u":")
         setCursorPosition(0);
 }
 
-void CajaDeHora::focusOutEvent(QFocusEvent *event)
+void HourBox::focusOutEvent(QFocusEvent *event)
 {
     // What is half typed waits for the user to come back; nobody is told of it yet.
-    const bool left = EsDejada(*event);
+    const bool left = isLeft(*event);
     const QSignalBlocker silent(left ? nullptr : this);
     QLineEdit::focusOutEvent(event);
     // Behind editingFinished: whoever stores the box sees that this was no time, and not a box that
     // the user has emptied.
-    if (left && !Hora().isValid())
+    if (left && !hourOf().isValid())
         clear();
 }

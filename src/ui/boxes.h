@@ -6,59 +6,62 @@
 #include <QLineEdit>
 #include <optional>
 
+namespace ui
+{
+
 /// Whether a box that loses the focus is left: another window or a menu over the form is not
 /// leaving it.
-bool EsDejada(const QFocusEvent &event);
+bool isLeft(const QFocusEvent &event);
 
 /// Whole digits.
-class CajaDeEntero : public QLineEdit
+class WholeNumberBox : public QLineEdit
 {
     Q_OBJECT
 public:
-    /// @param digitos most that can be typed, up to 9
-    explicit CajaDeEntero(int digitos, QWidget *parent = nullptr);
+    /// @param digits most that can be typed, up to 9
+    explicit WholeNumberBox(int digits, QWidget *parent = nullptr);
     /// nullopt while the box is empty.
-    std::optional<int> Entero() const;
+    std::optional<int> whole() const;
     /// A negative number empties the box.
-    void PonerEntero(std::optional<int> n);
+    void setWholeNumber(std::optional<int> n);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    int m_digitos;
+    int m_digits;
 };
 
 /// A number with decimals; point and comma both type the decimal mark of the session. A minus
 /// cannot be typed; a negative number is shown as it is.
-class CajaDeNumero : public QLineEdit
+class NumberBox : public QLineEdit
 {
     Q_OBJECT
 public:
-    explicit CajaDeNumero(const Sesion &s, QWidget *parent = nullptr);
-    std::optional<Moneda> Numero() const;
-    void PonerNumero(std::optional<Moneda> n);
+    explicit NumberBox(const Sesion &s, QWidget *parent = nullptr);
+    std::optional<Moneda> numberOf() const;
+    void setNumber(std::optional<Moneda> n);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    QChar m_separador;
+    QChar m_separator;
 };
 
 /// A day typed over the mask "__/__/____", in the order of the locale. On leaving it with what is
 /// no day the user is told "Fecha invalida" and the empty mask comes back.
-class CajaDeFecha : public QLineEdit
+class DateBox : public QLineEdit
 {
     Q_OBJECT
 public:
-    explicit CajaDeFecha(Sesion &s, QWidget *parent = nullptr);
+    explicit DateBox(Sesion &s, QWidget *parent = nullptr);
     /// Nothing but the mask.
-    bool Vacia() const;
+    bool empty() const;
     /// Empty, or a day.
-    bool Valida() const;
-    QDate Dia() const;
-    void PonerDia(QDate dia);
+    bool valid() const;
+    QDate Day() const;
+    void setDay(QDate dia);
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
@@ -70,15 +73,17 @@ private:
 
 /// A time of day over the mask "__:__". Anything else becomes empty on leaving, after
 /// editingFinished has told it.
-class CajaDeHora : public QLineEdit
+class HourBox : public QLineEdit
 {
     Q_OBJECT
 public:
-    explicit CajaDeHora(QWidget *parent = nullptr);
-    QTime Hora() const; // invalid when empty
-    void PonerHora(QTime hora);
+    explicit HourBox(QWidget *parent = nullptr);
+    QTime hourOf() const; // invalid when empty
+    void setHour(QTime hour);
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 };
+
+} // namespace ui

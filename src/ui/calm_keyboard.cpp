@@ -3,34 +3,36 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+using namespace ui;
+
 namespace
 {
 
-constexpr int calmMs = 1000;
+constexpr int CalmMs = 1000;
 
 } // namespace
 
-TecladoEnCalma::TecladoEnCalma() : m_escrita(QApplication::focusWidget())
+KeyboardInCalm::KeyboardInCalm() : m_written(QApplication::focusWidget())
 {
-    if (m_escrita && !m_escrita->testAttribute(Qt::WA_InputMethodEnabled))
-        m_escrita = nullptr; // nothing is typed there
-    m_desdeLaUltima.start();
+    if (m_written && !m_written->testAttribute(Qt::WA_InputMethodEnabled))
+        m_written = nullptr; // nothing is typed there
+    m_lastFrom.start();
     qApp->installEventFilter(this);
 }
 
-TecladoEnCalma::~TecladoEnCalma() { qApp->removeEventFilter(this); }
+KeyboardInCalm::~KeyboardInCalm() { qApp->removeEventFilter(this); }
 
-bool TecladoEnCalma::eventFilter(QObject *, QEvent *event)
+bool KeyboardInCalm::eventFilter(QObject *, QEvent *event)
 {
     const auto type = event->type();
     const bool key = type == QEvent::KeyPress || type == QEvent::ShortcutOverride;
-    if (!key || m_calma || event == m_propia)
+    if (!key || m_calm || event == m_own)
         return false;
-    if (m_desdeLaUltima.elapsed() >= calmMs) {
-        m_calma = true;
+    if (m_lastFrom.elapsed() >= CalmMs) {
+        m_calm = true;
         return false;
     }
-    m_desdeLaUltima.restart();
+    m_lastFrom.restart();
     // Accepted, it is no shortcut, and comes again as the press of a key.
     event->accept();
     if (type == QEvent::KeyPress)
@@ -39,16 +41,16 @@ bool TecladoEnCalma::eventFilter(QObject *, QEvent *event)
 }
 
 /// Letters alone: ENTER and the like would act behind the box.
-void TecladoEnCalma::goOnTyping(const QKeyEvent &key)
+void KeyboardInCalm::goOnTyping(const QKeyEvent &key)
 {
     const auto held = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
     const bool command = held == Qt::ControlModifier || held == Qt::AltModifier; // both are AltGr
     const bool letter = !command && !key.text().isEmpty() && key.text().at(0).isPrint();
-    if (!m_escrita || !(letter || key.key() == Qt::Key_Backspace))
+    if (!m_written || !(letter || key.key() == Qt::Key_Backspace))
         return;
     QKeyEvent same(QEvent::KeyPress, key.key(), key.modifiers(), key.text(), key.isAutoRepeat(),
                    ushort(key.count()));
-    m_propia = &same;
-    QApplication::sendEvent(m_escrita, &same);
-    m_propia = nullptr;
+    m_own = &same;
+    QApplication::sendEvent(m_written, &same);
+    m_own = nullptr;
 }

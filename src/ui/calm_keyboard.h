@@ -8,15 +8,18 @@
 
 class QKeyEvent;
 
+namespace ui
+{
+
 /// As long as it lives, keys reach nobody until a second has gone by without one: the box that has
 /// come up meanwhile is there to be read first. What is typed goes on into the box of text that
 /// has the focus now. The mouse works at once.
-class TecladoEnCalma : public QObject
+class KeyboardInCalm : public QObject
 {
     Q_OBJECT
 public:
-    TecladoEnCalma();
-    ~TecladoEnCalma() override;
+    KeyboardInCalm();
+    ~KeyboardInCalm() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -24,8 +27,10 @@ protected:
 private:
     void goOnTyping(const QKeyEvent &key);
 
-    QPointer<QWidget> m_escrita; // where somebody may be typing
-    QElapsedTimer m_desdeLaUltima;
-    bool m_calma = false;
-    const QEvent *m_propia = nullptr; // a key on its way there
+    QPointer<QWidget> m_written; // where somebody may be typing
+    QElapsedTimer m_lastFrom;
+    bool m_calm = false;
+    const QEvent *m_own = nullptr; // a key on its way there
 };
+
+} // namespace ui

@@ -4,12 +4,15 @@
 #include <QComboBox>
 #include <QWheelEvent>
 
+namespace ui
+{
+
 /// The wheel scrolls the form below it and chooses in the open list alone: over a closed one it
 /// would write what nobody meant.
-class ListaCalma : public QComboBox
+class CalmList : public QComboBox
 {
 public:
-    explicit ListaCalma(QWidget *parent = nullptr) : QComboBox(parent)
+    explicit CalmList(QWidget *parent = nullptr) : QComboBox(parent)
     {
         setFocusPolicy(Qt::StrongFocus);
     }
@@ -17,3 +20,5 @@ public:
 protected:
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
 };
+
+} // namespace ui

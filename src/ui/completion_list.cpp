@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -17,7 +18,7 @@ bool erases(const QKeyEvent &key)
 
 } // namespace
 
-ListaConCompletado::ListaConCompletado(QWidget *parent) : ListaCalma(parent)
+ListWithCompleted::ListWithCompleted(QWidget *parent) : CalmList(parent)
 {
     setEditable(true);
     setInsertPolicy(NoInsert);
@@ -26,26 +27,26 @@ ListaConCompletado::ListaConCompletado(QWidget *parent) : ListaCalma(parent)
     lineEdit()->installEventFilter(this);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString &text) {
         if (text.isEmpty())
-            Q_EMIT vaciado();
-        else if (!m_borra)
-            Q_EMIT tecleado(text);
+            Q_EMIT emptied();
+        else if (!m_deletes)
+            Q_EMIT typed(text);
     });
     connect(this, &QComboBox::activated, this,
-            [this](int index) { Q_EMIT elegido(itemData(index).toInt()); });
+            [this](int index) { Q_EMIT chosen(itemData(index).toInt()); });
 }
 
-void ListaConCompletado::Cargar(const QList<Opcion> &opciones)
+void ListWithCompleted::load(const QList<store::Option> &options)
 {
     const QSignalBlocker silent(this);
     const QString shown = currentText();
     clear();
-    for (const Opcion &option : opciones)
-        addItem(option.texto.section(u'\t', 0, 0), option.valor);
+    for (const store::Option &option : options)
+        addItem(option.text.section(u'\t', 0, 0), option.value);
     setCurrentIndex(findText(shown, Qt::MatchFixedString));
     setEditText(shown);
 }
 
-void ListaConCompletado::SeleccionarItem(int id)
+void ListWithCompleted::SeleccionarItem(int id)
 {
     const QSignalBlocker silent(this);
     const int index = findData(id);
@@ -55,7 +56,7 @@ void ListaConCompletado::SeleccionarItem(int id)
     lineEdit()->home(false); // a long name shows how it begins
 }
 
-int ListaConCompletado::Id() const
+int ListWithCompleted::Id() const
 {
     const QString text = currentText().trimmed();
     if (text.isEmpty())
@@ -66,30 +67,30 @@ int ListaConCompletado::Id() const
     return itemData(findText(text, Qt::MatchFixedString)).toInt();
 }
 
-void ListaConCompletado::Proponer(int id, const QString &nombre)
+void ListWithCompleted::propose(int id, const QString &name)
 {
     const QString text = lineEdit()->text();
-    if (!nombre.startsWith(text, Qt::CaseInsensitive))
+    if (!name.startsWith(text, Qt::CaseInsensitive))
         return;
     {
         const QSignalBlocker silent(this);
         setCurrentIndex(findData(id));
     }
-    lineEdit()->setText(nombre);
-    lineEdit()->setSelection(int(text.size()), int(nombre.size() - text.size()));
+    lineEdit()->setText(name);
+    lineEdit()->setSelection(int(text.size()), int(name.size() - text.size()));
 }
 
-bool ListaConCompletado::eventFilter(QObject *watched, QEvent *event)
+bool ListWithCompleted::eventFilter(QObject *watched, QEvent *event)
 {
     // Keys reach the list itself; one that is sent to its box takes the same way.
     if (watched == lineEdit() && event->type() == QEvent::KeyPress) {
         keyPressEvent(static_cast<QKeyEvent *>(event));
         return true;
     }
-    return ListaCalma::eventFilter(watched, event);
+    return CalmList::eventFilter(watched, event);
 }
 
-void ListaConCompletado::keyPressEvent(QKeyEvent *event)
+void ListWithCompleted::keyPressEvent(QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Return:
@@ -108,7 +109,7 @@ void ListaConCompletado::keyPressEvent(QKeyEvent *event)
     default:
         break;
     }
-    m_borra = erases(*event);
-    ListaCalma::keyPressEvent(event);
-    m_borra = false;
+    m_deletes = erases(*event);
+    CalmList::keyPressEvent(event);
+    m_deletes = false;
 }

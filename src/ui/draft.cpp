@@ -6,43 +6,43 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
-Borrador::Borrador(const Sesion &s, const QString &formulario)
+Draft::Draft(const Sesion &s, const QString &form)
 {
     // Without a program folder nothing is kept: an unnamed file is never written.
-    if (s.carpetaDePrograma.isEmpty())
+    if (s.programFolder.isEmpty())
         return;
     const QByteArray folder =
-        QCryptographicHash::hash(s.carpetaDeDatos.toUtf8(), QCryptographicHash::Sha1);
-    m_archivo =
-        s.carpetaDePrograma
-        + u"borrador-%1-%2.json"_s.arg(formulario, QString::fromLatin1(folder.toHex().left(16)));
+        QCryptographicHash::hash(s.dataFolder.toUtf8(), QCryptographicHash::Sha1);
+    m_file = s.programFolder
+             + u"borrador-%1-%2.json"_s.arg(form, QString::fromLatin1(folder.toHex().left(16)));
 }
 
-void Borrador::Guardar(const QVariantMap &campos) const
+void Draft::save(const QVariantMap &fields) const
 {
-    if (m_archivo.isEmpty())
+    if (m_file.isEmpty())
         return;
-    QSaveFile file(m_archivo);
+    QSaveFile file(m_file);
     if (!file.open(QIODevice::WriteOnly)
         || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
         return;
-    file.write(QJsonDocument(QJsonObject::fromVariantMap(campos)).toJson());
+    file.write(QJsonDocument(QJsonObject::fromVariantMap(fields)).toJson());
     if (file.flush()) // the commit does not look at what is still to be written
         file.commit();
 }
 
-QVariantMap Borrador::Leer() const
+QVariantMap Draft::read() const
 {
-    QFile file(m_archivo);
-    if (m_archivo.isEmpty() || !file.open(QIODevice::ReadOnly))
+    QFile file(m_file);
+    if (m_file.isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
     return QJsonDocument::fromJson(file.readAll()).object().toVariantMap();
 }
 
-void Borrador::Borrar() const
+void Draft::clear() const
 {
-    if (!m_archivo.isEmpty())
-        QFile::remove(m_archivo);
+    if (!m_file.isEmpty())
+        QFile::remove(m_file);
 }

@@ -5,19 +5,24 @@
 
 #include <QVariantMap>
 
+namespace ui
+{
+
 /// The draft of one form, kept beside the machine's settings in a file that only this user can
 /// read. Tied to the data folder: one clinic's draft is never offered in another.
 /// A draft that cannot be written is passed over in silence.
-class Borrador
+class Draft
 {
 public:
-    Borrador(const Sesion &s, const QString &formulario);
-    /// Writes to the disk: call it when typing pauses. @param campos texts, numbers, yes or no
-    void Guardar(const QVariantMap &campos) const;
+    Draft(const Sesion &s, const QString &form);
+    /// Writes to the disk: call it when typing pauses. @param fields texts, numbers, yes or no
+    void save(const QVariantMap &fields) const;
     /// Empty when there is none.
-    QVariantMap Leer() const;
-    void Borrar() const;
+    QVariantMap read() const;
+    void clear() const;
 
 private:
-    QString m_archivo; // empty where nothing is kept
+    QString m_file; // empty where nothing is kept
 };
+
+} // namespace ui

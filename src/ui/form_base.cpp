@@ -17,12 +17,13 @@
 #include <QSettings>
 #include <QTextEdit>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr const char *noApostrophe = "refusesApostrophe";
+constexpr const char *NoApostrophe = "refusesApostrophe";
 
 bool isEnterKey(const QKeyEvent &key)
 {
@@ -66,7 +67,7 @@ void tellFailure(Sesion &s, int number, const QString &description, const QStrin
 
 } // namespace
 
-QString spoken(QString caption)
+QString ui::spoken(QString caption)
 {
     caption.remove(u'&');
     for (const QString &dots : {u"…"_s, u"..."_s})
@@ -88,18 +89,18 @@ bool FormBase::guarded(const std::function<void()> &task)
     try {
         task();
         return true;
-    } catch (const ErrorDeAlmacen &e) {
+    } catch (const store::StoreError &e) {
         // The user can act on a full or protected disk; the log lies on that same disk.
-        if (e.EsDelMedio())
-            m_s.dialogos.Mensaje(TextoDeError(m_s, e));
+        if (e.isMediumFailure())
+            m_s.dialogos.Mensaje(store::errorText(m_s, e));
         else
-            tellFailure(m_s, e.numero, e.descripcion, objectName());
+            tellFailure(m_s, e.number, e.description, objectName());
     } catch (const std::bad_alloc &) {
-        tellFailure(m_s, ErrorNum::SinMemoria, u"Out of memory"_s, objectName());
+        tellFailure(m_s, store::ErrorNumber::OutOfMemory, u"Out of memory"_s, objectName());
     } catch (const std::exception &e) {
-        tellFailure(m_s, ErrorNum::Interno, QString::fromUtf8(e.what()), objectName());
+        tellFailure(m_s, store::ErrorNumber::Internals, QString::fromUtf8(e.what()), objectName());
     } catch (...) {
-        tellFailure(m_s, ErrorNum::Interno, u"Unknown failure"_s, objectName());
+        tellFailure(m_s, store::ErrorNumber::Internals, u"Unknown failure"_s, objectName());
     }
     // Where closing the message activates the form again, it must not come up for ever.
     m_passOver = m_activating;
@@ -133,7 +134,7 @@ QPushButton *FormBase::button(const QString &name, int caption, const QString &p
     auto *made = named(new QPushButton(text), name, text);
     made->setAutoDefault(false);
     if (!picture.isEmpty())
-        made->setIcon(Icono(picture));
+        made->setIcon(namedIcon(picture));
     if (!key.isEmpty())
         made->setToolTip(spoken(text) + u" ("_s + key + u')');
     return made;
@@ -148,10 +149,10 @@ void FormBase::refuseApostrophe(const QList<QLineEdit *> &boxes)
 void FormBase::refuseApostropheIn(const QList<QWidget *> &boxes)
 {
     for (QWidget *box : boxes) {
-        box->setProperty(noApostrophe, true);
+        box->setProperty(NoApostrophe, true);
         box->installEventFilter(this);
         if (QLineEdit *line = lineOf(box)) {
-            line->setProperty(noApostrophe, true);
+            line->setProperty(NoApostrophe, true);
             line->installEventFilter(this);
             connect(line, &QLineEdit::textEdited, line, [line](const QString &text) {
                 if (!text.contains(u'\''))
@@ -193,7 +194,7 @@ bool FormBase::eventFilter(QObject *watched, QEvent *event)
         return QDialog::eventFilter(watched, event);
     const auto &key = *static_cast<QKeyEvent *>(event);
 
-    if (key.text() == u"'" && watched->property(noApostrophe).toBool()) {
+    if (key.text() == u"'" && watched->property(NoApostrophe).toBool()) {
         int code = u'\'';
         FiltrarApostrofe(m_s, code);
         if (code == 0)
@@ -240,7 +241,7 @@ QString FormBase::headerKey(const QHeaderView *header) const
 void FormBase::rememberSize(QSize first)
 {
     m_remembersSize = true;
-    const QSettings ini(ArchivoDeMaquina(m_s), QSettings::IniFormat);
+    const QSettings ini(store::machineFile(m_s), QSettings::IniFormat);
     if (restoreGeometry(ini.value(objectName() + u"/geometry"_s).toByteArray()))
         return;
     resize(screen() ? first.boundedTo(screen()->availableSize()) : first);
@@ -249,7 +250,7 @@ void FormBase::rememberSize(QSize first)
 void FormBase::rememberColumns(QHeaderView *header)
 {
     m_headers.append(header);
-    const QSettings ini(ArchivoDeMaquina(m_s), QSettings::IniFormat);
+    const QSettings ini(store::machineFile(m_s), QSettings::IniFormat);
     header->restoreState(ini.value(headerKey(header)).toByteArray());
 }
 
@@ -257,7 +258,7 @@ void FormBase::hideEvent(QHideEvent *event)
 {
     m_passOver = false;
     if (!event->spontaneous() && (m_remembersSize || !m_headers.isEmpty())) {
-        QSettings ini(ArchivoDeMaquina(m_s), QSettings::IniFormat);
+        QSettings ini(store::machineFile(m_s), QSettings::IniFormat);
         if (m_remembersSize)
             ini.setValue(objectName() + u"/geometry"_s, saveGeometry());
         for (const auto &header : std::as_const(m_headers))

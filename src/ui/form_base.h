@@ -13,19 +13,12 @@ class QHeaderView;
 class QLineEdit;
 class QPushButton;
 
+namespace ui
+{
+
 /// A caption as it is said, or shown where its letter cannot be pressed: without the letter's mark
 /// and the dots of what asks for more.
 QString spoken(QString caption);
-
-/// Gives a control its given name and what a screen reader says for it, which may be a caption.
-/// @return the control
-template <typename W>
-W *named(W *control, const QString &name, const QString &accessible)
-{
-    control->setObjectName(name);
-    control->setAccessibleName(spoken(accessible));
-    return control;
-}
 
 /// Base of all forms. ESC closes; ENTER walks the boxes given to enterChain and clicks the button
 /// that has the focus. A form leaves by reject() whichever way it is closed, so that is the one
@@ -37,7 +30,7 @@ public:
     FormBase(Sesion &s, const QString &name, QWidget *parent = nullptr);
 
     /// Called by the registry each time the form is about to be shown: with what, if anything.
-    virtual void opened(const QVariantMap &parametros);
+    virtual void opened(const QVariantMap &parameters);
 
     /// Runs what can fail. Here every failure of a form ends and is told: nothing is thrown into
     /// the event loop, and what the user typed stays on the form.
@@ -87,3 +80,15 @@ private:
     bool m_activating = false;
     bool m_passOver = false; // the next activation
 };
+
+} // namespace ui
+
+/// Gives a control its given name and what a screen reader says for it, which may be a caption.
+/// @return the control
+template <typename W>
+W *named(W *control, const QString &name, const QString &accessible)
+{
+    control->setObjectName(name);
+    control->setAccessibleName(ui::spoken(accessible));
+    return control;
+}

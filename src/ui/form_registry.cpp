@@ -4,56 +4,58 @@
 
 #include <QApplication>
 
+using namespace ui;
+
 namespace
 {
 
 /// The busy cursor while a screen is built, however that ends.
-struct CursorOcupado {
-    CursorOcupado() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~CursorOcupado() { QApplication::restoreOverrideCursor(); }
-    CursorOcupado(const CursorOcupado &) = delete;
-    CursorOcupado &operator=(const CursorOcupado &) = delete;
+struct BusyCursor {
+    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
+    BusyCursor(const BusyCursor &) = delete;
+    BusyCursor &operator=(const BusyCursor &) = delete;
 };
 
 } // namespace
 
-Formularios::~Formularios()
+FormRegistry::~FormRegistry()
 {
     // Hidden first: a window that goes away while it shows moves the focus, and its own slots would
     // hear of that when half of it is gone.
-    for (const auto &form : std::as_const(m_cargados))
+    for (const auto &form : std::as_const(m_loaded))
         if (form) {
             form->hide();
             delete form.data();
         }
 }
 
-void Formularios::Registrar(const QString &nombre, Fabrica fabrica)
+void FormRegistry::enrol(const QString &name, Maker maker)
 {
-    m_fabricas.insert(nombre, std::move(fabrica));
+    m_makers.insert(name, std::move(maker));
 }
 
-bool Formularios::Existe(const QString &nombre) const { return m_fabricas.contains(nombre); }
+bool FormRegistry::exists(const QString &name) const { return m_makers.contains(name); }
 
-FormBase *Formularios::Cargar(const QString &nombre)
+FormBase *FormRegistry::load(const QString &name)
 {
-    FormBase *form = m_cargados.value(nombre);
-    if (!form && Existe(nombre)) {
-        form = m_fabricas.value(nombre)();
-        m_cargados.insert(nombre, form);
+    FormBase *form = m_loaded.value(name);
+    if (!form && exists(name)) {
+        form = m_makers.value(name)();
+        m_loaded.insert(name, form);
     }
     return form;
 }
 
-bool Formularios::Abrir(const QString &nombre, const QVariantMap &parametros)
+bool FormRegistry::open(const QString &name, const QVariantMap &parameters)
 {
     FormBase *form = nullptr;
     {
-        const CursorOcupado busy;
-        form = Cargar(nombre);
+        const BusyCursor busy;
+        form = load(name);
         if (!form)
             return false;
-        form->opened(parametros);
+        form->opened(parameters);
     }
     if (form->isModal()) {
         form->exec();

@@ -7,29 +7,34 @@
 #include <QVariantMap>
 #include <functional>
 
+namespace ui
+{
+
 class FormBase;
 
 /// The forms that this build of the program has. Owned by the program's entry, passed by reference.
-class Formularios
+class FormRegistry
 {
 public:
-    using Fabrica = std::function<FormBase *()>;
+    using Maker = std::function<FormBase *()>;
 
     /// Forms that are still loaded go with the registry.
-    ~Formularios();
+    ~FormRegistry();
 
-    void Registrar(const QString &nombre, Fabrica fabrica);
-    bool Existe(const QString &nombre) const;
+    void enrol(const QString &name, Maker maker);
+    bool exists(const QString &name) const;
 
     /// Builds the form hidden, or finds it built. There is one of each name at most.
     /// @return nullptr when the name is not registered
-    FormBase *Cargar(const QString &nombre);
+    FormBase *load(const QString &name);
 
     /// Shows the form and brings it to the front; one that is modal is waited for.
     /// @return false when the name is not registered
-    bool Abrir(const QString &nombre, const QVariantMap &parametros = {});
+    bool open(const QString &name, const QVariantMap &parameters = {});
 
 private:
-    QHash<QString, Fabrica> m_fabricas;
-    QHash<QString, QPointer<FormBase>> m_cargados;
+    QHash<QString, Maker> m_makers;
+    QHash<QString, QPointer<FormBase>> m_loaded;
 };
+
+} // namespace ui

@@ -1,6 +1,7 @@
 #include "ui/grid.h"
 
 #include "store/jet/text.h"
+#include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/theme.h"
 
@@ -9,23 +10,22 @@
 #include <limits>
 #include <numeric>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto { Si = 27, No = 28 };
-
-bool isNumeric(Clase c)
+bool isNumeric(Kind c)
 {
-    return c == Clase::Entero || c == Clase::Codigo || c == Clase::Numero || c == Clase::Importe;
+    return c == Kind::Whole || c == Kind::Code || c == Kind::Number || c == Kind::Amount;
 }
 
 /// A row may have fewer cells than there are columns.
-const Valor &celda(const FilaDeGrilla &fila, int columna)
+const store::Value &cell(const GridRow &row, int column)
 {
-    static const Valor none;
-    return columna < fila.celdas.size() ? fila.celdas[columna] : none;
+    static const store::Value none;
+    return column < row.cells.size() ? row.cells[column] : none;
 }
 
 /// A key whose plain order is the order of jet::Comparar: the letters without accents and, for a
@@ -33,8 +33,8 @@ const Valor &celda(const FilaDeGrilla &fila, int columna)
 std::string orderKey(const QString &text)
 {
     const std::string utf8 = text.toStdString();
-    const std::string folded = jet::Plegar(utf8);
-    std::string key = jet::Llano(utf8);
+    const std::string folded = jet::fold(utf8);
+    std::string key = jet::plainOf(utf8);
     if (key != folded)
         key +=
             '\0'
@@ -43,21 +43,21 @@ std::string orderKey(const QString &text)
 }
 
 /// Value by which a cell of any class but Texto is sorted; empty cells before all others.
-double orderNumber(const Valor &v, Clase clase)
+double orderNumber(const store::Value &v, Kind kind)
 {
     constexpr double first = -std::numeric_limits<double>::infinity();
-    if (v.EsNulo())
+    if (v.isNull())
         return first;
-    switch (clase) {
-    case Clase::Dia: {
+    switch (kind) {
+    case Kind::Day: {
         const QDate day = v.toDate();
         return day.isValid() ? double(day.toJulianDay()) : first;
     }
-    case Clase::Hora: {
+    case Kind::Hour: {
         const QTime time = v.toTime();
         return time.isValid() ? time.msecsSinceStartOfDay() : first;
     }
-    case Clase::SiNo:
+    case Kind::YesNo:
         return v.toBool() ? 1 : 0;
     default:
         return v.toDouble();
@@ -65,9 +65,9 @@ double orderNumber(const Valor &v, Clase clase)
 }
 
 /// With the decimals that the number has, four at most.
-QString numberText(const Valor &v)
+QString numberText(const store::Value &v)
 {
-    const QString plain = v.toMoneda().ATexto();
+    const QString plain = v.toMoneda().toText();
     const qsizetype point = plain.indexOf(u'.');
     const int decimals = point < 0 ? 0 : int(plain.size() - point - 1);
     return QLocale().toString(v.toDouble(), 'f', decimals);
@@ -77,290 +77,290 @@ QString numberText(const Valor &v)
 
 // The rows stay where they were put; `orden` says which of them stands where on screen, so that a
 // sort moves numbers and leaves its keys valid.
-struct ModeloDeGrilla::Interno {
+struct GridModel::Internals {
     QString si, no;
-    QList<ColumnaDeGrilla> columnas;
-    std::vector<FilaDeGrilla> filas;
-    std::vector<int> orden;
+    QList<GridColumn> columns;
+    std::vector<GridRow> rows;
+    std::vector<int> order;
     /// Of each column of texts, one for each of `filas`; empty until it is sorted by.
-    std::vector<std::vector<std::string>> claves;
-    int columnaDeOrden = -1;
-    Qt::SortOrder sentido = Qt::AscendingOrder;
+    std::vector<std::vector<std::string>> orderKeys;
+    int orderColumn = -1;
+    Qt::SortOrder direction = Qt::AscendingOrder;
 
-    const Valor &Celda(int i, int columna) const { return celda(filas[size_t(i)], columna); }
-    QString Texto(int i, int columna) const;
-    void Ordenar();
-    bool Antes(const FilaDeGrilla &a, const FilaDeGrilla &b, int columna) const;
-    void Agregar(FilaDeGrilla fila);
-    void OlvidarClaves() { claves.assign(size_t(columnas.size()), {}); }
+    const store::Value &Cell(int i, int column) const { return cell(rows[size_t(i)], column); }
+    QString text(int i, int column) const;
+    void sort();
+    bool beforeOf(const GridRow &a, const GridRow &b, int column) const;
+    void add(GridRow row);
+    void forgetKeys() { orderKeys.assign(size_t(columns.size()), {}); }
 };
 
-QString ModeloDeGrilla::Interno::Texto(int i, int columna) const
+QString GridModel::Internals::text(int i, int column) const
 {
-    const Valor &v = Celda(i, columna);
-    if (v.EsNulo())
+    const store::Value &v = Cell(i, column);
+    if (v.isNull())
         return {};
-    switch (columnas[columna].clase) {
-    case Clase::Texto:
+    switch (columns[column].kind) {
+    case Kind::Text:
         return v.toText();
-    case Clase::Entero:
+    case Kind::Whole:
         return QLocale().toString(v.toLong());
-    case Clase::Codigo:
+    case Kind::Code:
         return QString::number(v.toLong()).rightJustified(5, u'0');
-    case Clase::Numero:
+    case Kind::Number:
         return numberText(v);
-    case Clase::Importe:
+    case Kind::Amount:
         return QLocale().toString(v.toDouble(), 'f', 2);
-    case Clase::Dia:
-        return TextoDeDia(v.toDate());
-    case Clase::Hora:
+    case Kind::Day:
+        return store::dayText(v.toDate());
+    case Kind::Hour:
         return v.toTime().toString(u"HH:mm");
-    case Clase::SiNo:
+    case Kind::YesNo:
         return v.toBool() ? si : no;
     }
     return {};
 }
 
-void ModeloDeGrilla::Interno::Ordenar()
+void GridModel::Internals::sort()
 {
-    if (columnaDeOrden < 0)
+    if (orderColumn < 0)
         return;
     const auto by = [this](const auto &keys) {
-        if (sentido == Qt::AscendingOrder)
+        if (direction == Qt::AscendingOrder)
             std::ranges::stable_sort(
-                orden, [&](int a, int b) { return keys[size_t(a)] < keys[size_t(b)]; });
+                order, [&](int a, int b) { return keys[size_t(a)] < keys[size_t(b)]; });
         else
             std::ranges::stable_sort(
-                orden, [&](int a, int b) { return keys[size_t(b)] < keys[size_t(a)]; });
+                order, [&](int a, int b) { return keys[size_t(b)] < keys[size_t(a)]; });
     };
-    const Clase clase = columnas[columnaDeOrden].clase;
-    if (clase == Clase::Texto) {
-        auto &keys = claves[size_t(columnaDeOrden)];
+    const Kind kind = columns[orderColumn].kind;
+    if (kind == Kind::Text) {
+        auto &keys = orderKeys[size_t(orderColumn)];
         if (keys.empty()) {
-            keys.reserve(filas.size());
-            for (int i = 0; i < int(filas.size()); ++i)
-                keys.push_back(orderKey(Texto(i, columnaDeOrden)));
+            keys.reserve(rows.size());
+            for (int i = 0; i < int(rows.size()); ++i)
+                keys.push_back(orderKey(text(i, orderColumn)));
         }
         by(keys);
         return;
     }
     std::vector<double> keys;
-    keys.reserve(filas.size());
-    for (int i = 0; i < int(filas.size()); ++i)
-        keys.push_back(orderNumber(Celda(i, columnaDeOrden), clase));
+    keys.reserve(rows.size());
+    for (int i = 0; i < int(rows.size()); ++i)
+        keys.push_back(orderNumber(Cell(i, orderColumn), kind));
     by(keys);
 }
 
-bool ModeloDeGrilla::Interno::Antes(const FilaDeGrilla &a, const FilaDeGrilla &b, int columna) const
+bool GridModel::Internals::beforeOf(const GridRow &a, const GridRow &b, int column) const
 {
-    const Valor &x = celda(a, columna);
-    const Valor &y = celda(b, columna);
-    const Clase clase = columnas[columna].clase;
-    if (clase == Clase::Texto)
-        return jet::Comparar(x.toText().toStdString(), y.toText().toStdString()) < 0;
-    return orderNumber(x, clase) < orderNumber(y, clase);
+    const store::Value &x = cell(a, column);
+    const store::Value &y = cell(b, column);
+    const Kind kind = columns[column].kind;
+    if (kind == Kind::Text)
+        return jet::compareText(x.toText().toStdString(), y.toText().toStdString()) < 0;
+    return orderNumber(x, kind) < orderNumber(y, kind);
 }
 
 /// Behind the others; the caller gives it its place in `orden`.
-void ModeloDeGrilla::Interno::Agregar(FilaDeGrilla fila)
+void GridModel::Internals::add(GridRow row)
 {
-    filas.push_back(std::move(fila));
-    const int i = int(filas.size()) - 1;
-    for (int c = 0; c < columnas.size(); ++c)
-        if (auto &keys = claves[size_t(c)]; !keys.empty())
-            keys.push_back(orderKey(Texto(i, c)));
+    rows.push_back(std::move(row));
+    const int i = int(rows.size()) - 1;
+    for (int c = 0; c < columns.size(); ++c)
+        if (auto &keys = orderKeys[size_t(c)]; !keys.empty())
+            keys.push_back(orderKey(text(i, c)));
 }
 
-ModeloDeGrilla::ModeloDeGrilla(const Sesion &s, QList<ColumnaDeGrilla> columnas, QObject *parent)
-    : QAbstractTableModel(parent), d(std::make_shared<Interno>())
+GridModel::GridModel(const Sesion &s, QList<GridColumn> columns, QObject *parent)
+    : QAbstractTableModel(parent), d(std::make_shared<Internals>())
 {
-    d->si = s(Si);
-    d->no = s(No);
-    d->columnas = std::move(columnas);
-    d->OlvidarClaves();
+    d->si = s(text::Yes);
+    d->no = s(text::No);
+    d->columns = std::move(columns);
+    d->forgetKeys();
 }
 
-void ModeloDeGrilla::Poner(std::vector<FilaDeGrilla> filas)
+void GridModel::set(std::vector<GridRow> rows)
 {
     beginResetModel();
-    d->filas = std::move(filas);
-    d->orden.resize(d->filas.size());
-    std::iota(d->orden.begin(), d->orden.end(), 0);
-    d->OlvidarClaves();
-    d->Ordenar();
+    d->rows = std::move(rows);
+    d->order.resize(d->rows.size());
+    std::iota(d->order.begin(), d->order.end(), 0);
+    d->forgetKeys();
+    d->sort();
     endResetModel();
 }
 
-int ModeloDeGrilla::Insertar(FilaDeGrilla fila, int columna)
+int GridModel::insert(GridRow added, int column)
 {
-    const auto row = [this](int i) -> const FilaDeGrilla & { return d->filas[size_t(i)]; };
-    auto place = d->orden.end();
-    if (const int c = d->columnaDeOrden; c >= 0) {
-        const bool up = d->sentido == Qt::AscendingOrder;
+    const auto row = [this](int i) -> const GridRow & { return d->rows[size_t(i)]; };
+    auto place = d->order.end();
+    if (const int c = d->orderColumn; c >= 0) {
+        const bool up = d->direction == Qt::AscendingOrder;
         place = std::upper_bound(
-            d->orden.begin(), d->orden.end(), fila, [&](const FilaDeGrilla &nueva, int i) {
-                return up ? d->Antes(nueva, row(i), c) : d->Antes(row(i), nueva, c);
+            d->order.begin(), d->order.end(), added, [&](const GridRow &newOne, int i) {
+                return up ? d->beforeOf(newOne, row(i), c) : d->beforeOf(row(i), newOne, c);
             });
-    } else if (columna >= 0 && columna < d->columnas.size()) {
-        place =
-            std::ranges::find_if(d->orden, [&](int i) { return d->Antes(fila, row(i), columna); });
+    } else if (column >= 0 && column < d->columns.size()) {
+        place = std::ranges::find_if(d->order,
+                                     [&](int i) { return d->beforeOf(added, row(i), column); });
     }
-    const int at = int(place - d->orden.begin());
+    const int at = int(place - d->order.begin());
     beginInsertRows({}, at, at);
-    d->Agregar(std::move(fila));
-    d->orden.insert(place, int(d->filas.size()) - 1);
+    d->add(std::move(added));
+    d->order.insert(place, int(d->rows.size()) - 1);
     endInsertRows();
     return at;
 }
 
-void ModeloDeGrilla::Cambiar(int fila, FilaDeGrilla datos)
+void GridModel::change(int row, GridRow data)
 {
-    if (fila < 0 || fila >= Filas())
+    if (row < 0 || row >= allRows())
         return;
-    const int i = d->orden[size_t(fila)];
-    d->filas[size_t(i)] = std::move(datos);
-    for (int c = 0; c < d->columnas.size(); ++c)
-        if (auto &keys = d->claves[size_t(c)]; !keys.empty())
-            keys[size_t(i)] = orderKey(d->Texto(i, c));
-    Q_EMIT dataChanged(index(fila, 0), index(fila, columnCount() - 1));
+    const int i = d->order[size_t(row)];
+    d->rows[size_t(i)] = std::move(data);
+    for (int c = 0; c < d->columns.size(); ++c)
+        if (auto &keys = d->orderKeys[size_t(c)]; !keys.empty())
+            keys[size_t(i)] = orderKey(d->text(i, c));
+    Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
-void ModeloDeGrilla::Quitar(int fila)
+void GridModel::remove(int row)
 {
-    if (fila < 0 || fila >= Filas())
+    if (row < 0 || row >= allRows())
         return;
-    beginRemoveRows({}, fila, fila);
-    const int gone = d->orden[size_t(fila)];
-    d->orden.erase(d->orden.begin() + fila);
-    for (int &i : d->orden)
+    beginRemoveRows({}, row, row);
+    const int gone = d->order[size_t(row)];
+    d->order.erase(d->order.begin() + row);
+    for (int &i : d->order)
         i -= i > gone;
-    d->filas.erase(d->filas.begin() + gone);
-    for (auto &keys : d->claves)
+    d->rows.erase(d->rows.begin() + gone);
+    for (auto &keys : d->orderKeys)
         if (!keys.empty())
             keys.erase(keys.begin() + gone);
     endRemoveRows();
 }
 
-const FilaDeGrilla &ModeloDeGrilla::Fila(int fila) const
+const GridRow &GridModel::Row(int row) const
 {
-    static const FilaDeGrilla none;
-    return fila < 0 || fila >= Filas() ? none : d->filas[size_t(d->orden[size_t(fila)])];
+    static const GridRow none;
+    return row < 0 || row >= allRows() ? none : d->rows[size_t(d->order[size_t(row)])];
 }
 
-int ModeloDeGrilla::Filas() const { return int(d->orden.size()); }
+int GridModel::allRows() const { return int(d->order.size()); }
 
-const QList<ColumnaDeGrilla> &ModeloDeGrilla::Columnas() const { return d->columnas; }
+const QList<GridColumn> &GridModel::allColumns() const { return d->columns; }
 
-QString ModeloDeGrilla::TextoDeCelda(int fila, int columna) const
+QString GridModel::cellText(int row, int column) const
 {
-    if (fila < 0 || fila >= Filas() || columna < 0 || columna >= d->columnas.size())
+    if (row < 0 || row >= allRows() || column < 0 || column >= d->columns.size())
         return {};
-    return d->Texto(d->orden[size_t(fila)], columna);
+    return d->text(d->order[size_t(row)], column);
 }
 
-int ModeloDeGrilla::BuscarEnGrilla(const Valor &valor, int columna, int desde, int hasta) const
+int GridModel::BuscarEnGrilla(const store::Value &value, int column, int from, int until) const
 {
-    if (columna < 0 || columna >= d->columnas.size() || valor.EsNulo())
+    if (column < 0 || column >= d->columns.size() || value.isNull())
         return -1;
-    const QString *wanted = valor.Es<QString>();
-    const bool number = isNumeric(d->columnas[columna].clase);
+    const QString *wanted = value.is<QString>();
+    const bool number = isNumeric(d->columns[column].kind);
     const auto matches = [&](int i) {
-        const Valor &cell = d->Celda(i, columna);
-        const QString *text = cell.Es<QString>();
+        const store::Value &cell = d->Cell(i, column);
+        const QString *text = cell.is<QString>();
         if (wanted)
             return text ? text->startsWith(*wanted, Qt::CaseInsensitive)
-                        : d->Texto(i, columna).startsWith(*wanted, Qt::CaseInsensitive);
+                        : d->text(i, column).startsWith(*wanted, Qt::CaseInsensitive);
         // A text that is no number equals none, not even 0; so does an empty cell.
-        if (text || cell.EsNulo())
-            return text && *text == valor.toText();
-        return cell == valor || (number && cell.toDouble() == valor.toDouble());
+        if (text || cell.isNull())
+            return text && *text == value.toText();
+        return cell == value || (number && cell.toDouble() == value.toDouble());
     };
-    for (int f = std::max(desde, 0); f <= std::min(hasta, Filas() - 1); ++f)
-        if (matches(d->orden[size_t(f)]))
+    for (int f = std::max(from, 0); f <= std::min(until, allRows() - 1); ++f)
+        if (matches(d->order[size_t(f)]))
             return f;
     return -1;
 }
 
-int ModeloDeGrilla::rowCount(const QModelIndex &parent) const
+int GridModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : Filas();
+    return parent.isValid() ? 0 : allRows();
 }
 
-int ModeloDeGrilla::columnCount(const QModelIndex &parent) const
+int GridModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(d->columnas.size());
+    return parent.isValid() ? 0 : int(d->columns.size());
 }
 
-QVariant ModeloDeGrilla::data(const QModelIndex &index, int role) const
+QVariant GridModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || index.row() >= Filas() || index.column() >= d->columnas.size())
+    if (!index.isValid() || index.row() >= allRows() || index.column() >= d->columns.size())
         return {};
-    const FilaDeGrilla &row = Fila(index.row());
-    const bool stands = row.realce != Realce::Ninguno
-                        && (row.celdaRealzada < 0 || row.celdaRealzada == index.column());
-    const bool muted = row.realce == Realce::Apagado || row.realce == Realce::Hecho;
+    const GridRow &row = Row(index.row());
+    const bool stands = row.highlight != Highlight::None
+                        && (row.highlightedCell < 0 || row.highlightedCell == index.column());
+    const bool muted = row.highlight == Highlight::Off || row.highlight == Highlight::Done;
     switch (role) {
     case Qt::DisplayRole:
-        return TextoDeCelda(index.row(), index.column());
+        return cellText(index.row(), index.column());
     case Qt::AccessibleTextRole: {
-        const QString text = TextoDeCelda(index.row(), index.column());
-        return stands && !row.motivo.isEmpty() ? text + u", "_s + row.motivo : text;
+        const QString text = cellText(index.row(), index.column());
+        return stands && !row.reason.isEmpty() ? text + u", "_s + row.reason : text;
     }
     case Qt::ToolTipRole:
-        return stands && !row.motivo.isEmpty() ? row.motivo.toHtmlEscaped() : QVariant();
+        return stands && !row.reason.isEmpty() ? row.reason.toHtmlEscaped() : QVariant();
     case Qt::TextAlignmentRole:
-        return int((isNumeric(d->columnas[index.column()].clase) ? Qt::AlignRight : Qt::AlignLeft)
+        return int((isNumeric(d->columns[index.column()].kind) ? Qt::AlignRight : Qt::AlignLeft)
                    | Qt::AlignVCenter);
     case Qt::BackgroundRole:
         if (stands && !muted)
-            return QBrush(row.realce == Realce::Alerta ? PaletaEnUso().alerta
-                                                       : PaletaEnUso().aviso);
+            return QBrush(row.highlight == Highlight::Alert ? paletteInUse().alert
+                                                            : paletteInUse().notice);
         return {};
     case Qt::ForegroundRole:
         if (stands && muted)
-            return QBrush(PaletaEnUso().textoSuave);
+            return QBrush(paletteInUse().softText);
         return {};
-    case RolDeSigno: {
-        if (!stands || row.realce == Realce::Hecho)
+    case SignRole: {
+        if (!stands || row.highlight == Highlight::Done)
             return {};
         const auto shown =
-            std::ranges::find_if(d->columnas, [](const auto &c) { return !c.oculta; });
-        const bool here = row.celdaRealzada >= 0 || index.column() == shown - d->columnas.begin();
-        return here ? QVariant(int(row.realce)) : QVariant();
+            std::ranges::find_if(d->columns, [](const auto &c) { return !c.hidden; });
+        const bool here = row.highlightedCell >= 0 || index.column() == shown - d->columns.begin();
+        return here ? QVariant(int(row.highlight)) : QVariant();
     }
     default:
         return {};
     }
 }
 
-QVariant ModeloDeGrilla::headerData(int section, Qt::Orientation orientation, int role) const
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || section < 0 || section >= d->columnas.size())
+    if (orientation != Qt::Horizontal || section < 0 || section >= d->columns.size())
         return QAbstractTableModel::headerData(section, orientation, role);
-    const ColumnaDeGrilla &column = d->columnas[section];
+    const GridColumn &column = d->columns[section];
     if (role == Qt::DisplayRole)
-        return column.titulo;
+        return column.title;
     if (role == Qt::TextAlignmentRole)
-        return int((isNumeric(column.clase) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int((isNumeric(column.kind) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
 }
 
-void ModeloDeGrilla::sort(int columna, Qt::SortOrder orden)
+void GridModel::sort(int column, Qt::SortOrder order)
 {
-    if (columna >= d->columnas.size())
+    if (column >= d->columns.size())
         return;
-    d->columnaDeOrden = std::max(columna, -1);
-    d->sentido = orden;
-    if (columna < 0)
+    d->orderColumn = std::max(column, -1);
+    d->direction = order;
+    if (column < 0)
         return;
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
-    const std::vector<int> before = d->orden;
-    d->Ordenar();
+    const std::vector<int> before = d->order;
+    d->sort();
     const QModelIndexList kept = persistentIndexList();
     if (!kept.isEmpty()) {
         std::vector<int> place(before.size());
-        for (size_t f = 0; f < d->orden.size(); ++f)
-            place[size_t(d->orden[f])] = int(f);
+        for (size_t f = 0; f < d->order.size(); ++f)
+            place[size_t(d->order[f])] = int(f);
         QModelIndexList moved;
         for (const QModelIndex &i : kept)
             moved << index(place[size_t(before[size_t(i.row())])], i.column());

@@ -8,17 +8,19 @@
 #include <QTemporaryDir>
 #include <xlsxwriter.h>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr double pixelsPerCharacter = 7; // of a workbook's column width
-constexpr qsizetype longestCell = 32767; // of a workbook
+constexpr double PixelsPerCharacter = 7; // of a workbook's column width
+constexpr qsizetype LongestCell = 32767; // of a workbook
 
 [[noreturn]] void fail(const QString &file, const QString &why)
 {
-    throw ErrorDeAlmacen(ErrorNum::RutaODisco, QDir::toNativeSeparators(file) + u": "_s + why);
+    throw store::StoreError(store::ErrorNumber::PathOrDisk,
+                            QDir::toNativeSeparators(file) + u": "_s + why);
 }
 
 /// The former file stays until all of the new one is on the disk.
@@ -31,11 +33,11 @@ void replaceFile(const QString &name, const QByteArray &content)
 }
 
 /// A number as a spreadsheet of this locale reads it: without marks between the thousands.
-QString plainCell(const ModeloDeGrilla &model, int row, int column)
+QString plainCell(const GridModel &model, int row, int column)
 {
-    const Clase clase = model.Columnas()[column].clase;
-    QString text = model.TextoDeCelda(row, column);
-    if (clase == Clase::Entero || clase == Clase::Numero || clase == Clase::Importe)
+    const Kind kind = model.allColumns()[column].kind;
+    QString text = model.cellText(row, column);
+    if (kind == Kind::Whole || kind == Kind::Number || kind == Kind::Amount)
         text.remove(QLocale().groupSeparator());
     return text;
 }
@@ -49,44 +51,45 @@ QString csvField(QString text, QChar separator, bool guard)
     return quote ? u'"' + text.replace(u'"', u"\"\""_s) + u'"' : text;
 }
 
-struct CerrarLibro {
+struct CloseBook {
     void operator()(lxw_workbook *book) const { workbook_close(book); }
 };
 
 /// One sheet being written.
-struct Hoja {
+struct Sheet {
     lxw_worksheet *sheet;
     lxw_format *code, *integer, *amount, *day, *time;
 
     void text(lxw_row_t row, lxw_col_t col, const QString &t) const
     {
         if (!t.isEmpty())
-            worksheet_write_string(sheet, row, col, t.left(longestCell).toUtf8().constData(),
+            worksheet_write_string(sheet, row, col, t.left(LongestCell).toUtf8().constData(),
                                    nullptr);
     }
 
-    void cell(lxw_row_t row, lxw_col_t col, const Valor &v, Clase clase, const QString &shown) const
+    void cell(lxw_row_t row, lxw_col_t col, const store::Value &v, Kind kind,
+              const QString &shown) const
     {
-        if (v.EsNulo())
+        if (v.isNull())
             return;
-        switch (clase) {
-        case Clase::Texto:
-        case Clase::SiNo:
+        switch (kind) {
+        case Kind::Text:
+        case Kind::YesNo:
             return text(row, col, shown);
-        case Clase::Entero:
+        case Kind::Whole:
             worksheet_write_number(sheet, row, col, v.toDouble(), integer);
             return;
-        case Clase::Codigo:
+        case Kind::Code:
             worksheet_write_number(sheet, row, col, v.toDouble(), code);
             return;
-        case Clase::Numero:
+        case Kind::Number:
             // Through the amount: 12.35 and not the 12.3500003 of a short floating number.
-            worksheet_write_number(sheet, row, col, v.toMoneda().ADoble(), nullptr);
+            worksheet_write_number(sheet, row, col, v.toMoneda().toDouble(), nullptr);
             return;
-        case Clase::Importe:
-            worksheet_write_number(sheet, row, col, v.toMoneda().ADoble(), amount);
+        case Kind::Amount:
+            worksheet_write_number(sheet, row, col, v.toMoneda().toDouble(), amount);
             return;
-        case Clase::Dia: {
+        case Kind::Day: {
             const QDate d = v.toDate();
             if (d.year() < 1900 || d.year() > 9999) // what workbooks can count
                 return text(row, col, shown);
@@ -94,7 +97,7 @@ struct Hoja {
             worksheet_write_datetime(sheet, row, col, &when, day);
             return;
         }
-        case Clase::Hora:
+        case Kind::Hour:
             if (const QTime t = v.toTime(); t.isValid())
                 worksheet_write_number(sheet, row, col, t.msecsSinceStartOfDay() / 86'400'000.0,
                                        time);
@@ -110,39 +113,39 @@ lxw_format *format(lxw_workbook *book, const char *pattern)
     return f;
 }
 
-lxw_error writeBook(const ModeloDeGrilla &model, const QList<int> &columns, const QByteArray &file)
+lxw_error writeBook(const GridModel &model, const QList<int> &columns, const QByteArray &file)
 {
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
-    std::unique_ptr<lxw_workbook, CerrarLibro> book(workbook_new_opt(file.constData(), &options));
+    std::unique_ptr<lxw_workbook, CloseBook> book(workbook_new_opt(file.constData(), &options));
     if (!book)
         return LXW_ERROR_MEMORY_MALLOC_FAILED;
-    const Hoja hoja{workbook_add_worksheet(book.get(), "Kelvara"),
-                    format(book.get(), "00000"),
-                    format(book.get(), "0"),
-                    format(book.get(), "#,##0.00"),
-                    format(book.get(), MesPrimero() ? "mm/dd/yyyy" : "dd/mm/yyyy"),
-                    format(book.get(), "hh:mm")};
-    if (!hoja.sheet)
+    const Sheet sheet{workbook_add_worksheet(book.get(), "Kelvara"),
+                      format(book.get(), "00000"),
+                      format(book.get(), "0"),
+                      format(book.get(), "#,##0.00"),
+                      format(book.get(), store::isMonthFirst() ? "mm/dd/yyyy" : "dd/mm/yyyy"),
+                      format(book.get(), "hh:mm")};
+    if (!sheet.sheet)
         return LXW_ERROR_CREATING_TMPFILE;
 
     lxw_format *bold = workbook_add_format(book.get());
     format_set_bold(bold);
     for (lxw_col_t i = 0; i < columns.size(); ++i)
-        worksheet_set_column(hoja.sheet, i, i,
-                             model.Columnas()[columns[i]].ancho / pixelsPerCharacter, nullptr);
+        worksheet_set_column(sheet.sheet, i, i,
+                             model.allColumns()[columns[i]].width / PixelsPerCharacter, nullptr);
     for (lxw_col_t i = 0; i < columns.size(); ++i)
-        worksheet_write_string(hoja.sheet, 0, i,
-                               model.Columnas()[columns[i]].titulo.toUtf8().constData(), bold);
-    worksheet_freeze_panes(hoja.sheet, 1, 0);
-    for (int row = 0; row < model.Filas(); ++row) {
-        const FilaDeGrilla &r = model.Fila(row);
+        worksheet_write_string(sheet.sheet, 0, i,
+                               model.allColumns()[columns[i]].title.toUtf8().constData(), bold);
+    worksheet_freeze_panes(sheet.sheet, 1, 0);
+    for (int row = 0; row < model.allRows(); ++row) {
+        const GridRow &r = model.Row(row);
         for (lxw_col_t i = 0; i < columns.size(); ++i) {
             const int c = columns[i];
-            const Clase clase = model.Columnas()[c].clase;
-            const bool shown = clase == Clase::Texto || clase == Clase::SiNo || clase == Clase::Dia;
-            hoja.cell(lxw_row_t(row + 1), i, r.celdas.value(c), clase,
-                      shown ? model.TextoDeCelda(row, c) : QString());
+            const Kind kind = model.allColumns()[c].kind;
+            const bool shown = kind == Kind::Text || kind == Kind::YesNo || kind == Kind::Day;
+            sheet.cell(lxw_row_t(row + 1), i, r.cells.value(c), kind,
+                       shown ? model.cellText(row, c) : QString());
         }
     }
     return workbook_close(book.release());
@@ -150,34 +153,34 @@ lxw_error writeBook(const ModeloDeGrilla &model, const QList<int> &columns, cons
 
 } // namespace
 
-void ExportarCsv(const ModeloDeGrilla &modelo, const QList<int> &columnas, const QString &archivo)
+void ui::exportCsv(const GridModel &model, const QList<int> &columns, const QString &file)
 {
     const QChar separator = QLocale().decimalPoint() == u"," ? u';' : u',';
     QString text(QChar::ByteOrderMark);
     const auto line = [&](const auto &field) {
-        for (qsizetype i = 0; i < columnas.size(); ++i)
-            text += (i ? QString(separator) : QString()) + field(columnas[i]);
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            text += (i ? QString(separator) : QString()) + field(columns[i]);
         text += u"\r\n"_s;
     };
-    line([&](int c) { return csvField(modelo.Columnas()[c].titulo, separator, true); });
-    for (int row = 0; row < modelo.Filas(); ++row)
+    line([&](int c) { return csvField(model.allColumns()[c].title, separator, true); });
+    for (int row = 0; row < model.allRows(); ++row)
         line([&](int c) {
-            return csvField(plainCell(modelo, row, c), separator,
-                            modelo.Columnas()[c].clase == Clase::Texto);
+            return csvField(plainCell(model, row, c), separator,
+                            model.allColumns()[c].kind == Kind::Text);
         });
-    replaceFile(archivo, text.toUtf8());
+    replaceFile(file, text.toUtf8());
 }
 
-void ExportarXlsx(const ModeloDeGrilla &modelo, const QList<int> &columnas, const QString &archivo)
+void ui::exportXlsx(const GridModel &model, const QList<int> &columns, const QString &file)
 {
     const QTemporaryDir folder;
     if (!folder.isValid())
-        fail(archivo, folder.errorString());
+        fail(file, folder.errorString());
     const QString name = folder.filePath(u"grilla.xlsx"_s);
-    if (const lxw_error e = writeBook(modelo, columnas, QFile::encodeName(name)); e != LXW_NO_ERROR)
-        fail(archivo, QString::fromUtf8(lxw_strerror(e)));
+    if (const lxw_error e = writeBook(model, columns, QFile::encodeName(name)); e != LXW_NO_ERROR)
+        fail(file, QString::fromUtf8(lxw_strerror(e)));
     QFile written(name);
     if (!written.open(QIODevice::ReadOnly))
-        fail(archivo, written.errorString());
-    replaceFile(archivo, written.readAll());
+        fail(file, written.errorString());
+    replaceFile(file, written.readAll());
 }

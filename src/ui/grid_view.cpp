@@ -1,3 +1,4 @@
+#include "texts/ui.h"
 #include "ui/grid.h"
 #include "ui/grid_export.h"
 #include "ui/theme.h"
@@ -12,26 +13,15 @@
 #include <QToolTip>
 #include <algorithm>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-enum Texto {
-    Copiar = 9304,
-    ComoCsv = 9305,
-    ComoXlsx = 9306,
-    TituloDeGuardar = 9307,
-    NombrePropio = 9308,
-    NoSeGuardo = 9309,
-    SeGuardo = 9310,
-    TipoCsv = 9311,
-    TipoXlsx = 9312,
-};
-
 /// Draws a cell with the sign of its row: a triangle for an alert, a dot for a notice, a cross for
 /// what is past.
-class PintorDeCeldas : public QStyledItemDelegate
+class CellsPainter : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -43,16 +33,16 @@ public:
         const bool selected = option.state & QStyle::State_Selected;
         if (const QVariant ground = index.data(Qt::BackgroundRole); ground.isValid() && !selected)
             painter->fillRect(option.rect, ground.value<QBrush>());
-        const QVariant sign = index.data(ModeloDeGrilla::RolDeSigno);
+        const QVariant sign = index.data(GridModel::SignRole);
         if (!sign.isValid())
             return QStyledItemDelegate::paint(painter, option, index);
 
         if (selected)
             painter->fillRect(option.rect, option.palette.highlight());
         const int side = option.fontMetrics.ascent() * 3 / 4;
-        const QRect place(option.rect.left() + Espacio::S, option.rect.center().y() - side / 2 + 1,
+        const QRect place(option.rect.left() + space::S, option.rect.center().y() - side / 2 + 1,
                           side, side);
-        drawSign(painter, place, Realce(sign.toInt()),
+        drawSign(painter, place, Highlight(sign.toInt()),
                  option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
         QStyleOptionViewItem rest = option;
         rest.rect.setLeft(place.right() + 1);
@@ -62,22 +52,22 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         const QSize text = QStyledItemDelegate::sizeHint(option, index);
-        return index.data(ModeloDeGrilla::RolDeSigno).isValid()
-                   ? text + QSize(option.fontMetrics.ascent() + Espacio::S, 0)
+        return index.data(GridModel::SignRole).isValid()
+                   ? text + QSize(option.fontMetrics.ascent() + space::S, 0)
                    : text;
     }
 
 private:
-    static void drawSign(QPainter *painter, const QRectF &r, Realce sign, const QColor &colour)
+    static void drawSign(QPainter *painter, const QRectF &r, Highlight sign, const QColor &colour)
     {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
         painter->setBrush(colour);
-        if (sign == Realce::Alerta) {
+        if (sign == Highlight::Alert) {
             painter->drawPolygon(
                 QPolygonF{{QPointF(r.center().x(), r.top()), r.bottomRight(), r.bottomLeft()}});
-        } else if (sign == Realce::Aviso) {
+        } else if (sign == Highlight::Notice) {
             painter->drawEllipse(r.adjusted(1, 1, -1, -1));
         } else {
             painter->setPen(QPen(colour, 1.6, Qt::SolidLine, Qt::RoundCap));
@@ -95,22 +85,22 @@ QString flat(QString text)
     return text.replace(u'\t', u' ').replace(u'\n', u' ').replace(u'\r', u' ');
 }
 
-int firstVisible(const ModeloDeGrilla &model)
+int firstVisible(const GridModel &model)
 {
     for (int c = 0; c < model.columnCount(); ++c)
-        if (!model.Columnas()[c].oculta)
+        if (!model.allColumns()[c].hidden)
             return c;
     return 0;
 }
 
 } // namespace
 
-Grilla::Grilla(Sesion &s, ModeloDeGrilla *modelo, QWidget *parent) : QTableView(parent), m_s(s)
+Grid::Grid(Sesion &s, GridModel *model, QWidget *parent) : QTableView(parent), m_s(s)
 {
     // Before the view's own slots: while a row goes, the current one is told when it is gone.
-    connect(modelo, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { m_quitando = true; });
-    setModel(modelo);
-    setItemDelegate(new PintorDeCeldas(this));
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { m_removing = true; });
+    setModel(model);
+    setItemDelegate(new CellsPainter(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setAlternatingRowColors(true);
@@ -121,7 +111,7 @@ Grilla::Grilla(Sesion &s, ModeloDeGrilla *modelo, QWidget *parent) : QTableView(
 
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + Espacio::M);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + space::M);
 
     QHeaderView *titles = horizontalHeader();
     titles->setSectionsMovable(true);
@@ -130,9 +120,9 @@ Grilla::Grilla(Sesion &s, ModeloDeGrilla *modelo, QWidget *parent) : QTableView(
     titles->setStretchLastSection(true);
     titles->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
-    for (int c = 0; c < modelo->columnCount(); ++c) {
-        setColumnWidth(c, modelo->Columnas()[c].ancho);
-        setColumnHidden(c, modelo->Columnas()[c].oculta);
+    for (int c = 0; c < model->columnCount(); ++c) {
+        setColumnWidth(c, model->allColumns()[c].width);
+        setColumnHidden(c, model->allColumns()[c].hidden);
     }
 
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
@@ -142,55 +132,55 @@ Grilla::Grilla(Sesion &s, ModeloDeGrilla *modelo, QWidget *parent) : QTableView(
                                                     && !selectionModel()->isSelected(now))
             selectionModel()->select(now, QItemSelectionModel::ClearAndSelect
                                               | QItemSelectionModel::Rows);
-        if (!m_quitando)
+        if (!m_removing)
             tellRow();
     });
-    connect(modelo, &QAbstractItemModel::rowsRemoved, this, [this] {
-        m_quitando = false;
-        m_dicha = notTold;
+    connect(model, &QAbstractItemModel::rowsRemoved, this, [this] {
+        m_removing = false;
+        m_told = notTold;
         tellRow();
     });
-    connect(modelo, &QAbstractItemModel::modelReset, this, &Grilla::tellRow);
+    connect(model, &QAbstractItemModel::modelReset, this, &Grid::tellRow);
     connect(this, &QAbstractItemView::doubleClicked, this,
-            [this](const QModelIndex &index) { Q_EMIT filaElegida(index.row()); });
+            [this](const QModelIndex &index) { Q_EMIT chosenRow(index.row()); });
 }
 
-void Grilla::tellRow()
+void Grid::tellRow()
 {
-    const int row = FilaActual();
-    if (row < 0 && m_dicha == -1)
+    const int row = currentRow();
+    if (row < 0 && m_told == -1)
         return;
-    m_dicha = row;
-    Q_EMIT filaCambiada(row);
+    m_told = row;
+    Q_EMIT changedRow(row);
 }
 
-ModeloDeGrilla *Grilla::Modelo() const { return static_cast<ModeloDeGrilla *>(model()); }
+GridModel *Grid::gridModel() const { return static_cast<GridModel *>(model()); }
 
-void Grilla::PonerVacio(const QString &texto)
+void Grid::setEmptyText(const QString &text)
 {
-    m_vacio = texto;
-    setAccessibleDescription(texto);
+    m_empty = text;
+    setAccessibleDescription(text);
     viewport()->update();
 }
 
-void Grilla::PermitirVarias() { setSelectionMode(ExtendedSelection); }
+void Grid::allowSeveral() { setSelectionMode(ExtendedSelection); }
 
-int Grilla::FilaActual() const { return currentIndex().row(); }
+int Grid::currentRow() const { return currentIndex().row(); }
 
-void Grilla::Seleccionar(int fila)
+void Grid::Seleccionar(int row)
 {
-    if (fila < 0 || fila >= Modelo()->Filas()) {
+    if (row < 0 || row >= gridModel()->allRows()) {
         selectionModel()->clear();
         return;
     }
     // A hidden cell as the current one would make the arrow keys useless.
-    const QModelIndex cell = Modelo()->index(fila, firstVisible(*Modelo()));
+    const QModelIndex cell = gridModel()->index(row, firstVisible(*gridModel()));
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect
                                                 | QItemSelectionModel::Rows);
     scrollTo(cell);
 }
 
-QList<int> Grilla::FilasSeleccionadas() const
+QList<int> Grid::selectedRows() const
 {
     QList<int> rows;
     for (const QModelIndex &index : selectionModel()->selectedRows())
@@ -200,21 +190,21 @@ QList<int> Grilla::FilasSeleccionadas() const
 }
 
 // In the order in which the user has put them.
-QList<int> Grilla::shownColumns() const
+QList<int> Grid::shownColumns() const
 {
     QList<int> columns;
-    for (int visual = 0; visual < Modelo()->columnCount(); ++visual)
+    for (int visual = 0; visual < gridModel()->columnCount(); ++visual)
         if (const int c = horizontalHeader()->logicalIndex(visual); !isColumnHidden(c))
             columns << c;
     return columns;
 }
 
-QString Grilla::ComoTexto() const
+QString Grid::asText() const
 {
-    const QList<int> rows = FilasSeleccionadas();
+    const QList<int> rows = selectedRows();
     if (rows.isEmpty())
         return {};
-    const ModeloDeGrilla &m = *Modelo();
+    const GridModel &m = *gridModel();
     const QList<int> columns = shownColumns();
     QString text;
     const auto line = [&](const auto &cell) {
@@ -223,59 +213,59 @@ QString Grilla::ComoTexto() const
             cells << flat(cell(c));
         text += cells.join(u'\t') + u'\n';
     };
-    line([&](int c) { return m.Columnas()[c].titulo; });
+    line([&](int c) { return m.allColumns()[c].title; });
     for (const int row : rows)
-        line([&](int c) { return m.TextoDeCelda(row, c); });
+        line([&](int c) { return m.cellText(row, c); });
     return text;
 }
 
-bool Grilla::Recorrer(QKeyEvent *tecla)
+bool Grid::walk(QKeyEvent *key)
 {
-    switch (tecla->key()) {
+    switch (key->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-        keyPressEvent(tecla);
+        keyPressEvent(key);
         return true;
     default:
         return false;
     }
 }
 
-QModelIndex Grilla::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     // Rows are what is chosen here, so HOME and END go to the first and the last of them.
-    const int column = firstVisible(*Modelo());
+    const int column = firstVisible(*gridModel());
     if (action == MoveHome)
-        return Modelo()->index(0, column);
+        return gridModel()->index(0, column);
     if (action == MoveEnd)
-        return Modelo()->index(Modelo()->Filas() - 1, column);
+        return gridModel()->index(gridModel()->allRows() - 1, column);
     return QTableView::moveCursor(action, modifiers);
 }
 
-void Grilla::paintEvent(QPaintEvent *event)
+void Grid::paintEvent(QPaintEvent *event)
 {
     QTableView::paintEvent(event);
-    if (m_vacio.isEmpty() || Modelo()->Filas() > 0)
+    if (m_empty.isEmpty() || gridModel()->allRows() > 0)
         return;
     QPainter painter(viewport());
-    painter.setPen(PaletaEnUso().textoSuave);
-    painter.drawText(viewport()->rect().adjusted(Espacio::L, Espacio::L, -Espacio::L, -Espacio::L),
-                     int(Qt::AlignCenter) | Qt::TextWordWrap, m_vacio);
+    painter.setPen(paletteInUse().softText);
+    painter.drawText(viewport()->rect().adjusted(space::L, space::L, -space::L, -space::L),
+                     int(Qt::AlignCenter) | Qt::TextWordWrap, m_empty);
 }
 
-void Grilla::keyPressEvent(QKeyEvent *event)
+void Grid::keyPressEvent(QKeyEvent *event)
 {
     const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
     if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-        if (FilaActual() >= 0)
-            Q_EMIT filaElegida(FilaActual());
+        if (currentRow() >= 0)
+            Q_EMIT chosenRow(currentRow());
         event->accept();
         return;
     }
     if (event->matches(QKeySequence::Copy)) {
-        if (const QString text = ComoTexto(); !text.isEmpty())
+        if (const QString text = asText(); !text.isEmpty())
             QGuiApplication::clipboard()->setText(text);
         event->accept();
         return;
@@ -287,19 +277,19 @@ void Grilla::keyPressEvent(QKeyEvent *event)
     QTableView::keyPressEvent(event);
 }
 
-QPoint Grilla::menuPlace() const
+QPoint Grid::menuPlace() const
 {
     const QRect row = visualRect(currentIndex());
     return viewport()->mapToGlobal(row.isValid() ? row.bottomLeft() : viewport()->rect().center());
 }
 
-void Grilla::contextMenuEvent(QContextMenuEvent *event)
+void Grid::contextMenuEvent(QContextMenuEvent *event)
 {
     openMenu(event->reason() == QContextMenuEvent::Keyboard ? menuPlace() : event->globalPos());
     event->accept();
 }
 
-void Grilla::openMenu(QPoint place)
+void Grid::openMenu(QPoint place)
 {
     auto *menu = new QMenu(this);
     menu->setObjectName(u"menuGrilla"_s);
@@ -307,27 +297,28 @@ void Grilla::openMenu(QPoint place)
     menu->addActions(actions());
     if (!actions().isEmpty())
         menu->addSeparator();
-    QAction *copy = menu->addAction(m_s(Copiar), this,
-                                    [this] { QGuiApplication::clipboard()->setText(ComoTexto()); });
+    QAction *copy = menu->addAction(m_s(text::GridViewCopy), this,
+                                    [this] { QGuiApplication::clipboard()->setText(asText()); });
     copy->setShortcut(QKeySequence::Copy);
     copy->setEnabled(selectionModel()->hasSelection());
     menu->addSeparator();
-    QAction *csv = menu->addAction(m_s(ComoCsv), this, [this] { exportAs(u"csv"_s); });
-    QAction *xlsx = menu->addAction(m_s(ComoXlsx), this, [this] { exportAs(u"xlsx"_s); });
-    csv->setEnabled(Modelo()->Filas() > 0);
-    xlsx->setEnabled(Modelo()->Filas() > 0);
+    QAction *csv = menu->addAction(m_s(text::SaveAsCsv), this, [this] { exportAs(u"csv"_s); });
+    QAction *xlsx = menu->addAction(m_s(text::SaveAsXlsx), this, [this] { exportAs(u"xlsx"_s); });
+    csv->setEnabled(gridModel()->allRows() > 0);
+    xlsx->setEnabled(gridModel()->allRows() > 0);
     menu->popup(place);
 }
 
-void Grilla::exportAs(const QString &suffix)
+void Grid::exportAs(const QString &suffix)
 {
     const bool csv = suffix == u"csv";
-    const QString name = accessibleName().isEmpty() ? m_s(NombrePropio) : accessibleName();
+    const QString name = accessibleName().isEmpty() ? m_s(text::TableFileName) : accessibleName();
     QString offered;
     for (const QChar c : name)
         offered += c.isLetterOrNumber() ? c : QChar(u' ');
-    const auto chosen = m_s.dialogos.GuardarArchivo(
-        m_s(TituloDeGuardar), offered.simplified() + u'.' + suffix, m_s(csv ? TipoCsv : TipoXlsx));
+    const auto chosen =
+        m_s.dialogos.saveFile(m_s(text::SaveTableTitle), offered.simplified() + u'.' + suffix,
+                              m_s(csv ? text::CsvFilter : text::XlsxFilter));
     if (!chosen)
         return;
     QString file = *chosen;
@@ -337,20 +328,20 @@ void Grilla::exportAs(const QString &suffix)
     QString failure;
     try {
         if (csv)
-            ExportarCsv(*Modelo(), shownColumns(), file);
+            exportCsv(*gridModel(), shownColumns(), file);
         else
-            ExportarXlsx(*Modelo(), shownColumns(), file);
-    } catch (const ErrorDeAlmacen &e) {
-        failure = e.descripcion;
+            exportXlsx(*gridModel(), shownColumns(), file);
+    } catch (const store::StoreError &e) {
+        failure = e.description;
     } catch (const std::exception &e) {
         failure = QString::fromUtf8(e.what());
     }
     QGuiApplication::restoreOverrideCursor();
     if (!failure.isEmpty()) {
-        m_s.dialogos.Mensaje(m_s(NoSeGuardo) + u'\n' + failure);
+        m_s.dialogos.Mensaje(m_s(text::FileNotSaved) + u'\n' + failure);
         return;
     }
     QToolTip::showText(viewport()->mapToGlobal(viewport()->rect().center()),
-                       m_s(SeGuardo) + u' ' + file.toHtmlEscaped(), this);
-    Q_EMIT exportada(file);
+                       m_s(text::FileSaved) + u' ' + file.toHtmlEscaped(), this);
+    Q_EMIT exported(file);
 }

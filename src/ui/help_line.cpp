@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QStyle>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -15,7 +16,7 @@ const QString done = u"logro"_s;
 const QString failed = u"falla"_s;
 } // namespace
 
-LineaDeAyuda::LineaDeAyuda(QWidget *parent) : QLabel(parent)
+HelpLine::HelpLine(QWidget *parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -23,46 +24,46 @@ LineaDeAyuda::LineaDeAyuda(QWidget *parent) : QLabel(parent)
     setProperty("clase", hint);
 }
 
-void LineaDeAyuda::Decir(const QString &texto) { put(texto, hint); }
-void LineaDeAyuda::Logro(const QString &texto) { put(texto, done); }
-void LineaDeAyuda::Fallo(const QString &texto) { put(texto, failed); }
-void LineaDeAyuda::Limpiar() { put({}, hint); }
+void HelpLine::tell(const QString &text) { put(text, hint); }
+void HelpLine::success(const QString &text) { put(text, done); }
+void HelpLine::faultOf(const QString &text) { put(text, failed); }
+void HelpLine::clean() { put({}, hint); }
 
-void LineaDeAyuda::put(const QString &texto, const QString &clase)
+void HelpLine::put(const QString &text, const QString &kind)
 {
-    if (property("clase").toString() != clase) {
-        setProperty("clase", clase);
+    if (property("clase").toString() != kind) {
+        setProperty("clase", kind);
         style()->unpolish(this);
         style()->polish(this);
     }
-    setText(texto);
-    setAccessibleName(texto);
+    setText(text);
+    setAccessibleName(text);
     resizeEvent(nullptr);
-    if (!texto.isEmpty()) {
+    if (!text.isEmpty()) {
         QAccessibleEvent told(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&told);
     }
 }
 
-QString LineaDeAyuda::line() const { return text().simplified(); }
+QString HelpLine::line() const { return text().simplified(); }
 
-QRect LineaDeAyuda::textPlace() const
+QRect HelpLine::textPlace() const
 {
     QRect place = contentsRect();
     if (!text().isEmpty() && property("clase").toString() != hint)
-        place.setLeft(place.left() + fontMetrics().ascent() + Espacio::S);
+        place.setLeft(place.left() + fontMetrics().ascent() + space::S);
     return place;
 }
 
-QSize LineaDeAyuda::minimumSizeHint() const { return {0, fontMetrics().height() + Espacio::XS}; }
+QSize HelpLine::minimumSizeHint() const { return {0, fontMetrics().height() + space::XS}; }
 
-void LineaDeAyuda::resizeEvent(QResizeEvent *)
+void HelpLine::resizeEvent(QResizeEvent *)
 {
     const bool cut = fontMetrics().horizontalAdvance(line()) > textPlace().width();
     setToolTip(cut || text().contains(u'\n') ? text().toHtmlEscaped() : QString());
 }
 
-void LineaDeAyuda::paintEvent(QPaintEvent *)
+void HelpLine::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRect place = textPlace();

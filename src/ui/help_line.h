@@ -3,17 +3,20 @@
 
 #include <QLabel>
 
+namespace ui
+{
+
 /// Screen readers are told of each new text. What does not fit is cut with dots on screen alone and
 /// whole in the tool tip. A sign stands before what worked and what did not.
-class LineaDeAyuda : public QLabel
+class HelpLine : public QLabel
 {
     Q_OBJECT
 public:
-    explicit LineaDeAyuda(QWidget *parent = nullptr);
-    void Decir(const QString &texto); // a hint
-    void Logro(const QString &texto); // it worked
-    void Fallo(const QString &texto); // it did not
-    void Limpiar();
+    explicit HelpLine(QWidget *parent = nullptr);
+    void tell(const QString &text);    // a hint
+    void success(const QString &text); // it worked
+    void faultOf(const QString &text); // it did not
+    void clean();
 
     QSize minimumSizeHint() const override;
 
@@ -22,7 +25,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void put(const QString &texto, const QString &clase);
+    void put(const QString &text, const QString &kind);
     QString line() const;
     QRect textPlace() const;
 };
+
+} // namespace ui

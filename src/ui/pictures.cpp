@@ -9,6 +9,7 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -24,28 +25,28 @@ QColor blend(const QColor &a, const QColor &b, double partOfA)
 }
 
 /// What the five inks of the drawings stand for.
-struct Tintas {
+struct Inks {
     QColor line, accent, soft, ground, alert;
 };
 
-Tintas inksOf(Tono tone)
+Inks inksOf(Tone tone)
 {
-    const Paleta p = PaletaEnUso();
-    const QColor alert = p.oscura ? QColor(0xf0, 0xb0, 0x60) : QColor(0xc2, 0x66, 0x0a);
-    if (tone == Tono::SobreMarco) {
-        const QColor accent = blend(p.sobreMarco, p.marco, 0.65);
-        return {p.sobreMarco, accent, blend(accent, p.marco, 0.45), p.marco, alert};
+    const Palette p = paletteInUse();
+    const QColor alert = p.dark ? QColor(0xf0, 0xb0, 0x60) : QColor(0xc2, 0x66, 0x0a);
+    if (tone == Tone::OnFrame) {
+        const QColor accent = blend(p.onFrame, p.frame, 0.65);
+        return {p.onFrame, accent, blend(accent, p.frame, 0.45), p.frame, alert};
     }
-    if (tone == Tono::Escena && p.oscura)
-        return {blend(p.marco, p.fondo, 0.25), blend(p.acento, p.fondo, 0.58),
-                blend(p.acento, p.fondo, 0.30), blend(p.texto, p.acento, 0.80), alert};
-    return {blend(p.texto, p.acento, 0.75), p.acento, blend(p.acento, p.superficie, 0.24),
-            p.superficie, alert};
+    if (tone == Tone::Scene && p.dark)
+        return {blend(p.frame, p.background, 0.25), blend(p.accent, p.background, 0.58),
+                blend(p.accent, p.background, 0.30), blend(p.text, p.accent, 0.80), alert};
+    return {blend(p.text, p.accent, 0.75), p.accent, blend(p.accent, p.surface, 0.24), p.surface,
+            alert};
 }
 
-QByteArray inColours(QByteArray svg, Tono tone)
+QByteArray inColours(QByteArray svg, Tone tone)
 {
-    const Tintas inks = inksOf(tone);
+    const Inks inks = inksOf(tone);
     const std::initializer_list<std::pair<const char *, QColor>> names = {
         {"#111111", inks.line},   {"#00aaaa", inks.accent}, {"#aadddd", inks.soft},
         {"#fefefe", inks.ground}, {"#ee8800", inks.alert},
@@ -55,7 +56,7 @@ QByteArray inColours(QByteArray svg, Tono tone)
     return svg;
 }
 
-QPixmap render(const QString &name, QSize pixels, Tono tone, QIcon::Mode mode)
+QPixmap render(const QString &name, QSize pixels, Tone tone, QIcon::Mode mode)
 {
     const QString key = u"k:%1:%2x%3:%4:%5:%6"_s.arg(name)
                             .arg(pixels.width())
@@ -82,10 +83,10 @@ QPixmap render(const QString &name, QSize pixels, Tono tone, QIcon::Mode mode)
 }
 
 /// Draws anew for each size and scale instead of stretching.
-class DibujoVectorial : public QIconEngine
+class PictureVectorial : public QIconEngine
 {
 public:
-    DibujoVectorial(QString name, Tono tone) : m_name(std::move(name)), m_tone(tone) {}
+    PictureVectorial(QString name, Tone tone) : m_name(std::move(name)), m_tone(tone) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
@@ -96,27 +97,27 @@ public:
     {
         return render(m_name, size, m_tone, mode);
     }
-    QIconEngine *clone() const override { return new DibujoVectorial(m_name, m_tone); }
+    QIconEngine *clone() const override { return new PictureVectorial(m_name, m_tone); }
 
 private:
     QString m_name;
-    Tono m_tone;
+    Tone m_tone;
 };
 
 } // namespace
 
-bool ExisteImagen(const QString &nombre) { return QFile::exists(fileOf(nombre)); }
+bool ui::imageExists(const QString &name) { return QFile::exists(fileOf(name)); }
 
-QIcon Icono(const QString &nombre, Tono tono)
+QIcon ui::namedIcon(const QString &name, Tone tone)
 {
-    return ExisteImagen(nombre) ? QIcon(new DibujoVectorial(nombre, tono)) : QIcon();
+    return imageExists(name) ? QIcon(new PictureVectorial(name, tone)) : QIcon();
 }
 
-QPixmap Imagen(const QString &nombre, QSize tamano, qreal escala, Tono tono)
+QPixmap ui::Image(const QString &name, QSize size, qreal scale, Tone tone)
 {
-    if (!ExisteImagen(nombre))
+    if (!imageExists(name))
         return {};
-    QPixmap picture = render(nombre, tamano * escala, tono, QIcon::Normal);
-    picture.setDevicePixelRatio(escala);
+    QPixmap picture = render(name, size * scale, tone, QIcon::Normal);
+    picture.setDevicePixelRatio(scale);
     return picture;
 }

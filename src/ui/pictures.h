@@ -5,14 +5,19 @@
 #include <QPixmap>
 #include <QString>
 
+namespace ui
+{
+
 /// How a picture is coloured: as an icon on a window or on the board's rail, or as a scene, whose
 /// light is light and whose shadows are dark by night as well.
-enum class Tono { Normal, SobreMarco, Escena };
+enum class Tone { Normal, OnFrame, Scene };
 
 /// A picture that is sharp at every size and scale; empty when there is none of that name.
-QIcon Icono(const QString &nombre, Tono tono = Tono::Normal);
+QIcon namedIcon(const QString &name, Tone tone = Tone::Normal);
 
 /// One rendering of a picture, also of one that is no square.
-QPixmap Imagen(const QString &nombre, QSize tamano, qreal escala, Tono tono = Tono::Normal);
+QPixmap Image(const QString &name, QSize size, qreal scale, Tone tone = Tone::Normal);
 
-bool ExisteImagen(const QString &nombre);
+bool imageExists(const QString &name);
+
+} // namespace ui

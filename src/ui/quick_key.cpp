@@ -6,15 +6,16 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class TeclaDeBusqueda : public QObject
+class SearchKey : public QObject
 {
 public:
-    TeclaDeBusqueda(QApplication &app, Formularios &forms) : QObject(&app), m_forms(forms)
+    SearchKey(QApplication &app, FormRegistry &forms) : QObject(&app), m_forms(forms)
     {
         setObjectName(u"TeclaDeBusqueda"_s);
         app.installEventFilter(this);
@@ -35,7 +36,7 @@ protected:
             return true;
         }
         auto *form = qobject_cast<FormBase *>(QApplication::activeWindow());
-        form->guarded([this] { m_forms.Abrir(target); });
+        form->guarded([this] { m_forms.open(target); });
         return true;
     }
 
@@ -54,16 +55,13 @@ private:
     {
         const auto *form = qobject_cast<FormBase *>(QApplication::activeWindow());
         return form && form->objectName() != u"frminicio" && !QApplication::activeModalWidget()
-               && !QApplication::activePopupWidget() && m_forms.Existe(target);
+               && !QApplication::activePopupWidget() && m_forms.exists(target);
     }
 
     const QString target = u"frmBusquedaRapida"_s;
-    Formularios &m_forms;
+    FormRegistry &m_forms;
 };
 
 } // namespace
 
-void InstalarBusquedaRapida(QApplication &app, Formularios &formularios)
-{
-    new TeclaDeBusqueda(app, formularios);
-}
+void ui::installQuickSearch(QApplication &app, FormRegistry &forms) { new SearchKey(app, forms); }

@@ -1,5 +1,6 @@
 #include "ui/window_dialogs.h"
 
+#include "texts/texts.h"
 #include "ui/form_base.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
@@ -15,39 +16,39 @@
 #include <QStandardItemModel>
 #include <QTableView>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-constexpr int textWidth = 460;
-constexpr int entryWidth = 320;
-constexpr int optionsWorthAFilter = 12;
+constexpr int TextWidth = 460;
+constexpr int EntryWidth = 320;
+constexpr int OptionsWorthAFilter = 12;
 
 /// Numbers of the captions.
-enum Texto { Si = 27, No = 28, Aceptar = 9110, Cancelar = 9111, Filtro = 9112, SinOpciones = 9113 };
 
 /// One modal box: what it says above, an optional body, buttons below.
-class Caja : public QDialog
+class Box : public QDialog
 {
 public:
-    explicit Caja(const QString &title) : QDialog(QApplication::activeWindow())
+    explicit Box(const QString &title) : QDialog(QApplication::activeWindow())
     {
         setObjectName(u"CajaDeDialogo"_s);
         setWindowTitle(title);
         setWindowModality(Qt::ApplicationModal);
         m_layout = new QVBoxLayout(this);
-        m_layout->setContentsMargins(Espacio::XL, Espacio::XL, Espacio::XL, Espacio::L);
-        m_layout->setSpacing(Espacio::L);
+        m_layout->setContentsMargins(space::XL, space::XL, space::XL, space::L);
+        m_layout->setSpacing(space::L);
     }
 
     void say(const QString &text, const QString &picture = {})
     {
         auto *row = new QHBoxLayout;
-        row->setSpacing(Espacio::L);
+        row->setSpacing(space::L);
         if (!picture.isEmpty()) {
             auto *image = new QLabel;
-            image->setPixmap(Icono(picture).pixmap(QSize(40, 40), devicePixelRatioF()));
+            image->setPixmap(namedIcon(picture).pixmap(QSize(40, 40), devicePixelRatioF()));
             row->addWidget(image, 0, Qt::AlignTop);
         }
         row->addWidget(textControl(text), 1);
@@ -61,7 +62,7 @@ public:
     void buttons(const QString &yes, const QString &no = {})
     {
         auto *row = new QHBoxLayout;
-        row->setSpacing(Espacio::S);
+        row->setSpacing(space::S);
         row->addStretch();
         m_accept = button(row, u"cmdAceptar"_s, yes, &QDialog::accept);
         m_accept->setDefault(true);
@@ -98,9 +99,9 @@ private:
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setFocusPolicy(Qt::NoFocus);
         label->ensurePolished();
-        const int natural = label->fontMetrics().size(0, text).width() + Espacio::XS;
-        label->setMinimumWidth(std::min(textWidth, natural));
-        const int height = label->heightForWidth(textWidth);
+        const int natural = label->fontMetrics().size(0, text).width() + space::XS;
+        label->setMinimumWidth(std::min(TextWidth, natural));
+        const int height = label->heightForWidth(TextWidth);
         if (height <= screen()->availableGeometry().height() / 2) {
             label->setMinimumHeight(label->heightForWidth(label->minimumWidth()));
             return label;
@@ -109,7 +110,7 @@ private:
         auto *pages = named(new QPlainTextEdit(text), u"lblTexto"_s, text);
         pages->setReadOnly(true);
         pages->setTabChangesFocus(true);
-        pages->setMinimumSize(textWidth, screen()->availableGeometry().height() / 3);
+        pages->setMinimumSize(TextWidth, screen()->availableGeometry().height() / 3);
         return pages;
     }
 
@@ -117,20 +118,20 @@ private:
     QPushButton *m_accept = nullptr;
 };
 
-QStandardItemModel *modelOf(const QStringList &columns, const QList<Opcion> &options, bool several,
-                            QObject *parent)
+QStandardItemModel *modelOf(const QStringList &columns, const QList<store::Option> &options,
+                            bool several, QObject *parent)
 {
     auto *model = new QStandardItemModel(parent);
     model->setHorizontalHeaderLabels(columns);
-    for (const Opcion &option : options) {
+    for (const store::Option &option : options) {
         QList<QStandardItem *> row;
-        for (const QString &cell : option.texto.split(u'\t')) {
+        for (const QString &cell : option.text.split(u'\t')) {
             row.append(new QStandardItem(cell));
             row.last()->setEditable(false);
         }
         if (several) {
             row.first()->setCheckable(true);
-            row.first()->setCheckState(option.marcada ? Qt::Checked : Qt::Unchecked);
+            row.first()->setCheckState(option.marked ? Qt::Checked : Qt::Unchecked);
         }
         model->appendRow(row);
     }
@@ -151,7 +152,7 @@ QTableView *tableOf(QAbstractItemModel *model, const QString &title)
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->resizeColumnsToContents();
-    int width = 2 * Espacio::XL;
+    int width = 2 * space::XL;
     for (int c = 0; c < model->columnCount(); ++c)
         width += table->columnWidth(c);
     const int height = table->verticalHeader()->defaultSectionSize() * (model->rowCount() + 2);
@@ -160,10 +161,10 @@ QTableView *tableOf(QAbstractItemModel *model, const QString &title)
 }
 
 /// ENTER on the table accepts, the space bar marks the row, letters go to the filter.
-class TeclasDeLista : public QObject
+class ListKeys : public QObject
 {
 public:
-    TeclasDeLista(Caja &box, QTableView &table, QLineEdit *filter)
+    ListKeys(Box &box, QTableView &table, QLineEdit *filter)
         : QObject(&box), m_box(box), m_table(table), m_filter(filter)
     {
         table.installEventFilter(this);
@@ -208,22 +209,22 @@ private:
         return true;
     }
 
-    Caja &m_box;
+    Box &m_box;
     QTableView &m_table;
     QLineEdit *m_filter;
 };
 
-std::optional<QString> askText(const Textos &texts, const QString &title, const QString &text,
+std::optional<QString> askText(const store::Texts &texts, const QString &title, const QString &text,
                                const QString &initial, QLineEdit::EchoMode echo)
 {
-    Caja box(title);
+    Box box(title);
     box.say(text);
     auto *entry = named(new QLineEdit(initial), u"txtTexto"_s, text);
     entry->setEchoMode(echo);
-    entry->setMinimumWidth(entryWidth);
+    entry->setMinimumWidth(EntryWidth);
     entry->selectAll();
     box.body(entry);
-    box.buttons(texts(Aceptar), texts(Cancelar));
+    box.buttons(texts(text::Ok), texts(text::Cancel));
     entry->setFocus();
     if (box.exec() != QDialog::Accepted)
         return std::nullopt;
@@ -232,68 +233,67 @@ std::optional<QString> askText(const Textos &texts, const QString &title, const 
 
 } // namespace
 
-bool DialogosDeVentana::HayUnaAbierta()
+bool WindowDialogs::isOneOpen()
 {
     const QWidget *modal = QApplication::activeModalWidget();
     return modal && modal->objectName() == u"CajaDeDialogo";
 }
 
-void DialogosDeVentana::Mensaje(const QString &texto)
+void WindowDialogs::Mensaje(const QString &text)
 {
-    Caja box(u"Kelvara"_s);
-    box.say(texto, u"mensaje"_s);
-    box.buttons(m_textos(Aceptar));
+    Box box(u"Kelvara"_s);
+    box.say(text, u"mensaje"_s);
+    box.buttons(m_texts(text::Ok));
     box.exec();
 }
 
-bool DialogosDeVentana::Pregunta(const QString &texto)
+bool WindowDialogs::Pregunta(const QString &text)
 {
-    Caja box(u"Kelvara"_s);
-    box.say(texto, u"pregunta"_s);
-    box.buttons(m_textos(Si), m_textos(No));
+    Box box(u"Kelvara"_s);
+    box.say(text, u"pregunta"_s);
+    box.buttons(m_texts(text::Yes), m_texts(text::No));
     box.answerByLetter();
     return box.exec() == QDialog::Accepted;
 }
 
-bool DialogosDeVentana::Confirmar(const QString &texto)
+bool WindowDialogs::confirm(const QString &text)
 {
-    Caja box(u"Kelvara"_s);
-    box.say(texto, u"pregunta"_s);
-    box.buttons(m_textos(Aceptar), m_textos(Cancelar));
+    Box box(u"Kelvara"_s);
+    box.say(text, u"pregunta"_s);
+    box.buttons(m_texts(text::Ok), m_texts(text::Cancel));
     return box.exec() == QDialog::Accepted;
 }
 
-std::optional<QString> DialogosDeVentana::PedirTexto(const QString &titulo, const QString &texto,
-                                                     const QString &inicial)
+std::optional<QString> WindowDialogs::PedirTexto(const QString &title, const QString &text,
+                                                 const QString &initial)
 {
-    return askText(m_textos, titulo, texto, inicial, QLineEdit::Normal);
+    return askText(m_texts, title, text, initial, QLineEdit::Normal);
 }
 
-std::optional<QString> DialogosDeVentana::PedirContrasena(const QString &titulo,
-                                                          const QString &texto)
+std::optional<QString> WindowDialogs::askPassword(const QString &title, const QString &text)
 {
-    return askText(m_textos, titulo, texto, {}, QLineEdit::Password);
+    return askText(m_texts, title, text, {}, QLineEdit::Password);
 }
 
-std::optional<QList<Opcion>> DialogosDeVentana::Seleccionar(const QString &titulo,
-                                                            const QStringList &columnas,
-                                                            const QList<Opcion> &opciones,
-                                                            bool varias)
+std::optional<QList<store::Option>> WindowDialogs::Seleccionar(const QString &title,
+                                                               const QStringList &columns,
+                                                               const QList<store::Option> &options,
+                                                               bool several)
 {
-    Caja box(titulo);
-    box.say(opciones.isEmpty() ? m_textos(SinOpciones) : titulo);
+    Box box(title);
+    box.say(options.isEmpty() ? m_texts(text::NothingToChooseFrom) : title);
 
-    auto *model = modelOf(columnas, opciones, varias, &box);
+    auto *model = modelOf(columns, options, several, &box);
     auto *shown = new QSortFilterProxyModel(&box);
     shown->setSourceModel(model);
     shown->setFilterKeyColumn(-1);
     shown->setFilterCaseSensitivity(Qt::CaseInsensitive);
 
     QLineEdit *filter = nullptr;
-    QTableView *table = tableOf(shown, titulo);
-    if (opciones.size() > optionsWorthAFilter) {
-        filter = named(new QLineEdit, u"txtFiltro"_s, m_textos(Filtro));
-        filter->setPlaceholderText(m_textos(Filtro));
+    QTableView *table = tableOf(shown, title);
+    if (options.size() > OptionsWorthAFilter) {
+        filter = named(new QLineEdit, u"txtFiltro"_s, m_texts(text::TypeToFilter));
+        filter->setPlaceholderText(m_texts(text::TypeToFilter));
         filter->setClearButtonEnabled(true);
         box.body(filter);
         QObject::connect(filter, &QLineEdit::textChanged, shown, [shown, table](const QString &t) {
@@ -302,50 +302,48 @@ std::optional<QList<Opcion>> DialogosDeVentana::Seleccionar(const QString &titul
         });
     }
     box.body(table);
-    box.buttons(m_textos(Aceptar), m_textos(Cancelar));
-    box.acceptButton()->setDisabled(opciones.isEmpty());
-    new TeclasDeLista(box, *table, filter);
-    if (!varias)
+    box.buttons(m_texts(text::Ok), m_texts(text::Cancel));
+    box.acceptButton()->setDisabled(options.isEmpty());
+    new ListKeys(box, *table, filter);
+    if (!several)
         QObject::connect(table, &QTableView::doubleClicked, &box, &QDialog::accept);
 
     qsizetype first = 0;
-    for (qsizetype i = 0; i < opciones.size() && !varias; ++i)
-        if (opciones[i].marcada)
+    for (qsizetype i = 0; i < options.size() && !several; ++i)
+        if (options[i].marked)
             first = i;
     table->selectRow(int(first));
     table->setFocus();
     if (box.exec() != QDialog::Accepted)
         return std::nullopt;
 
-    QList<Opcion> chosen;
+    QList<store::Option> chosen;
     const int current = shown->mapToSource(table->currentIndex()).row();
-    for (int i = 0; i < opciones.size(); ++i) {
-        if (varias ? model->item(i)->checkState() == Qt::Checked : i == current) {
-            chosen.append(opciones[i]);
-            chosen.last().marcada = true;
+    for (int i = 0; i < options.size(); ++i) {
+        if (several ? model->item(i)->checkState() == Qt::Checked : i == current) {
+            chosen.append(options[i]);
+            chosen.last().marked = true;
         }
     }
-    if (!varias && chosen.isEmpty())
+    if (!several && chosen.isEmpty())
         return std::nullopt;
     return chosen;
 }
 
-std::optional<QString> DialogosDeVentana::ElegirArchivo(const QString &titulo,
-                                                        const QString &filtro)
+std::optional<QString> WindowDialogs::ElegirArchivo(const QString &title, const QString &filter)
 {
     const QString file =
-        QFileDialog::getOpenFileName(QApplication::activeWindow(), titulo, {}, filtro);
+        QFileDialog::getOpenFileName(QApplication::activeWindow(), title, {}, filter);
     if (file.isEmpty())
         return std::nullopt;
     return file;
 }
 
-std::optional<QString> DialogosDeVentana::GuardarArchivo(const QString &titulo,
-                                                         const QString &propuesto,
-                                                         const QString &filtro)
+std::optional<QString> WindowDialogs::saveFile(const QString &title, const QString &proposed,
+                                               const QString &filter)
 {
     const QString file =
-        QFileDialog::getSaveFileName(QApplication::activeWindow(), titulo, propuesto, filtro);
+        QFileDialog::getSaveFileName(QApplication::activeWindow(), title, proposed, filter);
     if (file.isEmpty())
         return std::nullopt;
     return file;

@@ -4,29 +4,35 @@
 #include "store/dialogs.h"
 #include "store/texts.h"
 
+namespace ui
+{
+
 /// Modal boxes over the window in use. Texts are shown as they are, never as mark-up; long ones
 /// scroll. Everything can be answered from the keyboard.
-class DialogosDeVentana : public Dialogos
+class WindowDialogs : public Dialogos
 {
 public:
-    explicit DialogosDeVentana(Textos textos) : m_textos(std::move(textos)) {}
+    explicit WindowDialogs(store::Texts texts) : m_texts(std::move(texts)) {}
 
-    void Mensaje(const QString &texto) override;
-    bool Pregunta(const QString &texto) override;
-    bool Confirmar(const QString &texto) override;
-    std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
-                                      const QString &inicial = {}) override;
-    std::optional<QString> PedirContrasena(const QString &titulo, const QString &texto) override;
-    std::optional<QList<Opcion>> Seleccionar(const QString &titulo, const QStringList &columnas,
-                                             const QList<Opcion> &opciones,
-                                             bool varias = false) override;
-    std::optional<QString> ElegirArchivo(const QString &titulo, const QString &filtro) override;
-    std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
-                                          const QString &filtro) override;
+    void Mensaje(const QString &text) override;
+    bool Pregunta(const QString &text) override;
+    bool confirm(const QString &text) override;
+    std::optional<QString> PedirTexto(const QString &title, const QString &text,
+                                      const QString &initial = {}) override;
+    std::optional<QString> askPassword(const QString &title, const QString &text) override;
+    std::optional<QList<store::Option>> Seleccionar(const QString &title,
+                                                    const QStringList &columns,
+                                                    const QList<store::Option> &options,
+                                                    bool several = false) override;
+    std::optional<QString> ElegirArchivo(const QString &title, const QString &filter) override;
+    std::optional<QString> saveFile(const QString &title, const QString &proposed,
+                                    const QString &filter) override;
 
     /// Whether a box waits for an answer now.
-    static bool HayUnaAbierta();
+    static bool isOneOpen();
 
 private:
-    Textos m_textos;
+    store::Texts m_texts;
 };
+
+} // namespace ui

@@ -1,5 +1,7 @@
 #include "settings_form.h"
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 #include "ui/grid.h"
 #include "ui/theme.h"
 
@@ -23,12 +25,12 @@ class Settings : public SettingsForm
 {
 protected:
     using SettingsForm::SettingsForm;
-    ~Settings() override { AplicarTema(*qApp, 1); }
+    ~Settings() override { ui::applyTheme(*qApp, 1); }
 
     QListWidget *list() { return the<QListWidget>(u"lstPaginas"_s); }
 };
 
-class EachLanguage : public Settings, public testing::WithParamInterface<Idioma>
+class EachLanguage : public Settings, public testing::WithParamInterface<store::Language>
 {
 protected:
     EachLanguage() : Settings(GetParam()) {}
@@ -58,14 +60,14 @@ TEST_P(EachLanguage, EveryPageOpensByKeysAndTellsWhatItsControlsAre)
     open();
     form->resize(1020, 700);
     const int pages = list()->count();
-    EXPECT_EQ(pages, frmConfiguracion::Paginas().size());
+    EXPECT_EQ(pages, frmConfiguracion::Pages().size());
     for (int i = 0; i < pages; ++i) {
         ASSERT_EQ(list()->currentRow(), i);
         EXPECT_FALSE(list()->item(i)->text().startsWith(u'#'));
         EXPECT_FALSE(list()->item(i)->icon().isNull()) << i;
         press(Qt::Key_Return);
         QWidget *first = form->focusWidget();
-        const std::string page = frmConfiguracion::Paginas().value(i).toStdString();
+        const std::string page = frmConfiguracion::Pages().value(i).toStdString();
         EXPECT_NE(first, list()) << page << " has nothing to work with";
         for (const QWidget *w : form->findChildren<QWidget *>())
             if (w->isVisible())
@@ -81,13 +83,14 @@ TEST_P(EachLanguage, EveryPageOpensByKeysAndTellsWhatItsControlsAre)
 }
 
 INSTANTIATE_TEST_SUITE_P(, EachLanguage,
-                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+                         testing::Values(store::Language::Spanish, store::Language::Portuguese,
+                                         store::Language::English));
 
 TEST_F(Settings, ACommonUserIsRefused)
 {
-    s.usuario.ut = 1;
-    ask.Espera(u"Feature not available"_s);
-    EXPECT_FALSE(forms.Abrir(u"frmConfiguracion"_s));
+    s.user.ut = 1;
+    ask.wait(u"Feature not available"_s);
+    EXPECT_FALSE(forms.open(u"frmConfiguracion"_s));
 }
 
 TEST_F(Settings, OpensWhereItWasLeftAndReadsWhatOthersWrote)
@@ -96,7 +99,7 @@ TEST_F(Settings, OpensWhereItWasLeftAndReadsWhatOthersWrote)
     close();
     s.morvane->Execute("update configuracion set EntradaMoneda = 'Otra'");
     open();
-    EXPECT_EQ(list()->currentItem()->text(), s(9101));
+    EXPECT_EQ(list()->currentItem()->text(), s(text::FinanceButton));
     EXPECT_EQ(text(u"EntradaMoneda"_s), u"Otra"_s);
 }
 
@@ -104,12 +107,12 @@ TEST_F(Settings, ABoxIsWrittenWhenItIsLeftEvenByClosing)
 {
     open(u"clinica"_s);
     type(u"txtNom"_s, u"El Arca"_s);
-    EXPECT_EQ(s.clinica.nom, u"El Arca"_s);
+    EXPECT_EQ(s.clinic.nom, u"El Arca"_s);
     EXPECT_EQ(form->focusWidget(), the<QLineEdit>(u"txtPro"_s)) << "ENTER walks on";
-    ask.Espera(u"Can not use the character"_s);
+    ask.wait(u"Can not use the character"_s);
     fill(u"txtDir"_s, u"Calle 5'"_s);
     close();
-    EXPECT_EQ(Filas(*s.morvane, "select nom, dir from veterinaria"), u"El Arca|Calle 5\n"_s);
+    EXPECT_EQ(allRows(*s.morvane, "select nom, dir from veterinaria"), u"El Arca|Calle 5\n"_s);
 }
 
 TEST_F(Settings, APageThatCannotBeReadSaysSoOnce)
@@ -117,20 +120,20 @@ TEST_F(Settings, APageThatCannotBeReadSaysSoOnce)
     s.morvane->Execute("alter table configuracion drop column horaracion2");
     s.morvane->Execute("alter table configuracion drop column horaracion3");
     s.configuracion.Requery();
-    ask.Espera(s(4604));
+    ask.wait(s(text::ErrorWasLogged));
     open(u"hospedaje"_s);
-    EXPECT_EQ(hint(), s(9628));
+    EXPECT_EQ(hint(), s(text::PageUnreadable));
 }
 
 TEST_F(Settings, AFailureIsToldAndTheStoredValueShownAgain)
 {
     s.morvane->Execute("update veterinaria set nom = 'Antes'");
-    s.clinica.nom = u"Antes"_s;
+    s.clinic.nom = u"Antes"_s;
     open(u"clinica"_s);
     s.morvane->Execute("alter table veterinaria drop column tel");
-    ask.Espera(u"\"Tel\""_s);
+    ask.wait(u"\"Tel\""_s);
     type(u"txtTel"_s, u"1"_s);
-    EXPECT_EQ(text(u"txtTel"_s), s.clinica.tel);
+    EXPECT_EQ(text(u"txtTel"_s), s.clinic.tel);
     EXPECT_TRUE(form->isVisible());
 }
 
@@ -140,35 +143,36 @@ TEST_F(Settings, UsersAreWorkedFromTheGrid)
     s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (1, 'Ana', '', 2)");
     s.morvane->Execute("update configuracion set contadorUsuarios = 1");
     open(u"usuarios"_s);
-    auto *grid = the<Grilla>(u"grdUsr"_s);
-    ask.Espera(u"Add a user?"_s);
-    ask.EsperaTexto(u"username"_s, u"Luis"_s);
-    ask.EsperaTexto(u"password"_s, u""_s);
-    ask.EsperaTexto(u"user type"_s, u"1"_s);
+    auto *grid = the<ui::Grid>(u"grdUsr"_s);
+    ask.wait(u"Add a user?"_s);
+    ask.expectText(u"username"_s, u"Luis"_s);
+    ask.expectText(u"password"_s, u""_s);
+    ask.expectText(u"user type"_s, u"1"_s);
     pressIn(grid, Qt::Key_Insert);
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(grid->FilaActual(), 0), u"Luis"_s);
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(grid->FilaActual(), 1), u"Common"_s);
-    ask.EsperaTexto(u"password"_s, u"gato"_s);
+    EXPECT_EQ(grid->gridModel()->cellText(grid->currentRow(), 0), u"Luis"_s);
+    EXPECT_EQ(grid->gridModel()->cellText(grid->currentRow(), 1), u"Common"_s);
+    ask.expectText(u"password"_s, u"gato"_s);
     press(Qt::Key_Return);
-    EXPECT_EQ(Filas(*s.morvane, "select nom, up from usuarios order by idu"),
+    EXPECT_EQ(allRows(*s.morvane, "select nom, up from usuarios order by idu"),
               u"Ana|\nLuis|gato\n"_s);
-    ask.Espera(u"Delete?"_s);
+    ask.wait(u"Delete?"_s);
     press(Qt::Key_Delete);
-    EXPECT_EQ(grid->Modelo()->Filas(), 1);
+    EXPECT_EQ(grid->gridModel()->allRows(), 1);
 }
 
 TEST_F(Settings, TheColourDressesTheProgramAtOnceAndIsStored)
 {
     open(u"aspecto"_s);
-    const QColor before = PaletaEnUso().acento;
+    const QColor before = ui::paletteInUse().accent;
     auto *blue = the<QToolButton>(u"Color1"_s);
     QTest::mouseClick(blue, Qt::LeftButton);
-    EXPECT_NE(PaletaEnUso().acento, before);
-    EXPECT_EQ(PaletaEnUso().acento, CalcularPaleta(stored("PrincipalColor").toInt(), false).acento);
+    EXPECT_NE(ui::paletteInUse().accent, before);
+    EXPECT_EQ(ui::paletteInUse().accent,
+              ui::computePalette(stored("PrincipalColor").toInt(), false).accent);
     EXPECT_TRUE(blue->isChecked());
     QTest::mouseClick(the<QToolButton>(u"Color0"_s), Qt::LeftButton);
     EXPECT_EQ(stored("PrincipalColor"), u"1"_s);
-    EXPECT_EQ(PaletaEnUso().acento, before);
+    EXPECT_EQ(ui::paletteInUse().accent, before);
     EXPECT_FALSE(blue->isChecked());
 }
 
@@ -182,19 +186,21 @@ TEST_F(Settings, TheServerOfMailsBelongsToThisMachine)
     QWheelEvent wheel({2, 2}, kind->mapToGlobal(QPointF(2, 2)), {}, {0, -120}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(kind, &wheel);
-    EXPECT_EQ(LeerAjusteDeClinica(s, u"correo/cifrado"_s), u"tls"_s) << "the wheel writes nothing";
-    EXPECT_EQ(LeerAjusteDeClinica(s, u"correo/puerto"_s), QString()) << "not what did not change";
+    EXPECT_EQ(store::readClinicSetting(s, u"correo/cifrado"_s), u"tls"_s)
+        << "the wheel writes nothing";
+    EXPECT_EQ(store::readClinicSetting(s, u"correo/puerto"_s), QString())
+        << "not what did not change";
     type(u"txtPuertoMail"_s, u"2525"_s);
     for (const QString &none : {u"0"_s, u"65536"_s}) {
         type(u"txtPuertoMail"_s, none);
         EXPECT_EQ(text(u"txtPuertoMail"_s), u"2525"_s) << none.toStdString();
-        EXPECT_EQ(hint(), s(31));
+        EXPECT_EQ(hint(), s(text::InvalidValue));
     }
-    EXPECT_EQ(LeerAjusteDeClinica(s, u"correo/servidor"_s), u"smtp.example.com"_s);
+    EXPECT_EQ(store::readClinicSetting(s, u"correo/servidor"_s), u"smtp.example.com"_s);
     QTest::mouseClick(the<QPushButton>(u"cmdVerCuenta"_s), Qt::LeftButton);
     EXPECT_EQ(list()->currentRow(), 0) << "the account stands with the clinic's data";
-    ask.EsperaTexto(u"User name"_s, u"ana"_s);
-    ask.EsperaTexto(u"Password"_s, u"secreta"_s);
+    ask.expectText(u"User name"_s, u"ana"_s);
+    ask.expectText(u"Password"_s, u"secreta"_s);
     QTest::mouseClick(the<QPushButton>(u"cmdModMail"_s), Qt::LeftButton);
     EXPECT_EQ(the<QLabel>(u"lblUsuarioMail"_s)->text(), u"User: ana"_s);
     for (const QLabel *label : form->findChildren<QLabel *>())

@@ -7,149 +7,147 @@
 #include <QFile>
 #include <QImage>
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QByteArray Contenido(const QString &ruta)
+QByteArray contentOf(const QString &ruta)
 {
     QFile f(ruta);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-void Escribir(const QString &ruta, const QByteArray &contenido)
+void write(const QString &ruta, const QByteArray &content)
 {
     QFile f(ruta);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(contenido);
+    f.write(content);
 }
 
-class Membrete : public Clinica
+class Letterhead : public Clinic
 {
 protected:
     /// A picture of one colour, in a folder of the user's.
-    QString dibujo(const QString &nombre, QRgb color)
+    QString dibujo(const QString &name, QRgb color)
     {
-        QImage imagen(40, 10, QImage::Format_RGB32);
-        imagen.fill(color);
-        const QString ruta = fotos.filePath(nombre);
-        EXPECT_TRUE(imagen.save(ruta));
+        QImage image(40, 10, QImage::Format_RGB32);
+        image.fill(color);
+        const QString ruta = photos.filePath(name);
+        EXPECT_TRUE(image.save(ruta));
         return ruta;
     }
-    bool obtener(const std::optional<QString> &ruta, const QString &mensaje = {})
+    bool get(const std::optional<QString> &ruta, const QString &message = {})
     {
-        ask.EsperaTexto(u"Letterhead"_s, ruta);
-        if (!mensaje.isEmpty())
-            ask.Espera(mensaje);
-        return ObtenerEncabezado(s);
+        ask.expectText(u"Letterhead"_s, ruta);
+        if (!message.isEmpty())
+            ask.wait(message);
+        return getHeader(s);
     }
-    QStringList encabezados()
-    {
-        return QDir(carpeta.path()).entryList({u"encabezado*"_s}, QDir::Files);
-    }
+    QStringList headers() { return QDir(folder.path()).entryList({u"encabezado*"_s}, QDir::Files); }
 
-    QTemporaryDir fotos;
+    QTemporaryDir photos;
 };
 
-class Red : public Clinica
+class Network : public Clinic
 {
 protected:
-    Red() { s.carpetaDePrograma = programa.path() + u'/'; }
-    bool conectar(const std::optional<QString> &camino, const QString &mensaje = {})
+    Network() { s.programFolder = program.path() + u'/'; }
+    bool connect(const std::optional<QString> &path, const QString &message = {})
     {
-        ask.Espera(u"Critical action"_s);
-        ask.EsperaTexto(u"Server Path"_s, camino);
-        if (!mensaje.isEmpty())
-            ask.Espera(mensaje);
-        return ConectarTerminal(s);
+        ask.wait(u"Critical action"_s);
+        ask.expectText(u"Server Path"_s, path);
+        if (!message.isEmpty())
+            ask.wait(message);
+        return connectTerminal(s);
     }
-    QByteArray ruta() { return Contenido(programa.filePath(u"ruta.txt"_s)); }
+    QByteArray ruta() { return contentOf(program.filePath(u"ruta.txt"_s)); }
 
-    QTemporaryDir programa;
-    QTemporaryDir servidor;
+    QTemporaryDir program;
+    QTemporaryDir server;
 };
 
 } // namespace
 
-TEST_F(Membrete, AJpgBecomesTheBitmapThatItsNameSays)
+TEST_F(Letterhead, AJpgBecomesTheBitmapThatItsNameSays)
 {
-    EXPECT_TRUE(obtener(dibujo(u"logo.jpg"_s, qRgb(200, 0, 0))));
-    EXPECT_EQ(encabezados(), QStringList{u"Encabezado.bmp"_s});
-    EXPECT_TRUE(Contenido(RutaDeEncabezado(s)).startsWith("BM"));
-    const QImage imagen(RutaDeEncabezado(s));
-    EXPECT_EQ(imagen.size(), QSize(40, 10));
-    EXPECT_NEAR(qRed(imagen.pixel(20, 5)), 200, 4);
+    EXPECT_TRUE(get(dibujo(u"logo.jpg"_s, qRgb(200, 0, 0))));
+    EXPECT_EQ(headers(), QStringList{u"Encabezado.bmp"_s});
+    EXPECT_TRUE(contentOf(headerPath(s)).startsWith("BM"));
+    const QImage image(headerPath(s));
+    EXPECT_EQ(image.size(), QSize(40, 10));
+    EXPECT_NEAR(qRed(image.pixel(20, 5)), 200, 4);
 }
 
-TEST_F(Membrete, ABitmapTakesThePlaceOfTheOldOneWhateverTheCaseOfItsName)
+TEST_F(Letterhead, ABitmapTakesThePlaceOfTheOldOneWhateverTheCaseOfItsName)
 {
-    Escribir(carpeta.filePath(u"encabezado.BMP"_s), "old");
-    const QString nuevo = dibujo(u"logo.bmp"_s, qRgb(0, 120, 0));
-    EXPECT_TRUE(obtener(nuevo));
-    EXPECT_EQ(encabezados(), QStringList{u"encabezado.BMP"_s});
-    EXPECT_EQ(Contenido(RutaDeEncabezado(s)), Contenido(nuevo));
+    write(folder.filePath(u"encabezado.BMP"_s), "old");
+    const QString newOne = dibujo(u"logo.bmp"_s, qRgb(0, 120, 0));
+    EXPECT_TRUE(get(newOne));
+    EXPECT_EQ(headers(), QStringList{u"encabezado.BMP"_s});
+    EXPECT_EQ(contentOf(headerPath(s)), contentOf(newOne));
     // Chosen again from where it lies, it stays whole.
-    EXPECT_TRUE(obtener(RutaDeEncabezado(s)));
-    EXPECT_EQ(Contenido(RutaDeEncabezado(s)), Contenido(nuevo));
+    EXPECT_TRUE(get(headerPath(s)));
+    EXPECT_EQ(contentOf(headerPath(s)), contentOf(newOne));
 }
 
-TEST_F(Membrete, WhatIsNoPictureLeavesTheOldOne)
+TEST_F(Letterhead, WhatIsNoPictureLeavesTheOldOne)
 {
-    EXPECT_TRUE(obtener(dibujo(u"logo.bmp"_s, qRgb(0, 0, 90))));
-    const QByteArray antes = Contenido(RutaDeEncabezado(s));
+    EXPECT_TRUE(get(dibujo(u"logo.bmp"_s, qRgb(0, 0, 90))));
+    const QByteArray before = contentOf(headerPath(s));
 
-    EXPECT_FALSE(obtener(std::nullopt));
-    const QString texto = fotos.filePath(u"texto.jpg"_s);
-    Escribir(texto, "no picture");
-    const QString cortado = fotos.filePath(u"cortado.bmp"_s);
-    Escribir(cortado, antes.left(30));
-    const QString otro = dibujo(u"logo.png"_s, qRgb(0, 0, 0));
-    for (const QString &malo : {texto, cortado, otro, fotos.filePath(u"falta.jpg"_s)})
-        EXPECT_FALSE(obtener(malo, u"not a JPG or BMP"_s)) << malo.toStdString();
-    EXPECT_EQ(Contenido(RutaDeEncabezado(s)), antes);
+    EXPECT_FALSE(get(std::nullopt));
+    const QString text = photos.filePath(u"texto.jpg"_s);
+    write(text, "no picture");
+    const QString cut = photos.filePath(u"cortado.bmp"_s);
+    write(cut, before.left(30));
+    const QString other = dibujo(u"logo.png"_s, qRgb(0, 0, 0));
+    for (const QString &bad : {text, cut, other, photos.filePath(u"falta.jpg"_s)})
+        EXPECT_FALSE(get(bad, u"not a JPG or BMP"_s)) << bad.toStdString();
+    EXPECT_EQ(contentOf(headerPath(s)), before);
 }
 
-TEST_F(Membrete, AFolderThatCannotBeWrittenIsTold)
+TEST_F(Letterhead, AFolderThatCannotBeWrittenIsTold)
 {
-    s.carpetaDeDatos = fotos.filePath(u"gone/"_s);
-    EXPECT_THROW(obtener(dibujo(u"logo.bmp"_s, qRgb(0, 0, 90))), ErrorDeAlmacen);
+    s.dataFolder = photos.filePath(u"gone/"_s);
+    EXPECT_THROW(get(dibujo(u"logo.bmp"_s, qRgb(0, 0, 90))), store::StoreError);
 }
 
-TEST_F(Clinica, TheClinicsDataHoldAtOnceWithoutApostrophesAndWithinTheirColumn)
+TEST_F(Clinic, TheClinicsDataHoldAtOnceWithoutApostrophesAndWithinTheirColumn)
 {
     s.morvane->Execute("delete * from veterinaria");
-    GuardarDatoDeClinica(s, DatoDeClinica::Nombre, u"L'Arca"_s); // also where the row was lost
-    GuardarDatoDeClinica(s, DatoDeClinica::Propietario, u"Eva"_s);
-    GuardarDatoDeClinica(s, DatoDeClinica::Direccion, QString(150, u'ñ'));
-    GuardarDatoDeClinica(s, DatoDeClinica::Telefonos, u"099 1"_s);
-    EXPECT_EQ(Filas(*s.morvane, "select nom, pro, dir, tel from veterinaria"),
+    saveClinicDatum(s, ClinicDatum::Name, u"L'Arca"_s); // also where the row was lost
+    saveClinicDatum(s, ClinicDatum::Owner, u"Eva"_s);
+    saveClinicDatum(s, ClinicDatum::Address, QString(150, u'ñ'));
+    saveClinicDatum(s, ClinicDatum::Telephones, u"099 1"_s);
+    EXPECT_EQ(allRows(*s.morvane, "select nom, pro, dir, tel from veterinaria"),
               u"L Arca|Eva|"_s + QString(100, u'ñ') + u"|099 1\n"_s);
-    EXPECT_EQ(s.clinica.nom, u"L Arca"_s);
-    EXPECT_EQ(s.clinica.dir.size(), AnchoDeDato(s, DatoDeClinica::Direccion));
-    EXPECT_EQ(s.clinica.tel, u"099 1"_s);
+    EXPECT_EQ(s.clinic.nom, u"L Arca"_s);
+    EXPECT_EQ(s.clinic.dir.size(), datumWidth(s, ClinicDatum::Address));
+    EXPECT_EQ(s.clinic.tel, u"099 1"_s);
 }
 
-TEST_F(Red, OnlyAFolderWithTheMainDatabaseIsTaken)
+TEST_F(Network, OnlyAFolderWithTheMainDatabaseIsTaken)
 {
-    ask.Espera(u"Critical action"_s, false);
-    EXPECT_FALSE(ConectarTerminal(s));
-    EXPECT_FALSE(conectar(std::nullopt));
-    EXPECT_FALSE(conectar(u"  "_s));
-    QDir(servidor.path()).mkdir(u"morvane.mdb"_s); // a folder is no database
-    EXPECT_FALSE(conectar(servidor.path(), u"No databases exist"_s));
+    ask.wait(u"Critical action"_s, false);
+    EXPECT_FALSE(connectTerminal(s));
+    EXPECT_FALSE(connect(std::nullopt));
+    EXPECT_FALSE(connect(u"  "_s));
+    QDir(server.path()).mkdir(u"morvane.mdb"_s); // a folder is no database
+    EXPECT_FALSE(connect(server.path(), u"No databases exist"_s));
     EXPECT_EQ(ruta(), QByteArray());
 
-    QDir(servidor.path()).rmdir(u"morvane.mdb"_s);
-    Escribir(servidor.filePath(u"Morvane.MDB"_s), "x");
-    EXPECT_TRUE(conectar(u' ' + servidor.path() + u"/./"_s, u"restart"_s));
-    EXPECT_EQ(ruta(), servidor.path().toUtf8() + '\n');
-    EXPECT_EQ(LeerRuta(s.carpetaDePrograma), servidor.path() + u'/');
+    QDir(server.path()).rmdir(u"morvane.mdb"_s);
+    write(server.filePath(u"Morvane.MDB"_s), "x");
+    EXPECT_TRUE(connect(u' ' + server.path() + u"/./"_s, u"restart"_s));
+    EXPECT_EQ(ruta(), server.path().toUtf8() + '\n');
+    EXPECT_EQ(store::readPath(s.programFolder), server.path() + u'/');
 }
 
-TEST_F(Red, AProgramFolderThatCannotBeWrittenIsTold)
+TEST_F(Network, AProgramFolderThatCannotBeWrittenIsTold)
 {
-    Escribir(servidor.filePath(u"morvane.mdb"_s), "x");
-    s.carpetaDePrograma = programa.filePath(u"gone/"_s);
-    EXPECT_FALSE(conectar(servidor.path(), u"could not be stored"_s));
+    write(server.filePath(u"morvane.mdb"_s), "x");
+    s.programFolder = program.filePath(u"gone/"_s);
+    EXPECT_FALSE(connect(server.path(), u"could not be stored"_s));
 }

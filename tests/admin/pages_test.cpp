@@ -1,6 +1,8 @@
 #include "messages/templates.h"
 #include "settings_form.h"
 #include "store/settings_row.h"
+#include "texts/admin.h"
+#include "texts/texts.h"
 #include "ui/bound.h"
 #include "ui/grid.h"
 
@@ -23,11 +25,11 @@ class AutomaticPages : public SettingsForm
 protected:
     void choose(const QString &group, int option)
     {
-        pressIn(the<GrupoDeOpciones>(group)->findChild<QRadioButton *>(u"opt%1"_s.arg(option)),
+        pressIn(the<ui::OptionsGroup>(group)->findChild<QRadioButton *>(u"opt%1"_s.arg(option)),
                 Qt::Key_Space);
     }
     void toggle(const QString &box) { pressIn(the<QCheckBox>(box), Qt::Key_Space); }
-    int chosen(const QString &group) { return the<GrupoDeOpciones>(group)->Valor(); }
+    int chosen(const QString &group) { return the<ui::OptionsGroup>(group)->Value(); }
 };
 
 class TemplatePage : public AutomaticPages
@@ -37,7 +39,7 @@ protected:
     {
         s.clientes->Execute("insert into clientes (idc, ayn) values (7, 'Ana Paz')");
         s.clientes->Execute("insert into mascotas (idm, idc, nom) values (9, 7, 'Toby')");
-        GuardarAjuste(s, "mensajeriacumplemail", u"Happy <nommas>!"_s);
+        store::saveSetting(s, "mensajeriacumplemail", u"Happy <nommas>!"_s);
     }
     void openAtBirthdays()
     {
@@ -69,7 +71,7 @@ TEST_F(AutomaticPages, EachChoiceIsWrittenAtOnce)
     const QStringList names = QString::fromLatin1(columns.data()).split(u", "_s);
     EXPECT_EQ(stored(columns), u"2|2|1|1|1|1|1|1|1|3"_s);
     for (const QString &name : names) {
-        const auto options = the<GrupoDeOpciones>(name)->findChildren<QRadioButton *>();
+        const auto options = the<ui::OptionsGroup>(name)->findChildren<QRadioButton *>();
         choose(name, options.size() == 3 || name == u"AutNuevoCliente" ? 1 : 2);
         EXPECT_FALSE(hint().startsWith(u'#')) << name.toStdString();
     }
@@ -125,7 +127,7 @@ TEST_F(AutomaticPages, ProfilesTakePercentagesUpTo100AndMarkCategories)
     toggle(u"LeerPerfil"_s);
     EXPECT_EQ(stored("LeerPerfil"), u"0"_s);
     const auto marked = [this] {
-        return Filas(*s.finanzas, "select idcat from flcategorias where CatPerfil");
+        return allRows(*s.finanzas, "select idcat from flcategorias where CatPerfil");
     };
     toggle(u"CatPerfil4"_s);
     EXPECT_EQ(marked(), u"4\n"_s);
@@ -155,20 +157,21 @@ TEST_F(AutomaticPages, FoodHasThreeLevelsForDogsAndOneForOthers)
             press(Qt::Key_Down);
     };
     pick(1);
-    EXPECT_EQ(boxes(), u"%1=, %2=400, %3="_s.arg(s(2632), s(2633), s(2634)));
+    EXPECT_EQ(boxes(),
+              u"%1=, %2=400, %3="_s.arg(s(text::SmallDog), s(text::MediumDog), s(text::LargeDog)));
     type(u"txtdetali3"_s, u"900.5"_s);
     pick(2);
-    EXPECT_EQ(boxes(), s(9700) + u"=0.75"_s);
+    EXPECT_EQ(boxes(), s(text::FoodQuantity) + u"=0.75"_s);
     type(u"txtdetali"_s, u"1.25"_s);
     pick(3);
-    EXPECT_EQ(boxes(), s(9700) + u'=');
+    EXPECT_EQ(boxes(), s(text::FoodQuantity) + u'=');
     type(u"txtdetali"_s, u"8"_s);
     type(u"txtdetali"_s, u""_s);
     pick(1);
     fill(u"txtdetali2"_s, u"4005"_s);
     close(); // what is being typed counts
     EXPECT_EQ(stored("detali1, detali2, detali3"), u"|4005|900.5"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select id, ali from mlespecies order by id"),
+    EXPECT_EQ(allRows(*s.clientes, "select id, ali from mlespecies order by id"),
               u"1|\n2|1.25\n3|\n"_s);
 }
 
@@ -208,7 +211,7 @@ TEST_F(TemplatePage, ATextThatCannotBeStoredIsNotLost)
     s.morvane->Execute("alter table configuracion drop column mensajeriacumplemail");
     write(u" Long work"_s);
     for (int i = 0; i < 2; ++i) // leaving the text, then another entry
-        ask.Espera(s(4604));
+        ask.wait(s(text::ErrorWasLogged));
     pressIn(list(), Qt::Key_Down);
     EXPECT_EQ(list()->currentIndex(), 4) << "it stays on its entry";
     EXPECT_TRUE(message()->toPlainText().endsWith(u"Long work"));
@@ -225,22 +228,22 @@ TEST_F(TemplatePage, ThePreviewTakesAnyClientOrSaysThatThereIsNone)
     EXPECT_EQ(preview(), u"Happy Luna!"_s) << "the session's patient";
     const auto previewOf = [this](
                                const QString &name, const std::function<void()> &asked = [] {}) {
-        ask.EsperaTexto(s(9718), name);
+        ask.expectText(s(text::AskClientName), name);
         asked();
         pressIn(the<QPushButton>(u"cmdOtro"_s), Qt::Key_Space);
         return preview();
     };
     EXPECT_EQ(previewOf(u"ana"_s), u"Happy Toby!"_s);
     EXPECT_EQ(previewOf(u"Paula ["_s), u"Happy !"_s);
-    const auto choice = [this] { ask.EsperaSeleccion(s(14), QList<int>{1}); };
+    const auto choice = [this] { ask.expectSelection(s(text::Client), QList<int>{1}); };
     EXPECT_EQ(previewOf(u"pau"_s, choice), u"Happy Luna!"_s);
-    EXPECT_EQ(previewOf(u"zz"_s, [this] { ask.Espera(s(9719)); }), u"Happy Luna!"_s);
+    EXPECT_EQ(previewOf(u"zz"_s, [this] { ask.wait(s(text::NoSuchClient)); }), u"Happy Luna!"_s);
     close();
 
     s.clientes->Execute("delete * from clientes");
     open(u"mensajes"_s);
     EXPECT_EQ(preview(), QString());
-    EXPECT_EQ(the<QPlainTextEdit>(u"txtVista"_s)->placeholderText(), s(9720));
+    EXPECT_EQ(the<QPlainTextEdit>(u"txtVista"_s)->placeholderText(), s(text::NoClientsForPreview));
     EXPECT_FALSE(the<QPushButton>(u"cmdOtro"_s)->isEnabled());
 }
 
@@ -249,36 +252,37 @@ TEST_F(AutomaticPages, ListsAreWorkedByKeys)
     open(u"listas"_s);
     auto *tabs = the<QTabWidget>(u"tabListas"_s);
     EXPECT_EQ(tabs->count(), 6);
-    auto *regions = the<Grilla>(u"grdDepartamento"_s);
+    auto *regions = the<ui::Grid>(u"grdDepartamento"_s);
     const auto answer = [this](std::initializer_list<std::pair<int, QString>> answers) {
         for (const auto &[prompt, what] : answers)
-            ask.EsperaTexto(s(prompt), what);
+            ask.expectText(s(prompt), what);
     };
     pressIn(regions, Qt::Key_Delete); // there is no way to delete a region
     answer({{9638, u"Norte"_s}, {9644, u"011"_s}});
     press(Qt::Key_Insert);
     answer({{9638, u"Centro"_s}, {9644, u"0341"_s}});
     press(Qt::Key_Insert);
-    EXPECT_EQ(regions->FilaActual(), 0) << "the new one, where its name says";
-    EXPECT_EQ(hint(), s(9658));
+    EXPECT_EQ(regions->currentRow(), 0) << "the new one, where its name says";
+    EXPECT_EQ(hint(), s(text::EntryAdded));
     answer({{9638, u"Zona sur"_s}, {9644, u"0342"_s}});
     press(Qt::Key_Return);
-    EXPECT_EQ(regions->FilaActual(), 1);
-    EXPECT_EQ(regions->Modelo()->TextoDeCelda(1, 0), u"Zona sur"_s);
+    EXPECT_EQ(regions->currentRow(), 1);
+    EXPECT_EQ(regions->gridModel()->cellText(1, 0), u"Zona sur"_s);
     answer({{9638, u"Zona sur"_s}, {9644, u"03x"_s}});
-    ask.Espera(s(31)); // intended: a letter is taken when it is new and fails when it is changed
+    ask.wait(s(text::InvalidValue)); // intended: a letter is taken when it is new and fails when it
+                                     // is changed
     press(Qt::Key_F2);
-    EXPECT_EQ(Filas(*s.clientes, "select nom, ctel from cldepartamento order by nom"),
+    EXPECT_EQ(allRows(*s.clientes, "select nom, ctel from cldepartamento order by nom"),
               u"Norte|011\nZona sur|0342\n"_s);
 
     tabs->setCurrentIndex(1);
-    auto *places = the<Grilla>(u"grdLocalidad"_s);
+    auto *places = the<ui::Grid>(u"grdLocalidad"_s);
     answer({{9639, u"Alba"_s}, {9645, u"100"_s}, {9646, u"norte"_s}});
     pressIn(places, Qt::Key_Insert);
-    EXPECT_EQ(places->Modelo()->TextoDeCelda(0, 2), u"Norte"_s);
-    ask.Espera(s(3));
+    EXPECT_EQ(places->gridModel()->cellText(0, 2), u"Norte"_s);
+    ask.wait(s(text::DeleteQuestion));
     press(Qt::Key_Delete);
-    EXPECT_EQ(places->Modelo()->Filas(), 0);
+    EXPECT_EQ(places->gridModel()->allRows(), 0);
     press(Qt::Key_Delete);
     EXPECT_FALSE(the<QPushButton>(u"cmdEL"_s)->isEnabled());
     for (const QChar list : u"LDMREP"_s)

@@ -10,13 +10,15 @@
 #include <QLineEdit>
 #include <QTest>
 
-class SettingsForm : public Clinica
+using namespace admin;
+
+class SettingsForm : public Clinic
 {
 protected:
-    explicit SettingsForm(Idioma language = Idioma::Ingles) : Clinica(language)
+    explicit SettingsForm(store::Language language = store::Language::English) : Clinic(language)
     {
-        s.carpetaDePrograma = program.path() + u'/';
-        RegistrarFormulariosDeAdministracion(s, forms);
+        s.programFolder = program.path() + u'/';
+        registerAdminForms(s, forms);
     }
 
     /// At a page, or where it was left.
@@ -24,9 +26,8 @@ protected:
     {
         using namespace Qt::StringLiterals;
         const QVariantMap parameters{{u"pagina"_s, page}};
-        ASSERT_TRUE(
-            forms.Abrir(u"frmConfiguracion"_s, page.isEmpty() ? QVariantMap() : parameters));
-        form = qobject_cast<frmConfiguracion *>(forms.Cargar(u"frmConfiguracion"_s));
+        ASSERT_TRUE(forms.open(u"frmConfiguracion"_s, page.isEmpty() ? QVariantMap() : parameters));
+        form = qobject_cast<frmConfiguracion *>(forms.load(u"frmConfiguracion"_s));
         ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
     }
     void close()
@@ -70,11 +71,11 @@ protected:
     /// Columns of the settings row, parted by '|'.
     QString stored(std::string_view columns)
     {
-        return Filas(*s.morvane, "select " + std::string(columns) + " from configuracion")
+        return allRows(*s.morvane, "select " + std::string(columns) + " from configuracion")
             .trimmed();
     }
 
     QTemporaryDir program;
-    Formularios forms;
+    ui::FormRegistry forms;
     QPointer<frmConfiguracion> form;
 };

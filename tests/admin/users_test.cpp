@@ -2,132 +2,133 @@
 
 #include "support/clinic.h"
 
+using namespace admin;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 /// Ana, Supervisor, and Luis, Common; the counter stands at the last one.
-class Usuarios : public Clinica
+class Users : public Clinic
 {
 protected:
-    Usuarios()
+    Users()
     {
         s.morvane->Execute("delete * from usuarios");
         s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (1, 'Ana', 'gato', 2)");
         s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (2, 'Luis', '', 1)");
-        contador(2);
+        counter(2);
     }
-    void contador(int n) { s.morvane->Execute("update configuracion set contadorUsuarios = ?", n); }
-    QString todos()
+    void counter(int n) { s.morvane->Execute("update configuracion set contadorUsuarios = ?", n); }
+    QString all()
     {
-        return Filas(*s.morvane, "select idu, nom, up, ut from usuarios order by idu");
+        return allRows(*s.morvane, "select idu, nom, up, ut from usuarios order by idu");
     }
-    QString contados() { return Filas(*s.morvane, "select contadorUsuarios from configuracion"); }
+    QString counted() { return allRows(*s.morvane, "select contadorUsuarios from configuracion"); }
 
-    const QString antes = u"1|Ana|gato|2\n2|Luis||1\n"_s;
-    const QString agregar = u"Add a user?"_s;
-    const QString nombre = u"Enter 'username'"_s;
-    const QString contrasena = u"Enter the 'password'"_s;
-    const QString tipo = u"Enter 'user type'"_s;
+    const QString before = u"1|Ana|gato|2\n2|Luis||1\n"_s;
+    const QString add = u"Add a user?"_s;
+    const QString name = u"Enter 'username'"_s;
+    const QString password = u"Enter the 'password'"_s;
+    const QString type = u"Enter 'user type'"_s;
 };
 
 } // namespace
 
-TEST_F(Usuarios, EachAnswerIsAskedForAgainUntilItCanBeUsed)
+TEST_F(Users, EachAnswerIsAskedForAgainUntilItCanBeUsed)
 {
-    ask.Espera(agregar);
-    ask.EsperaTexto(nombre, u"ANA"_s);
-    ask.Espera(u"Name or item duplicate"_s);
-    ask.EsperaTexto(nombre, u"d'Or"_s);
-    ask.Espera(u"Can not use the character"_s);
-    ask.EsperaTexto(nombre, u"a*"_s); // the login would take it for a pattern
-    ask.Espera(u"Name or item duplicate"_s);
-    ask.EsperaTexto(nombre, QString(51, u'x'));
-    ask.Espera(u"Name or item duplicate"_s);
-    ask.EsperaTexto(nombre, u" Eva "_s);
-    ask.EsperaTexto(contrasena, u"a'b"_s);
-    ask.Espera(u"Can not use the character"_s);
-    ask.EsperaTexto(contrasena, QString(51, u'x'));
-    ask.Espera(u"valid value"_s);
-    ask.EsperaTexto(contrasena, u"perro"_s);
-    ask.EsperaTexto(tipo, u"3"_s);
-    ask.Espera(u"valid value"_s);
-    ask.EsperaTexto(tipo, u"12"_s);
-    ask.Espera(u"valid value"_s);
-    ask.EsperaTexto(tipo, u"2"_s);
-    EXPECT_EQ(NuevoUsuario(s), 3);
-    EXPECT_EQ(todos(), antes + u"3|Eva|perro|2\n"_s);
-    EXPECT_EQ(contados(), u"3\n"_s);
+    ask.wait(add);
+    ask.expectText(name, u"ANA"_s);
+    ask.wait(u"Name or item duplicate"_s);
+    ask.expectText(name, u"d'Or"_s);
+    ask.wait(u"Can not use the character"_s);
+    ask.expectText(name, u"a*"_s); // the login would take it for a pattern
+    ask.wait(u"Name or item duplicate"_s);
+    ask.expectText(name, QString(51, u'x'));
+    ask.wait(u"Name or item duplicate"_s);
+    ask.expectText(name, u" Eva "_s);
+    ask.expectText(password, u"a'b"_s);
+    ask.wait(u"Can not use the character"_s);
+    ask.expectText(password, QString(51, u'x'));
+    ask.wait(u"valid value"_s);
+    ask.expectText(password, u"perro"_s);
+    ask.expectText(type, u"3"_s);
+    ask.wait(u"valid value"_s);
+    ask.expectText(type, u"12"_s);
+    ask.wait(u"valid value"_s);
+    ask.expectText(type, u"2"_s);
+    EXPECT_EQ(newUser(s), 3);
+    EXPECT_EQ(all(), before + u"3|Eva|perro|2\n"_s);
+    EXPECT_EQ(counted(), u"3\n"_s);
 }
 
-TEST_F(Usuarios, BackingOutOfAnyAnswerAddsNothing)
+TEST_F(Users, BackingOutOfAnyAnswerAddsNothing)
 {
-    for (int respondidas = 0; respondidas < 3; ++respondidas)
-        for (const auto &salida : {std::optional<QString>(), std::optional<QString>(u""_s)}) {
-            if (respondidas == 1 && salida)
+    for (int answered = 0; answered < 3; ++answered)
+        for (const auto &exit : {std::optional<QString>(), std::optional<QString>(u""_s)}) {
+            if (answered == 1 && exit)
                 continue; // an empty password is one
-            ask.Espera(agregar);
-            if (respondidas > 0)
-                ask.EsperaTexto(nombre, u"Eva"_s);
-            if (respondidas > 1)
-                ask.EsperaTexto(contrasena, u""_s);
-            ask.EsperaTexto(QStringList{nombre, contrasena, tipo}[respondidas], salida);
-            EXPECT_EQ(NuevoUsuario(s), std::nullopt) << respondidas;
+            ask.wait(add);
+            if (answered > 0)
+                ask.expectText(name, u"Eva"_s);
+            if (answered > 1)
+                ask.expectText(password, u""_s);
+            ask.expectText(QStringList{name, password, type}[answered], exit);
+            EXPECT_EQ(newUser(s), std::nullopt) << answered;
         }
-    ask.Espera(agregar, false);
-    EXPECT_EQ(NuevoUsuario(s), std::nullopt);
-    EXPECT_EQ(todos(), antes);
-    EXPECT_EQ(contados(), u"2\n"_s);
+    ask.wait(add, false);
+    EXPECT_EQ(newUser(s), std::nullopt);
+    EXPECT_EQ(all(), before);
+    EXPECT_EQ(counted(), u"2\n"_s);
 }
 
-TEST_F(Usuarios, NumbersEndWhereTheirColumnDoes)
+TEST_F(Users, NumbersEndWhereTheirColumnDoes)
 {
-    contador(254);
-    ask.Espera(agregar);
-    ask.EsperaTexto(nombre, u"Eva"_s);
-    ask.EsperaTexto(contrasena, u""_s);
-    ask.EsperaTexto(tipo, u"1"_s);
-    EXPECT_EQ(NuevoUsuario(s), 255);
-    for (int lleno : {255, 256}) {
-        contador(lleno);
-        ask.Espera(u"Unable to perform action"_s);
-        EXPECT_EQ(NuevoUsuario(s), std::nullopt) << lleno;
+    counter(254);
+    ask.wait(add);
+    ask.expectText(name, u"Eva"_s);
+    ask.expectText(password, u""_s);
+    ask.expectText(type, u"1"_s);
+    EXPECT_EQ(newUser(s), 255);
+    for (int full : {255, 256}) {
+        counter(full);
+        ask.wait(u"Unable to perform action"_s);
+        EXPECT_EQ(newUser(s), std::nullopt) << full;
     }
-    EXPECT_EQ(todos(), antes + u"255|Eva||1\n"_s);
+    EXPECT_EQ(all(), before + u"255|Eva||1\n"_s);
 }
 
-TEST_F(Usuarios, TheLastOneAndTheLastSupervisorStay)
+TEST_F(Users, TheLastOneAndTheLastSupervisorStay)
 {
-    ask.Espera(u"Unable to perform action"_s);
-    EXPECT_FALSE(EliminarUsuario(s, 1));
-    ask.Espera(u"Delete?"_s, false);
-    EXPECT_FALSE(EliminarUsuario(s, 2));
-    EXPECT_EQ(todos(), antes);
+    ask.wait(u"Unable to perform action"_s);
+    EXPECT_FALSE(deleteUser(s, 1));
+    ask.wait(u"Delete?"_s, false);
+    EXPECT_FALSE(deleteUser(s, 2));
+    EXPECT_EQ(all(), before);
 
-    ask.Espera(u"Delete?"_s);
-    EXPECT_TRUE(EliminarUsuario(s, 2));
-    ask.Espera(u"Unable to perform action"_s);
-    EXPECT_FALSE(EliminarUsuario(s, 1));
-    EXPECT_EQ(todos(), u"1|Ana|gato|2\n"_s);
+    ask.wait(u"Delete?"_s);
+    EXPECT_TRUE(deleteUser(s, 2));
+    ask.wait(u"Unable to perform action"_s);
+    EXPECT_FALSE(deleteUser(s, 1));
+    EXPECT_EQ(all(), u"1|Ana|gato|2\n"_s);
 
     // With a second Supervisor the first may go.
     s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (3, 'Eva', '', 2)");
-    ask.Espera(u"Delete?"_s);
-    EXPECT_TRUE(EliminarUsuario(s, 1));
-    EXPECT_EQ(todos(), u"3|Eva||2\n"_s);
+    ask.wait(u"Delete?"_s);
+    EXPECT_TRUE(deleteUser(s, 1));
+    EXPECT_EQ(all(), u"3|Eva||2\n"_s);
 }
 
-TEST_F(Usuarios, APasswordIsChangedTakenAwayOrLeft)
+TEST_F(Users, APasswordIsChangedTakenAwayOrLeft)
 {
-    ask.EsperaTexto(contrasena, std::nullopt);
-    EXPECT_FALSE(ModificarContrasena(s, 1));
-    EXPECT_EQ(todos(), antes);
-    ask.EsperaTexto(contrasena, u"'"_s);
-    ask.Espera(u"Can not use the character"_s);
-    ask.EsperaTexto(contrasena, u"ratón"_s);
-    EXPECT_TRUE(ModificarContrasena(s, 2));
-    ask.EsperaTexto(contrasena, u""_s);
-    EXPECT_TRUE(ModificarContrasena(s, 1));
-    EXPECT_EQ(todos(), u"1|Ana||2\n2|Luis|ratón|1\n"_s);
+    ask.expectText(password, std::nullopt);
+    EXPECT_FALSE(modifyPassword(s, 1));
+    EXPECT_EQ(all(), before);
+    ask.expectText(password, u"'"_s);
+    ask.wait(u"Can not use the character"_s);
+    ask.expectText(password, u"ratón"_s);
+    EXPECT_TRUE(modifyPassword(s, 2));
+    ask.expectText(password, u""_s);
+    EXPECT_TRUE(modifyPassword(s, 1));
+    EXPECT_EQ(all(), u"1|Ana||2\n2|Luis|ratón|1\n"_s);
 }

@@ -1,127 +1,128 @@
 #include "agenda/booking.h"
 #include "agenda_clinic.h"
 #include "store/settings_row.h"
+#include "texts/texts.h"
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Turnos : public ClinicaConAgenda
+class Appointments : public ClinicWithAgenda
 {
 protected:
-    Turno turno(int concepto, QTime hora, QDate dia = {}, int idm = 1)
+    Appointment appointment(int item, QTime hour, QDate dia = {}, int idm = 1)
     {
-        Turno t;
-        t.concepto = concepto;
+        Appointment t;
+        t.item = item;
         t.idm = idm;
         t.dia = dia.isValid() ? dia : hoy;
-        t.hora = hora;
+        t.hour = hour;
         return t;
     }
 };
 
 } // namespace
 
-TEST_F(Turnos, OffersTheServicesByNameAndThenAnOwnTask)
+TEST_F(Appointments, OffersTheServicesByNameAndThenAnOwnTask)
 {
-    const auto conceptos = ConceptosDeTurno(s);
-    ASSERT_GT(conceptos.size(), 3u);
-    EXPECT_EQ(conceptos[0].nom, u"A check"_s);
-    EXPECT_EQ(conceptos[1].nom, u"A check at home"_s);
-    EXPECT_EQ(conceptos.back().ida, TipoTarea::TareaDeUsuario);
-    EXPECT_EQ(conceptos.back().nom, s(1109));
+    const auto items = appointmentConcepts(s);
+    ASSERT_GT(items.size(), 3u);
+    EXPECT_EQ(items[0].nom, u"A check"_s);
+    EXPECT_EQ(items[1].nom, u"A check at home"_s);
+    EXPECT_EQ(items.back().ida, TaskKind::UserTask);
+    EXPECT_EQ(items.back().nom, s(text::UserTask));
 }
 
-TEST_F(Turnos, RemindsWhenAskedAndWhoForgetsWhenTheSettingSaysSo)
+TEST_F(Appointments, RemindsWhenAskedAndWhoForgetsWhenTheSettingSaysSo)
 {
-    servicio(210, u"Of no kind"_s, 30, {});
+    service(210, u"Of no kind"_s, 30, {});
     s.finanzas->Execute("insert into articulos (ida, idcat, nom) values (211, 2, 'No row')");
-    const auto forzado = [this](int concepto) {
-        return LlevaRecordatorio(s, turno(concepto, {9, 0}));
-    };
-    GuardarAjuste(s, "AutRecordatorioCitasOlvida", 1);
-    EXPECT_FALSE(forzado(control)) << "nobody says that she forgets";
+    const auto forced = [this](int item) { return carriesReminder(s, appointment(item, {9, 0})); };
+    store::saveSetting(s, "AutRecordatorioCitasOlvida", 1);
+    EXPECT_FALSE(forced(control)) << "nobody says that she forgets";
     s.clientes->Execute("update clientes set Perfil4 = -1 where idc = 1");
-    EXPECT_TRUE(forzado(control)); // kind 1
-    EXPECT_TRUE(forzado(cirugia)); // kind 3
-    EXPECT_FALSE(forzado(visita)); // kind 2
-    EXPECT_FALSE(forzado(210));    // Null
-    EXPECT_FALSE(forzado(211));    // no row among the services
-    EXPECT_FALSE(forzado(TipoTarea::TareaDeUsuario));
-    GuardarAjuste(s, "AutRecordatorioCitasOlvida", 2);
-    EXPECT_FALSE(forzado(control));
+    EXPECT_TRUE(forced(control)); // kind 1
+    EXPECT_TRUE(forced(surgery)); // kind 3
+    EXPECT_FALSE(forced(visit));  // kind 2
+    EXPECT_FALSE(forced(210));    // Null
+    EXPECT_FALSE(forced(211));    // no row among the services
+    EXPECT_FALSE(forced(TaskKind::UserTask));
+    store::saveSetting(s, "AutRecordatorioCitasOlvida", 2);
+    EXPECT_FALSE(forced(control));
 
-    Turno pedido = turno(visita, {9, 0});
-    pedido.recordar = true;
-    EXPECT_TRUE(LlevaRecordatorio(s, pedido));
-    pedido.idm = 0; // there is nobody to remind
-    EXPECT_FALSE(LlevaRecordatorio(s, pedido));
+    Appointment requested = appointment(visit, {9, 0});
+    requested.remind = true;
+    EXPECT_TRUE(carriesReminder(s, requested));
+    requested.idm = 0; // there is nobody to remind
+    EXPECT_FALSE(carriesReminder(s, requested));
 }
 
-TEST_F(Turnos, WritesTheTaskAndMarksThePatient)
+TEST_F(Appointments, WritesTheTaskAndMarksThePatient)
 {
-    Turno t = turno(control, {9, 30, 20}, hoy.addDays(1));
-    t.alarma = {9, 15};
-    t.descripcion = u"Ada's dog"_s;
-    t.recordar = true;
-    Agendar(s, t);
-    EXPECT_EQ(tareas("tip, ida, dia, hor, ala, est, medio, fcreacion, artaux, des"),
+    Appointment t = appointment(control, {9, 30, 20}, hoy.addDays(1));
+    t.alarm = {9, 15};
+    t.description = u"Ada's dog"_s;
+    t.remind = true;
+    book(s, t);
+    EXPECT_EQ(tasks("tip, ida, dia, hor, ala, est, medio, fcreacion, artaux, des"),
               u"201|1|2026-03-12|09:30:00|09:15:00|0|1|2026-03-11|0|Ada s dog\n"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select idm, tarea from mascotas order by idm"), u"1|-1\n2|0\n"_s);
+    EXPECT_EQ(allRows(*s.clientes, "select idm, tarea from mascotas order by idm"),
+              u"1|-1\n2|0\n"_s);
     // Two at one time are two: nothing prevents it, on purpose.
-    Agendar(s, t);
-    EXPECT_EQ(TurnosDelDia(s, hoy.addDays(1)).size(), 2u);
+    book(s, t);
+    EXPECT_EQ(dayAppointments(s, hoy.addDays(1)).size(), 2u);
 }
 
-TEST_F(Turnos, AnOwnTaskIsTheUsersAndAsksNothing)
+TEST_F(Appointments, AnOwnTaskIsTheUsersAndAsksNothing)
 {
-    s.usuario.idu = 2; // the same number as a patient's
-    Turno t = turno(TipoTarea::TareaDeUsuario, {9, 30});
-    t.recordar = true;
-    Agendar(s, t);
-    EXPECT_EQ(tareas("tip, ida, medio"), u"-100|2|0\n"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select tarea from mascotas where idm = 2"), u"0\n"_s);
+    s.user.idu = 2; // the same number as a patient's
+    Appointment t = appointment(TaskKind::UserTask, {9, 30});
+    t.remind = true;
+    book(s, t);
+    EXPECT_EQ(tasks("tip, ida, medio"), u"-100|2|0\n"_s);
+    EXPECT_EQ(allRows(*s.clientes, "select tarea from mascotas where idm = 2"), u"0\n"_s);
 }
 
-TEST_F(Turnos, OffersTheSheetForTodayBeforeAQuarterPastTen)
+TEST_F(Appointments, OffersTheSheetForTodayBeforeAQuarterPastTen)
 {
-    ask.Espera(s(1309));
-    Agendar(s, turno(control, {9, 30}));
-    ask.Espera(s(1310), false);
-    Agendar(s, turno(control, {22, 14}));
-    EXPECT_EQ(impresion.impresos.size(), 1);
-    Agendar(s, turno(control, {22, 15}));
-    Agendar(s, turno(control, {22, 30}));
-    Agendar(s, turno(control, {9, 30}, hoy.addDays(1)));
+    ask.wait(s(text::PrintSummaryQuestion));
+    book(s, appointment(control, {9, 30}));
+    ask.wait(s(text::UpdateSummaryQuestion), false);
+    book(s, appointment(control, {22, 14}));
+    EXPECT_EQ(impresion.printed.size(), 1);
+    book(s, appointment(control, {22, 15}));
+    book(s, appointment(control, {22, 30}));
+    book(s, appointment(control, {9, 30}, hoy.addDays(1)));
     // Feeding rounds and own tasks do not count as a day that has begun.
     s.morvane->Execute("delete * from TareasAgenda");
-    tarea(TipoTarea::Racion, 0, hoy, {8, 0});
-    tarea(TipoTarea::TareaDeUsuario, 1, hoy, {8, 0});
-    ask.Espera(s(1309), false);
-    Agendar(s, turno(control, {9, 30}));
-    EXPECT_EQ(impresion.impresos.size(), 1);
+    task(TaskKind::Ration, 0, hoy, {8, 0});
+    task(TaskKind::UserTask, 1, hoy, {8, 0});
+    ask.wait(s(text::PrintSummaryQuestion), false);
+    book(s, appointment(control, {9, 30}));
+    EXPECT_EQ(impresion.printed.size(), 1);
 }
 
-TEST(HoraDeTurno, FindsWhatIsNearAnHour)
+TEST(AppointmentHour, FindsWhatIsNearAnHour)
 {
-    std::vector<TareaDelDia> dia(4);
+    std::vector<DayTask> dia(4);
     dia[1].hor = {9, 0};
     dia[2].hor = {9, 20};
     dia[3].hor = {9, 30};
-    EXPECT_EQ(FilaCercana(dia, {9, 30}), 3) << "exactly at it, though an earlier one is near";
-    EXPECT_EQ(FilaCercana(dia, {9, 15}), 1) << "the first within a quarter of an hour";
-    EXPECT_EQ(FilaCercana(dia, {9, 45}), 3);
-    EXPECT_EQ(FilaCercana(dia, {9, 46}), -1);
-    EXPECT_EQ(FilaCercana(dia, {8, 44}), -1);
-    EXPECT_EQ(FilaCercana({}, {9, 0}), -1);
-    EXPECT_EQ(FilaDeArriba(1), 1);
-    EXPECT_EQ(FilaDeArriba(2), 1);
+    EXPECT_EQ(nearestRow(dia, {9, 30}), 3) << "exactly at it, though an earlier one is near";
+    EXPECT_EQ(nearestRow(dia, {9, 15}), 1) << "the first within a quarter of an hour";
+    EXPECT_EQ(nearestRow(dia, {9, 45}), 3);
+    EXPECT_EQ(nearestRow(dia, {9, 46}), -1);
+    EXPECT_EQ(nearestRow(dia, {8, 44}), -1);
+    EXPECT_EQ(nearestRow({}, {9, 0}), -1);
+    EXPECT_EQ(rowAbove(1), 1);
+    EXPECT_EQ(rowAbove(2), 1);
 }
 
-TEST(HoraDeTurno, IsTypedAsPeopleDo)
+TEST(AppointmentHour, IsTypedAsPeopleDo)
 {
-    const std::pair<QString, QTime> casos[] = {
+    const std::pair<QString, QTime> cases[] = {
         {u"9"_s, {9, 0}},
         {u" 930 "_s, {9, 30}},
         {u"0930"_s, {9, 30}},
@@ -143,16 +144,16 @@ TEST(HoraDeTurno, IsTypedAsPeopleDo)
         {u"12345678"_s, {}},
         {u"9:30:00\u00a0a. m."_s, {9, 30}},
     };
-    for (const auto &[texto, hora] : casos)
-        EXPECT_EQ(HoraEscrita(texto), hora) << texto.toStdString();
+    for (const auto &[text, hour] : cases)
+        EXPECT_EQ(typedHour(text), hour) << text.toStdString();
     // What the box shows can be read back, whatever the country.
-    const QLocale antes;
-    for (const auto &pais :
+    const QLocale before;
+    for (const auto &country :
          {QLocale(QLocale::Spanish, QLocale::Mexico), QLocale(QLocale::Portuguese, QLocale::Brazil),
           QLocale(QLocale::English, QLocale::UnitedStates),
           QLocale(QLocale::Spanish, QLocale::Uruguay)}) {
-        QLocale::setDefault(pais);
-        EXPECT_EQ(HoraEscrita(HoraLarga({21, 5})), QTime(21, 5)) << pais.name().toStdString();
+        QLocale::setDefault(country);
+        EXPECT_EQ(typedHour(longHour({21, 5})), QTime(21, 5)) << country.name().toStdString();
     }
-    QLocale::setDefault(antes);
+    QLocale::setDefault(before);
 }

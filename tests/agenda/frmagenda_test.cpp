@@ -2,6 +2,8 @@
 #include "agenda/frmagenda.h"
 #include "agenda/hours_view.h"
 #include "agenda_clinic.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 
@@ -21,32 +23,34 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 /// Takes the registry's place and shows nothing.
-struct Registro : FormBase {
-    explicit Registro(Sesion &s) : FormBase(s, u"frmPropietarios"_s) {}
-    void opened(const QVariantMap &) override { ++veces; }
+struct Registry : ui::FormBase {
+    explicit Registry(Sesion &s) : ui::FormBase(s, u"frmPropietarios"_s) {}
+    void opened(const QVariantMap &) override { ++times; }
     void setVisible(bool) override {}
-    int veces = 0;
+    int times = 0;
 };
 
-class Agenda : public ClinicaConAgenda
+class Agenda : public ClinicWithAgenda
 {
 protected:
-    explicit Agenda(Idioma idioma = Idioma::Ingles) : ClinicaConAgenda(idioma)
+    explicit Agenda(store::Language language = store::Language::English)
+        : ClinicWithAgenda(language)
     {
-        s.carpetaDePrograma = program.path() + u'/';
-        RegistrarFormulariosDeAgenda(s, forms);
-        forms.Registrar(u"frmPropietarios"_s, [this] { return new Registro(s); });
+        s.programFolder = program.path() + u'/';
+        registerAgendaForms(s, forms);
+        forms.enrol(u"frmPropietarios"_s, [this] { return new Registry(s); });
     }
     void open(const QVariantMap &parameters = {})
     {
-        ASSERT_TRUE(forms.Abrir(u"frmagenda"_s, parameters));
-        form = qobject_cast<frmagenda *>(forms.Cargar(u"frmagenda"_s));
+        ASSERT_TRUE(forms.open(u"frmagenda"_s, parameters));
+        form = qobject_cast<frmagenda *>(forms.load(u"frmagenda"_s));
         ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
     }
     template <typename W>
@@ -54,8 +58,8 @@ protected:
     {
         return form->findChild<W *>(name);
     }
-    Grilla *list() { return the<Grilla>(u"GAgenda"_s); }
-    VistaDeHoras *hours() { return the<VistaDeHoras>(u"Horas"_s); }
+    ui::Grid *list() { return the<ui::Grid>(u"GAgenda"_s); }
+    HoursView *hours() { return the<HoursView>(u"Horas"_s); }
     QString help() { return the<QLabel>(u"Ayu"_s)->text(); }
     void press(QWidget *where, Qt::Key k, Qt::KeyboardModifiers m = {})
     {
@@ -66,23 +70,23 @@ protected:
     QString details()
     {
         QStringList rows;
-        for (int i = 0; i < list()->Modelo()->Filas(); ++i)
-            rows << list()->Modelo()->TextoDeCelda(i, 1) + u' '
-                        + list()->Modelo()->TextoDeCelda(i, 0);
+        for (int i = 0; i < list()->gridModel()->allRows(); ++i)
+            rows << list()->gridModel()->cellText(i, 1) + u' '
+                        + list()->gridModel()->cellText(i, 0);
         return rows.join(u", "_s);
     }
-    QString moved() { return tareas("id, dia, hor"); }
+    QString moved() { return tasks("id, dia, hor"); }
 
     /// From the middle of a task's first lines to an hour of a day; released unless told not to.
     void drag(int id, QDate toDay, QTime toHour, bool release = true)
     {
-        const QPoint hour = hours()->PuntoDe(toDay, toHour);
+        const QPoint hour = hours()->pointOf(toDay, toHour);
         drag(id, hour + QPoint(0, 4), release);
     }
     void drag(int id, QPoint to, bool release = true)
     {
         QWidget *ground = hours()->viewport();
-        const QPoint held = hours()->LugarDe(id).topLeft() + QPoint(6, 4);
+        const QPoint held = hours()->placeOf(id).topLeft() + QPoint(6, 4);
         QTest::mousePress(ground, Qt::LeftButton, {}, held);
         for (int i = 1; i <= 4; ++i) {
             QMouseEvent move(QEvent::MouseMove, held + (to - held) * i / 4,
@@ -114,21 +118,21 @@ protected:
 
     QStringList asked;
     QTemporaryDir program;
-    Formularios forms;
+    ui::FormRegistry forms;
     QPointer<frmagenda> form;
 };
 
-class EnCadaIdioma : public Agenda, public testing::WithParamInterface<Idioma>
+class InEachLanguage : public Agenda, public testing::WithParamInterface<store::Language>
 {
 protected:
-    EnCadaIdioma() : Agenda(GetParam()) {}
+    InEachLanguage() : Agenda(GetParam()) {}
 };
 
 } // namespace
 
-TEST_P(EnCadaIdioma, EveryControlHasANameRoomAndAKeyOfItsOwn)
+TEST_P(InEachLanguage, EveryControlHasANameRoomAndAKeyOfItsOwn)
 {
-    tarea(control, 1, hoy, {9, 0});
+    task(control, 1, hoy, {9, 0});
     open();
     QString keys;
     for (const QWidget *w : form->findChildren<QWidget *>()) {
@@ -150,22 +154,23 @@ TEST_P(EnCadaIdioma, EveryControlHasANameRoomAndAKeyOfItsOwn)
     }
     EXPECT_EQ(keys.size(), 10);
     for (const QString &name : {u"GAgenda"_s, u"GKelvara"_s}) {
-        const QHeaderView *titles = the<Grilla>(name)->horizontalHeader();
+        const QHeaderView *titles = the<ui::Grid>(name)->horizontalHeader();
         for (int c = 0; c < titles->count() && !titles->isSectionHidden(c); ++c)
             EXPECT_GE(titles->sectionSize(c), titles->sectionSizeHint(c))
                 << name.toStdString() << ' ' << c;
     }
-    EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->tabText(0), s(1101));
-    EXPECT_EQ(list()->Modelo()->TextoDeCelda(0, 3), s(1122));
+    EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->tabText(0), s(text::DayAgenda));
+    EXPECT_EQ(list()->gridModel()->cellText(0, 3), s(text::NotAccomplished));
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, EnCadaIdioma,
-                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+INSTANTIATE_TEST_SUITE_P(Languages, InEachLanguage,
+                         testing::Values(store::Language::Spanish, store::Language::Portuguese,
+                                         store::Language::English));
 
 TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
 {
-    tarea(TipoTarea::RecordatorioDosis, 2, {}, {}, {}, {}, 1);
-    tarea(control, 1, hoy.addDays(-1), {9, 0});
+    task(TaskKind::DoseReminder, 2, {}, {}, {}, {}, 1);
+    task(control, 1, hoy.addDays(-1), {9, 0});
     open({{u"dia"_s, hoy.addDays(-1)}, {u"modo"_s, 1}});
     EXPECT_EQ(details(), u"09:00 A check"_s);
     press(list(), Qt::Key_PageDown, Qt::ControlModifier);
@@ -173,10 +178,10 @@ TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
     EXPECT_EQ(details(), QString());
     EXPECT_FALSE(the<QPushButton>(u"cmdEliminar"_s)->isEnabled());
     open({{u"modo"_s, 2}, {u"dia"_s, hoy}});
-    const auto *own = the<Grilla>(u"GKelvara"_s)->Modelo();
-    ASSERT_EQ(own->Filas(), 1);
-    EXPECT_EQ(own->TextoDeCelda(0, 1), u"Patient: Mia"_s);
-    EXPECT_TRUE(own->TextoDeCelda(0, 3) == s(1122));
+    const auto *own = the<ui::Grid>(u"GKelvara"_s)->gridModel();
+    ASSERT_EQ(own->allRows(), 1);
+    EXPECT_EQ(own->cellText(0, 1), u"Patient: Mia"_s);
+    EXPECT_TRUE(own->cellText(0, 3) == s(text::NotAccomplished));
     open(); // without a word: today's list
     EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->currentIndex(), 0);
 }
@@ -184,40 +189,40 @@ TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
 TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)
 {
     for (int i = 0; i < 5; ++i)
-        tarea(control, 1, hoy, QTime(9 + i, 0));
+        task(control, 1, hoy, QTime(9 + i, 0));
     open();
     EXPECT_EQ(the<QDateEdit>(u"dtpPasarTarea"_s)->date(), hoy.addDays(1));
     press(list(), Qt::Key_Down);
     press(list(), Qt::Key_Down, Qt::ShiftModifier);
-    ask.Espera(s(1124));
+    ask.wait(s(text::DelayTasksQuestion));
     click(u"cmdPasarTarea"_s);
     EXPECT_EQ(details(), u"09:00 A check, 12:00 A check, 13:00 A check"_s);
-    EXPECT_EQ(list()->FilaActual(), 1) << "what comes next";
+    EXPECT_EQ(list()->currentRow(), 1) << "what comes next";
     press(list(), Qt::Key_Down);
     press(list(), Qt::Key_Up, Qt::ShiftModifier);
-    ask.Espera(s(3));
+    ask.wait(s(text::DeleteQuestion));
     press(list(), Qt::Key_Delete);
-    EXPECT_EQ(tareas("id, dia"), u"1|2026-03-11\n2|2026-03-12\n3|2026-03-12\n"_s);
+    EXPECT_EQ(tasks("id, dia"), u"1|2026-03-11\n2|2026-03-12\n3|2026-03-12\n"_s);
     // To the day that is shown: nothing leaves.
     the<QDateEdit>(u"dtpPasarTarea"_s)->setDate(hoy);
-    ask.Espera(s(1124));
+    ask.wait(s(text::DelayTasksQuestion));
     click(u"cmdPasarTarea"_s);
     EXPECT_EQ(details(), u"09:00 A check"_s);
-    ask.Espera(s(3));
+    ask.wait(s(text::DeleteQuestion));
     click(u"cmdEliminar"_s);
-    EXPECT_EQ(list()->Modelo()->Filas(), 0);
+    EXPECT_EQ(list()->gridModel()->allRows(), 0);
     EXPECT_FALSE(the<QPushButton>(u"cmdPasarTarea"_s)->isEnabled());
 }
 
 TEST_F(Agenda, TheFootTellsWhereDelayedTasksWentAndForgetsADeletedOne)
 {
-    tarea(control, 1, hoy, {9, 0});
-    tarea(visita, 2, hoy, {10, 0});
-    tarea(TipoTarea::TareaDeUsuario, 1, hoy, {11, 0}, u"Order  gloves"_s);
+    task(control, 1, hoy, {9, 0});
+    task(visit, 2, hoy, {10, 0});
+    task(TaskKind::UserTask, 1, hoy, {11, 0}, u"Order  gloves"_s);
     open();
     const QString before = moved();
     press(list(), Qt::Key_Down, Qt::ShiftModifier);
-    ask.Espera(s(1124) + u"\n\n2 tasks"_s);
+    ask.wait(s(text::DelayTasksQuestion) + u"\n\n2 tasks"_s);
     click(u"cmdPasarTarea"_s);
     EXPECT_TRUE(help().contains(u"A check at home (+1) → "_s
                                 + QLocale().toString(hoy.addDays(1), QLocale::LongFormat)))
@@ -228,32 +233,32 @@ TEST_F(Agenda, TheFootTellsWhereDelayedTasksWentAndForgetsADeletedOne)
 
     // The row below takes the place of the deleted one, and the last the one above.
     press(list(), Qt::Key_Home);
-    ask.Espera(s(3) + u"\n\n09:00  A check, Toby"_s);
+    ask.wait(s(text::DeleteQuestion) + u"\n\n09:00  A check, Toby"_s);
     press(list(), Qt::Key_Delete);
     EXPECT_TRUE(help().startsWith(u"A check at home"_s)) << help().toStdString();
     press(list(), Qt::Key_End);
-    ask.Espera(s(3) + u"\n\n11:00  "_s + s(1109) + u", Order gloves"_s);
+    ask.wait(s(text::DeleteQuestion) + u"\n\n11:00  "_s + s(text::UserTask) + u", Order gloves"_s);
     press(list(), Qt::Key_Delete);
     EXPECT_TRUE(help().startsWith(u"A check at home"_s)) << help().toStdString();
     // Another terminal was faster.
     s.morvane->Execute("delete * from TareasAgenda");
-    ask.Espera(s(1124));
+    ask.wait(s(text::DelayTasksQuestion));
     click(u"cmdPasarTarea"_s);
-    EXPECT_EQ(help(), s(9948));
-    EXPECT_EQ(list()->Modelo()->Filas(), 0);
+    EXPECT_EQ(help(), s(text::TaskIsGone));
+    EXPECT_EQ(list()->gridModel()->allRows(), 0);
 }
 
 TEST_F(Agenda, ACommonUserMarksTasksButMovesNone)
 {
-    s.usuario.ut = 1;
-    tarea(control, 1, hoy, {9, 0}, {}, {9, 0});
+    s.user.ut = 1;
+    task(control, 1, hoy, {9, 0}, {}, {9, 0});
     open();
     press(list(), Qt::Key_Space);
-    EXPECT_EQ(tareas("est"), u"-1\n"_s);
-    EXPECT_TRUE(s.Alarmas[0].atendida);
-    EXPECT_EQ(list()->Modelo()->TextoDeCelda(0, 3), s(1121));
+    EXPECT_EQ(tasks("est"), u"-1\n"_s);
+    EXPECT_TRUE(s.Alarmas[0].attended);
+    EXPECT_EQ(list()->gridModel()->cellText(0, 3), s(text::Accomplished));
     for (int i = 0; i < 5; ++i)
-        ask.Espera(s(1));
+        ask.wait(s(text::FeatureNotAvailable));
     click(u"cmdPasarTarea"_s);
     click(u"cmdEliminar"_s);
     press(list(), Qt::Key_Down, Qt::AltModifier);
@@ -264,8 +269,8 @@ TEST_F(Agenda, ACommonUserMarksTasksButMovesNone)
 
 TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
 {
-    tarea(control, 1, hoy, {9, 5});
-    tarea(control, 2, hoy, {});
+    task(control, 1, hoy, {9, 5});
+    task(control, 2, hoy, {});
     open();
     press(list(), Qt::Key_Down);
     press(list(), Qt::Key_Down, Qt::AltModifier);
@@ -273,7 +278,7 @@ TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
     press(hours(), Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(day(), hoy.addDays(1)) << "the eye follows";
     EXPECT_EQ(details(), u"09:20 A check"_s);
-    EXPECT_TRUE(help().contains(s(9930)));
+    EXPECT_TRUE(help().contains(s(text::UndoHint)));
     press(list(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-11|\n"_s);
     EXPECT_EQ(day(), hoy);
@@ -284,7 +289,7 @@ TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
     EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-10|\n"_s);
     // All that is selected goes, and stays selected; what would leave the day keeps all there.
     s.morvane->Execute("update TareasAgenda set dia = ?", hoy);
-    const int late = tarea(visita, 2, hoy, {23, 30});
+    const int late = task(visit, 2, hoy, {23, 30});
     press(list(), Qt::Key_Home, Qt::ControlModifier);
     press(list(), Qt::Key_Home);
     press(list(), Qt::Key_End, Qt::ShiftModifier);
@@ -292,7 +297,7 @@ TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
         press(list(), Qt::Key_Down, Qt::AltModifier);
     press(list(), Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(moved(), u"1|2026-03-12|09:35:00\n2|2026-03-12|\n3|2026-03-12|23:45:00\n"_s);
-    EXPECT_EQ(list()->FilasSeleccionadas().size(), 3);
+    EXPECT_EQ(list()->selectedRows().size(), 3);
     press(list(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(moved(), u"1|2026-03-11|09:35:00\n2|2026-03-11|\n3|2026-03-11|23:45:00\n"_s);
     // Another terminal was faster.
@@ -300,19 +305,19 @@ TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
     press(list(), Qt::Key_End);
     s.morvane->Execute("delete * from TareasAgenda where id = ?", late);
     press(list(), Qt::Key_Right, Qt::AltModifier);
-    EXPECT_EQ(help(), s(9948));
-    EXPECT_EQ(list()->Modelo()->Filas(), 2);
+    EXPECT_EQ(help(), s(text::TaskIsGone));
+    EXPECT_EQ(list()->gridModel()->allRows(), 2);
 }
 
 TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
 {
-    tarea(control, 1, hoy, {9, 5});
+    task(control, 1, hoy, {9, 5});
     open();
     drag(1, hoy, {11, 0});
     EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
     drag(1, hoy, {8, 30}, false);
     press(hours(), Qt::Key_Escape);
-    QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {}, hours()->PuntoDe(hoy, {8, 30}));
+    QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {}, hours()->pointOf(hoy, {8, 30}));
     EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
     EXPECT_TRUE(form->isVisible()) << "it ended the drag, not the form";
     // Carried about and put back: it does not even go to the next quarter.
@@ -320,49 +325,49 @@ TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
     press(list(), Qt::Key_F5);
     drag(1, hoy, {9, 0}, false);
     QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {},
-                        hours()->LugarDe(1).topLeft() + QPoint(60, 6));
+                        hours()->placeOf(1).topLeft() + QPoint(60, 6));
     EXPECT_EQ(moved(), u"1|2026-03-11|11:05:00\n"_s);
 
     click(u"cmdSemana"_s);
     drag(1, hoy.addDays(2), {9, 45});
     EXPECT_EQ(moved(), u"1|2026-03-13|09:45:00\n"_s);
     EXPECT_EQ(day(), hoy.addDays(2));
-    EXPECT_EQ(list()->FilaActual(), 0);
+    EXPECT_EQ(list()->currentRow(), 0);
     press(list(), Qt::Key_Home, Qt::ControlModifier); // another day than the task's is listed
     drag(1, hoy.addDays(1), {10, 15});
     EXPECT_EQ(moved(), u"1|2026-03-12|10:15:00\n"_s) << "at the first try";
     // Those without an hour stand above the hours, all in sight, until they are given one.
     s.morvane->Execute("update TareasAgenda set hor = null where id = 1");
     for (int i = 0; i < 4; ++i)
-        tarea(visita, 2, hoy.addDays(1), {});
+        task(visit, 2, hoy.addDays(1), {});
     press(list(), Qt::Key_F5);
     for (int id = 1; id <= 5; ++id) {
-        QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, hours()->LugarDe(id).center());
-        EXPECT_EQ(hours()->Elegida(), id);
+        QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, hours()->placeOf(id).center());
+        EXPECT_EQ(hours()->chosenOne(), id);
     }
-    drag(5, {hours()->PuntoDe(hoy, {9, 0}).x(), hours()->LugarDe(5).center().y()});
+    drag(5, {hours()->pointOf(hoy, {9, 0}).x(), hours()->placeOf(5).center().y()});
     drag(1, hoy.addDays(2), {11, 30});
-    EXPECT_EQ(tareas("id, dia, hor"), u"1|2026-03-13|11:30:00\n2|2026-03-12|\n3|2026-03-12|\n"
-                                      u"4|2026-03-12|\n5|2026-03-11|\n"_s);
+    EXPECT_EQ(tasks("id, dia, hor"), u"1|2026-03-13|11:30:00\n2|2026-03-12|\n3|2026-03-12|\n"
+                                     u"4|2026-03-12|\n5|2026-03-11|\n"_s);
     press(hours(), Qt::Key_Escape);
     EXPECT_FALSE(form && form->isVisible());
 }
 
 TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
 {
-    tarea(control, 1, hoy, {9, 40}, u"first"_s); // until 10:25
-    tarea(visita, 2, hoy, {10, 0}, u"second"_s);
-    tarea(cirugia, 2, hoy.addDays(1), {8, 0});
+    task(control, 1, hoy, {9, 40}, u"first"_s); // until 10:25
+    task(visit, 2, hoy, {10, 0}, u"second"_s);
+    task(surgery, 2, hoy.addDays(1), {8, 0});
     open();
     hours()->setFocus();
-    EXPECT_EQ(hours()->Elegida(), 1) << "the list's first";
+    EXPECT_EQ(hours()->chosenOne(), 1) << "the list's first";
     press(hours(), Qt::Key_Down, Qt::ControlModifier);
-    EXPECT_EQ(hours()->Elegida(), 2);
-    EXPECT_EQ(list()->FilaActual(), 1);
+    EXPECT_EQ(hours()->chosenOne(), 2);
+    EXPECT_EQ(list()->currentRow(), 1);
     EXPECT_TRUE(hours()->accessibleDescription().contains(u"Mia"_s));
     press(hours(), Qt::Key_Down); // 10:30
-    EXPECT_EQ(hours()->Elegida(), 0);
-    EXPECT_EQ(list()->FilaActual(), -1);
+    EXPECT_EQ(hours()->chosenOne(), 0);
+    EXPECT_EQ(list()->currentRow(), -1);
     EXPECT_TRUE(hours()->accessibleDescription().contains(u"10:30"_s));
     for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Return}) {
         expectBooking();
@@ -370,42 +375,42 @@ TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
     }
     press(hours(), Qt::Key_Right); // beyond the day that is shown
     EXPECT_EQ(day(), hoy.addDays(1));
-    EXPECT_EQ(hours()->HoraDelCursor(), QTime(10, 30));
+    EXPECT_EQ(hours()->cursorHour(), QTime(10, 30));
     press(hours(), Qt::Key_Home);
-    EXPECT_EQ(hours()->Elegida(), 3);
+    EXPECT_EQ(hours()->chosenOne(), 3);
     press(hours(), Qt::Key_Return); // its patient
     EXPECT_EQ(s.IdGlobal.idm, 2);
-    EXPECT_EQ(static_cast<Registro *>(forms.Cargar(u"frmPropietarios"_s))->veces, 1);
+    EXPECT_EQ(static_cast<Registry *>(forms.load(u"frmPropietarios"_s))->times, 1);
 
     // With the mouse the same; what was booked is selected.
     expectBooking(true);
-    const QPoint eleven = hours()->PuntoDe(hoy.addDays(1), {11, 0}) + QPoint(0, 4);
+    const QPoint eleven = hours()->pointOf(hoy.addDays(1), {11, 0}) + QPoint(0, 4);
     QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, eleven);
     QTest::mouseDClick(hours()->viewport(), Qt::LeftButton, {}, eleven);
-    EXPECT_EQ(asked, QStringList({u"2026-03-11 "_s + HoraLarga({10, 30}) + u" Toby"_s,
-                                  u"2026-03-11 "_s + HoraLarga({10, 30}) + u" Toby"_s,
-                                  u"2026-03-12 "_s + HoraLarga({11, 0}) + u" Mia"_s}));
+    EXPECT_EQ(asked, QStringList({u"2026-03-11 "_s + longHour({10, 30}) + u" Toby"_s,
+                                  u"2026-03-11 "_s + longHour({10, 30}) + u" Toby"_s,
+                                  u"2026-03-12 "_s + longHour({11, 0}) + u" Mia"_s}));
     EXPECT_EQ(details(), u"08:00 A surgery, 11:00 A check"_s);
-    EXPECT_EQ(list()->FilaActual(), 1);
+    EXPECT_EQ(list()->currentRow(), 1);
 }
 
 TEST_F(Agenda, ANarrowBlockTellsWholeLettersOrNothing)
 {
     const QFontMetrics letters{QFont()};
     const auto in = [&](const QString &width) {
-        return LoQueCabe(letters, u"Wolfgang"_s, letters.horizontalAdvance(width) + 1);
+        return whatFits(letters, u"Wolfgang"_s, letters.horizontalAdvance(width) + 1);
     };
     EXPECT_EQ(in(u"Wolfgang"_s), u"Wolfgang"_s);
     EXPECT_EQ(in(u"Wolf…"_s), u"Wolf…"_s);
     EXPECT_EQ(in(u"Wo…"_s), QString());
-    EXPECT_EQ(LoQueCabe(letters, u"Al"_s, letters.horizontalAdvance(u"Al"_s) + 1), u"Al"_s);
+    EXPECT_EQ(whatFits(letters, u"Al"_s, letters.horizontalAdvance(u"Al"_s) + 1), u"Al"_s);
 }
 
 TEST_F(Agenda, TheDayAndATaskGoIntoACalendarFile)
 {
-    tarea(control, 1, hoy, {9, 0});
-    tarea(visita, 2, hoy, {10, 0});
-    tarea(visita, 2, hoy.addDays(1), {10, 0});
+    task(control, 1, hoy, {9, 0});
+    task(visit, 2, hoy, {10, 0});
+    task(visit, 2, hoy.addDays(1), {10, 0});
     open();
     click(u"cmdSemana"_s);
     const auto events = [](const QString &file) {
@@ -414,17 +419,17 @@ TEST_F(Agenda, TheDayAndATaskGoIntoACalendarFile)
         return f.readAll().count("BEGIN:VEVENT");
     };
     auto *menu = the<QPushButton>(u"cmdCalendario"_s)->menu();
-    ask.EsperaTexto(s(9918), carpeta.path() + u"/day"_s);
+    ask.expectText(s(text::SaveDay), folder.path() + u"/day"_s);
     menu->findChild<QAction *>(u"menuDia"_s)->trigger();
-    EXPECT_EQ(events(carpeta.path() + u"/day.ics"_s), 2) << "the day, not the week";
-    EXPECT_TRUE(help().startsWith(s(9921)));
-    ask.EsperaTexto(s(9919), carpeta.path() + u"/one.ics"_s);
+    EXPECT_EQ(events(folder.path() + u"/day.ics"_s), 2) << "the day, not the week";
+    EXPECT_TRUE(help().startsWith(s(text::CalendarSaved)));
+    ask.expectText(s(text::SaveTask), folder.path() + u"/one.ics"_s);
     menu->findChild<QAction *>(u"menuTarea"_s)->trigger();
-    EXPECT_EQ(events(carpeta.path() + u"/one.ics"_s), 1);
-    ask.EsperaTexto(s(9918), std::nullopt);
+    EXPECT_EQ(events(folder.path() + u"/one.ics"_s), 1);
+    ask.expectText(s(text::SaveDay), std::nullopt);
     menu->findChild<QAction *>(u"menuDia"_s)->trigger();
-    ask.EsperaTexto(s(9918), carpeta.path() + u"/none/day.ics"_s);
-    ask.Espera({}); // why it could not be written
+    ask.expectText(s(text::SaveDay), folder.path() + u"/none/day.ics"_s);
+    ask.wait({}); // why it could not be written
     menu->findChild<QAction *>(u"menuDia"_s)->trigger();
 }
 
@@ -432,6 +437,6 @@ TEST_F(Agenda, PrintsTodaysSheetWhateverDayIsShown)
 {
     open({{u"dia"_s, hoy.addDays(3)}});
     press(list(), Qt::Key_P, Qt::ControlModifier);
-    ASSERT_EQ(impresion.impresos.size(), 1);
-    EXPECT_TRUE(impresion.impresos[0].contains(QLocale().toString(hoy, QLocale::LongFormat)));
+    ASSERT_EQ(impresion.printed.size(), 1);
+    EXPECT_TRUE(impresion.printed[0].contains(QLocale().toString(hoy, QLocale::LongFormat)));
 }

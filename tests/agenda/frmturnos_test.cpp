@@ -1,5 +1,8 @@
 #include "agenda/frmturnos.h"
 #include "agenda_clinic.h"
+#include "texts/agenda.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 #include "ui/completion_list.h"
 #include "ui/grid.h"
 
@@ -11,15 +14,19 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Dialogo : public ClinicaConAgenda
+class Dialog : public ClinicWithAgenda
 {
 protected:
-    explicit Dialogo(Idioma idioma = Idioma::Ingles) : ClinicaConAgenda(idioma) {}
+    explicit Dialog(store::Language language = store::Language::English)
+        : ClinicWithAgenda(language)
+    {
+    }
     void open(const QVariantMap &parameters = {})
     {
         form = std::make_unique<frmTurnos>(s);
@@ -44,48 +51,49 @@ protected:
     std::unique_ptr<frmTurnos> form;
 };
 
-class DialogoEnCadaIdioma : public Dialogo, public testing::WithParamInterface<Idioma>
+class DialogInEachLanguage : public Dialog, public testing::WithParamInterface<store::Language>
 {
 protected:
-    DialogoEnCadaIdioma() : Dialogo(GetParam()) {}
+    DialogInEachLanguage() : Dialog(GetParam()) {}
 };
 
 } // namespace
 
-TEST_P(DialogoEnCadaIdioma, BooksByKeysAlone)
+TEST_P(DialogInEachLanguage, BooksByKeysAlone)
 {
     open();
     EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), u"Toby"_s) << "the selected patient";
     EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
-    EXPECT_EQ(the<QLineEdit>(u"txtHora"_s)->text(), HoraLarga({9, 0}));
+    EXPECT_EQ(the<QLineEdit>(u"txtHora"_s)->text(), longHour({9, 0}));
     type(u"a check at"_s); // completed with the rest
-    EXPECT_EQ(the<ListaConCompletado>(u"cmbSel"_s)->Id(), visita);
-    EXPECT_EQ(help(), s(1308));
+    EXPECT_EQ(the<ui::ListWithCompleted>(u"cmbSel"_s)->Id(), visit);
+    EXPECT_EQ(help(), s(text::MoreConceptsHint));
     EXPECT_TRUE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
     press(Qt::Key_Return);
     press(Qt::Key_Up); // tomorrow
     press(Qt::Key_Return);
     type(u"1030"_s);
     press(Qt::Key_Return);
-    EXPECT_TRUE(help().contains(HoraLarga({10, 30}))) << help().toStdString();
+    EXPECT_TRUE(help().contains(longHour({10, 30}))) << help().toStdString();
     type(u"10.15"_s);
     press(Qt::Key_Tab);
-    EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), HoraLarga({10, 15}));
+    EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), longHour({10, 15}));
     ASSERT_EQ(focus(), u"chkRec"_s);
     press(Qt::Key_Space);
     press(Qt::Key_Tab);
-    ask.Espera(s(4624)); // the apostrophe is refused
+    ask.wait(s(text::ApostropheRefused)); // the apostrophe is refused
     type(u"Ada's"_s);
     press(Qt::Key_Return);
     EXPECT_FALSE(form->isVisible());
-    EXPECT_EQ(tareas("tip, ida, dia, hor, ala, medio, des"),
+    EXPECT_EQ(tasks("tip, ida, dia, hor, ala, medio, des"),
               u"202|1|2026-03-12|10:30:00|10:15:00|1|Adas\n"_s);
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, DialogoEnCadaIdioma,
-                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+INSTANTIATE_TEST_SUITE_P(Languages, DialogInEachLanguage,
+                         testing::Values(store::Language::Spanish, store::Language::Portuguese,
+                                         store::Language::English));
 
-TEST_F(Dialogo, AnAlarmIsOptionalAndAWrongOneIsNoneWithoutAWord)
+TEST_F(Dialog, AnAlarmIsOptionalAndAWrongOneIsNoneWithoutAWord)
 {
     open({{u"ida"_s, 2}, {u"dia"_s, hoy.addDays(5)}, {u"hora"_s, QTime(16, 0)}});
     EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), u"Mia"_s);
@@ -101,53 +109,53 @@ TEST_F(Dialogo, AnAlarmIsOptionalAndAWrongOneIsNoneWithoutAWord)
     EXPECT_EQ(the<QLineEdit>(u"txtAla"_s)->text(), QString());
     ASSERT_EQ(focus(), u"txtDesc"_s);
     press(Qt::Key_Return);
-    EXPECT_EQ(tareas("tip, ida, dia, hor, ala, medio"), u"203|2|2026-03-16|16:00:00||0\n"_s);
+    EXPECT_EQ(tasks("tip, ida, dia, hor, ala, medio"), u"203|2|2026-03-16|16:00:00||0\n"_s);
 }
 
-TEST_F(Dialogo, WhatIsMissingIsToldAndNothingTypedIsLost)
+TEST_F(Dialog, WhatIsMissingIsToldAndNothingTypedIsLost)
 {
     open();
     the<QLineEdit>(u"txtDesc"_s)->setFocus();
     type(u"long story"_s);
     press(Qt::Key_Return);
-    EXPECT_EQ(help(), s(9941));
+    EXPECT_EQ(help(), s(text::ChooseConceptFirst));
     EXPECT_EQ(focus(), u"cmbSel"_s);
     type(u"a check"_s);
     auto *hour = the<QLineEdit>(u"txtHora"_s);
     hour->setText(u"noon"_s);
     the<QPushButton>(u"cmdAgendar"_s)->click();
-    EXPECT_EQ(help(), s(9942));
+    EXPECT_EQ(help(), s(text::TypeTheTime));
     EXPECT_EQ(focus(), u"txtHora"_s);
-    EXPECT_EQ(tareas(), QString());
+    EXPECT_EQ(tasks(), QString());
     type(u"12"_s);
-    ask.Espera(s(1309), false);
+    ask.wait(s(text::PrintSummaryQuestion), false);
     the<QPushButton>(u"cmdAgendar"_s)->click();
-    EXPECT_EQ(tareas("hor, des"), u"12:00:00|long story\n"_s);
+    EXPECT_EQ(tasks("hor, des"), u"12:00:00|long story\n"_s);
 }
 
-TEST_F(Dialogo, NobodyIsRemindedOfAnOwnTaskOrWithoutAPatient)
+TEST_F(Dialog, NobodyIsRemindedOfAnOwnTaskOrWithoutAPatient)
 {
     open({{u"ida"_s, 0}});
-    EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), s(9940));
+    EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), s(text::NoPatientChosen));
     type(u"a check"_s);
     EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
-    ask.Espera(s(9515), false);
+    ask.wait(s(text::LeaveUnsavedQuestion), false);
     press(Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
     open();
     type(u"a check"_s);
     the<QCheckBox>(u"chkRec"_s)->setChecked(true);
-    the<ListaConCompletado>(u"cmbSel"_s)->setFocus();
-    the<ListaConCompletado>(u"cmbSel"_s)->lineEdit()->selectAll();
-    type(s(1109));
+    the<ui::ListWithCompleted>(u"cmbSel"_s)->setFocus();
+    the<ui::ListWithCompleted>(u"cmbSel"_s)->lineEdit()->selectAll();
+    type(s(text::UserTask));
     EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isChecked());
     the<QPushButton>(u"cmdAgendar"_s)->click();
-    EXPECT_EQ(tareas("tip, ida, medio"), u"-100|1|0\n"_s);
+    EXPECT_EQ(tasks("tip, ida, medio"), u"-100|1|0\n"_s);
 }
 
-TEST_F(Dialogo, WhatWasChangedByHandIsNotDroppedWithoutAQuestion)
+TEST_F(Dialog, WhatWasChangedByHandIsNotDroppedWithoutAQuestion)
 {
-    s.reloj.ahora = [this] { return QDateTime(hoy, QTime(9, 0, 37)); };
+    s.reloj.now = [this] { return QDateTime(hoy, QTime(9, 0, 37)); };
     open();
     the<QLineEdit>(u"txtHora"_s)->setFocus();
     press(Qt::Key_Tab); // the hour is written anew, to the minute
@@ -163,56 +171,57 @@ TEST_F(Dialogo, WhatWasChangedByHandIsNotDroppedWithoutAQuestion)
     for (const auto &change : changes) {
         open();
         change();
-        ask.Espera(s(9515), true); // goes on
+        ask.wait(s(text::LeaveUnsavedQuestion), true); // goes on
         press(Qt::Key_Escape);
         EXPECT_TRUE(form->isVisible());
-        ask.Espera(s(9515), false);
+        ask.wait(s(text::LeaveUnsavedQuestion), false);
         the<QPushButton>(u"cmdVolver"_s)->click();
         EXPECT_FALSE(form->isVisible());
     }
 }
 
-TEST_F(Dialogo, AReminderForTodayIsToldToGoOutNoMore)
+TEST_F(Dialog, AReminderForTodayIsToldToGoOutNoMore)
 {
     open();
     type(u"a check"_s);
     auto *reminder = the<QCheckBox>(u"chkRec"_s);
     reminder->click();
-    EXPECT_EQ(help(), s(9991));
+    EXPECT_EQ(help(), s(text::ReminderGoesInTheMorning));
     EXPECT_TRUE(reminder->isEnabled());
     the<QLineEdit>(u"txtHora"_s)->setFocus();
     press(Qt::Key_Tab);
-    EXPECT_TRUE(help().contains(s(9991))) << "it is not pushed out by the hour";
+    EXPECT_TRUE(help().contains(s(text::ReminderGoesInTheMorning)))
+        << "it is not pushed out by the hour";
     the<QDateEdit>(u"dtpDia"_s)->setDate(hoy.addDays(1));
-    EXPECT_EQ(help(), s(1308));
+    EXPECT_EQ(help(), s(text::MoreConceptsHint));
     the<QDateEdit>(u"dtpDia"_s)->setDate(hoy);
-    EXPECT_EQ(help(), s(9991));
+    EXPECT_EQ(help(), s(text::ReminderGoesInTheMorning));
     reminder->click();
-    EXPECT_EQ(help(), s(1308));
+    EXPECT_EQ(help(), s(text::MoreConceptsHint));
 }
 
-TEST_F(Dialogo, TheListGoesWithTheDayAndScrollsToWhatIsNear)
+TEST_F(Dialog, TheListGoesWithTheDayAndScrollsToWhatIsNear)
 {
     for (int i = 0; i < 40; ++i)
-        tarea(control, 1 + i % 2, hoy, QTime(8, 0).addSecs(i * 20 * 60));
-    tarea(visita, 2, hoy.addDays(1), {9, 10});
+        task(control, 1 + i % 2, hoy, QTime(8, 0).addSecs(i * 20 * 60));
+    task(visit, 2, hoy.addDays(1), {9, 10});
     open();
-    auto *list = the<Grilla>(u"GTurnos"_s);
-    EXPECT_EQ(list->Modelo()->Filas(), 40);
+    auto *list = the<ui::Grid>(u"GTurnos"_s);
+    EXPECT_EQ(list->gridModel()->allRows(), 40);
     auto *hour = the<QLineEdit>(u"txtHora"_s);
     hour->setFocus();
     hour->selectAll();
     type(u"15"_s);
     press(Qt::Key_Tab);
-    EXPECT_EQ(list->FilaActual(), 21); // 15:00 itself
+    EXPECT_EQ(list->currentRow(), 21); // 15:00 itself
     EXPECT_EQ(list->indexAt({1, 1}).row(), 20) << "the one before it on top";
     list->sortByColumn(2, Qt::AscendingOrder); // Mia's first
     hour->setFocus();
     hour->selectAll();
     type(u"15"_s);
     press(Qt::Key_Tab);
-    EXPECT_EQ(list->Modelo()->TextoDeCelda(list->FilaActual(), 1), u"15:00"_s);
+    EXPECT_EQ(list->gridModel()->cellText(list->currentRow(), 1), u"15:00"_s);
     the<QDateEdit>(u"dtpDia"_s)->setDate(hoy.addDays(1));
-    ASSERT_EQ(list->Modelo()->Filas(), 1);
-    EXPECT_EQ(list->Modelo()->TextoDeCelda(0, 2), u"Mia"_s);
+    ASSERT_EQ(list->gridModel()->allRows(), 1);
+    EXPECT_EQ(list->gridModel()->cellText(0, 2), u"Mia"_s);
 }

@@ -1,27 +1,29 @@
 #include "agenda/task_texts.h"
 #include "agenda_clinic.h"
 #include "store/lookups.h"
+#include "texts/texts.h"
 
+using namespace agenda;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Textos_ : public ClinicaConAgenda, public testing::WithParamInterface<Idioma>
+class Texts : public ClinicWithAgenda, public testing::WithParamInterface<store::Language>
 {
 protected:
-    Textos_() : ClinicaConAgenda(GetParam()) {}
+    Texts() : ClinicWithAgenda(GetParam()) {}
 };
 
-struct Caso {
-    QStringView concepto, agenda, hoja;
+struct Case {
+    QStringView item, agenda, sheet;
 };
 
 } // namespace
 
-TEST_P(Textos_, TheFirstWordFoundChoosesThePicture)
+TEST_P(Texts, TheFirstWordFoundChoosesThePicture)
 {
-    const Caso casos[] = {
+    const Case cases[] = {
         {u"Entrega de ALIMENTO a domicilio", u"AmbAli", u"AgendaCom"},
         {u"Food delivery", u"AmbAli", u"AgendaCom"},
         {u"Entrega de paciente", u"buscarperro", u"AgendaBus"},
@@ -47,50 +49,51 @@ TEST_P(Textos_, TheFirstWordFoundChoosesThePicture)
         {u"Training", u"", u""},
         {u"", u"", u""},
     };
-    for (const Caso &c : casos) {
-        EXPECT_EQ(IconoDeAgenda(s, c.concepto.toString()), c.agenda) << c.concepto.toUtf8().data();
-        EXPECT_EQ(IconoDeHoja(s, c.concepto.toString()), c.hoja) << c.concepto.toUtf8().data();
+    for (const Case &c : cases) {
+        EXPECT_EQ(agendaIcon(s, c.item.toString()), c.agenda) << c.item.toUtf8().data();
+        EXPECT_EQ(sheetIcon(s, c.item.toString()), c.sheet) << c.item.toUtf8().data();
     }
     // The system's own words, in the language of the session.
-    EXPECT_EQ(IconoDeAgenda(s, s(21)), u"alimentarhos"_s);
-    EXPECT_EQ(IconoDeHoja(s, s(21)), u"alimentarhos"_s);
-    EXPECT_EQ(IconoDeAgenda(s, s(1109)), u"tareausuarios"_s);
-    EXPECT_EQ(IconoDeHoja(s, s(1109)), QString());
+    EXPECT_EQ(agendaIcon(s, s(text::AccommodationAndFood)), u"alimentarhos"_s);
+    EXPECT_EQ(sheetIcon(s, s(text::AccommodationAndFood)), u"alimentarhos"_s);
+    EXPECT_EQ(agendaIcon(s, s(text::UserTask)), u"tareausuarios"_s);
+    EXPECT_EQ(sheetIcon(s, s(text::UserTask)), QString());
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, Textos_,
-                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+INSTANTIATE_TEST_SUITE_P(Languages, Texts,
+                         testing::Values(store::Language::Spanish, store::Language::Portuguese,
+                                         store::Language::English));
 
-TEST_F(ClinicaConAgenda, AConceptWithoutANameIsTheCategoryOfItsProduct)
+TEST_F(ClinicWithAgenda, AConceptWithoutANameIsTheCategoryOfItsProduct)
 {
     s.finanzas->Execute("insert into articulos (ida, idcat, nom) values (204, 2, '')");
     s.finanzas->Execute("insert into articulos (ida, idcat, nom) values (1, 3, 'Rabies')");
-    EXPECT_EQ(ConceptoDeTarea(s, control, 1), u"A check"_s);
-    const QString vacunas = ConceptoDeTarea(s, 204, 1);
-    EXPECT_EQ(vacunas, LeerCampo(s, "finanzas", "flcategorias", 3, "nom"));
-    EXPECT_FALSE(vacunas.isEmpty());
-    EXPECT_EQ(ConceptoDeTarea(s, 204, 0), QString());
-    EXPECT_EQ(ConceptoDeTarea(s, 30000, 30001), QString());
-    EXPECT_EQ(ConceptoDeTarea(s, -100, 0), s(1109));
-    EXPECT_EQ(ConceptoDeTarea(s, -47, 0), s(21));
+    EXPECT_EQ(taskConcept(s, control, 1), u"A check"_s);
+    const QString vaccines = taskConcept(s, 204, 1);
+    EXPECT_EQ(vaccines, LeerCampo(s, "finanzas", "flcategorias", 3, "nom"));
+    EXPECT_FALSE(vaccines.isEmpty());
+    EXPECT_EQ(taskConcept(s, 204, 0), QString());
+    EXPECT_EQ(taskConcept(s, 30000, 30001), QString());
+    EXPECT_EQ(taskConcept(s, -100, 0), s(text::UserTask));
+    EXPECT_EQ(taskConcept(s, -47, 0), s(text::AccommodationAndFood));
 }
 
-TEST_F(ClinicaConAgenda, EveryReasonHasItsWordsAndItsSubject)
+TEST_F(ClinicWithAgenda, EveryReasonHasItsWordsAndItsSubject)
 {
-    const std::pair<int, int> textos[] = {{-41, 1110}, {-42, 1111}, {-43, 1112}, {-44, 1113},
-                                          {-46, 1114}, {-48, 1115}, {-50, 1116}, {-51, 1117},
-                                          {-70, 1113}, {-71, 1125}, {-72, 1126}};
-    for (const auto &[tip, texto] : textos)
-        EXPECT_EQ(MotivoDeTarea(s, tip), s(texto)) << tip;
-    EXPECT_EQ(MotivoDeTarea(s, -45), u"Restock the clinic"_s);
-    EXPECT_EQ(MotivoDeTarea(s, -49), u"Answer to a request for an appointment over the Internet"_s);
-    EXPECT_EQ(MotivoDeTarea(s, -99), QString());
+    const std::pair<int, int> texts[] = {{-41, 1110}, {-42, 1111}, {-43, 1112}, {-44, 1113},
+                                         {-46, 1114}, {-48, 1115}, {-50, 1116}, {-51, 1117},
+                                         {-70, 1113}, {-71, 1125}, {-72, 1126}};
+    for (const auto &[tip, text] : texts)
+        EXPECT_EQ(taskReason(s, tip), s(text)) << tip;
+    EXPECT_EQ(taskReason(s, -45), u"Restock the clinic"_s);
+    EXPECT_EQ(taskReason(s, -49), u"Answer to a request for an appointment over the Internet"_s);
+    EXPECT_EQ(taskReason(s, -99), QString());
     // A user's id must never be read as a patient's.
-    EXPECT_EQ(SujetoDeTarea(-100), Sujeto::Usuario);
-    EXPECT_EQ(SujetoDeTarea(-47), Sujeto::Nadie);
-    EXPECT_EQ(SujetoDeTarea(-42), Sujeto::Paciente);
-    EXPECT_EQ(SujetoDeTarea(-43), Sujeto::Cliente);
-    EXPECT_EQ(MedioEnPalabras(s, 0), QString());
-    EXPECT_EQ(MedioEnPalabras(s, 2), s(1119));
-    EXPECT_EQ(MedioEnPalabras(s, 4), QString());
+    EXPECT_EQ(taskSubject(-100), Subject::User);
+    EXPECT_EQ(taskSubject(-47), Subject::Nobody);
+    EXPECT_EQ(taskSubject(-42), Subject::Patient);
+    EXPECT_EQ(taskSubject(-43), Subject::Client);
+    EXPECT_EQ(channelInWords(s, 0), QString());
+    EXPECT_EQ(channelInWords(s, 2), s(text::ByLetter));
+    EXPECT_EQ(channelInWords(s, 4), QString());
 }

@@ -2,34 +2,36 @@
 
 #include <gtest/gtest.h>
 
+using namespace app;
+
 using namespace Qt::StringLiterals;
 
-TEST(Opciones, TakesWhatItOffersAndRefusesTheRest)
+TEST(Options, TakesWhatItOffersAndRefusesTheRest)
 {
     QString error;
-    const auto leer = [&error](const QString &linea) {
-        return LeerOpciones(linea.split(u' ', Qt::SkipEmptyParts), &error);
+    const auto read = [&error](const QString &line) {
+        return readOptions(line.split(u' ', Qt::SkipEmptyParts), &error);
     };
-    const auto nada = leer({});
-    ASSERT_TRUE(nada);
-    EXPECT_EQ(nada->modo, Opciones::Modo::Ventana);
-    const auto demo = leer(u"--crear /x --idioma pt --demo"_s);
+    const auto nothing = read({});
+    ASSERT_TRUE(nothing);
+    EXPECT_EQ(nothing->mode, Options::Mode::Window);
+    const auto demo = read(u"--crear /x --idioma pt --demo"_s);
     ASSERT_TRUE(demo);
-    EXPECT_TRUE(demo->modo == Opciones::Modo::Crear && demo->demo && demo->crear == u"/x"
-                && demo->idioma == Idioma::Portugues);
-    const auto cron = leer(u"--datos /x --desatendido"_s);
+    EXPECT_TRUE(demo->mode == Options::Mode::Create && demo->demo && demo->create == u"/x"
+                && demo->language == store::Language::Portuguese);
+    const auto cron = read(u"--datos /x --desatendido"_s);
     ASSERT_TRUE(cron);
-    EXPECT_TRUE(cron->modo == Opciones::Modo::Desatendido && cron->datos == u"/x");
-    const auto importar = leer(u"--importar a.csv --datos /x --confirmar --columnas Pet=mascota "
-                               "--fechas mda --propietario Shelter"_s);
-    ASSERT_TRUE(importar);
-    EXPECT_TRUE(importar->modo == Opciones::Modo::Importar && importar->importar == u"a.csv"
-                && importar->confirmar && importar->columnas == u"Pet=mascota"
-                && importar->fechas == u"mda" && importar->propietario == u"Shelter");
-    EXPECT_FALSE(leer(u"--importar a.csv"_s)->confirmar);
-    for (const auto &mala : {u"--importar"_s, u"--confirmar"_s, u"--importar a --fechas amd"_s,
-                             u"--importar a --columnas"_s, u"--propietario x"_s})
-        EXPECT_FALSE(leer(mala)) << mala.toStdString();
-    for (const auto &mala : {u"--datos"_s, u"--crear"_s, u"--idioma de"_s, u"--demo"_s, u"algo"_s})
-        EXPECT_FALSE(leer(mala)) << mala.toStdString();
+    EXPECT_TRUE(cron->mode == Options::Mode::Unattended && cron->data == u"/x");
+    const auto importing = read(u"--importar a.csv --datos /x --confirmar --columnas Pet=mascota "
+                                "--fechas mda --propietario Shelter"_s);
+    ASSERT_TRUE(importing);
+    EXPECT_TRUE(importing->mode == Options::Mode::Import && importing->importing == u"a.csv"
+                && importing->confirm && importing->columns == u"Pet=mascota"
+                && importing->dates == u"mda" && importing->owner == u"Shelter");
+    EXPECT_FALSE(read(u"--importar a.csv"_s)->confirm);
+    for (const auto &bad : {u"--importar"_s, u"--confirmar"_s, u"--importar a --fechas amd"_s,
+                            u"--importar a --columnas"_s, u"--propietario x"_s})
+        EXPECT_FALSE(read(bad)) << bad.toStdString();
+    for (const auto &bad : {u"--datos"_s, u"--crear"_s, u"--idioma de"_s, u"--demo"_s, u"algo"_s})
+        EXPECT_FALSE(read(bad)) << bad.toStdString();
 }

@@ -7,159 +7,161 @@
 namespace
 {
 
-void ComprobarArchivos(const QString &datos)
+void checkFiles(const QString &data)
 {
-    for (const QString &base : BasesDeDatos()) {
-        const auto motor = CrearMotorDeArchivos();
-        motor->Abrir(RutaBajo(datos, ArchivoDe(base)), "b");
-        const auto st = motor->Preparar("PRAGMA integrity_check");
-        ASSERT_TRUE(st->Paso());
-        EXPECT_EQ(st->Texto(0), "ok") << base.toStdString();
+    for (const QString &base : store::databases()) {
+        const auto motor = store::createFileEngine();
+        motor->open(store::pathUnder(data, store::fileOf(base)), "b");
+        const auto st = motor->prepare("PRAGMA integrity_check");
+        ASSERT_TRUE(st->step());
+        EXPECT_EQ(st->text(0), "ok") << base.toStdString();
     }
 }
 
 } // namespace
 
-TEST_F(Programa, ANewFolderIsMadeOnceAndWaitsForItsFirstRun)
+TEST_F(Program, ANewFolderIsMadeOnceAndWaitsForItsFirstRun)
 {
-    const QStringList crear{u"--crear"_s, datos, u"--idioma"_s, u"en"_s};
-    EXPECT_EQ(Correr(crear).estado, 0);
-    for (const QString &base : BasesDeDatos())
-        EXPECT_TRUE(QFile::exists(RutaBajo(datos, ArchivoDe(base)))) << base.toStdString();
-    const Salida otraVez = Correr(crear);
-    EXPECT_EQ(otraVez.estado, 1);
-    EXPECT_TRUE(otraVez.errores.startsWith(u"This folder already holds"_s));
+    const QStringList create{u"--crear"_s, data, u"--idioma"_s, u"en"_s};
+    EXPECT_EQ(run(create).state, 0);
+    for (const QString &base : store::databases())
+        EXPECT_TRUE(QFile::exists(store::pathUnder(data, store::fileOf(base))))
+            << base.toStdString();
+    const Exit otherTime = run(create);
+    EXPECT_EQ(otherTime.state, 1);
+    EXPECT_TRUE(otherTime.errores.startsWith(u"This folder already holds"_s));
 
-    const Salida dia = Dia();
-    EXPECT_EQ(dia.estado, 1);
+    const Exit dia = Day();
+    EXPECT_EQ(dia.state, 1);
     EXPECT_TRUE(dia.errores.contains(u"The data folder is new"_s));
-    EXPECT_EQ(Correr({u"--bogus"_s}).estado, 2);
+    EXPECT_EQ(run({u"--bogus"_s}).state, 2);
 }
 
-TEST_F(Programa, TheDayIsRunOnceAndTheBoardPrintedEachTime)
+TEST_F(Program, TheDayIsRunOnceAndTheBoardPrintedEachTime)
 {
     Demo();
-    const Salida primero = Dia();
-    ASSERT_EQ(primero.estado, 0) << primero.errores.toStdString();
-    const QStringList lineas = primero.pizarra.split(u'\n', Qt::SkipEmptyParts);
-    EXPECT_GE(lineas.size(), 12);
-    for (const QString &l : lineas)
+    const Exit first = Day();
+    ASSERT_EQ(first.state, 0) << first.errores.toStdString();
+    const QStringList lines = first.pizarra.split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_GE(lines.size(), 12);
+    for (const QString &l : lines)
         EXPECT_EQ(l.count(u'\t'), 3) << l.toStdString();
-    int tareas = 0;
-    Mirar([&](Sesion &s) {
+    int tasks = 0;
+    look([&](Sesion &s) {
         EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), s.reloj.hoy);
         EXPECT_EQ(s.configuracion["FechaInicioAnterior"].toDate(), s.reloj.hoy.addDays(-3));
-        tareas = s.morvane->Leer("select count(*) from TareasAgenda").toInt();
+        tasks = s.morvane->read("select count(*) from TareasAgenda").toInt();
     });
-    EXPECT_EQ(Dia().pizarra, primero.pizarra);
-    Mirar([&](Sesion &s) {
-        EXPECT_EQ(s.morvane->Leer("select count(*) from TareasAgenda").toInt(), tareas);
-        EXPECT_EQ(Filas(*s.morvane, "select * from errores"), QString());
+    EXPECT_EQ(Day().pizarra, first.pizarra);
+    look([&](Sesion &s) {
+        EXPECT_EQ(s.morvane->read("select count(*) from TareasAgenda").toInt(), tasks);
+        EXPECT_EQ(allRows(*s.morvane, "select * from errores"), QString());
     });
 }
 
-TEST_F(Programa, TwoStartsAtOnceRunTheDayOnceAndShareNoNumber)
+TEST_F(Program, TwoStartsAtOnceRunTheDayOnceAndShareNoNumber)
 {
     Demo();
-    const auto comida = [this] {
+    const auto meal = [this] {
         Moneda c;
-        Mirar([&](Sesion &s) { c = s.clientes->Leer("select sum(can) from consumo").toMoneda(); });
+        look([&](Sesion &s) { c = s.clientes->read("select sum(can) from consumo").toMoneda(); });
         return c;
     };
-    const Moneda antes = comida();
+    const Moneda before = meal();
     QProcess a, b;
-    Empezar(a, ArgumentosDelDia());
-    Empezar(b, ArgumentosDelDia());
-    const Salida una = Terminar(a), otra = Terminar(b);
-    EXPECT_EQ(una.estado, 0);
-    EXPECT_EQ(otra.estado, 0);
-    EXPECT_EQ(una.pizarra, otra.pizarra);
+    begin(a, dayArguments());
+    begin(b, dayArguments());
+    const Exit one = finish(a), other = finish(b);
+    EXPECT_EQ(one.state, 0);
+    EXPECT_EQ(other.state, 0);
+    EXPECT_EQ(one.pizarra, other.pizarra);
 
-    const Moneda traDos = comida();
-    Mirar([&](Sesion &s) {
-        EXPECT_EQ(Filas(*s.morvane, "select id from TareasAgenda group by id having count(*) > 1"),
-                  QString());
+    const Moneda broughtTwo = meal();
+    look([&](Sesion &s) {
+        EXPECT_EQ(
+            allRows(*s.morvane, "select id from TareasAgenda group by id having count(*) > 1"),
+            QString());
         EXPECT_EQ(s.configuracion["FechaInicioAnterior"].toDate(), s.reloj.hoy.addDays(-3));
     });
     Demo(); // one run alone, for comparison
-    EXPECT_EQ(Dia().estado, 0);
-    EXPECT_EQ(traDos, comida());
-    EXPECT_LT(traDos, antes);
+    EXPECT_EQ(Day().state, 0);
+    EXPECT_EQ(broughtTwo, meal());
+    EXPECT_LT(broughtTwo, before);
 }
 
-TEST_F(Programa, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
+TEST_F(Program, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
 {
-    const auto todo = [this] {
+    const auto all = [this] {
         QString t;
-        Mirar([&t](Sesion &s) {
-            t = Filas(*s.morvane, "select * from TareasAgenda order by id")
-                + Filas(*s.morvane, "select * from Pizarra")
-                + Filas(*s.morvane, "select * from Perfiles order by idc")
-                + Filas(*s.clientes, "select * from Consumo order by idm, IdCat")
-                + Filas(*s.finanzas, "select * from CtaCteC order by idventa");
+        look([&t](Sesion &s) {
+            t = allRows(*s.morvane, "select * from TareasAgenda order by id")
+                + allRows(*s.morvane, "select * from Pizarra")
+                + allRows(*s.morvane, "select * from Perfiles order by idc")
+                + allRows(*s.clientes, "select * from Consumo order by idm, IdCat")
+                + allRows(*s.finanzas, "select * from CtaCteC order by idventa");
         });
         return t;
     };
     // How long an undisturbed run takes, the second time it is loaded, and what it leaves.
-    int dura = 0;
+    int lasts = 0;
     for (int i = 0; i < 2; ++i) {
         Demo();
         QElapsedTimer reloj;
         reloj.start();
-        ASSERT_EQ(Dia().estado, 0);
-        dura = int(reloj.elapsed());
+        ASSERT_EQ(Day().state, 0);
+        lasts = int(reloj.elapsed());
     }
 
-    const QString entero = todo();
+    const QString whole = all();
 
-    QRandomGenerator azar(20260311);
-    int muertos = 0;
+    QRandomGenerator chance(20260311);
+    int dead = 0;
     for (int i = 0; i < 30; ++i) {
         Demo();
         QProcess p;
-        Empezar(p, ArgumentosDelDia());
-        QThread::msleep(ulong(azar.bounded(std::max(dura, 1))));
-        muertos += Matar(p);
-        ComprobarArchivos(datos);
-        const Salida dia = Dia();
-        ASSERT_EQ(dia.estado, 0) << i << ' ' << dia.errores.toStdString();
-        EXPECT_EQ(todo(), entero) << i; // the cut run has left nothing, and nothing is done twice
+        begin(p, dayArguments());
+        QThread::msleep(ulong(chance.bounded(std::max(lasts, 1))));
+        dead += kill(p);
+        checkFiles(data);
+        const Exit dia = Day();
+        ASSERT_EQ(dia.state, 0) << i << ' ' << dia.errores.toStdString();
+        EXPECT_EQ(all(), whole) << i; // the cut run has left nothing, and nothing is done twice
     }
-    EXPECT_GT(muertos, 5); // or the test has killed nothing
+    EXPECT_GT(dead, 5); // or the test has killed nothing
 }
 
-TEST_F(Programa, FoldersThatCannotServeEndWithAMessageAndStatusOne)
+TEST_F(Program, FoldersThatCannotServeEndWithAMessageAndStatusOne)
 {
-    EXPECT_EQ(Dia().estado, 1);
-    EXPECT_TRUE(Dia().errores.startsWith(u"Can not open the database."_s));
+    EXPECT_EQ(Day().state, 1);
+    EXPECT_TRUE(Day().errores.startsWith(u"Can not open the database."_s));
 
     Demo();
-    QFile roto(RutaBajo(datos, u"finanzas.mdb"_s));
-    ASSERT_TRUE(roto.resize(roto.size() / 2 / 4096 * 4096));
-    const Salida s = Dia();
-    EXPECT_EQ(s.estado, 1);
+    QFile broken(store::pathUnder(data, u"finanzas.mdb"_s));
+    ASSERT_TRUE(broken.resize(broken.size() / 2 / 4096 * 4096));
+    const Exit s = Day();
+    EXPECT_EQ(s.state, 1);
     EXPECT_TRUE(s.errores.contains(u"finanzas.mdb"_s));
     EXPECT_TRUE(s.pizarra.isEmpty());
 }
 
-TEST_F(Programa, ADiskThatTakesNoMoreEndsTheRunAndTheDayIsRunLater)
+TEST_F(Program, ADiskThatTakesNoMoreEndsTheRunAndTheDayIsRunLater)
 {
     Demo();
-    const Salida lleno =
-        Correr({u"-c"_s, u"trap '' XFSZ; ulimit -f 8; exec \"$0\" --datos \"$1\" --desatendido"_s,
-                Binario(), datos},
-               u"/bin/sh"_s);
-    EXPECT_EQ(lleno.estado, 1);
-    EXPECT_FALSE(lleno.errores.isEmpty());
-    ComprobarArchivos(datos);
-    EXPECT_EQ(Dia().estado, 0);
+    const Exit full =
+        run({u"-c"_s, u"trap '' XFSZ; ulimit -f 8; exec \"$0\" --datos \"$1\" --desatendido"_s,
+             binary(), data},
+            u"/bin/sh"_s);
+    EXPECT_EQ(full.state, 1);
+    EXPECT_FALSE(full.errores.isEmpty());
+    checkFiles(data);
+    EXPECT_EQ(Day().state, 0);
 }
 
-TEST_F(Programa, RowsOfTheEnginesOwnToolAreUnderstood)
+TEST_F(Program, RowsOfTheEnginesOwnToolAreUnderstood)
 {
     Demo();
     QProcess sql;
-    sql.start(u"sqlcipher"_s, {datos + u"/clientes.mdb"_s});
+    sql.start(u"sqlcipher"_s, {data + u"/clientes.mdb"_s});
     if (!sql.waitForStarted())
         GTEST_SKIP() << "the engine's tool is not installed";
     // Yes as 1, an amount as text, a name with an apostrophe: what another program may write.
@@ -175,27 +177,27 @@ TEST_F(Programa, RowsOfTheEnginesOwnToolAreUnderstood)
     ASSERT_TRUE(sql.waitForFinished());
     EXPECT_EQ(QString::fromUtf8(sql.readAllStandardError()), QString());
 
-    const Salida dia = Dia();
-    ASSERT_EQ(dia.estado, 0) << dia.errores.toStdString();
+    const Exit dia = Day();
+    ASSERT_EQ(dia.state, 0) << dia.errores.toStdString();
     EXPECT_TRUE(dia.pizarra.contains(u"103\t6\t18\tIt should have provided 1 "_s))
         << dia.pizarra.toStdString();
-    Mirar([&](Sesion &s) {
-        EXPECT_EQ(Filas(*s.clientes, "select can from consumo"), u"2.5\n"_s); // three days of 2.5
+    look([&](Sesion &s) {
+        EXPECT_EQ(allRows(*s.clientes, "select can from consumo"), u"2.5\n"_s); // three days of 2.5
     });
 }
 
-TEST_F(Programa, TheDateComesFromTheSystem)
+TEST_F(Program, TheDateComesFromTheSystem)
 {
-    if (const char *porque = SinReloj())
-        GTEST_SKIP() << porque;
+    if (const char *because = withoutClock())
+        GTEST_SKIP() << because;
     Demo();
-    ASSERT_EQ(Dia().estado, 0);
-    const QDate manana = QDate::currentDate().addDays(1);
-    const Salida dia = DiaDel(manana);
-    EXPECT_EQ(dia.estado, 0) << dia.errores.toStdString();
-    Mirar([&](Sesion &s) { EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), manana); });
+    ASSERT_EQ(Day().state, 0);
+    const QDate tomorrow = QDate::currentDate().addDays(1);
+    const Exit dia = dayOf(tomorrow);
+    EXPECT_EQ(dia.state, 0) << dia.errores.toStdString();
+    look([&](Sesion &s) { EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), tomorrow); });
     // Back in the present the date is earlier: nobody says Yes, so nothing is done.
-    const Salida atras = Dia();
-    EXPECT_EQ(atras.estado, 1);
-    EXPECT_TRUE(atras.errores.startsWith(u"The last start was "_s));
+    const Exit back = Day();
+    EXPECT_EQ(back.state, 1);
+    EXPECT_TRUE(back.errores.startsWith(u"The last start was "_s));
 }

@@ -12,33 +12,32 @@
 
 using namespace Qt::StringLiterals;
 
-struct Salida {
-    int estado = -1;
+struct Exit {
+    int state = -1;
     QString pizarra; // standard output
     QString errores;
 };
 
-class Programa : public testing::Test
+class Program : public testing::Test
 {
 protected:
-    QTemporaryDir carpeta;
-    const QString datos = carpeta.path() + u"/datos"_s;
+    QTemporaryDir folder;
+    const QString data = folder.path() + u"/datos"_s;
 
-    static QString Binario() { return QString::fromLatin1(KELVARA_PROGRAM); }
-    QStringList ArgumentosDelDia() const
+    static QString binary() { return QString::fromLatin1(KELVARA_PROGRAM); }
+    QStringList dayArguments() const
     {
-        return {u"--datos"_s, datos, u"--idioma"_s, u"en"_s, u"--desatendido"_s};
+        return {u"--datos"_s, data, u"--idioma"_s, u"en"_s, u"--desatendido"_s};
     }
-    void Empezar(QProcess &p, const QStringList &argumentos,
-                 const QString &programa = Binario()) const
+    void begin(QProcess &p, const QStringList &arguments, const QString &program = binary()) const
     {
-        QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
-        entorno.insert(u"KELVARA_HOME"_s, carpeta.path());
-        p.setProcessEnvironment(entorno);
-        p.start(programa, argumentos);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"KELVARA_HOME"_s, folder.path());
+        p.setProcessEnvironment(environment);
+        p.start(program, arguments);
         EXPECT_TRUE(p.waitForStarted());
     }
-    static Salida Terminar(QProcess &p)
+    static Exit finish(QProcess &p)
     {
         EXPECT_TRUE(p.waitForFinished(120000));
         return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
@@ -46,23 +45,23 @@ protected:
                 QString::fromUtf8(p.readAllStandardError())};
     }
     /// @return whether it was still running
-    static bool Matar(QProcess &p)
+    static bool kill(QProcess &p)
     {
         ::kill(pid_t(p.processId()), SIGKILL);
         p.waitForFinished();
         return p.exitStatus() == QProcess::CrashExit;
     }
 
-    Salida Correr(const QStringList &argumentos, const QString &programa = Binario()) const
+    Exit run(const QStringList &arguments, const QString &program = binary()) const
     {
         QProcess p;
-        Empezar(p, argumentos, programa);
-        return Terminar(p);
+        begin(p, arguments, program);
+        return finish(p);
     }
-    Salida Dia() const { return Correr(ArgumentosDelDia()); }
+    Exit Day() const { return run(dayArguments()); }
 
     /// Why the clock cannot be shifted here; nullptr when it can.
-    static const char *SinReloj()
+    static const char *withoutClock()
     {
         if (KELVARA_SANITIZED)
             return "the clock's shim and the sanitizer's do not load together";
@@ -71,36 +70,37 @@ protected:
                    : nullptr;
     }
     /// The day as on another date.
-    Salida DiaDel(QDate dia) const
+    Exit dayOf(QDate dia) const
     {
-        const QStringList reloj{dia.toString(Qt::ISODate) + u" 06:00:00"_s, Binario()};
-        return Correr(reloj + ArgumentosDelDia(), u"faketime"_s);
+        const QStringList reloj{dia.toString(Qt::ISODate) + u" 06:00:00"_s, binary()};
+        return run(reloj + dayArguments(), u"faketime"_s);
     }
 
     /// A demo clinic whose last start lies three days back; made once, copied for each test.
     void Demo() const
     {
-        static const QTemporaryDir modelo;
-        static const QString de = modelo.path() + u"/demo"_s;
-        static const Salida hecho = Correr({u"--crear"_s, de, u"--demo"_s, u"--idioma"_s, u"en"_s});
-        ASSERT_EQ(hecho.estado, 0) << hecho.errores.toStdString();
-        QDir(datos).removeRecursively();
-        QDir(datos).mkpath(u"reportes"_s);
-        for (const QString &base : BasesDeDatos())
-            ASSERT_TRUE(QFile::copy(RutaBajo(de, ArchivoDe(base)), datos + u'/' + ArchivoDe(base)));
+        static const QTemporaryDir model;
+        static const QString de = model.path() + u"/demo"_s;
+        static const Exit done = run({u"--crear"_s, de, u"--demo"_s, u"--idioma"_s, u"en"_s});
+        ASSERT_EQ(done.state, 0) << done.errores.toStdString();
+        QDir(data).removeRecursively();
+        QDir(data).mkpath(u"reportes"_s);
+        for (const QString &base : store::databases())
+            ASSERT_TRUE(QFile::copy(store::pathUnder(de, store::fileOf(base)),
+                                    data + u'/' + store::fileOf(base)));
     }
 
     /// Opens the folder beside the program, as another terminal.
     template <typename F>
-    void Mirar(F &&f) const
+    void look(F &&f) const
     {
-        DialogosDesatendidos dialogos;
-        SinImpresion impresion;
-        Sesion s(dialogos, impresion, Idioma::Ingles);
-        FijarCarpetaDeDatos(s, datos);
-        s.carpetaDePrograma = carpeta.path() + u'/';
-        const auto falla = AbrirAlmacen(s);
-        ASSERT_FALSE(falla) << falla->texto.toStdString();
+        store::UnattendedDialogs dialogos;
+        store::NoPrinting impresion;
+        Sesion s(dialogos, impresion, store::Language::English);
+        store::setDataFolder(s, data);
+        s.programFolder = folder.path() + u'/';
+        const auto failure = store::openStore(s);
+        ASSERT_FALSE(failure) << failure->text.toStdString();
         f(s);
     }
 };

@@ -3,6 +3,7 @@
 #include "board/frmprincipal.h"
 #include "store/lookups.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/window_dialogs.h"
 
@@ -15,14 +16,15 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 /// Notes what it was opened with and shows nothing.
-struct Pantalla : FormBase {
-    Pantalla(Sesion &s, const QString &name, QStringList &log) : FormBase(s, name), m_log(log) {}
+struct Screen : ui::FormBase {
+    Screen(Sesion &s, const QString &name, QStringList &log) : ui::FormBase(s, name), m_log(log) {}
     void opened(const QVariantMap &parameters) override
     {
         QString text = objectName();
@@ -34,7 +36,7 @@ struct Pantalla : FormBase {
     QStringList &m_log;
 };
 
-class Board : public Clinica
+class Board : public Clinic
 {
 protected:
     Board()
@@ -42,25 +44,25 @@ protected:
         s.morvane->Execute("delete * from pizarra");
         for (const auto &name : {u"frmPropietarios"_s, u"FrmFinanzas"_s, u"frmAnalisis"_s,
                                  u"frmlistados"_s, u"frmagenda"_s, u"frmmensajeria"_s})
-            forms.Registrar(name, [this, name] { return new Pantalla(s, name, log); });
+            forms.enrol(name, [this, name] { return new Screen(s, name, log); });
     }
     void show()
     {
         board = std::make_unique<frmprincipal>(s, forms,
-                                               Escritorio{[this](const QUrl &link) {
-                                                              log << link.toString();
-                                                              return true;
-                                                          },
-                                                          [this] { log << u"beep"_s; },
-                                                          [this] { log << u"end"_s; }});
+                                               Desk{[this](const QUrl &link) {
+                                                        log << link.toString();
+                                                        return true;
+                                                    },
+                                                    [this] { log << u"beep"_s; },
+                                                    [this] { log << u"end"_s; }});
         board->CargarPizarra();
-        board->Mostrar();
+        board->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(board.get()));
     }
     QTableView *grid() { return board->findChild<QTableView *>(u"GPizarra"_s); }
     QString cell(int row)
     {
-        return grid()->model()->index(row, ModeloDePizarra::Mensaje).data().toString();
+        return grid()->model()->index(row, BoardModel::Message).data().toString();
     }
     void key(Qt::Key k, Qt::KeyboardModifiers m = {}) { QTest::keyClick(grid(), k, m); }
     void tick()
@@ -70,7 +72,7 @@ protected:
     QStringList taken() { return std::exchange(log, {}); }
 
     QStringList log;
-    Formularios forms;
+    ui::FormRegistry forms;
     std::unique_ptr<frmprincipal> board;
 };
 
@@ -79,8 +81,9 @@ protected:
 TEST_F(Board, WithoutLinesItSaysSoUntilF5ReadsWhatOthersHaveWritten)
 {
     show();
-    EXPECT_EQ(cell(0), s(4007) + u"\t "_s + QLocale().toString(hoy, QLocale::LongFormat) + u'.');
-    EXPECT_EQ(cell(1), s(4008));
+    EXPECT_EQ(cell(0),
+              s(text::DaySummary) + u"\t "_s + QLocale().toString(hoy, QLocale::LongFormat) + u'.');
+    EXPECT_EQ(cell(1), s(text::NoReportsToday));
     EXPECT_EQ(grid()->model()->rowCount(), 2);
     key(Qt::Key_Return);
     EXPECT_TRUE(taken().isEmpty());
@@ -92,11 +95,11 @@ TEST_F(Board, WithoutLinesItSaysSoUntilF5ReadsWhatOthersHaveWritten)
 TEST_F(Board, TheModelKeepsItsContract)
 {
     AgregarPizarra(s, u"a line"_s, 102, 1, 20);
-    ModeloDePizarra model(
-        s, [](const Destino &) { return true; }, nullptr);
+    BoardModel model(
+        s, [](const Target &) { return true; }, nullptr);
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
-    model.Cargar();
+    model.load();
     EXPECT_EQ(model.rowCount(), 2);
     EXPECT_FALSE(model.flags(model.index(0, 1)) & Qt::ItemIsSelectable);
 }
@@ -120,7 +123,7 @@ TEST_F(Board, ALineIsWorkedFromTheKeyboard)
     key(Qt::Key_Left);
     key(Qt::Key_Down);
     key(Qt::Key_Return);
-    EXPECT_EQ(taken(), QStringList{PaginaDeAyuda(s)});
+    EXPECT_EQ(taken(), QStringList{store::helpPage(s)});
     key(Qt::Key_Down);
     key(Qt::Key_Return);
     key(Qt::Key_1);
@@ -139,13 +142,13 @@ TEST_F(Board, AClickOpensWhatLiesUnderTheMouse)
         const QRect place = grid()->visualRect(grid()->model()->index(row, column));
         QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, place.center());
     };
-    click(1, ModeloDePizarra::Icono1); // its code is one of the text's
-    click(0, ModeloDePizarra::Mensaje);
-    click(2, ModeloDePizarra::Mensaje);
+    click(1, BoardModel::Icon1); // its code is one of the text's
+    click(0, BoardModel::Message);
+    click(2, BoardModel::Message);
     EXPECT_TRUE(taken().isEmpty());
-    click(1, ModeloDePizarra::Mensaje);
-    click(2, ModeloDePizarra::Icono1);
-    click(2, ModeloDePizarra::Icono2); // that screen is not there in this test
+    click(1, BoardModel::Message);
+    click(2, BoardModel::Icon1);
+    click(2, BoardModel::Icon2); // that screen is not there in this test
     EXPECT_EQ(taken(), QStringList({u"file:///tmp/copies"_s, u"frmlistados rapido=3"_s}));
 }
 
@@ -156,19 +159,19 @@ TEST_F(Board, AltAndADigitPressTheButtonsThatLeadSomewhere)
         key(digit, Qt::AltModifier);
     EXPECT_EQ(taken(), QStringList({u"frmPropietarios"_s, u"FrmFinanzas"_s, u"frmagenda"_s}));
     EXPECT_FALSE(board->findChild<QPushButton *>(u"cmdMorvane"_s)->isEnabled());
-    for (const BotonDeTablero &b : BotonesDeTablero())
+    for (const BoardButton &b : boardButtons())
         EXPECT_FALSE(
-            board->findChild<QPushButton *>(b.nombre.toString())->accessibleName().isEmpty());
+            board->findChild<QPushButton *>(b.name.toString())->accessibleName().isEmpty());
 }
 
 TEST_F(Board, ACommonUserIsRefusedAnalysis)
 {
-    s.usuario.ut = 1;
+    s.user.ut = 1;
     show();
-    ask.Espera(s(1));
+    ask.wait(s(text::FeatureNotAvailable));
     key(Qt::Key_3, Qt::AltModifier);
     EXPECT_TRUE(taken().isEmpty());
-    s.usuario.ut = 2;
+    s.user.ut = 2;
     key(Qt::Key_3, Qt::AltModifier);
     EXPECT_EQ(taken(), QStringList{u"frmAnalisis"_s});
 }
@@ -185,24 +188,24 @@ TEST_F(Board, OnlyClosingItEndsTheProgram)
 TEST_F(Board, TheClockRingsAndMidnightEndsTheProgram)
 {
     show();
-    s.Alarmas = {{.hora = QTime(9, 1), .tip = -47, .atendida = false, .ida = {}}};
-    ask.Espera(u"Agenda: "_s + s(21));
+    s.Alarmas = {{.hour = QTime(9, 1), .tip = -47, .attended = false, .ida = {}}};
+    ask.wait(u"Agenda: "_s + s(text::AccommodationAndFood));
     tick();
     tick();
     EXPECT_EQ(taken(), QStringList{u"beep"_s});
 
-    s.reloj.ahora = [this] { return QDateTime(hoy.addDays(1), QTime(0, 0)); };
-    ask.Espera(s(1201));
+    s.reloj.now = [this] { return QDateTime(hoy.addDays(1), QTime(0, 0)); };
+    ask.wait(s(text::DayHasChanged));
     tick();
     EXPECT_EQ(taken(), QStringList{u"end"_s});
 }
 
 TEST_F(Board, WhatSomebodyIsTypingDoesNotAnswerAnAlarm)
 {
-    DialogosDeVentana windows{Textos(Idioma::Ingles)};
-    Sesion real(windows, impresion, Idioma::Ingles);
+    ui::WindowDialogs windows{store::Texts(store::Language::English)};
+    Sesion real(windows, impresion, store::Language::English);
     real.reloj = s.reloj;
-    real.Alarmas = {{.hora = QTime(9, 1), .tip = -47, .atendida = false, .ida = {}}};
+    real.Alarmas = {{.hour = QTime(9, 1), .tip = -47, .attended = false, .ida = {}}};
     const frmprincipal ringer(
         real, forms, {[](const QUrl &) { return true; }, [] {}, [this] { log << u"end"_s; }});
     QLineEdit page;
@@ -234,7 +237,7 @@ TEST_F(Board, WhatSomebodyIsTypingDoesNotAnswerAnAlarm)
     EXPECT_EQ(page.text(), u"ok  "_s) << "what was typed went on where it began";
 
     // The mouse need not wait, and neither does anything afterwards.
-    real.Alarmas[0].atendida = false;
+    real.Alarmas[0].attended = false;
     QTimer::singleShot(0, qApp, [&] {
         QWidget *box = QApplication::activeModalWidget();
         QTest::mouseClick(box->findChild<QWidget *>(u"cmdAceptar"_s), Qt::LeftButton);
@@ -249,5 +252,5 @@ TEST_F(Board, AboutSaysVersionAndFolder)
 {
     frmAcerca about(s);
     EXPECT_EQ(about.findChild<QLabel *>(u"lblVersion"_s)->text(), u"5.5.4"_s);
-    EXPECT_EQ(about.findChild<QLabel *>(u"lblCarpeta"_s)->text(), s.carpetaDeDatos);
+    EXPECT_EQ(about.findChild<QLabel *>(u"lblCarpeta"_s)->text(), s.dataFolder);
 }

@@ -1,13 +1,15 @@
 #include "agenda/tasks.h"
 #include "board/ringing.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 
+using namespace board;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Ringing : public Clinica
+class Ringing : public Clinic
 {
 protected:
     Ringing()
@@ -22,21 +24,21 @@ protected:
     }
     void at(int hour, int minute, int second)
     {
-        s.reloj.ahora = [=, this] { return QDateTime(hoy, QTime(hour, minute, second)); };
+        s.reloj.now = [=, this] { return QDateTime(hoy, QTime(hour, minute, second)); };
     }
-    static Alarma alarm(QTime time, int tip = 900, std::optional<int> ida = {})
+    static store::Alarm alarm(QTime time, int tip = 900, std::optional<int> ida = {})
     {
-        return {.hora = time, .tip = tip, .atendida = false, .ida = ida};
+        return {.hour = time, .tip = tip, .attended = false, .ida = ida};
     }
     bool rings(QTime time)
     {
         s.Alarmas = {alarm(time)};
-        return !AlarmasQueSuenan(s).isEmpty();
+        return !ringingAlarms(s).isEmpty();
     }
     QString said(int tip, std::optional<int> ida = {})
     {
         s.Alarmas = {alarm(QTime(10, 1), tip, ida)};
-        return AlarmasQueSuenan(s).join(u'|');
+        return ringingAlarms(s).join(u'|');
     }
 };
 
@@ -56,27 +58,28 @@ TEST_F(Ringing, OnceEach)
 {
     s.Alarmas = {alarm(QTime(10, 1)), alarm(QTime(10, 2), -47), alarm(QTime(10, 1)),
                  alarm(QTime(11, 0))};
-    s.Alarmas[2].atendida = true;
-    EXPECT_EQ(AlarmasQueSuenan(s), QStringList({u"Agenda: Bath"_s, u"Agenda: "_s + s(21)}));
-    EXPECT_TRUE(AlarmasQueSuenan(s).isEmpty());
+    s.Alarmas[2].attended = true;
+    EXPECT_EQ(ringingAlarms(s),
+              QStringList({u"Agenda: Bath"_s, u"Agenda: "_s + s(text::AccommodationAndFood)}));
+    EXPECT_TRUE(ringingAlarms(s).isEmpty());
     at(10, 59, 0);
-    EXPECT_EQ(AlarmasQueSuenan(s).size(), 1);
+    EXPECT_EQ(ringingAlarms(s).size(), 1);
 }
 
 TEST_F(Ringing, SaysTheServiceAndThePatientWhereItIsKnown)
 {
     EXPECT_EQ(said(900), u"Agenda: Bath"_s);
-    EXPECT_EQ(said(900, 11), u"Agenda: Bath\n\nRex\n"_s + s(14) + u": Ruiz, Eva\n"_s + s(15)
-                                 + u": 555 1 / 555 2"_s);
+    EXPECT_EQ(said(900, 11), u"Agenda: Bath\n\nRex\n"_s + s(text::Client) + u": Ruiz, Eva\n"_s
+                                 + s(text::Phones) + u": 555 1 / 555 2"_s);
     EXPECT_EQ(said(900, 12), u"Agenda: Bath"_s) << "the patient has been deleted";
-    EXPECT_EQ(said(-100, 11), u"Agenda: "_s + s(1109)) << "the number is a user's there";
+    EXPECT_EQ(said(-100, 11), u"Agenda: "_s + s(text::UserTask)) << "the number is a user's there";
     EXPECT_EQ(said(901), u"Agenda: "_s) << "not a service";
 }
 
 TEST_F(Ringing, SaysWhatAUsersTaskIsAbout)
 {
     const auto task = [this](QTime hour, const QString &note) {
-        return AgregarTarea(s, {.tip = TipoTarea::TareaDeUsuario,
+        return AgregarTarea(s, {.tip = agenda::TaskKind::UserTask,
                                 .dia = hoy,
                                 .hor = hour,
                                 .ala = QTime(10, 1),
@@ -88,8 +91,8 @@ TEST_F(Ringing, SaysWhatAUsersTaskIsAbout)
     task({}, {});
     const int gone = task({10, 30}, u"Deleted at another terminal"_s);
     s.morvane->Execute("delete * from TareasAgenda where id = ?", gone);
-    const QString kind = u"Agenda: "_s + s(1109);
-    EXPECT_EQ(AlarmasQueSuenan(s),
+    const QString kind = u"Agenda: "_s + s(text::UserTask);
+    EXPECT_EQ(ringingAlarms(s),
               QStringList({kind + u"\n\n10:30\nCall the supplier"_s, kind, kind}));
 }
 
@@ -97,7 +100,8 @@ TEST_F(Ringing, AnAlarmWhoseNameCannotBeReadStillRings)
 {
     s.finanzas->Execute("drop table Servicios");
     s.Alarmas = {alarm(QTime(10, 1)), alarm(QTime(10, 1), -47)};
-    EXPECT_EQ(AlarmasQueSuenan(s), QStringList({u"Agenda: "_s, u"Agenda: "_s + s(21)}));
+    EXPECT_EQ(ringingAlarms(s),
+              QStringList({u"Agenda: "_s, u"Agenda: "_s + s(text::AccommodationAndFood)}));
 }
 
 TEST_F(Ringing, TheDayChangesAtMidnightAndNotWhenTheClockIsSetBack)
@@ -106,7 +110,7 @@ TEST_F(Ringing, TheDayChangesAtMidnightAndNotWhenTheClockIsSetBack)
                                                   {{hoy.addDays(1), QTime(0, 0)}, true},
                                                   {{hoy.addDays(-1), QTime(12, 0)}, false}};
     for (const auto &[moment, changed] : moments) {
-        s.reloj.ahora = [=] { return moment; };
-        EXPECT_EQ(CambioElDia(s), changed);
+        s.reloj.now = [=] { return moment; };
+        EXPECT_EQ(dayChanged(s), changed);
     }
 }

@@ -1,48 +1,50 @@
 #include "boarding/rations.h"
 
 #include "support/clinic.h"
+#include "texts/texts.h"
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Raciones : public Clinica
+class Rations : public Clinic
 {
 protected:
-    Raciones() { ask.siempreNo << s(4605); }
+    Rations() { ask.alwaysNo << s(text::UpdateAgendaQuestion); }
 
-    void Huesped(int idm, int sale, const char16_t *tip = u"h")
+    void guest(int idm, int sale, const char16_t *tip = u"h")
     {
         s.clientes->Execute("insert into mhospedaje (idm, idcanil, fent, fsal, tip) values (?, 1, "
                             "?, ?, ?)",
                             idm, hoy.addDays(-5), hoy.addDays(sale), tip);
     }
     /// Hours of the day for the four settings; -1 leaves one empty.
-    void Horas(std::initializer_list<int> horas)
+    void hoursOf(std::initializer_list<int> hours)
     {
         int n = 0;
-        for (int h : horas)
+        for (int h : hours)
             s.morvane->Execute("update configuracion set horaracion" + std::to_string(++n) + " = ?",
-                               h < 0 ? Valor() : Valor(QTime(h, 0)));
+                               h < 0 ? store::Value() : store::Value(QTime(h, 0)));
     }
-    std::string Rondas()
+    std::string roundsOf()
     {
-        return Filas(*s.morvane, "select tip, ida, dia, hor, ala, medio from TareasAgenda order by "
-                                 "id")
+        return allRows(*s.morvane,
+                       "select tip, ida, dia, hor, ala, medio from TareasAgenda order by "
+                       "id")
             .toStdString();
     }
 };
 
 } // namespace
 
-TEST_F(Raciones, FollowTheHighestHourDownwards)
+TEST_F(Rations, FollowTheHighestHourDownwards)
 {
-    Huesped(1, 0);
+    guest(1, 0);
     const struct {
-        std::initializer_list<int> horas;
-        const char *rondas;
-    } casos[] = {
+        std::initializer_list<int> hours;
+        const char *rounds;
+    } cases[] = {
         {{-1, -1, -1, -1}, ""},
         {{8, -1, -1, -1}, "-47|0|2026-03-11|08:00:00|08:00:00|0\n"},
         // Intended: a gap below the highest hour is a round without an hour.
@@ -53,41 +55,41 @@ TEST_F(Raciones, FollowTheHighestHourDownwards)
          "-47|0|2026-03-11|22:00:00|22:00:00|0\n-47|0|2026-03-11|||0\n"
          "-47|0|2026-03-11|||0\n-47|0|2026-03-11|||0\n"},
     };
-    for (const auto &c : casos) {
+    for (const auto &c : cases) {
         s.morvane->Execute("delete * from TareasAgenda");
-        Horas(c.horas);
+        hoursOf(c.hours);
         ActualizarRaciones(s, true); // no printer: nobody is asked
-        EXPECT_EQ(Rondas(), c.rondas);
+        EXPECT_EQ(roundsOf(), c.rounds);
     }
 }
 
-TEST_F(Raciones, AreMadeForExactlyOneGuestWhoIsStillToStay)
+TEST_F(Rations, AreMadeForExactlyOneGuestWhoIsStillToStay)
 {
-    Horas({8});
-    Huesped(1, -1);      // over
-    Huesped(2, 3, u"r"); // not here yet
+    hoursOf({8});
+    guest(1, -1);      // over
+    guest(2, 3, u"r"); // not here yet
     ActualizarRaciones(s, false);
-    EXPECT_EQ(Rondas(), "");
-    Huesped(3, 0);
+    EXPECT_EQ(roundsOf(), "");
+    guest(3, 0);
     ActualizarRaciones(s, false);
-    EXPECT_EQ(Rondas(), "-47|0|2026-03-11|08:00:00|08:00:00|0\n");
-    Huesped(4, 1);
+    EXPECT_EQ(roundsOf(), "-47|0|2026-03-11|08:00:00|08:00:00|0\n");
+    guest(4, 1);
     ActualizarRaciones(s, false); // intended: the second guest adds nothing
-    EXPECT_EQ(Rondas(), "-47|0|2026-03-11|08:00:00|08:00:00|0\n");
+    EXPECT_EQ(roundsOf(), "-47|0|2026-03-11|08:00:00|08:00:00|0\n");
 }
 
-TEST_F(Raciones, OfferThePrintOfEachHour)
+TEST_F(Rations, OfferThePrintOfEachHour)
 {
     ActualizarRaciones(s, true); // nothing written, nothing asked
-    Huesped(1, 2);
-    Horas({8, 20});
+    guest(1, 2);
+    hoursOf({8, 20});
     ActualizarRaciones(s, false);
-    ask.siempreNo.clear();
-    ask.Espera(s(4605), false);
+    ask.alwaysNo.clear();
+    ask.wait(s(text::UpdateAgendaQuestion), false);
     ActualizarRaciones(s, true);
-    EXPECT_EQ(impresion.impresos, QStringList());
-    ask.Espera(s(4605), true);
+    EXPECT_EQ(impresion.printed, QStringList());
+    ask.wait(s(text::UpdateAgendaQuestion), true);
     ActualizarRaciones(s, true);
-    EXPECT_EQ(impresion.impresos, // a sheet for each round
+    EXPECT_EQ(impresion.printed, // a sheet for each round
               QStringList(2, u"Day's agenda Wednesday, 11 March 2026"_s));
 }

@@ -4,11 +4,11 @@
 
 using namespace Qt::StringLiterals;
 
-class Contacto : public Clinica
+class Contact : public Clinic
 {
 };
 
-TEST_F(Contacto, AddressAndTelephonesLeaveOutWhatIsMissing)
+TEST_F(Contact, AddressAndTelephonesLeaveOutWhatIsMissing)
 {
     s.clientes->Execute("insert into cllocalidad (id, nom) values (3, 'Tolosa')");
     s.clientes->Execute("insert into cldepartamento (id, nom) values (3, 'La Plata')");
@@ -24,7 +24,7 @@ TEST_F(Contacto, AddressAndTelephonesLeaveOutWhatIsMissing)
     EXPECT_EQ(TelefonosCliente(s, 2), QString());
 }
 
-TEST_F(Contacto, AFeaturedClientBuysWellAndOftenAndDoesNotPayLate)
+TEST_F(Contact, AFeaturedClientBuysWellAndOftenAndDoesNotPayLate)
 {
     for (int perfiles = 0; perfiles < 8; ++perfiles)
         s.clientes->Execute("insert into clientes (idc, perfil1, perfil2, perfil3) values "

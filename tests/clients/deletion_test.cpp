@@ -1,99 +1,101 @@
 #include "clients/deletion.h"
 #include "support/clinic.h"
+#include "texts/clients.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 // Client 1 with patients 1 and 2, client 2 with patient 12.
-class Eliminacion : public Clinica
+class Deletion : public Clinic
 {
 protected:
-    Eliminacion()
+    Deletion()
     {
         for (const int idc : {1, 2})
             s.clientes->Execute("insert into clientes (idc, ayn) values (?, 'Ana')", idc);
         for (const int idm : {1, 2, 12})
             s.clientes->Execute("insert into mascotas (idm, idc, nom) values (?, ?, 'Luna')", idm,
                                 idm == 12 ? 2 : 1);
-        s.usuario.ut = 2;
+        s.user.ut = 2;
     }
-    void Archivo(const QString &nombre)
+    void fileOf(const QString &name)
     {
-        const QString ruta = carpeta.path() + u"/mascotas/"_s + nombre;
+        const QString ruta = folder.path() + u"/mascotas/"_s + name;
         EXPECT_TRUE(QDir().mkpath(QFileInfo(ruta).path()));
         EXPECT_TRUE(QFile(ruta).open(QIODevice::WriteOnly));
     }
-    QString Archivos()
+    QString files()
     {
-        QStringList nombres;
-        for (QDirIterator i(carpeta.path() + u"/mascotas"_s, QDir::Files,
+        QStringList names;
+        for (QDirIterator i(folder.path() + u"/mascotas"_s, QDir::Files,
                             QDirIterator::Subdirectories);
              i.hasNext();) {
-            const QFileInfo archivo = i.nextFileInfo();
-            nombres << archivo.dir().dirName().toLower() + u'/' + archivo.fileName();
+            const QFileInfo file = i.nextFileInfo();
+            names << file.dir().dirName().toLower() + u'/' + file.fileName();
         }
-        nombres.sort();
-        return nombres.join(u' ');
+        names.sort();
+        return names.join(u' ');
     }
-    QString Quedan()
+    QString remaining()
     {
-        return Filas(*s.clientes, "select idc from clientes order by idc")
-               + Filas(*s.clientes, "select idm from mascotas order by idm");
+        return allRows(*s.clientes, "select idc from clientes order by idc")
+               + allRows(*s.clientes, "select idm from mascotas order by idm");
     }
     // What is asked or told, and the answer.
-    bool Cliente(int idc, int texto = 3, bool si = true)
+    bool Client(int idc, int text = 3, bool si = true)
     {
-        ask.Espera(s(texto), si);
-        return EliminarCliente(s, idc);
+        ask.wait(s(text), si);
+        return deleteClient(s, idc);
     }
-    bool Paciente(int idm, int texto = 3, bool si = true)
+    bool Patient(int idm, int text = 3, bool si = true)
     {
-        ask.Espera(s(texto), si);
-        return EliminarPaciente(s, idm);
+        ask.wait(s(text), si);
+        return deletePatient(s, idm);
     }
-    void Sql(const std::string &orden) { s.clientes->Execute(orden); }
+    void sql(const std::string &order) { s.clientes->Execute(order); }
 };
 
 } // namespace
 
-TEST_F(Eliminacion, RefusalsComeInOrderAndDeleteNothing)
+TEST_F(Deletion, RefusalsComeInOrderAndDeleteNothing)
 {
-    Sql("update clientes set obra = 1, deuda = -1 where idc = 1");
-    s.usuario.ut = 1;
-    EXPECT_FALSE(Cliente(1, 1));
-    EXPECT_FALSE(Paciente(1, 1));
-    s.usuario.ut = 2;
-    EXPECT_FALSE(Cliente(1, 2260)); // prepaid membership before debt
-    Sql("update clientes set obra = 2 where idc = 1");
-    EXPECT_FALSE(Cliente(1, 2260));
-    Sql("update clientes set obra = 3 where idc = 1");
-    EXPECT_FALSE(Cliente(1, 2261));
-    EXPECT_FALSE(Cliente(2, 3, false));
-    EXPECT_FALSE(Paciente(1, 3, false));
-    EXPECT_TRUE(Cliente(99, 9418)); // gone already
-    EXPECT_TRUE(Paciente(99, 9419));
-    EXPECT_EQ(Quedan(), u"1\n2\n1\n2\n12\n"_s);
+    sql("update clientes set obra = 1, deuda = -1 where idc = 1");
+    s.user.ut = 1;
+    EXPECT_FALSE(Client(1, 1));
+    EXPECT_FALSE(Patient(1, 1));
+    s.user.ut = 2;
+    EXPECT_FALSE(Client(1, 2260)); // prepaid membership before debt
+    sql("update clientes set obra = 2 where idc = 1");
+    EXPECT_FALSE(Client(1, 2260));
+    sql("update clientes set obra = 3 where idc = 1");
+    EXPECT_FALSE(Client(1, 2261));
+    EXPECT_FALSE(Client(2, 3, false));
+    EXPECT_FALSE(Patient(1, 3, false));
+    EXPECT_TRUE(Client(99, 9418)); // gone already
+    EXPECT_TRUE(Patient(99, 9419));
+    EXPECT_EQ(remaining(), u"1\n2\n1\n2\n12\n"_s);
 }
 
-TEST_F(Eliminacion, APatientGoesWithItsRowsAndThoseOfOthersStay)
+TEST_F(Deletion, APatientGoesWithItsRowsAndThoseOfOthersStay)
 {
-    std::vector<std::string> tablas{"ArtPlan",   "MAuri",   "MAhemograma", "MAbio",
+    std::vector<std::string> tables{"ArtPlan",   "MAuri",   "MAhemograma", "MAbio",
                                     "MAcultivo", "MAcopro", "Minter",      "MHospedaje"};
-    for (const std::string &tabla : tablas)
-        Sql("insert into " + tabla + " (idm) select idm from mascotas where idc = 1");
-    for (const auto &[tabla, clave] :
+    for (const std::string &table : tables)
+        sql("insert into " + table + " (idm) select idm from mascotas where idc = 1");
+    for (const auto &[table, key] :
          {std::pair{"MEco", "ideco"}, {"MClinica", "idclinica"}, {"MRayos", "idray"}}) {
-        Sql(std::string("insert into ") + tabla + " (idm, " + clave
+        sql(std::string("insert into ") + table + " (idm, " + key
             + ") select idm, idm from mascotas where idc = 1");
-        tablas.push_back(tabla);
+        tables.push_back(table);
     }
-    Sql("insert into consumo (idm, idcat) values (1, 1)");
+    sql("insert into consumo (idm, idcat) values (1, 1)");
     int id = 0;
     for (const int tip : {41, -41, -42, -43, -46, -47, -50, -51, -70, -71, -72, -100})
         s.morvane->Execute("insert into TareasAgenda (id, tip, ida) values (?, ?, 1)", ++id, tip);
@@ -103,93 +105,94 @@ TEST_F(Eliminacion, APatientGoesWithItsRowsAndThoseOfOthersStay)
                  {QTime(10, 0), 41, false, 2},
                  {QTime(10, 0), 41, false, std::nullopt}};
     s.IdGlobal = {1, 1};
-    EXPECT_TRUE(Paciente(1));
+    EXPECT_TRUE(Patient(1));
 
-    for (const std::string &tabla : tablas)
-        EXPECT_EQ(Filas(*s.clientes, "select idm from " + tabla), u"2\n"_s) << tabla;
-    EXPECT_EQ(Filas(*s.clientes, "select idm from consumo"), u"1\n"_s);
+    for (const std::string &table : tables)
+        EXPECT_EQ(allRows(*s.clientes, "select idm from " + table), u"2\n"_s) << table;
+    EXPECT_EQ(allRows(*s.clientes, "select idm from consumo"), u"1\n"_s);
     // What is about a client, a user or the kennels has the same number for another reason.
-    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda order by id"),
+    EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda order by id"),
               u"-43\n-47\n-70\n-71\n-72\n-100\n41\n"_s);
-    QString atendidas;
-    for (const Alarma &a : s.Alarmas)
-        atendidas += a.atendida ? u'1' : u'0';
-    EXPECT_EQ(atendidas, u"1000"_s);
-    EXPECT_EQ(Quedan(), u"1\n2\n2\n12\n"_s);
+    QString attended;
+    for (const store::Alarm &a : s.Alarmas)
+        attended += a.attended ? u'1' : u'0';
+    EXPECT_EQ(attended, u"1000"_s);
+    EXPECT_EQ(remaining(), u"1\n2\n2\n12\n"_s);
     EXPECT_EQ(s.IdGlobal.idc, 1);
     EXPECT_EQ(s.IdGlobal.idm, 0);
 }
 
-TEST_F(Eliminacion, ImageFilesGoWithTheirPatientWhateverTheirLetterCase)
+TEST_F(Deletion, ImageFilesGoWithTheirPatientWhateverTheirLetterCase)
 {
-    Sql("update mascotas set fot = -1 where idm = 1");
-    Sql("insert into mclinica (idm, idclinica, cantfotos) values (1, 70, 2)");
-    Sql("insert into meco (idm, ideco, cantfotos) values (1, 8, 1)");
-    Sql("insert into mrayos (idm, idray, ray) values (1, 9, -1)");
-    Sql("insert into mrayos (idm, idray, ray) values (1, 10, 0)");
+    sql("update mascotas set fot = -1 where idm = 1");
+    sql("insert into mclinica (idm, idclinica, cantfotos) values (1, 70, 2)");
+    sql("insert into meco (idm, ideco, cantfotos) values (1, 8, 1)");
+    sql("insert into mrayos (idm, idray, ray) values (1, 9, -1)");
+    sql("insert into mrayos (idm, idray, ray) values (1, 10, 0)");
     for (const char16_t *n :
          {u"FOT/1.BMP", u"FOT/2.bmp", u"cli/1701.bmp", u"cli/1702.Bmp", u"cli/1703.bmp",
           u"eco/181.bmp", u"eco/281.bmp", u"ray/19.bmp", u"ray/110.bmp"})
-        Archivo(QString::fromUtf16(n));
-    EXPECT_TRUE(Paciente(1));
+        fileOf(QString::fromUtf16(n));
+    EXPECT_TRUE(Patient(1));
     // More images than the row counts, and what has no image by its row, are not the patient's.
-    EXPECT_EQ(Archivos(), u"cli/1703.bmp eco/281.bmp fot/2.bmp ray/110.bmp"_s);
+    EXPECT_EQ(files(), u"cli/1703.bmp eco/281.bmp fot/2.bmp ray/110.bmp"_s);
 }
 
-TEST_F(Eliminacion, AnImageWhoseNameIsAlsoAnotherPatientsStays)
+TEST_F(Deletion, AnImageWhoseNameIsAlsoAnotherPatientsStays)
 {
     // 1 + 23 + 1 and 12 + 3 + 1 are one name.
-    Sql("insert into mclinica (idm, idclinica, cantfotos) values (1, 23, 1)");
-    Sql("insert into mclinica (idm, idclinica, cantfotos) values (12, 3, 1)");
-    Sql("insert into mrayos (idm, idray, ray) values (1, 25, -1)");
-    Sql("insert into mrayos (idm, idray, ray) values (12, 5, -1)");
-    Archivo(u"cli/1231.bmp"_s);
-    Archivo(u"ray/125.bmp"_s);
-    EXPECT_TRUE(Paciente(1));
-    EXPECT_EQ(Archivos(), u"cli/1231.bmp ray/125.bmp"_s);
-    EXPECT_TRUE(Paciente(12));
-    EXPECT_EQ(Archivos(), QString());
+    sql("insert into mclinica (idm, idclinica, cantfotos) values (1, 23, 1)");
+    sql("insert into mclinica (idm, idclinica, cantfotos) values (12, 3, 1)");
+    sql("insert into mrayos (idm, idray, ray) values (1, 25, -1)");
+    sql("insert into mrayos (idm, idray, ray) values (12, 5, -1)");
+    fileOf(u"cli/1231.bmp"_s);
+    fileOf(u"ray/125.bmp"_s);
+    EXPECT_TRUE(Patient(1));
+    EXPECT_EQ(files(), u"cli/1231.bmp ray/125.bmp"_s);
+    EXPECT_TRUE(Patient(12));
+    EXPECT_EQ(files(), QString());
 }
 
-TEST_F(Eliminacion, AClientGoesWithItsPatientsAndItsMembership)
+TEST_F(Deletion, AClientGoesWithItsPatientsAndItsMembership)
 {
-    Sql("update clientes set obra = 3 where idc = 1");
-    Sql("update mascotas set fot = -1");
-    Sql("insert into artplan (idm) select idm from mascotas");
+    sql("update clientes set obra = 3 where idc = 1");
+    sql("update mascotas set fot = -1");
+    sql("insert into artplan (idm) select idm from mascotas");
     for (const int idm : {1, 2, 12})
-        Archivo(u"fot/%1.bmp"_s.arg(idm));
+        fileOf(u"fot/%1.bmp"_s.arg(idm));
     {
-        Base &os = AbrirAuxiliar(s, u"os"_s);
+        Base &os = store::openScratch(s, u"os"_s);
         for (const int idc : {1, 2}) {
             os.Execute("insert into Socios (idc) values (?)", idc);
             os.Execute("insert into MascotasAsociadas (idm, idc) values (?, ?)", idc, idc);
         }
-        CerrarAuxiliar(s);
+        store::closeScratch(s);
     }
-    QStringList avance;
-    s.avance.etapa = [&](const QString &t) { avance << t; };
-    s.avance.barra = [&](int hecho, int total) { avance << u"%1/%2"_s.arg(hecho).arg(total); };
+    QStringList progress;
+    s.progress.stage = [&](const QString &t) { progress << t; };
+    s.progress.bar = [&](int done, int total) { progress << u"%1/%2"_s.arg(done).arg(total); };
     s.IdGlobal = {1, 2};
-    EXPECT_TRUE(Cliente(1));
-    EXPECT_EQ(avance.join(u' '), s(9422) + u" 1/2 2/2"_s);
-    EXPECT_EQ(Quedan(), u"2\n12\n"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select idm from artplan"), u"12\n"_s);
-    EXPECT_EQ(Archivos(), u"fot/12.bmp"_s);
+    EXPECT_TRUE(Client(1));
+    EXPECT_EQ(progress.join(u' '), s(text::Deleting) + u" 1/2 2/2"_s);
+    EXPECT_EQ(remaining(), u"2\n12\n"_s);
+    EXPECT_EQ(allRows(*s.clientes, "select idm from artplan"), u"12\n"_s);
+    EXPECT_EQ(files(), u"fot/12.bmp"_s);
     EXPECT_EQ(s.IdGlobal.idc, 0);
     EXPECT_EQ(s.IdGlobal.idm, 0);
-    EXPECT_FALSE(s.auxiliar);
-    Base &os = AbrirAuxiliar(s, u"os"_s);
-    EXPECT_EQ(Filas(os, "select idc from socios") + Filas(os, "select idc from MascotasAsociadas"),
+    EXPECT_FALSE(s.scratch);
+    Base &os = store::openScratch(s, u"os"_s);
+    EXPECT_EQ(allRows(os, "select idc from socios")
+                  + allRows(os, "select idc from MascotasAsociadas"),
               u"2\n2\n"_s);
 }
 
-TEST_F(Eliminacion, WithoutTheMembersDatabaseNothingIsDeleted)
+TEST_F(Deletion, WithoutTheMembersDatabaseNothingIsDeleted)
 {
-    Sql("update clientes set obra = 3 where idc = 1");
-    Sql("update mascotas set fot = -1");
-    Archivo(u"fot/1.bmp"_s);
-    ASSERT_TRUE(QFile::remove(carpeta.path() + u"/os.mdb"_s));
-    EXPECT_THROW(Cliente(1), ErrorDeAlmacen);
-    EXPECT_EQ(Quedan(), u"1\n2\n1\n2\n12\n"_s);
-    EXPECT_EQ(Archivos(), u"fot/1.bmp"_s);
+    sql("update clientes set obra = 3 where idc = 1");
+    sql("update mascotas set fot = -1");
+    fileOf(u"fot/1.bmp"_s);
+    ASSERT_TRUE(QFile::remove(folder.path() + u"/os.mdb"_s));
+    EXPECT_THROW(Client(1), store::StoreError);
+    EXPECT_EQ(remaining(), u"1\n2\n1\n2\n12\n"_s);
+    EXPECT_EQ(files(), u"fot/1.bmp"_s);
 }

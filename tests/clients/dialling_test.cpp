@@ -1,6 +1,8 @@
 #include "clients/dialling.h"
 #include "clients/frmtel.h"
 #include "support/clinic.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -10,6 +12,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -19,130 +22,130 @@ namespace
 struct Modem {
     Modem()
     {
-        EXPECT_TRUE(extremo >= 0 && grantpt(extremo) == 0 && unlockpt(extremo) == 0);
-        puerto = QString::fromLocal8Bit(ptsname(extremo));
+        EXPECT_TRUE(end >= 0 && grantpt(end) == 0 && unlockpt(end) == 0);
+        port = QString::fromLocal8Bit(ptsname(end));
     }
-    ~Modem() { Desenchufar(); }
-    void Desenchufar()
+    ~Modem() { unplug(); }
+    void unplug()
     {
-        if (extremo >= 0)
-            ::close(std::exchange(extremo, -1));
+        if (end >= 0)
+            ::close(std::exchange(end, -1));
     }
-    void Contesta(const QByteArray &texto)
+    void answers(const QByteArray &text)
     {
-        EXPECT_EQ(::write(extremo, texto.constData(), size_t(texto.size())), texto.size());
+        EXPECT_EQ(::write(end, text.constData(), size_t(text.size())), text.size());
     }
     /// The command that it is told.
-    QByteArray Orden()
+    QByteArray orderOf()
     {
-        QByteArray oido;
+        QByteArray ear;
         EXPECT_TRUE(QTest::qWaitFor([&] {
-            char tramo[256];
-            for (ssize_t n; (n = ::read(extremo, tramo, sizeof tramo)) > 0;)
-                oido.append(tramo, n);
-            return oido.endsWith('\r');
+            char section[256];
+            for (ssize_t n; (n = ::read(end, section, sizeof section)) > 0;)
+                ear.append(section, n);
+            return ear.endsWith('\r');
         }));
-        return oido;
+        return ear;
     }
 
-    int extremo = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-    QString puerto;
+    int end = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    QString port;
 };
 
-class Marcado : public testing::Test
+class Marked : public testing::Test
 {
 protected:
-    Marcado()
+    Marked()
     {
-        QObject::connect(&marcador, &Marcador::marcado, [this] { sucesos << u"OK"_s; });
-        QObject::connect(&marcador, &Marcador::fallado,
-                         [this](const QString &motivo) { sucesos << u"falla:"_s + motivo; });
+        QObject::connect(&dialler, &Dialler::marked, [this] { events << u"OK"_s; });
+        QObject::connect(&dialler, &Dialler::failed,
+                         [this](const QString &reason) { events << u"falla:"_s + reason; });
     }
-    QString Suceso()
+    QString event()
     {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !sucesos.isEmpty(); }));
-        return std::exchange(sucesos, {}).join(u' ');
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !events.isEmpty(); }));
+        return std::exchange(events, {}).join(u' ');
     }
-    bool NadaSucede()
+    bool nothingHappens()
     {
         QTest::qWait(100);
-        return sucesos.isEmpty();
+        return events.isEmpty();
     }
 
     Modem modem;
-    QStringList sucesos;
-    Marcador marcador;
+    QStringList events;
+    Dialler dialler;
 };
 
 } // namespace
 
-TEST_F(Marcado, DialsTheNumberAndHangsUpWhenTold)
+TEST_F(Marked, DialsTheNumberAndHangsUpWhenTold)
 {
-    ASSERT_TRUE(marcador.Llamar(modem.puerto, u"+598 99-123\r456"_s));
-    EXPECT_EQ(modem.Orden(), "ATDT+59899123456;\r");
-    modem.Contesta("ATDT+59899123456;\r\r\nO"); // the echo, and an answer in two pieces
-    EXPECT_TRUE(NadaSucede());
-    modem.Contesta("K\r\n");
-    EXPECT_EQ(Suceso(), u"OK"_s);
-    EXPECT_TRUE(marcador.Abierto());
+    ASSERT_TRUE(dialler.call(modem.port, u"+598 99-123\r456"_s));
+    EXPECT_EQ(modem.orderOf(), "ATDT+59899123456;\r");
+    modem.answers("ATDT+59899123456;\r\r\nO"); // the echo, and an answer in two pieces
+    EXPECT_TRUE(nothingHappens());
+    modem.answers("K\r\n");
+    EXPECT_EQ(event(), u"OK"_s);
+    EXPECT_TRUE(dialler.isOpen());
 
     // The same call once more, on the open port.
-    ASSERT_TRUE(marcador.Llamar(modem.puerto, u"123"_s));
-    EXPECT_EQ(modem.Orden(), "ATDT123;\r");
-    marcador.Terminar();
-    EXPECT_FALSE(marcador.Abierto());
-    EXPECT_EQ(modem.Orden(), "ATH\r");
-    modem.Contesta("OK\r\n"); // to nobody
-    EXPECT_TRUE(NadaSucede());
+    ASSERT_TRUE(dialler.call(modem.port, u"123"_s));
+    EXPECT_EQ(modem.orderOf(), "ATDT123;\r");
+    dialler.finish();
+    EXPECT_FALSE(dialler.isOpen());
+    EXPECT_EQ(modem.orderOf(), "ATH\r");
+    modem.answers("OK\r\n"); // to nobody
+    EXPECT_TRUE(nothingHappens());
 }
 
-TEST_F(Marcado, TellsWhatTheModemRefuses)
+TEST_F(Marked, TellsWhatTheModemRefuses)
 {
-    for (const char *respuesta : {"BUSY", "NO DIALTONE", "NO CARRIER", "ERROR"}) {
-        ASSERT_TRUE(marcador.Llamar(modem.puerto, u"123"_s));
-        modem.Orden();
-        modem.Contesta("\r\n" + QByteArray(respuesta) + "\r\n");
-        EXPECT_EQ(Suceso(), u"falla:"_s + QString::fromLatin1(respuesta));
+    for (const char *answer : {"BUSY", "NO DIALTONE", "NO CARRIER", "ERROR"}) {
+        ASSERT_TRUE(dialler.call(modem.port, u"123"_s));
+        modem.orderOf();
+        modem.answers("\r\n" + QByteArray(answer) + "\r\n");
+        EXPECT_EQ(event(), u"falla:"_s + QString::fromLatin1(answer));
     }
 }
 
-TEST_F(Marcado, AModemThatStaysSilentIsGivenUp)
+TEST_F(Marked, AModemThatStaysSilentIsGivenUp)
 {
-    marcador.FijarEspera(std::chrono::milliseconds(50));
-    ASSERT_TRUE(marcador.Llamar(modem.puerto, u"123"_s));
-    EXPECT_EQ(Suceso(), u"falla:"_s);
-    modem.Contesta("OK\r\n"); // too late
-    EXPECT_TRUE(NadaSucede());
+    dialler.setWait(std::chrono::milliseconds(50));
+    ASSERT_TRUE(dialler.call(modem.port, u"123"_s));
+    EXPECT_EQ(event(), u"falla:"_s);
+    modem.answers("OK\r\n"); // too late
+    EXPECT_TRUE(nothingHappens());
 }
 
-TEST_F(Marcado, AModemThatIsPulledOutFails)
+TEST_F(Marked, AModemThatIsPulledOutFails)
 {
-    ASSERT_TRUE(marcador.Llamar(modem.puerto, u"123"_s));
-    modem.Orden();
-    modem.Desenchufar();
-    EXPECT_TRUE(Suceso().startsWith(u"falla:"));
-    EXPECT_FALSE(marcador.Abierto());
-    EXPECT_FALSE(marcador.Error().isEmpty());
+    ASSERT_TRUE(dialler.call(modem.port, u"123"_s));
+    modem.orderOf();
+    modem.unplug();
+    EXPECT_TRUE(event().startsWith(u"falla:"));
+    EXPECT_FALSE(dialler.isOpen());
+    EXPECT_FALSE(dialler.error().isEmpty());
 }
 
-TEST_F(Marcado, APortThatIsNotThereOrANumberWithoutDigitsIsRefused)
+TEST_F(Marked, APortThatIsNotThereOrANumberWithoutDigitsIsRefused)
 {
-    EXPECT_FALSE(marcador.Llamar(u"/dev/no-such-port"_s, u"123"_s));
-    EXPECT_FALSE(marcador.Error().isEmpty());
-    EXPECT_FALSE(marcador.Llamar(modem.puerto, u"-"_s));
-    EXPECT_FALSE(marcador.Abierto());
-    EXPECT_TRUE(sucesos.isEmpty());
+    EXPECT_FALSE(dialler.call(u"/dev/no-such-port"_s, u"123"_s));
+    EXPECT_FALSE(dialler.error().isEmpty());
+    EXPECT_FALSE(dialler.call(modem.port, u"-"_s));
+    EXPECT_FALSE(dialler.isOpen());
+    EXPECT_TRUE(events.isEmpty());
 }
 
-TEST(NumeroParaMarcar, TakesTheFirstNumberOfTheBox)
+TEST(NumberToDial, TakesTheFirstNumberOfTheBox)
 {
-    EXPECT_EQ(NumeroParaMarcar(u"(0341) 422-555, 155"_s), u"0341422555"_s);
-    EXPECT_EQ(NumeroParaMarcar(u"+54 9+1"_s), u"+5491"_s);
-    EXPECT_EQ(NumeroParaMarcar(u"pedir, 155"_s), u"155"_s);
-    EXPECT_EQ(NumeroParaMarcar(u"no tiene +"_s), QString());
+    EXPECT_EQ(NumberToDial(u"(0341) 422-555, 155"_s), u"0341422555"_s);
+    EXPECT_EQ(NumberToDial(u"+54 9+1"_s), u"+5491"_s);
+    EXPECT_EQ(NumberToDial(u"pedir, 155"_s), u"155"_s);
+    EXPECT_EQ(NumberToDial(u"no tiene +"_s), QString());
 }
 
-TEST_F(Clinica, FrmTelDialsAndHangsUpWhenItIsClosed)
+TEST_F(Clinic, FrmTelDialsAndHangsUpWhenItIsClosed)
 {
     Modem modem;
     frmTel form(s);
@@ -153,20 +156,20 @@ TEST_F(Clinica, FrmTelDialsAndHangsUpWhenItIsClosed)
     };
     form.opened({{u"numeros"_s, QStringList{u"5551234"_s}}});
     form.show();
-    EXPECT_TRUE(dial(u"/dev/nowhere"_s).startsWith(s(9541)));
-    EXPECT_EQ(dial(modem.puerto), s(4405) + u"5551234"_s);
-    EXPECT_EQ(modem.Orden(), "ATDT5551234;\r");
-    modem.Contesta("\r\nOK\r\n");
+    EXPECT_TRUE(dial(u"/dev/nowhere"_s).startsWith(s(text::CallFailed)));
+    EXPECT_EQ(dial(modem.port), s(text::DiallingTitle) + u"5551234"_s);
+    EXPECT_EQ(modem.orderOf(), "ATDT5551234;\r");
+    modem.answers("\r\nOK\r\n");
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return form.findChild<QLabel *>(u"lblEstado"_s)->text() == s(9540); }));
+        [&] { return form.findChild<QLabel *>(u"lblEstado"_s)->text() == s(text::CallDialled); }));
     form.findChild<QPushButton *>(u"cmdTerminar"_s)->click();
-    EXPECT_EQ(modem.Orden(), "ATH\r");
+    EXPECT_EQ(modem.orderOf(), "ATH\r");
 
     // The port is remembered: the next call begins by itself.
     form.close();
     form.opened({{u"numeros"_s, QStringList{u"777"_s}}});
     form.show();
-    EXPECT_EQ(modem.Orden(), "ATDT777;\r");
+    EXPECT_EQ(modem.orderOf(), "ATDT777;\r");
     form.close();
-    EXPECT_EQ(modem.Orden(), "ATH\r");
+    EXPECT_EQ(modem.orderOf(), "ATH\r");
 }

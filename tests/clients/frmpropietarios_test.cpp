@@ -2,6 +2,9 @@
 #include "clients/photos.h"
 #include "clients/registry.h"
 #include "support/clinic.h"
+#include "texts/clients.h"
+#include "texts/texts.h"
+#include "texts/ui.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/theme.h"
@@ -17,17 +20,18 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 // Readable failures.
-void PrintTo(const QString &text, std::ostream *out) { *out << text.toStdString(); }
+void printTo(const QString &text, std::ostream *out) { *out << text.toStdString(); }
 
 namespace
 {
 
 /// Notes that it was opened, for which client and patient, and shows nothing.
-struct Pantalla : FormBase {
-    Pantalla(Sesion &s, const QString &name, QStringList &log) : FormBase(s, name), m_log(log) {}
+struct Screen : ui::FormBase {
+    Screen(Sesion &s, const QString &name, QStringList &log) : ui::FormBase(s, name), m_log(log) {}
     void opened(const QVariantMap &) override
     {
         m_log << objectName() + u" %1/%2"_s.arg(m_s.IdGlobal.idc).arg(m_s.IdGlobal.idm);
@@ -36,31 +40,31 @@ struct Pantalla : FormBase {
     QStringList &m_log;
 };
 
-class Propietarios : public Clinica
+class Owners : public Clinic
 {
 protected:
-    explicit Propietarios(Idioma idioma = Idioma::Ingles) : Clinica(idioma)
+    explicit Owners(store::Language language = store::Language::English) : Clinic(language)
     {
-        s.carpetaDePrograma = carpeta.path() + u"/programa/"_s;
-        QDir().mkpath(s.carpetaDePrograma);
+        s.programFolder = folder.path() + u"/programa/"_s;
+        QDir().mkpath(s.programFolder);
         s.clientes->Execute("delete * from clientes");
         s.clientes->Execute("delete * from mascotas");
     }
 
     int client(const QString &ayn, const QString &tel = {})
     {
-        FichaDeCliente f;
+        ClientRecord f;
         f.ayn = ayn;
         f.tel2 = tel;
-        return AgregarCliente(s, f).id;
+        return addClient(s, f).id;
     }
     int patient(int idc, const QString &nom, bool dec = false)
     {
-        FichaDePaciente f;
+        PatientRecord f;
         f.idc = idc;
         f.nom = nom;
         f.dec = dec;
-        return AgregarPaciente(s, f, true).id;
+        return addPatient(s, f, true).id;
     }
 
     void show()
@@ -89,19 +93,19 @@ protected:
     QString text(const QString &name) { return get<QLineEdit>(name)->text(); }
     QString hint() { return get<QLabel>(u"Ayu"_s)->text(); }
     QString info(const QString &name) { return get<QPlainTextEdit>(name)->toPlainText(); }
-    Grilla *clients() { return get<Grilla>(u"GClientes"_s); }
-    Grilla *patients() { return get<Grilla>(u"GMascotas"_s); }
-    QString shownClient() { return clients()->Modelo()->TextoDeCelda(clients()->FilaActual(), 1); }
+    ui::Grid *clients() { return get<ui::Grid>(u"GClientes"_s); }
+    ui::Grid *patients() { return get<ui::Grid>(u"GMascotas"_s); }
+    QString shownClient() { return clients()->gridModel()->cellText(clients()->currentRow(), 1); }
     QString shownPatient()
     {
-        return patients()->Modelo()->TextoDeCelda(patients()->FilaActual(), 0);
+        return patients()->gridModel()->cellText(patients()->currentRow(), 0);
     }
-    QString rows(std::string_view sql) { return Filas(*s.clientes, sql); }
+    QString rows(std::string_view sql) { return allRows(*s.clientes, sql); }
     QStringList names()
     {
         QStringList all;
-        for (int row = 0; row < clients()->Modelo()->Filas(); ++row)
-            all << clients()->Modelo()->TextoDeCelda(row, 1);
+        for (int row = 0; row < clients()->gridModel()->allRows(); ++row)
+            all << clients()->gridModel()->cellText(row, 1);
         return all;
     }
     QString focus()
@@ -170,19 +174,19 @@ protected:
 
     QStringList log;
     bool linkOpens = true;
-    Formularios forms;
+    ui::FormRegistry forms;
     std::unique_ptr<frmPropietarios> form;
 };
 
-class EnCastellano : public Propietarios
+class InSpanish : public Owners
 {
 protected:
-    EnCastellano() : Propietarios(Idioma::Espanol) {}
+    InSpanish() : Owners(store::Language::Spanish) {}
 };
 
 } // namespace
 
-TEST_F(Propietarios, ANewClientWithTwoPatientsByTheKeyboardAlone)
+TEST_F(Owners, ANewClientWithTwoPatientsByTheKeyboardAlone)
 {
     client(u"Zabala"_s);
     client(u"Abad"_s);
@@ -216,36 +220,36 @@ TEST_F(Propietarios, ANewClientWithTwoPatientsByTheKeyboardAlone)
     EXPECT_EQ(rows("select nom from email"), u"kelvara.example\n"_s);
 }
 
-TEST_F(Propietarios, WhatIsRefusedKeepsWhatWasTyped)
+TEST_F(Owners, WhatIsRefusedKeepsWhatWasTyped)
 {
     client(u"Abad"_s);
     show();
     alt(Qt::Key_N);
-    ask.Espera(s(2259));
+    ask.wait(s(text::PleaseEnterName));
     click(u"cmdagregar"_s);
     EXPECT_EQ(focus(), u"txtayn"_s);
-    ask.Espera(s(4624)); // the apostrophe
+    ask.wait(s(text::ApostropheRefused)); // the apostrophe
     type(u"D'Elia\r"_s);
     EXPECT_EQ(text(u"txtayn"_s), u"DElia"_s);
     key(Qt::Key_Return);
-    ask.Espera(s(2252));
+    ask.wait(s(text::SubregionIsNumber));
     type(u"25\r"_s);
     EXPECT_EQ(focus(), u"cmbloc"_s);
     EXPECT_EQ(get<QComboBox>(u"cmbloc"_s)->currentText(), u"25"_s);
     type(u" de Mayo"_s);
-    ask.Espera(s(4624));
+    ask.wait(s(text::ApostropheRefused));
     type(u"'\r"_s);
     click(u"cmdagregar"_s);
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"DElia"_s}));
 
     alt(Qt::Key_W);
     type(u"Sol"_s);
-    ask.Espera(s(9300));
+    ask.wait(s(text::InvalidDate));
     typeInto(get(u"Msknac"_s), u"99999999\r"_s);
     EXPECT_EQ(text(u"txtnom"_s), u"Sol"_s);
 }
 
-TEST_F(Propietarios, ATelephoneThatIsThereAlready)
+TEST_F(Owners, ATelephoneThatIsThereAlready)
 {
     const int first = client(u"Abad"_s, u"555"_s);
     client(u"Ruiz"_s);
@@ -257,20 +261,20 @@ TEST_F(Propietarios, ATelephoneThatIsThereAlready)
         typeInto(get(u"txttel"_s), u"555"_s);
         alt(Qt::Key_S);
     };
-    ask.Espera(s(2257) + u" 555"_s, false);
+    ask.wait(s(text::SameClientTelephone) + u" 555"_s, false);
     enter(u"Abad again"_s);
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Ruiz"_s}));
     EXPECT_EQ(s.IdGlobal.idc, first);
     EXPECT_EQ(shownClient(), u"Abad"_s);
-    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9478));
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(text::NewClientButton));
 
-    ask.Espera(s(2258), true);
+    ask.wait(s(text::SameClientAdvice), true);
     enter(u"Abad brother"_s);
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Abad brother"_s, u"Ruiz"_s}));
     EXPECT_EQ(shownClient(), u"Abad brother"_s);
 }
 
-TEST_F(Propietarios, OwnersAreFoundByNameIdAndTelephone)
+TEST_F(Owners, OwnersAreFoundByNameIdAndTelephone)
 {
     for (const QString &name : {u"Álvarez"_s, u"alvear"_s, u"*Star"_s, u"#1 Dog"_s, u"[New] Farm"_s,
                                 u"What?"_s, u"Zabala"_s, u"Ñandú"_s})
@@ -284,7 +288,8 @@ TEST_F(Propietarios, OwnersAreFoundByNameIdAndTelephone)
     for (const auto &[typed, owner] : found) {
         search(typed);
         EXPECT_EQ(shownClient(), owner) << typed.toStdString();
-        EXPECT_EQ(hint(), s(2243) + u' ' + owner + u' ' + s(2244));
+        EXPECT_EQ(hint(),
+                  s(text::ClientSearchFound) + u' ' + owner + u' ' + s(text::ClientSearchHelp));
         EXPECT_EQ(text(u"txtayn"_s), owner);
     }
     // On the way the beginning is found; where nothing is (00007 is a telephone), the row stays.
@@ -293,27 +298,28 @@ TEST_F(Propietarios, OwnersAreFoundByNameIdAndTelephone)
         {u"00007"_s, u"What?"_s}, {u"123456"_s, u"Zabala"_s}, {u"99999999999"_s, u"Zabala"_s}};
     for (const auto &[typed, owner] : notFound) {
         search(typed);
-        EXPECT_EQ(hint(), (s(2245) + typed).trimmed());
+        EXPECT_EQ(hint(), (s(text::ClientSearchNotFound) + typed).trimmed());
         EXPECT_EQ(shownClient(), owner) << typed.toStdString();
     }
     key(Qt::Key_A, Qt::ControlModifier);
     key(Qt::Key_Delete);
-    EXPECT_EQ(hint(), s(9458));
+    EXPECT_EQ(hint(), s(text::ClientSearchIsBlank));
 }
 
-TEST_F(Propietarios, ArrowsWalkTheClientsAndEnterOpensTheMenu)
+TEST_F(Owners, ArrowsWalkTheClientsAndEnterOpensTheMenu)
 {
     const int abad = client(u"Abad"_s), ruiz = client(u"Ruiz"_s);
-    const int luna = patient(ruiz, u"Luna"_s);
+    const int moon = patient(ruiz, u"Luna"_s);
     for (const QString &name : {u"frmventas"_s, u"frmos"_s, u"frmficha"_s})
-        forms.Registrar(name, [this, name] { return new Pantalla(s, name, log); });
+        forms.enrol(name, [this, name] { return new Screen(s, name, log); });
     show();
     EXPECT_EQ(selection(), u"%1/0"_s.arg(abad));
     key(Qt::Key_Down);
-    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna));
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(moon));
     EXPECT_EQ(focus(), u"Txtapellidob"_s);
     rest();
-    EXPECT_TRUE(info(u"txtinfoCliente"_s).startsWith(s(2273))) << "what is told beside the client";
+    EXPECT_TRUE(info(u"txtinfoCliente"_s).startsWith(s(text::LastVisitShort)))
+        << "what is told beside the client";
 
     auto *menu = get<QMenu>(u"menuRapido"_s);
     const QString here = u' ' + selection();
@@ -341,11 +347,11 @@ TEST_F(Propietarios, ArrowsWalkTheClientsAndEnterOpensTheMenu)
     EXPECT_EQ(taken(), QStringList{u"frmficha"_s + here});
 }
 
-TEST_F(Propietarios, PatientsAreFoundHereAndAmongAllClients)
+TEST_F(Owners, PatientsAreFoundHereAndAmongAllClients)
 {
     const int abad = client(u"Abad"_s), ruiz = client(u"Ruiz"_s);
     patient(abad, u"Bola"_s);
-    const int luna = patient(abad, u"Luna"_s), luna2 = patient(ruiz, u"Luna"_s);
+    const int moon = patient(abad, u"Luna"_s), luna2 = patient(ruiz, u"Luna"_s);
     const int star = patient(ruiz, u"*Sol"_s, true);
     patient(ruiz, u"Ñandú"_s);
     show();
@@ -355,29 +361,29 @@ TEST_F(Propietarios, PatientsAreFoundHereAndAmongAllClients)
         typeInto(box, what);
     };
     look(u"lu"_s);
-    EXPECT_EQ(s.IdGlobal.idm, luna);
+    EXPECT_EQ(s.IdGlobal.idm, moon);
     look(u"b*a"_s);
-    EXPECT_EQ(hint(), s(9459) + u" Bola"_s);
+    EXPECT_EQ(hint(), s(text::PatientFoundHere) + u" Bola"_s);
     look(u"*s"_s);
-    EXPECT_EQ(hint(), s(9460) + u" *s"_s);
+    EXPECT_EQ(hint(), s(text::PatientNotFoundHere) + u" *s"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(star)) << "the only one, with its owner";
-    EXPECT_EQ(shownPatient(), u"*Sol · "_s + s(9467));
+    EXPECT_EQ(shownPatient(), u"*Sol · "_s + s(text::Deceased));
     look(u"nandu"_s);
-    EXPECT_EQ(hint(), s(9459) + u" Ñandú"_s);
-    ask.EsperaSeleccion(s(9462), QList<int>{1});
+    EXPECT_EQ(hint(), s(text::PatientFoundHere) + u" Ñandú"_s);
+    ask.expectSelection(s(text::RegistryChoosePatient), QList<int>{1});
     look(u"Luna"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna2));
-    ask.EsperaSeleccion(s(9462), std::nullopt);
+    ask.expectSelection(s(text::RegistryChoosePatient), std::nullopt);
     key(Qt::Key_Return);
     EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna2));
     look(u"Nobody"_s);
     key(Qt::Key_Return);
-    EXPECT_EQ(hint(), s(9461) + u" Nobody"_s);
+    EXPECT_EQ(hint(), s(text::NoPatientBeginsWith) + u" Nobody"_s);
 }
 
-TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
+TEST_F(InSpanish, AModeLocksTheRestAndIsLeftFirst)
 {
     const int abad = client(u"Abad"_s);
     patient(abad, u"Luna"_s);
@@ -390,7 +396,7 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
                                 u"cmdnuevomas"_s, u"cmdmodificarmas"_s, u"cmdMail"_s})
         EXPECT_FALSE(get(name)->isEnabled()) << name.toStdString();
     key(Qt::Key_Escape); // nothing was typed: no question
-    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9478));
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(text::NewClientButton));
     EXPECT_EQ(text(u"txtayn"_s), u"Abad"_s) << "the row is back";
     EXPECT_TRUE(form->isVisible());
 
@@ -398,10 +404,10 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
     EXPECT_EQ(button(u"cmdmodificarmas"_s)->text(), u"Cancelar"_s);
     EXPECT_FALSE(button(u"cmdNuevo"_s)->isEnabled());
     type(u"Otra"_s);
-    ask.Espera(s(9515), true);
+    ask.wait(s(text::LeaveUnsavedQuestion), true);
     key(Qt::Key_Escape);
     EXPECT_EQ(text(u"txtnom"_s), u"Otra"_s);
-    ask.Espera(s(9515), false);
+    ask.wait(s(text::LeaveUnsavedQuestion), false);
     form->close();
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(text(u"txtnom"_s), u"Luna"_s);
@@ -410,28 +416,28 @@ TEST_F(EnCastellano, AModeLocksTheRestAndIsLeftFirst)
     EXPECT_FALSE(form->isVisible());
 }
 
-TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
+TEST_F(Owners, ComingBackFollowsWhatOthersDid)
 {
     client(u"Abad"_s);
     const int ruiz = client(u"Ruiz"_s);
-    const int luna = patient(ruiz, u"Luna"_s), sol = patient(ruiz, u"Sol"_s);
+    const int moon = patient(ruiz, u"Luna"_s), sol = patient(ruiz, u"Sol"_s);
     show();
     comeBackTo(ruiz, sol);
     EXPECT_EQ(shownClient() + u'/' + shownPatient(), u"Ruiz/Sol"_s);
-    comeBackTo(ruiz, luna);
+    comeBackTo(ruiz, moon);
     EXPECT_EQ(shownPatient(), u"Luna"_s);
 
     {
-        Sesion other(ask, impresion, Idioma::Ingles);
+        Sesion other(ask, impresion, store::Language::English);
         other.reloj = s.reloj;
-        FijarCarpetaDeDatos(other, carpeta.path());
-        ASSERT_FALSE(AbrirAlmacen(other));
-        FichaDeCliente f = *LeerCliente(other, ruiz);
+        store::setDataFolder(other, folder.path());
+        ASSERT_FALSE(store::openStore(other));
+        ClientRecord f = *readClient(other, ruiz);
         f.ayn = u"Aguirre"_s;
-        ASSERT_FALSE(ModificarCliente(other, f));
+        ASSERT_FALSE(modifyClient(other, f));
         f = {};
         f.ayn = u"Zabala"_s;
-        ASSERT_TRUE(AgregarCliente(other, f).id);
+        ASSERT_TRUE(addClient(other, f).id);
     }
     QTest::qWait(250); // other programs' writes are looked for five times a second
     comeBack();
@@ -439,23 +445,23 @@ TEST_F(Propietarios, ComingBackFollowsWhatOthersDid)
     EXPECT_EQ(shownClient() + u'/' + shownPatient(), u"Aguirre/Luna"_s);
 
     // A form of this program writes patients and debts.
-    s.clientes->Execute("update mascotas set nom = 'Lola' where idm = ?", luna);
+    s.clientes->Execute("update mascotas set nom = 'Lola' where idm = ?", moon);
     comeBack();
     EXPECT_EQ(shownPatient(), u"Lola"_s);
     s.clientes->Execute("update clientes set deuda = -1 where idc = ?", ruiz);
     comeBack();
-    EXPECT_EQ(clients()->Modelo()->Fila(clients()->FilaActual()).realce, Realce::Alerta);
+    EXPECT_EQ(clients()->gridModel()->Row(clients()->currentRow()).highlight, ui::Highlight::Alert);
 
-    ask.Espera(s(9544) + u'\n' + s(9545));
+    ask.wait(s(text::SelectionError) + u'\n' + s(text::ClientNotFound));
     comeBackTo(999, 0);
     EXPECT_EQ(s.IdGlobal.idc, ruiz) << "what is shown is what is worked on";
-    ask.Espera(s(9544));
+    ask.wait(s(text::SelectionError));
     comeBackTo(ruiz, 999);
-    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(luna));
+    EXPECT_EQ(selection(), u"%1/%2"_s.arg(ruiz).arg(moon));
     comeBack();
 }
 
-TEST_F(Propietarios, AnotherChoiceWaitsForWhatIsBeingTyped)
+TEST_F(Owners, AnotherChoiceWaitsForWhatIsBeingTyped)
 {
     const int abad = client(u"Abad"_s);
     client(u"Ruiz"_s);
@@ -469,7 +475,7 @@ TEST_F(Propietarios, AnotherChoiceWaitsForWhatIsBeingTyped)
 
     const auto pick = [&](bool giveUp) {
         s.IdGlobal = {abad, 0};
-        ask.Espera(s(9515), !giveUp);
+        ask.wait(s(text::LeaveUnsavedQuestion), !giveUp);
         form->opened({});
         EXPECT_EQ(selection(), own) << "until it is answered";
         rest();
@@ -479,28 +485,28 @@ TEST_F(Propietarios, AnotherChoiceWaitsForWhatIsBeingTyped)
     EXPECT_EQ(selection(), own);
     pick(true);
     EXPECT_EQ(text(u"txtayn"_s), u"Abad"_s);
-    EXPECT_EQ(button(u"cmdmodificar"_s)->text(), s(9479));
+    EXPECT_EQ(button(u"cmdmodificar"_s)->text(), s(text::EditClientButton));
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Ruiz"_s}));
 }
 
-TEST_F(Propietarios, ADraftOutlivesTheProgram)
+TEST_F(Owners, ADraftOutlivesTheProgram)
 {
     const int abad = client(u"Abad"_s);
-    const int luna = patient(abad, u"Luna"_s);
+    const int moon = patient(abad, u"Luna"_s);
     const auto drafts = [this] {
-        return QDir(s.carpetaDePrograma).entryList({u"borrador-*"_s}).size();
+        return QDir(s.programFolder).entryList({u"borrador-*"_s}).size();
     };
     const auto crashAndStart = [&](bool takeUp) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return drafts() == 1; }));
         form.reset();
-        ask.Espera(s(9516), takeUp);
+        ask.wait(s(text::RestoreDraftQuestion), takeUp);
         show();
     };
     show();
     alt(Qt::Key_N);
     type(u"Half a name\rMitre 1"_s);
     crashAndStart(true);
-    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(9484));
+    EXPECT_EQ(button(u"cmdNuevo"_s)->text(), s(text::Cancel));
     EXPECT_EQ(text(u"txtayn"_s) + u'/' + text(u"txtdir"_s), u"Half a name/Mitre 1"_s);
     alt(Qt::Key_S);
     EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Half a name"_s}));
@@ -512,7 +518,7 @@ TEST_F(Propietarios, ADraftOutlivesTheProgram)
     crashAndStart(true);
     EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
     alt(Qt::Key_S);
-    EXPECT_EQ(rows("select idm, nom, ser from mascotas"), u"%1|Lola|1\n"_s.arg(luna));
+    EXPECT_EQ(rows("select idm, nom, ser from mascotas"), u"%1|Lola|1\n"_s.arg(moon));
 
     alt(Qt::Key_D);
     type(u"Lulu"_s);
@@ -521,7 +527,7 @@ TEST_F(Propietarios, ADraftOutlivesTheProgram)
     EXPECT_EQ(drafts(), 0) << "what was declined is not offered again";
 }
 
-TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
+TEST_F(Owners, PlacesBringTheirCodesAndBreedsTheirSpecies)
 {
     for (const char *row :
          {"cldepartamento (id, nom, ctel) values (1, 'Canelones', '433')",
@@ -544,7 +550,7 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     const QString whole = u"Centro|Canelones|91|433"_s;
     EXPECT_EQ(after(u"ce"_s), whole);
     EXPECT_EQ(after(u"x"_s), u"Cex|||"_s) << "what came with the other place";
-    EXPECT_EQ(hint(), s(2254));
+    EXPECT_EQ(hint(), s(text::SubregionNotFound));
     EXPECT_EQ(after(u"\bn"_s), whole);
     key(Qt::Key_A, Qt::ControlModifier);
     key(Qt::Key_Delete);
@@ -566,10 +572,10 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     key(Qt::Key_Down);
     key(Qt::Key_Down);
     EXPECT_EQ(mail->text(), u"ana@kite.example"_s);
-    EXPECT_EQ(clients()->Modelo()->Fila(0).realce, Realce::Aviso);
+    EXPECT_EQ(clients()->gridModel()->Row(0).highlight, ui::Highlight::Notice);
     key(Qt::Key_Return);
     EXPECT_EQ(rows("select faltamail from clientes"), u"0\n"_s);
-    EXPECT_EQ(clients()->Modelo()->Fila(0).realce, Realce::Ninguno);
+    EXPECT_EQ(clients()->gridModel()->Row(0).highlight, ui::Highlight::None);
     alt(Qt::Key_S);
     EXPECT_EQ(rows("select loc, dep, email from clientes"), u"5|1|ana@kite.example\n"_s);
 
@@ -589,41 +595,41 @@ TEST_F(Propietarios, PlacesBringTheirCodesAndBreedsTheirSpecies)
     EXPECT_EQ(rows("select raz, esp from mascotas"), u"7|2\n"_s);
 }
 
-TEST_F(Propietarios, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)
+TEST_F(Owners, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)
 {
     client(u"Abad"_s);
     const int ruiz = client(u"Ruiz"_s);
     for (const QString &name : {u"Luna"_s, u"Mora"_s, u"Sol"_s})
         patient(ruiz, name);
     show();
-    const auto deleteIn = [this](Grilla *grid, int prompt, bool yes = true) {
+    const auto deleteIn = [this](ui::Grid *grid, int prompt, bool yes = true) {
         grid->setFocus();
-        ask.Espera(s(prompt), yes);
+        ask.wait(s(prompt), yes);
         key(Qt::Key_Delete);
     };
-    s.usuario.ut = 1;
+    s.user.ut = 1;
     deleteIn(clients(), 1);
     choose(u"Ruiz"_s);
     deleteIn(patients(), 1);
-    s.usuario.ut = 2;
+    s.user.ut = 2;
     deleteIn(patients(), 3, false);
-    EXPECT_EQ(patients()->Modelo()->Filas(), 3);
+    EXPECT_EQ(patients()->gridModel()->allRows(), 3);
     key(Qt::Key_Down);
     deleteIn(patients(), 3);
     EXPECT_EQ(shownPatient(), u"Sol"_s);
     s.clientes->Execute("delete * from mascotas where nom = 'Sol'"); // at another terminal
-    ask.Espera(s(9419));
+    ask.wait(s(text::PatientIsGone));
     click(u"cmdmodificarmas"_s);
-    EXPECT_EQ(button(u"cmdmodificarmas"_s)->text(), s(9482));
-    ask.Espera(s(9419));
+    EXPECT_EQ(button(u"cmdmodificarmas"_s)->text(), s(text::EditPatientButton));
+    ask.wait(s(text::PatientIsGone));
     click(u"cmdeliminarmas"_s);
     EXPECT_EQ(shownPatient(), u"Luna"_s);
-    ask.Espera(s(3), true);
+    ask.wait(s(text::DeleteQuestion), true);
     click(u"cmdEliminar"_s);
     EXPECT_EQ(shownClient(), u"Abad"_s);
-    EXPECT_EQ(patients()->Modelo()->Filas(), 0);
+    EXPECT_EQ(patients()->gridModel()->allRows(), 0);
     s.clientes->Execute("delete * from clientes");
-    ask.Espera(s(9418));
+    ask.wait(s(text::ClientIsGone));
     click(u"cmdEliminar"_s);
     EXPECT_EQ(selection(), u"0/0"_s);
     EXPECT_EQ(text(u"txtayn"_s), QString());
@@ -635,26 +641,26 @@ TEST_F(Propietarios, DeletingGoesToTheNextAndEndsWithAnEmptyScreen)
     EXPECT_EQ(names(), QStringList{u"First"_s});
 }
 
-TEST_F(Propietarios, APhotoIsChosenPastedAndRemoved)
+TEST_F(Owners, APhotoIsChosenPastedAndRemoved)
 {
-    const int luna = patient(client(u"Abad"_s), u"Luna"_s);
+    const int moon = patient(client(u"Abad"_s), u"Luna"_s);
     QImage picture(40, 30, QImage::Format_RGB32);
     picture.fill(Qt::red);
-    const QString file = carpeta.filePath(u"luna.png"_s), bad = carpeta.filePath(u"bad.png"_s);
+    const QString file = folder.filePath(u"luna.png"_s), bad = folder.filePath(u"bad.png"_s);
     ASSERT_TRUE(picture.save(file));
     QFile broken(bad);
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly) && broken.write("no picture") > 0);
     broken.close();
     show();
     auto *photo = get<QLabel>(u"PicMascota"_s);
-    const auto stored = [&] { return QImage(ArchivoDeFoto(s, luna)).pixelColor(5, 5); };
+    const auto stored = [&] { return QImage(photoFile(s, moon)).pixelColor(5, 5); };
     const auto choosePicture = [&](const QString &path) {
-        ask.EsperaTexto(s(9512), path);
+        ask.expectText(s(text::RegistryPatientPhoto), path);
         QTest::mouseClick(photo, Qt::LeftButton);
     };
     choosePicture(bad);
-    EXPECT_TRUE(hint().startsWith(s(9526)));
-    EXPECT_FALSE(QFile::exists(ArchivoDeFoto(s, luna)));
+    EXPECT_TRUE(hint().startsWith(s(text::PhotoUnreadable)));
+    EXPECT_FALSE(QFile::exists(photoFile(s, moon)));
     choosePicture(file);
     EXPECT_EQ(stored(), QColor(Qt::red));
     EXPECT_FALSE(photo->pixmap().isNull());
@@ -664,20 +670,20 @@ TEST_F(Propietarios, APhotoIsChosenPastedAndRemoved)
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(stored(), QColor(Qt::blue));
     for (const bool yes : {false, true}) {
-        ask.Espera(s(9527), yes);
+        ask.wait(s(text::RemovePhotoQuestion), yes);
         key(Qt::Key_Delete);
-        EXPECT_EQ(QFile::exists(ArchivoDeFoto(s, luna)), !yes);
+        EXPECT_EQ(QFile::exists(photoFile(s, moon)), !yes);
     }
     alt(Qt::Key_D);
     QTest::mouseClick(photo, Qt::LeftButton); // not while the patient is changed
 }
 
-TEST_F(Propietarios, ShortcutsSayWhatIsMissing)
+TEST_F(Owners, ShortcutsSayWhatIsMissing)
 {
     show();
     EXPECT_FALSE(button(u"cmdvender"_s)->isEnabled()) << "there is no such form";
     const auto told = [this](const QString &name, int prompt) {
-        ask.Espera(s(prompt));
+        ask.wait(s(prompt));
         click(name);
     };
     told(u"cmdHospedaje"_s, 2262);
@@ -689,11 +695,11 @@ TEST_F(Propietarios, ShortcutsSayWhatIsMissing)
     told(u"cmdTel"_s, 2268);
     EXPECT_TRUE(taken().isEmpty());
 
-    const int luna = patient(abad, u"Luna"_s);
+    const int moon = patient(abad, u"Luna"_s);
     s.clientes->Execute("update clientes set email = 'a@b.example, c@d.example', tel2 = '(2) 555'");
     s.clientes->Execute("insert into mhospedaje (idm, idcanil, fent, fsal, tip) values (?, 1, "
                         "#03/10/2026#, #03/12/2026#, 'h')",
-                        luna);
+                        moon);
     comeBack();
     rest();
     EXPECT_FALSE(button(u"cmdHospedaje"_s)->isEnabled());
@@ -704,21 +710,21 @@ TEST_F(Propietarios, ShortcutsSayWhatIsMissing)
     s.IdGlobal = {}; // the panel's own client is written to
     get<QAction>(u"accEscribirCorreo"_s)->trigger();
     EXPECT_EQ(taken(), QStringList{u"mailto:a@b.example,c@d.example"_s});
-    EXPECT_EQ(hint(), s(9523));
+    EXPECT_EQ(hint(), s(text::MailProgramFailed));
     get<QAction>(u"accCopiarTel"_s)->trigger();
     EXPECT_EQ(QApplication::clipboard()->text(), u"(2) 555"_s);
     EXPECT_FALSE(get<QAction>(u"accCopiarCel"_s)->isVisible());
 }
 
-class EnCadaIdioma : public Propietarios, public testing::WithParamInterface<int>
+class InEachLanguage : public Owners, public testing::WithParamInterface<int>
 {
 protected:
-    EnCadaIdioma() : Propietarios(Idioma(GetParam())) {}
+    InEachLanguage() : Owners(store::Language(GetParam())) {}
 };
 
-TEST_P(EnCadaIdioma, NothingIsCutNamelessOrReachedByTwoKeys)
+TEST_P(InEachLanguage, NothingIsCutNamelessOrReachedByTwoKeys)
 {
-    AplicarTema(*qApp, 1);
+    ui::applyTheme(*qApp, 1);
     patient(client(u"Abad"_s, u"555"_s), u"Luna"_s);
     show();
     form->resize(1320, 700);
@@ -751,4 +757,4 @@ TEST_P(EnCadaIdioma, NothingIsCutNamelessOrReachedByTwoKeys)
     qApp->setStyleSheet({});
 }
 
-INSTANTIATE_TEST_SUITE_P(Idiomas, EnCadaIdioma, testing::Values(0, 1, 2));
+INSTANTIATE_TEST_SUITE_P(Idiomas, InEachLanguage, testing::Values(0, 1, 2));

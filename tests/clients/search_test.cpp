@@ -3,6 +3,8 @@
 #include "clients/quick_search.h"
 #include "clients/search.h"
 #include "support/clinic.h"
+#include "texts/search.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -13,12 +15,13 @@
 #include <QTest>
 #include <set>
 
+using namespace clients;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Searches : public Clinica
+class Searches : public Clinic
 {
 protected:
     Searches()
@@ -48,33 +51,33 @@ protected:
             + values + ")");
     }
 
-    Condicion by(Busqueda what, const QString &criterion, const QString &text) const
+    Condition by(Search what, const QString &criterion, const QString &text) const
     {
-        const auto all = CriteriosDe(what);
+        const auto all = criteriaOf(what);
         for (size_t i = 0; i < all.size(); ++i)
-            if (s(all[i].nombre) == criterion)
+            if (s(all[i].name) == criterion)
                 return {int(i), text};
         ADD_FAILURE() << criterion.toStdString();
         return {};
     }
 
-    static QString ids(const Hallazgo &found)
+    static QString ids(const Finding &found)
     {
         QStringList all;
-        for (const QList<Valor> &cells : found.filas)
+        for (const QList<store::Value> &cells : found.rows)
             all << cells.front().toText();
         return all.join(u' ');
     }
     /// The ids found, which must be the same while the user types.
-    QString search(Busqueda what, const Condiciones &asked)
+    QString search(Search what, const Conditions &asked)
     {
-        const QString all = ids(Buscar(s, what, asked));
-        EXPECT_EQ(ids(BuscarAlTeclear(s, what, asked)), all);
+        const QString all = ids(find(s, what, asked));
+        EXPECT_EQ(ids(findWhileTyping(s, what, asked)), all);
         return all;
     }
     QString clientsNamed(const QString &text)
     {
-        return search(Busqueda::Clientes, {by(Busqueda::Clientes, u"Name"_s, text), {}});
+        return search(Search::Clientes, {by(Search::Clientes, u"Name"_s, text), {}});
     }
 };
 
@@ -83,20 +86,20 @@ protected:
 TEST_F(Searches, EachCriterionFindsItsRows)
 {
     // Criterion, text and the ids found.
-    const auto each = [this](Busqueda what, const QStringList &cases) {
+    const auto each = [this](Search what, const QStringList &cases) {
         for (const QString &c : cases) {
             const QStringList parts = c.split(u'|');
             EXPECT_EQ(search(what, {by(what, parts[0], parts[1]), {}}), parts[2])
                 << c.toStdString();
         }
     };
-    each(Busqueda::Mascotas,
+    each(Search::Patients,
          {u"Name|GAR|13 12"_s, u"Name|x|"_s, u"Breed|nich|10"_s, u"Especies|fel|11"_s,
           u"Fur|tigr|10"_s, u"Features|man|10"_s, u"Chip|0077|10"_s, u"Owner|lu|12"_s,
           u"Owner|á|12"_s, u"Address|riv|10 11"_s, u"Sub region|ce|10 12 11"_s,
           u"Phone|2-3|10 11"_s, u"Mobile phone|9912|"_s, u"Mobile phone|099 1|10 11"_s,
           u"Notes|muer|10"_s, u"Pedigree|1|10"_s, u"Breeder|1|11"_s, u"Death|2|13 10 11"_s});
-    each(Busqueda::Clientes,
+    each(Search::Clientes,
          {u"Name|a|2 1 3"_s, u"Address|COLÓN|2"_s, u"Sub region|cer|2"_s, u"Post code|113|1"_s,
           u"Area code|2|1"_s, u"Phone|4|2 1"_s, u"Mobile phone|456|1"_s, u"Email|@correo|1"_s,
           u"Marketing|rad|1"_s, u"Notes|tarde|1"_s});
@@ -104,18 +107,18 @@ TEST_F(Searches, EachCriterionFindsItsRows)
 
 TEST_F(Searches, CellsStandUnderTheirTitles)
 {
-    const auto row = [this](Busqueda what, const QString &name) {
-        const Hallazgo found = Buscar(s, what, {Condicion{0, name}, {}});
+    const auto row = [this](Search what, const QString &name) {
+        const Finding found = find(s, what, {Condition{0, name}, {}});
         QStringList cells;
-        for (const Valor &v : found.filas.at(0))
+        for (const store::Value &v : found.rows.at(0))
             cells << v.toText();
-        EXPECT_EQ(cells.size(), qsizetype(TitulosDe(what).size()));
+        EXPECT_EQ(cells.size(), qsizetype(titlesOf(what).size()));
         return cells.join(u'|');
     };
-    EXPECT_EQ(row(Busqueda::Mascotas, u"fido"_s),
+    EXPECT_EQ(row(Search::Patients, u"fido"_s),
               u"10|Fido|García Ana|Caniche|Canino|Atigrado|mancha|981000077|-1|0|0|Rivera 20|"
               "Centro|4812-345, 4900|099 123-456|muerde"_s);
-    EXPECT_EQ(row(Busqueda::Clientes, u"ana"_s),
+    EXPECT_EQ(row(Search::Clientes, u"ana"_s),
               u"1|García Ana|Rivera 20|Centro|Sur|11300|02|4812-345, 4900|099 123-456|"
               "ana@correo.example|Radio|paga tarde"_s);
 }
@@ -123,14 +126,14 @@ TEST_F(Searches, CellsStandUnderTheirTitles)
 TEST_F(Searches, BothConditionsMustHold)
 {
     const auto both = [this](const QString &owner, const QString &criterion, const QString &text) {
-        return search(Busqueda::Mascotas, {by(Busqueda::Mascotas, u"Owner"_s, owner),
-                                           by(Busqueda::Mascotas, criterion, text)});
+        return search(Search::Patients, {by(Search::Patients, u"Owner"_s, owner),
+                                         by(Search::Patients, criterion, text)});
     };
     EXPECT_EQ(both(u"ana"_s, u"Name"_s, u"mor"_s), u"11");
     EXPECT_EQ(both(u"ana"_s, u"Name"_s, u"gar"_s), u"");
     EXPECT_EQ(both(u"ana"_s, u"Sub region"_s, u"cen"_s), u"10 11");
     EXPECT_EQ(both(u""_s, u"Breed"_s, u"can"_s), u"10");
-    EXPECT_FALSE(Buscar(s, Busqueda::Mascotas, {}).buscado);
+    EXPECT_FALSE(find(s, Search::Patients, {}).sought);
 }
 
 TEST_F(Searches, AStarStandsForAnythingAndOtherSignsForThemselves)
@@ -145,59 +148,61 @@ TEST_F(Searches, AStarStandsForAnythingAndOtherSignsForThemselves)
 
 TEST_F(Searches, TypingBringsSomeRowsAndEnterAll)
 {
-    for (int i = 0; i < FilasAlTeclear + 5; ++i)
+    for (int i = 0; i < RowsWhileTyping + 5; ++i)
         s.clientes->Execute("insert into Clientes (idc, ayn) values (?, ?)", 1000 + i,
-                            u"Muchos %1"_s.arg(FilasAlTeclear - i, 4, 10, QChar(u'0')));
-    const Condiciones asked{Condicion{0, u"much"_s}, Condicion{}};
-    const Hallazgo typed = BuscarAlTeclear(s, Busqueda::Clientes, asked);
-    const Hallazgo all = Buscar(s, Busqueda::Clientes, asked);
+                            u"Muchos %1"_s.arg(RowsWhileTyping - i, 4, 10, QChar(u'0')));
+    const Conditions asked{Condition{0, u"much"_s}, Condition{}};
+    const Finding typed = findWhileTyping(s, Search::Clientes, asked);
+    const Finding all = find(s, Search::Clientes, asked);
     EXPECT_TRUE(typed.hayMas);
-    EXPECT_EQ(typed.filas.size(), size_t(FilasAlTeclear));
+    EXPECT_EQ(typed.rows.size(), size_t(RowsWhileTyping));
     EXPECT_FALSE(all.hayMas);
-    EXPECT_EQ(all.filas.size(), size_t(FilasAlTeclear) + 5);
-    for (const Hallazgo *h : {&typed, &all})
+    EXPECT_EQ(all.rows.size(), size_t(RowsWhileTyping) + 5);
+    for (const Finding *h : {&typed, &all})
         EXPECT_TRUE(std::ranges::is_sorted(
-            h->filas, {}, [](const QList<Valor> &cells) { return cells[1].toText(); }));
+            h->rows, {}, [](const QList<store::Value> &cells) { return cells[1].toText(); }));
 }
 
 TEST_F(Searches, WhatCannotBeAskedSaysWhy)
 {
     for (const QString &text : {u"3"_s, u"yes"_s, u"12"_s})
         for (const QString &flag : {u"Pedigree"_s, u"Breeder"_s, u"Death"_s}) {
-            const Condiciones asked{by(Busqueda::Mascotas, flag, text), Condicion{}};
-            EXPECT_EQ(BuscarAlTeclear(s, Busqueda::Mascotas, asked).impedimento, s(2402));
+            const Conditions asked{by(Search::Patients, flag, text), Condition{}};
+            EXPECT_EQ(findWhileTyping(s, Search::Patients, asked).impediment,
+                      s(text::YesNoCriterionAlone));
         }
     // Intended: the region's clause names a column that is not there.
-    const Condiciones region{by(Busqueda::Clientes, u"Region"_s, u"sur"_s), Condicion{}};
-    EXPECT_TRUE(BuscarAlTeclear(s, Busqueda::Clientes, region).impedimento.contains(u"Nombre"_s));
-    EXPECT_THROW(Buscar(s, Busqueda::Clientes, region), ErrorDeAlmacen);
+    const Conditions region{by(Search::Clientes, u"Region"_s, u"sur"_s), Condition{}};
+    EXPECT_TRUE(findWhileTyping(s, Search::Clientes, region).impediment.contains(u"Nombre"_s));
+    EXPECT_THROW(find(s, Search::Clientes, region), store::StoreError);
 }
 
 TEST_F(Searches, TakingAFindMovesTheSelection)
 {
     const auto now = [this] { return u"%1 %2"_s.arg(s.IdGlobal.idc).arg(s.IdGlobal.idm); };
-    EXPECT_TRUE(TomarHallado(s, Busqueda::Mascotas, 11));
+    EXPECT_TRUE(takeFound(s, Search::Patients, 11));
     EXPECT_EQ(now(), u"1 11");
-    EXPECT_TRUE(TomarHallado(s, Busqueda::Clientes, 1)); // its patient stays
+    EXPECT_TRUE(takeFound(s, Search::Clientes, 1)); // its patient stays
     EXPECT_EQ(now(), u"1 11");
-    EXPECT_TRUE(TomarHallado(s, Busqueda::Clientes, 2));
+    EXPECT_TRUE(takeFound(s, Search::Clientes, 2));
     EXPECT_EQ(now(), u"2 12");
-    EXPECT_TRUE(TomarHallado(s, Busqueda::Clientes, 3));
+    EXPECT_TRUE(takeFound(s, Search::Clientes, 3));
     EXPECT_EQ(now(), u"3 0");
-    EXPECT_FALSE(TomarHallado(s, Busqueda::Mascotas, 500));
-    EXPECT_FALSE(TomarHallado(s, Busqueda::Clientes, 500));
+    EXPECT_FALSE(takeFound(s, Search::Patients, 500));
+    EXPECT_FALSE(takeFound(s, Search::Clientes, 500));
     EXPECT_EQ(now(), u"3 0");
 }
 
 TEST(SearchNames, AreToldApartInEveryLanguage)
 {
-    for (const Idioma language : {Idioma::Espanol, Idioma::Portugues, Idioma::Ingles}) {
-        const Textos texts(language);
-        for (const Busqueda what : {Busqueda::Mascotas, Busqueda::Clientes}) {
+    for (const store::Language language :
+         {store::Language::Spanish, store::Language::Portuguese, store::Language::English}) {
+        const store::Texts texts(language);
+        for (const Search what : {Search::Patients, Search::Clientes}) {
             std::set<QString> names;
-            for (const CriterioDeBusqueda &c : CriteriosDe(what))
-                names.insert(texts(c.nombre));
-            EXPECT_EQ(names.size(), CriteriosDe(what).size());
+            for (const SearchCriterion &c : criteriaOf(what))
+                names.insert(texts(c.name));
+            EXPECT_EQ(names.size(), criteriaOf(what).size());
         }
     }
 }
@@ -210,16 +215,16 @@ namespace
 class QuickFind : public Searches
 {
 protected:
-    IndiceRapido index;
+    QuickIndex index;
 
     /// "owner/animal" of each match, dead animals in brackets.
     QString find(const QString &text, int count = 50)
     {
-        index.PonerAlDia(s);
+        index.bringUpToDate(s);
         QStringList all;
-        for (const HalladoRapido &h : index.Buscar(s, text, count).filas) {
-            const QString animal = h.dec ? u'(' + h.mascota + u')' : h.mascota;
-            all << h.propietario.section(u' ', 0, 0) + u'/' + animal;
+        for (const FoundQuick &h : index.find(s, text, count).rows) {
+            const QString animal = h.dec ? u'(' + h.patient + u')' : h.patient;
+            all << h.owner.section(u' ', 0, 0) + u'/' + animal;
         }
         return all.join(u' ');
     }
@@ -259,7 +264,7 @@ TEST_F(QuickFind, TheBestStandsFirstAndOwnersTogether)
                         "Zeta/Edgar"_s;
     EXPECT_EQ(find(u"gar"_s), all);
     EXPECT_EQ(find(u"gar"_s, 2), u"Álvarez/Garra García/Fido");
-    EXPECT_EQ(index.Buscar(s, u"gar"_s, 2).total, 6);
+    EXPECT_EQ(index.find(s, u"gar"_s, 2).total, 6);
 }
 
 TEST_F(QuickFind, FollowsTheTables)
@@ -269,11 +274,11 @@ TEST_F(QuickFind, FollowsTheTables)
     EXPECT_EQ(find(u"nuevo"_s), u"Nuevo/");
 
     // Another terminal.
-    Sesion other(ask, impresion, Idioma::Ingles);
-    FijarCarpetaDeDatos(other, carpeta.path());
-    ASSERT_FALSE(AbrirAlmacen(other));
+    Sesion other(ask, impresion, store::Language::English);
+    store::setDataFolder(other, folder.path());
+    ASSERT_FALSE(store::openStore(other));
     other.clientes->Execute("delete * from clientes where idc = 50");
-    EXPECT_EQ(index.Buscar(s, u"nuevo"_s, 9).filas.size(), 0U); // gone before the index knows
+    EXPECT_EQ(index.find(s, u"nuevo"_s, 9).rows.size(), 0U); // gone before the index knows
     QTest::qWait(250);
     other.clientes->Execute("insert into Clientes (idc, ayn) values (51, 'Lejano')");
     QTest::qWait(250);
@@ -291,8 +296,8 @@ class SearchForms : public Searches
 protected:
     SearchForms()
     {
-        forms.Registrar(u"frmPropietarios"_s,
-                        [this] { return new FormBase(s, u"frmPropietarios"_s); });
+        forms.enrol(u"frmPropietarios"_s,
+                    [this] { return new ui::FormBase(s, u"frmPropietarios"_s); });
     }
 
     template <typename W>
@@ -305,42 +310,42 @@ protected:
     QString rows() const
     {
         QStringList names;
-        for (int i = 0; i < grid->Modelo()->Filas(); ++i)
-            names << grid->Modelo()->TextoDeCelda(i, 1);
+        for (int i = 0; i < grid->gridModel()->allRows(); ++i)
+            names << grid->gridModel()->cellText(i, 1);
         return names.join(u' ');
     }
     bool showsSoon(const QString &names) const
     {
         return QTest::qWaitFor([&] { return rows() == names; }, 3000);
     }
-    bool registryIsOpen() { return forms.Cargar(u"frmPropietarios"_s)->isVisible(); }
+    bool registryIsOpen() { return forms.load(u"frmPropietarios"_s)->isVisible(); }
     /// Opens a form, whose box is typed into.
-    void open(FormBase &form, const char16_t *box = u"txtTextoUno")
+    void open(ui::FormBase &form, const char16_t *box = u"txtTextoUno")
     {
         form.opened({});
         form.show();
         text = child<QLineEdit>(form, box);
-        grid = child<Grilla>(form, u"grd");
+        grid = child<ui::Grid>(form, u"grd");
     }
     void type(const QString &what) { QTest::keyClicks(text, what); }
     void key(Qt::Key k) { QTest::keyClick(text, k); }
-    void searchBy(FormBase &form, const QString &criterion)
+    void searchBy(ui::FormBase &form, const QString &criterion)
     {
         auto *list = child<QComboBox>(form, u"cmbCriterioUno");
         list->setCurrentIndex(list->findText(criterion));
     }
-    QString hint(FormBase &form) { return child<LineaDeAyuda>(form, u"Ayu")->text(); }
+    QString hint(ui::FormBase &form) { return child<ui::HelpLine>(form, u"Ayu")->text(); }
 
-    Formularios forms;
+    ui::FormRegistry forms;
     QLineEdit *text = nullptr;
-    Grilla *grid = nullptr;
+    ui::Grid *grid = nullptr;
 };
 
 } // namespace
 
 TEST_F(SearchForms, AreWalkedByTheKeyboard)
 {
-    frmBusqueda form(s, forms, Busqueda::Mascotas);
+    frmBusqueda form(s, forms, Search::Patients);
     EXPECT_EQ(form.objectName(), u"frmBusquedaMascotas");
     EXPECT_EQ(form.windowTitle(), u"Patient search");
     open(form);
@@ -351,8 +356,8 @@ TEST_F(SearchForms, AreWalkedByTheKeyboard)
     type(u"o"_s);
     EXPECT_EQ(rows(), u""); // the key itself waits for nothing
     EXPECT_TRUE(showsSoon(u"Fido Mora"_s));
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(0, 8), s(27));
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(0, 9), s(28));
+    EXPECT_EQ(grid->gridModel()->cellText(0, 8), s(text::Yes));
+    EXPECT_EQ(grid->gridModel()->cellText(0, 9), s(text::No));
     auto *second = child<QLineEdit>(form, u"txtTextoDos");
     QTest::keyClicks(second, u"luis"_s);
     EXPECT_TRUE(showsSoon(u""_s));
@@ -361,9 +366,9 @@ TEST_F(SearchForms, AreWalkedByTheKeyboard)
 
     text->setFocus();
     key(Qt::Key_Down);
-    EXPECT_EQ(grid->FilaActual(), 1);
+    EXPECT_EQ(grid->currentRow(), 1);
     key(Qt::Key_Return); // the row stays, the keyboard goes to the grid
-    EXPECT_EQ(grid->FilaActual(), 1);
+    EXPECT_EQ(grid->currentRow(), 1);
     EXPECT_EQ(form.focusWidget(), grid);
     QTest::keyClick(grid, Qt::Key_Return);
     EXPECT_FALSE(form.isVisible());
@@ -376,12 +381,12 @@ TEST_F(SearchForms, AreWalkedByTheKeyboard)
 
 TEST_F(SearchForms, WhatCannotBeAskedLeavesTheRows)
 {
-    frmBusqueda clients(s, forms, Busqueda::Clientes);
+    frmBusqueda clients(s, forms, Search::Clientes);
     open(clients);
     type(u"ana"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(rows(), u"García Ana");
-    ask.Espera(u"(')"_s);
+    ask.wait(u"(')"_s);
     QTest::keyClick(text, '\'');
     EXPECT_EQ(text->text(), u"ana");
 
@@ -389,25 +394,26 @@ TEST_F(SearchForms, WhatCannotBeAskedLeavesTheRows)
     searchBy(clients, u"Region"_s);
     EXPECT_TRUE(QTest::qWaitFor([&] { return hint(clients).contains(u"Nombre"_s); }, 3000));
     EXPECT_EQ(rows(), u"García Ana");
-    ask.Espera(u"Nombre"_s);
+    ask.wait(u"Nombre"_s);
     key(Qt::Key_Return);
     EXPECT_EQ(rows(), u"García Ana");
 
-    frmBusqueda patients(s, forms, Busqueda::Mascotas);
+    frmBusqueda patients(s, forms, Search::Patients);
     open(patients);
     searchBy(patients, u"Death"_s);
     type(u"1"_s);
     EXPECT_TRUE(showsSoon(u"Gardel"_s));
     type(u"3"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return hint(patients) == s(2402); }, 3000));
-    ask.Espera(s(2402));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return hint(patients) == s(text::YesNoCriterionAlone); }, 3000));
+    ask.wait(s(text::YesNoCriterionAlone));
     key(Qt::Key_Return);
     EXPECT_EQ(rows(), u"Gardel");
 }
 
 TEST_F(SearchForms, TheButtonTakesTheRowAndTellsOfOneThatIsGone)
 {
-    frmBusqueda form(s, forms, Busqueda::Clientes);
+    frmBusqueda form(s, forms, Search::Clientes);
     open(form);
     type(u"luis"_s);
     key(Qt::Key_Return);
@@ -415,7 +421,7 @@ TEST_F(SearchForms, TheButtonTakesTheRowAndTellsOfOneThatIsGone)
     auto *go = child<QPushButton>(form, u"cmdContinuar");
     go->click();
     EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(hint(form), s(9829));
+    EXPECT_EQ(hint(form), s(text::SearchRowIsGone));
     s.clientes->Execute("update clientes set idc = 2 where idc = 7");
     go->click();
     EXPECT_FALSE(form.isVisible());
@@ -431,9 +437,9 @@ TEST_F(SearchForms, TheQuickFindAnswersEveryKey)
 
     type(u"gar"_s);
     EXPECT_EQ(rows(), u"Fido Mora Gardel (deceased)");
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(0, 0), u"García Ana");
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(1, 0), u""); // the same owner
-    EXPECT_EQ(grid->Modelo()->Fila(2).realce, Realce::Apagado);
+    EXPECT_EQ(grid->gridModel()->cellText(0, 0), u"García Ana");
+    EXPECT_EQ(grid->gridModel()->cellText(1, 0), u""); // the same owner
+    EXPECT_EQ(grid->gridModel()->Row(2).highlight, ui::Highlight::Off);
     key(Qt::Key_Down);
     key(Qt::Key_Return);
     EXPECT_FALSE(form.isVisible());

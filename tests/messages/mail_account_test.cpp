@@ -4,93 +4,94 @@
 
 #include <QFile>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Cuenta : public Clinica
+class Account : public Clinic
 {
 protected:
-    Cuenta() { s.carpetaDePrograma = programa.path() + u'/'; }
-    QString guardada()
+    Account() { s.programFolder = program.path() + u'/'; }
+    QString saved()
     {
-        return Filas(*s.morvane, "select usuariomail, passwordmail from configuracion");
+        return allRows(*s.morvane, "select usuariomail, passwordmail from configuracion");
     }
-    QByteArray ajustesDeLaClinica()
+    QByteArray clinicSettings()
     {
-        QFile f(carpeta.filePath(u"kelvara.ini"_s));
+        QFile f(folder.filePath(u"kelvara.ini"_s));
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
-    QTemporaryDir programa;
+    QTemporaryDir program;
 };
 
 } // namespace
 
-TEST_F(Cuenta, ComesBackWithItsPasswordInTheEncryptedDatabaseAlone)
+TEST_F(Account, ComesBackWithItsPasswordInTheEncryptedDatabaseAlone)
 {
-    EXPECT_FALSE(LeerCuentaDeCorreo(s).Completa());
-    EXPECT_EQ(LeerCuentaDeCorreo(s).puerto, 587);
+    EXPECT_FALSE(readMailAccount(s).complete());
+    EXPECT_EQ(readMailAccount(s).port, 587);
 
-    GuardarCuentaDeCorreo(
-        s, {u"ana@example.com"_s, u"s3creto%=;"_s, u" smtp.example.com "_s, 2525, Cifrado::Tls});
-    Reabrir();
-    const CuentaDeCorreo c = LeerCuentaDeCorreo(s);
-    EXPECT_TRUE(c.Completa());
-    EXPECT_EQ(c.usuario, u"ana@example.com"_s);
-    EXPECT_EQ(c.contrasena, u"s3creto%=;"_s);
-    EXPECT_EQ(c.servidor, u"smtp.example.com"_s);
-    EXPECT_EQ(c.puerto, 2525);
-    EXPECT_EQ(c.cifrado, Cifrado::Tls);
+    saveMailAccount(
+        s, {u"ana@example.com"_s, u"s3creto%=;"_s, u" smtp.example.com "_s, 2525, Encryption::Tls});
+    reopen();
+    const MailAccount c = readMailAccount(s);
+    EXPECT_TRUE(c.complete());
+    EXPECT_EQ(c.user, u"ana@example.com"_s);
+    EXPECT_EQ(c.password, u"s3creto%=;"_s);
+    EXPECT_EQ(c.server, u"smtp.example.com"_s);
+    EXPECT_EQ(c.port, 2525);
+    EXPECT_EQ(c.encryption, Encryption::Tls);
 
-    ASSERT_TRUE(ajustesDeLaClinica().contains("smtp.example.com"));
-    EXPECT_FALSE(ajustesDeLaClinica().contains("creto"));
-    EXPECT_FALSE(ajustesDeLaClinica().contains("ana@"));
-    QFile base(carpeta.filePath(u"morvane.mdb"_s));
+    ASSERT_TRUE(clinicSettings().contains("smtp.example.com"));
+    EXPECT_FALSE(clinicSettings().contains("creto"));
+    EXPECT_FALSE(clinicSettings().contains("ana@"));
+    QFile base(folder.filePath(u"morvane.mdb"_s));
     ASSERT_TRUE(base.open(QIODevice::ReadOnly));
     EXPECT_FALSE(base.readAll().contains("s3creto"));
 }
 
-TEST_F(Cuenta, WhatAnIniEditedByHandHoldsIsReadSafely)
+TEST_F(Account, WhatAnIniEditedByHandHoldsIsReadSafely)
 {
-    QFile f(carpeta.filePath(u"kelvara.ini"_s));
+    QFile f(folder.filePath(u"kelvara.ini"_s));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write("[correo]\nservidor=s\npuerto=99999\ncifrado=nada\n");
     f.close();
-    const CuentaDeCorreo c = LeerCuentaDeCorreo(s);
-    EXPECT_EQ(c.servidor, u"s"_s);
-    EXPECT_EQ(c.cifrado, Cifrado::StartTls) << "what cannot be read protects";
-    EXPECT_EQ(c.puerto, 587);
+    const MailAccount c = readMailAccount(s);
+    EXPECT_EQ(c.server, u"s"_s);
+    EXPECT_EQ(c.encryption, Encryption::StartTls) << "what cannot be read protects";
+    EXPECT_EQ(c.port, 587);
 }
 
-TEST_F(Cuenta, NameAndPasswordAreAskedForInTurnAndStoredTogether)
+TEST_F(Account, NameAndPasswordAreAskedForInTurnAndStoredTogether)
 {
-    const auto pedir = [this](std::optional<QString> usuario) {
-        ask.EsperaTexto(u"User name of the mail account"_s, std::move(usuario));
+    const auto askUser = [this](std::optional<QString> user) {
+        ask.expectText(u"User name of the mail account"_s, std::move(user));
     };
-    pedir(u"ana"_s);
-    ask.EsperaTexto(u"Password"_s, u"uno"_s);
-    EXPECT_TRUE(ModificarCuentaDeCorreo(s));
-    EXPECT_EQ(guardada(), u"ana|uno\n"_s);
+    askUser(u"ana"_s);
+    ask.expectText(u"Password"_s, u"uno"_s);
+    EXPECT_TRUE(modifyMailAccount(s));
+    EXPECT_EQ(saved(), u"ana|uno\n"_s);
 
-    pedir(u"  "_s);
-    EXPECT_FALSE(ModificarCuentaDeCorreo(s));
-    pedir(u"eva"_s);
-    ask.EsperaTexto(u"Password"_s, std::nullopt);
-    EXPECT_FALSE(ModificarCuentaDeCorreo(s));
-    EXPECT_EQ(guardada(), u"ana|uno\n"_s);
+    askUser(u"  "_s);
+    EXPECT_FALSE(modifyMailAccount(s));
+    askUser(u"eva"_s);
+    ask.expectText(u"Password"_s, std::nullopt);
+    EXPECT_FALSE(modifyMailAccount(s));
+    EXPECT_EQ(saved(), u"ana|uno\n"_s);
 
     // Each is asked for again while it does not fit, before the next one.
-    pedir(QString(s.morvane->Ancho("Configuracion", "usuariomail") + 1, u'x'));
-    ask.Espera(u"valid value"_s);
-    pedir(u"eva"_s);
-    ask.EsperaTexto(u"Password"_s, QString(51, u'x'));
-    ask.Espera(u"valid value"_s);
-    ask.EsperaTexto(u"Password"_s, u""_s);
-    EXPECT_TRUE(ModificarCuentaDeCorreo(s));
-    EXPECT_EQ(guardada(), u"eva|\n"_s);
-    EXPECT_EQ(ajustesDeLaClinica(), QByteArray()) << "the server is another matter";
+    askUser(QString(s.morvane->widthOf("Configuracion", "usuariomail") + 1, u'x'));
+    ask.wait(u"valid value"_s);
+    askUser(u"eva"_s);
+    ask.expectText(u"Password"_s, QString(51, u'x'));
+    ask.wait(u"valid value"_s);
+    ask.expectText(u"Password"_s, u""_s);
+    EXPECT_TRUE(modifyMailAccount(s));
+    EXPECT_EQ(saved(), u"eva|\n"_s);
+    EXPECT_EQ(clinicSettings(), QByteArray()) << "the server is another matter";
 
-    s.carpetaDeDatos = carpeta.filePath(u"morvane.mdb"_s) + u'/'; // no folder
-    EXPECT_THROW(GuardarServidorDeCorreo(s, {{}, {}, u"smtp"_s}), ErrorDeAlmacen);
+    s.dataFolder = folder.filePath(u"morvane.mdb"_s) + u'/'; // no folder
+    EXPECT_THROW(saveMailServer(s, {{}, {}, u"smtp"_s}), store::StoreError);
 }

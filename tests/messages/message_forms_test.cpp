@@ -6,6 +6,8 @@
 #include "agenda/tasks.h"
 #include "store/settings_row.h"
 #include "support/clinic.h"
+#include "texts/agenda.h"
+#include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -18,32 +20,33 @@
 #include <QTabBar>
 #include <QTest>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class MessageForms : public Clinica
+class MessageForms : public Clinic
 {
 protected:
-    explicit MessageForms(Idioma idioma = Idioma::Ingles) : Clinica(idioma)
+    explicit MessageForms(store::Language language = store::Language::English) : Clinic(language)
     {
-        s.carpetaDePrograma = carpeta.path() + u'/';
+        s.programFolder = folder.path() + u'/';
         const auto run = [this](const char *sql) { s.clientes->Execute(sql); };
         run("insert into clientes (idc, ayn, email, telc2) values (1, 'Ana', 'a@x.example', '099 "
             "123-456')");
         run("insert into clientes (idc, ayn) values (2, 'Eva')");
         run("insert into mascotas (idm, idc, nom) values (11, 1, 'Toby')");
         run("insert into mascotas (idm, idc, nom) values (12, 2, 'Luna')");
-        GuardarAjuste(s, "mensajeriacumplemail", u"Happy day, <nommas> & Co. (100 %)\nBye"_s);
-        GuardarAjuste(s, "mensajeriadeudorescarta", u"Dear <nomcli>"_s);
-        GuardarAjuste(s, "mensajeriavencimientosmail", u"<nommas>'s dose"_s);
-        GuardarAjuste(s, "FechaInicioAnterior", hoy.addDays(-5));
+        store::saveSetting(s, "mensajeriacumplemail", u"Happy day, <nommas> & Co. (100 %)\nBye"_s);
+        store::saveSetting(s, "mensajeriadeudorescarta", u"Dear <nomcli>"_s);
+        store::saveSetting(s, "mensajeriavencimientosmail", u"<nommas>'s dose"_s);
+        store::saveSetting(s, "FechaInicioAnterior", hoy.addDays(-5));
     }
 
     void task(int tip, int ida, int medio)
     {
-        Tarea t;
+        agenda::Task t;
         t.tip = tip;
         t.ida = ida;
         t.medio = medio;
@@ -70,19 +73,19 @@ protected:
     }
     static QString rows(QWidget &form)
     {
-        const ModeloDeGrilla *rows = child<Grilla>(form, u"Grilla")->Modelo();
+        const ui::GridModel *rows = child<ui::Grid>(form, u"Grilla")->gridModel();
         QString t;
-        for (int r = 0; r < rows->Filas(); ++r) {
-            for (int c = 0; c < rows->Columnas().size(); ++c)
-                if (!rows->Columnas()[c].oculta)
-                    t += (c ? u"|"_s : QString()) + rows->TextoDeCelda(r, c);
+        for (int r = 0; r < rows->allRows(); ++r) {
+            for (int c = 0; c < rows->allColumns().size(); ++c)
+                if (!rows->allColumns()[c].hidden)
+                    t += (c ? u"|"_s : QString()) + rows->cellText(r, c);
             t += u'\n';
         }
         return t;
     }
-    QString notes() { return Filas(*s.clientes, "select ID, Texto from AvisosPlanificadas"); }
+    QString notes() { return allRows(*s.clientes, "select ID, Texto from AvisosPlanificadas"); }
 
-    static void show(FormBase &form, const QVariantMap &parameters = {})
+    static void show(ui::FormBase &form, const QVariantMap &parameters = {})
     {
         form.opened(parameters);
         form.show();
@@ -102,14 +105,15 @@ protected:
     }
 
     QList<QUrl> links;
-    AbridorDeEnlaces browser = [this](const QUrl &link) {
+    LinkOpener browser = [this](const QUrl &link) {
         links << link;
         return true;
     };
-    Formularios forms;
+    ui::FormRegistry forms;
 };
 
-class MessageFormsByLanguage : public MessageForms, public testing::WithParamInterface<Idioma>
+class MessageFormsByLanguage : public MessageForms,
+                               public testing::WithParamInterface<store::Language>
 {
 protected:
     MessageFormsByLanguage() : MessageForms(GetParam()) {}
@@ -123,27 +127,29 @@ TEST_P(MessageFormsByLanguage, TheOutboxIsReadByKeys)
     task(-43, 2, 3);
     frmmensajeria form(s, browser);
     show(form);
-    EXPECT_TRUE(form.windowTitle().startsWith(s(3601) + u' '));
-    EXPECT_EQ(rows(form),
-              u"Ana|%1|%2|%3\nEva|%4|%2/%5|%3\n"_s.arg(s(1114), s(16), s(3613), s(1112), s(37)));
+    EXPECT_TRUE(form.windowTitle().startsWith(s(text::OutboxMessages) + u' '));
+    EXPECT_EQ(rows(form), u"Ana|%1|%2|%3\nEva|%4|%2/%5|%3\n"_s.arg(
+                              s(text::BirthdayGreeting), s(text::Email), s(text::OutboxWaiting),
+                              s(text::DebtReminder), s(text::Letter)));
     EXPECT_EQ(text(form, u"txtmensaje"), u"Happy day, Toby & Co. (100 %)\nBye"_s);
-    EXPECT_EQ(child<LineaDeAyuda>(form, u"Ayu")->text(), s(9974).arg(2).arg(0).arg(2));
+    EXPECT_EQ(child<ui::HelpLine>(form, u"Ayu")->text(),
+              s(text::OutboxCounts).arg(2).arg(0).arg(2));
     checkFocus(form);
 
-    auto *grid = child<Grilla>(form, u"Grilla");
+    auto *grid = child<ui::Grid>(form, u"Grilla");
     EXPECT_EQ(form.focusWidget(), grid);
     QTest::keyClick(grid, Qt::Key_Down);
     EXPECT_EQ(text(form, u"txtmensaje"), u"Dear Eva"_s);
     EXPECT_FALSE(child<QPushButton>(form, u"cmdChat")->isEnabled());
-    EXPECT_EQ(child<QPushButton>(form, u"cmdChat")->toolTip(), s(9965));
+    EXPECT_EQ(child<QPushButton>(form, u"cmdChat")->toolTip(), s(text::NoMobile));
     // The button's letter with ALT, whatever the language calls it.
     const auto mnemonic = [&form](const char16_t *name) {
         const QString caption = child<QPushButton>(form, name)->text();
         return Qt::Key(caption.at(caption.indexOf(u'&') + 1).toUpper().unicode());
     };
     QTest::keyClick(&form, mnemonic(u"cmdImprimir"), Qt::AltModifier);
-    const QStringList printed{s(1112).trimmed() + u" - Eva"_s};
-    EXPECT_TRUE(QTest::qWaitFor([&] { return impresion.impresos == printed; }, 3000));
+    const QStringList printed{s(text::DebtReminder).trimmed() + u" - Eva"_s};
+    EXPECT_TRUE(QTest::qWaitFor([&] { return impresion.printed == printed; }, 3000));
     QTest::keyClick(&form, mnemonic(u"cmdCopiar"), Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor(
         [] { return QGuiApplication::clipboard()->text() == u"Dear Eva"_s; }, 3000));
@@ -152,9 +158,9 @@ TEST_P(MessageFormsByLanguage, TheOutboxIsReadByKeys)
     s.morvane->Execute("update TareasAgenda set fmedio = ? where tip = -43", hoy);
     task(-71, 1, 1);
     QTest::keyClick(&form, Qt::Key_F5);
-    EXPECT_EQ(grid->Modelo()->Filas(), 3);
-    EXPECT_EQ(grid->FilaActual(), 1);
-    EXPECT_EQ(grid->Modelo()->TextoDeCelda(1, 3), s(3602));
+    EXPECT_EQ(grid->gridModel()->allRows(), 3);
+    EXPECT_EQ(grid->currentRow(), 1);
+    EXPECT_EQ(grid->gridModel()->cellText(1, 3), s(text::OutboxTitle));
     QTest::keyClick(&form, Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
 }
@@ -164,7 +170,7 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
     dose(11, 1, hoy.addDays(-2));
     dose(12, 2, hoy.addDays(-1));
     dose(12, 3, hoy);
-    forms.Registrar(u"frmPropietarios"_s, [this] { return new FormBase(s, u"frmPropietarios"_s); });
+    forms.enrol(u"frmPropietarios"_s, [this] { return new ui::FormBase(s, u"frmPropietarios"_s); });
     frmAvisosPlanificadas form(s, forms, browser);
     show(form, {{u"grupo"_s, 18}});
     const auto names = [&form] {
@@ -174,11 +180,11 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
         return t;
     };
     EXPECT_EQ(names(), u"Luna Toby "_s);
-    EXPECT_EQ(child<QLabel>(form, u"lblAyuda")->text(), s(5044));
+    EXPECT_EQ(child<QLabel>(form, u"lblAyuda")->text(), s(text::NoticesHelp));
     checkFocus(form);
 
     // A note stays with its notice, whatever is looked at meanwhile.
-    auto *grid = child<Grilla>(form, u"Grilla");
+    auto *grid = child<ui::Grid>(form, u"Grilla");
     auto *note = child<QPlainTextEdit>(form, u"txtNota");
     QTest::keyClick(grid, Qt::Key_Down);
     QTest::keyClick(grid, Qt::Key_Tab);
@@ -186,7 +192,7 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
     QTest::keyClicks(note, u"it's no answer"_s);
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return notes() == u"11-1-3-20260309|it's no answer\n"_s; }, 3000));
-    EXPECT_EQ(child<LineaDeAyuda>(form, u"Ayu")->text(), s(9964));
+    EXPECT_EQ(child<ui::HelpLine>(form, u"Ayu")->text(), s(text::NoteKept));
     QTest::keyClicks(note, u"!"_s);
     QTest::keyClick(grid, Qt::Key_Up);
     EXPECT_EQ(note->toPlainText(), QString());
@@ -209,7 +215,7 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
     QTest::keyClick(grid, Qt::Key_Return);
     EXPECT_EQ(s.IdGlobal.idc, 1);
     EXPECT_EQ(s.IdGlobal.idm, 11);
-    EXPECT_TRUE(forms.Cargar(u"frmPropietarios"_s)->isVisible());
+    EXPECT_TRUE(forms.load(u"frmPropietarios"_s)->isVisible());
 
     // What is being typed is kept when the form is closed.
     QTest::keyClicks(note, u"?"_s);
@@ -219,7 +225,8 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, MessageFormsByLanguage,
-                         testing::Values(Idioma::Espanol, Idioma::Portugues, Idioma::Ingles));
+                         testing::Values(store::Language::Spanish, store::Language::Portuguese,
+                                         store::Language::English));
 
 TEST_F(MessageForms, AnEmptyOutboxSaysWhatToDo)
 {
@@ -241,7 +248,7 @@ TEST_F(MessageForms, ANoteOfAnotherTerminalIsNotOverwrittenByLookingAtIt)
     frmAvisosPlanificadas form(s, forms, browser);
     show(form, {{u"grupo"_s, 18}});
     EXPECT_FALSE(child<QPushButton>(form, u"cmdFicha")->isEnabled()) << "no such form here";
-    GuardarNota(s, u"11-1-3-20260309"_s, u"theirs"_s);
+    saveNote(s, u"11-1-3-20260309"_s, u"theirs"_s);
     form.hide();
     EXPECT_EQ(notes(), u"11-1-3-20260309|theirs\n"_s);
     show(form, {{u"grupo"_s, 99}}); // no such group: the last one
@@ -256,13 +263,13 @@ TEST_F(MessageForms, AChatOpensWithTheTextAndAsksForTheCountryOnce)
     frmmensajeria form(s, browser);
     show(form);
     auto *chat = child<QPushButton>(form, u"cmdChat");
-    ask.EsperaTexto(u"Country code"_s, std::nullopt); // backed out
+    ask.expectText(u"Country code"_s, std::nullopt); // backed out
     chat->click();
-    ask.EsperaTexto(u"Country code"_s, u"none"_s);
-    ask.Espera(s(9968));
+    ask.expectText(u"Country code"_s, u"none"_s);
+    ask.wait(s(text::CountryCodeInvalid));
     chat->click();
     EXPECT_EQ(links.size(), 0);
-    ask.EsperaTexto(u"Country code"_s, u"+598"_s);
+    ask.expectText(u"Country code"_s, u"+598"_s);
     chat->click();
     chat->click(); // and not a second time
     ASSERT_EQ(links.size(), 2);
@@ -273,7 +280,7 @@ TEST_F(MessageForms, AChatOpensWithTheTextAndAsksForTheCountryOnce)
     frmmensajeria closed(s, browser);
     show(closed);
     child<QPushButton>(closed, u"cmdChat")->click();
-    EXPECT_EQ(child<LineaDeAyuda>(closed, u"Ayu")->text(), s(9969));
+    EXPECT_EQ(child<ui::HelpLine>(closed, u"Ayu")->text(), s(text::BrowserFailed));
 
     // The notices have the reminder for a text.
     dose(11, 1, hoy.addDays(-2));
@@ -302,12 +309,12 @@ TEST(ChatNumber, IsTheFirstMobileWithItsCountry)
         {u"+598 99 123 456 789 012 345", ""},
     };
     for (const auto &[phones, number] : cases)
-        EXPECT_EQ(NumeroParaChat(QString::fromUtf16(phones), u"598"_s).toStdString(), number);
+        EXPECT_EQ(numberForChat(QString::fromUtf16(phones), u"598"_s).toStdString(), number);
 }
 
 TEST_F(MessageForms, AreRegisteredUnderTheirNames)
 {
-    RegistrarFormulariosDeMensajes(s, forms);
+    registerMessageForms(s, forms);
     for (const QString &name : {u"frmmensajeria"_s, u"frmAvisosPlanificadas"_s})
-        EXPECT_EQ(forms.Cargar(name)->objectName(), name);
+        EXPECT_EQ(forms.load(name)->objectName(), name);
 }

@@ -10,55 +10,57 @@
 #include <QHash>
 #include <QThread>
 
+using namespace messages;
+
 namespace
 {
 
-class Program : public Programa
+class SendingProgram : public Program
 {
 protected:
     // A demo clinic that writes through this server.
-    void clinicOn(const ServidorDeCorreo &server)
+    void clinicOn(const MailServer &server)
     {
-        ASSERT_TRUE(server.Vive());
+        ASSERT_TRUE(server.lives());
         Demo();
-        Mirar([&](Sesion &s) {
-            GuardarCuentaDeCorreo(s, {u"vet@clinic.example"_s, u"llave"_s, u"localhost"_s,
-                                      server.Puerto(), Cifrado::Ninguno});
+        look([&](Sesion &s) {
+            saveMailAccount(s, {u"vet@clinic.example"_s, u"llave"_s, u"localhost"_s,
+                                server.portNumber(), Encryption::None});
         });
     }
 
     // Forty clients that are written to today, beside what the day itself finds.
     void addClientsToWriteTo()
     {
-        Mirar([](Sesion &s) {
+        look([](Sesion &s) {
             Lote batch(s);
             for (int i = 0; i < 40; ++i) {
                 s.clientes->Execute("insert into clientes (idc, ayn, email) values (?, 'C', ?)",
                                     20000 + i, u"c%1@x.example"_s.arg(i));
-                Tarea t;
-                t.tip = TipoTarea::Frecuente;
+                agenda::Task t;
+                t.tip = agenda::TaskKind::Frequent;
                 t.ida = 20000 + i;
                 t.medio = 1;
                 t.fcreacion = s.reloj.hoy;
                 AgregarTarea(s, t);
             }
-            batch.Confirmar();
+            batch.commit();
         });
     }
 
     // How often each of the forty got a mail.
-    static QHash<QString, int> arrivals(const ServidorDeCorreo &server)
+    static QHash<QString, int> arrivals(const MailServer &server)
     {
         QHash<QString, int> counts;
-        for (const CorreoRecibido &c : server.Recibidos())
-            if (c.para.value(0).endsWith(u"@x.example"_s))
-                ++counts[c.para[0]];
+        for (const ReceivedMail &c : server.receivedMails())
+            if (c.recipient.value(0).endsWith(u"@x.example"_s))
+                ++counts[c.recipient[0]];
         return counts;
     }
 
-    static void waitForMails(const ServidorDeCorreo &server, qsizetype howMany)
+    static void waitForMails(const MailServer &server, qsizetype howMany)
     {
-        for (int i = 0; i < 600 && server.Recibidos().size() < howMany; ++i)
+        for (int i = 0; i < 600 && server.receivedMails().size() < howMany; ++i)
             QThread::msleep(50);
     }
 };
@@ -76,9 +78,9 @@ QStringList expectedMails(Sesion &s, QDate day)
     for (; !r.EOF_(); r.MoveNext()) {
         const int tip = r[0].toInt(), ida = r[1].toInt();
         const bool ofClient = tip == -43 || tip <= -70;
-        const Valor mail =
-            ofClient ? s.clientes->Leer("select email from clientes where idc = ?", ida)
-                     : s.clientes->Leer("select email from clientes inner join mascotas on "
+        const store::Value mail =
+            ofClient ? s.clientes->read("select email from clientes where idc = ?", ida)
+                     : s.clientes->read("select email from clientes inner join mascotas on "
                                         "clientes.idc = mascotas.idc where idm = ? and dec = 0",
                                         ida);
         const QString subject = tip == -46 || tip == -51 ? u"Happy birthday"_s
@@ -96,16 +98,16 @@ QDate nextWorkingDay(QDate day)
     return day.addDays(day.dayOfWeek() < Qt::Friday ? 1 : 8 - day.dayOfWeek());
 }
 
-QStringList received(const QList<CorreoRecibido> &mails)
+QStringList received(const QList<ReceivedMail> &mails)
 {
     QStringList lines;
-    for (const CorreoRecibido &m : mails) {
-        QString subject = m.asunto;
+    for (const ReceivedMail &m : mails) {
+        QString subject = m.subject;
         for (const QString &known : {u"Happy birthday"_s, u"Notice from"_s})
-            if (m.asunto.contains(known))
+            if (m.subject.contains(known))
                 subject = known;
-        lines << m.para.join(u',') + u' ' + subject;
-        EXPECT_FALSE(m.cuerpo.trimmed().isEmpty()) << m.asunto.toStdString();
+        lines << m.recipient.join(u',') + u' ' + subject;
+        EXPECT_FALSE(m.body.trimmed().isEmpty()) << m.subject.toStdString();
     }
     lines.sort();
     return lines;
@@ -113,28 +115,28 @@ QStringList received(const QList<CorreoRecibido> &mails)
 
 } // namespace
 
-TEST_F(Program, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
+TEST_F(SendingProgram, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
 {
-    if (const char *why = SinReloj())
+    if (const char *why = withoutClock())
         GTEST_SKIP() << why;
-    ServidorDeCorreo server;
+    MailServer server;
     clinicOn(server);
-    Mirar([](Sesion &s) { // clients who asked to be reminded
+    look([](Sesion &s) { // clients who asked to be reminded
         s.morvane->Execute("update TareasAgenda set medio = 1 where tip > 0 and dia > ?",
                            s.reloj.hoy);
     });
     QDate day = QDate::currentDate();
-    ASSERT_EQ(DiaDel(day).estado, 0);
+    ASSERT_EQ(dayOf(day).state, 0);
 
     qsizetype before = 0, withMails = 0;
     QSet<QString> kinds;
     for (int i = 0; i < 10; ++i) {
         SCOPED_TRACE(day.toString(Qt::ISODate).toStdString());
-        const auto all = server.Recibidos();
+        const auto all = server.receivedMails();
         const auto today = all.mid(before);
         before = all.size();
         withMails += !today.isEmpty();
-        Mirar([&](Sesion &s) {
+        look([&](Sesion &s) {
             EXPECT_EQ(received(today).join(u'\n').toStdString(),
                       expectedMails(s, day).join(u'\n').toStdString());
             // A reminder that went alone for its patient is noted on its dose.
@@ -144,7 +146,7 @@ TEST_F(Program, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
                 day);
             for (; !r.EOF_(); r.MoveNext())
                 EXPECT_EQ(s.clientes
-                              ->Leer("select max(ana) from artplan where idm = ? and ida = ? and "
+                              ->read("select max(ana) from artplan where idm = ? and ida = ? and "
                                      "dos = ?",
                                      r[0], r[1], r[2].toText().toInt())
                               .toInt(),
@@ -154,31 +156,31 @@ TEST_F(Program, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
                 "select distinct tip from TareasAgenda where fmedio = ?", day);
             for (; !t.EOF_(); t.MoveNext())
                 kinds.insert(t[0].toInt() > 0 ? u"appointment"_s : t[0].toText());
-            EXPECT_EQ(Filas(*s.morvane, "select * from errores"), QString());
+            EXPECT_EQ(allRows(*s.morvane, "select * from errores"), QString());
         });
         day = nextWorkingDay(day);
-        ASSERT_EQ(DiaDel(day).estado, 0);
+        ASSERT_EQ(dayOf(day).state, 0);
     }
     EXPECT_GE(withMails, 5) << "or the clinic has tested nothing";
     EXPECT_GE(kinds.size(), 4) << kinds.values().join(u' ').toStdString();
 
     // The server goes away, with mail or letter chosen.
-    server.Parar();
+    server.stop();
     day = nextWorkingDay(day);
-    Mirar([&](Sesion &s) {
+    look([&](Sesion &s) {
         for (const char *measure : {"MedidasCumple", "MedidasRevac", "MedidasDeudores"})
-            GuardarAjuste(s, measure, 3);
+            store::saveSetting(s, measure, 3);
         // Somebody has a birthday and somebody a dose ahead, whatever the demo brought.
         s.clientes->Execute("update mascotas set fecn = ? where idm = (select min(idm) from "
                             "mascotas where dec = 0)",
                             day.addYears(-3));
     });
-    ASSERT_EQ(DiaDel(day).estado, 0);
-    Mirar([&](Sesion &s) {
-        EXPECT_EQ(s.morvane->Leer("select count(*) from pizarra where dibujo = 116").toInt(), 1);
+    ASSERT_EQ(dayOf(day).state, 0);
+    look([&](Sesion &s) {
+        EXPECT_EQ(s.morvane->read("select count(*) from pizarra where dibujo = 116").toInt(), 1);
         const auto made = [&](const char *where) {
             return s.morvane
-                ->Leer(std::string("select count(*) from TareasAgenda where fcreacion = ? and ")
+                ->read(std::string("select count(*) from TareasAgenda where fcreacion = ? and ")
                            + where,
                        day)
                 .toInt();
@@ -190,24 +192,24 @@ TEST_F(Program, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
     });
 }
 
-TEST_F(Program, KilledWhileItSendsTheNextStartSendsTheRest)
+TEST_F(SendingProgram, KilledWhileItSendsTheNextStartSendsTheRest)
 {
-    ServidorDeCorreo server({u"--slow"_s, u"0.03"_s});
+    MailServer server({u"--slow"_s, u"0.03"_s});
     clinicOn(server);
     addClientsToWriteTo();
     int kills = 0;
     for (const int after : {1, 9, 17, 30}) {
         QProcess p;
-        Empezar(p, ArgumentosDelDia());
+        begin(p, dayArguments());
         waitForMails(server, after);
         QThread::msleep(ulong(7 * after)); // at another moment of a message each time
-        kills += Matar(p);
-        Mirar([](Sesion &s) {
+        kills += kill(p);
+        look([](Sesion &s) {
             EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), s.reloj.hoy);
         });
     }
     ASSERT_EQ(kills, 4);
-    ASSERT_EQ(Dia().estado, 0);
+    ASSERT_EQ(Day().state, 0);
 
     const auto counts = arrivals(server);
     EXPECT_EQ(counts.size(), 40) << "none is lost";
@@ -215,36 +217,36 @@ TEST_F(Program, KilledWhileItSendsTheNextStartSendsTheRest)
     for (const int n : counts)
         repeated += n - 1;
     EXPECT_LE(repeated, kills) << "none is repeated but the one under way";
-    const qsizetype total = server.Recibidos().size();
-    Mirar([total, repeated, kills](Sesion &s) {
+    const qsizetype total = server.receivedMails().size();
+    look([total, repeated, kills](Sesion &s) {
         EXPECT_EQ(s.morvane
-                      ->Leer("select count(*) from TareasAgenda where tip = -72 and ida >= 20000 "
+                      ->read("select count(*) from TareasAgenda where tip = -72 and ida >= 20000 "
                              "and fmedio is null")
                       .toInt(),
                   0);
         EXPECT_LE(total, expectedMails(s, s.reloj.hoy).size() + kills);
         EXPECT_GE(total, expectedMails(s, s.reloj.hoy).size() + repeated);
     });
-    ASSERT_EQ(Dia().estado, 0);
-    EXPECT_EQ(server.Recibidos().size(), total) << "it is over";
+    ASSERT_EQ(Day().state, 0);
+    EXPECT_EQ(server.receivedMails().size(), total) << "it is over";
 }
 
-TEST_F(Program, TwoTerminalsNeverSendAtOnce)
+TEST_F(SendingProgram, TwoTerminalsNeverSendAtOnce)
 {
-    ServidorDeCorreo server({u"--slow"_s, u"0.06"_s});
+    MailServer server({u"--slow"_s, u"0.06"_s});
     clinicOn(server);
     addClientsToWriteTo();
     QProcess first;
-    Empezar(first, ArgumentosDelDia());
+    begin(first, dayArguments());
     waitForMails(server, 3);
-    EXPECT_EQ(Dia().estado, 0) << "it does not wait for the whole run";
+    EXPECT_EQ(Day().state, 0) << "it does not wait for the whole run";
     EXPECT_EQ(first.state(), QProcess::Running);
-    EXPECT_EQ(Terminar(first).estado, 0);
+    EXPECT_EQ(finish(first).state, 0);
     const auto counts = arrivals(server);
     EXPECT_EQ(counts.size(), 40);
     EXPECT_EQ(counts.values().count(1), 40) << "none twice";
     QSet<int> connections;
-    for (const CorreoRecibido &c : server.Recibidos())
-        connections.insert(c.conexion);
+    for (const ReceivedMail &c : server.receivedMails())
+        connections.insert(c.connection);
     EXPECT_EQ(connections.size(), 1);
 }

@@ -9,19 +9,21 @@
 #include "store/settings_row.h"
 #include "support/clinic.h"
 #include "support/smtp_server.h"
+#include "texts/texts.h"
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Outbox : public Clinica
+class Outbox : public Clinic
 {
 protected:
     Outbox()
     {
-        s.clinica = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
-        s.carpetaDePrograma = carpeta.path() + u'/';
+        s.clinic = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
+        s.programFolder = folder.path() + u'/';
         const auto run = [this](const char *sql) { s.clientes->Execute(sql); };
         run("insert into clientes (idc, ayn, email) values (1, 'Ana', 'ana@x.example')");
         run("insert into clientes (idc, ayn, email) values (2, 'Eva', 'eva@x.example')");
@@ -32,26 +34,26 @@ protected:
         run("insert into mascotas (idm, idc, nom, dec) values (14, 1, 'Gardel', -1)");
         run("insert into mascotas (idm, idc, nom) values (15, 99, 'Nobody''s')");
         // Each text says which template it is.
-        for (const char *columna :
+        for (const char *column :
              {"mensajeriadeudorescarta", "mensajeriadeudoresmail", "MensajeriaMedicinaPrepaga",
               "mensajeriacumplecarta", "mensajeriacumplemail", "MensajeriaCumpleMailDestacados",
               "MensajeriaSoloADestacados", "mensajeriaalimento", "mensajeriadescont",
               "mensajeriaturno", "mensajeriavencimientoscarta", "mensajeriavencimientosmail",
               "MensajeriaNuevoCliente", "MensajeriaFrecuente"})
-            GuardarAjuste(s, columna, QString::fromLatin1(columna) + u" <nomcli> <nommas>"_s);
+            store::saveSetting(s, column, QString::fromLatin1(column) + u" <nomcli> <nommas>"_s);
         measures(1);
     }
 
     void measures(int value)
     {
         for (const char *column : {"MedidasCumple", "MedidasRevac", "MedidasDeudores"})
-            GuardarAjuste(s, column, value);
+            store::saveSetting(s, column, value);
     }
 
     int task(int tip, int ida, int medio, bool withDay = false, qint64 artaux = 0,
              const QString &des = {})
     {
-        Tarea t;
+        agenda::Task t;
         t.tip = tip;
         t.ida = ida;
         t.medio = medio;
@@ -63,19 +65,19 @@ protected:
         return AgregarTarea(s, t);
     }
 
-    void connectTo(const ServidorDeCorreo &server)
+    void connectTo(const MailServer &server)
     {
-        ASSERT_TRUE(server.Vive());
-        GuardarCuentaDeCorreo(s, {u"vet@clinic.example"_s, u"llave"_s, u"localhost"_s,
-                                  server.Puerto(), Cifrado::Ninguno});
-        GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"5"_s);
+        ASSERT_TRUE(server.lives());
+        saveMailAccount(s, {u"vet@clinic.example"_s, u"llave"_s, u"localhost"_s,
+                            server.portNumber(), Encryption::None});
+        store::saveMachineSetting(s, u"correo/segundos"_s, u"5"_s);
     }
 
-    static QString mails(const ServidorDeCorreo &server)
+    static QString mails(const MailServer &server)
     {
         QString t;
-        for (const CorreoRecibido &c : server.Recibidos())
-            t += c.para.join(u',') + u": "_s + c.asunto + u" / "_s + c.cuerpo + u'\n';
+        for (const ReceivedMail &c : server.receivedMails())
+            t += c.recipient.join(u',') + u": "_s + c.subject + u" / "_s + c.body + u'\n';
         return t;
     }
     static QString letterFor(const QString &name)
@@ -86,33 +88,34 @@ protected:
     void sendMeanwhile(const std::function<void()> &meanwhile,
                        std::initializer_list<std::pair<QString, bool>> letters)
     {
-        struct Acting : DialogosDePrueba {
+        struct Acting : TestDialogs {
             std::function<void()> act;
             bool Pregunta(const QString &text) override
             {
                 act();
-                return DialogosDePrueba::Pregunta(text);
+                return TestDialogs::Pregunta(text);
             }
         } dialogs;
         dialogs.act = meanwhile;
         for (const auto &[name, yes] : letters)
-            dialogs.Espera(letterFor(name), yes);
-        Sesion other(dialogs, impresion, Idioma::Ingles);
+            dialogs.wait(letterFor(name), yes);
+        Sesion other(dialogs, impresion, store::Language::English);
         other.reloj = s.reloj;
-        FijarCarpetaDeDatos(other, carpeta.path());
-        ASSERT_FALSE(AbrirAlmacen(other));
+        store::setDataFolder(other, folder.path());
+        ASSERT_FALSE(store::openStore(other));
         EnviarMensajes(other, hoy);
     }
     QString tasks()
     {
-        return Filas(*s.morvane, "select tip, ida, medio, fmedio from TareasAgenda where ida > 0 "
-                                 "order by id");
+        return allRows(*s.morvane, "select tip, ida, medio, fmedio from TareasAgenda where ida > 0 "
+                                   "order by id");
     }
-    QString errors() { return Filas(*s.morvane, "select des from errores"); }
+    QString errors() { return allRows(*s.morvane, "select des from errores"); }
     QString board(const char *where = "")
     {
-        return Filas(*s.morvane,
-                     std::string("select dibujo, codigo1, codigo2, mensaje from pizarra ") + where);
+        return allRows(*s.morvane,
+                       std::string("select dibujo, codigo1, codigo2, mensaje from pizarra ")
+                           + where);
     }
 };
 
@@ -120,7 +123,7 @@ protected:
 
 TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
 {
-    ServidorDeCorreo server;
+    MailServer server;
     connectTo(server);
     for (const int tip : {-46, -51, -42, -41, -50})
         task(tip, 11, 1);
@@ -129,7 +132,7 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
     task(7, 12, 1, true);
     for (const int tip : {-44, -45, -48, -49, -100}) // kinds that nothing is sent for
         task(tip, 1, 1);
-    GuardarAjuste(s, "MensajeriaNuevoCliente", u" \n"_s); // nor for what has no text
+    store::saveSetting(s, "MensajeriaNuevoCliente", u" \n"_s); // nor for what has no text
     EnviarMensajes(s, hoy);
     // From the kind with the lowest number up. The greeting for featured clients comes from a
     // column that no screen edits: intended.
@@ -143,18 +146,18 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
               u"ana@x.example: Notice from El Ombú / mensajeriavencimientosmail Ana Toby\n"
               u"ana@x.example: Notice from El Ombú / mensajeriaalimento Ana Toby\n"
               u"eva@x.example: Notice from El Ombú / mensajeriaturno Eva Luna\n"_s);
-    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where ida > 0 and fmedio is null "
-                                "order by tip"),
+    EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda where ida > 0 and fmedio is null "
+                                  "order by tip"),
               u"-100\n-71\n-49\n-48\n-45\n-44\n"_s);
     EXPECT_EQ(board(), u"109|8|0|We must send 1 appointments reminders by for today.\n"_s);
 
     EnviarMensajes(s, hoy); // what went does not go again
-    EXPECT_EQ(server.Recibidos().size(), 9);
+    EXPECT_EQ(server.receivedMails().size(), 9);
 }
 
 TEST_F(Outbox, OneMessagePerReasonAndAddressee)
 {
-    ServidorDeCorreo server;
+    MailServer server;
     connectTo(server);
     for (int dose = 1; dose <= 2; ++dose)
         s.clientes->Execute("insert into artplan (idm, ida, dos, si) values (11, ?, 4, 0)", dose);
@@ -166,19 +169,19 @@ TEST_F(Outbox, OneMessagePerReasonAndAddressee)
     task(-42, 12, 2);
     EnviarMensajes(s, QDate(2026, 3, 10)); // made today: not that day's
     EXPECT_EQ(mails(server), QString());
-    ask.Espera(letterFor(u"Luna"_s), false);
+    ask.wait(letterFor(u"Luna"_s), false);
     EnviarMensajes(s, hoy);
-    EXPECT_EQ(server.Recibidos().size(), 2);
+    EXPECT_EQ(server.receivedMails().size(), 2);
     EXPECT_EQ(tasks(), u"-42|11|1|2026-03-11\n-42|12|1|2026-03-11\n-42|11|3|2026-03-11\n"
                        u"-42|12|1|\n-42|12|2|2026-03-11\n"_s);
     // The dose of the message that went is noted, the one that was told along with it is not:
     // intended.
-    EXPECT_EQ(Filas(*s.clientes, "select ida, ana from artplan order by ida"), u"1|-1\n2|0\n"_s);
+    EXPECT_EQ(allRows(*s.clientes, "select ida, ana from artplan order by ida"), u"1|-1\n2|0\n"_s);
 }
 
 TEST_F(Outbox, NothingGoesToTheDeceasedOrToWhoIsGone)
 {
-    ServidorDeCorreo server;
+    MailServer server;
     connectTo(server);
     for (const int medio : {1, 2}) {
         for (const int idm : {14, 15, 16})
@@ -187,13 +190,13 @@ TEST_F(Outbox, NothingGoesToTheDeceasedOrToWhoIsGone)
     }
     EnviarMensajes(s, hoy);
     EXPECT_EQ(mails(server), QString());
-    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where fmedio is not null"),
+    EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda where fmedio is not null"),
               QString());
 }
 
 TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
 {
-    ServidorDeCorreo server({u"--refuse"_s, u"ana@x.example"_s});
+    MailServer server({u"--refuse"_s, u"ana@x.example"_s});
     for (const int measure : {1, 3}) {
         SCOPED_TRACE(measure);
         connectTo(server);
@@ -210,18 +213,18 @@ TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
             measure == 3 ? QStringList{u"Toby"_s, u"Rex"_s, u"Leo"_s, u"Toby"_s, u"Rex"_s}
                          : QStringList{u"Leo"_s};
         for (const QString &name : letters)
-            ask.Espera(letterFor(name), false);
+            ask.wait(letterFor(name), false);
         EnviarMensajes(s, hoy);
-        EXPECT_EQ(Filas(*s.morvane, "select tip, ida from TareasAgenda where medio = 2 order by "
-                                    "tip, ida"),
+        EXPECT_EQ(allRows(*s.morvane, "select tip, ida from TareasAgenda where medio = 2 order by "
+                                      "tip, ida"),
                   measure == 3 ? u"-46|11\n-46|13\n-43|3\n-42|11\n-42|13\n"_s : u"-43|3\n"_s);
-        EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where medio <> 2 and fmedio is "
-                                    "not null"),
+        EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda where medio <> 2 and fmedio is "
+                                      "not null"),
                   QString());
     }
     EXPECT_EQ(errors().count(u"550"_s), 2) << "once a run, however many it befell";
     EXPECT_EQ(mails(server), QString());
-    EXPECT_EQ(Filas(*s.clientes, "select idc, FaltaMail from clientes order by idc"),
+    EXPECT_EQ(allRows(*s.clientes, "select idc, FaltaMail from clientes order by idc"),
               u"1|0\n2|0\n3|-1\n"_s);
     EXPECT_EQ(board(), QString()) << "the session stood";
 }
@@ -233,55 +236,55 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     task(-43, 2, 3);
     const int done = task(-46, 12, 1);
     s.morvane->Execute("update TareasAgenda set est = -1 where id = ?", done);
-    ask.Espera(u"Can not log messaging"_s);
+    ask.wait(u"Can not log messaging"_s);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-46|11|1|\n-51|11|1|\n-42|11|1|\n-41|11|1|\n-43|2|3|\n"
                        u"-46|12|1|\n"_s);
     const QString line = u"116|34|0|Unable to send emails. Please configure your email. (click "
                          u"here for instructions)\n"_s;
     EXPECT_EQ(board(), line);
-    GuardarCuentaDeCorreo(s, {u"vet@clinic.example"_s, u"llave"_s, {}});
-    ask.Espera(u"The mail server is missing"_s);
+    saveMailAccount(s, {u"vet@clinic.example"_s, u"llave"_s, {}});
+    ask.wait(u"The mail server is missing"_s);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(errors(), QString()) << "the user has been told";
 
-    ServidorDeCorreo server;
+    MailServer server;
     connectTo(server);
-    server.Parar();
+    server.stop();
     measures(3);
-    ask.Espera(u"The mail could not be sent: "_s);
+    ask.wait(u"The mail could not be sent: "_s);
     // The letters follow at once; No to one drops it, and its row is marked before the question.
-    ask.Espera(letterFor(u"Toby"_s), true);
-    ask.Espera(letterFor(u"Eva"_s), false);
-    ask.Espera(letterFor(u"Toby"_s), true);
+    ask.wait(letterFor(u"Toby"_s), true);
+    ask.wait(letterFor(u"Eva"_s), false);
+    ask.wait(letterFor(u"Toby"_s), true);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-46|11|2|2026-03-11\n-51|11|1|\n-42|11|2|2026-03-11\n-41|11|1|\n"
                        u"-43|2|2|2026-03-11\n-46|12|1|\n"_s);
-    EXPECT_EQ(impresion.impresos, (QStringList{u"Congratulations on birthday - Toby"_s,
-                                               u"Scheduled product reminder - Toby"_s}));
+    EXPECT_EQ(impresion.printed, (QStringList{u"Congratulations on birthday - Toby"_s,
+                                              u"Scheduled product reminder - Toby"_s}));
     EXPECT_EQ(board(), line);
     EXPECT_TRUE(errors().contains(u"onnect"_s)) << errors().toStdString();
 }
 
 TEST_F(Outbox, AServerThatIsGivenUpInTheMiddleIsTold)
 {
-    ServidorDeCorreo server({u"--hang-at"_s, u"2"_s});
+    MailServer server({u"--hang-at"_s, u"2"_s});
     connectTo(server);
-    GuardarAjusteDeMaquina(s, u"correo/segundos"_s, u"1"_s);
+    store::saveMachineSetting(s, u"correo/segundos"_s, u"1"_s);
     measures(3);
     for (const int tip : {-72, -71, -70})
         task(tip, 1, 1);
     task(-46, 11, 3);
     s.clientes->Execute("update clientes set email = '@' where idc = 2");
     task(-41, 12, 1); // comes when the server is lost: its address is not looked at any more
-    ask.Espera(u"The mail could not be sent: "_s);
-    ask.Espera(letterFor(u"Toby"_s), false);
+    ask.wait(u"The mail could not be sent: "_s);
+    ask.wait(letterFor(u"Toby"_s), false);
     EnviarMensajes(s, hoy);
     // Who has the whole text and does not answer may have taken it: that is never sent twice.
     EXPECT_EQ(tasks(),
               u"-72|1|1|2026-03-11\n-71|1|1|2026-03-11\n-70|1|1|2026-03-11\n-46|11|2|2026-03-11\n"
               u"-41|12|1|\n"_s);
-    EXPECT_EQ(Filas(*s.morvane, "select dibujo from pizarra"), u"116\n"_s);
+    EXPECT_EQ(allRows(*s.morvane, "select dibujo from pizarra"), u"116\n"_s);
     EXPECT_EQ(errors().count(u'\n'), 1) << errors().toStdString();
 }
 
@@ -293,7 +296,7 @@ TEST_F(Outbox, LettersAreMarkedBeforeTheQuestion)
     QString before;
     sendMeanwhile([&] { before = tasks(); }, {{u"Leo"_s, false}});
     EXPECT_EQ(before, u"-43|3|2|2026-03-11\n-43|3|2|2026-03-11\n-71|3|2|\n"_s);
-    EXPECT_EQ(impresion.impresos, QStringList());
+    EXPECT_EQ(impresion.printed, QStringList());
 }
 
 TEST_F(Outbox, WhatAnotherTerminalDeletesOrTakesMeanwhileIsNotAskedAbout)
@@ -309,7 +312,7 @@ TEST_F(Outbox, WhatAnotherTerminalDeletesOrTakesMeanwhileIsNotAskedAbout)
         },
         {{u"Ana"_s, true}});
     EXPECT_EQ(tasks(), u"-43|2|2|2026-03-11\n-43|1|2|2026-03-11\n"_s);
-    EXPECT_EQ(impresion.impresos, QStringList{u"Debt reminder - Ana"_s});
+    EXPECT_EQ(impresion.printed, QStringList{u"Debt reminder - Ana"_s});
 }
 
 TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
@@ -334,48 +337,51 @@ TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
     task(50, 11, 4, true, 10);
     task(51, 11, 1, true, 30); // no delivery
     task(51, 13, 4, true, 0);
-    ServidorDeCorreo server;
+    MailServer server;
     connectTo(server);
     // A definition that cannot be read costs its list for now, and says which file it is.
-    QFile definition(carpeta.filePath(u"reportes/revacEN.html"_s));
+    QFile definition(folder.filePath(u"reportes/revacEN.html"_s));
     ASSERT_TRUE(definition.open(QIODevice::WriteOnly));
-    ask.Espera(u"revacEN.html"_s);
-    ask.Espera(s(4631), false);
+    ask.wait(u"revacEN.html"_s);
+    ask.wait(s(text::PrintFoodListQuestion), false);
     EnviarMensajes(s, hoy);
-    EXPECT_EQ(Filas(*s.morvane, "select tip from TareasAgenda where medio = 4 and fmedio is not "
-                                "null"),
+    EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda where medio = 4 and fmedio is not "
+                                  "null"),
               u"50\n"_s);
-    EXPECT_EQ(Filas(AbrirAuxiliar(s, u"rep97"_s), "select mas, ali, pro from auxrealimentacion"),
-              u"Toby|P1|Ana\n"_s);
-    CerrarAuxiliar(s);
+    EXPECT_EQ(
+        allRows(store::openScratch(s, u"rep97"_s), "select mas, ali, pro from auxrealimentacion"),
+        u"Toby|P1|Ana\n"_s);
+    store::closeScratch(s);
     ASSERT_TRUE(definition.remove());
-    ask.Espera(s(4602), true);
+    ask.wait(s(text::PrintVaccinationQuestion), true);
     EnviarMensajes(s, hoy);
-    EXPECT_EQ(impresion.impresos.size(), 1);
-    Base &rep97 = AbrirAuxiliar(s, u"rep97"_s);
-    EXPECT_EQ(Filas(rep97, "select mas, vac, pro, dir, tel from auxrevacunacion"),
+    EXPECT_EQ(impresion.printed.size(), 1);
+    Base &rep97 = store::openScratch(s, u"rep97"_s);
+    EXPECT_EQ(allRows(rep97, "select mas, vac, pro, dir, tel from auxrevacunacion"),
               u"Toby|P4|Ana||\nLuna|P3|Eva|Mitre 3|4812 / 099\n"_s);
-    CerrarAuxiliar(s);
-    EXPECT_EQ(Filas(*s.morvane, "select tip, ida from TareasAgenda where medio = 4 and fmedio is "
-                                "null order by tip"),
+    store::closeScratch(s);
+    EXPECT_EQ(allRows(*s.morvane, "select tip, ida from TareasAgenda where medio = 4 and fmedio is "
+                                  "null order by tip"),
               u"51|11\n51|13\n"_s);
-    EXPECT_EQ(server.Recibidos().size(), 1);
+    EXPECT_EQ(server.receivedMails().size(), 1);
     EnviarMensajes(s, hoy); // nothing to ask again
 }
 
 TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
 {
-    GuardarAjuste(s, "FechaUltimoInicio", hoy.addDays(-1));
-    GuardarAjuste(s, "FechaUltimoInicioMes", hoy.addMonths(-1));
+    store::saveSetting(s, "FechaUltimoInicio", hoy.addDays(-1));
+    store::saveSetting(s, "FechaUltimoInicioMes", hoy.addMonths(-1));
     int runs = 0;
-    std::function<void()> event = [] { throw ErrorDeAlmacen(ErrorNum::RutaODisco, u"disk"_s); };
-    const PasosPosteriores steps{[&](Sesion &, QDate) {
-                                     ++runs;
-                                     event();
-                                     return true;
-                                 },
-                                 {}};
-    EXPECT_THROW(IniciarTareas(s, steps), ErrorDeAlmacen);
+    std::function<void()> event = [] {
+        throw store::StoreError(store::ErrorNumber::PathOrDisk, u"disk"_s);
+    };
+    const startup::LaterSteps steps{[&](Sesion &, QDate) {
+                                        ++runs;
+                                        event();
+                                        return true;
+                                    },
+                                    {}};
+    EXPECT_THROW(IniciarTareas(s, steps), store::StoreError);
     event = [] {};
     EXPECT_FALSE(IniciarTareas(s, steps)) << "the day stands";
     EXPECT_FALSE(IniciarTareas(s, steps));
@@ -385,16 +391,16 @@ TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
 
     // Another terminal begins the next day, and dies, while this one still asks about letters:
     // that day's outbox is not taken away.
-    GuardarAjuste(s, "FechaUltimoInicio", hoy.addDays(-1));
+    store::saveSetting(s, "FechaUltimoInicio", hoy.addDays(-1));
     event = [&] {
-        Sesion other(ask, impresion, Idioma::Ingles);
+        Sesion other(ask, impresion, store::Language::English);
         other.reloj.hoy = hoy.addDays(1);
-        FijarCarpetaDeDatos(other, carpeta.path());
-        ASSERT_FALSE(AbrirAlmacen(other));
+        store::setDataFolder(other, folder.path());
+        ASSERT_FALSE(store::openStore(other));
         const auto dies = [](Sesion &, QDate) -> bool {
-            throw ErrorDeAlmacen(ErrorNum::Interno, {});
+            throw store::StoreError(store::ErrorNumber::Internals, {});
         };
-        EXPECT_THROW(IniciarTareas(other, {dies, {}}), ErrorDeAlmacen);
+        EXPECT_THROW(IniciarTareas(other, {dies, {}}), store::StoreError);
     };
     EXPECT_TRUE(IniciarTareas(s, steps));
     event = [] {};
@@ -418,10 +424,10 @@ TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
     task(7, 12, 1, true);
     s.morvane->Execute("update TareasAgenda set fmedio = ? where tip = -41", hoy);
     QString all;
-    for (const MensajeDelDia &m : MensajesDelDia(s))
-        all += u"%1|%2|%3|%4|%5|%6|"_s.arg(m.tip).arg(m.destinatario, m.motivo, m.icono, m.porMedio,
-                                                      m.estado)
-               + TextoDeMensaje(s, m) + u'\n';
+    for (const DayMessage &m : dayMessages(s))
+        all += u"%1|%2|%3|%4|%5|%6|"_s.arg(m.tip).arg(m.addressee, m.reason, m.icon, m.byChannel,
+                                                      m.state)
+               + messageText(s, m) + u'\n';
     EXPECT_EQ(all.toStdString(),
               "-41|Ana|Reminder by low levels of food (commercial offer)|AgendaCom|Email|Outbox|"
               "mensajeriaalimento Ana Toby\n"
@@ -446,15 +452,15 @@ TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
 
     // By mail or letter, it is the letter for who has no address.
     s.clientes->Execute("update clientes set email = '' where idc = 2");
-    const auto list = MensajesDelDia(s);
-    const auto debt = std::ranges::find(list, -43, &MensajeDelDia::tip);
+    const auto list = dayMessages(s);
+    const auto debt = std::ranges::find(list, -43, &DayMessage::tip);
     ASSERT_NE(debt, list.end());
-    EXPECT_EQ(TextoDeMensaje(s, *debt), u"mensajeriadeudorescarta Eva "_s);
+    EXPECT_EQ(messageText(s, *debt), u"mensajeriadeudorescarta Eva "_s);
 }
 
 TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
 {
-    GuardarAjuste(s, "FechaInicioAnterior", QDate(2026, 2, 20)); // no limit of ten days
+    store::saveSetting(s, "FechaInicioAnterior", QDate(2026, 2, 20)); // no limit of ten days
     s.clientes->Execute("update mascotas set ser = 1 where idm = 12");
     s.finanzas->Execute("delete * from articulos");
     s.finanzas->Execute("insert into articulos (ida, nom) values (1, 'Rabia')");
@@ -477,29 +483,29 @@ TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
                             idm, dos++, rep, si);
     const auto notices = [this](int group) {
         QString t;
-        for (const AvisoPlanificado &a : AvisosDe(s, GrupoDeAvisos(group)))
-            t += a.clave + u' ' + a.paciente + u' ' + a.propietario + u' ' + a.producto + u' '
-                 + a.vence.toString(Qt::ISODate) + u' ' + a.nota + u'\n';
+        for (const PlannedNotice &a : noticesOf(s, NoticesGroup(group)))
+            t += a.key + u' ' + a.patient + u' ' + a.owner + u' ' + a.product + u' '
+                 + a.expires.toString(Qt::ISODate) + u' ' + a.note + u'\n';
         return t;
     };
     EXPECT_EQ(notices(18), u"13-1-3-20260220 Rex Leo Rabia 2026-02-20 \n"
                            u"11-1-3-20260221 Toby Ana Rabia 2026-02-21 \n"_s);
-    const QString lunas = u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n"_s;
-    EXPECT_EQ(notices(19), lunas);
+    const QString moons = u"12-1-3-20260310 Luna Eva Rabia 2026-03-10 \n"_s;
+    EXPECT_EQ(notices(19), moons);
     EXPECT_EQ(notices(20), u"11-1-3-20260221 Toby Ana Rabia 2026-02-21 \n"
                            u"11-1-3-20260311 Toby Ana Rabia 2026-03-11 \n"_s);
-    EXPECT_EQ(notices(21), lunas + u"12-1-3-20260311 Luna Eva Rabia 2026-03-11 \n"_s);
+    EXPECT_EQ(notices(21), moons + u"12-1-3-20260311 Luna Eva Rabia 2026-03-11 \n"_s);
 
-    GuardarNota(s, u"12-1-3-20260311"_s, u"O'Hara: calls back"_s);
-    GuardarNota(s, u"12-1-3-20260310"_s, u"first"_s);
-    GuardarNota(s, u"12-1-3-20260310"_s, u" \n"_s);
+    saveNote(s, u"12-1-3-20260311"_s, u"O'Hara: calls back"_s);
+    saveNote(s, u"12-1-3-20260310"_s, u"first"_s);
+    saveNote(s, u"12-1-3-20260310"_s, u" \n"_s);
     EXPECT_EQ(notices(21),
-              lunas + u"12-1-3-20260311 Luna Eva Rabia 2026-03-11 O'Hara: calls back\n"_s);
-    EXPECT_EQ(Filas(*s.clientes, "select ID, Texto from AvisosPlanificadas"),
+              moons + u"12-1-3-20260311 Luna Eva Rabia 2026-03-11 O'Hara: calls back\n"_s);
+    EXPECT_EQ(allRows(*s.clientes, "select ID, Texto from AvisosPlanificadas"),
               u"12-1-3-20260311|O'Hara: calls back\n"_s);
 
     // A last start that lies today or ahead leaves no day, not tomorrow's.
-    GuardarAjuste(s, "FechaInicioAnterior", hoy);
+    store::saveSetting(s, "FechaInicioAnterior", hoy);
     for (int group = 18; group <= 21; ++group)
         EXPECT_EQ(notices(group), QString());
 }

@@ -2,21 +2,23 @@
 #include "messages/templates.h"
 #include "store/settings_row.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 
 #include <QLocale>
 #include <QSet>
 
+using namespace messages;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Templates : public Clinica
+class Templates : public Clinic
 {
 protected:
     Templates()
     {
-        s.clinica = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
+        s.clinic = {u"El Ombú"_s, u"Dr. Ruiz"_s, u"Rivera 12"_s, u"555-0101"_s};
         s.clientes->Execute("insert into cldepartamento (id, nom) values (1, 'Centro')");
         s.clientes->Execute("insert into clientes (idc, ayn, dir, dep) values (7, 'Ana Paz', "
                             "'Mitre 3', 1)");
@@ -24,7 +26,7 @@ protected:
     }
     void book(QTime hour)
     {
-        Tarea t;
+        agenda::Task t;
         t.tip = 1;
         t.ida = 9;
         t.dia = hoy;
@@ -32,7 +34,7 @@ protected:
         t.fcreacion = hoy;
         AgregarTarea(s, t);
     }
-    QString fill(const QString &text) { return RellenarTags(s, text, 0, 9, 1); }
+    QString fill(const QString &text) { return fillTags(s, text, 0, 9, 1); }
 
     const QLocale before; // the default, put back at the end
     ~Templates() override { QLocale::setDefault(before); }
@@ -42,9 +44,9 @@ protected:
 
 TEST_F(Templates, EachKindAndMediumHasItsColumn)
 {
-    for (const Plantilla &p : Plantillas())
-        GuardarAjuste(s, p.columna, QString::fromLatin1(p.columna).toLower());
-    GuardarAjuste(s, "MensajeriaSoloADestacados", u"sent to featured"_s);
+    for (const Template &p : templates())
+        store::saveSetting(s, p.column, QString::fromLatin1(p.column).toLower());
+    store::saveSetting(s, "MensajeriaSoloADestacados", u"sent to featured"_s);
     QString all; // a line for each kind: by mail, by letter, by either
     for (const int tip : {-41, -42, -43, -46, -49, -50, -51, -70, -71, -72, -44, 0, 5}) {
         QStringList texts;
@@ -67,13 +69,13 @@ TEST_F(Templates, EachKindAndMediumHasItsColumn)
 TEST_F(Templates, TheListNamesThirteenEntriesWithTheirTexts)
 {
     QSet<QString> columns, titles, helps;
-    for (const Plantilla &p : Plantillas()) {
-        EXPECT_TRUE(s.morvane->ExisteColumna("Configuracion", p.columna)) << p.columna;
-        columns << QString::fromLatin1(p.columna);
-        titles << s(p.titulo);
-        helps << s(p.ayuda);
+    for (const Template &p : templates()) {
+        EXPECT_TRUE(s.morvane->columnExists("Configuracion", p.column)) << p.column;
+        columns << QString::fromLatin1(p.column);
+        titles << s(p.title);
+        helps << s(p.help);
     }
-    EXPECT_EQ(Plantillas().size(), 13U);
+    EXPECT_EQ(templates().size(), 13U);
     EXPECT_EQ(columns.size(), 13);
     EXPECT_EQ(titles.size(), 13);
     EXPECT_EQ(helps.size(), 13);
@@ -83,17 +85,17 @@ TEST_F(Templates, TheListNamesThirteenEntriesWithTheirTexts)
 TEST_F(Templates, TagsTakeTheirValuesWhateverTheirCase)
 {
     s.finanzas->Execute("insert into articulos (ida, nom) values (900, 'Rabia')");
-    EXPECT_EQ(RellenarTags(s,
-                           u"<NomCli>|<dircli>|<NOMMAS>|<TraMas>|<ProVet>|<DirVet>|<TelVet>|"
-                           u"<RazVet>|<other>|< NomCli >|"_s,
-                           0, 9, 900),
+    EXPECT_EQ(fillTags(s,
+                       u"<NomCli>|<dircli>|<NOMMAS>|<TraMas>|<ProVet>|<DirVet>|<TelVet>|"
+                       u"<RazVet>|<other>|< NomCli >|"_s,
+                       0, 9, 900),
               u"Ana Paz|Mitre 3, Centro|Toby|Rabia|Dr. Ruiz|Rivera 12|555-0101|El Ombú|||"_s);
     s.clientes->Execute("insert into clientes (idc, ayn) values (8, 'Eva Sol')");
-    EXPECT_EQ(RellenarTags(s, u"<nomcli>, <nommas>"_s, 8, 9, 0), u"Eva Sol, Toby"_s)
+    EXPECT_EQ(fillTags(s, u"<nomcli>, <nommas>"_s, 8, 9, 0), u"Eva Sol, Toby"_s)
         << "a client given goes before the patient's";
-    EXPECT_EQ(RellenarTags(s, u"<nomcli><dircli><nommas><tramas><hortur>."_s, 0, 0, 0), u"."_s);
-    for (const QString &tag : Tags())
-        EXPECT_TRUE(s(2638).contains(u'<' + tag + u'>')) << tag.toStdString();
+    EXPECT_EQ(fillTags(s, u"<nomcli><dircli><nommas><tramas><hortur>."_s, 0, 0, 0), u"."_s);
+    for (const QString &tag : tags())
+        EXPECT_TRUE(s(text::TagsHelp).contains(u'<' + tag + u'>')) << tag.toStdString();
 }
 
 TEST_F(Templates, AnOpenBracketConsumesTheRest)
@@ -129,7 +131,7 @@ TEST_F(Templates, DayAndHourFollowTheLocale)
 TEST_F(Templates, TheExampleIsTheSessionsClientOrTheFirst)
 {
     const auto example = [this](int idc = 0) {
-        const auto e = EjemploDeMensaje(s, idc);
+        const auto e = messageExample(s, idc);
         return e ? u"%1 %2 %3"_s.arg(e->idc).arg(e->idm).arg(e->ida) : u"none"_s;
     };
     s.clientes->Execute("insert into clientes (idc, ayn) values (8, 'Eva Sol')");

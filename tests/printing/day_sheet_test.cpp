@@ -2,13 +2,14 @@
 #include "agenda/tasks.h"
 #include "printing/pdf.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class HojaDeAgenda : public Clinica
+class AgendaSheet : public Clinic
 {
 protected:
     void SetUp() override
@@ -18,91 +19,91 @@ protected:
             "insert into mascotas (idm, idc, nom) values (1, 1, 'Maximilian the Great')");
         s.clientes->Execute("insert into mascotas (idm, idc, nom) values (2, 1, 'Toby')");
         s.finanzas->Execute("insert into articulos (ida, idcat, nom) values (?, 2, 'Check')",
-                            consulta);
+                            query);
     }
 
-    void Tarea_(int tip, int ida, QTime hora, const QString &des = {})
+    void task(int tip, int ida, QTime hour, const QString &des = {})
     {
-        Tarea t;
+        agenda::Task t;
         t.tip = tip;
         t.ida = ida;
         t.dia = hoy;
-        t.hor = hora;
+        t.hor = hour;
         t.fcreacion = hoy;
         t.des = des;
         AgregarTarea(s, t);
     }
 
-    const int consulta = 75;
+    const int query = 75;
 };
 
 } // namespace
 
-TEST_F(HojaDeAgenda, SlotsHoldOneTaskOrTellThatThereAreSeveral)
+TEST_F(AgendaSheet, SlotsHoldOneTaskOrTellThatThereAreSeveral)
 {
-    Tarea_(consulta, 1, {6, 0});
-    Tarea_(consulta, 2, {9, 29});
-    Tarea_(consulta, 1, {9, 15});
-    Tarea_(TipoTarea::TareaDeUsuario, 2, {22, 5}, u"Close the till"_s); // 2 is a user here
-    Tarea_(consulta, 2, {5, 59});                                       // before the sheet begins
-    const auto casillas = CasillasDelDia(s, true, hoy, {});
-    ASSERT_EQ(casillas.size(), 65u);
-    EXPECT_EQ(casillas.front().hora, QTime(6, 0));
-    EXPECT_EQ(casillas.front().texto, u"Maximilian t"_s);
-    EXPECT_EQ(casillas.back().hora, QTime(22, 0));
-    EXPECT_EQ(casillas.back().texto, u"Close the ti"_s);
-    EXPECT_EQ(casillas[13].texto, s(1107));
-    ASSERT_EQ(casillas[13].detalle.size(), 2u);
-    EXPECT_EQ(casillas[13].detalle.front().first, QTime(9, 15)) << "by the hour";
-    EXPECT_EQ(casillas[14].texto, QString());
+    task(query, 1, {6, 0});
+    task(query, 2, {9, 29});
+    task(query, 1, {9, 15});
+    task(agenda::TaskKind::UserTask, 2, {22, 5}, u"Close the till"_s); // 2 is a user here
+    task(query, 2, {5, 59});                                           // before the sheet begins
+    const auto slots = agenda::daySlots(s, true, hoy, {});
+    ASSERT_EQ(slots.size(), 65u);
+    EXPECT_EQ(slots.front().hour, QTime(6, 0));
+    EXPECT_EQ(slots.front().text, u"Maximilian t"_s);
+    EXPECT_EQ(slots.back().hour, QTime(22, 0));
+    EXPECT_EQ(slots.back().text, u"Close the ti"_s);
+    EXPECT_EQ(slots[13].text, s(text::SeveralTasks));
+    ASSERT_EQ(slots[13].detail.size(), 2u);
+    EXPECT_EQ(slots[13].detail.front().first, QTime(9, 15)) << "by the hour";
+    EXPECT_EQ(slots[14].text, QString());
 
-    EXPECT_EQ(casillas.front().icono, u"AgendaCon"_s);
-    EXPECT_EQ(casillas[13].icono, QString()) << "several have none";
-    EXPECT_EQ(casillas.back().icono, QString()) << "the sheet knows no picture of a user's task";
+    EXPECT_EQ(slots.front().icon, u"AgendaCon"_s);
+    EXPECT_EQ(slots[13].icon, QString()) << "several have none";
+    EXPECT_EQ(slots.back().icon, QString()) << "the sheet knows no picture of a user's task";
 
     // An update begins at the quarter that its hour lies in.
-    const auto resto = CasillasDelDia(s, false, hoy, {9, 44});
-    EXPECT_EQ(resto.front().hora, QTime(9, 30));
-    EXPECT_EQ(resto.back().hora, QTime(22, 0));
-    EXPECT_EQ(CasillasDelDia(s, false, hoy, {22, 40}).size(), 0u);
+    const auto rest = agenda::daySlots(s, false, hoy, {9, 44});
+    EXPECT_EQ(rest.front().hour, QTime(9, 30));
+    EXPECT_EQ(rest.back().hour, QTime(22, 0));
+    EXPECT_EQ(agenda::daySlots(s, false, hoy, {22, 40}).size(), 0u);
 }
 
-TEST_F(HojaDeAgenda, PrintsOnA4AndLetter)
+TEST_F(AgendaSheet, PrintsOnA4AndLetter)
 {
-    Tarea_(consulta, 1, {9, 15});
-    Tarea_(consulta, 2, {9, 20});
-    for (const auto hoja : {QPageSize::A4, QPageSize::Letter}) {
-        const auto documento = HojaDelDia(s, true, hoy, {});
-        const QString texto = TextoEnPapel(*documento, QPageSize(hoja));
-        EXPECT_TRUE(texto.startsWith(u"Day's agenda\nWednesday, 11 March 2026"_s))
-            << texto.left(100).toStdString();
-        for (const QString &parte :
-             {u"06:00"_s, u"22:00"_s, s(1107), u"09:15 Maximilian the Great"_s, u"09:20 Toby"_s})
-            EXPECT_TRUE(texto.contains(parte)) << parte.toStdString();
+    task(query, 1, {9, 15});
+    task(query, 2, {9, 20});
+    for (const auto sheet : {QPageSize::A4, QPageSize::Letter}) {
+        const auto document = agenda::daySheet(s, true, hoy, {});
+        const QString text = textInPaper(*document, QPageSize(sheet));
+        EXPECT_TRUE(text.startsWith(u"Day's agenda\nWednesday, 11 March 2026"_s))
+            << text.left(100).toStdString();
+        for (const QString &part : {u"06:00"_s, u"22:00"_s, s(text::SeveralTasks),
+                                    u"09:15 Maximilian the Great"_s, u"09:20 Toby"_s})
+            EXPECT_TRUE(text.contains(part)) << part.toStdString();
     }
     // A day with more in its slots than one sheet holds goes on to a second one.
     Lote lote(s);
     for (int i = 0; i < 200; ++i)
-        Tarea_(consulta, 2, QTime(10, 0).addSecs(i % 4 * 60));
-    lote.Confirmar();
-    const QStringList largo = PaginasEnPapel(*HojaDelDia(s, true, hoy, {}));
-    EXPECT_EQ(largo.size(), 2);
-    EXPECT_EQ(largo.join(QString()).count(u"Toby"_s), 201);
-    EXPECT_TRUE(largo[1].startsWith(u"Day's agenda Wednesday, 11 March 2026\n"_s));
+        task(query, 2, QTime(10, 0).addSecs(i % 4 * 60));
+    lote.commit();
+    const QStringList length = pagesInPaper(*agenda::daySheet(s, true, hoy, {}));
+    EXPECT_EQ(length.size(), 2);
+    EXPECT_EQ(length.join(QString()).count(u"Toby"_s), 201);
+    EXPECT_TRUE(length[1].startsWith(u"Day's agenda Wednesday, 11 March 2026\n"_s));
 }
 
-TEST_F(HojaDeAgenda, AnUpdateTellsItsHourAndAFailureIsTold)
+TEST_F(AgendaSheet, AnUpdateTellsItsHourAndAFailureIsTold)
 {
-    Tarea_(consulta, 2, {9, 50});
-    const QString texto = TextoEnPapel(*HojaDelDia(s, false, hoy, {9, 44}));
-    EXPECT_TRUE(texto.contains(HoraLarga({9, 0}))) << "the present time";
-    EXPECT_FALSE(texto.contains(u"09:15"_s));
-    EXPECT_TRUE(texto.contains(u"Toby"_s));
+    task(query, 2, {9, 50});
+    const QString text = textInPaper(*agenda::daySheet(s, false, hoy, {9, 44}));
+    EXPECT_TRUE(text.contains(agenda::longHour({9, 0}))) << "the present time";
+    EXPECT_FALSE(text.contains(u"09:15"_s));
+    EXPECT_TRUE(text.contains(u"Toby"_s));
     ImprimirAgendaDia(s, false, hoy, {9, 44});
-    EXPECT_EQ(impresion.impresos.size(), 1);
+    EXPECT_EQ(impresion.printed.size(), 1);
 
     s.morvane->Execute("drop table TareasAgenda");
-    ask.Espera(u"TareasAgenda"_s);
+    ask.wait(u"TareasAgenda"_s);
     ImprimirAgendaDia(s, true, hoy, {});
-    EXPECT_EQ(impresion.impresos.size(), 1);
+    EXPECT_EQ(impresion.printed.size(), 1);
 }

@@ -7,34 +7,36 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace printing;
+
 /// The pages of a PDF file as a reader sees them: a line each, blanks squeezed.
-inline QStringList PaginasDe(const QString &archivo)
+inline QStringList pagesOf(const QString &file)
 {
     QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), archivo, QStringLiteral("-")});
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
     EXPECT_TRUE(p.waitForFinished());
-    QStringList paginas = QString::fromUtf8(p.readAllStandardOutput()).split(u'\f');
-    paginas.removeLast(); // each page ends with the mark
-    for (QString &pagina : paginas) {
-        QStringList lineas;
-        for (const QString &linea : pagina.split(u'\n'))
-            if (const QString t = linea.simplified(); !t.isEmpty())
-                lineas << t;
-        pagina = lineas.join(u'\n');
+    QStringList pages = QString::fromUtf8(p.readAllStandardOutput()).split(u'\f');
+    pages.removeLast(); // each page ends with the mark
+    for (QString &page : pages) {
+        QStringList lines;
+        for (const QString &line : page.split(u'\n'))
+            if (const QString t = line.simplified(); !t.isEmpty())
+                lines << t;
+        page = lines.join(u'\n');
     }
-    return paginas;
+    return pages;
 }
 
-inline QStringList PaginasEnPapel(Documento &documento,
-                                  const QPageSize &hoja = QPageSize(QPageSize::A4))
+inline QStringList pagesInPaper(Documento &document,
+                                const QPageSize &sheet = QPageSize(QPageSize::A4))
 {
-    const QTemporaryDir carpeta;
-    const QString archivo = carpeta.filePath(QStringLiteral("documento.pdf"));
-    GuardarPdf(documento, archivo, hoja);
-    return PaginasDe(archivo);
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("documento.pdf"));
+    savePdf(document, file, sheet);
+    return pagesOf(file);
 }
 
-inline QString TextoEnPapel(Documento &documento, const QPageSize &hoja = QPageSize(QPageSize::A4))
+inline QString textInPaper(Documento &document, const QPageSize &sheet = QPageSize(QPageSize::A4))
 {
-    return PaginasEnPapel(documento, hoja).join(u'\n');
+    return pagesInPaper(document, sheet).join(u'\n');
 }

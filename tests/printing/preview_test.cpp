@@ -12,201 +12,203 @@
 #include <QSpinBox>
 #include <QTest>
 
+using namespace printing;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Paginas : public Documento
+class Pages : public Documento
 {
 public:
-    explicit Paginas(int cuantas) : m_cuantas(cuantas) {}
-    QString Titulo() const override { return u"Sheets 1/2"_s; }
-    int Componer(QPaintDevice &, QSizeF) override { return m_cuantas; }
-    void Dibujar(QPainter &pintor, int pagina) override
+    explicit Pages(int count) : m_count(count) {}
+    QString titleOf() const override { return u"Sheets 1/2"_s; }
+    int compose(QPaintDevice &, QSizeF) override { return m_count; }
+    void draw(QPainter &painter, int page) override
     {
-        pintor.drawText(QPointF(500, 500), u"sheet %1"_s.arg(pagina + 1));
-        if (pagina + 1 == seApagaEn)
-            pintor.end();
+        painter.drawText(QPointF(500, 500), u"sheet %1"_s.arg(page + 1));
+        if (page + 1 == turnsOffIn)
+            painter.end();
     }
-    int seApagaEn = 0; // the device gives up behind this page
+    int turnsOffIn = 0; // the device gives up behind this page
 
 private:
-    int m_cuantas;
+    int m_count;
 };
 
-class Papel : public Clinica
+class Paper : public Clinic
 {
 protected:
     // @return what was told; "" when the printer took the document
-    QString Falla(const std::function<void()> &imprimir)
+    QString Failure(const std::function<void()> &print)
     {
         try {
-            imprimir();
-        } catch (const ErrorDeAlmacen &e) {
-            EXPECT_EQ(e.numero, ErrorNum::Impresora);
-            return e.descripcion;
+            print();
+        } catch (const store::StoreError &e) {
+            EXPECT_EQ(e.number, store::ErrorNumber::Printer);
+            return e.description;
         }
         return {};
     }
     template <typename W>
-    W *En(frmVistaPrevia &f, const char *nombre)
+    W *in(frmVistaPrevia &f, const char *name)
     {
-        auto *w = f.findChild<W *>(QString::fromLatin1(nombre));
-        EXPECT_TRUE(w) << nombre;
+        auto *w = f.findChild<W *>(QString::fromLatin1(name));
+        EXPECT_TRUE(w) << name;
         return w;
     }
-    void Mostrar(frmVistaPrevia &f)
+    void show(frmVistaPrevia &f)
     {
         f.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&f));
         QCoreApplication::processEvents();
     }
     template <typename T>
-    void Elegir(QComboBox *lista, T que)
+    void choose(QComboBox *list, T que)
     {
-        lista->setCurrentIndex(que);
-        Q_EMIT lista->activated(que);
+        list->setCurrentIndex(que);
+        Q_EMIT list->activated(que);
     }
 
-    Paginas tres{3};
-    const QString archivo = carpeta.filePath(u"out.pdf"_s);
+    Pages three{3};
+    const QString file = folder.filePath(u"out.pdf"_s);
 };
 
 } // namespace
 
-TEST_F(Papel, APrinterThatFailsIsToldAndAnEmptyDocumentToo)
+TEST_F(Paper, APrinterThatFailsIsToldAndAnEmptyDocumentToo)
 {
-    QPrinter impresora;
-    impresora.setOutputFormat(QPrinter::PdfFormat);
-    impresora.setOutputFileName(archivo);
-    ImprimirDocumento(s, tres, impresora, u"One"_s);
-    EXPECT_EQ(PaginasDe(archivo), (QStringList{u"sheet 1"_s, u"sheet 2"_s, u"sheet 3"_s}));
+    QPrinter printer;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    printDocument(s, three, printer, u"One"_s);
+    EXPECT_EQ(pagesOf(file), (QStringList{u"sheet 1"_s, u"sheet 2"_s, u"sheet 3"_s}));
 
-    impresora.setOutputFileName(carpeta.filePath(u"nowhere/out.pdf"_s));
-    EXPECT_NE(Falla([&] { ImprimirDocumento(s, tres, impresora, u"One"_s); }), QString());
+    printer.setOutputFileName(folder.filePath(u"nowhere/out.pdf"_s));
+    EXPECT_NE(Failure([&] { printDocument(s, three, printer, u"One"_s); }), QString());
 
-    Paginas aMedias(3);
-    aMedias.seApagaEn = 2;
-    impresora.setOutputFileName(carpeta.filePath(u"half.pdf"_s));
-    EXPECT_NE(Falla([&] { ImprimirDocumento(s, aMedias, impresora, u"One"_s); }), QString());
-    EXPECT_THROW(GuardarPdf(aMedias, archivo), ErrorDeAlmacen);
-    Paginas ninguna(0);
-    EXPECT_EQ(GuardarPdf(ninguna, archivo), 0);
-    EXPECT_EQ(PaginasDe(archivo).size(), 3) << "the former file stays";
+    Pages aMedias(3);
+    aMedias.turnsOffIn = 2;
+    printer.setOutputFileName(folder.filePath(u"half.pdf"_s));
+    EXPECT_NE(Failure([&] { printDocument(s, aMedias, printer, u"One"_s); }), QString());
+    EXPECT_THROW(savePdf(aMedias, file), store::StoreError);
+    Pages none(0);
+    EXPECT_EQ(savePdf(none, file), 0);
+    EXPECT_EQ(pagesOf(file).size(), 3) << "the former file stays";
 
-    ask.Espera(u"No data to display"_s);
-    ImprimirDocumento(s, ninguna, impresora, u"One"_s);
+    ask.wait(u"No data to display"_s);
+    printDocument(s, none, printer, u"One"_s);
 }
 
-TEST_F(Papel, TheDeskTakesTheUsualPrinterOrAsks)
+TEST_F(Paper, TheDeskTakesTheUsualPrinterOrAsks)
 {
-    Impresoras hay;
-    ImpresionDeEscritorio desk([&hay] { return hay; });
+    Printers hay;
+    DeskPrinting desk([&hay] { return hay; });
     // None: a PDF, or nothing.
-    ask.Espera(u"There is no printer"_s, false);
-    desk.Imprimir(s, tres);
-    ask.Espera(u"There is no printer"_s);
-    ask.EsperaTexto(u"Save as PDF"_s, carpeta.filePath(u"out"_s));
-    desk.Imprimir(s, tres);
-    EXPECT_EQ(PaginasDe(archivo).size(), 3);
+    ask.wait(u"There is no printer"_s, false);
+    desk.print(s, three);
+    ask.wait(u"There is no printer"_s);
+    ask.expectText(u"Save as PDF"_s, folder.filePath(u"out"_s));
+    desk.print(s, three);
+    EXPECT_EQ(pagesOf(file).size(), 3);
 
     // These are no printers of this machine: whichever is taken fails with its name.
-    const auto tomada = [&] { return Falla([&] { desk.Imprimir(s, tres); }).section(u": "_s, 1); };
+    const auto taken = [&] { return Failure([&] { desk.print(s, three); }).section(u": "_s, 1); };
     hay = {{u"One"_s, u"Two"_s}, u"Two"_s};
-    EXPECT_EQ(tomada(), u"Two"_s);
+    EXPECT_EQ(taken(), u"Two"_s);
     hay = {{u"One"_s}, QString()};
-    EXPECT_EQ(tomada(), u"One"_s);
+    EXPECT_EQ(taken(), u"One"_s);
     hay = {{u"One"_s, u"Two"_s, u"Three"_s}, QString()};
-    ask.EsperaSeleccion(u"Printer"_s, std::nullopt);
-    EXPECT_EQ(tomada(), QString());
-    ask.EsperaSeleccion(u"Printer"_s, QList<int>{2});
-    EXPECT_EQ(tomada(), u"Three"_s);
-    EXPECT_EQ(tomada(), u"Three"_s) << "asked once";
+    ask.expectSelection(u"Printer"_s, std::nullopt);
+    EXPECT_EQ(taken(), QString());
+    ask.expectSelection(u"Printer"_s, QList<int>{2});
+    EXPECT_EQ(taken(), u"Three"_s);
+    EXPECT_EQ(taken(), u"Three"_s) << "asked once";
 }
 
-TEST_F(Papel, ThePreviewTurnsPagesZoomsAndSavesTheSheetChosen)
+TEST_F(Paper, ThePreviewTurnsPagesZoomsAndSavesTheSheetChosen)
 {
-    frmVistaPrevia f(s, tres, {});
-    Mostrar(f);
-    auto *vista = f.findChild<QPrintPreviewWidget *>();
-    EXPECT_EQ(vista->pageCount(), 3);
-    auto *pagina = En<QSpinBox>(f, "txtPagina");
-    EXPECT_EQ(pagina->maximum(), 3);
+    frmVistaPrevia f(s, three, {});
+    show(f);
+    auto *view = f.findChild<QPrintPreviewWidget *>();
+    EXPECT_EQ(view->pageCount(), 3);
+    auto *page = in<QSpinBox>(f, "txtPagina");
+    EXPECT_EQ(page->maximum(), 3);
     QTest::keyClick(&f, Qt::Key_PageDown, Qt::ControlModifier);
-    EXPECT_EQ(vista->currentPage(), 2);
+    EXPECT_EQ(view->currentPage(), 2);
     QTest::keyClick(&f, Qt::Key_PageUp, Qt::ControlModifier);
-    EXPECT_EQ(vista->currentPage(), 1);
-    pagina->setValue(3);
-    EXPECT_EQ(vista->currentPage(), 3);
+    EXPECT_EQ(view->currentPage(), 1);
+    page->setValue(3);
+    EXPECT_EQ(view->currentPage(), 3);
 
-    auto *zoom = En<QComboBox>(f, "cmbZoom");
-    Elegir(zoom, zoom->findText(u"200 %"_s));
-    EXPECT_DOUBLE_EQ(vista->zoomFactor(), 2);
-    Elegir(zoom, zoom->findText(u"Page width"_s));
-    EXPECT_EQ(vista->zoomMode(), QPrintPreviewWidget::FitToWidth);
+    auto *zoom = in<QComboBox>(f, "cmbZoom");
+    choose(zoom, zoom->findText(u"200 %"_s));
+    EXPECT_DOUBLE_EQ(view->zoomFactor(), 2);
+    choose(zoom, zoom->findText(u"Page width"_s));
+    EXPECT_EQ(view->zoomMode(), QPrintPreviewWidget::FitToWidth);
 
-    EXPECT_FALSE(En<QComboBox>(f, "cmbImpresora")->isEnabled());
-    EXPECT_FALSE(En<QPushButton>(f, "cmdImprimir")->isEnabled());
-    auto *pdf = En<QPushButton>(f, "cmdPdf");
-    auto *hoja = En<QComboBox>(f, "cmbHoja");
-    for (const auto &[nombre, puntos] :
+    EXPECT_FALSE(in<QComboBox>(f, "cmbImpresora")->isEnabled());
+    EXPECT_FALSE(in<QPushButton>(f, "cmdImprimir")->isEnabled());
+    auto *pdf = in<QPushButton>(f, "cmdPdf");
+    auto *sheet = in<QComboBox>(f, "cmbHoja");
+    for (const auto &[name, points] :
          {std::pair{u"Letter"_s, "612 x 792"}, std::pair{u"A4"_s, "595 x 842"}}) {
-        Elegir(hoja, hoja->findText(nombre, Qt::MatchStartsWith));
-        EXPECT_EQ(vista->pageCount(), 3);
-        ask.EsperaTexto(u"Save as PDF"_s, archivo);
+        choose(sheet, sheet->findText(name, Qt::MatchStartsWith));
+        EXPECT_EQ(view->pageCount(), 3);
+        ask.expectText(u"Save as PDF"_s, file);
         pdf->click();
         QProcess info;
-        info.start(u"pdfinfo"_s, {archivo});
+        info.start(u"pdfinfo"_s, {file});
         EXPECT_TRUE(info.waitForFinished());
-        EXPECT_TRUE(info.readAll().contains(puntos)) << puntos;
+        EXPECT_TRUE(info.readAll().contains(points)) << points;
     }
-    ask.EsperaTexto(u"Save as PDF"_s, carpeta.filePath(u"nowhere/out.pdf"_s));
-    ask.Espera(u"The file could not be saved:"_s);
+    ask.expectText(u"Save as PDF"_s, folder.filePath(u"nowhere/out.pdf"_s));
+    ask.wait(u"The file could not be saved:"_s);
     pdf->click();
     EXPECT_TRUE(f.isVisible());
 }
 
-TEST_F(Papel, ThePreviewPrintsOnWhatItsListShows)
+TEST_F(Paper, ThePreviewPrintsOnWhatItsListShows)
 {
-    frmVistaPrevia f(s, tres, {{u"One"_s, u"Two"_s}, QString()}); // the system names none
-    Mostrar(f);
-    auto *impresoras = En<QComboBox>(f, "cmbImpresora");
-    auto *imprimir = En<QPushButton>(f, "cmdImprimir");
-    EXPECT_EQ(impresoras->currentText(), u"One"_s);
-    ask.Espera(u"does not take the document: One"_s);
-    imprimir->click();
+    frmVistaPrevia f(s, three, {{u"One"_s, u"Two"_s}, QString()}); // the system names none
+    show(f);
+    auto *printers = in<QComboBox>(f, "cmbImpresora");
+    auto *print = in<QPushButton>(f, "cmdImprimir");
+    EXPECT_EQ(printers->currentText(), u"One"_s);
+    ask.wait(u"does not take the document: One"_s);
+    print->click();
     EXPECT_TRUE(f.isVisible());
-    Elegir(impresoras, 1);
-    ask.Espera(u"does not take the document: Two"_s);
-    imprimir->click();
+    choose(printers, 1);
+    ask.wait(u"does not take the document: Two"_s);
+    print->click();
 
-    Paginas ninguna(0);
-    frmVistaPrevia vacia(s, ninguna, {{u"One"_s}, u"One"_s});
-    Mostrar(vacia);
-    EXPECT_FALSE(En<QPushButton>(vacia, "cmdImprimir")->isEnabled());
-    EXPECT_FALSE(En<QPushButton>(vacia, "cmdPdf")->isEnabled());
+    Pages none(0);
+    frmVistaPrevia empty(s, none, {{u"One"_s}, u"One"_s});
+    show(empty);
+    EXPECT_FALSE(in<QPushButton>(empty, "cmdImprimir")->isEnabled());
+    EXPECT_FALSE(in<QPushButton>(empty, "cmdPdf")->isEnabled());
 }
 
-TEST_F(Papel, EachLetterOfThePreviewIsOnesOwn)
+TEST_F(Paper, EachLetterOfThePreviewIsOnesOwn)
 {
-    for (const Idioma idioma : {Idioma::Espanol, Idioma::Portugues, Idioma::Ingles}) {
-        s.textos = Textos(idioma);
-        const frmVistaPrevia f(s, tres, {});
-        QSet<QChar> letras;
-        const auto anotar = [&](const QString &texto) {
-            const qsizetype i = texto.indexOf(u'&');
+    for (const store::Language language :
+         {store::Language::Spanish, store::Language::Portuguese, store::Language::English}) {
+        s.texts = store::Texts(language);
+        const frmVistaPrevia f(s, three, {});
+        QSet<QChar> letters;
+        const auto log = [&](const QString &text) {
+            const qsizetype i = text.indexOf(u'&');
             if (i < 0)
                 return;
-            const QChar letra = texto[i + 1].toUpper();
-            EXPECT_TRUE(letra >= u'A' && letra <= u'Z') << texto.toStdString();
-            EXPECT_FALSE(letras.contains(letra)) << texto.toStdString();
-            letras.insert(letra);
+            const QChar font = text[i + 1].toUpper();
+            EXPECT_TRUE(font >= u'A' && font <= u'Z') << text.toStdString();
+            EXPECT_FALSE(letters.contains(font)) << text.toStdString();
+            letters.insert(font);
         };
         for (const auto *w : f.findChildren<QPushButton *>())
-            anotar(w->text());
+            log(w->text());
         for (const auto *w : f.findChildren<QLabel *>())
-            anotar(w->text());
-        EXPECT_EQ(letras.size(), 7);
+            log(w->text());
+        EXPECT_EQ(letters.size(), 7);
     }
 }

@@ -5,27 +5,27 @@
 
 /// Texts that are longer than their column, as "table.column: text", one a line. Nothing else stops
 /// them: the engine takes any length.
-inline QString TextosDemasiadoLargos(Base &base)
+inline QString overlongTexts(Base &base)
 {
-    QString hallados;
-    for (const std::string &tabla : base.ElMotor().Tablas(base.Esquema())) {
-        Recordset r = base.OpenSnapshot("select * from [" + tabla + "]");
-        const jet::Tabla *t = base.Catalogo().Buscar(tabla);
+    QString found;
+    for (const std::string &table : base.engine().tables(base.Schema())) {
+        Recordset r = base.OpenSnapshot("select * from [" + table + "]");
+        const jet::Table *t = base.catalogue().find(table);
         for (; !r.EOF_(); r.MoveNext())
-            for (const jet::Columna &c : t->columnas)
-                if (c.tipo == Tipo::Text && r[c.nombre].toText().size() > c.ancho)
-                    hallados += QString::fromStdString(tabla + "." + c.nombre + ": ")
-                                + r[c.nombre].toText() + u'\n';
+            for (const jet::Column &c : t->columns)
+                if (c.type == store::ColumnType::Text && r[c.name].toText().size() > c.width)
+                    found += QString::fromStdString(table + "." + c.name + ": ")
+                             + r[c.name].toText() + u'\n';
     }
-    return hallados;
+    return found;
 }
 
 /// Every row of a database, table after table.
-inline QString Volcado(Base &base)
+inline QString dump(Base &base)
 {
-    QString todo;
-    for (const std::string &tabla : base.ElMotor().Tablas(base.Esquema()))
-        todo +=
-            QString::fromStdString(tabla) + u'\n' + Filas(base, "select * from [" + tabla + "]");
-    return todo;
+    QString all;
+    for (const std::string &table : base.engine().tables(base.Schema()))
+        all +=
+            QString::fromStdString(table) + u'\n' + allRows(base, "select * from [" + table + "]");
+    return all;
 }

@@ -3,6 +3,7 @@
 #include "startup/frmregistroinicial.h"
 #include "startup/start_steps.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -12,31 +13,32 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-class Splash : public Clinica
+class Splash : public Clinic
 {
 protected:
     Splash()
     {
-        s.usuario = {};
+        s.user = {};
         const auto note = [this](const QString &what) { return [this, what] { log << what; }; };
-        steps.almacenAbierto = note(u"open"_s);
-        steps.cargarTablero = note(u"board"_s);
-        steps.iniciarTareas = [this] { log << u"tasks for "_s + s.usuario.nom; };
-        steps.cargarPropietarios = note(u"owners"_s);
-        steps.cargarVentas = note(u"sales"_s);
-        steps.mostrarTablero = note(u"show"_s);
-        steps.terminar = note(u"end"_s);
+        steps.openStore = note(u"open"_s);
+        steps.loadBoard = note(u"board"_s);
+        steps.startTasks = [this] { log << u"tasks for "_s + s.user.nom; };
+        steps.loadOwners = note(u"owners"_s);
+        steps.loadSales = note(u"sales"_s);
+        steps.showBoard = note(u"show"_s);
+        steps.finish = note(u"end"_s);
     }
     void firstRunDone(const QString &user, const QString &password)
     {
-        EmpezarPrimeraVez(s);
-        RegistrarPrimeraVez(s, {u"El Ombú"_s, {}, {}, user, password, password});
-        TerminarPrimeraVez(s);
+        beginFirstRun(s);
+        registerFirstRun(s, {u"El Ombú"_s, {}, {}, user, password, password});
+        finishFirstRun(s);
     }
     /// Starts and waits until the log ends so, or somebody is asked for.
     void start()
@@ -60,7 +62,7 @@ protected:
     }
 
     QStringList log;
-    PasosDeInicio steps;
+    StartSteps steps;
     std::unique_ptr<frminicio> splash;
 };
 
@@ -94,13 +96,13 @@ TEST_F(Splash, TheLoginIsWorkedByKeys)
     start();
     EXPECT_EQ(splash->focusWidget(), box(u"txtusr"_s));
     type(u"Eva"_s);
-    EXPECT_EQ(stage(), s(3460));
+    EXPECT_EQ(stage(), s(text::UserDoesNotExist));
     EXPECT_EQ(box(u"txtusr"_s)->selectedText(), u"Eva"_s) << "ready to be typed again";
     type(u"ana"_s);
-    EXPECT_EQ(stage(), s(3459) + u" Ana."_s);
+    EXPECT_EQ(stage(), s(text::LoginWelcome) + u" Ana."_s);
     EXPECT_EQ(splash->focusWidget(), box(u"txtpas"_s));
     type(u"secret"_s);
-    EXPECT_EQ(stage(), s(3458));
+    EXPECT_EQ(stage(), s(text::InvalidPassword));
     EXPECT_FALSE(over());
     type(u"Secret"_s);
     EXPECT_FALSE(box(u"txtusr"_s)->isVisible());
@@ -127,8 +129,8 @@ TEST_F(Splash, TheFifthEnterAndEscapeEndTheProgram)
 
 TEST_F(Splash, ASecondInstanceSaysSoAndOpensNothing)
 {
-    steps.otraInstancia = [] { return true; };
-    ask.Espera(s(3403));
+    steps.otherInstance = [] { return true; };
+    ask.wait(s(text::KelvaraIsRunning));
     start();
     EXPECT_EQ(log, QStringList{u"end"_s});
 }
@@ -136,9 +138,9 @@ TEST_F(Splash, ASecondInstanceSaysSoAndOpensNothing)
 TEST_F(Splash, ShowsHowFarThePassHasComeAndCannotBeClosedMeanwhile)
 {
     firstRunDone(u"Ana"_s, {});
-    steps.iniciarTareas = [this] {
-        s.avance.Etapa(u"Food"_s);
-        s.avance.Barra(3, 19);
+    steps.startTasks = [this] {
+        s.progress.tellStage(u"Food"_s);
+        s.progress.tellBar(3, 19);
         EXPECT_EQ(stage(), u"Food"_s);
         EXPECT_EQ(splash->findChild<QProgressBar *>(u"barra"_s)->value(), 3);
         splash->close();
@@ -146,14 +148,16 @@ TEST_F(Splash, ShowsHowFarThePassHasComeAndCannotBeClosedMeanwhile)
     };
     start();
     EXPECT_EQ(log.last(), u"show"_s);
-    s.avance.Barra(1, 1); // reaches nobody any more
+    s.progress.tellBar(1, 1); // reaches nobody any more
 }
 
 TEST_F(Splash, APassThatFailsIsToldAndTheBoardStillOpens)
 {
     firstRunDone(u"Ana"_s, {});
-    steps.iniciarTareas = [] { throw ErrorDeAlmacen(ErrorNum::DiscoLleno, u"disk full"_s); };
-    ask.Espera(u"The disk is full."_s);
+    steps.startTasks = [] {
+        throw store::StoreError(store::ErrorNumber::FullDisk, u"disk full"_s);
+    };
+    ask.wait(u"The disk is full."_s);
     start();
     EXPECT_EQ(log.last(), u"show"_s);
 }
@@ -170,35 +174,35 @@ TEST_F(Splash, TheFirstRunIsFilledInByKeys)
             fill(text);
         EXPECT_EQ(form.focusWidget()->objectName(), u"cmdContinuar"_s);
         fill({});
-        EXPECT_EQ(fault(), s(2259));
+        EXPECT_EQ(fault(), s(text::PleaseEnterName));
         EXPECT_EQ(form.focusWidget()->objectName(), u"txtNombreUsuario"_s);
         fill(u"Ana"_s);
         EXPECT_TRUE(fault().isEmpty());
         form.findChild<QPushButton *>(u"cmdContinuar"_s)->click();
-        EXPECT_EQ(fault(), s(5030));
+        EXPECT_EQ(fault(), s(text::PasswordsDoNotMatch));
         EXPECT_EQ(form.focusWidget()->objectName(), u"txtContraseñaUsuario"_s);
-        EXPECT_EQ(s.morvane->Leer("select count(*) from veterinaria").toInt(), 0);
+        EXPECT_EQ(s.morvane->read("select count(*) from veterinaria").toInt(), 0);
         fill(u"two"_s);
         form.findChild<QPushButton *>(u"cmdContinuar"_s)->click();
     });
-    ask.Espera(s(5031));
+    ask.wait(s(text::RememberPasswordAdvice));
     start();
-    EXPECT_EQ(Filas(*s.morvane, "select nom, pro, dir, tel from veterinaria"),
+    EXPECT_EQ(allRows(*s.morvane, "select nom, pro, dir, tel from veterinaria"),
               u"El Ombu|Ana|Mitre 1|555\n"_s);
-    EXPECT_EQ(Filas(*s.morvane, "select nom, up, ut from usuarios"), u"Ana|two|2\n"_s);
-    EXPECT_FALSE(EsPrimeraVez(s));
+    EXPECT_EQ(allRows(*s.morvane, "select nom, up, ut from usuarios"), u"Ana|two|2\n"_s);
+    EXPECT_FALSE(isFirstRun(s));
 }
 
 TEST_F(Splash, AFirstRunThatIsLeftEndsTheProgramAndComesAgain)
 {
     whenOpen<frmRegistroInicial>([this](frmRegistroInicial &form) {
-        ask.Espera(s(9139), false);
+        ask.wait(s(text::LeaveFirstRunQuestion), false);
         form.close();
         EXPECT_TRUE(form.isVisible());
-        ask.Espera(s(9139), true);
+        ask.wait(s(text::LeaveFirstRunQuestion), true);
         form.close();
     });
     start();
     EXPECT_EQ(log, QStringList({u"open"_s, u"end"_s}));
-    EXPECT_TRUE(EsPrimeraVez(s));
+    EXPECT_TRUE(isFirstRun(s));
 }

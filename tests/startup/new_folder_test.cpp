@@ -5,91 +5,94 @@
 
 #include <QDir>
 
+using namespace startup;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-struct Carpeta : Clinica {
+struct Folder : Clinic {
 };
 
-int NumeroDeError(const QString &carpeta)
+int errorNumber(const QString &folder)
 {
     try {
-        CrearCarpeta(carpeta, Idioma::Espanol);
-    } catch (const ErrorDeAlmacen &e) {
-        EXPECT_TRUE(e.descripcion.endsWith(carpeta)) << e.descripcion.toStdString();
-        return e.numero;
+        createFolder(folder, store::Language::Spanish);
+    } catch (const store::StoreError &e) {
+        EXPECT_TRUE(e.description.endsWith(folder)) << e.description.toStdString();
+        return e.number;
     }
     return 0;
 }
 
-QStringList Contenido(const QString &carpeta)
+QStringList contentOf(const QString &folder)
 {
-    return QDir(carpeta).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 } // namespace
 
-TEST_F(Carpeta, BringsTheRowsThatNoClinicGoesWithout)
+TEST_F(Folder, BringsTheRowsThatNoClinicGoesWithout)
 {
-    EXPECT_EQ(Filas(*s.morvane, "select Ver, PrimeraVez, contadorcat, contadorarticulo,"
-                                " MedidasRevac, MedidasCumple, contadorRSerie, SimboloComprobante5"
-                                " from Configuracion"),
+    EXPECT_EQ(allRows(*s.morvane,
+                      "select Ver, PrimeraVez, contadorcat, contadorarticulo,"
+                      " MedidasRevac, MedidasCumple, contadorRSerie, SimboloComprobante5"
+                      " from Configuracion"),
               u"554|-1|11|0|4|4|1|T\n");
-    EXPECT_EQ(Filas(*s.finanzas, "select idcat, nom, suministro from FLCategorias where idcat < 6"),
-              u"1|Alimentos|c\n2|Servicios|n\n3|Vacunas|p\n4|Antiparasitarios|p\n"
-              "5|Anticonceptivos|p\n");
-    EXPECT_EQ(Filas(*s.clientes, "select id, nom, ali from MLEspecies"),
+    EXPECT_EQ(
+        allRows(*s.finanzas, "select idcat, nom, suministro from FLCategorias where idcat < 6"),
+        u"1|Alimentos|c\n2|Servicios|n\n3|Vacunas|p\n4|Antiparasitarios|p\n"
+        "5|Anticonceptivos|p\n");
+    EXPECT_EQ(allRows(*s.clientes, "select id, nom, ali from MLEspecies"),
               u"1|Canino|\n2|Felino|\n3|Equino|\n");
-    EXPECT_EQ(Filas(*s.morvane, "select Idr, Nom, Tip, Esp from Regimen where Idr < 17"),
+    EXPECT_EQ(allRows(*s.morvane, "select Idr, Nom, Tip, Esp from Regimen where Idr < 17"),
               u"14|Anticonceptivo canino|5|1\n15|Anticonceptivo felino|5|2\n"
               "16|Vac. Can. < 3 meses|3|1\n");
-    EXPECT_EQ(Filas(*s.clientes, "select count(*), min(IDSubCategoria), max(IDSubCategoria)"
-                                 " from Enciclopedia"),
+    EXPECT_EQ(allRows(*s.clientes, "select count(*), min(IDSubCategoria), max(IDSubCategoria)"
+                                   " from Enciclopedia"),
               u"20|1|20\n");
-    EXPECT_EQ(Filas(*s.finanzas, "select ID, Nombre from TiposFiscal"), u"1|NA\n");
+    EXPECT_EQ(allRows(*s.finanzas, "select ID, Nombre from TiposFiscal"), u"1|NA\n");
     for (Base *base : {s.morvane.get(), s.clientes.get(), s.finanzas.get()})
-        EXPECT_EQ(TextosDemasiadoLargos(*base), QString());
+        EXPECT_EQ(overlongTexts(*base), QString());
     // The next plan of the clinic's own goes on behind the seeded ones.
     s.morvane->Execute("insert into Regimen (Nom) values ('x')");
-    EXPECT_EQ(s.morvane->Leer("select max(Idr) from Regimen").toInt(), 20);
+    EXPECT_EQ(s.morvane->read("select max(Idr) from Regimen").toInt(), 20);
 }
 
-TEST_F(Carpeta, KnowsTheKindsOfTaxpayerOfTheLanguage)
+TEST_F(Folder, KnowsTheKindsOfTaxpayerOfTheLanguage)
 {
-    const QTemporaryDir otra;
-    CrearCarpeta(otra.path(), Idioma::Espanol);
-    FijarCarpetaDeDatos(s, otra.path());
-    Reabrir();
-    EXPECT_EQ(Filas(*s.finanzas, "select ID, Nombre from TiposFiscal where ID in (1, 4, 7)"),
+    const QTemporaryDir other;
+    createFolder(other.path(), store::Language::Spanish);
+    store::setDataFolder(s, other.path());
+    reopen();
+    EXPECT_EQ(allRows(*s.finanzas, "select ID, Nombre from TiposFiscal where ID in (1, 4, 7)"),
               u"1|Consumidor final\n4|Responsable inscripto\n7|Sin categorizar\n");
 }
 
-TEST(CrearCarpeta, TouchesNoFolderThatHoldsAClinic)
+TEST(createFolder, TouchesNoFolderThatHoldsAClinic)
 {
-    const QTemporaryDir carpeta;
-    QFile ajena(carpeta.filePath(u"FINANZAS.MDB"_s));
-    ASSERT_TRUE(ajena.open(QIODevice::WriteOnly));
-    ajena.write("kept");
-    ajena.close();
-    EXPECT_EQ(NumeroDeError(carpeta.path()), ErrorNum::RutaODisco);
-    EXPECT_EQ(Contenido(carpeta.path()), QStringList{u"FINANZAS.MDB"_s});
-    EXPECT_EQ(QFileInfo(ajena).size(), 4);
+    const QTemporaryDir folder;
+    QFile foreign(folder.filePath(u"FINANZAS.MDB"_s));
+    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly));
+    foreign.write("kept");
+    foreign.close();
+    EXPECT_EQ(errorNumber(folder.path()), store::ErrorNumber::PathOrDisk);
+    EXPECT_EQ(contentOf(folder.path()), QStringList{u"FINANZAS.MDB"_s});
+    EXPECT_EQ(QFileInfo(foreign).size(), 4);
 }
 
-TEST(CrearCarpeta, LeavesNothingHalfMade)
+TEST(createFolder, LeavesNothingHalfMade)
 {
-    const QTemporaryDir carpeta;
+    const QTemporaryDir folder;
     // The fifth file cannot be put into its folder, because a file stands there.
-    ASSERT_TRUE(QFile(carpeta.filePath(u"reportes"_s)).open(QIODevice::WriteOnly));
-    EXPECT_EQ(NumeroDeError(carpeta.path()), ErrorNum::RutaODisco);
-    EXPECT_EQ(Contenido(carpeta.path()), QStringList{u"reportes"_s});
+    ASSERT_TRUE(QFile(folder.filePath(u"reportes"_s)).open(QIODevice::WriteOnly));
+    EXPECT_EQ(errorNumber(folder.path()), store::ErrorNumber::PathOrDisk);
+    EXPECT_EQ(contentOf(folder.path()), QStringList{u"reportes"_s});
     // A folder below a file cannot be made at all.
-    EXPECT_EQ(NumeroDeError(carpeta.filePath(u"reportes/nueva"_s)), ErrorNum::RutaODisco);
-    EXPECT_EQ(Contenido(carpeta.path()), QStringList{u"reportes"_s});
+    EXPECT_EQ(errorNumber(folder.filePath(u"reportes/nueva"_s)), store::ErrorNumber::PathOrDisk);
+    EXPECT_EQ(contentOf(folder.path()), QStringList{u"reportes"_s});
 
-    EXPECT_TRUE(QFile::remove(carpeta.filePath(u"reportes"_s)));
-    CrearCarpeta(carpeta.path(), Idioma::Espanol);
-    EXPECT_EQ(Contenido(carpeta.path()).size(), 5); // four files and the folder of the fifth
+    EXPECT_TRUE(QFile::remove(folder.filePath(u"reportes"_s)));
+    createFolder(folder.path(), store::Language::Spanish);
+    EXPECT_EQ(contentOf(folder.path()).size(), 5); // four files and the folder of the fifth
 }

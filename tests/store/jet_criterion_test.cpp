@@ -3,39 +3,39 @@
 
 #include <gtest/gtest.h>
 
+using namespace store;
 using namespace jet;
 
 namespace
 {
-const std::vector<ColumnaDeSalida> Columns{
-    {"idc", "Clientes", "idc", Tipo::Smallint, 0},
-    {"nom", "Clientes", "nom", Tipo::Text, 50},
-    {"ven", "Clientes", "ven", Tipo::Date, 0},
-    {"saldo", "Clientes", "saldo", Tipo::Currency, 0},
-    {"deuda", "Clientes", "deuda", Tipo::YesNo, 0},
-    {"nom", "Razas", "nom", Tipo::Text, 50},
-    {"preñez actual", "Razas", "preñez actual", Tipo::Smallint, 0}};
+const std::vector<OutputColumn> Columns{
+    {"idc", "Clientes", "idc", ColumnType::Smallint, 0},
+    {"nom", "Clientes", "nom", ColumnType::Text, 50},
+    {"ven", "Clientes", "ven", ColumnType::Date, 0},
+    {"saldo", "Clientes", "saldo", ColumnType::Currency, 0},
+    {"deuda", "Clientes", "deuda", ColumnType::YesNo, 0},
+    {"nom", "Razas", "nom", ColumnType::Text, 50},
+    {"preñez actual", "Razas", "preñez actual", ColumnType::Smallint, 0}};
 
-std::vector<Valor> Row()
+std::vector<Value> row()
 {
-    return {
-        57, QStringLiteral("Centro Álvarez"), QDate(2024, 3, 20), Moneda::Redondear(0.3), true, {},
-        2};
+    return {57, QStringLiteral("Centro Álvarez"), QDate(2024, 3, 20), Moneda::round(0.3), true, {},
+            2};
 }
 
-bool Meets(std::string_view text, std::vector<Valor> given = {},
-           const std::vector<Valor> &row = Row())
+bool meets(std::string_view text, std::vector<Value> given = {},
+           const std::vector<Value> &row = row())
 {
-    return Criterio::Compilar(text, Columns)
-        ->Cumple([&](int i) { return row.at(size_t(i)); }, given, QDate(2024, 3, 5));
+    return Criterion::compile(text, Columns)
+        ->meets([&](int i) { return row.at(size_t(i)); }, given, QDate(2024, 3, 5));
 }
 
-int Error(std::string_view text)
+int error(std::string_view text)
 {
     try {
-        Criterio::Compilar(text, Columns);
-    } catch (const ErrorDeAlmacen &e) {
-        return e.numero;
+        Criterion::compile(text, Columns);
+    } catch (const StoreError &e) {
+        return e.number;
     }
     return 0;
 }
@@ -69,12 +69,12 @@ TEST(JetCriterion, ComparesAsStatementsDo)
                             "nom & razas.nom & 1 = 'centro álvarez1'",
                             "idc mod 10 = 7 and idc \\ 10 = 5 and 7 / 2 = 3.5",
                             "-idc = -57"})
-        EXPECT_TRUE(Meets(met)) << met;
-    EXPECT_TRUE(Meets("saldo - -1e300 > 0 and -1e300 - saldo < 0")) << "beyond an amount";
+        EXPECT_TRUE(meets(met)) << met;
+    EXPECT_TRUE(meets("saldo - -1e300 > 0 and -1e300 - saldo < 0")) << "beyond an amount";
     for (const char *unmet :
          {"idc = 58", "nom = 'Centro Alvarez'", "nom like 'cen'", "ven > date() + 30", "not deuda",
           "ven < 5", "idc = 'x'", "nom < 5", "1 / 0 = 1", "1 \\ 0 = 1"})
-        EXPECT_FALSE(Meets(unmet)) << unmet;
+        EXPECT_FALSE(meets(unmet)) << unmet;
 }
 
 TEST(JetCriterion, NullIsNeitherMetNorItsOpposite)
@@ -83,33 +83,33 @@ TEST(JetCriterion, NullIsNeitherMetNorItsOpposite)
          {"razas.nom = 'x'", "not razas.nom = 'x'", "razas.nom <> 'x'", "razas.nom like '*'",
           "razas.nom not like 'x'", "razas.nom in ('x')", "razas.nom not in ('x')",
           "idc not in (1, null)", "razas.nom between 'a' and 'z'", "not (idc = 57 and null)"})
-        EXPECT_FALSE(Meets(unmet)) << unmet;
-    EXPECT_TRUE(Meets("idc = 57 or razas.nom = 'x'"));
-    EXPECT_TRUE(Meets("not (idc = 58 and razas.nom = 'x')"));
-    EXPECT_TRUE(Meets("idc in (null, 57)"));
+        EXPECT_FALSE(meets(unmet)) << unmet;
+    EXPECT_TRUE(meets("idc = 57 or razas.nom = 'x'"));
+    EXPECT_TRUE(meets("not (idc = 58 and razas.nom = 'x')"));
+    EXPECT_TRUE(meets("idc in (null, 57)"));
 }
 
 TEST(JetCriterion, TakesValues)
 {
-    EXPECT_TRUE(Meets("idc = ? and nom like ?", {57, QStringLiteral("*álvarez")}));
-    EXPECT_TRUE(Meets("ven = ?", {QDate(2024, 3, 20)}));
-    EXPECT_TRUE(Meets("ven < ?", {QDateTime(QDate(2024, 3, 20), QTime(9, 0))}));
-    EXPECT_TRUE(Meets("ven <= ? + 15", {QDate(2024, 3, 5)}));
-    EXPECT_FALSE(Meets("idc = ?", {Valor()}));
-    EXPECT_FALSE(Meets("idc = ?")); // one value too few counts as Null
+    EXPECT_TRUE(meets("idc = ? and nom like ?", {57, QStringLiteral("*álvarez")}));
+    EXPECT_TRUE(meets("ven = ?", {QDate(2024, 3, 20)}));
+    EXPECT_TRUE(meets("ven < ?", {QDateTime(QDate(2024, 3, 20), QTime(9, 0))}));
+    EXPECT_TRUE(meets("ven <= ? + 15", {QDate(2024, 3, 5)}));
+    EXPECT_FALSE(meets("idc = ?", {Value()}));
+    EXPECT_FALSE(meets("idc = ?")); // one value too few counts as Null
 }
 
 TEST(JetCriterion, AnEqualityOffersItsColumnForAHash)
 {
-    const std::vector<Valor> given{7};
+    const std::vector<Value> given{7};
     const auto equality = [&](const char *text) {
-        return Criterio::Compilar(text, Columns)->ComoIgualdad(given);
+        return Criterion::compile(text, Columns)->asEquality(given);
     };
-    EXPECT_EQ(equality("idc = 57")->columna, 0);
-    EXPECT_EQ(equality("idc = 57")->valor, Valor(57));
-    EXPECT_EQ(equality("idc = -32000")->valor, Valor(-32000));
-    EXPECT_EQ(equality("razas.nom = 'x'")->columna, 5);
-    EXPECT_EQ(equality("(idc = ?)")->valor, Valor(7));
+    EXPECT_EQ(equality("idc = 57")->column, 0);
+    EXPECT_EQ(equality("idc = 57")->value, Value(57));
+    EXPECT_EQ(equality("idc = -32000")->value, Value(-32000));
+    EXPECT_EQ(equality("razas.nom = 'x'")->column, 5);
+    EXPECT_EQ(equality("(idc = ?)")->value, Value(7));
     for (const char *none : {"idc <> 57", "57 = idc", "idc = 57 and deuda", "nom like 'x'",
                              "idc = idc", "idc = 1 + 1", "not idc = 57"})
         EXPECT_FALSE(equality(none)) << none;
@@ -117,9 +117,9 @@ TEST(JetCriterion, AnEqualityOffersItsColumnForAHash)
 
 TEST(JetCriterion, RefusesWhatItDoesNotCompute)
 {
-    EXPECT_EQ(Error("nada = 1"), 3061);
-    EXPECT_EQ(Error("otra.idc = 1"), 3061);
+    EXPECT_EQ(error("nada = 1"), 3061);
+    EXPECT_EQ(error("otra.idc = 1"), 3061);
     for (const char *bad : {"", "idc =", "idc = 57; 1", "idc = 57 order by idc", "count(*) = 1",
                             "idc in (select idc from x)", "exists (select 1)", "ucase(nom) = 'X'"})
-        EXPECT_EQ(Error(bad), 3075) << bad;
+        EXPECT_EQ(error(bad), 3075) << bad;
 }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 
+using namespace store;
 using namespace jet_test;
 
 namespace
@@ -60,18 +61,18 @@ protected:
     void SetUp() override
     {
         e.emplace(Clinic);
-        e->Exec("INSERT INTO Uno VALUES (1, '2024-01-31')");
+        e->exec("INSERT INTO Uno VALUES (1, '2024-01-31')");
     }
 
     /// Runs what one line of the corpus says; see there.
-    void Check(const std::string &line)
+    void check(const std::string &line)
     {
         if (line == "@clients")
-            return e->Exec(Clients);
+            return e->exec(Clients);
         if (line.starts_with('@'))
-            return e->Exec(line.substr(1));
+            return e->exec(line.substr(1));
         if (line.starts_with('!')) {
-            EXPECT_EQ(e->Error(line.substr(line.find(' ') + 1)), std::stoi(line.substr(1))) << line;
+            EXPECT_EQ(e->error(line.substr(line.find(' ') + 1)), std::stoi(line.substr(1))) << line;
             return;
         }
         const size_t arrow = line.find(" ->");
@@ -82,25 +83,25 @@ protected:
             for (std::string v; std::getline(values >> std::ws, v, ',');)
                 given.push_back(v);
         }
-        const std::string rows = Result(sql, given);
+        const std::string rows = result(sql, given);
         if (arrow != line.npos) {
             EXPECT_EQ(rows, arrow + 4 < line.size() ? line.substr(arrow + 4) : "") << line;
         }
     }
 
-    std::string Result(const std::string &sql, const Given &given)
+    std::string result(const std::string &sql, const Given &given)
     {
         if (sql.starts_with("= "))
-            return Joined(e->Rows("select " + sql.substr(2) + " from Uno", given), "");
+            return joined(e->rows("select " + sql.substr(2) + " from Uno", given), "");
         if (sql.starts_with("? "))
-            return Joined(
-                e->Rows("select idc from clientes where " + sql.substr(2) + " order by idc", given),
+            return joined(
+                e->rows("select idc from clientes where " + sql.substr(2) + " order by idc", given),
                 " ");
-        return Joined(e->Rows(sql, given), " / ");
+        return joined(e->rows(sql, given), " / ");
     }
 
     /// Rows on one line.
-    static std::string Joined(const std::string &rows, const std::string &separator)
+    static std::string joined(const std::string &rows, const std::string &separator)
     {
         std::string line;
         std::istringstream each(rows);
@@ -109,9 +110,9 @@ protected:
         return line;
     }
 
-    jet::Traduccion Translated(const std::string &sql, bool keys = false)
+    jet::Translation translated(const std::string &sql, bool keys = false)
     {
-        return jet::Traducir(sql, e->Catalog(), "main", keys);
+        return jet::translate(sql, e->catalog(), "main", keys);
     }
 
     std::optional<Engine> e;
@@ -138,29 +139,29 @@ TEST_F(JetSemantics, StatementsGiveTheRowsThatTheCorpusTells)
         }
         SCOPED_TRACE(rule);
         ++checked;
-        EXPECT_NO_THROW(Check(line)) << line;
+        EXPECT_NO_THROW(check(line)) << line;
     }
     EXPECT_GT(checked, 200) << "or the corpus was not read";
 }
 
 TEST_F(JetSemantics, AnAmountIsRoundedInTheStatementAndItsTableNamed)
 {
-    const jet::Traduccion t =
-        Translated("update clientes set saldo = saldo - 1, idc = 2 where idc = 1");
+    const jet::Translation t =
+        translated("update clientes set saldo = saldo - 1, idc = 2 where idc = 1");
     EXPECT_EQ(t.sql,
               "UPDATE \"main\".\"Clientes\" SET \"saldo\" = jet_moneda(\"Clientes\".\"saldo\" - 1)"
               ", \"idc\" = 2 WHERE \"Clientes\".\"idc\" = 1");
-    EXPECT_THROW(e->Rows("insert into clientes (saldo) values ('mucho')"), std::runtime_error);
-    const jet::Traduccion d = Translated("delete clientes.* from CLIENTES where idc = 1");
-    EXPECT_EQ(d.clase, jet::Traduccion::Cambio);
-    EXPECT_EQ(d.tablaEscrita, "Clientes");
+    EXPECT_THROW(e->rows("insert into clientes (saldo) values ('mucho')"), std::runtime_error);
+    const jet::Translation d = translated("delete clientes.* from CLIENTES where idc = 1");
+    EXPECT_EQ(d.kind, jet::Translation::Change);
+    EXPECT_EQ(d.writtenTable, "Clientes");
 }
 
 TEST_F(JetSemantics, AUnionHoldsATextOnceWhateverItsCase)
 {
-    e->Exec("INSERT INTO Mascotas (nom) VALUES ('Luna'), ('Toby'), ('luna'), ('sola')");
-    EXPECT_EQ(jet::Plegar(e->Rows("select nom from mascotas union select 'LUNA' from uno order by "
-                                  "nom desc")),
+    e->exec("INSERT INTO Mascotas (nom) VALUES ('Luna'), ('Toby'), ('luna'), ('sola')");
+    EXPECT_EQ(jet::fold(e->rows("select nom from mascotas union select 'LUNA' from uno order by "
+                                "nom desc")),
               "toby\nsola\nluna\n"); // in which letters it stands is nobody's business
 }
 
@@ -168,117 +169,117 @@ TEST_F(JetSemantics, ColumnsOfTheResultAreNamedAndTyped)
 {
     const auto described = [this](const std::string &sql) {
         std::string out;
-        for (const jet::ColumnaDeSalida &c : Translated(sql).columnas)
-            out += c.tabla + "." + c.columna + " " + c.nombre + " " + std::to_string(int(c.tipo))
-                   + " " + std::to_string(c.ancho) + "\n";
+        for (const jet::OutputColumn &c : translated(sql).columns)
+            out += c.table + "." + c.column + " " + c.name + " " + std::to_string(int(c.type)) + " "
+                   + std::to_string(c.width) + "\n";
         return out;
     };
-    const auto type = [](Tipo t) { return std::to_string(int(t)); };
+    const auto type = [](ColumnType t) { return std::to_string(int(t)); };
     EXPECT_EQ(described("select c.*, RAZAS.nom, Razas.NOM as raza from razas, uno as c"),
-              "c.n n " + type(Tipo::Long) + " 0\nc.dia dia " + type(Tipo::Date)
-                  + " 0\nRazas.nom nom " + type(Tipo::Text) + " 20\nRazas.nom raza "
-                  + type(Tipo::Text) + " 20\n");
-    const std::pair<Tipo, std::vector<std::string>> cases[] = {
-        {Tipo::Long, {"count(*)", "sum(idc)", "date() - alta", "idc + 1"}},
-        {Tipo::Currency,
+              "c.n n " + type(ColumnType::Long) + " 0\nc.dia dia " + type(ColumnType::Date)
+                  + " 0\nRazas.nom nom " + type(ColumnType::Text) + " 20\nRazas.nom raza "
+                  + type(ColumnType::Text) + " 20\n");
+    const std::pair<ColumnType, std::vector<std::string>> cases[] = {
+        {ColumnType::Long, {"count(*)", "sum(idc)", "date() - alta", "idc + 1"}},
+        {ColumnType::Currency,
          {"sum(saldo)", "saldo * idc", "0.1 + 0.2", "iif(deuda, saldo, 0)", "nz(saldo)",
           "(saldo)"}},
-        {Tipo::Double, {"avg(idc)", "idc * 0.5", "saldo / 2"}},
-        {Tipo::Date,
+        {ColumnType::Double, {"avg(idc)", "idc * 0.5", "saldo / 2"}},
+        {ColumnType::Date,
          {"max(alta)", "date() - 3", "iif(deuda, alta, null)", "(select max(dia) from uno)"}},
-        {Tipo::Time, {"time()"}},
-        {Tipo::YesNo, {"deuda = 0", "not deuda"}},
-        {Tipo::Text, {"ayn & idc"}},
-        {Tipo::Ninguno, {"?"}}};
-    for (const auto &[tipo, expressions] : cases)
+        {ColumnType::Time, {"time()"}},
+        {ColumnType::YesNo, {"deuda = 0", "not deuda"}},
+        {ColumnType::Text, {"ayn & idc"}},
+        {ColumnType::None, {"?"}}};
+    for (const auto &[expected, expressions] : cases)
         for (const std::string &x : expressions)
-            EXPECT_EQ(Translated("select " + x + " from clientes").columnas.at(0).tipo, tipo) << x;
+            EXPECT_EQ(translated("select " + x + " from clientes").columns.at(0).type, expected)
+                << x;
 }
 
 TEST_F(JetSemantics, KeysOfAllTablesStandBehindTheColumnsWhenAskedFor)
 {
-    e->Exec("INSERT INTO Clientes (rowid, idc, ayn) VALUES (41, 1, 'Ana'), (42, 2, 'Eva')");
-    e->Exec("INSERT INTO Mascotas (rowid, idm, idc) VALUES (51, 7, 1)");
+    e->exec("INSERT INTO Clientes (rowid, idc, ayn) VALUES (41, 1, 'Ana'), (42, 2, 'Eva')");
+    e->exec("INSERT INTO Mascotas (rowid, idm, idc) VALUES (51, 7, 1)");
     const std::string sql = "select idm, c.ayn from clientes as c left join mascotas on c.idc = "
                             "mascotas.idc order by ayn";
-    EXPECT_EQ(e->Rows(sql, {}, true), "7|Ana|41|51\n|Eva|42|\n");
-    const jet::Traduccion t = Translated(sql, true);
+    EXPECT_EQ(e->rows(sql, {}, true), "7|Ana|41|51\n|Eva|42|\n");
+    const jet::Translation t = translated(sql, true);
     ASSERT_EQ(t.fuentes.size(), 2u);
-    EXPECT_EQ(t.columnas.size(), 2u);
-    EXPECT_EQ(t.fuentes[1].tabla + t.fuentes[1].alias, "MascotasMascotas");
+    EXPECT_EQ(t.columns.size(), 2u);
+    EXPECT_EQ(t.fuentes[1].table + t.fuentes[1].alias, "MascotasMascotas");
     EXPECT_EQ(t.fuentes[0].alias, "c");
-    EXPECT_EQ(t.fuentes[1].columnaDeClave, 3);
+    EXPECT_EQ(t.fuentes[1].keyColumn, 3);
     for (const char *none : {"select distinct idc from clientes", "select sum(idc) from clientes",
                              "select idc from clientes union select idm from mascotas"})
-        EXPECT_TRUE(Translated(none, true).fuentes.empty()) << none;
+        EXPECT_TRUE(translated(none, true).fuentes.empty()) << none;
 }
 
 TEST_F(JetSemantics, ParametersComeFromTheCallerAndTheClock)
 {
-    const jet::Traduccion t =
-        Translated("select ?, date(), ? from uno where dia between date() and now()");
+    const jet::Translation t =
+        translated("select ?, date(), ? from uno where dia between date() and now()");
     std::string origins;
-    for (const jet::Parametro &p : t.parametros)
-        origins += std::to_string(p.origen) + std::to_string(p.indice) + " ";
+    for (const jet::Parameter &p : t.parameters)
+        origins += std::to_string(p.origin) + std::to_string(p.index) + " ";
     EXPECT_EQ(origins, "00 01 10 30 ");
-    EXPECT_EQ(t.valoresDados, 2);
-    EXPECT_EQ(e->Rows("select ? & '-' & ? & date() from uno", {"a", "b"}), "a-b2024-03-05\n");
+    EXPECT_EQ(t.valueCount, 2);
+    EXPECT_EQ(e->rows("select ? & '-' & ? & date() from uno", {"a", "b"}), "a-b2024-03-05\n");
 }
 
-TEST_F(JetSemantics, Definitions)
+TEST_F(JetSemantics, definitions)
 {
     const auto defined = [this](const std::string &sql) {
-        const jet::Traduccion t = Translated(sql);
-        std::string out = std::to_string(t.definicion.clase) + " " + t.definicion.tabla;
-        for (const jet::Columna &c : t.definicion.columnas)
-            out +=
-                " " + c.nombre + ":" + std::to_string(int(c.tipo)) + ":" + std::to_string(c.ancho);
+        const jet::Translation t = translated(sql);
+        std::string out = std::to_string(t.definition.kind) + " " + t.definition.table;
+        for (const jet::Column &c : t.definition.columns)
+            out += " " + c.name + ":" + std::to_string(int(c.type)) + ":" + std::to_string(c.width);
         return out;
     };
-    const auto n = [](Tipo t) { return std::to_string(int(t)) + ":"; };
+    const auto n = [](ColumnType t) { return std::to_string(int(t)) + ":"; };
     EXPECT_EQ(
         defined("CREATE TABLE Nueva (ID Text, Texto LongText, [un dia] DateTime, n TEXT (100), "
                 "i INTEGER, s short, c COUNTER)"),
-        "0 Nueva ID:" + n(Tipo::Text) + "255 Texto:" + n(Tipo::Memo) + "0 un dia:" + n(Tipo::Date)
-            + "0 n:" + n(Tipo::Text) + "100 i:" + n(Tipo::Long) + "0 s:" + n(Tipo::Smallint)
-            + "0 c:" + n(Tipo::Counter) + "0");
-    EXPECT_EQ(defined("alter table Nada add x yesno"), "1 Nada x:" + n(Tipo::YesNo) + "0");
+        "0 Nueva ID:" + n(ColumnType::Text) + "255 Texto:" + n(ColumnType::Memo) + "0 un dia:"
+            + n(ColumnType::Date) + "0 n:" + n(ColumnType::Text) + "100 i:" + n(ColumnType::Long)
+            + "0 s:" + n(ColumnType::Smallint) + "0 c:" + n(ColumnType::Counter) + "0");
+    EXPECT_EQ(defined("alter table Nada add x yesno"), "1 Nada x:" + n(ColumnType::YesNo) + "0");
     EXPECT_EQ(defined("ALTER TABLE Ventas ALTER COLUMN hora TEXT(25)"),
-              "2 Ventas hora:" + n(Tipo::Text) + "25");
+              "2 Ventas hora:" + n(ColumnType::Text) + "25");
     EXPECT_EQ(defined("alter table Ventas drop column hora"),
-              "3 Ventas hora:" + n(Tipo::Ninguno) + "0");
+              "3 Ventas hora:" + n(ColumnType::None) + "0");
     EXPECT_EQ(defined("drop table Ventas;"), "4 Ventas");
 }
 
 TEST_F(JetSemantics, WhatIsNotUnderstoodIsShown)
 {
     try {
-        Translated("select n\nfrom uno\nwhere  n == 1");
+        translated("select n\nfrom uno\nwhere  n == 1");
         ADD_FAILURE() << "taken";
-    } catch (const ErrorDeAlmacen &error) {
-        EXPECT_EQ(error.numero, 3075);
-        EXPECT_EQ(error.descripcion.toStdString(),
+    } catch (const StoreError &error) {
+        EXPECT_EQ(error.number, 3075);
+        EXPECT_EQ(error.description.toStdString(),
                   "An expression expected, line 3, column 11:\nwhere  n == 1\n          ^");
     }
     try { // the caret counts letters, and a long line is cut around it
-        Translated("select '" + repeated("año", 40) + "', ñu from uno");
+        translated("select '" + repeated("año", 40) + "', ñu from uno");
         ADD_FAILURE() << "taken";
-    } catch (const ErrorDeAlmacen &error) {
-        EXPECT_EQ(error.numero, 3061);
-        const QString line = error.descripcion.section(u'\n', 1, 1);
-        const QString caret = error.descripcion.section(u'\n', 2, 2);
+    } catch (const StoreError &error) {
+        EXPECT_EQ(error.number, 3061);
+        const QString line = error.description.section(u'\n', 1, 1);
+        const QString caret = error.description.section(u'\n', 2, 2);
         EXPECT_EQ(line.mid(caret.size() - 1), QStringLiteral("ñu from uno"));
     }
-    EXPECT_EQ(e->Error(""), 3075);
-    EXPECT_EQ(e->Error(std::string("select n\0 from uno", 19)), 3075);
-    EXPECT_NO_THROW(jet::Revisar("select nada from ninguna where x = 1"));
-    EXPECT_THROW(jet::Revisar("select nada ninguna"), ErrorDeAlmacen);
+    EXPECT_EQ(e->error(""), 3075);
+    EXPECT_EQ(e->error(std::string("select n\0 from uno", 19)), 3075);
+    EXPECT_NO_THROW(jet::check("select nada from ninguna where x = 1"));
+    EXPECT_THROW(jet::check("select nada ninguna"), StoreError);
 }
 
 TEST_F(JetSemantics, SizeAndDepthAreLimited)
 {
     const auto value = [this](const std::string &x) {
-        return e->Rows("select " + x + " from uno");
+        return e->rows("select " + x + " from uno");
     };
     EXPECT_EQ(value(repeated("(", 10) + "n" + repeated(")", 10)), "1\n");
     EXPECT_EQ(value("n" + repeated(" + n", 200)), "201\n");
@@ -292,17 +293,17 @@ TEST_F(JetSemantics, SizeAndDepthAreLimited)
           repeated("abs(", 30) + "n" + repeated(")", 30), "n in (" + repeated("1,", 30000) + "1)",
           "'" + repeated("x", 70000) + "'",
           repeated("(select ", 100) + "n" + repeated(" from uno)", 100)})
-        EXPECT_EQ(e->Error("select " + bad + " from uno"), 3075) << bad.substr(0, 60);
+        EXPECT_EQ(e->error("select " + bad + " from uno"), 3075) << bad.substr(0, 60);
     // Every alias doubles the one before.
     QString fields = QStringLiteral("n & n as a0");
     for (int i = 1; i < 60; ++i)
         fields += QStringLiteral(", a%1 & a%1 as a%2").arg(i - 1).arg(i);
-    EXPECT_EQ(e->Error("select " + fields.toStdString() + " from uno"), 3075);
+    EXPECT_EQ(e->error("select " + fields.toStdString() + " from uno"), 3075);
 }
 
 TEST_F(JetSemantics, TheIndexStaysInUse)
 {
-    e->Exec("CREATE INDEX tdia ON Turnos (dia); CREATE INDEX tidc ON Turnos (idc);"
+    e->exec("CREATE INDEX tdia ON Turnos (dia); CREATE INDEX tidc ON Turnos (idc);"
             "CREATE INDEX thor ON Turnos (hor); CREATE INDEX mnom ON Mascotas (idc)");
     for (const char *where :
          {"dia = ?", "dia between ? and ?", "dia < date() - 180", "dia >= dateadd('m', -1, date())",

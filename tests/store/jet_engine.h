@@ -10,83 +10,87 @@
 #include <sqlite3.h>
 #include <sstream>
 
+using namespace store;
+
 namespace jet_test
 {
 
 /// Reads the form of the schema files: "table Name", then "    column TYPE" a line.
-class Tables : public jet::Catalogo
+class Tables : public jet::Catalogue
 {
 public:
     Tables() = default;
     Tables(Tables &&) = default; // the tables stay where they are, which a copy would not do
 
-    void Read(std::istream &lines)
+    void read(std::istream &lines)
     {
         for (std::string line; std::getline(lines, line);) {
             if (line.starts_with("table "))
-                Add(Unbracketed(line.substr(6)));
+                Add(unbracketed(line.substr(6)));
             else if (const size_t at = line.find_first_not_of(' ');
                      m_last && at != line.npos && at > 0 && line.substr(at, 6) != "index ")
-                AddColumn(line.substr(at));
+                addColumn(line.substr(at));
         }
     }
 
-    const jet::Tabla *Buscar(std::string_view name) const override
+    const jet::Table *find(std::string_view name) const override
     {
-        const auto found = m_tables.find(jet::Plegar(name));
+        const auto found = m_tables.find(jet::fold(name));
         return found == m_tables.end() ? nullptr : &found->second;
     }
 
     /// The statements that make the tables in an engine.
-    std::string Definitions() const
+    std::string definitions() const
     {
         std::string sql;
         for (const auto &[key, table] : m_tables) {
-            sql += "CREATE TABLE \"" + table.nombre + "\" (";
-            for (size_t i = 0; i < table.columnas.size(); ++i)
-                sql += (i ? ", \"" : "\"") + table.columnas[i].nombre + "\" "
-                       + m_declared.at(&table)[i];
+            sql += "CREATE TABLE \"" + table.name + "\" (";
+            for (size_t i = 0; i < table.columns.size(); ++i)
+                sql +=
+                    (i ? ", \"" : "\"") + table.columns[i].name + "\" " + m_declared.at(&table)[i];
             sql += ");\n";
         }
         return sql;
     }
 
 private:
-    static std::string Unbracketed(std::string name)
+    static std::string unbracketed(std::string name)
     {
         return name.starts_with('[') ? name.substr(1, name.find(']') - 1) : name;
     }
 
     void Add(const std::string &name)
     {
-        m_last = &m_tables[jet::Plegar(name)];
-        m_last->nombre = name;
+        m_last = &m_tables[jet::fold(name)];
+        m_last->name = name;
     }
 
-    void AddColumn(const std::string &line)
+    void addColumn(const std::string &line)
     {
         const size_t nameEnd = line.starts_with('[') ? line.find(']') + 1 : line.find(' ');
         std::istringstream rest(line.substr(nameEnd));
         std::string type;
         rest >> type;
-        static const std::map<std::string, Tipo> types{
-            {"COUNTER", Tipo::Counter},   {"BYTE", Tipo::Byte},     {"SMALLINT", Tipo::Smallint},
-            {"LONG", Tipo::Long},         {"SINGLE", Tipo::Single}, {"DOUBLE", Tipo::Double},
-            {"CURRENCY", Tipo::Currency}, {"DATE", Tipo::Date},     {"TIME", Tipo::Time},
-            {"YESNO", Tipo::YesNo},       {"MEMO", Tipo::Memo}};
-        jet::Columna c{Unbracketed(line.substr(0, nameEnd)), Tipo::Text, 0};
+        static const std::map<std::string, ColumnType> types{
+            {"COUNTER", ColumnType::Counter},   {"BYTE", ColumnType::Byte},
+            {"SMALLINT", ColumnType::Smallint}, {"LONG", ColumnType::Long},
+            {"SINGLE", ColumnType::Single},     {"DOUBLE", ColumnType::Double},
+            {"CURRENCY", ColumnType::Currency}, {"DATE", ColumnType::Date},
+            {"TIME", ColumnType::Time},         {"YESNO", ColumnType::YesNo},
+            {"MEMO", ColumnType::Memo}};
+        jet::Column c{unbracketed(line.substr(0, nameEnd)), ColumnType::Text, 0};
         if (const auto found = types.find(type); found != types.end())
-            c.tipo = found->second;
+            c.type = found->second;
         else
-            c.ancho = std::stoi(type.substr(type.find('(') + 1));
-        m_last->columnas.push_back(c);
-        m_declared[m_last].push_back(c.tipo == Tipo::Counter ? "INTEGER PRIMARY KEY AUTOINCREMENT"
-                                                             : type);
+            c.width = std::stoi(type.substr(type.find('(') + 1));
+        m_last->columns.push_back(c);
+        m_declared[m_last].push_back(
+            c.type == ColumnType::Counter ? "INTEGER PRIMARY KEY AUTOINCREMENT" : type);
     }
 
-    std::map<std::string, jet::Tabla> m_tables;
-    std::map<const jet::Tabla *, std::vector<std::string>> m_declared;
-    jet::Tabla *m_last = nullptr;
+    std::map<std::string, jet::Table> m_tables;
+    std::map<const jet::Table *, std::vector<std::string>> m_declared;
+    jet::Table *m_last = nullptr;
 };
 
 /// What a '?' is bound to: a number when it reads as one, else a text; a text behind an apostrophe.
@@ -98,21 +102,21 @@ public:
     explicit Engine(const std::string &declaration)
     {
         std::istringstream lines(declaration);
-        m_tables.Read(lines);
-        Open();
+        m_tables.read(lines);
+        open();
     }
-    explicit Engine(Tables tables) : m_tables(std::move(tables)) { Open(); }
+    explicit Engine(Tables tables) : m_tables(std::move(tables)) { open(); }
     ~Engine() { sqlite3_close(m_db); }
     Engine(const Engine &) = delete;
     Engine &operator=(const Engine &) = delete;
 
-    const Tables &Catalog() const { return m_tables; }
+    const Tables &catalog() const { return m_tables; }
 
     /// Throws when the engine does not compile its SQL.
-    void Prepare(const std::string &sql) { sqlite3_finalize(Compiled(sql)); }
+    void prepare(const std::string &sql) { sqlite3_finalize(compiled(sql)); }
 
     /// Runs SQL of the engine itself.
-    void Exec(const std::string &sql)
+    void exec(const std::string &sql)
     {
         char *message = nullptr;
         if (sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
@@ -123,26 +127,26 @@ public:
     }
 
     /// Runs a statement of the dialect. Rows as "a|b\n", Null as an empty field, bytes as x'...'.
-    std::string Rows(const std::string &dialect, const Given &given = {}, bool keys = false)
+    std::string rows(const std::string &dialect, const Given &given = {}, bool keys = false)
     {
-        return Run(jet::Traducir(dialect, m_tables, "main", keys), given);
+        return Run(jet::translate(dialect, m_tables, "main", keys), given);
     }
 
     /// What the engine says about how it will run the statement.
     std::string Plan(const std::string &dialect)
     {
-        jet::Traduccion t = jet::Traducir(dialect, m_tables, "main");
+        jet::Translation t = jet::translate(dialect, m_tables, "main");
         t.sql = "EXPLAIN QUERY PLAN " + t.sql;
-        return Run(t, Given(size_t(t.valoresDados), "1"));
+        return Run(t, Given(size_t(t.valueCount), "1"));
     }
 
     /// The error number of a refused statement, 0 when it is taken.
-    int Error(const std::string &dialect) const
+    int error(const std::string &dialect) const
     {
         try {
-            jet::Traducir(dialect, m_tables, "main");
-        } catch (const ErrorDeAlmacen &e) {
-            return e.numero;
+            jet::translate(dialect, m_tables, "main");
+        } catch (const StoreError &e) {
+            return e.number;
         }
         return 0;
     }
@@ -151,14 +155,14 @@ public:
     std::string time = "09:30:00";
 
 private:
-    void Open()
+    void open()
     {
         sqlite3_open(":memory:", &m_db);
-        jet::RegistrarFunciones(m_db);
-        Exec(m_tables.Definitions());
+        jet::registerFunctions(m_db);
+        exec(m_tables.definitions());
     }
 
-    sqlite3_stmt *Compiled(const std::string &sql)
+    sqlite3_stmt *compiled(const std::string &sql)
     {
         sqlite3_stmt *s = nullptr;
         if (sqlite3_prepare_v2(m_db, sql.c_str(), -1, &s, nullptr) != SQLITE_OK)
@@ -166,11 +170,11 @@ private:
         return s;
     }
 
-    std::string Run(const jet::Traduccion &t, const Given &given)
+    std::string Run(const jet::Translation &t, const Given &given)
     {
-        sqlite3_stmt *s = Compiled(t.sql);
-        for (size_t i = 0; i < t.parametros.size(); ++i)
-            Bind(s, int(i + 1), t.parametros[i], given);
+        sqlite3_stmt *s = compiled(t.sql);
+        for (size_t i = 0; i < t.parameters.size(); ++i)
+            bind(s, int(i + 1), t.parameters[i], given);
         std::string rows;
         int result;
         while ((result = sqlite3_step(s)) == SQLITE_ROW) {
@@ -185,12 +189,12 @@ private:
         return rows;
     }
 
-    void Bind(sqlite3_stmt *s, int n, const jet::Parametro &p, const Given &given) const
+    void bind(sqlite3_stmt *s, int n, const jet::Parameter &p, const Given &given) const
     {
-        std::string v = p.origen == jet::Parametro::Hoy     ? today
-                        : p.origen == jet::Parametro::Hora  ? time
-                        : p.origen == jet::Parametro::Ahora ? today + " " + time
-                                                            : given.at(size_t(p.indice));
+        std::string v = p.origin == jet::Parameter::Today  ? today
+                        : p.origin == jet::Parameter::Hour ? time
+                        : p.origin == jet::Parameter::Now  ? today + " " + time
+                                                           : given.at(size_t(p.index));
         char *end = nullptr;
         const double number = std::strtod(v.c_str(), &end);
         if (v.starts_with('\''))

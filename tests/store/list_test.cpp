@@ -8,56 +8,56 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-class ListaLarga : public Clinica
+class LongList : public Clinic
 {
 protected:
-    ListaLarga()
+    LongList()
     {
         for (const int idc : {4, 2, 8, 6})
             s.clientes->Execute("insert into Clientes (idc, ayn) values (?, ?)", idc,
                                 u"C%1"_s.arg(idc));
     }
-    Recordset &lista = s.listas.clientes;
+    Recordset &list = s.lists.clientes;
 };
 
 } // namespace
 
-TEST_F(ListaLarga, ARowFoundAloneStandsAmongTheOthers)
+TEST_F(LongList, ARowFoundAloneStandsAmongTheOthers)
 {
-    lista.FindFirst("idc = ?", 4);
-    EXPECT_EQ(lista.RecordCount(), 4);
-    EXPECT_EQ(lista.AbsolutePosition(), 1);
-    EXPECT_EQ(lista["ayn"].toText(), u"C4"_s);
+    list.FindFirst("idc = ?", 4);
+    EXPECT_EQ(list.RecordCount(), 4);
+    EXPECT_EQ(list.AbsolutePosition(), 1);
+    EXPECT_EQ(list["ayn"].toText(), u"C4"_s);
 
-    Reabrir();
-    lista.FindFirst("idc = ?", 6);
-    lista.FindFirst("idc = ?", 5); // nobody: the position stays
-    EXPECT_TRUE(lista.NoMatch());
-    EXPECT_EQ(lista["ayn"].toText(), u"C6"_s);
-    lista.MoveNext();
-    EXPECT_EQ(lista["ayn"].toText(), u"C8"_s);
-    lista.MoveNext();
-    EXPECT_TRUE(lista.EOF_());
+    reopen();
+    list.FindFirst("idc = ?", 6);
+    list.FindFirst("idc = ?", 5); // nobody: the position stays
+    EXPECT_TRUE(list.NoMatch());
+    EXPECT_EQ(list["ayn"].toText(), u"C6"_s);
+    list.MoveNext();
+    EXPECT_EQ(list["ayn"].toText(), u"C8"_s);
+    list.MoveNext();
+    EXPECT_TRUE(list.EOF_());
 }
 
-TEST_F(ListaLarga, ARowFoundAloneIsWrittenAndDeletedAsAnyOther)
+TEST_F(LongList, ARowFoundAloneIsWrittenAndDeletedAsAnyOther)
 {
-    lista.FindFirst("idc = ?", 2);
-    lista.Edit();
-    lista.Put("ayn", u"Dos"_s);
-    lista.Update();
-    EXPECT_EQ(lista["ayn"].toText(), u"Dos"_s);
-    EXPECT_EQ(s.clientes->Leer("select ayn from clientes where idc = 2").toText(), u"Dos"_s);
+    list.FindFirst("idc = ?", 2);
+    list.Edit();
+    list.Put("ayn", u"Dos"_s);
+    list.Update();
+    EXPECT_EQ(list["ayn"].toText(), u"Dos"_s);
+    EXPECT_EQ(s.clientes->read("select ayn from clientes where idc = 2").toText(), u"Dos"_s);
 
-    Reabrir();
-    lista.FindFirst("idc = ?", 4);
-    lista.Delete();
-    lista.MoveNext();
-    EXPECT_EQ(lista["idc"].toInt(), 6);
-    EXPECT_EQ(Filas(*s.clientes, "select idc from clientes order by idc"), u"2\n6\n8\n"_s);
+    reopen();
+    list.FindFirst("idc = ?", 4);
+    list.Delete();
+    list.MoveNext();
+    EXPECT_EQ(list["idc"].toInt(), 6);
+    EXPECT_EQ(allRows(*s.clientes, "select idc from clientes order by idc"), u"2\n6\n8\n"_s);
 }
 
-TEST_F(ListaLarga, ManyLookUpsSeeTheSameAsFew)
+TEST_F(LongList, ManyLookUpsSeeTheSameAsFew)
 {
     // Enough of them for the list to be read on the way, with writes before and after.
     for (int i = 0; i < 6000; ++i) {

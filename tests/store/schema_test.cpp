@@ -2,143 +2,146 @@
 
 #include "store/schema.h"
 
+using namespace store;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-QString Fallo(const char *texto)
+QString faultOf(const char *text)
 {
     try {
-        AnalizarEsquema(QString::fromUtf8(texto), u"x.txt"_s);
+        parseSchema(QString::fromUtf8(text), u"x.txt"_s);
     } catch (const std::runtime_error &e) {
         return QString::fromUtf8(e.what());
     }
     return u"accepted"_s;
 }
 
-struct Esquema : Clinica {
-    Base &BaseDe(const QString &nombre)
+struct Schema : Clinic {
+    Base &databaseOf(const QString &name)
     {
-        if (nombre == u"morvane")
+        if (name == u"morvane")
             return *s.morvane;
-        if (nombre == u"clientes")
+        if (name == u"clientes")
             return *s.clientes;
-        return nombre == u"finanzas" ? *s.finanzas : AbrirAuxiliar(s, nombre);
+        return name == u"finanzas" ? *s.finanzas : openScratch(s, name);
     }
 };
 
 } // namespace
 
-TEST(Declaracion, RefusesWhatItDoesNotUnderstandAndSaysWhere)
+TEST(Declaration, RefusesWhatItDoesNotUnderstandAndSaysWhere)
 {
-    EXPECT_EQ(Fallo("# only\n b LONG"), u"x.txt:2: a column or index before the first table");
-    EXPECT_EQ(Fallo("table a\n b INTEGER"), u"x.txt:2: no type: INTEGER");
-    EXPECT_EQ(Fallo("table a\n b TEXT"), u"x.txt:2: no type: TEXT");
-    EXPECT_EQ(Fallo("table a\n b LONG\n B BYTE"), u"x.txt:3: column B twice");
-    EXPECT_EQ(Fallo("table a\n b LONG\n\ntable A"), u"x.txt:4: table A twice");
-    EXPECT_EQ(Fallo("table a\n b LONG default x"), u"x.txt:2: no number and no text in quotes: x");
-    EXPECT_EQ(Fallo("table a\n b TEXT(5) default 'x"), u"x.txt:2: cannot read \"'x\"");
-    EXPECT_EQ(Fallo("table a\n b YESNO"),
+    EXPECT_EQ(faultOf("# only\n b LONG"), u"x.txt:2: a column or index before the first table");
+    EXPECT_EQ(faultOf("table a\n b INTEGER"), u"x.txt:2: no type: INTEGER");
+    EXPECT_EQ(faultOf("table a\n b TEXT"), u"x.txt:2: no type: TEXT");
+    EXPECT_EQ(faultOf("table a\n b LONG\n B BYTE"), u"x.txt:3: column B twice");
+    EXPECT_EQ(faultOf("table a\n b LONG\n\ntable A"), u"x.txt:4: table A twice");
+    EXPECT_EQ(faultOf("table a\n b LONG default x"),
+              u"x.txt:2: no number and no text in quotes: x");
+    EXPECT_EQ(faultOf("table a\n b TEXT(5) default 'x"), u"x.txt:2: cannot read \"'x\"");
+    EXPECT_EQ(faultOf("table a\n b YESNO"),
               u"x.txt:2: Yes/No column b without a default: it would hold Null");
-    EXPECT_EQ(Fallo("table a\n b LONG\n index c"), u"x.txt:3: index on c, which is no column");
-    EXPECT_EQ(Fallo("table a\n b LONG\n c LONG\n index b c where 1"),
+    EXPECT_EQ(faultOf("table a\n b LONG\n index c"), u"x.txt:3: index on c, which is no column");
+    EXPECT_EQ(faultOf("table a\n b LONG\n c LONG\n index b c where 1"),
               u"x.txt:4: expected: index COLUMN where VALUE");
-    EXPECT_EQ(Fallo("table a\n b LONG\n index b\n c LONG"),
+    EXPECT_EQ(faultOf("table a\n b LONG\n index b\n c LONG"),
               u"x.txt:4: a column behind the indexes");
 }
 
-TEST(Declaracion, ReadsNamesWithBlanksAndLiteralsWithHashes)
+TEST(Declaration, ReadsNamesWithBlanksAndLiteralsWithHashes)
 {
-    const auto t = AnalizarEsquema(u"table [a b] # comment\n"
-                                   "  [c d] TEXT(7) default '# no ''comment''' # comment\n"
-                                   "  e YESNO default 0\n"
-                                   "  index unique [c d] e\n"
-                                   "  index E where -1\n"_s,
-                                   u"x.txt"_s);
+    const auto t = parseSchema(u"table [a b] # comment\n"
+                               "  [c d] TEXT(7) default '# no ''comment''' # comment\n"
+                               "  e YESNO default 0\n"
+                               "  index unique [c d] e\n"
+                               "  index E where -1\n"_s,
+                               u"x.txt"_s);
     ASSERT_EQ(t.size(), 1u);
-    EXPECT_EQ(t[0].nombre, u"a b");
-    EXPECT_EQ(t[0].columnas[0].nombre, "c d");
-    EXPECT_EQ(t[0].columnas[0].ancho, 7);
-    EXPECT_EQ(t[0].porDefecto[0], u"'# no ''comment'''");
+    EXPECT_EQ(t[0].name, u"a b");
+    EXPECT_EQ(t[0].columns[0].name, "c d");
+    EXPECT_EQ(t[0].columns[0].width, 7);
+    EXPECT_EQ(t[0].byDefault[0], u"'# no ''comment'''");
     ASSERT_EQ(t[0].indices.size(), 2u);
-    EXPECT_TRUE(t[0].indices[0].unico);
-    EXPECT_EQ(t[0].indices[0].columnas, (QStringList{u"c d"_s, u"e"_s}));
-    EXPECT_EQ(t[0].indices[1].columnas, QStringList{u"e"_s});
-    EXPECT_EQ(t[0].indices[1].soloDonde, u"-1");
+    EXPECT_TRUE(t[0].indices[0].unique);
+    EXPECT_EQ(t[0].indices[0].columns, (QStringList{u"c d"_s, u"e"_s}));
+    EXPECT_EQ(t[0].indices[1].columns, QStringList{u"e"_s});
+    EXPECT_EQ(t[0].indices[1].onlyWhere, u"-1");
 }
 
-TEST_F(Esquema, OfTheFilesIsTheDeclaredOne)
+TEST_F(Schema, OfTheFilesIsTheDeclaredOne)
 {
-    for (const QString &nombre : BasesDeDatos()) {
-        Base &base = BaseDe(nombre);
-        const auto declaradas = LeerEsquema(nombre);
-        EXPECT_EQ(s.motor->Tablas(base.Esquema()).size(), declaradas.size());
-        for (const TablaDeclarada &t : declaradas) {
-            const std::string tabla = t.nombre.toStdString();
-            SCOPED_TRACE(tabla);
-            const auto reales = s.motor->Columnas(base.Esquema(), tabla);
-            const jet::Tabla *catalogo = base.Catalogo().Buscar(tabla);
-            ASSERT_TRUE(catalogo);
-            ASSERT_EQ(reales.size(), t.columnas.size());
+    for (const QString &name : databases()) {
+        Base &base = databaseOf(name);
+        const auto declared = readSchema(name);
+        EXPECT_EQ(s.motor->tables(base.Schema()).size(), declared.size());
+        for (const DeclaredTable &t : declared) {
+            const std::string table = t.name.toStdString();
+            SCOPED_TRACE(table);
+            const auto reales = s.motor->allColumns(base.Schema(), table);
+            const jet::Table *catalogue = base.catalogue().find(table);
+            ASSERT_TRUE(catalogue);
+            ASSERT_EQ(reales.size(), t.columns.size());
             for (size_t i = 0; i < reales.size(); ++i) {
-                EXPECT_EQ(reales[i].nombre, t.columnas[i].nombre);
-                EXPECT_EQ(catalogo->columnas[i].tipo, t.columnas[i].tipo) << reales[i].nombre;
-                EXPECT_EQ(catalogo->columnas[i].ancho, t.columnas[i].ancho) << reales[i].nombre;
-                EXPECT_EQ(QString::fromStdString(reales[i].porDefecto), t.porDefecto[qsizetype(i)])
-                    << reales[i].nombre;
+                EXPECT_EQ(reales[i].name, t.columns[i].name);
+                EXPECT_EQ(catalogue->columns[i].type, t.columns[i].type) << reales[i].name;
+                EXPECT_EQ(catalogue->columns[i].width, t.columns[i].width) << reales[i].name;
+                EXPECT_EQ(QString::fromStdString(reales[i].byDefault), t.byDefault[qsizetype(i)])
+                    << reales[i].name;
             }
-            EXPECT_EQ(s.motor->Indices(base.Esquema(), tabla).size(), t.indices.size());
+            EXPECT_EQ(s.motor->indices(base.Schema(), table).size(), t.indices.size());
         }
     }
 }
 
-TEST_F(Esquema, GivesNewRowsWhatLaterStatementsCountUpOrCompare)
+TEST_F(Schema, GivesNewRowsWhatLaterStatementsCountUpOrCompare)
 {
     s.morvane->Execute("insert into Perfiles (idc) values (7)");
     s.morvane->Execute("update Perfiles set TurnosNoCumplidos = TurnosNoCumplidos + 1");
-    EXPECT_EQ(Filas(*s.morvane, "select * from Perfiles"), u"7|0|0|0|0|0|1\n");
+    EXPECT_EQ(allRows(*s.morvane, "select * from Perfiles"), u"7|0|0|0|0|0|1\n");
     s.finanzas->Execute("insert into CtaCteC (idVenta, idc) values (1, 7)");
-    EXPECT_EQ(Filas(*s.finanzas, "select idVenta from CtaCteC where Cancelado = 0 and men = 0"),
+    EXPECT_EQ(allRows(*s.finanzas, "select idVenta from CtaCteC where Cancelado = 0 and men = 0"),
               u"1\n");
     s.clientes->Execute("insert into Mascotas (idm) values (1)");
-    EXPECT_EQ(Filas(*s.clientes, "select idm from Mascotas where [dec] = 0 and [int] = 0 and ser = "
-                                 "0 and tarea = 0 and hos = 0"),
+    EXPECT_EQ(allRows(*s.clientes,
+                      "select idm from Mascotas where [dec] = 0 and [int] = 0 and ser = "
+                      "0 and tarea = 0 and hos = 0"),
               u"1\n");
 }
 
-TEST_F(Esquema, TakesNoIdentifierTwiceWhereRowsAreFoundByIt)
+TEST_F(Schema, TakesNoIdentifierTwiceWhereRowsAreFoundByIt)
 {
     s.clientes->Execute("insert into Clientes (idc) values (1)");
     try {
         s.clientes->Execute("insert into Clientes (idc) values (1)");
         ADD_FAILURE() << "a second client 1";
-    } catch (const ErrorDeAlmacen &e) {
-        EXPECT_EQ(e.numero, ErrorNum::Clave);
+    } catch (const StoreError &e) {
+        EXPECT_EQ(e.number, ErrorNumber::Key);
     }
     // The mark in the agenda borrows the number of the next task.
     s.morvane->Execute("insert into TareasAgenda (Ida, ID) values (-32000, 5)");
     s.morvane->Execute("insert into TareasAgenda (Ida, ID) values (9, 5)");
 }
 
-TEST_F(Esquema, LeavesRowsInTheOrderOfEntryWhereNothingElseIsAsked)
+TEST_F(Schema, LeavesRowsInTheOrderOfEntryWhereNothingElseIsAsked)
 {
     // The rows come in the order of their numbers and against every other order.
     for (const int n : {1, 2, 3}) {
-        const QString nombre = QString(QChar(u'd' - n)) + u"sur"_s;
+        const QString name = QString(QChar(u'd' - n)) + u"sur"_s;
         s.morvane->Execute("insert into TareasAgenda (id, tip, ida, dia, hor, fcreacion)"
                            " values (?, ?, 4, ?, ?, ?)",
                            n, 9 - n, hoy, QTime(12 - n, 0), hoy);
         s.finanzas->Execute("insert into Ventas (idventa, fec, tip) values (?, ?, ?)", n, hoy,
                             5 - n);
-        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, 1, ?)", n, nombre);
+        s.clientes->Execute("insert into Mascotas (idm, idc, nom) values (?, 1, ?)", n, name);
         s.finanzas->Execute("insert into CtaCteC (idVenta, idc, Cancelado) values (?, 1, ?)", n,
                             n != 3);
         s.finanzas->Execute("insert into Articulos (ida, idcat, nom) values (?, 99, ?)", 500 + n,
-                            nombre);
-        s.clientes->Execute("insert into CLLocalidad (id, nom, ran) values (?, ?, 0)", n, nombre);
+                            name);
+        s.clientes->Execute("insert into CLLocalidad (id, nom, ran) values (?, ?, 0)", n, name);
     }
-    const std::pair<Base *, const char *> consultas[] = {
+    const std::pair<Base *, const char *> queries[] = {
         {s.morvane.get(), "select id from TareasAgenda where dia = #03/11/26#"},
         {s.morvane.get(), "select id from TareasAgenda where fcreacion = #03/11/26#"},
         {s.finanzas.get(), "select idventa from Ventas where fec = #03/11/26#"},
@@ -146,6 +149,6 @@ TEST_F(Esquema, LeavesRowsInTheOrderOfEntryWhereNothingElseIsAsked)
         {s.finanzas.get(), "select idVenta from CtaCteC where idc = 1"},
         {s.finanzas.get(), "select ida - 500 from Articulos where idcat = 99"},
         {s.clientes.get(), "select id from CLLocalidad where nom like '*sur' order by ran"}};
-    for (const auto &[base, sql] : consultas)
-        EXPECT_EQ(Filas(*base, sql), u"1\n2\n3\n") << sql;
+    for (const auto &[base, sql] : queries)
+        EXPECT_EQ(allRows(*base, sql), u"1\n2\n3\n") << sql;
 }

@@ -12,142 +12,143 @@ namespace
 {
 
 // Making the five files derives a key for each; once is enough for a test program.
-const QString &Modelo()
+const QString &gridModel()
 {
-    static const QTemporaryDir carpeta;
+    static const QTemporaryDir folder;
     static const QString ruta = [] {
-        const QString r = carpeta.path() + QStringLiteral("/modelo");
-        CrearCarpeta(r, Idioma::Ingles);
+        const QString r = folder.path() + QStringLiteral("/modelo");
+        startup::createFolder(r, store::Language::English);
         return r;
     }();
     return ruta;
 }
 
-void Copiar(const QString &desde, const QString &hasta)
+void copy(const QString &from, const QString &until)
 {
-    QDir(hasta).mkpath(QStringLiteral("reportes"));
-    for (const QString &base : BasesDeDatos())
-        ASSERT_TRUE(QFile::copy(RutaBajo(desde, ArchivoDe(base)), hasta + u'/' + ArchivoDe(base)));
+    QDir(until).mkpath(QStringLiteral("reportes"));
+    for (const QString &base : store::databases())
+        ASSERT_TRUE(QFile::copy(store::pathUnder(from, store::fileOf(base)),
+                                until + u'/' + store::fileOf(base)));
 }
 
 } // namespace
 
-DialogosDePrueba::~DialogosDePrueba()
+TestDialogs::~TestDialogs()
 {
-    for (const Prompt &p : m_esperados)
-        Falta(QStringLiteral("never asked: ") + p.parte);
+    for (const Prompt &p : m_expected)
+        Missing(QStringLiteral("never asked: ") + p.part);
 }
 
-void DialogosDePrueba::Falta(const QString &que)
+void TestDialogs::Missing(const QString &que)
 {
-    if (faltas)
-        *faltas << que;
+    if (faults)
+        *faults << que;
     else
         ADD_FAILURE() << que.toStdString();
 }
 
-void DialogosDePrueba::Espera(const QString &parte, bool respuesta)
+void TestDialogs::wait(const QString &part, bool answer)
 {
-    m_esperados.push_back({parte, respuesta, std::nullopt, std::nullopt});
+    m_expected.push_back({part, answer, std::nullopt, std::nullopt});
 }
 
-void DialogosDePrueba::EsperaTexto(const QString &parte, std::optional<QString> respuesta)
+void TestDialogs::expectText(const QString &part, std::optional<QString> answer)
 {
-    m_esperados.push_back({parte, true, std::move(respuesta), std::nullopt});
+    m_expected.push_back({part, true, std::move(answer), std::nullopt});
 }
 
-void DialogosDePrueba::EsperaSeleccion(const QString &parte, std::optional<QList<int>> filas)
+void TestDialogs::expectSelection(const QString &part, std::optional<QList<int>> rows)
 {
-    m_esperados.push_back({parte, true, std::nullopt, std::move(filas)});
+    m_expected.push_back({part, true, std::nullopt, std::move(rows)});
 }
 
-DialogosDePrueba::Prompt DialogosDePrueba::Siguiente(const QString &texto)
+TestDialogs::Prompt TestDialogs::nextOne(const QString &text)
 {
-    if (m_esperados.empty()) {
-        Falta(QStringLiteral("not expected: ") + texto);
-        return {.parte = {}, .si = false, .texto = {}, .filas = {}};
+    if (m_expected.empty()) {
+        Missing(QStringLiteral("not expected: ") + text);
+        return {.part = {}, .si = false, .text = {}, .rows = {}};
     }
-    const Prompt p = m_esperados.front();
-    m_esperados.pop_front();
-    if (!texto.contains(p.parte))
-        Falta(QStringLiteral("expected '%1', got '%2'").arg(p.parte, texto));
+    const Prompt p = m_expected.front();
+    m_expected.pop_front();
+    if (!text.contains(p.part))
+        Missing(QStringLiteral("expected '%1', got '%2'").arg(p.part, text));
     return p;
 }
 
-void DialogosDePrueba::Mensaje(const QString &texto) { Siguiente(texto); }
-bool DialogosDePrueba::Pregunta(const QString &texto)
+void TestDialogs::Mensaje(const QString &text) { nextOne(text); }
+bool TestDialogs::Pregunta(const QString &text)
 {
-    if (std::ranges::any_of(siempreNo, [&](const QString &p) { return texto.contains(p); }))
+    if (std::ranges::any_of(alwaysNo, [&](const QString &p) { return text.contains(p); }))
         return false;
-    return Siguiente(texto).si;
+    return nextOne(text).si;
 }
 
-bool DialogosDePrueba::Confirmar(const QString &texto) { return Siguiente(texto).si; }
+bool TestDialogs::confirm(const QString &text) { return nextOne(text).si; }
 
-std::optional<QString> DialogosDePrueba::PedirTexto(const QString &, const QString &texto,
-                                                    const QString &)
+std::optional<QString> TestDialogs::PedirTexto(const QString &, const QString &text,
+                                               const QString &)
 {
-    return Siguiente(texto).texto;
+    return nextOne(text).text;
 }
 
-std::optional<QList<Opcion>> DialogosDePrueba::Seleccionar(const QString &titulo,
-                                                           const QStringList &,
-                                                           const QList<Opcion> &opciones, bool)
+std::optional<QList<store::Option>> TestDialogs::Seleccionar(const QString &title,
+                                                             const QStringList &,
+                                                             const QList<store::Option> &options,
+                                                             bool)
 {
-    const auto filas = Siguiente(titulo).filas;
-    if (!filas)
+    const auto rows = nextOne(title).rows;
+    if (!rows)
         return std::nullopt;
-    QList<Opcion> elegidas;
-    for (int f : *filas)
-        elegidas << opciones.value(f);
-    return elegidas;
+    QList<store::Option> chosen;
+    for (int f : *rows)
+        chosen << options.value(f);
+    return chosen;
 }
 
-std::optional<QString> DialogosDePrueba::ElegirArchivo(const QString &titulo, const QString &)
+std::optional<QString> TestDialogs::ElegirArchivo(const QString &title, const QString &)
 {
-    return Siguiente(titulo).texto;
+    return nextOne(title).text;
 }
 
-std::optional<QString> DialogosDePrueba::GuardarArchivo(const QString &titulo, const QString &,
-                                                        const QString &)
+std::optional<QString> TestDialogs::saveFile(const QString &title, const QString &, const QString &)
 {
-    return Siguiente(titulo).texto;
+    return nextOne(title).text;
 }
 
-void ImpresionDePrueba::Imprimir(Sesion &, Documento &documento) { impresos << documento.Titulo(); }
+void TestPrinting::print(Sesion &, Documento &document) { printed << document.titleOf(); }
 
-Clinica::Clinica(Idioma idioma) : s(ask, impresion, idioma)
+Clinic::Clinic(store::Language language) : s(ask, impresion, language)
 {
     s.reloj.hoy = hoy;
-    s.reloj.ahora = [this] { return QDateTime(s.reloj.hoy, QTime(9, 0)); };
-    s.usuario = {1, 2, QStringLiteral("Ana")};
-    Copiar(Modelo(), carpeta.path());
-    FijarCarpetaDeDatos(s, carpeta.path());
-    if (const auto falla = AbrirAlmacen(s))
-        ADD_FAILURE() << falla->texto.toStdString();
+    s.reloj.now = [this] { return QDateTime(s.reloj.hoy, QTime(9, 0)); };
+    s.user = {1, 2, QStringLiteral("Ana")};
+    copy(gridModel(), folder.path());
+    store::setDataFolder(s, folder.path());
+    if (const auto failure = store::openStore(s))
+        ADD_FAILURE() << failure->text.toStdString();
 }
 
-Clinica::~Clinica() = default;
+Clinic::~Clinic() = default;
 
-void Clinica::Reabrir()
+void Clinic::reopen()
 {
-    s.listas = {};
+    s.lists = {};
     s.configuracion = {};
-    s.auxiliar.reset();
+    s.scratch.reset();
     s.morvane.reset();
     s.clientes.reset();
     s.finanzas.reset();
     s.motor.reset();
-    if (const auto falla = AbrirAlmacen(s))
-        ADD_FAILURE() << falla->texto.toStdString();
+    if (const auto failure = store::openStore(s))
+        ADD_FAILURE() << failure->text.toStdString();
 }
 
-QString Filas(Base &base, std::string_view sql)
+QString allRows(Base &base, std::string_view sql)
 {
     QString t;
     Recordset r = base.OpenSnapshot(sql);
     for (; !r.EOF_(); r.MoveNext()) {
-        for (int c = 0; c < r.Columnas(); ++c)
+        for (int c = 0; c < r.allColumns(); ++c)
             t += (c ? QStringLiteral("|") : QString()) + r[c].toText();
         t += u'\n';
     }

@@ -12,72 +12,74 @@
 
 /// Answers what a test expects to be asked. A prompt that was not expected fails the test, and so
 /// does one that was expected and never came.
-class DialogosDePrueba : public Dialogos
+class TestDialogs : public Dialogos
 {
 public:
-    ~DialogosDePrueba() override;
+    ~TestDialogs() override;
 
     /// The next prompt holds this text; a question gets the answer.
-    void Espera(const QString &parte, bool respuesta = true);
-    void EsperaTexto(const QString &parte, std::optional<QString> respuesta);
-    void EsperaSeleccion(const QString &parte, std::optional<QList<int>> filas);
+    void wait(const QString &part, bool answer = true);
+    void expectText(const QString &part, std::optional<QString> answer);
+    void expectSelection(const QString &part, std::optional<QList<int>> rows);
 
-    void Mensaje(const QString &texto) override;
-    bool Pregunta(const QString &texto) override;
-    bool Confirmar(const QString &texto) override;
-    std::optional<QString> PedirTexto(const QString &titulo, const QString &texto,
-                                      const QString &inicial) override;
-    std::optional<QList<Opcion>> Seleccionar(const QString &titulo, const QStringList &columnas,
-                                             const QList<Opcion> &opciones, bool varias) override;
-    std::optional<QString> ElegirArchivo(const QString &titulo, const QString &filtro) override;
-    std::optional<QString> GuardarArchivo(const QString &titulo, const QString &propuesto,
-                                          const QString &filtro) override;
+    void Mensaje(const QString &text) override;
+    bool Pregunta(const QString &text) override;
+    bool confirm(const QString &text) override;
+    std::optional<QString> PedirTexto(const QString &title, const QString &text,
+                                      const QString &initial) override;
+    std::optional<QList<store::Option>> Seleccionar(const QString &title,
+                                                    const QStringList &columns,
+                                                    const QList<store::Option> &options,
+                                                    bool several) override;
+    std::optional<QString> ElegirArchivo(const QString &title, const QString &filter) override;
+    std::optional<QString> saveFile(const QString &title, const QString &proposed,
+                                    const QString &filter) override;
 
     /// Questions that hold one of these are answered No whenever they come.
-    QStringList siempreNo;
+    QStringList alwaysNo;
 
     /// Collects the faults instead of failing the test; for the test of this class alone.
-    QStringList *faltas = nullptr;
+    QStringList *faults = nullptr;
 
 private:
     struct Prompt {
-        QString parte;
+        QString part;
         bool si = true;
-        std::optional<QString> texto;
-        std::optional<QList<int>> filas;
+        std::optional<QString> text;
+        std::optional<QList<int>> rows;
     };
-    Prompt Siguiente(const QString &texto);
-    void Falta(const QString &que);
-    std::deque<Prompt> m_esperados;
+    Prompt nextOne(const QString &text);
+    void Missing(const QString &que);
+    std::deque<Prompt> m_expected;
 };
 
 /// Notes the titles of what would have been printed.
-class ImpresionDePrueba : public Impresion
+class TestPrinting : public store::Printing
 {
 public:
-    QStringList impresos;
-    void Imprimir(Sesion &s, Documento &documento) override;
-    void Mostrar(Sesion &s, Documento &documento) override { Imprimir(s, documento); }
+    QStringList printed;
+    void print(Sesion &s, Documento &document) override;
+    void show(Sesion &s, Documento &document) override { print(s, document); }
 };
 
 /// A clinic as a new folder brings it, opened, on Wednesday 11 March 2026 at 09:00, in English,
 /// with a Supervisor working. The file set is made once for each test program and copied.
-class Clinica : public testing::Test
+class Clinic : public testing::Test
 {
 protected:
-    explicit Clinica(Idioma idioma = Idioma::Ingles);
-    ~Clinica() override;
+    explicit Clinic(store::Language language = store::Language::English);
+    ~Clinic() override;
 
-    QTemporaryDir carpeta;
-    DialogosDePrueba ask;
-    ImpresionDePrueba impresion;
+    QTemporaryDir folder;
+    TestDialogs ask;
+    TestPrinting impresion;
     Sesion s;
 
     const QDate hoy{2026, 3, 11};
 
     /// Opens the folder again with a new session state, as another start or terminal would.
-    void Reabrir();
+    void reopen();
 };
 
 /// The rows of a query as text, a line each, fields parted by '|': whole states are compared so.
-QString Filas(Base &base, std::string_view sql);
+QString allRows(Base &base, std::string_view sql);

@@ -7,33 +7,33 @@
 #include <QTemporaryDir>
 
 /// One message as it arrived.
-struct CorreoRecibido {
+struct ReceivedMail {
     QString de; // of the envelope
-    QStringList para;
-    QString asunto; // decoded
-    QString cuerpo; // decoded, without the line break that ends it
-    QString crudo;
-    bool seguro = false; // came over TLS
-    int conexion = 0;
+    QStringList recipient;
+    QString subject; // decoded
+    QString body;    // decoded, without the line break that ends it
+    QString raw;
+    bool sure = false; // came over TLS
+    int connection = 0;
 };
 
-class ServidorDeCorreo
+class MailServer
 {
 public:
-    /// @param opciones of smtp_server.py; "--tls" and "--starttls" get a certificate for localhost
-    explicit ServidorDeCorreo(QStringList opciones = {});
-    ~ServidorDeCorreo();
+    /// @param options of smtp_server.py; "--tls" and "--starttls" get a certificate for localhost
+    explicit MailServer(QStringList options = {});
+    ~MailServer();
 
-    bool Vive() const { return m_puerto > 0; }
-    int Puerto() const { return m_puerto; }
+    bool lives() const { return m_port > 0; }
+    int portNumber() const { return m_port; }
     /// File of the authority that signed the certificate.
-    QString Autoridad() const;
+    QString authority() const;
     /// In the order in which they came.
-    QList<CorreoRecibido> Recibidos() const;
-    void Parar();
+    QList<ReceivedMail> receivedMails() const;
+    void stop();
 
 private:
-    QTemporaryDir m_carpeta;
-    QProcess m_proceso;
-    int m_puerto = 0;
+    QTemporaryDir m_folder;
+    QProcess m_process;
+    int m_port = 0;
 };

@@ -1,5 +1,6 @@
 #include "store/settings_row.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 #include "ui/bound.h"
 #include "ui/boxes.h"
 
@@ -9,14 +10,15 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-struct Formulario : FormBase {
-    explicit Formulario(Sesion &s) : FormBase(s, u"frmx"_s) {}
-    Atar::Guardia guard()
+struct Form : FormBase {
+    explicit Form(Sesion &s) : FormBase(s, u"frmx"_s) {}
+    bind::Guard guard()
     {
         return [this](const std::function<void()> &task) { return guarded(task); };
     }
@@ -31,7 +33,7 @@ struct Formulario : FormBase {
     }
 };
 
-class Bound : public Clinica
+class Bound : public Clinic
 {
 protected:
     void start()
@@ -41,8 +43,9 @@ protected:
     }
     QString stored(std::string_view column)
     {
-        const Valor v = s.morvane->Leer("select " + std::string(column) + " from configuracion");
-        return v.EsNulo() ? u"null"_s : v.toText();
+        const store::Value v =
+            s.morvane->read("select " + std::string(column) + " from configuracion");
+        return v.isNull() ? u"null"_s : v.toText();
     }
     void retype(QLineEdit *box, const QString &text)
     {
@@ -52,7 +55,7 @@ protected:
         QTest::keyClicks(box, text);
     }
 
-    Formulario form{s};
+    Form form{s};
 };
 
 const QList<std::pair<int, QString>> channels{{1, u"&Mail"_s}, {2, u"Letter"_s}, {4, u"Nothing"_s}};
@@ -61,11 +64,11 @@ const QList<std::pair<int, QString>> channels{{1, u"&Mail"_s}, {2, u"Letter"_s},
 
 TEST_F(Bound, AnOptionIsStoredWhenTheUserChoosesIt)
 {
-    GuardarAjuste(s, "MedidasRevac", 2);
-    auto *group = form.add<GrupoDeOpciones>(u"Reminders"_s, channels);
-    QSignalSpy chosen(group, &GrupoDeOpciones::elegida);
-    Atar::Opciones(s, form.guard(), group, "MedidasRevac");
-    EXPECT_EQ(group->Valor(), 2);
+    store::saveSetting(s, "MedidasRevac", 2);
+    auto *group = form.add<OptionsGroup>(u"Reminders"_s, channels);
+    QSignalSpy chosen(group, &OptionsGroup::chosen);
+    bind::Options(s, form.guard(), group, "MedidasRevac");
+    EXPECT_EQ(group->Value(), 2);
     EXPECT_EQ(chosen.size(), 0);
     start();
     auto *mail = group->findChild<QRadioButton *>(u"opt1"_s);
@@ -74,24 +77,24 @@ TEST_F(Bound, AnOptionIsStoredWhenTheUserChoosesIt)
     EXPECT_EQ(stored("MedidasRevac"), u"1"_s);
     QTest::keyClick(mail, Qt::Key_Down);
     EXPECT_EQ(stored("MedidasRevac"), u"2"_s);
-    group->PonerValor(3);
-    EXPECT_EQ(group->Valor(), 0) << "a value that is none of the options";
+    group->setValue(3);
+    EXPECT_EQ(group->Value(), 0) << "a value that is none of the options";
     EXPECT_EQ(stored("MedidasRevac"), u"2"_s);
 }
 
 TEST_F(Bound, ABoxIsStoredWhenItIsLeft)
 {
-    s.separadorDecimal = u',';
+    s.separatorDecimal = u',';
     auto *name = form.add<QLineEdit>();
-    auto *days = form.add<CajaDeEntero>(4);
-    auto *level = form.add<CajaDeNumero>(s);
-    auto *hour = form.add<CajaDeHora>();
+    auto *days = form.add<WholeNumberBox>(4);
+    auto *level = form.add<NumberBox>(s);
+    auto *hour = form.add<HourBox>();
     auto *check = form.add<QCheckBox>(u"x"_s);
-    Atar::Texto(s, form.guard(), name, "TicketSup1");
-    Atar::Entero(s, form.guard(), days, "diasdeudores");
-    Atar::Numero(s, form.guard(), level, "detali1");
-    Atar::Hora(s, form.guard(), hour, "horaracion1");
-    Atar::Casilla(s, form.guard(), check, "LVMascotas");
+    bind::text(s, form.guard(), name, "TicketSup1");
+    bind::whole(s, form.guard(), days, "diasdeudores");
+    bind::numberOf(s, form.guard(), level, "detali1");
+    bind::hourOf(s, form.guard(), hour, "horaracion1");
+    bind::Checkbox(s, form.guard(), check, "LVMascotas");
     start();
 
     const QString before = stored("diasdeudores");
@@ -130,20 +133,20 @@ TEST_F(Bound, AFailureIsToldAndTheStoredValueShownAgain)
 {
     auto *name = form.add<QLineEdit>();
     auto *other = form.add<QLineEdit>();
-    auto *group = form.add<GrupoDeOpciones>(u"Reminders"_s, channels);
-    GuardarAjuste(s, "MedidasRevac", 4);
-    GuardarAjuste(s, "TicketSup1", u"kept"_s);
-    Atar::Texto(s, form.guard(), name, "TicketSup1");
-    Atar::Opciones(s, form.guard(), group, "MedidasRevac");
+    auto *group = form.add<OptionsGroup>(u"Reminders"_s, channels);
+    store::saveSetting(s, "MedidasRevac", 4);
+    store::saveSetting(s, "TicketSup1", u"kept"_s);
+    bind::text(s, form.guard(), name, "TicketSup1");
+    bind::Options(s, form.guard(), group, "MedidasRevac");
     start();
     // A store that refuses every write.
-    s.motor->Ejecutar("create trigger morvane.no before update on configuracion begin select "
-                      "raise(abort, 'no'); end");
+    s.motor->run("create trigger morvane.no before update on configuracion begin select "
+                 "raise(abort, 'no'); end");
     retype(name, u"lost"_s);
-    ask.Espera(s(4604));
+    ask.wait(s(text::ErrorWasLogged));
     other->setFocus();
     EXPECT_EQ(name->text(), u"kept"_s);
-    ask.Espera(s(4604));
+    ask.wait(s(text::ErrorWasLogged));
     group->findChild<QRadioButton *>(u"opt1"_s)->click();
-    EXPECT_EQ(group->Valor(), 4);
+    EXPECT_EQ(group->Value(), 4);
 }

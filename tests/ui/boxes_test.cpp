@@ -1,4 +1,5 @@
 #include "support/clinic.h"
+#include "texts/ui.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
@@ -10,6 +11,7 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -22,13 +24,13 @@ void paste(QLineEdit &box, const QString &text)
     box.paste();
 }
 
-class TypedBoxes : public Clinica
+class TypedBoxes : public Clinic
 {
 protected:
     TypedBoxes()
     {
         QLocale::setDefault({QLocale::Spanish, QLocale::Uruguay});
-        s.separadorDecimal = u',';
+        s.separatorDecimal = u',';
     }
     ~TypedBoxes() override { QLocale::setDefault(QLocale::c()); }
 
@@ -58,11 +60,11 @@ protected:
 
 TEST_F(TypedBoxes, AWholeNumberTakesDigitsAlone)
 {
-    CajaDeEntero box(4);
-    EXPECT_FALSE(box.Entero());
+    WholeNumberBox box(4);
+    EXPECT_FALSE(box.whole());
     QTest::keyClicks(&box, u"-1a2.3'45"_s);
     EXPECT_EQ(box.text(), u"1234"_s);
-    EXPECT_EQ(box.Entero(), 1234);
+    EXPECT_EQ(box.whole(), 1234);
     box.selectAll();
     QTest::keyClicks(&box, u"x"_s);
     EXPECT_EQ(box.text(), u"1234"_s) << "a wrong key must not erase what is selected";
@@ -74,10 +76,10 @@ TEST_F(TypedBoxes, AWholeNumberTakesDigitsAlone)
 
 TEST_F(TypedBoxes, ANumberHasOneMarkWhicheverKeyTypedIt)
 {
-    CajaDeNumero box(s);
+    NumberBox box(s);
     QTest::keyClicks(&box, u"12.5,x0"_s);
     EXPECT_EQ(box.text(), u"12,50"_s);
-    EXPECT_EQ(box.Numero(), Moneda::DeDiezmilesimos(125000));
+    EXPECT_EQ(box.numberOf(), Moneda::fromTenThousandths(125000));
     const std::initializer_list<std::pair<QString, QString>> pasted = {
         {u"$ 1.234,50"_s, u"1234,50"_s},
         {u"1,234.50"_s, u"1234,50"_s},
@@ -88,47 +90,47 @@ TEST_F(TypedBoxes, ANumberHasOneMarkWhicheverKeyTypedIt)
         paste(box, from);
         EXPECT_EQ(box.text(), to) << from.toStdString();
     }
-    EXPECT_FALSE(box.Numero());
-    box.PonerNumero(Moneda::DeDiezmilesimos(-2500));
+    EXPECT_FALSE(box.numberOf());
+    box.setNumber(Moneda::fromTenThousandths(-2500));
     EXPECT_EQ(box.text(), u"-0,25"_s) << "what is stored is shown as it is";
 }
 
 TEST_F(TypedBoxes, DigitsFlowOverTheMaskOfADay)
 {
-    CajaDeFecha box(s);
+    DateBox box(s);
     EXPECT_EQ(box.displayText(), u"__/__/____"_s);
-    EXPECT_TRUE(box.Vacia() && box.Valida());
+    EXPECT_TRUE(box.empty() && box.valid());
     open(box);
     QTest::keyClicks(&box, u"29x022024"_s);
-    EXPECT_EQ(box.Dia(), QDate(2024, 2, 29));
+    EXPECT_EQ(box.Day(), QDate(2024, 2, 29));
     leave();
     EXPECT_EQ(box.displayText(), u"29/02/2024"_s);
 
     QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
-    EXPECT_FALSE(box.Valida()) << "no month 29";
-    box.PonerDia(QDate(2026, 3, 11));
+    EXPECT_FALSE(box.valid()) << "no month 29";
+    box.setDay(QDate(2026, 3, 11));
     EXPECT_EQ(box.text(), u"03/11/2026"_s);
-    EXPECT_EQ(box.Dia(), QDate(2026, 3, 11));
-    box.PonerDia({});
-    EXPECT_TRUE(box.Vacia());
+    EXPECT_EQ(box.Day(), QDate(2026, 3, 11));
+    box.setDay({});
+    EXPECT_TRUE(box.empty());
 }
 
 TEST_F(TypedBoxes, ABadDayIsToldOnLeavingAndTheMaskComesBack)
 {
-    CajaDeFecha box(s);
+    DateBox box(s);
     open(box);
     for (const QString &bad :
          {u"31022024"_s, u"29022023"_s, u"110326"_s, u"1103"_s, u"11030026"_s}) {
         retype(box, bad);
-        EXPECT_FALSE(box.Valida()) << bad.toStdString();
-        EXPECT_FALSE(box.Dia().isValid());
-        ask.Espera(s(9300));
+        EXPECT_FALSE(box.valid()) << bad.toStdString();
+        EXPECT_FALSE(box.Day().isValid());
+        ask.wait(s(text::InvalidDate));
         leave();
         EXPECT_EQ(box.displayText(), u"__/__/____"_s);
     }
     box.setFocus();
     leave(); // an empty one is nothing to complain about
-    EXPECT_EQ(Textos(Idioma::Espanol)(9300), u"Fecha invalida"_s);
+    EXPECT_EQ(store::Texts(store::Language::Spanish)(9300), u"Fecha invalida"_s);
 
     retype(box, u"99"_s);
     window.hide(); // closing the form is no moment for a message
@@ -136,10 +138,10 @@ TEST_F(TypedBoxes, ABadDayIsToldOnLeavingAndTheMaskComesBack)
 
 TEST_F(TypedBoxes, ATimeIsWholeOrNothing)
 {
-    CajaDeHora box;
+    HourBox box;
     open(box);
     QTest::keyClicks(&box, u"0930"_s);
-    EXPECT_EQ(box.Hora(), QTime(9, 30));
+    EXPECT_EQ(box.hourOf(), QTime(9, 30));
     for (const QString &bad : {u"2460"_s, u"9"_s, u"095"_s}) {
         retype(box, bad);
         leave();
@@ -153,17 +155,17 @@ TEST_F(TypedBoxes, ATimeIsWholeOrNothing)
 
 TEST_F(TypedBoxes, AListProposesTheRestOfWhatIsTyped)
 {
-    ListaConCompletado list;
+    ListWithCompleted list;
     open(list);
-    list.Cargar({{u"Montevideo"_s, 1}, {u"Montes"_s, 2}, {u"Salto"_s, 3}});
+    list.load({{u"Montevideo"_s, 1}, {u"Montes"_s, 2}, {u"Salto"_s, 3}});
     EXPECT_EQ(list.Id(), 0) << "nothing is chosen by loading";
-    QSignalSpy typed(&list, &ListaConCompletado::tecleado);
-    QSignalSpy emptied(&list, &ListaConCompletado::vaciado);
-    QSignalSpy chosen(&list, &ListaConCompletado::elegido);
+    QSignalSpy typed(&list, &ListWithCompleted::typed);
+    QSignalSpy emptied(&list, &ListWithCompleted::emptied);
+    QSignalSpy chosen(&list, &ListWithCompleted::chosen);
     const auto key = [&list](Qt::Key k) { QTest::keyClick(&list, k); };
-    QObject::connect(&list, &ListaConCompletado::tecleado, &list, [&list](const QString &t) {
+    QObject::connect(&list, &ListWithCompleted::typed, &list, [&list](const QString &t) {
         if (QString(u"montevideo"_s).startsWith(t.toLower()))
-            list.Proponer(1, u"Montevideo"_s);
+            list.propose(1, u"Montevideo"_s);
     });
 
     QTest::keyClicks(&list, u"mon"_s);
@@ -184,7 +186,7 @@ TEST_F(TypedBoxes, AListProposesTheRestOfWhatIsTyped)
     EXPECT_EQ(typed.size(), 4);
     EXPECT_EQ(chosen.size(), 0);
 
-    list.Cargar({{u"Artigas"_s, 4}, {u"Montevideo"_s, 1}, {u"Salto"_s, 3}});
+    list.load({{u"Artigas"_s, 4}, {u"Montevideo"_s, 1}, {u"Salto"_s, 3}});
     EXPECT_EQ(list.currentText(), u"Mon"_s);
     list.SeleccionarItem(1);
     key(Qt::Key_Down);
@@ -207,14 +209,14 @@ TEST_F(TypedBoxes, AListProposesTheRestOfWhatIsTyped)
 
 TEST_F(TypedBoxes, TheHelpLineKeepsTheWholeText)
 {
-    LineaDeAyuda line;
+    HelpLine line;
     line.resize(80, 20);
     const QString text = u"a text that is <much> too long for the line"_s;
-    line.Fallo(text);
+    line.faultOf(text);
     EXPECT_EQ(line.text(), text);
     EXPECT_EQ(line.accessibleName(), text);
     EXPECT_TRUE(line.toolTip().contains(u"&lt;much&gt;"_s));
     EXPECT_LT(line.minimumSizeHint().width(), 80) << "it must not widen its form";
-    line.Limpiar();
+    line.clean();
     EXPECT_TRUE(line.text().isEmpty() && line.toolTip().isEmpty());
 }

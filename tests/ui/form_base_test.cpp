@@ -1,4 +1,5 @@
 #include "support/clinic.h"
+#include "texts/texts.h"
 #include "ui/completion_list.h"
 #include "ui/form_base.h"
 #include "ui/form_registry.h"
@@ -12,16 +13,17 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 /// Boxes of every kind and a button in a chain.
-class Formulario : public FormBase
+class Form : public FormBase
 {
 public:
-    explicit Formulario(Sesion &s) : FormBase(s, u"frmprueba"_s)
+    explicit Form(Sesion &s) : FormBase(s, u"frmprueba"_s)
     {
         auto *column = new QVBoxLayout(this);
         for (QWidget *w : QWidgetList{first, second, list, notes, last, save})
@@ -41,19 +43,19 @@ public:
     }
 
     QLineEdit *first = new QLineEdit, *second = new QLineEdit, *last = new QLineEdit;
-    ListaConCompletado *list = new ListaConCompletado;
+    ListWithCompleted *list = new ListWithCompleted;
     QPlainTextEdit *notes = new QPlainTextEdit;
     QPushButton *save = new QPushButton(u"Save"_s);
     int saved = 0, activations = 0;
     bool fails = false;
 };
 
-class BaseForm : public Clinica
+class BaseForm : public Clinic
 {
 protected:
     BaseForm()
     {
-        s.carpetaDePrograma = carpeta.path() + u'/';
+        s.programFolder = folder.path() + u'/';
         form.emplace(s);
         open(*form);
         form->first->setFocus();
@@ -78,7 +80,7 @@ protected:
         box->paste();
     }
 
-    std::optional<Formulario> form;
+    std::optional<Form> form;
 };
 
 } // namespace
@@ -108,11 +110,11 @@ TEST_F(BaseForm, EnterWalksTheBoxesPressesTheButtonAndWritesNewLinesInNotes)
 TEST_F(BaseForm, TheApostropheIsRefusedWhenTypedAndABlankWhenPasted)
 {
     form->notes->setPlainText(u"stored 'so'"_s);
-    ask.Espera(s(4624));
+    ask.wait(s(text::ApostropheRefused));
     QTest::keyClicks(form->first, u"O'Hara"_s);
     EXPECT_EQ(form->first->text(), u"OHara"_s);
     form->list->setFocus();
-    ask.Espera(s(4624));
+    ask.wait(s(text::ApostropheRefused));
     QTest::keyClicks(form->list, u"O'H"_s);
     EXPECT_EQ(form->list->currentText(), u"OH"_s);
     EXPECT_EQ(form->notes->toPlainText(), u"stored 'so'"_s) << "nobody touched it";
@@ -121,7 +123,7 @@ TEST_F(BaseForm, TheApostropheIsRefusedWhenTypedAndABlankWhenPasted)
     EXPECT_EQ(form->first->text(), u"D Angelo"_s);
     paste(form->notes, u"D'Angelo 'x'"_s);
     EXPECT_EQ(form->notes->toPlainText(), u"D Angelo  x "_s);
-    ask.Espera(s(4624));
+    ask.wait(s(text::ApostropheRefused));
     QTest::keyClicks(form->notes, u"'"_s);
 
     QTest::keyClicks(form->second, u"O'Hara"_s);
@@ -138,7 +140,7 @@ TEST_F(BaseForm, ComingBackToAFormIsToldAndAFailureThereDoesNotComeUpForEver)
     };
     EXPECT_EQ(form->activations, 1);
     form->fails = true;
-    ask.Espera(s(4604));
+    ask.wait(s(text::ErrorWasLogged));
     EXPECT_EQ(comeBack(), 2);
     EXPECT_EQ(comeBack(), 2) << "as when the message closes";
     form->fails = false;
@@ -147,14 +149,14 @@ TEST_F(BaseForm, ComingBackToAFormIsToldAndAFailureThereDoesNotComeUpForEver)
 
 TEST_F(BaseForm, TheQuickFindOpensFromAnyFormButNotBeforeTheLogin)
 {
-    struct Busqueda : FormBase {
-        explicit Busqueda(Sesion &s_) : FormBase(s_, u"frmBusquedaRapida"_s) {}
+    struct Search : FormBase {
+        explicit Search(Sesion &s_) : FormBase(s_, u"frmBusquedaRapida"_s) {}
     };
-    Formularios forms;
-    forms.Registrar(u"frmBusquedaRapida"_s, [this] { return new Busqueda(s); });
+    FormRegistry forms;
+    forms.enrol(u"frmBusquedaRapida"_s, [this] { return new Search(s); });
     auto *app = qobject_cast<QApplication *>(QCoreApplication::instance());
-    InstalarBusquedaRapida(*app, forms);
-    const auto found = [&forms] { return forms.Cargar(u"frmBusquedaRapida"_s); };
+    installQuickSearch(*app, forms);
+    const auto found = [&forms] { return forms.load(u"frmBusquedaRapida"_s); };
 
     form->first->setText(u"typed"_s);
     form->first->setCursorPosition(0);
@@ -174,33 +176,34 @@ TEST_F(BaseForm, TheQuickFindOpensFromAnyFormButNotBeforeTheLogin)
 TEST_F(BaseForm, AFailureIsLoggedToldOnceAndLeavesTheFormOpen)
 {
     form->first->setText(u"typed"_s);
-    ask.Espera(s(4604));
-    EXPECT_FALSE(form->guarded([] { throw ErrorDeAlmacen(3265, u"no such column"_s); }));
-    ask.Espera(s(4604));
+    ask.wait(s(text::ErrorWasLogged));
+    EXPECT_FALSE(form->guarded([] { throw store::StoreError(3265, u"no such column"_s); }));
+    ask.wait(s(text::ErrorWasLogged));
     EXPECT_FALSE(form->guarded([] { throw std::runtime_error("broken"); }));
     EXPECT_TRUE(form->guarded([] {}));
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(form->first->text(), u"typed"_s);
-    EXPECT_EQ(s.morvane->Leer("select count(*) from errores").toInt(), 2);
+    EXPECT_EQ(s.morvane->read("select count(*) from errores").toInt(), 2);
 }
 
 TEST_F(BaseForm, AFullDiskIsToldAsSuchAndNotLoggedOnThatDisk)
 {
-    ask.Espera(u"The disk is full."_s);
-    EXPECT_FALSE(form->guarded([] { throw ErrorDeAlmacen(ErrorNum::DiscoLleno, u"no room"_s); }));
-    EXPECT_EQ(s.morvane->Leer("select count(*) from errores").toInt(), 0);
+    ask.wait(u"The disk is full."_s);
+    EXPECT_FALSE(
+        form->guarded([] { throw store::StoreError(store::ErrorNumber::FullDisk, u"no room"_s); }));
+    EXPECT_EQ(s.morvane->read("select count(*) from errores").toInt(), 0);
 }
 
 TEST_F(BaseForm, AFailureIsToldEvenWhenTheLogCannotBeWritten)
 {
     s.morvane->Execute("drop table errores");
-    ask.Espera(u"no such column"_s);
-    EXPECT_FALSE(form->guarded([] { throw ErrorDeAlmacen(3265, u"no such column"_s); }));
+    ask.wait(u"no such column"_s);
+    EXPECT_FALSE(form->guarded([] { throw store::StoreError(3265, u"no such column"_s); }));
 }
 
 TEST_F(BaseForm, OpensWithTheSizeOfLastTime)
 {
     form->resize(411, 317);
     form->hide();
-    EXPECT_EQ(Formulario(s).size(), QSize(411, 317));
+    EXPECT_EQ(Form(s).size(), QSize(411, 317));
 }

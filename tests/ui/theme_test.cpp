@@ -5,6 +5,7 @@
 #include <QImage>
 #include <gtest/gtest.h>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 // Text must stand off from what it lies on, whatever colour a clinic chooses: 4.5 to 1 is what
@@ -15,32 +16,32 @@ TEST(Theme, EveryColourOfTheSettingGivesReadableText)
                               0x808080, 0x404040, 0xc8a078}) {
         for (const bool dark : {false, true}) {
             SCOPED_TRACE(testing::Message() << std::hex << setting << (dark ? " dark" : " light"));
-            const Paleta p = CalcularPaleta(setting, dark);
-            for (const QColor &ground : {p.fondo, p.superficie, p.superficieAlterna}) {
-                EXPECT_GE(Contraste(p.texto, ground), 7);
-                EXPECT_GE(Contraste(p.textoSuave, ground), 4.5);
-                EXPECT_GE(Contraste(p.acento, ground), 4.5);
-                EXPECT_GE(Contraste(p.error, ground), 4.5);
-                EXPECT_GE(Contraste(p.logro, ground), 4.5);
+            const Palette p = computePalette(setting, dark);
+            for (const QColor &ground : {p.background, p.surface, p.alternateSurface}) {
+                EXPECT_GE(contrastOf(p.text, ground), 7);
+                EXPECT_GE(contrastOf(p.softText, ground), 4.5);
+                EXPECT_GE(contrastOf(p.accent, ground), 4.5);
+                EXPECT_GE(contrastOf(p.error, ground), 4.5);
+                EXPECT_GE(contrastOf(p.success, ground), 4.5);
             }
-            EXPECT_GE(Contraste(p.texto, p.acentoSuave), 7);
-            EXPECT_GE(Contraste(p.texto, p.alerta), 7);
-            EXPECT_GE(Contraste(p.texto, p.aviso), 6);
-            EXPECT_GE(Contraste(p.sobreAcento, p.acento), 4.5);
-            EXPECT_GE(Contraste(p.sobreMarco, p.marco), 7);
+            EXPECT_GE(contrastOf(p.text, p.softAccent), 7);
+            EXPECT_GE(contrastOf(p.text, p.alert), 7);
+            EXPECT_GE(contrastOf(p.text, p.notice), 6);
+            EXPECT_GE(contrastOf(p.onAccent, p.accent), 4.5);
+            EXPECT_GE(contrastOf(p.onFrame, p.frame), 7);
         }
     }
 }
 
 TEST(Theme, TheLowestByteOfTheSettingIsRed)
 {
-    const QColor red = CalcularPaleta(0x0000c0, false).acento;
+    const QColor red = computePalette(0x0000c0, false).accent;
     EXPECT_GT(red.red(), red.blue());
 }
 
 TEST(Theme, TheStyleSheetKnowsAllItsColours)
 {
-    AplicarTema(*qApp, 1);
+    applyTheme(*qApp, 1);
     EXPECT_FALSE(qApp->styleSheet().isEmpty());
     EXPECT_FALSE(qApp->styleSheet().contains(u'@'));
     qApp->setStyleSheet({});
@@ -48,13 +49,13 @@ TEST(Theme, TheStyleSheetKnowsAllItsColours)
 
 TEST(Pictures, AreDrawnForTheScaleOfTheScreenAndInTheColoursOfTheTheme)
 {
-    AplicarTema(*qApp, 1);
-    const QPixmap sharp = Icono(u"Agenda"_s).pixmap(QSize(24, 24), 2.0);
+    applyTheme(*qApp, 1);
+    const QPixmap sharp = ui::namedIcon(u"Agenda"_s).pixmap(QSize(24, 24), 2.0);
     EXPECT_EQ(sharp.size(), QSize(48, 48));
     EXPECT_EQ(sharp.devicePixelRatio(), 2.0);
-    const QImage before = Imagen(u"inicio1"_s, {64, 26}, 1).toImage();
-    AplicarTema(*qApp, 0x0000c0);
-    EXPECT_NE(Imagen(u"inicio1"_s, {64, 26}, 1).toImage(), before);
-    EXPECT_TRUE(Icono(u"nothing"_s).isNull());
+    const QImage before = Image(u"inicio1"_s, {64, 26}, 1).toImage();
+    applyTheme(*qApp, 0x0000c0);
+    EXPECT_NE(Image(u"inicio1"_s, {64, 26}, 1).toImage(), before);
+    EXPECT_TRUE(ui::namedIcon(u"nothing"_s).isNull());
     qApp->setStyleSheet({});
 }

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -22,7 +23,7 @@ void whenOpen(const std::function<void(QWidget &)> &play)
         QWidget *box = QApplication::activeModalWidget();
         ASSERT_NE(box, nullptr);
         ASSERT_TRUE(QTest::qWaitForWindowActive(box));
-        EXPECT_TRUE(DialogosDeVentana::HayUnaAbierta());
+        EXPECT_TRUE(WindowDialogs::isOneOpen());
         QTimer::singleShot(2000, box, [box] {
             ADD_FAILURE() << "the box stayed open";
             box->close();
@@ -44,22 +45,22 @@ void whenOpenPress(const QList<Qt::Key> &keys)
     });
 }
 
-const QList<Opcion> three{
+const QList<store::Option> three{
     {u"Luna\tCanino"_s, 7, false}, {u"Milo\tFelino"_s, 8, false}, {u"Rex\tCanino"_s, 9, false}};
 const QStringList titles{u"Name"_s, u"Species"_s};
 
-QList<int> values(const std::optional<QList<Opcion>> &chosen)
+QList<int> values(const std::optional<QList<store::Option>> &chosen)
 {
     QList<int> v;
-    for (const Opcion &o : chosen.value())
-        v << (o.marcada ? o.valor : -1);
+    for (const store::Option &o : chosen.value())
+        v << (o.marked ? o.value : -1);
     return v;
 }
 
 class Boxes : public testing::Test
 {
 protected:
-    DialogosDeVentana dialogs{Textos(Idioma::Ingles)};
+    WindowDialogs dialogs{store::Texts(store::Language::English)};
 };
 
 } // namespace
@@ -72,7 +73,7 @@ TEST_F(Boxes, AQuestionIsAnsweredByEnterEscapeOrTheFirstLetter)
         whenOpenPress({k});
         EXPECT_EQ(dialogs.Pregunta(u"Delete?"_s), yes) << k;
     }
-    EXPECT_FALSE(DialogosDeVentana::HayUnaAbierta());
+    EXPECT_FALSE(WindowDialogs::isOneOpen());
 }
 
 TEST_F(Boxes, ANameWithMarkUpIsShownAsItIs)
@@ -115,7 +116,7 @@ TEST_F(Boxes, APasswordIsTakenWithoutShowingIt)
         EXPECT_FALSE(entry->displayText().contains(u'g'));
         key(box, Qt::Key_Return);
     });
-    EXPECT_EQ(dialogs.PedirContrasena(u"t"_s, u"Password"_s), u"gato"_s);
+    EXPECT_EQ(dialogs.askPassword(u"t"_s, u"Password"_s), u"gato"_s);
 }
 
 TEST_F(Boxes, OneOptionIsPickedWithTheArrows)
@@ -123,8 +124,8 @@ TEST_F(Boxes, OneOptionIsPickedWithTheArrows)
     whenOpenPress({Qt::Key_Down, Qt::Key_Return});
     EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, titles, three)), QList<int>{8});
 
-    QList<Opcion> marked = three;
-    marked[2].marcada = true;
+    QList<store::Option> marked = three;
+    marked[2].marked = true;
     whenOpenPress({Qt::Key_Return});
     EXPECT_EQ(values(dialogs.Seleccionar(u"Patient"_s, titles, marked)), QList<int>{9})
         << "the list opens on the option that is marked";
@@ -132,8 +133,8 @@ TEST_F(Boxes, OneOptionIsPickedWithTheArrows)
 
 TEST_F(Boxes, SeveralOptionsAreMarkedWithTheSpaceBar)
 {
-    QList<Opcion> marked = three;
-    marked[2].marcada = true;
+    QList<store::Option> marked = three;
+    marked[2].marked = true;
     whenOpenPress({Qt::Key_Space, Qt::Key_Down, Qt::Key_Down, Qt::Key_Space, Qt::Key_Return});
     EXPECT_EQ(values(dialogs.Seleccionar(u"Patients"_s, titles, marked, true)), QList<int>{7});
     whenOpenPress({Qt::Key_Escape});
@@ -142,9 +143,9 @@ TEST_F(Boxes, SeveralOptionsAreMarkedWithTheSpaceBar)
 
 TEST_F(Boxes, ALongListIsNarrowedByTyping)
 {
-    QList<Opcion> many;
+    QList<store::Option> many;
     for (int i = 0; i < 100; ++i)
-        many << Opcion{u"Owner %1\tPatient %2"_s.arg(i).arg(1000 + i), i, false};
+        many << store::Option{u"Owner %1\tPatient %2"_s.arg(i).arg(1000 + i), i, false};
     whenOpen([](QWidget &box) {
         QTest::keyClicks(box.focusWidget(), u"1042"_s);
         EXPECT_EQ(box.findChild<QTableView *>(u"Grilla"_s)->model()->rowCount(), 1);

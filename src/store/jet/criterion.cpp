@@ -10,6 +10,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace store;
+
 namespace jet
 {
 namespace
@@ -17,64 +19,64 @@ namespace
 // What a condition comes to: as in SQL, Null is neither met nor not met.
 using Truth = std::optional<bool>;
 
-bool IsDay(const Valor &v) { return v.Es<QDate>() || v.Es<QDateTime>(); }
-bool IsNumber(const Valor &v)
+bool isDay(const Value &v) { return v.is<QDate>() || v.is<QDateTime>(); }
+bool isNumber(const Value &v)
 {
-    return v.Es<bool>() || v.Es<qint64>() || v.Es<double>() || v.Es<Moneda>();
+    return v.is<bool>() || v.is<qint64>() || v.is<double>() || v.is<Moneda>();
 }
 
-Valor FromStorage(const std::string &text)
+Value fromStorage(const std::string &text)
 {
-    const auto m = MomentFromStorage(text);
+    const auto m = momentFromStorage(text);
     if (!m)
         return {};
     const QTime time = QTime::fromMSecsSinceStartOfDay(m->second.value_or(0) * 1000);
     if (!m->day)
         return time;
     const QDate day = QDate::fromJulianDay(*m->day);
-    return m->second ? Valor(QDateTime(day, time, Qt::UTC)) : Valor(day);
+    return m->second ? Value(QDateTime(day, time, Qt::UTC)) : Value(day);
 }
 
-int Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
+int sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
 // A number, or a text that reads as one.
-bool CountsAsNumber(const Valor &v)
+bool countsAsNumber(const Value &v)
 {
-    bool reads = IsNumber(v);
-    if (const QString *s = v.Es<QString>())
+    bool reads = isNumber(v);
+    if (const QString *s = v.is<QString>())
         s->trimmed().toDouble(&reads);
     return reads;
 }
 
 // Both are not Null.
-int Compare(const Valor &a, const Valor &b)
+int compare(const Value &a, const Value &b)
 {
-    if (IsNumber(a) || IsNumber(b)) {
-        if (!CountsAsNumber(a) || !CountsAsNumber(b))
-            return CountsAsNumber(a) ? -1 : 1; // numbers come before all else, as in the engine
-        if ((a.Es<Moneda>() || b.Es<Moneda>()) && !a.Es<double>() && !b.Es<double>())
-            return Sign(a.toMoneda(), b.toMoneda());
-        if (a.Es<qint64>() && b.Es<qint64>())
-            return Sign(*a.Es<qint64>(), *b.Es<qint64>());
-        return Sign(a.toDouble(), b.toDouble());
+    if (isNumber(a) || isNumber(b)) {
+        if (!countsAsNumber(a) || !countsAsNumber(b))
+            return countsAsNumber(a) ? -1 : 1; // numbers come before all else, as in the engine
+        if ((a.is<Moneda>() || b.is<Moneda>()) && !a.is<double>() && !b.is<double>())
+            return sign(a.toMoneda(), b.toMoneda());
+        if (a.is<qint64>() && b.is<qint64>())
+            return sign(*a.is<qint64>(), *b.is<qint64>());
+        return sign(a.toDouble(), b.toDouble());
     }
-    if (a.Es<QDate>() && b.Es<QDate>())
-        return Sign(*a.Es<QDate>(), *b.Es<QDate>());
-    if (a.Es<QString>() && b.Es<QString>())
-        return Comparar(a.toText().toStdString(), b.toText().toStdString());
-    return Sign(a.toText(), b.toText()); // the form of days and times sorts as they do
+    if (a.is<QDate>() && b.is<QDate>())
+        return sign(*a.is<QDate>(), *b.is<QDate>());
+    if (a.is<QString>() && b.is<QString>())
+        return compareText(a.toText().toStdString(), b.toText().toStdString());
+    return sign(a.toText(), b.toText()); // the form of days and times sorts as they do
 }
 
-class ParsedCriterion : public Criterio
+class ParsedCriterion : public Criterion
 {
 public:
-    ParsedCriterion(std::string_view text, std::span<const ColumnaDeSalida> columns)
-        : m_condition(ParseCondition(text))
+    ParsedCriterion(std::string_view text, std::span<const OutputColumn> columns)
+        : m_condition(parseCondition(text))
     {
-        Bind(*m_condition.value, text, columns);
+        bind(*m_condition.value, text, columns);
     }
 
-    std::optional<Igualdad> ComoIgualdad(std::span<const Valor> given) const override
+    std::optional<Equality> asEquality(std::span<const Value> given) const override
     {
         const Expression &e = *m_condition.value;
         if (e.kind != Expression::Binary || e.op != Op::Equal)
@@ -89,48 +91,48 @@ public:
         if (column.kind != Expression::Column || !known)
             return std::nullopt;
         const Run run{{}, given, {}};
-        return Igualdad{int(column.integer), Evaluate(value, run)};
+        return Equality{int(column.integer), evaluate(value, run)};
     }
 
-    bool Cumple(const std::function<Valor(int)> &cell, std::span<const Valor> given,
-                QDate today) const override
+    bool meets(const std::function<Value(int)> &cell, std::span<const Value> given,
+               QDate today) const override
     {
         const Run run{&cell, given, today};
-        return Holds(*m_condition.value, run) == true;
+        return holds(*m_condition.value, run) == true;
     }
 
 private:
     struct Run {
-        const std::function<Valor(int)> *cell;
-        std::span<const Valor> given;
+        const std::function<Value(int)> *cell;
+        std::span<const Value> given;
         QDate today;
     };
 
     // Puts the position of each column into its node and refuses what is not computed here.
-    static void Bind(Expression &e, std::string_view text, std::span<const ColumnaDeSalida> columns)
+    static void bind(Expression &e, std::string_view text, std::span<const OutputColumn> columns)
     {
         if (e.select)
-            Refuse(text, e.place, QStringLiteral("A query within a criterion"));
+            refuse(text, e.place, QStringLiteral("A query within a criterion"));
         if (e.kind == Expression::Call && (e.text != "DATE" || !e.parts.empty() || e.star))
-            Refuse(text, e.place, QStringLiteral("This function cannot stand in a criterion"));
+            refuse(text, e.place, QStringLiteral("This function cannot stand in a criterion"));
         if (e.kind == Expression::Column)
-            e.integer = Position(e, text, columns);
+            e.integer = position(e, text, columns);
         for (const ExpressionPtr &part : e.parts)
-            Bind(*part, text, columns);
+            bind(*part, text, columns);
     }
 
-    static qint64 Position(const Expression &e, std::string_view text,
-                           std::span<const ColumnaDeSalida> columns)
+    static qint64 position(const Expression &e, std::string_view text,
+                           std::span<const OutputColumn> columns)
     {
-        const std::string name = Plegar(e.text);
-        const std::string table = Plegar(e.table);
-        const auto found = std::ranges::find_if(columns, [&](const ColumnaDeSalida &c) {
-            return Plegar(c.nombre) == name && (table.empty() || Plegar(c.tabla) == table);
+        const std::string name = fold(e.text);
+        const std::string table = fold(e.table);
+        const auto found = std::ranges::find_if(columns, [&](const OutputColumn &c) {
+            return fold(c.name) == name && (table.empty() || fold(c.table) == table);
         });
         if (found == columns.end())
-            Refuse(text, e.place,
+            refuse(text, e.place,
                    QStringLiteral("No column \"%1\"").arg(QString::fromStdString(e.text)),
-                   ErrorNum::Parametros);
+                   ErrorNumber::Parameters);
         return found - columns.begin();
     }
 
@@ -145,48 +147,48 @@ private:
 
     static Truth Or(Truth a, Truth b) { return Not(And(Not(a), Not(b))); }
 
-    static Truth Holds(const Expression &e, const Run &run)
+    static Truth holds(const Expression &e, const Run &run)
     {
-        const auto part = [&](size_t i) { return Evaluate(*e.parts[i], run); };
+        const auto part = [&](size_t i) { return evaluate(*e.parts[i], run); };
         const auto negatedIf = [&](Truth t) { return e.negated ? Not(t) : t; };
         switch (e.kind) {
         case Expression::Not:
-            return Not(Holds(*e.parts[0], run));
+            return Not(holds(*e.parts[0], run));
         case Expression::IsNull:
-            return part(0).EsNulo() != e.negated;
+            return part(0).isNull() != e.negated;
         case Expression::Between: {
-            const Valor v = part(0), a = part(1), b = part(2);
-            if (v.EsNulo() || a.EsNulo() || b.EsNulo())
+            const Value v = part(0), a = part(1), b = part(2);
+            if (v.isNull() || a.isNull() || b.isNull())
                 return std::nullopt;
-            const bool swapped = Compare(a, b) > 0;
-            return negatedIf(Compare(swapped ? b : a, v) <= 0 && Compare(v, swapped ? a : b) <= 0);
+            const bool swapped = compare(a, b) > 0;
+            return negatedIf(compare(swapped ? b : a, v) <= 0 && compare(v, swapped ? a : b) <= 0);
         }
         case Expression::In: {
-            const Valor v = part(0);
+            const Value v = part(0);
             Truth found = false;
             for (size_t i = 1; i < e.parts.size(); ++i)
-                found = Or(found, Compared(Op::Equal, v, part(i)));
+                found = Or(found, compared(Op::Equal, v, part(i)));
             return negatedIf(found);
         }
         case Expression::Binary:
             break;
         default:
-            return AsTruth(Evaluate(e, run));
+            return asTruth(evaluate(e, run));
         }
         switch (e.op) {
         case Op::And: {
-            const Truth left = Holds(*e.parts[0], run);
-            return left == false ? left : And(left, Holds(*e.parts[1], run));
+            const Truth left = holds(*e.parts[0], run);
+            return left == false ? left : And(left, holds(*e.parts[1], run));
         }
         case Op::Or: {
-            const Truth left = Holds(*e.parts[0], run);
-            return left == true ? left : Or(left, Holds(*e.parts[1], run));
+            const Truth left = holds(*e.parts[0], run);
+            return left == true ? left : Or(left, holds(*e.parts[1], run));
         }
         case Op::Like: {
-            const Valor text = part(0), pattern = part(1);
-            if (text.EsNulo() || pattern.EsNulo())
+            const Value text = part(0), pattern = part(1);
+            if (text.isNull() || pattern.isNull())
                 return std::nullopt;
-            return negatedIf(Parecido(text.toText().toStdString(), pattern.toText().toStdString()));
+            return negatedIf(similar(text.toText().toStdString(), pattern.toText().toStdString()));
         }
         case Op::Equal:
         case Op::NotEqual:
@@ -194,19 +196,19 @@ private:
         case Op::LessEqual:
         case Op::Greater:
         case Op::GreaterEqual:
-            return Compared(e.op, part(0), part(1));
+            return compared(e.op, part(0), part(1));
         default:
-            return AsTruth(Evaluate(e, run));
+            return asTruth(evaluate(e, run));
         }
     }
 
-    static Truth AsTruth(const Valor &v) { return v.EsNulo() ? Truth() : v.toBool(); }
+    static Truth asTruth(const Value &v) { return v.isNull() ? Truth() : v.toBool(); }
 
-    static Truth Compared(Op op, const Valor &a, const Valor &b)
+    static Truth compared(Op op, const Value &a, const Value &b)
     {
-        if (a.EsNulo() || b.EsNulo())
+        if (a.isNull() || b.isNull())
             return std::nullopt;
-        const int order = Compare(a, b);
+        const int order = compare(a, b);
         switch (op) {
         case Op::Equal:
             return order == 0;
@@ -223,7 +225,7 @@ private:
         }
     }
 
-    static Valor Evaluate(const Expression &e, const Run &run)
+    static Value evaluate(const Expression &e, const Run &run)
     {
         switch (e.kind) {
         case Expression::Null:
@@ -237,74 +239,74 @@ private:
         case Expression::Text:
             return QString::fromStdString(e.text);
         case Expression::Moment:
-            return FromStorage(e.text);
+            return fromStorage(e.text);
         case Expression::Given:
-            return size_t(e.integer) < run.given.size() ? run.given[size_t(e.integer)] : Valor();
+            return size_t(e.integer) < run.given.size() ? run.given[size_t(e.integer)] : Value();
         case Expression::Column:
             return (*run.cell)(int(e.integer));
         case Expression::Call:
             return run.today;
         case Expression::Negate:
-            return Computed(Op::Subtract, Valor(0), Evaluate(*e.parts[0], run));
+            return computed(Op::Subtract, Value(0), evaluate(*e.parts[0], run));
         case Expression::Binary:
             if (e.op > Op::Like)
-                return Computed(e.op, Evaluate(*e.parts[0], run), Evaluate(*e.parts[1], run));
+                return computed(e.op, evaluate(*e.parts[0], run), evaluate(*e.parts[1], run));
             break;
         default:
             break;
         }
-        const Truth t = Holds(e, run);
-        return t ? Valor(*t) : Valor();
+        const Truth t = holds(e, run);
+        return t ? Value(*t) : Value();
     }
 
-    static Valor Computed(Op op, const Valor &a, const Valor &b)
+    static Value computed(Op op, const Value &a, const Value &b)
     {
         if (op == Op::Concatenate)
             return a.toText() + b.toText();
-        if (a.EsNulo() || b.EsNulo())
+        if (a.isNull() || b.isNull())
             return {};
-        if (IsDay(a) || IsDay(b))
-            return ComputedDay(op, a, b);
-        if (op == Op::Add && a.Es<QString>() && b.Es<QString>())
+        if (isDay(a) || isDay(b))
+            return computedDay(op, a, b);
+        if (op == Op::Add && a.is<QString>() && b.is<QString>())
             return a.toText() + b.toText();
-        if (a.Es<Moneda>() || b.Es<Moneda>()) {
-            const qint64 x = a.toMoneda().Diezmilesimos();
-            const qint64 y = b.toMoneda().Diezmilesimos();
+        if (a.is<Moneda>() || b.is<Moneda>()) {
+            const qint64 x = a.toMoneda().tenThousandths();
+            const qint64 y = b.toMoneda().tenThousandths();
             qint64 sum = 0;
             if ((op == Op::Add && !qAddOverflow(x, y, &sum))
                 || (op == Op::Subtract && !qSubOverflow(x, y, &sum)))
-                return Moneda::DeDiezmilesimos(sum);
+                return Moneda::fromTenThousandths(sum);
             if (op == Op::Multiply)
-                return Moneda::Redondear(a.toDouble() * b.toDouble());
+                return Moneda::round(a.toDouble() * b.toDouble());
         }
-        return ComputedNumber(op, a, b);
+        return computedNumber(op, a, b);
     }
 
-    static Valor ComputedDay(Op op, const Valor &a, const Valor &b)
+    static Value computedDay(Op op, const Value &a, const Value &b)
     {
-        if (op == Op::Subtract && IsDay(a) && IsDay(b))
+        if (op == Op::Subtract && isDay(a) && isDay(b))
             return b.toDate().daysTo(a.toDate());
-        const Valor &day = IsDay(a) ? a : b;
-        const qint64 days = IsDay(a) ? b.toLong() : a.toLong();
+        const Value &day = isDay(a) ? a : b;
+        const qint64 days = isDay(a) ? b.toLong() : a.toLong();
         if (op == Op::Add)
-            return Moved(day, days);
-        return op == Op::Subtract && IsDay(a) ? Moved(day, -days) : Valor();
+            return moved(day, days);
+        return op == Op::Subtract && isDay(a) ? moved(day, -days) : Value();
     }
 
-    static Valor Moved(const Valor &day, qint64 days)
+    static Value moved(const Value &day, qint64 days)
     {
         constexpr qint64 Most = 10'000'000; // beyond every calendar day that the files take
         if (std::abs(days) > Most)
             return {};
-        if (const QDateTime *t = day.Es<QDateTime>())
+        if (const QDateTime *t = day.is<QDateTime>())
             return t->addDays(days);
         return day.toDate().addDays(days);
     }
 
-    static Valor ComputedNumber(Op op, const Valor &a, const Valor &b)
+    static Value computedNumber(Op op, const Value &a, const Value &b)
     {
-        const qint64 *wholeA = a.Es<qint64>();
-        const qint64 *wholeB = b.Es<qint64>();
+        const qint64 *wholeA = a.is<qint64>();
+        const qint64 *wholeB = b.is<qint64>();
         if (qint64 whole = 0;
             wholeA && wholeB
             && ((op == Op::Add && !qAddOverflow(*wholeA, *wholeB, &whole))
@@ -321,7 +323,7 @@ private:
         case Op::Multiply:
             return x * y;
         case Op::Divide:
-            return y == 0 ? Valor() : Valor(x / y);
+            return y == 0 ? Value() : Value(x / y);
         case Op::IntegerDivide:
         case Op::Modulo: {
             const qint64 n = a.toLong();
@@ -339,10 +341,10 @@ private:
 };
 } // namespace
 
-std::shared_ptr<const Criterio> Criterio::Compilar(std::string_view texto,
-                                                   std::span<const ColumnaDeSalida> columnas)
+std::shared_ptr<const Criterion> Criterion::compile(std::string_view text,
+                                                    std::span<const OutputColumn> columns)
 {
-    return std::make_shared<ParsedCriterion>(texto, columnas);
+    return std::make_shared<ParsedCriterion>(text, columns);
 }
 
 } // namespace jet

@@ -11,28 +11,28 @@ namespace jet
 {
 
 /// A parsed criterion such as "idc = 57", "nom like 'cen*'" or "ida = ? and (ven <= date() + 30)".
-class Criterio
+class Criterion
 {
 public:
-    /// @throws ErrorDeAlmacen 3075 for what the dialect does not take, 3061 for a name that
+    /// @throws StoreError 3075 for what the dialect does not take, 3061 for a name that
     ///         @p columnas does not hold
-    static std::shared_ptr<const Criterio> Compilar(std::string_view texto,
-                                                    std::span<const ColumnaDeSalida> columnas);
-    virtual ~Criterio() = default;
+    static std::shared_ptr<const Criterion> compile(std::string_view text,
+                                                    std::span<const OutputColumn> columns);
+    virtual ~Criterion() = default;
 
     /// A criterion of the form "column = value": the position of the column and the value to look
     /// for, so that the caller can use a hash instead of a walk.
-    struct Igualdad {
-        int columna = 0;
-        Valor valor;
+    struct Equality {
+        int column = 0;
+        store::Value value;
     };
-    virtual std::optional<Igualdad> ComoIgualdad(std::span<const Valor> dados) const = 0;
+    virtual std::optional<Equality> asEquality(std::span<const store::Value> dados) const = 0;
 
     /// Whether a row meets it. Null comparisons are not met.
-    /// @param celda gives the row's value of a column by position
+    /// @param cell gives the row's value of a column by position
     /// @param hoy   what Date() means
-    virtual bool Cumple(const std::function<Valor(int)> &celda, std::span<const Valor> dados,
-                        QDate hoy) const = 0;
+    virtual bool meets(const std::function<store::Value(int)> &cell,
+                       std::span<const store::Value> dados, QDate hoy) const = 0;
 };
 
 } // namespace jet

@@ -7,7 +7,7 @@ namespace jet
 {
 
 /// Adds the collation and the functions that translated statements call. To be run once for each
-/// connection, before the first statement. @throws ErrorDeAlmacen when the engine refuses
-void RegistrarFunciones(sqlite3 *conexion);
+/// connection, before the first statement. @throws StoreError when the engine refuses
+void registerFunctions(sqlite3 *connection);
 
 } // namespace jet

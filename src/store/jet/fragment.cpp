@@ -2,29 +2,34 @@
 
 #include <algorithm>
 
+using namespace store;
+
 namespace jet
 {
 namespace
 {
 constexpr size_t Longest = 512 * 1024; // the engine takes 1,000,000 bytes
 
-void CheckSize(const Fragment &f)
+void checkSize(const Fragment &f)
 {
     if (f.sql.size() > Longest)
         throw TooLong();
 }
 } // namespace
 
-bool IsText(Tipo t) { return t == Tipo::Text || t == Tipo::Memo; }
-bool IsMoment(Tipo t) { return t == Tipo::Date || t == Tipo::Time; }
-bool IsWhole(Tipo t)
+bool isTextual(ColumnType t) { return t == ColumnType::Text || t == ColumnType::Memo; }
+bool isMoment(ColumnType t) { return t == ColumnType::Date || t == ColumnType::Time; }
+bool isWhole(ColumnType t)
 {
-    return t == Tipo::Counter || t == Tipo::Byte || t == Tipo::Smallint || t == Tipo::Long
-           || t == Tipo::YesNo;
+    return t == ColumnType::Counter || t == ColumnType::Byte || t == ColumnType::Smallint
+           || t == ColumnType::Long || t == ColumnType::YesNo;
 }
-bool IsFloating(Tipo t) { return t == Tipo::Single || t == Tipo::Double || t == Tipo::Currency; }
+bool isFloating(ColumnType t)
+{
+    return t == ColumnType::Single || t == ColumnType::Double || t == ColumnType::Currency;
+}
 
-std::string Quoted(std::string_view text, char quote)
+std::string quoted(std::string_view text, char quote)
 {
     std::string out(1, quote);
     for (const char c : text) {
@@ -35,12 +40,12 @@ std::string Quoted(std::string_view text, char quote)
     return out += quote;
 }
 
-Fragment Build(std::string_view pattern, Strength strength,
-               std::initializer_list<const Fragment *> parts, Tipo tipo)
+Fragment build(std::string_view pattern, Strength strength,
+               std::initializer_list<const Fragment *> parts, ColumnType type)
 {
     Fragment f;
     f.strength = strength;
-    f.tipo = tipo;
+    f.type = type;
     // Every word so far may lie on the stack of the engine's parser; a call and a CASE put an
     // empty entry of their own there.
     int words = 0;
@@ -67,63 +72,63 @@ Fragment Build(std::string_view pattern, Strength strength,
         inWord = letter;
     }
     f.stack = std::max(f.stack, words);
-    CheckSize(f);
+    checkSize(f);
     return f;
 }
 
-void Append(Fragment &to, std::string_view before, const Fragment &part, int depth)
+void append(Fragment &to, std::string_view before, const Fragment &part, int depth)
 {
     to.sql += before;
     to.sql += part.sql;
     to.stack = std::max(to.stack, depth + part.stack);
     to.height = std::max(to.height, part.height + 1);
     to.reach = std::min(to.reach, part.reach);
-    CheckSize(to);
+    checkSize(to);
 }
 
-Fragment Plain(std::string sql, Tipo tipo)
+Fragment asPlain(std::string sql, ColumnType type)
 {
     Fragment f;
     f.sql = std::move(sql);
-    f.tipo = tipo;
+    f.type = type;
     return f;
 }
 
-Fragment At(Strength needed, const Fragment &f)
+Fragment at(Strength needed, const Fragment &f)
 {
     if (f.strength >= needed)
         return f;
-    Fragment whole = Build("($1)", Strength::Whole, {&f}, f.tipo);
+    Fragment whole = build("($1)", Strength::Whole, {&f}, f.type);
     whole.truth = f.truth;
     return whole;
 }
 
-Fragment Collated(const Fragment &f)
+Fragment collated(const Fragment &f)
 {
-    const Fragment operand = At(Strength::Sign, f);
-    return Build("$1 COLLATE \"JET\"", Strength::Concatenate, {&operand}, f.tipo);
+    const Fragment operand = at(Strength::Sign, f);
+    return build("$1 COLLATE \"JET\"", Strength::Concatenate, {&operand}, f.type);
 }
 
-Fragment Value(const Fragment &f)
+Fragment asValue(const Fragment &f)
 {
     if (f.rawMemo)
-        return Build("CAST($1 AS TEXT)", Strength::Whole, {&f}, Tipo::Memo);
+        return build("CAST($1 AS TEXT)", Strength::Whole, {&f}, ColumnType::Memo);
     if (!f.truth)
         return f;
-    return Build("-($1)", Strength::Sign, {&f}, Tipo::YesNo);
+    return build("-($1)", Strength::Sign, {&f}, ColumnType::YesNo);
 }
 
-Fragment AsText(const Fragment &f)
+Fragment asText(const Fragment &f)
 {
-    const Fragment v = Value(f);
-    if (IsText(v.tipo) || IsMoment(v.tipo))
+    const Fragment v = asValue(f);
+    if (isTextual(v.type) || isMoment(v.type))
         return v;
-    return Build("jet_texto($1)", Strength::Whole, {&v}, Tipo::Text);
+    return build("jet_texto($1)", Strength::Whole, {&v}, ColumnType::Text);
 }
 
-Fragment AsCondition(const Fragment &f, Strength needed)
+Fragment asCondition(const Fragment &f, Strength needed)
 {
-    return At(needed, f.truth ? f : Value(f));
+    return at(needed, f.truth ? f : asValue(f));
 }
 
 } // namespace jet

@@ -18,7 +18,7 @@ enum class Strength { Or, And, Not, Equal, Compare, Add, Multiply, Concatenate, 
 struct Fragment {
     std::string sql;
     Strength strength = Strength::Whole;
-    Tipo tipo = Tipo::Ninguno;
+    store::ColumnType type = store::ColumnType::None;
     int width = 0;
     bool truth = false;     // the engine's 1 or 0, where the files keep -1 or 0
     bool rawMemo = false;   // a MEMO column as it is kept, which may be a text or the same in bytes
@@ -26,11 +26,11 @@ struct Fragment {
     bool joined = false;    // by '&', so never Null
     bool roundedSum = false; // a sum of amounts, rounded by jet_moneda
     enum { NoLiteral, NullLiteral, WholeLiteral, DecimalLiteral } literal = NoLiteral;
-    const Columna *column = nullptr; // when it is a bare column
-    size_t source = 0;               // and its place in the FROM clause
-    int stack = 1;                   // entries that the engine's parser needs for it
-    int height = 1;                  // of the engine's tree
-    int reach = Nowhere;             // nesting of the outermost query that a name of it means
+    const Column *column = nullptr; // when it is a bare column
+    size_t source = 0;              // and its place in the FROM clause
+    int stack = 1;                  // entries that the engine's parser needs for it
+    int height = 1;                 // of the engine's tree
+    int reach = Nowhere;            // nesting of the outermost query that a name of it means
     static constexpr int Nowhere = std::numeric_limits<int>::max();
 };
 
@@ -38,39 +38,40 @@ struct Fragment {
 struct TooLong {
 };
 
-bool IsText(Tipo t);
-bool IsMoment(Tipo t);
-bool IsWhole(Tipo t); ///< whole numbers, Yes/No among them
-bool IsFloating(Tipo t);
+bool isTextual(store::ColumnType t);
+bool isMoment(store::ColumnType t);
+bool isWhole(store::ColumnType t); ///< whole numbers, Yes/No among them
+bool isFloating(store::ColumnType t);
 
 /// A text or a name between quotes, which stand twice inside.
-std::string Quoted(std::string_view text, char quote);
+std::string quoted(std::string_view text, char quote);
 
 /// A piece that needs no others.
-Fragment Plain(std::string sql, Tipo tipo = Tipo::Ninguno);
+Fragment asPlain(std::string sql, store::ColumnType type = store::ColumnType::None);
 
 /// Puts pieces into a pattern in the place of $1, $2... The caller sees to it that each binds
 /// tightly enough for its place. @throws TooLong
-Fragment Build(std::string_view pattern, Strength strength,
-               std::initializer_list<const Fragment *> parts, Tipo tipo = Tipo::Ninguno);
+Fragment build(std::string_view pattern, Strength strength,
+               std::initializer_list<const Fragment *> parts,
+               store::ColumnType type = store::ColumnType::None);
 
 /// Appends a part of a list or a clause, which stands @p depth entries deep in the engine's parser.
 /// @throws TooLong
-void Append(Fragment &to, std::string_view before, const Fragment &part, int depth);
+void append(Fragment &to, std::string_view before, const Fragment &part, int depth);
 
 /// In parentheses where it binds more loosely than its place needs.
-Fragment At(Strength needed, const Fragment &f);
+Fragment at(Strength needed, const Fragment &f);
 
 /// Compared without regard to letter case.
-Fragment Collated(const Fragment &f);
+Fragment collated(const Fragment &f);
 
 /// As an operand: with the files' -1 and 0, and never as bytes.
-Fragment Value(const Fragment &f);
+Fragment asValue(const Fragment &f);
 
 /// As a text, Null staying Null.
-Fragment AsText(const Fragment &f);
+Fragment asText(const Fragment &f);
 
 /// As a condition of the engine, for which what is not 0 holds.
-Fragment AsCondition(const Fragment &f, Strength needed);
+Fragment asCondition(const Fragment &f, Strength needed);
 
 } // namespace jet

@@ -4,153 +4,155 @@
 
 #include <algorithm>
 
+using namespace store;
+
 namespace jet
 {
 namespace
 {
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 // Every letter outside ASCII may stand in a name.
-bool BeginsName(char c)
+bool beginsName(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'
            || static_cast<unsigned char>(c) >= 0x80;
 }
-bool ContinuesName(char c) { return BeginsName(c) || IsDigit(c); }
+bool continuesName(char c) { return beginsName(c) || isDigit(c); }
 
 class Lexer
 {
 public:
     explicit Lexer(std::string_view sql) : m_sql(sql) {}
 
-    std::vector<Token> All()
+    std::vector<Token> all()
     {
         if (m_sql.size() > MaxStatement)
-            Refuse(m_sql, 0, QStringLiteral("The statement is too long"));
+            refuse(m_sql, 0, QStringLiteral("The statement is too long"));
         if (const size_t zero = m_sql.find('\0'); zero != m_sql.npos)
-            Refuse(m_sql, int(zero), QStringLiteral("A zero byte"));
+            refuse(m_sql, int(zero), QStringLiteral("A zero byte"));
         std::vector<Token> tokens;
         do
-            tokens.push_back(Next());
+            tokens.push_back(next());
         while (tokens.back().kind != Token::End);
         return tokens;
     }
 
 private:
-    char At(size_t i) const { return i < m_sql.size() ? m_sql[i] : '\0'; }
+    char at(size_t i) const { return i < m_sql.size() ? m_sql[i] : '\0'; }
 
-    Token Next()
+    Token next()
     {
-        while (IsBlank(At(m_at)))
+        while (isBlank(at(m_at)))
             ++m_at;
         Token token;
         token.place = int(m_at);
-        const char c = At(m_at);
+        const char c = at(m_at);
         if (c == '\0')
             return token;
-        if (BeginsName(c))
-            token.kind = Token::Name, token.text = TakeWhile(ContinuesName);
-        else if (IsDigit(c) || (c == '.' && IsDigit(At(m_at + 1))))
-            TakeNumber(token);
+        if (beginsName(c))
+            token.kind = Token::Name, token.text = takeWhile(continuesName);
+        else if (isDigit(c) || (c == '.' && isDigit(at(m_at + 1))))
+            takeNumber(token);
         else if (c == '\'' || c == '"')
-            token.kind = Token::Text, token.text = TakeText(c);
+            token.kind = Token::Text, token.text = takeText(c);
         else if (c == '[')
-            token.kind = Token::Bracketed, token.text = TakeBracketed();
+            token.kind = Token::Bracketed, token.text = takeBracketed();
         else if (c == '#')
-            token.kind = Token::Moment, token.text = TakeMoment();
+            token.kind = Token::Moment, token.text = takeMoment();
         else if (c == '?')
             token.kind = Token::Given, ++m_at;
         else if (c == ';')
-            TakeEnd();
+            takeEnd();
         else
-            token.kind = Token::Symbol, token.text = TakeSymbol();
+            token.kind = Token::Symbol, token.text = takeSymbol();
         return token;
     }
 
-    std::string TakeWhile(bool (*wanted)(char))
+    std::string takeWhile(bool (*wanted)(char))
     {
         const size_t begin = m_at;
-        while (wanted(At(m_at)))
+        while (wanted(at(m_at)))
             ++m_at;
         return std::string(m_sql.substr(begin, m_at - begin));
     }
 
-    void TakeNumber(Token &token)
+    void takeNumber(Token &token)
     {
         const size_t begin = m_at;
         token.kind = Token::Integer;
-        TakeWhile(IsDigit);
-        if (At(m_at) == '.') {
+        takeWhile(isDigit);
+        if (at(m_at) == '.') {
             token.kind = Token::Decimal;
             ++m_at;
-            TakeWhile(IsDigit);
+            takeWhile(isDigit);
         }
-        if (At(m_at) == 'e' || At(m_at) == 'E') {
+        if (at(m_at) == 'e' || at(m_at) == 'E') {
             token.kind = Token::Decimal;
             ++m_at;
-            if (At(m_at) == '+' || At(m_at) == '-')
+            if (at(m_at) == '+' || at(m_at) == '-')
                 ++m_at;
-            if (TakeWhile(IsDigit).empty())
-                Refuse(m_sql, int(begin), QStringLiteral("No number"));
+            if (takeWhile(isDigit).empty())
+                refuse(m_sql, int(begin), QStringLiteral("No number"));
         }
-        if (ContinuesName(At(m_at)) || At(m_at) == '.')
-            Refuse(m_sql, int(begin), QStringLiteral("No number"));
+        if (continuesName(at(m_at)) || at(m_at) == '.')
+            refuse(m_sql, int(begin), QStringLiteral("No number"));
         token.text = m_sql.substr(begin, m_at - begin);
     }
 
     // The quote itself stands twice inside.
-    std::string TakeText(char quote)
+    std::string takeText(char quote)
     {
         const size_t begin = m_at++;
         std::string text;
         for (;; ++m_at) {
             if (m_at >= m_sql.size())
-                Refuse(m_sql, int(begin), QStringLiteral("The text is not closed"));
-            if (m_sql[m_at] == quote && At(++m_at) != quote)
+                refuse(m_sql, int(begin), QStringLiteral("The text is not closed"));
+            if (m_sql[m_at] == quote && at(++m_at) != quote)
                 return text;
             text += m_sql[m_at];
         }
     }
 
-    std::string TakeBracketed()
+    std::string takeBracketed()
     {
         const size_t end = m_sql.find(']', m_at);
         const std::string_view name = m_sql.substr(m_at + 1, end - m_at - 1);
         if (end == m_sql.npos || name.empty() || name.find_first_of("[\n") != name.npos)
-            Refuse(m_sql, int(m_at), QStringLiteral("No name in brackets"));
+            refuse(m_sql, int(m_at), QStringLiteral("No name in brackets"));
         m_at = end + 1;
         return std::string(name);
     }
 
-    std::string TakeMoment()
+    std::string takeMoment()
     {
         const size_t end = m_sql.find('#', m_at + 1);
         if (end == m_sql.npos)
-            Refuse(m_sql, int(m_at), QStringLiteral("The date is not closed"));
-        const auto moment = MomentFromLiteral(m_sql.substr(m_at + 1, end - m_at - 1));
+            refuse(m_sql, int(m_at), QStringLiteral("The date is not closed"));
+        const auto moment = momentFromLiteral(m_sql.substr(m_at + 1, end - m_at - 1));
         if (!moment)
-            Refuse(m_sql, int(m_at), QStringLiteral("No date or time"));
+            refuse(m_sql, int(m_at), QStringLiteral("No date or time"));
         m_at = end + 1;
-        return ToStorage(*moment);
+        return toStorage(*moment);
     }
 
-    void TakeEnd()
+    void takeEnd()
     {
         const size_t begin = m_at++;
-        while (IsBlank(At(m_at)))
+        while (isBlank(at(m_at)))
             ++m_at;
         if (m_at < m_sql.size())
-            Refuse(m_sql, int(begin), QStringLiteral("One statement at a time"));
+            refuse(m_sql, int(begin), QStringLiteral("One statement at a time"));
     }
 
-    std::string TakeSymbol()
+    std::string takeSymbol()
     {
         const std::string two(m_sql.substr(m_at, 2));
         if (two == "--" || two == "/*")
-            Refuse(m_sql, int(m_at), QStringLiteral("Comments are not taken"));
+            refuse(m_sql, int(m_at), QStringLiteral("Comments are not taken"));
         const bool isTwo = two == "<>" || two == "<=" || two == ">=";
         if (!isTwo && std::string_view("(),.*+-/\\&=<>").find(two[0]) == std::string_view::npos)
-            Refuse(m_sql, int(m_at), QStringLiteral("Not a character of the dialect"));
+            refuse(m_sql, int(m_at), QStringLiteral("Not a character of the dialect"));
         m_at += isTwo ? 2 : 1;
         return two.substr(0, isTwo ? 2 : 1);
     }
@@ -160,9 +162,9 @@ private:
 };
 } // namespace
 
-std::vector<Token> Tokens(std::string_view sql) { return Lexer(sql).All(); }
+std::vector<Token> tokens(std::string_view sql) { return Lexer(sql).all(); }
 
-void Refuse(std::string_view sql, int place, const QString &reason, int number)
+void refuse(std::string_view sql, int place, const QString &reason, int number)
 {
     // Only as much of a long line as fits a message box.
     constexpr qsizetype Before = 40;
@@ -183,7 +185,7 @@ void Refuse(std::string_view sql, int place, const QString &reason, int number)
             c = u' ';
     const QString blanks(qMin(before.size(), Before), u' ');
     const auto line = std::ranges::count(head, '\n') + 1;
-    throw ErrorDeAlmacen(
+    throw StoreError(
         number,
         QStringLiteral("%1, line %2, column %3:\n%4\n%5^")
             .arg(reason, QString::number(line), QString::number(before.size() + 1), shown, blanks),

@@ -31,12 +31,12 @@ struct Token {
 };
 
 /// Splits a statement; the last token is always End. One ';' may close it.
-/// @throws ErrorDeAlmacen 3075 for what is no word of the dialect, comments included
-std::vector<Token> Tokens(std::string_view sql);
+/// @throws StoreError 3075 for what is no word of the dialect, comments included
+std::vector<Token> tokens(std::string_view sql);
 
 /// Throws the error that shows a place of the statement: reason, line, column, and the line itself
 /// with a caret below.
-[[noreturn]] void Refuse(std::string_view sql, int place, const QString &reason,
-                         int number = ErrorNum::Sintaxis);
+[[noreturn]] void refuse(std::string_view sql, int place, const QString &reason,
+                         int number = store::ErrorNumber::Syntax);
 
 } // namespace jet

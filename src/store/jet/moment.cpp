@@ -10,7 +10,7 @@ namespace
 constexpr int SecondsOfDay = 86400;
 
 // Takes digits off the front of the text.
-std::optional<int> TakeNumber(std::string_view &text, size_t least, size_t most)
+std::optional<int> takeNumber(std::string_view &text, size_t least, size_t most)
 {
     size_t n = 0;
     int value = 0;
@@ -22,7 +22,7 @@ std::optional<int> TakeNumber(std::string_view &text, size_t least, size_t most)
     return value;
 }
 
-bool Take(std::string_view &text, char c)
+bool take(std::string_view &text, char c)
 {
     if (text.empty() || text.front() != c)
         return false;
@@ -30,7 +30,7 @@ bool Take(std::string_view &text, char c)
     return true;
 }
 
-std::optional<qint64> Day(int year, int month, int day)
+std::optional<qint64> makeDay(int year, int month, int day)
 {
     const QDate date(year, month, day);
     if (!date.isValid() || year < 100)
@@ -38,47 +38,47 @@ std::optional<qint64> Day(int year, int month, int day)
     return date.toJulianDay();
 }
 
-std::optional<qint64> TakeIsoDay(std::string_view &text)
+std::optional<qint64> takeIsoDay(std::string_view &text)
 {
-    const auto year = TakeNumber(text, 4, 4);
-    if (!year || !Take(text, '-'))
+    const auto year = takeNumber(text, 4, 4);
+    if (!year || !take(text, '-'))
         return std::nullopt;
-    const auto month = TakeNumber(text, 2, 2);
-    if (!month || !Take(text, '-'))
+    const auto month = takeNumber(text, 2, 2);
+    if (!month || !take(text, '-'))
         return std::nullopt;
-    const auto day = TakeNumber(text, 2, 2);
-    return day ? Day(*year, *month, *day) : std::nullopt;
+    const auto day = takeNumber(text, 2, 2);
+    return day ? makeDay(*year, *month, *day) : std::nullopt;
 }
 
-std::optional<qint64> TakeLiteralDay(std::string_view &text)
+std::optional<qint64> takeLiteralDay(std::string_view &text)
 {
-    const auto month = TakeNumber(text, 1, 2);
-    if (!month || !Take(text, '/'))
+    const auto month = takeNumber(text, 1, 2);
+    if (!month || !take(text, '/'))
         return std::nullopt;
-    const auto day = TakeNumber(text, 1, 2);
-    if (!day || !Take(text, '/'))
+    const auto day = takeNumber(text, 1, 2);
+    if (!day || !take(text, '/'))
         return std::nullopt;
     const size_t before = text.size();
-    auto year = TakeNumber(text, 2, 4);
+    auto year = takeNumber(text, 2, 4);
     const size_t digits = before - text.size();
     if (!year || digits == 3)
         return std::nullopt;
     if (digits == 2)
         *year += *year < 30 ? 2000 : 1900;
-    return Day(*year, *month, *day);
+    return makeDay(*year, *month, *day);
 }
 
-std::optional<int> TakeTime(std::string_view &text, bool secondsNeeded)
+std::optional<int> takeTime(std::string_view &text, bool secondsNeeded)
 {
-    const auto hour = TakeNumber(text, secondsNeeded ? 2 : 1, 2);
-    if (!hour || !Take(text, ':'))
+    const auto hour = takeNumber(text, secondsNeeded ? 2 : 1, 2);
+    if (!hour || !take(text, ':'))
         return std::nullopt;
-    const auto minute = TakeNumber(text, 2, 2);
+    const auto minute = takeNumber(text, 2, 2);
     if (!minute)
         return std::nullopt;
     std::optional<int> second = 0;
-    if (Take(text, ':'))
-        second = TakeNumber(text, 2, 2);
+    if (take(text, ':'))
+        second = takeNumber(text, 2, 2);
     else if (secondsNeeded)
         return std::nullopt;
     if (!second || *hour > 23 || *minute > 59 || *second > 59)
@@ -86,12 +86,15 @@ std::optional<int> TakeTime(std::string_view &text, bool secondsNeeded)
     return *hour * 3600 + *minute * 60 + *second;
 }
 
-qint64 FloorDivide(qint64 a, qint64 b) { return a / b - (a % b < 0 ? 1 : 0); }
+qint64 floorDivide(qint64 a, qint64 b) { return a / b - (a % b < 0 ? 1 : 0); }
 
 // Seconds since the first Julian day; a time alone counts from day 0.
-qint64 Seconds(const Moment &m) { return m.day.value_or(0) * SecondsOfDay + m.second.value_or(0); }
+qint64 secondsIn(const Moment &m)
+{
+    return m.day.value_or(0) * SecondsOfDay + m.second.value_or(0);
+}
 
-std::optional<Moment> Valid(Moment m)
+std::optional<Moment> valid(Moment m)
 {
     static const qint64 first = QDate(100, 1, 1).toJulianDay();
     static const qint64 last = QDate(9999, 12, 31).toJulianDay();
@@ -101,35 +104,35 @@ std::optional<Moment> Valid(Moment m)
 }
 
 // The time behind a day that was read, or alone.
-std::optional<Moment> WithTime(Moment m, std::string_view text, bool fromStorage)
+std::optional<Moment> withTime(Moment m, std::string_view text, bool fromStorage)
 {
     if (m.day) {
         if (text.empty())
             return m;
-        if (!Take(text, ' '))
+        if (!take(text, ' '))
             return std::nullopt;
     }
-    m.second = TakeTime(text, fromStorage);
+    m.second = takeTime(text, fromStorage);
     if (!m.second || !text.empty())
         return std::nullopt;
     return m;
 }
 } // namespace
 
-std::optional<Moment> MomentFromStorage(std::string_view text)
+std::optional<Moment> momentFromStorage(std::string_view text)
 {
     Moment m;
     if (text.size() >= 10) {
-        m.day = TakeIsoDay(text);
+        m.day = takeIsoDay(text);
         if (!m.day)
             return std::nullopt;
     }
-    return WithTime(m, text, true);
+    return withTime(m, text, true);
 }
 
-std::optional<Moment> MomentFromLiteral(std::string_view text)
+std::optional<Moment> momentFromLiteral(std::string_view text)
 {
-    while (Take(text, ' ')) {
+    while (take(text, ' ')) {
     }
     while (!text.empty() && text.back() == ' ')
         text.remove_suffix(1);
@@ -137,17 +140,17 @@ std::optional<Moment> MomentFromLiteral(std::string_view text)
     Moment m;
     const bool iso = text.size() > 4 && text[4] == '-';
     if (iso || text.find('/') != text.npos) {
-        m.day = iso ? TakeIsoDay(text) : TakeLiteralDay(text);
+        m.day = iso ? takeIsoDay(text) : takeLiteralDay(text);
         if (!m.day)
             return std::nullopt;
     }
-    auto whole = WithTime(m, text, false);
+    auto whole = withTime(m, text, false);
     if (whole && whole->day && whole->second == 0)
         whole->second.reset(); // midnight is kept as the day alone
     return whole;
 }
 
-std::string ToStorage(const Moment &m)
+std::string toStorage(const Moment &m)
 {
     char text[64] = "";
     int n = 0;
@@ -162,7 +165,7 @@ std::string ToStorage(const Moment &m)
     return {text, size_t(n)};
 }
 
-std::optional<Interval> IntervalFromText(std::string_view text, bool difference)
+std::optional<Interval> intervalFromText(std::string_view text, bool difference)
 {
     std::string low;
     for (const char c : text)
@@ -186,7 +189,7 @@ std::optional<Interval> IntervalFromText(std::string_view text, bool difference)
     return std::nullopt;
 }
 
-std::optional<Moment> Added(const Moment &m, Interval interval, qint64 count)
+std::optional<Moment> added(const Moment &m, Interval interval, qint64 count)
 {
     // Beyond this no interval gives a day within the calendar, and nothing below overflows.
     constexpr qint64 Most = 400'000'000'000;
@@ -204,13 +207,13 @@ std::optional<Moment> Added(const Moment &m, Interval interval, qint64 count)
         if (count > 200'000 || count < -200'000)
             return std::nullopt;
         const QDate date = QDate::fromJulianDay(*m.day).addMonths(int(count) * unit);
-        return date.isValid() ? Valid({date.toJulianDay(), m.second}) : std::nullopt;
+        return date.isValid() ? valid({date.toJulianDay(), m.second}) : std::nullopt;
     }
     case Interval::Week:
     case Interval::Day:
         if (!m.day)
             return m;
-        return Valid({*m.day + count * (interval == Interval::Week ? 7 : 1), m.second});
+        return valid({*m.day + count * (interval == Interval::Week ? 7 : 1), m.second});
     case Interval::Hour:
         unit = 3600;
         break;
@@ -220,17 +223,17 @@ std::optional<Moment> Added(const Moment &m, Interval interval, qint64 count)
     case Interval::Second:
         break;
     }
-    const qint64 seconds = Seconds(m) + count * unit;
-    const qint64 day = FloorDivide(seconds, SecondsOfDay);
+    const qint64 seconds = secondsIn(m) + count * unit;
+    const qint64 day = floorDivide(seconds, SecondsOfDay);
     const int second = int(seconds - day * SecondsOfDay);
     if (!m.day)
         return Moment{std::nullopt, second};
     if (second == 0)
-        return Valid({day, std::nullopt});
-    return Valid({day, second});
+        return valid({day, std::nullopt});
+    return valid({day, second});
 }
 
-qint64 Difference(const Moment &from, const Moment &to, Interval interval)
+qint64 difference(const Moment &from, const Moment &to, Interval interval)
 {
     const auto months = [](const Moment &m) {
         const QDate date = QDate::fromJulianDay(m.day.value_or(0));
@@ -239,21 +242,21 @@ qint64 Difference(const Moment &from, const Moment &to, Interval interval)
     const auto borders = [&](auto &&count) { return count(to) - count(from); };
     switch (interval) {
     case Interval::Year:
-        return borders([&](const Moment &m) { return FloorDivide(months(m), 12); });
+        return borders([&](const Moment &m) { return floorDivide(months(m), 12); });
     case Interval::Quarter:
-        return borders([&](const Moment &m) { return FloorDivide(months(m), 3); });
+        return borders([&](const Moment &m) { return floorDivide(months(m), 3); });
     case Interval::Month:
         return borders(months);
     case Interval::Week: // Julian day 6 was a Sunday
-        return borders([](const Moment &m) { return FloorDivide(m.day.value_or(0) + 1, 7); });
+        return borders([](const Moment &m) { return floorDivide(m.day.value_or(0) + 1, 7); });
     case Interval::Day:
         return borders([](const Moment &m) { return m.day.value_or(0); });
     case Interval::Hour:
-        return borders([](const Moment &m) { return FloorDivide(Seconds(m), 3600); });
+        return borders([](const Moment &m) { return floorDivide(secondsIn(m), 3600); });
     case Interval::Minute:
-        return borders([](const Moment &m) { return FloorDivide(Seconds(m), 60); });
+        return borders([](const Moment &m) { return floorDivide(secondsIn(m), 60); });
     case Interval::Second:
-        return borders(Seconds);
+        return borders(secondsIn);
     }
     return 0;
 }

@@ -16,28 +16,28 @@ struct Moment {
 };
 
 /// Reads 'YYYY-MM-DD', 'HH:MM:SS' or both with a blank between. @return nullopt for anything else
-std::optional<Moment> MomentFromStorage(std::string_view text);
+std::optional<Moment> momentFromStorage(std::string_view text);
 
 /// Reads what stands between the '#' of a literal: mm/dd/yy, mm/dd/yyyy or yyyy-mm-dd, hh:nn or
 /// hh:nn:ss, or a day and a time. Years of two digits lie from 1930 to 2029.
 /// @return nullopt for anything else, and for a day or time that does not exist
-std::optional<Moment> MomentFromLiteral(std::string_view text);
+std::optional<Moment> momentFromLiteral(std::string_view text);
 
 /// The form that the files keep. @p m holds a day or a time.
-std::string ToStorage(const Moment &m);
+std::string toStorage(const Moment &m);
 
 /// What DateAdd and DateDiff count in.
 enum class Interval { Year, Quarter, Month, Week, Day, Hour, Minute, Second };
 
 /// Reads "yyyy", "q", "m", "ww", "w", "d", "y", "h", "n" or "s"; @p difference tells DateDiff's
 /// reading of "w" (weeks) from DateAdd's (days).
-std::optional<Interval> IntervalFromText(std::string_view text, bool difference);
+std::optional<Interval> intervalFromText(std::string_view text, bool difference);
 
 /// DateAdd: a month that is too short gives its last day; a time alone stays within its day.
 /// @return nullopt when the result lies outside the years 100 to 9999
-std::optional<Moment> Added(const Moment &m, Interval interval, qint64 count);
+std::optional<Moment> added(const Moment &m, Interval interval, qint64 count);
 
 /// DateDiff: how many borders of the interval lie between both. Weeks begin on Sunday.
-qint64 Difference(const Moment &from, const Moment &to, Interval interval);
+qint64 difference(const Moment &from, const Moment &to, Interval interval);
 
 } // namespace jet

@@ -9,6 +9,8 @@
 #include <limits>
 #include <utility>
 
+using namespace store;
+
 namespace jet
 {
 namespace
@@ -53,19 +55,19 @@ constexpr std::array Operators{
 
 struct TypeWord {
     const char *word;
-    Tipo tipo;
+    ColumnType type;
 };
 constexpr std::array Types{
-    TypeWord{"COUNTER", Tipo::Counter}, TypeWord{"AUTOINCREMENT", Tipo::Counter},
-    TypeWord{"BYTE", Tipo::Byte},       TypeWord{"SMALLINT", Tipo::Smallint},
-    TypeWord{"SHORT", Tipo::Smallint},  TypeWord{"INTEGER", Tipo::Long},
-    TypeWord{"LONG", Tipo::Long},       TypeWord{"SINGLE", Tipo::Single},
-    TypeWord{"DOUBLE", Tipo::Double},   TypeWord{"CURRENCY", Tipo::Currency},
-    TypeWord{"MONEY", Tipo::Currency},  TypeWord{"DATE", Tipo::Date},
-    TypeWord{"DATETIME", Tipo::Date},   TypeWord{"TIME", Tipo::Time},
-    TypeWord{"YESNO", Tipo::YesNo},     TypeWord{"BIT", Tipo::YesNo},
-    TypeWord{"TEXT", Tipo::Text},       TypeWord{"CHAR", Tipo::Text},
-    TypeWord{"MEMO", Tipo::Memo},       TypeWord{"LONGTEXT", Tipo::Memo},
+    TypeWord{"COUNTER", ColumnType::Counter}, TypeWord{"AUTOINCREMENT", ColumnType::Counter},
+    TypeWord{"BYTE", ColumnType::Byte},       TypeWord{"SMALLINT", ColumnType::Smallint},
+    TypeWord{"SHORT", ColumnType::Smallint},  TypeWord{"INTEGER", ColumnType::Long},
+    TypeWord{"LONG", ColumnType::Long},       TypeWord{"SINGLE", ColumnType::Single},
+    TypeWord{"DOUBLE", ColumnType::Double},   TypeWord{"CURRENCY", ColumnType::Currency},
+    TypeWord{"MONEY", ColumnType::Currency},  TypeWord{"DATE", ColumnType::Date},
+    TypeWord{"DATETIME", ColumnType::Date},   TypeWord{"TIME", ColumnType::Time},
+    TypeWord{"YESNO", ColumnType::YesNo},     TypeWord{"BIT", ColumnType::YesNo},
+    TypeWord{"TEXT", ColumnType::Text},       TypeWord{"CHAR", ColumnType::Text},
+    TypeWord{"MEMO", ColumnType::Memo},       TypeWord{"LONGTEXT", ColumnType::Memo},
 };
 
 // Words that end an expression, a table or a field, so that they cannot be a name without
@@ -78,59 +80,59 @@ constexpr std::array Reserved{
     "SELECT",   "SET",   "UNION",  "UPDATE", "VALUES",  "WHERE", "XOR",
 };
 
-char Capital(char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; }
+char capital(char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; }
 
-std::string Capitals(std::string_view s)
+std::string capitals(std::string_view s)
 {
     std::string out(s);
-    std::ranges::transform(out, out.begin(), Capital);
+    std::ranges::transform(out, out.begin(), capital);
     return out;
 }
 
-bool IsWord(const Token &token, std::string_view word)
+bool isWord(const Token &token, std::string_view word)
 {
-    return token.kind == Token::Name && std::ranges::equal(token.text, word, {}, Capital);
+    return token.kind == Token::Name && std::ranges::equal(token.text, word, {}, capital);
 }
 
-bool IsReserved(const Token &token)
+bool isReserved(const Token &token)
 {
-    return std::ranges::any_of(Reserved, [&](const char *w) { return IsWord(token, w); });
+    return std::ranges::any_of(Reserved, [&](const char *w) { return isWord(token, w); });
 }
 
 class Parser
 {
 public:
-    explicit Parser(std::string_view sql) : m_sql(sql), m_tokens(Tokens(sql)) {}
+    explicit Parser(std::string_view sql) : m_sql(sql), m_tokens(tokens(sql)) {}
 
-    Statement WholeStatement()
+    Statement wholeStatement()
     {
         Statement s;
-        if (IsWord(Here(), "SELECT"))
-            s.body = UnionOfSelects();
-        else if (Accept("INSERT"))
-            s.body = InsertBody();
-        else if (Accept("UPDATE"))
-            s.body = UpdateBody();
-        else if (Accept("DELETE"))
-            s.body = DeleteBody();
-        else if (Accept("CREATE"))
-            s.body = CreateBody();
-        else if (Accept("ALTER"))
-            s.body = AlterBody();
-        else if (Accept("DROP"))
-            s.body = DropBody();
+        if (isWord(here(), "SELECT"))
+            s.body = unionOfSelects();
+        else if (accept("INSERT"))
+            s.body = insertBody();
+        else if (accept("UPDATE"))
+            s.body = updateBody();
+        else if (accept("DELETE"))
+            s.body = deleteBody();
+        else if (accept("CREATE"))
+            s.body = createBody();
+        else if (accept("ALTER"))
+            s.body = alterBody();
+        else if (accept("DROP"))
+            s.body = dropBody();
         else
-            Fail("Not a statement of the dialect");
-        ExpectEnd();
+            fail("Not a statement of the dialect");
+        expectEnd();
         s.given = m_given;
         return s;
     }
 
-    Condition WholeCondition()
+    Condition wholeCondition()
     {
         Condition c;
-        c.value = Parse();
-        ExpectEnd();
+        c.value = parse();
+        expectEnd();
         c.given = m_given;
         return c;
     }
@@ -143,7 +145,7 @@ private:
         explicit Deeper(Parser &p) : m_parser(p)
         {
             if (++m_parser.m_nesting > MaxNesting)
-                m_parser.Fail("Too deeply nested");
+                m_parser.fail("Too deeply nested");
         }
         ~Deeper() { --m_parser.m_nesting; }
         Deeper(const Deeper &) = delete;
@@ -153,78 +155,78 @@ private:
         Parser &m_parser;
     };
 
-    const Token &Here() const { return m_tokens[m_at]; }
-    const Token &Ahead(size_t n = 1) const
+    const Token &here() const { return m_tokens[m_at]; }
+    const Token &ahead(size_t n = 1) const
     {
         return m_tokens[std::min(m_at + n, m_tokens.size() - 1)];
     }
-    Token Take()
+    Token take()
     {
-        Token t = Here();
+        Token t = here();
         if (t.kind != Token::End)
             ++m_at;
         return t;
     }
 
-    [[noreturn]] void Fail(const char *reason) const { Fail(reason, Here().place); }
-    [[noreturn]] void Fail(const char *reason, int place) const
+    [[noreturn]] void fail(const char *reason) const { fail(reason, here().place); }
+    [[noreturn]] void fail(const char *reason, int place) const
     {
-        Refuse(m_sql, place, QString::fromLatin1(reason));
+        refuse(m_sql, place, QString::fromLatin1(reason));
     }
-    [[noreturn]] void Missing(const char *what) const
+    [[noreturn]] void missing(const char *what) const
     {
-        Refuse(m_sql, Here().place, QStringLiteral("%1 expected").arg(QLatin1String(what)));
+        refuse(m_sql, here().place, QStringLiteral("%1 expected").arg(QLatin1String(what)));
     }
 
-    bool IsSymbol(const char *s) const { return Here().kind == Token::Symbol && Here().text == s; }
+    bool isSymbol(const char *s) const { return here().kind == Token::Symbol && here().text == s; }
     // A word of the dialect, or a symbol.
-    bool Accept(const char *word)
+    bool accept(const char *word)
     {
-        if (!IsSymbol(word) && !IsWord(Here(), word))
+        if (!isSymbol(word) && !isWord(here(), word))
             return false;
         ++m_at;
         return true;
     }
-    void Expect(const char *word)
+    void expect(const char *word)
     {
-        if (!Accept(word))
-            Missing(word);
+        if (!accept(word))
+            missing(word);
     }
-    void ExpectEnd()
+    void expectEnd()
     {
-        if (Here().kind != Token::End)
-            Fail("The statement should end here");
+        if (here().kind != Token::End)
+            fail("The statement should end here");
     }
 
     // Where nothing but a name can stand, any word is one.
-    Name AnyName(const char *what)
+    Name anyName(const char *what)
     {
-        if (Here().kind != Token::Name && Here().kind != Token::Bracketed)
-            Missing(what);
-        const Token t = Take();
+        if (here().kind != Token::Name && here().kind != Token::Bracketed)
+            missing(what);
+        const Token t = take();
         return {t.text, t.place};
     }
-    Name TableName()
+    Name tableName()
     {
-        if (IsReserved(Here()))
-            Missing("A table");
-        return AnyName("A table");
+        if (isReserved(here()))
+            missing("A table");
+        return anyName("A table");
     }
 
     template <typename Item>
-    void List(Item item)
+    void list(Item item)
     {
         size_t n = 0;
         do {
             if (++n > MaxList)
-                Fail("The list is too long");
+                fail("The list is too long");
             item();
-        } while (Accept(","));
+        } while (accept(","));
     }
 
     // Expressions
 
-    static ExpressionPtr Node(Expression::Kind kind, int place)
+    static ExpressionPtr node(Expression::Kind kind, int place)
     {
         auto e = std::make_unique<Expression>();
         e->kind = kind;
@@ -232,104 +234,104 @@ private:
         return e;
     }
 
-    void Stand(Expression &e, int height)
+    void stand(Expression &e, int height)
     {
         e.height = std::max(e.height, height + 1);
         m_tallest = std::max(m_tallest, e.height);
         if (e.height > MaxHeight)
-            Fail("Too many operators in one expression", e.place);
+            fail("Too many operators in one expression", e.place);
     }
     void Add(Expression &e, ExpressionPtr part)
     {
-        Stand(e, part->height);
+        stand(e, part->height);
         e.parts.push_back(std::move(part));
     }
-    void AddSelect(Expression &e)
+    void addSelect(Expression &e)
     {
         const int outside = std::exchange(m_tallest, 1);
-        e.select = SelectBody(true);
+        e.select = selectBody(true);
         const int inside = std::exchange(m_tallest, outside);
-        Stand(e, inside);
+        stand(e, inside);
     }
 
-    ExpressionPtr Binary(Op op, int place, ExpressionPtr left, ExpressionPtr right)
+    ExpressionPtr binary(Op op, int place, ExpressionPtr left, ExpressionPtr right)
     {
-        auto e = Node(Expression::Binary, place);
+        auto e = node(Expression::Binary, place);
         e->op = op;
         Add(*e, std::move(left));
         Add(*e, std::move(right));
         return e;
     }
 
-    const OperatorWord *OperatorHere() const
+    const OperatorWord *operatorHere() const
     {
         const auto found = std::ranges::find_if(Operators, [this](const OperatorWord &o) {
-            return IsSymbol(o.word) || IsWord(Here(), o.word);
+            return isSymbol(o.word) || isWord(here(), o.word);
         });
         return found == Operators.end() ? nullptr : &*found;
     }
 
     // An expression whose operators bind at least as tightly as the level.
-    ExpressionPtr Parse(int level = OrLevel)
+    ExpressionPtr parse(int level = OrLevel)
     {
         const Deeper deeper(*this);
-        const int place = Here().place;
+        const int place = here().place;
         ExpressionPtr left;
-        if (level <= NotLevel && Accept("NOT")) {
-            left = Node(Expression::Not, place);
-            Add(*left, Parse(NotLevel));
+        if (level <= NotLevel && accept("NOT")) {
+            left = node(Expression::Not, place);
+            Add(*left, parse(NotLevel));
         } else {
-            left = Unary();
+            left = unary();
         }
         for (;;) {
-            if (level <= ComparisonLevel && StartsTest()) {
+            if (level <= ComparisonLevel && startsTest()) {
                 left = Test(std::move(left));
                 continue;
             }
-            const OperatorWord *o = OperatorHere();
+            const OperatorWord *o = operatorHere();
             if (!o || o->level < level)
                 return left;
-            const int at = Take().place;
-            left = Binary(o->op, at, std::move(left), Parse(o->level + 1));
+            const int at = take().place;
+            left = binary(o->op, at, std::move(left), parse(o->level + 1));
         }
     }
 
-    bool StartsTest() const
+    bool startsTest() const
     {
-        return IsWord(Here(), "BETWEEN") || IsWord(Here(), "IN") || IsWord(Here(), "IS")
-               || (IsWord(Here(), "NOT")
-                   && (IsWord(Ahead(), "LIKE") || IsWord(Ahead(), "BETWEEN")
-                       || IsWord(Ahead(), "IN")));
+        return isWord(here(), "BETWEEN") || isWord(here(), "IN") || isWord(here(), "IS")
+               || (isWord(here(), "NOT")
+                   && (isWord(ahead(), "LIKE") || isWord(ahead(), "BETWEEN")
+                       || isWord(ahead(), "IN")));
     }
 
     // [NOT] BETWEEN, [NOT] IN, IS [NOT] NULL, NOT LIKE
     ExpressionPtr Test(ExpressionPtr left)
     {
-        const int place = Here().place;
-        const bool negated = Accept("NOT");
+        const int place = here().place;
+        const bool negated = accept("NOT");
         ExpressionPtr e;
-        if (Accept("LIKE")) {
-            e = Binary(Op::Like, place, std::move(left), Parse(ConcatenateLevel));
-        } else if (Accept("BETWEEN")) {
-            e = Node(Expression::Between, place);
+        if (accept("LIKE")) {
+            e = binary(Op::Like, place, std::move(left), parse(ConcatenateLevel));
+        } else if (accept("BETWEEN")) {
+            e = node(Expression::Between, place);
             Add(*e, std::move(left));
-            Add(*e, Parse(ConcatenateLevel));
-            Expect("AND");
-            Add(*e, Parse(ConcatenateLevel));
-        } else if (Accept("IN")) {
-            e = Node(Expression::In, place);
+            Add(*e, parse(ConcatenateLevel));
+            expect("AND");
+            Add(*e, parse(ConcatenateLevel));
+        } else if (accept("IN")) {
+            e = node(Expression::In, place);
             Add(*e, std::move(left));
-            Expect("(");
-            if (IsWord(Here(), "SELECT"))
-                AddSelect(*e);
+            expect("(");
+            if (isWord(here(), "SELECT"))
+                addSelect(*e);
             else
-                List([&] { Add(*e, Parse()); });
-            Expect(")");
+                list([&] { Add(*e, parse()); });
+            expect(")");
         } else {
-            Expect("IS");
-            e = Node(Expression::IsNull, place);
-            e->negated = Accept("NOT");
-            Expect("NULL");
+            expect("IS");
+            e = node(Expression::IsNull, place);
+            e->negated = accept("NOT");
+            expect("NULL");
             Add(*e, std::move(left));
             return e;
         }
@@ -337,32 +339,32 @@ private:
         return e;
     }
 
-    ExpressionPtr Unary()
+    ExpressionPtr unary()
     {
         const Deeper deeper(*this);
-        const int place = Here().place;
-        if (Accept("+"))
-            return Unary();
-        if (!Accept("-"))
-            return Primary();
-        auto e = Node(Expression::Negate, place);
-        Add(*e, Unary());
+        const int place = here().place;
+        if (accept("+"))
+            return unary();
+        if (!accept("-"))
+            return primary();
+        auto e = node(Expression::Negate, place);
+        Add(*e, unary());
         return e;
     }
 
-    ExpressionPtr Primary()
+    ExpressionPtr primary()
     {
-        const int place = Here().place;
-        switch (Here().kind) {
+        const int place = here().place;
+        switch (here().kind) {
         case Token::Text: {
-            auto e = Node(Expression::Text, place);
-            e->text = Take().text;
+            auto e = node(Expression::Text, place);
+            e->text = take().text;
             return e;
         }
         case Token::Moment: {
-            auto e = Node(Expression::Moment, place);
-            e->text = Take().text;
-            e->tipo = e->text.find('-') == e->text.npos ? Tipo::Time : Tipo::Date;
+            auto e = node(Expression::Moment, place);
+            e->text = take().text;
+            e->type = e->text.find('-') == e->text.npos ? ColumnType::Time : ColumnType::Date;
             return e;
         }
         case Token::Integer:
@@ -370,35 +372,35 @@ private:
             return Number();
         case Token::Given: {
             if (m_given == MaxGiven)
-                Fail("Too many values");
-            auto e = Node(Expression::Given, place);
+                fail("Too many values");
+            auto e = node(Expression::Given, place);
             e->integer = m_given++;
             ++m_at;
             return e;
         }
         case Token::Name:
         case Token::Bracketed:
-            return NameOrCall();
+            return nameOrCall();
         default:
             break;
         }
-        if (!Accept("("))
-            Missing("An expression");
+        if (!accept("("))
+            missing("An expression");
         ExpressionPtr e;
-        if (IsWord(Here(), "SELECT")) {
-            e = Node(Expression::Subselect, place);
-            AddSelect(*e);
+        if (isWord(here(), "SELECT")) {
+            e = node(Expression::Subselect, place);
+            addSelect(*e);
         } else {
-            e = Parse();
+            e = parse();
         }
-        Expect(")");
+        expect(")");
         return e;
     }
 
     ExpressionPtr Number()
     {
-        const Token t = Take();
-        auto e = Node(Expression::Integer, t.place);
+        const Token t = take();
+        auto e = node(Expression::Integer, t.place);
         const char *end = t.text.data() + t.text.size();
         if (t.kind == Token::Integer
             && std::from_chars(t.text.data(), end, e->integer).ec == std::errc())
@@ -407,161 +409,161 @@ private:
         e->text = t.text;
         if (std::from_chars(t.text.data(), end, e->number).ec != std::errc()
             || !std::isfinite(e->number))
-            Fail("The number is out of range", t.place);
+            fail("The number is out of range", t.place);
         if (t.kind == Token::Integer)
             e->text += ".0";
         return e;
     }
 
-    ExpressionPtr NameOrCall()
+    ExpressionPtr nameOrCall()
     {
-        const Token t = Here();
-        const bool callFollows = Ahead().kind == Token::Symbol && Ahead().text == "(";
+        const Token t = here();
+        const bool callFollows = ahead().kind == Token::Symbol && ahead().text == "(";
         if (t.kind == Token::Name) {
-            if (IsWord(t, "EXISTS")) {
+            if (isWord(t, "EXISTS")) {
                 ++m_at;
-                Expect("(");
-                auto e = Node(Expression::Exists, t.place);
-                AddSelect(*e);
-                Expect(")");
+                expect("(");
+                auto e = node(Expression::Exists, t.place);
+                addSelect(*e);
+                expect(")");
                 return e;
             }
-            if (callFollows && (!IsReserved(t) || IsWord(t, "LEFT") || IsWord(t, "RIGHT")))
-                return Call();
-            if (IsWord(t, "NULL")) {
+            if (callFollows && (!isReserved(t) || isWord(t, "LEFT") || isWord(t, "RIGHT")))
+                return call();
+            if (isWord(t, "NULL")) {
                 ++m_at;
-                return Node(Expression::Null, t.place);
+                return node(Expression::Null, t.place);
             }
-            const bool yes = IsWord(t, "TRUE") || IsWord(t, "YES");
-            if (yes || IsWord(t, "FALSE") || IsWord(t, "NO")) {
+            const bool yes = isWord(t, "TRUE") || isWord(t, "YES");
+            if (yes || isWord(t, "FALSE") || isWord(t, "NO")) {
                 ++m_at;
-                auto e = Node(Expression::Logical, t.place);
+                auto e = node(Expression::Logical, t.place);
                 e->integer = yes ? -1 : 0;
                 return e;
             }
-            if (IsReserved(t))
-                Missing("An expression");
+            if (isReserved(t))
+                missing("An expression");
         }
-        auto e = Node(Expression::Column, t.place);
-        e->text = Take().text;
-        if (Accept(".")) {
+        auto e = node(Expression::Column, t.place);
+        e->text = take().text;
+        if (accept(".")) {
             e->table = e->text;
-            e->text = AnyName("A column").text;
+            e->text = anyName("A column").text;
         }
         return e;
     }
 
-    ExpressionPtr Call()
+    ExpressionPtr call()
     {
-        const Token t = Take();
-        auto e = Node(Expression::Call, t.place);
-        e->text = Capitals(t.text);
-        Expect("(");
-        if (e->text == "COUNT" && Accept("*"))
+        const Token t = take();
+        auto e = node(Expression::Call, t.place);
+        e->text = capitals(t.text);
+        expect("(");
+        if (e->text == "COUNT" && accept("*"))
             e->star = true;
-        else if (!IsSymbol(")"))
-            List([&] { Add(*e, Parse()); });
-        Expect(")");
+        else if (!isSymbol(")"))
+            list([&] { Add(*e, parse()); });
+        expect(")");
         return e;
     }
 
     // Queries
 
-    std::unique_ptr<Select> UnionOfSelects()
+    std::unique_ptr<Select> unionOfSelects()
     {
-        auto first = SelectBody(false);
+        auto first = selectBody(false);
         Select *last = first.get();
-        for (int n = 0; Accept("UNION"); ++n) {
+        for (int n = 0; accept("UNION"); ++n) {
             if (n == MaxNesting)
-                Fail("Too many queries in one");
+                fail("Too many queries in one");
             if (last->top || !last->order.empty())
-                Fail("TOP and ORDER BY stand behind the last query of a UNION", last->place);
-            last->keepsDuplicates = Accept("ALL");
-            if (!IsWord(Here(), "SELECT"))
-                Missing("SELECT");
-            last->united = SelectBody(false);
+                fail("TOP and ORDER BY stand behind the last query of a UNION", last->place);
+            last->keepsDuplicates = accept("ALL");
+            if (!isWord(here(), "SELECT"))
+                missing("SELECT");
+            last->united = selectBody(false);
             last = last->united.get();
         }
         if (last != first.get()) {
             if (last->top)
-                Fail("TOP within a UNION", last->place);
+                fail("TOP within a UNION", last->place);
             first->order = std::move(last->order);
             last->order.clear();
         }
         return first;
     }
 
-    std::unique_ptr<Select> SelectBody(bool inside)
+    std::unique_ptr<Select> selectBody(bool inside)
     {
         const Deeper deeper(*this);
         auto s = std::make_unique<Select>();
-        s->place = Here().place;
-        Expect("SELECT");
-        s->distinct = Accept("DISTINCT");
-        if (IsWord(Here(), "TOP") && Ahead().kind == Token::Integer) {
+        s->place = here().place;
+        expect("SELECT");
+        s->distinct = accept("DISTINCT");
+        if (isWord(here(), "TOP") && ahead().kind == Token::Integer) {
             ++m_at;
-            s->top = SmallNumber(std::numeric_limits<int>::max());
-            if (IsWord(Here(), "PERCENT"))
-                Fail("TOP ... PERCENT is not taken");
+            s->top = smallNumber(std::numeric_limits<int>::max());
+            if (isWord(here(), "PERCENT"))
+                fail("TOP ... PERCENT is not taken");
         }
-        List([&] { s->fields.push_back(FieldEntry()); });
-        if (Accept("FROM")) {
+        list([&] { s->fields.push_back(fieldEntry()); });
+        if (accept("FROM")) {
             s->from = Tables();
-            if (Accept("WHERE"))
-                s->where = Parse();
-            if (Accept("GROUP")) {
-                Expect("BY");
-                List([&] { s->groups.push_back(Parse()); });
-                if (Accept("HAVING"))
-                    s->having = Parse();
+            if (accept("WHERE"))
+                s->where = parse();
+            if (accept("GROUP")) {
+                expect("BY");
+                list([&] { s->groups.push_back(parse()); });
+                if (accept("HAVING"))
+                    s->having = parse();
             }
-            if (Accept("ORDER")) {
-                Expect("BY");
-                List([&] { s->order.push_back(OrderEntry()); });
+            if (accept("ORDER")) {
+                expect("BY");
+                list([&] { s->order.push_back(orderEntry()); });
             }
         }
-        if (inside && IsWord(Here(), "UNION"))
-            Fail("A UNION within another query");
+        if (inside && isWord(here(), "UNION"))
+            fail("A UNION within another query");
         return s;
     }
 
-    Field FieldEntry()
+    Field fieldEntry()
     {
         Field f;
-        f.place = Here().place;
-        if (Accept("*")) {
+        f.place = here().place;
+        if (accept("*")) {
             f.all = true;
             return f;
         }
-        if (Ahead().kind == Token::Symbol && Ahead().text == "." && Ahead(2).kind == Token::Symbol
-            && Ahead(2).text == "*") {
+        if (ahead().kind == Token::Symbol && ahead().text == "." && ahead(2).kind == Token::Symbol
+            && ahead(2).text == "*") {
             f.all = true;
-            f.table = TableName().text;
+            f.table = tableName().text;
             m_at += 2;
             return f;
         }
-        f.value = Parse();
-        if (Accept("AS"))
-            f.alias = AnyName("A name").text;
+        f.value = parse();
+        if (accept("AS"))
+            f.alias = anyName("A name").text;
         return f;
     }
 
-    Order OrderEntry()
+    Order orderEntry()
     {
         Order o;
-        o.value = Parse();
-        o.descending = Accept("DESC");
+        o.value = parse();
+        o.descending = accept("DESC");
         if (!o.descending)
-            Accept("ASC");
+            accept("ASC");
         return o;
     }
 
-    std::unique_ptr<From> Join(From::Kind kind, int place, std::unique_ptr<From> left,
-                               std::unique_ptr<From> right)
+    std::unique_ptr<From> joinPieces(From::Kind kind, int place, std::unique_ptr<From> left,
+                                     std::unique_ptr<From> right)
     {
         // Long chains of joins are walked recursively, and the engine joins 64 tables at most.
         if (++m_joins > MaxNesting)
-            Fail("Too many tables", place);
+            fail("Too many tables", place);
         auto join = std::make_unique<From>();
         join->kind = kind;
         join->place = place;
@@ -572,202 +574,202 @@ private:
 
     std::unique_ptr<From> Tables()
     {
-        auto left = JoinedTables();
-        while (IsSymbol(",")) {
-            const int place = Take().place;
-            left = Join(From::Cross, place, std::move(left), JoinedTables());
+        auto left = joinedTables();
+        while (isSymbol(",")) {
+            const int place = take().place;
+            left = joinPieces(From::Cross, place, std::move(left), joinedTables());
         }
         return left;
     }
 
-    std::unique_ptr<From> JoinedTables()
+    std::unique_ptr<From> joinedTables()
     {
-        auto left = OneTable();
+        auto left = oneTable();
         for (;;) {
-            const int place = Here().place;
+            const int place = here().place;
             From::Kind kind = From::Inner;
-            if (Accept("LEFT"))
-                kind = From::Left, Accept("OUTER");
-            else if (Accept("RIGHT"))
-                kind = From::Right, Accept("OUTER");
-            else if (!Accept("INNER") && !IsWord(Here(), "JOIN"))
+            if (accept("LEFT"))
+                kind = From::Left, accept("OUTER");
+            else if (accept("RIGHT"))
+                kind = From::Right, accept("OUTER");
+            else if (!accept("INNER") && !isWord(here(), "JOIN"))
                 return left;
-            Expect("JOIN");
-            left = Join(kind, place, std::move(left), OneTable());
-            Expect("ON");
-            left->on = Parse();
+            expect("JOIN");
+            left = joinPieces(kind, place, std::move(left), oneTable());
+            expect("ON");
+            left->on = parse();
         }
     }
 
-    std::unique_ptr<From> OneTable()
+    std::unique_ptr<From> oneTable()
     {
         const Deeper deeper(*this);
-        if (Accept("(")) {
-            if (IsWord(Here(), "SELECT"))
-                Fail("A query in the place of a table");
-            auto inner = JoinedTables();
-            Expect(")");
+        if (accept("(")) {
+            if (isWord(here(), "SELECT"))
+                fail("A query in the place of a table");
+            auto inner = joinedTables();
+            expect(")");
             return inner;
         }
-        const Name name = TableName();
+        const Name name = tableName();
         auto from = std::make_unique<From>();
         from->place = name.place;
         from->table = name.text;
-        if (Accept("AS"))
-            from->alias = AnyName("A name").text;
-        else if (Here().kind == Token::Bracketed
-                 || (Here().kind == Token::Name && !IsReserved(Here())))
-            from->alias = Take().text;
+        if (accept("AS"))
+            from->alias = anyName("A name").text;
+        else if (here().kind == Token::Bracketed
+                 || (here().kind == Token::Name && !isReserved(here())))
+            from->alias = take().text;
         return from;
     }
 
     // Changes
 
-    Insert InsertBody()
+    Insert insertBody()
     {
         Insert s;
-        Expect("INTO");
-        s.table = TableName();
-        if (!IsSymbol("("))
-            Missing("The list of columns");
+        expect("INTO");
+        s.table = tableName();
+        if (!isSymbol("("))
+            missing("The list of columns");
         ++m_at;
-        List([&] { s.columns.push_back(AnyName("A column")); });
-        Expect(")");
-        const int place = Here().place;
+        list([&] { s.columns.push_back(anyName("A column")); });
+        expect(")");
+        const int place = here().place;
         size_t values = 0;
-        if (IsWord(Here(), "SELECT")) {
-            s.select = SelectBody(true);
+        if (isWord(here(), "SELECT")) {
+            s.select = selectBody(true);
             return s;
         }
-        if (!Accept("VALUES"))
-            Missing("VALUES");
-        Expect("(");
-        List([&] {
-            s.values.push_back(Parse());
+        if (!accept("VALUES"))
+            missing("VALUES");
+        expect("(");
+        list([&] {
+            s.values.push_back(parse());
             ++values;
         });
-        Expect(")");
+        expect(")");
         if (values != s.columns.size())
-            Fail("As many values as columns are needed", place);
+            fail("As many values as columns are needed", place);
         return s;
     }
 
-    Update UpdateBody()
+    Update updateBody()
     {
         Update s;
-        s.table = TableName();
-        Expect("SET");
-        List([&] {
+        s.table = tableName();
+        expect("SET");
+        list([&] {
             Assignment a;
-            a.column = AnyName("A column");
-            if (Accept(".")) {
-                if (Capitals(a.column.text) != Capitals(s.table.text))
-                    Fail("A column of another table", a.column.place);
-                a.column = AnyName("A column");
+            a.column = anyName("A column");
+            if (accept(".")) {
+                if (capitals(a.column.text) != capitals(s.table.text))
+                    fail("A column of another table", a.column.place);
+                a.column = anyName("A column");
             }
-            Expect("=");
-            a.value = Parse();
+            expect("=");
+            a.value = parse();
             s.assignments.push_back(std::move(a));
         });
-        if (Accept("WHERE"))
-            s.where = Parse();
+        if (accept("WHERE"))
+            s.where = parse();
         return s;
     }
 
-    Delete DeleteBody()
+    Delete deleteBody()
     {
         Delete s;
         Name qualifier;
-        if (!Accept("*") && !IsWord(Here(), "FROM")) {
-            qualifier = TableName();
-            Expect(".");
-            Expect("*");
+        if (!accept("*") && !isWord(here(), "FROM")) {
+            qualifier = tableName();
+            expect(".");
+            expect("*");
         }
-        Expect("FROM");
-        s.table = TableName();
-        if (!qualifier.text.empty() && Capitals(qualifier.text) != Capitals(s.table.text))
-            Fail("Rows of another table", qualifier.place);
-        if (Accept("WHERE"))
-            s.where = Parse();
+        expect("FROM");
+        s.table = tableName();
+        if (!qualifier.text.empty() && capitals(qualifier.text) != capitals(s.table.text))
+            fail("Rows of another table", qualifier.place);
+        if (accept("WHERE"))
+            s.where = parse();
         return s;
     }
 
     // Definitions
 
-    Definicion CreateBody()
+    Definition createBody()
     {
-        Definicion d;
-        d.clase = Definicion::CrearTabla;
-        Expect("TABLE");
-        d.tabla = TableName().text;
-        Expect("(");
-        List([&] { d.columnas.push_back(ColumnEntry()); });
-        Expect(")");
+        Definition d;
+        d.kind = Definition::CreateTable;
+        expect("TABLE");
+        d.table = tableName().text;
+        expect("(");
+        list([&] { d.columns.push_back(columnEntry()); });
+        expect(")");
         return d;
     }
 
-    Definicion AlterBody()
+    Definition alterBody()
     {
-        Definicion d;
-        Expect("TABLE");
-        d.tabla = TableName().text;
-        if (Accept("DROP")) {
-            d.clase = Definicion::QuitarColumna;
-            Accept("COLUMN");
-            d.columnas.push_back({AnyName("A column").text});
+        Definition d;
+        expect("TABLE");
+        d.table = tableName().text;
+        if (accept("DROP")) {
+            d.kind = Definition::RemoveColumn;
+            accept("COLUMN");
+            d.columns.push_back({anyName("A column").text});
             return d;
         }
-        d.clase = Definicion::CambiarColumna;
-        if (Accept("ADD"))
-            d.clase = Definicion::AgregarColumna;
-        else if (!Accept("ALTER"))
-            Missing("ADD, ALTER or DROP");
-        Accept("COLUMN");
-        d.columnas.push_back(ColumnEntry());
+        d.kind = Definition::ChangeColumn;
+        if (accept("ADD"))
+            d.kind = Definition::AddColumn;
+        else if (!accept("ALTER"))
+            missing("ADD, ALTER or DROP");
+        accept("COLUMN");
+        d.columns.push_back(columnEntry());
         return d;
     }
 
-    Definicion DropBody()
+    Definition dropBody()
     {
-        Definicion d;
-        d.clase = Definicion::QuitarTabla;
-        Expect("TABLE");
-        d.tabla = TableName().text;
+        Definition d;
+        d.kind = Definition::RemoveTable;
+        expect("TABLE");
+        d.table = tableName().text;
         return d;
     }
 
-    Columna ColumnEntry()
+    Column columnEntry()
     {
         constexpr int WidestText = 255;
-        Columna c;
-        c.nombre = AnyName("A column").text;
+        Column c;
+        c.name = anyName("A column").text;
         const auto type = std::ranges::find_if(
-            Types, [this](const TypeWord &t) { return IsWord(Here(), t.word); });
+            Types, [this](const TypeWord &t) { return isWord(here(), t.word); });
         if (type == Types.end())
-            Missing("A column type");
+            missing("A column type");
         ++m_at;
-        c.tipo = type->tipo;
-        if (c.tipo != Tipo::Text)
+        c.type = type->type;
+        if (c.type != ColumnType::Text)
             return c;
-        c.ancho = WidestText;
-        if (Accept("(")) {
-            c.ancho = SmallNumber(WidestText);
-            if (c.ancho == 0)
-                Fail("A width of 1 to 255 is needed");
-            Expect(")");
+        c.width = WidestText;
+        if (accept("(")) {
+            c.width = smallNumber(WidestText);
+            if (c.width == 0)
+                fail("A width of 1 to 255 is needed");
+            expect(")");
         }
         return c;
     }
 
-    int SmallNumber(int most)
+    int smallNumber(int most)
     {
-        if (Here().kind != Token::Integer)
-            Missing("A number");
+        if (here().kind != Token::Integer)
+            missing("A number");
         int n = 0;
-        const std::string &digits = Here().text;
+        const std::string &digits = here().text;
         const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), n);
         if (read.ec != std::errc() || n > most)
-            Fail("The number is out of range");
+            fail("The number is out of range");
         ++m_at;
         return n;
     }
@@ -782,10 +784,10 @@ private:
 };
 } // namespace
 
-Statement ParseStatement(std::string_view sql) { return Parser(sql).WholeStatement(); }
+Statement parseStatement(std::string_view sql) { return Parser(sql).wholeStatement(); }
 
-Condition ParseCondition(std::string_view text) { return Parser(text).WholeCondition(); }
+Condition parseCondition(std::string_view text) { return Parser(text).wholeCondition(); }
 
-void Revisar(std::string_view sql) { ParseStatement(sql); }
+void check(std::string_view sql) { parseStatement(sql); }
 
 } // namespace jet

@@ -8,15 +8,15 @@
 namespace jet
 {
 
-/// @throws ErrorDeAlmacen 3075 for everything that the dialect does not take
-Statement ParseStatement(std::string_view sql);
+/// @throws StoreError 3075 for everything that the dialect does not take
+Statement parseStatement(std::string_view sql);
 
 struct Condition {
     ExpressionPtr value;
     int given = 0; // how many '?' there are
 };
 
-/// Parses what may stand behind WHERE. @throws as ParseStatement
-Condition ParseCondition(std::string_view text);
+/// Parses what may stand behind WHERE. @throws as parseStatement
+Condition parseCondition(std::string_view text);
 
 } // namespace jet

@@ -9,14 +9,14 @@ namespace jet
 {
 namespace
 {
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
-bool IsAscii(char c) { return static_cast<signed char>(c) >= 0; }
-bool IsAscii(std::string_view s)
+char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
+bool isAscii(char c) { return static_cast<signed char>(c) >= 0; }
+bool isAscii(std::string_view s)
 {
-    return std::ranges::all_of(s, [](char c) { return IsAscii(c); });
+    return std::ranges::all_of(s, [](char c) { return isAscii(c); });
 }
 
-QString Folded(std::string_view s, QString::NormalizationForm form)
+QString folded(std::string_view s, QString::NormalizationForm form)
 {
     QString text = QString::fromUtf8(s.data(), qsizetype(s.size())).toCaseFolded();
     if (text.contains(u'ß')) // Qt folds one letter to one letter
@@ -24,10 +24,10 @@ QString Folded(std::string_view s, QString::NormalizationForm form)
     return text.normalized(form);
 }
 
-int Sign(qsizetype n) { return n < 0 ? -1 : n > 0 ? 1 : 0; }
+int sign(qsizetype n) { return n < 0 ? -1 : n > 0 ? 1 : 0; }
 
 // The letters without their accents.
-QString Plain(const QString &decomposed)
+QString asPlain(const QString &decomposed)
 {
     QString out;
     out.reserve(decomposed.size());
@@ -37,13 +37,13 @@ QString Plain(const QString &decomposed)
     return out;
 }
 
-int CompareFolded(std::string_view a, std::string_view b)
+int compareFolded(std::string_view a, std::string_view b)
 {
-    const QString da = Folded(a, QString::NormalizationForm_D);
-    const QString db = Folded(b, QString::NormalizationForm_D);
-    if (const int plain = Plain(da).compare(Plain(db)))
-        return Sign(plain);
-    return Sign(da.compare(db));
+    const QString da = folded(a, QString::NormalizationForm_D);
+    const QString db = folded(b, QString::NormalizationForm_D);
+    if (const int plain = asPlain(da).compare(asPlain(db)))
+        return sign(plain);
+    return sign(da.compare(db));
 }
 
 // The letters of most names, looked up instead of folded: those of one or two bytes that fold to
@@ -54,14 +54,14 @@ struct Letter {
 };
 constexpr size_t Letters = 0x240;
 
-const std::array<Letter, Letters> &LetterTable()
+const std::array<Letter, Letters> &letterTable()
 {
     static const auto table = [] {
         std::array<Letter, Letters> letters;
         for (size_t i = 0; i < Letters; ++i) {
             const std::string utf8 = QString(QChar(char16_t(i))).toStdString();
-            const QString composed = Folded(utf8, QString::NormalizationForm_C);
-            const QString plain = Plain(Folded(utf8, QString::NormalizationForm_D));
+            const QString composed = folded(utf8, QString::NormalizationForm_C);
+            const QString plain = asPlain(folded(utf8, QString::NormalizationForm_D));
             if (composed.size() == 1 && plain.size() == 1)
                 letters[i] = {plain[0].unicode(), composed[0].unicode()};
         }
@@ -71,10 +71,10 @@ const std::array<Letter, Letters> &LetterTable()
 }
 
 // The letter at a place, which is moved behind it; one without `plain` where the table has none.
-Letter NextLetter(const std::array<Letter, Letters> &table, std::string_view s, size_t &at)
+Letter nextLetter(const std::array<Letter, Letters> &table, std::string_view s, size_t &at)
 {
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(s[i]); };
-    if (IsAscii(s[at]))
+    if (isAscii(s[at]))
         return table[byte(at++)];
     if (at + 1 < s.size() && byte(at) >= 0xC2 && byte(at) <= 0xC8 && byte(at + 1) < 0xC0
         && byte(at + 1) >= 0x80) {
@@ -84,7 +84,7 @@ Letter NextLetter(const std::array<Letter, Letters> &table, std::string_view s, 
     return {};
 }
 
-void AppendUtf8(std::string &out, char16_t c)
+void appendUtf8(std::string &out, char16_t c)
 {
     if (c < 0x80) {
         out += char(c);
@@ -99,7 +99,7 @@ void AppendUtf8(std::string &out, char16_t c)
 }
 
 // How many bytes the character at the front has.
-size_t CharacterLength(std::string_view s)
+size_t characterLength(std::string_view s)
 {
     size_t n = 1;
     while (n < s.size() && (static_cast<unsigned char>(s[n]) & 0xC0) == 0x80)
@@ -107,30 +107,30 @@ size_t CharacterLength(std::string_view s)
     return n;
 }
 
-std::string_view TakeCharacter(std::string_view &s)
+std::string_view takeCharacter(std::string_view &s)
 {
-    const std::string_view c = s.substr(0, CharacterLength(s));
+    const std::string_view c = s.substr(0, characterLength(s));
     s.remove_prefix(c.size());
     return c;
 }
 
-bool SameCharacter(std::string_view text, std::string_view pattern)
+bool sameCharacter(std::string_view text, std::string_view pattern)
 {
-    return text.size() == 1 ? pattern.size() == 1 && Lower(text[0]) == Lower(pattern[0])
+    return text.size() == 1 ? pattern.size() == 1 && lower(text[0]) == lower(pattern[0])
                             : text == pattern;
 }
 
 // Ranges follow the order of texts, so that [a-z] holds the ñ and the accented letters.
-bool InSet(std::string_view c, std::string_view set)
+bool inSet(std::string_view c, std::string_view set)
 {
     while (!set.empty()) {
-        const std::string_view low = TakeCharacter(set);
+        const std::string_view low = takeCharacter(set);
         if (set.size() > 1 && set[0] == '-') {
             set.remove_prefix(1);
-            const std::string_view high = TakeCharacter(set);
-            if (Comparar(low, c) <= 0 && Comparar(c, high) <= 0)
+            const std::string_view high = takeCharacter(set);
+            if (compareText(low, c) <= 0 && compareText(c, high) <= 0)
                 return true;
-        } else if (SameCharacter(c, low)) {
+        } else if (sameCharacter(c, low)) {
             return true;
         }
     }
@@ -139,9 +139,9 @@ bool InSet(std::string_view c, std::string_view set)
 
 // Whether the character meets the piece at the front of the pattern, which is no '*'. Takes the
 // piece off the pattern when it does.
-bool TakeMatch(std::string_view c, std::string_view &pattern)
+bool takeMatch(std::string_view c, std::string_view &pattern)
 {
-    const std::string_view piece = pattern.substr(0, CharacterLength(pattern));
+    const std::string_view piece = pattern.substr(0, characterLength(pattern));
     size_t length = piece.size();
     bool met = false;
     if (piece == "?") {
@@ -154,9 +154,9 @@ bool TakeMatch(std::string_view c, std::string_view &pattern)
         const bool excluded = set.size() > 1 && set[0] == '!';
         if (excluded)
             set.remove_prefix(1);
-        met = InSet(c, set) != excluded;
+        met = inSet(c, set) != excluded;
     } else {
-        met = SameCharacter(c, piece);
+        met = sameCharacter(c, piece);
     }
     if (met)
         pattern.remove_prefix(length);
@@ -164,7 +164,7 @@ bool TakeMatch(std::string_view c, std::string_view &pattern)
 }
 
 // Every bracket that opens is closed.
-bool IsWellFormed(std::string_view pattern)
+bool isWellFormed(std::string_view pattern)
 {
     for (size_t open = pattern.find('['); open != pattern.npos;) {
         const size_t close = pattern.find(']', open);
@@ -176,36 +176,36 @@ bool IsWellFormed(std::string_view pattern)
 }
 
 // Both folded.
-bool MeetsPattern(std::string_view texto, std::string_view patron)
+bool meetsPattern(std::string_view text, std::string_view patron)
 {
-    if (!IsWellFormed(patron))
+    if (!isWellFormed(patron))
         return false;
 
     // One '*' at a time is enough to come back to: what an earlier one could match, so can this.
     bool star = false;
     std::string_view starPattern;
     std::string_view starText;
-    while (!texto.empty()) {
+    while (!text.empty()) {
         if (patron.starts_with('*')) {
             patron.remove_prefix(1);
             star = true;
             starPattern = patron;
-            starText = texto;
+            starText = text;
             continue;
         }
         if (patron.starts_with("[]")) {
             patron.remove_prefix(2);
             continue;
         }
-        const size_t length = CharacterLength(texto);
-        if (!patron.empty() && TakeMatch(texto.substr(0, length), patron)) {
-            texto.remove_prefix(length);
+        const size_t length = characterLength(text);
+        if (!patron.empty() && takeMatch(text.substr(0, length), patron)) {
+            text.remove_prefix(length);
             continue;
         }
         if (!star)
             return false;
-        TakeCharacter(starText);
-        texto = starText;
+        takeCharacter(starText);
+        text = starText;
         patron = starPattern;
     }
     for (;;) {
@@ -220,15 +220,15 @@ bool MeetsPattern(std::string_view texto, std::string_view patron)
 
 // The plain text that a folded pattern is made of between its stars at the ends; nullopt when it
 // holds anything else.
-std::optional<std::string> PlainPiece(std::string_view pattern)
+std::optional<std::string> plainPiece(std::string_view pattern)
 {
     std::string piece;
     while (!pattern.empty()) {
-        std::string_view c = TakeCharacter(pattern);
+        std::string_view c = takeCharacter(pattern);
         if (c == "*" || c == "?" || c == "#")
             return std::nullopt;
         if (c == "[") { // a set of one character is that character
-            c = pattern.substr(0, pattern.empty() ? 0 : CharacterLength(pattern));
+            c = pattern.substr(0, pattern.empty() ? 0 : characterLength(pattern));
             if (c.empty() || c == "]" || !pattern.substr(c.size()).starts_with(']'))
                 return std::nullopt;
             pattern.remove_prefix(c.size() + 1);
@@ -240,10 +240,10 @@ std::optional<std::string> PlainPiece(std::string_view pattern)
 
 // Whether no letter of the text folds to one of ASCII: ASCII itself and the letters of Latin-1 but
 // for ß. Accents that stand by themselves join a letter before them.
-bool KeepsAscii(std::string_view s)
+bool keepsAscii(std::string_view s)
 {
     for (size_t i = 0; i < s.size(); ++i) {
-        if (IsAscii(s[i]))
+        if (isAscii(s[i]))
             continue;
         const bool latin = s[i] == '\xC2' || s[i] == '\xC3';
         if (!latin || i + 1 == s.size() || (s[i + 1] & 0xC0) != 0x80
@@ -254,60 +254,60 @@ bool KeepsAscii(std::string_view s)
     return true;
 }
 
-bool SameLetters(const char *text, std::string_view folded)
+bool sameLetters(const char *text, std::string_view folded)
 {
     for (const char c : folded)
-        if (Lower(*text++) != c)
+        if (lower(*text++) != c)
             return false;
     return true;
 }
 
 // Whether a text of plain or already folded letters has the piece in it.
-bool Holds(std::string_view text, std::string_view folded)
+bool matches(std::string_view text, std::string_view folded)
 {
     for (size_t i = 0; i + folded.size() <= text.size(); ++i)
-        if (SameLetters(text.data() + i, folded))
+        if (sameLetters(text.data() + i, folded))
             return true;
     return false;
 }
 
 } // namespace
 
-std::string Plegar(std::string_view utf8)
+std::string fold(std::string_view utf8)
 {
-    const auto &table = LetterTable();
+    const auto &table = letterTable();
     std::string out;
     out.reserve(utf8.size());
     for (size_t at = 0; at < utf8.size();) {
-        const Letter letter = NextLetter(table, utf8, at);
+        const Letter letter = nextLetter(table, utf8, at);
         if (!letter.plain)
-            return Folded(utf8, QString::NormalizationForm_C).toStdString();
-        AppendUtf8(out, letter.folded);
+            return folded(utf8, QString::NormalizationForm_C).toStdString();
+        appendUtf8(out, letter.folded);
     }
     return out;
 }
 
-std::string Llano(std::string_view utf8)
+std::string plainOf(std::string_view utf8)
 {
-    const auto &table = LetterTable();
+    const auto &table = letterTable();
     std::string out;
     out.reserve(utf8.size());
     for (size_t at = 0; at < utf8.size();) {
-        const Letter letter = NextLetter(table, utf8, at);
+        const Letter letter = nextLetter(table, utf8, at);
         if (!letter.plain)
-            return Plain(Folded(utf8, QString::NormalizationForm_D)).toStdString();
-        AppendUtf8(out, letter.plain);
+            return asPlain(folded(utf8, QString::NormalizationForm_D)).toStdString();
+        appendUtf8(out, letter.plain);
     }
     return out;
 }
 
-int Comparar(std::string_view a, std::string_view b)
+int compareText(std::string_view a, std::string_view b)
 {
-    const auto &table = LetterTable();
+    const auto &table = letterTable();
     // Most texts part, or are the same, within plain letters.
     size_t common = 0;
-    while (common < a.size() && common < b.size() && IsAscii(a[common])
-           && Lower(a[common]) == Lower(b[common]))
+    while (common < a.size() && common < b.size() && isAscii(a[common])
+           && lower(a[common]) == lower(b[common]))
         ++common;
     size_t atA = common, atB = common;
     // Where the texts first differ in an accent.
@@ -317,12 +317,12 @@ int Comparar(std::string_view a, std::string_view b)
         const bool endA = atA == a.size(), endB = atB == b.size();
         if (endA && endB && !accents)
             return 0;
-        const Letter letterA = endA ? Letter{} : NextLetter(table, a, atA);
-        const Letter letterB = endB ? Letter{} : NextLetter(table, b, atB);
+        const Letter letterA = endA ? Letter{} : nextLetter(table, a, atA);
+        const Letter letterB = endB ? Letter{} : nextLetter(table, b, atB);
         const bool simple = (endA || letterA.plain) && (endB || letterB.plain);
         if ((endA && endB) || !simple) {
             const auto [fromA, fromB] = accents.value_or(std::pair(beforeA, beforeB));
-            return CompareFolded(a.substr(fromA), b.substr(fromB));
+            return compareFolded(a.substr(fromA), b.substr(fromB));
         }
         if (letterA.plain != letterB.plain) // 0 at the end of a text
             return letterA.plain < letterB.plain ? -1 : 1;
@@ -331,49 +331,46 @@ int Comparar(std::string_view a, std::string_view b)
     }
 }
 
-bool Parecido(std::string_view texto, std::string_view patron)
-{
-    return Patron(patron).Cumple(texto);
-}
+bool similar(std::string_view text, std::string_view patron) { return Pattern(patron).meets(text); }
 
-Patron::Patron(std::string_view patron) : m_texto(Plegar(patron))
+Pattern::Pattern(std::string_view patron) : m_text(fold(patron))
 {
-    std::string_view rest = m_texto;
+    std::string_view rest = m_text;
     while (rest.starts_with('*'))
         rest.remove_prefix(1);
-    const bool before = rest.size() < m_texto.size();
+    const bool before = rest.size() < m_text.size();
     const size_t length = rest.size();
     // The star of "[*]" is followed by its bracket.
     while (rest.ends_with('*'))
         rest.remove_suffix(1);
     const bool behind = rest.size() < length || (before && length == 0);
-    if (auto piece = PlainPiece(rest)) {
-        m_clase = before ? (behind ? Contiene : Termina) : behind ? Comienza : Igual;
-        m_texto = std::move(*piece);
-        m_simple = IsAscii(m_texto);
+    if (auto piece = plainPiece(rest)) {
+        m_kind = before ? (behind ? Contains : Ends) : behind ? Begins : Equal;
+        m_text = std::move(*piece);
+        m_simple = isAscii(m_text);
     }
 }
 
-bool Patron::Cumple(std::string_view texto) const
+bool Pattern::meets(std::string_view text) const
 {
     std::string folded;
-    if (m_simple ? !KeepsAscii(texto) : !IsAscii(texto)) {
-        folded = Plegar(texto);
-        texto = folded;
+    if (m_simple ? !keepsAscii(text) : !isAscii(text)) {
+        folded = fold(text);
+        text = folded;
     }
-    if (m_clase == General)
-        return MeetsPattern(texto, m_texto);
-    if (texto.size() < m_texto.size())
+    if (m_kind == General)
+        return meetsPattern(text, m_text);
+    if (text.size() < m_text.size())
         return false;
-    switch (m_clase) {
-    case Igual:
-        return texto.size() == m_texto.size() && SameLetters(texto.data(), m_texto);
-    case Comienza:
-        return SameLetters(texto.data(), m_texto);
-    case Termina:
-        return SameLetters(texto.data() + (texto.size() - m_texto.size()), m_texto);
+    switch (m_kind) {
+    case Equal:
+        return text.size() == m_text.size() && sameLetters(text.data(), m_text);
+    case Begins:
+        return sameLetters(text.data(), m_text);
+    case Ends:
+        return sameLetters(text.data() + (text.size() - m_text.size()), m_text);
     default:
-        return Holds(texto, m_texto);
+        return matches(text, m_text);
     }
 }
 

@@ -11,86 +11,86 @@
 namespace jet
 {
 
-struct Columna {
-    std::string nombre;
-    Tipo tipo = Tipo::Ninguno;
-    int ancho = 0; // of TEXT(n); 0 otherwise
+struct Column {
+    std::string name;
+    store::ColumnType type = store::ColumnType::None;
+    int width = 0; // of TEXT(n); 0 otherwise
 };
 
-struct Tabla {
-    std::string nombre; // in the file's own letter case
-    std::vector<Columna> columnas;
+struct Table {
+    std::string name; // in the file's own letter case
+    std::vector<Column> columns;
 };
 
 /// The tables of one database, found without regard to letter case (ñ and Ñ included).
-class Catalogo
+class Catalogue
 {
 public:
-    virtual ~Catalogo() = default;
+    virtual ~Catalogue() = default;
     /// @return nullptr when the database has no such table. The pointer lives until the next
     ///         statement that defines something.
-    virtual const Tabla *Buscar(std::string_view nombre) const = 0;
+    virtual const Table *find(std::string_view name) const = 0;
 };
 
 /// Where the value of the engine's n-th parameter comes from.
-struct Parametro {
-    enum Origen {
-        Dado, // the caller's value number `indice`, from 0
-        Hoy,  // the session's day, for Date()
-        Hora, // the session's time of day, for Time()
-        Ahora // both, for Now()
+struct Parameter {
+    enum Origin {
+        Given, // the caller's value number `indice`, from 0
+        Today, // the session's day, for Date()
+        Hour,  // the session's time of day, for Time()
+        Now    // both, for Now()
     };
-    Origen origen = Dado;
-    int indice = 0;
+    Origin origin = Given;
+    int index = 0;
 };
 
 /// One column of the rows that a query gives.
-struct ColumnaDeSalida {
-    std::string nombre;  // as asked for: the alias, or the column's own name
-    std::string tabla;   // name or alias of the table in the FROM clause, "" for an expression
-    std::string columna; // the table's column behind it, "" for an expression
-    Tipo tipo = Tipo::Ninguno;
-    int ancho = 0;
+struct OutputColumn {
+    std::string name;   // as asked for: the alias, or the column's own name
+    std::string table;  // name or alias of the table in the FROM clause, "" for an expression
+    std::string column; // the table's column behind it, "" for an expression
+    store::ColumnType type = store::ColumnType::None;
+    int width = 0;
 };
 
 /// A table of the FROM clause whose rows an updatable recordset can write back.
-struct FuenteDeFilas {
-    std::string tabla;      // the table's own name
-    std::string alias;      // the name that the statement uses for it
-    int columnaDeClave = 0; // position of the row's key among the engine's result columns
+struct RowsSource {
+    std::string table; // the table's own name
+    std::string alias; // the name that the statement uses for it
+    int keyColumn = 0; // position of the row's key among the engine's result columns
 };
 
 /// A change of the schema, carried out by the database and not by one engine statement.
-struct Definicion {
-    enum Clase { CrearTabla, AgregarColumna, CambiarColumna, QuitarColumna, QuitarTabla };
-    Clase clase = CrearTabla;
-    std::string tabla;
-    std::vector<Columna> columnas; // all of a new table, else the one column meant
+struct Definition {
+    enum Kind { CreateTable, AddColumn, ChangeColumn, RemoveColumn, RemoveTable };
+    Kind kind = CreateTable;
+    std::string table;
+    std::vector<Column> columns; // all of a new table, else the one column meant
 };
 
-struct Traduccion {
-    enum Clase { Consulta, Cambio, Define };
-    Clase clase = Consulta;
+struct Translation {
+    enum Kind { Query, Change, Define };
+    Kind kind = Query;
     std::string sql; // engine SQL; empty for Define
-    std::vector<Parametro> parametros;
-    int valoresDados = 0; // how many '?' the statement holds
-    std::vector<ColumnaDeSalida> columnas;
-    std::vector<FuenteDeFilas> fuentes; // only when asked for
-    std::string tablaEscrita;           // of a Cambio
-    Definicion definicion;              // of a Define
+    std::vector<Parameter> parameters;
+    int valueCount = 0; // how many '?' the statement holds
+    std::vector<OutputColumn> columns;
+    std::vector<RowsSource> fuentes; // only when asked for
+    std::string writtenTable;        // of a Cambio
+    Definition definition;           // of a Define
 };
 
 /// Translates one statement.
 /// @param sql       the rules' dialect, UTF-8, '?' where a value goes
-/// @param catalogo  tables of the database that the statement runs on
-/// @param esquema   the engine's name of that database; every table is qualified with it
-/// @param conClaves also select the key of every base table's row, behind the asked columns
-/// @throws ErrorDeAlmacen 3075 with line, column and a caret for what the dialect does not take,
+/// @param catalogue  tables of the database that the statement runs on
+/// @param schema   the engine's name of that database; every table is qualified with it
+/// @param withKeys also select the key of every base table's row, behind the asked columns
+/// @throws StoreError 3075 with line, column and a caret for what the dialect does not take,
 ///         3078 for an unknown table, 3061 for a name that is no column
-Traduccion Traducir(std::string_view sql, const Catalogo &catalogo, std::string_view esquema,
-                    bool conClaves = false);
+Translation translate(std::string_view sql, const Catalogue &catalogue, std::string_view schema,
+                      bool withKeys = false);
 
 /// Parses alone, without looking at any table. @throws as Traducir, 3075 only
-void Revisar(std::string_view sql);
+void check(std::string_view sql);
 
 } // namespace jet

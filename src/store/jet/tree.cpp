@@ -5,17 +5,17 @@
 namespace jet
 {
 
-bool IsAggregate(std::string_view function)
+bool isAggregate(std::string_view function)
 {
     return function == "COUNT" || function == "SUM" || function == "AVG" || function == "MIN"
            || function == "MAX";
 }
 
-bool HoldsAggregate(const Expression &e)
+bool holdsAggregate(const Expression &e)
 {
-    if (e.kind == Expression::Call && IsAggregate(e.text))
+    if (e.kind == Expression::Call && isAggregate(e.text))
         return true;
-    return std::ranges::any_of(e.parts, [](const auto &part) { return HoldsAggregate(*part); });
+    return std::ranges::any_of(e.parts, [](const auto &part) { return holdsAggregate(*part); });
 }
 
 } // namespace jet

@@ -64,7 +64,7 @@ struct Expression {
     Op op = Op::Or;
     bool negated = false;
     bool star = false;
-    Tipo tipo = Tipo::Ninguno;
+    store::ColumnType type = store::ColumnType::None;
     std::vector<std::unique_ptr<Expression>> parts;
     std::unique_ptr<Select> select;
 };
@@ -141,13 +141,13 @@ struct Delete {
 };
 
 struct Statement {
-    std::variant<std::unique_ptr<Select>, Insert, Update, Delete, Definicion> body;
+    std::variant<std::unique_ptr<Select>, Insert, Update, Delete, Definition> body;
     int given = 0; // how many '?' there are
 };
 
 /// Whether an expression computes over a group of rows. Subselects count for themselves.
-bool HoldsAggregate(const Expression &e);
+bool holdsAggregate(const Expression &e);
 /// COUNT, SUM, AVG, MIN and MAX.
-bool IsAggregate(std::string_view function);
+bool isAggregate(std::string_view function);
 
 } // namespace jet

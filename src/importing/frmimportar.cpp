@@ -1,6 +1,10 @@
-#include "clients/frmimportar.h"
+#include "importing/frmimportar.h"
 
+#include "texts/clients.h"
+#include "texts/import.h"
+#include "texts/texts.h"
 #include "ui/calm_list.h"
+#include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
 #include "ui/theme.h"
@@ -19,30 +23,11 @@
 #include <QTableWidget>
 #include <QUrl>
 
+using namespace importing;
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-enum Texto {
-    Volver = 9485,
-    Cancelar = 9111,
-    NombresDeDatos = 9750,
-    Titulo = 9751,
-    Elegir = 9752,
-    ElijaUno = 9753,
-    QueContienen = 9756,
-    Orden = 9757,
-    Ordenes = 9758,
-    SinPropietario = 9759,
-    Probar = 9760,
-    Importar_ = 9761,
-    Mostrar = 9762,
-    Titulos = 9763,
-    Suertes = 9764,
-    PrimeroProbar = 9765,
-    Todas = 9870,
-};
 
 // Rows of the file shown beside each column.
 constexpr int Examples = 3;
@@ -52,10 +37,10 @@ constexpr int ShowAll = 0;
 constexpr int ShowWarnings = 5;
 
 // One of the lists above the columns; arriving by key brings the column into view.
-class ListaDeDatos : public ListaCalma
+class DataList : public ui::CalmList
 {
 public:
-    ListaDeDatos(const QStringList &names, QTableWidget *table, int column)
+    DataList(const QStringList &names, QTableWidget *table, int column)
         : m_table(table), m_column(column)
     {
         addItems(names);
@@ -63,14 +48,14 @@ public:
         // As wide as most names; the list that opens is as wide as all.
         setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         setMinimumContentsLength(14);
-        view()->setMinimumWidth(view()->sizeHintForColumn(0) + Espacio::XL);
+        view()->setMinimumWidth(view()->sizeHintForColumn(0) + ui::space::XL);
     }
 
 protected:
     void focusInEvent(QFocusEvent *event) override
     {
         m_table->scrollTo(m_table->model()->index(0, m_column));
-        ListaCalma::focusInEvent(event);
+        ui::CalmList::focusInEvent(event);
     }
 
 private:
@@ -85,10 +70,10 @@ QString localFile(const QMimeData *data)
 
 } // namespace
 
-frmImportar::frmImportar(Sesion &s, QWidget *parent) : FormBase(s, u"frmImportar"_s, parent)
+frmImportar::frmImportar(Sesion &s, QWidget *parent) : ui::FormBase(s, u"frmImportar"_s, parent)
 {
     setWindowModality(Qt::ApplicationModal);
-    setWindowTitle(s(Titulo));
+    setWindowTitle(s(text::ImportTitle));
     setAcceptDrops(true);
     build();
     clear();
@@ -98,47 +83,51 @@ frmImportar::frmImportar(Sesion &s, QWidget *parent) : FormBase(s, u"frmImportar
 
 void frmImportar::build()
 {
-    cmdElegir = named(new QPushButton(m_s(Elegir)), u"cmdElegir"_s, m_s(Elegir));
-    lblArchivo = named(new QLabel, u"lblArchivo"_s, m_s(Elegir));
+    cmdElegir = named(new QPushButton(m_s(text::ImportChooseFile)), u"cmdElegir"_s,
+                      m_s(text::ImportChooseFile));
+    lblArchivo = named(new QLabel, u"lblArchivo"_s, m_s(text::ImportChooseFile));
     lblArchivo->setTextFormat(Qt::PlainText);
     auto *head = new QHBoxLayout;
-    head->setSpacing(Espacio::M);
+    head->setSpacing(ui::space::M);
     head->addWidget(cmdElegir);
     head->addWidget(lblArchivo, 1);
 
-    auto *nothing = named(new QLabel(m_s(ElijaUno)), u"lblVacio"_s, m_s(ElijaUno));
+    auto *nothing =
+        named(new QLabel(m_s(text::ImportStartHint)), u"lblVacio"_s, m_s(text::ImportStartHint));
     nothing->setProperty("clase", u"suave"_s);
     nothing->setAlignment(Qt::AlignCenter);
     nothing->setWordWrap(true);
     auto *work = new QWidget;
     auto *halves = new QVBoxLayout(work);
     halves->setContentsMargins(0, 0, 0, 0);
-    halves->setSpacing(Espacio::M);
+    halves->setSpacing(ui::space::M);
     halves->addWidget(buildColumns());
     halves->addWidget(buildReport(), 1);
     pages = new QStackedWidget;
     pages->addWidget(nothing);
     pages->addWidget(work);
 
-    barAvance = named(new QProgressBar, u"barAvance"_s, m_s(Titulo));
+    barAvance = named(new QProgressBar, u"barAvance"_s, m_s(text::ImportTitle));
     barAvance->setTextVisible(false);
     QSizePolicy keepsRoom = barAvance->sizePolicy();
     keepsRoom.setRetainSizeWhenHidden(true);
     barAvance->setSizePolicy(keepsRoom);
-    Ayu = named(new LineaDeAyuda, u"Ayu"_s, QString());
-    cmdProbar = named(new QPushButton(m_s(Probar)), u"cmdProbar"_s, m_s(Probar));
-    cmdImportar = named(new QPushButton(m_s(Importar_)), u"cmdImportar"_s, m_s(Importar_));
-    cmdVolver = named(new QPushButton, u"cmdVolver"_s, m_s(Volver));
+    Ayu = named(new ui::HelpLine, u"Ayu"_s, QString());
+    cmdProbar =
+        named(new QPushButton(m_s(text::DryRunButton)), u"cmdProbar"_s, m_s(text::DryRunButton));
+    cmdImportar =
+        named(new QPushButton(m_s(text::ImportButton)), u"cmdImportar"_s, m_s(text::ImportButton));
+    cmdVolver = named(new QPushButton, u"cmdVolver"_s, m_s(text::BackButton));
     auto *foot = new QHBoxLayout;
-    foot->setSpacing(Espacio::M);
+    foot->setSpacing(ui::space::M);
     foot->addWidget(Ayu, 1);
     foot->addWidget(cmdProbar);
     foot->addWidget(cmdImportar);
     foot->addWidget(cmdVolver);
 
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Espacio::L, Espacio::L, Espacio::L, Espacio::L);
-    all->setSpacing(Espacio::M);
+    all->setContentsMargins(ui::space::L, ui::space::L, ui::space::L, ui::space::L);
+    all->setSpacing(ui::space::M);
     all->addLayout(head);
     all->addWidget(pages, 1);
     all->addWidget(barAvance);
@@ -156,9 +145,9 @@ void frmImportar::build()
 
 QWidget *frmImportar::buildColumns()
 {
-    auto *caption = new QLabel(m_s(QueContienen));
+    auto *caption = new QLabel(m_s(text::ImportColumnsCaption));
     caption->setProperty("clase", u"suave"_s);
-    tblColumnas = named(new QTableWidget, u"tblColumnas"_s, m_s(QueContienen));
+    tblColumnas = named(new QTableWidget, u"tblColumnas"_s, m_s(text::ImportColumnsCaption));
     tblColumnas->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tblColumnas->setSelectionMode(QAbstractItemView::NoSelection);
     tblColumnas->setFocusPolicy(Qt::NoFocus); // the lists in it are walked with TAB
@@ -168,30 +157,30 @@ QWidget *frmImportar::buildColumns()
     tblColumnas->verticalHeader()->hide();
     caption->setBuddy(tblColumnas);
 
-    cmbOrden = named(new ListaCalma, u"cmbOrden"_s, m_s(Orden));
-    cmbOrden->addItems(m_s(Ordenes).split(u'|'));
+    cmbOrden = named(new ui::CalmList, u"cmbOrden"_s, m_s(text::ImportDateOrder));
+    cmbOrden->addItems(m_s(text::ImportDateOrders).split(u'|'));
     cmbOrden->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    auto *order = new QLabel(m_s(Orden));
+    auto *order = new QLabel(m_s(text::ImportDateOrder));
     order->setBuddy(cmbOrden);
-    txtPropietario = named(new QLineEdit, u"txtPropietario"_s, m_s(SinPropietario));
-    txtPropietario->setMaxLength(m_s.clientes->Ancho("clientes", "ayn"));
+    txtPropietario = named(new QLineEdit, u"txtPropietario"_s, m_s(text::ImportDefaultOwner));
+    txtPropietario->setMaxLength(m_s.clientes->widthOf("clientes", "ayn"));
     txtPropietario->setMinimumWidth(160);
     txtPropietario->setAcceptDrops(false); // a file that is dropped on it is meant for the form
     refuseApostrophe({txtPropietario});
-    auto *owner = new QLabel(m_s(SinPropietario));
+    auto *owner = new QLabel(m_s(text::ImportDefaultOwner));
     owner->setBuddy(txtPropietario);
     auto *choices = new QHBoxLayout;
-    choices->setSpacing(Espacio::S);
+    choices->setSpacing(ui::space::S);
     choices->addWidget(order);
     choices->addWidget(cmbOrden);
-    choices->addSpacing(Espacio::L);
+    choices->addSpacing(ui::space::L);
     choices->addWidget(owner);
     choices->addWidget(txtPropietario, 1);
 
     auto *half = new QWidget;
     auto *column = new QVBoxLayout(half);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Espacio::S);
+    column->setSpacing(ui::space::S);
     column->addWidget(caption);
     column->addWidget(tblColumnas);
     column->addLayout(choices);
@@ -204,43 +193,43 @@ QWidget *frmImportar::buildReport()
     lblResumen->setTextFormat(Qt::PlainText);
     lblResumen->setWordWrap(true);
     lblResumen->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    cmbMostrar = named(new ListaCalma, u"cmbMostrar"_s, m_s(Mostrar));
-    cmbMostrar->addItem(m_s(Todas));
-    cmbMostrar->addItems(m_s(Suertes).split(u'|'));
-    auto *show = new QLabel(m_s(Mostrar));
+    cmbMostrar = named(new ui::CalmList, u"cmbMostrar"_s, m_s(text::ImportShow));
+    cmbMostrar->addItem(m_s(text::ImportShowAll));
+    cmbMostrar->addItems(m_s(text::ImportOutcomeNames).split(u'|'));
+    auto *show = new QLabel(m_s(text::ImportShow));
     show->setBuddy(cmbMostrar);
     auto *head = new QHBoxLayout;
-    head->setSpacing(Espacio::S);
+    head->setSpacing(ui::space::S);
     head->addWidget(lblResumen, 1);
     head->addWidget(show, 0, Qt::AlignBottom);
     head->addWidget(cmbMostrar, 0, Qt::AlignBottom);
 
-    const QStringList titles = m_s(Titulos).split(u'|');
+    const QStringList titles = m_s(text::ImportResultTitles).split(u'|');
     static constexpr int widths[] = {80, 120, 200, 160, 300};
-    QList<ColumnaDeGrilla> columns;
+    QList<ui::GridColumn> columns;
     for (qsizetype i = 0; i < titles.size(); ++i)
-        columns << ColumnaDeGrilla{.titulo = titles[i],
-                                   .clase = i == 0 ? Clase::Entero : Clase::Texto,
-                                   .ancho = widths[i]};
-    m_model = new ModeloDeGrilla(m_s, columns, this);
-    grdInforme = named(new Grilla(m_s, m_model), u"grdInforme"_s, m_s(Titulo));
-    grdInforme->PermitirVarias();
+        columns << ui::GridColumn{.title = titles[i],
+                                  .kind = i == 0 ? ui::Kind::Whole : ui::Kind::Text,
+                                  .width = widths[i]};
+    m_model = new ui::GridModel(m_s, columns, this);
+    grdInforme = named(new ui::Grid(m_s, m_model), u"grdInforme"_s, m_s(text::ImportTitle));
+    grdInforme->allowSeveral();
 
     auto *half = new QWidget;
     auto *column = new QVBoxLayout(half);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Espacio::S);
+    column->setSpacing(ui::space::S);
     column->addLayout(head);
     column->addWidget(grdInforme, 1);
     return half;
 }
 
-void frmImportar::opened(const QVariantMap &parametros)
+void frmImportar::opened(const QVariantMap &parameters)
 {
     if (m_working)
         return;
     clear();
-    if (const QString file = parametros.value(u"archivo"_s).toString(); !file.isEmpty())
+    if (const QString file = parameters.value(u"archivo"_s).toString(); !file.isEmpty())
         load(file);
 }
 
@@ -252,7 +241,7 @@ void frmImportar::clear()
     txtPropietario->clear();
     cmbOrden->setCurrentIndex(0);
     pages->setCurrentIndex(0);
-    Ayu->Limpiar();
+    Ayu->clean();
     enableAll();
     cmdElegir->setFocus();
 }
@@ -260,7 +249,7 @@ void frmImportar::clear()
 void frmImportar::choose()
 {
     guarded([this] {
-        const auto file = m_s.dialogos.ElegirArchivo(spoken(m_s(Elegir)),
+        const auto file = m_s.dialogos.ElegirArchivo(ui::spoken(m_s(text::ImportChooseFile)),
                                                      u"CSV (*.csv *.tsv *.txt *.CSV *.TXT)"_s);
         if (file)
             load(*file);
@@ -270,15 +259,15 @@ void frmImportar::choose()
 void frmImportar::load(const QString &file)
 {
     guarded([&] {
-        VistaDeArchivo view = MirarArchivo(m_s, file, Examples);
-        if (!view.falla.isEmpty()) {
-            Ayu->Fallo(QFileInfo(file).fileName() + u": "_s + view.falla);
+        FileView view = inspectFile(m_s, file, Examples);
+        if (!view.failure.isEmpty()) {
+            Ayu->faultOf(QFileInfo(file).fileName() + u": "_s + view.failure);
             return;
         }
         clear(); // of the former file, which one that is none leaves as it is
         m_file = file;
         m_view = std::move(view);
-        lblArchivo->setText(QFileInfo(file).fileName() + u"   "_s + TextoDeVista(m_s, m_view));
+        lblArchivo->setText(QFileInfo(file).fileName() + u"   "_s + viewText(m_s, m_view));
         lblArchivo->setToolTip(file);
         fillColumns();
         pages->setCurrentIndex(1);
@@ -290,25 +279,25 @@ void frmImportar::load(const QString &file)
 // One column on screen for each of the file: its title, what it holds, and its first values.
 void frmImportar::fillColumns()
 {
-    const QStringList names = m_s(NombresDeDatos).split(u'|');
+    const QStringList names = m_s(text::ImportTargetNames).split(u'|');
     m_columns.clear();
     tblColumnas->clear();
-    tblColumnas->setColumnCount(int(m_view.titulos.size()));
-    tblColumnas->setRowCount(1 + int(m_view.filas.size()));
-    tblColumnas->setHorizontalHeaderLabels(m_view.titulos);
+    tblColumnas->setColumnCount(int(m_view.titles.size()));
+    tblColumnas->setRowCount(1 + int(m_view.rows.size()));
+    tblColumnas->setHorizontalHeaderLabels(m_view.titles);
     QWidget *before = cmdElegir;
-    for (int c = 0; c < m_view.titulos.size(); ++c) {
-        auto *list = named(new ListaDeDatos(names, tblColumnas, c), u"cmbColumna%1"_s.arg(c + 1),
-                           u"%1: "_s.arg(c + 1) + m_view.titulos[c]);
-        list->setCurrentIndex(int(m_view.columnas[c]));
+    for (int c = 0; c < m_view.titles.size(); ++c) {
+        auto *list = named(new DataList(names, tblColumnas, c), u"cmbColumna%1"_s.arg(c + 1),
+                           u"%1: "_s.arg(c + 1) + m_view.titles[c]);
+        list->setCurrentIndex(int(m_view.columns[c]));
         connect(list, &QComboBox::activated, this, [this, c] { mapColumn(c); });
         tblColumnas->setCellWidget(0, c, list);
-        for (int r = 0; r < m_view.filas.size(); ++r) {
-            auto *cell = new QTableWidgetItem(m_view.filas[r].value(c).simplified());
+        for (int r = 0; r < m_view.rows.size(); ++r) {
+            auto *cell = new QTableWidgetItem(m_view.rows[r].value(c).simplified());
             cell->setToolTip(cell->text());
             tblColumnas->setItem(r + 1, c, cell);
         }
-        tblColumnas->setColumnWidth(c, std::max(list->sizeHint().width() + Espacio::S, 150));
+        tblColumnas->setColumnWidth(c, std::max(list->sizeHint().width() + ui::space::S, 150));
         setTabOrder(before, list);
         before = list;
         m_columns << list;
@@ -317,8 +306,8 @@ void frmImportar::fillColumns()
     // Room for what there is, and for the bar below it; the report gets all the rest.
     tblColumnas->resizeRowsToContents();
     int height = tblColumnas->horizontalHeader()->sizeHint().height()
-                 + tblColumnas->horizontalScrollBar()->sizeHint().height() + Espacio::S;
-    for (int r = 0; r <= m_view.filas.size(); ++r)
+                 + tblColumnas->horizontalScrollBar()->sizeHint().height() + ui::space::S;
+    for (int r = 0; r <= m_view.rows.size(); ++r)
         height += tblColumnas->rowHeight(r);
     tblColumnas->setFixedHeight(height);
 }
@@ -336,71 +325,71 @@ void frmImportar::mapColumn(int column)
 void frmImportar::changed()
 {
     m_report.reset();
-    Ayu->Limpiar();
+    Ayu->clean();
     showReport();
 }
 
-OpcionesDeImportacion frmImportar::chosen() const
+ImportOptions frmImportar::chosen() const
 {
-    OpcionesDeImportacion o;
-    o.archivo = m_file;
+    ImportOptions o;
+    o.file = m_file;
     for (const QComboBox *list : m_columns)
-        o.columnas << Dato(list->currentIndex());
+        o.columns << Datum(list->currentIndex());
     if (cmbOrden->currentIndex() > 0)
-        o.orden = cmbOrden->currentIndex() == 1 ? OrdenDeFecha::DiaMes : OrdenDeFecha::MesDia;
-    o.propietario = txtPropietario->text();
+        o.order = cmbOrden->currentIndex() == 1 ? DateOrder::DayMonth : DateOrder::MonthDay;
+    o.owner = txtPropietario->text();
     return o;
 }
 
 void frmImportar::run(bool write)
 {
-    using Falta = InformeDeImportacion::Falta;
+    using Missing = ImportReport::Missing;
     if (m_working)
         return;
     m_working = true;
     m_stop = false;
-    Ayu->Limpiar();
+    Ayu->clean();
     enableAll();
     cmdVolver->setFocus();
-    const Avance before = m_s.avance;
-    m_s.avance.barra = [this](int done, int total) {
+    const store::Progress before = m_s.progress;
+    m_s.progress.bar = [this](int done, int total) {
         barAvance->setMaximum(total);
         barAvance->setValue(done);
         QCoreApplication::processEvents();
     };
     const auto goOn = [this] { return !m_stop; };
-    InformeDeImportacion report;
+    ImportReport report;
     const bool done = guarded([&] {
-        report = write ? Importar(m_s, chosen(), goOn) : ProbarImportacion(m_s, chosen(), goOn);
+        report = write ? importFile(m_s, chosen(), goOn) : testImport(m_s, chosen(), goOn);
     });
-    m_s.avance = before;
+    m_s.progress = before;
     m_working = false;
-    if (report.interrumpido && !report.escrito) { // what was told before still holds
+    if (report.interrupted && !report.written) { // what was told before still holds
         enableAll();
-        Ayu->Fallo(FinalDeImportacion(m_s, report));
+        Ayu->faultOf(importEnd(m_s, report));
         (cmdImportar->isEnabled() ? cmdImportar : cmdProbar)->setFocus();
         return;
     }
     m_report.reset();
-    if (done && report.falta == Falta::Nada)
+    if (done && report.missing == Missing::Nothing)
         m_report = std::move(report);
     showReport();
     if (m_report) {
-        const QString how = FinalDeImportacion(m_s, *m_report);
-        if (m_report->interrumpido)
-            Ayu->Fallo(how);
+        const QString how = importEnd(m_s, *m_report);
+        if (m_report->interrupted)
+            Ayu->faultOf(how);
         else
-            Ayu->Logro(how);
+            Ayu->success(how);
         (cmdImportar->isEnabled() ? cmdImportar : cmdVolver)->setFocus();
         return;
     }
-    if (!report.falla.isEmpty())
-        Ayu->Fallo(report.falla);
-    if (report.falta == Falta::Orden)
+    if (!report.failure.isEmpty())
+        Ayu->faultOf(report.failure);
+    if (report.missing == Missing::Order)
         cmbOrden->setFocus();
-    else if (report.falta == Falta::Propietario)
+    else if (report.missing == Missing::Owner)
         txtPropietario->setFocus();
-    else if (report.falta == Falta::Columnas && !m_columns.isEmpty())
+    else if (report.missing == Missing::ColumnCount && !m_columns.isEmpty())
         m_columns.constFirst()->setFocus();
     else
         cmdProbar->setFocus();
@@ -408,7 +397,7 @@ void frmImportar::run(bool write)
 
 void frmImportar::showReport()
 {
-    lblResumen->setText(m_report ? ResumenDeImportacion(m_s, *m_report) : QString());
+    lblResumen->setText(m_report ? importSummary(m_s, *m_report) : QString());
     cmbMostrar->setCurrentIndex(ShowAll);
     fillGrid();
     enableAll();
@@ -417,27 +406,27 @@ void frmImportar::showReport()
 void frmImportar::fillGrid()
 {
     const int wanted = cmbMostrar->currentIndex();
-    std::vector<FilaDeGrilla> rows;
+    std::vector<ui::GridRow> rows;
     if (m_report)
-        for (const LineaDeInforme &l : m_report->lineas) {
-            const bool shown = wanted == ShowAll || (wanted == ShowWarnings && l.aviso)
-                               || wanted == 1 + int(l.suerte);
+        for (const ReportLine &l : m_report->lines) {
+            const bool shown = wanted == ShowAll || (wanted == ShowWarnings && l.notice)
+                               || wanted == 1 + int(l.outcome);
             if (!shown)
                 continue;
-            FilaDeGrilla row{
-                .celdas = {l.linea, TextoDeSuerte(m_s, l.suerte), l.cliente, l.mascota, l.texto},
-                .celdaRealzada = 1,
-                .motivo = l.texto};
-            if (l.suerte == Suerte::Rechazada || l.suerte == Suerte::SinLugar)
-                row.realce = Realce::Alerta;
-            else if (l.aviso)
-                row.realce = Realce::Aviso;
-            else if (l.suerte == Suerte::Existente)
-                row.realce = Realce::Hecho;
+            ui::GridRow row{
+                .cells = {l.line, outcomeText(m_s, l.outcome), l.client, l.patient, l.text},
+                .highlightedCell = 1,
+                .reason = l.text};
+            if (l.outcome == Outcome::Rejected || l.outcome == Outcome::WithoutPlace)
+                row.highlight = ui::Highlight::Alert;
+            else if (l.notice)
+                row.highlight = ui::Highlight::Notice;
+            else if (l.outcome == Outcome::Existing)
+                row.highlight = ui::Highlight::Done;
             rows.push_back(std::move(row));
         }
-    grdInforme->PonerVacio(m_report ? QString() : m_s(PrimeroProbar));
-    m_model->Poner(std::move(rows));
+    grdInforme->setEmptyText(m_report ? QString() : m_s(text::DryRunHint));
+    m_model->set(std::move(rows));
 }
 
 void frmImportar::enableAll()
@@ -449,9 +438,9 @@ void frmImportar::enableAll()
     txtPropietario->setEnabled(ready);
     cmdProbar->setEnabled(ready);
     cmbMostrar->setEnabled(ready && m_report);
-    cmdImportar->setEnabled(ready && m_report && !m_report->escrito
-                            && m_report->clientesNuevos + m_report->mascotasNuevas > 0);
-    cmdVolver->setText(m_s(m_working ? Cancelar : Volver));
+    cmdImportar->setEnabled(ready && m_report && !m_report->written
+                            && m_report->newClients + m_report->newPatients > 0);
+    cmdVolver->setText(m_s(m_working ? text::Cancel : text::BackButton));
     cmdVolver->setAccessibleName(cmdVolver->text());
     barAvance->setVisible(m_working);
     barAvance->reset();
@@ -463,7 +452,7 @@ void frmImportar::reject()
     if (m_working)
         m_stop = true;
     else
-        FormBase::reject();
+        ui::FormBase::reject();
 }
 
 void frmImportar::dragEnterEvent(QDragEnterEvent *event)
@@ -476,4 +465,9 @@ void frmImportar::dropEvent(QDropEvent *event)
 {
     event->acceptProposedAction();
     load(localFile(event->mimeData()));
+}
+
+void importing::registerImportForms(Sesion &s, ui::FormRegistry &forms)
+{
+    forms.enrol(u"frmImportar"_s, [&s] { return new frmImportar(s); });
 }

@@ -1,12 +1,19 @@
 // Importing a register of another program: choose the file, say what its columns hold, try, write.
 #pragma once
 
-#include "clients/import.h"
+#include "importing/import.h"
 #include "ui/form_base.h"
 
-class Grilla;
-class LineaDeAyuda;
-class ModeloDeGrilla;
+namespace ui
+{
+
+class Grid;
+class FormRegistry;
+class GridModel;
+class HelpLine;
+
+} // namespace ui
+
 class QComboBox;
 class QLabel;
 class QProgressBar;
@@ -14,14 +21,14 @@ class QPushButton;
 class QStackedWidget;
 class QTableWidget;
 
-class frmImportar : public FormBase
+class frmImportar : public ui::FormBase
 {
     Q_OBJECT
 public:
     explicit frmImportar(Sesion &s, QWidget *parent = nullptr);
 
-    /// @param parametros "archivo" to begin with a file
-    void opened(const QVariantMap &parametros) override;
+    /// @param parameters "archivo" to begin with a file
+    void opened(const QVariantMap &parameters) override;
     void reject() override;
 
 protected:
@@ -42,11 +49,11 @@ private:
     void showReport();
     void fillGrid();
     void enableAll();
-    OpcionesDeImportacion chosen() const;
+    importing::ImportOptions chosen() const;
 
     QString m_file;
-    VistaDeArchivo m_view;
-    std::optional<InformeDeImportacion> m_report;
+    importing::FileView m_view;
+    std::optional<importing::ImportReport> m_report;
     bool m_working = false;
     bool m_stop = false;
 
@@ -60,10 +67,18 @@ private:
     QPushButton *cmdProbar = nullptr;
     QLabel *lblResumen = nullptr;
     QComboBox *cmbMostrar = nullptr;
-    ModeloDeGrilla *m_model = nullptr;
-    Grilla *grdInforme = nullptr;
+    ui::GridModel *m_model = nullptr;
+    ui::Grid *grdInforme = nullptr;
     QProgressBar *barAvance = nullptr;
     QPushButton *cmdImportar = nullptr;
     QPushButton *cmdVolver = nullptr;
-    LineaDeAyuda *Ayu = nullptr;
+    ui::HelpLine *Ayu = nullptr;
 };
+
+namespace importing
+{
+
+/// Makes frmImportar known by its name.
+void registerImportForms(Sesion &s, ui::FormRegistry &forms);
+
+} // namespace importing

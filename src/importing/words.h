@@ -6,77 +6,82 @@
 #include <QStringList>
 #include <optional>
 
+namespace importing
+{
+
 /// What a column of a file holds. Names on screen stand in text 9750 in this order.
-enum class Dato {
-    Nada,
-    Cliente, // the name, or what goes behind the surname
-    Apellido,
-    IdCliente, // number of the owner in the file: tells which rows are of one owner, is not kept
-    Direccion,
+enum class Datum {
+    Nothing,
+    Client, // the name, or what goes behind the surname
+    Surname,
+    IdClient, // number of the owner in the file: tells which rows are of one owner, is not kept
+    Address,
     Subregion,
     Region,
-    CodigoPostal,
-    CodigoDeArea,
-    Telefono,
-    Movil,
+    PostalCode,
+    AreaCode,
+    Telephone,
+    Mobile,
     Email,
-    NotasDeCliente,
-    Mascota,
-    IdMascota, // number of the animal in the file: tells rows of one animal apart, is not kept
-    Especie,
-    Raza,
-    Pelaje,
-    Marcas,
+    ClientNotes,
+    Patient,
+    IdPatient, // number of the animal in the file: tells rows of one animal apart, is not kept
+    Species,
+    Breed,
+    Coat,
+    Marks,
     Chip,
-    Nacimiento,
-    Peso,
-    Sexo,
-    Castrado,
-    Pedigri,
-    Fallecido,
-    NotasDeMascota,
+    Birth,
+    Weight,
+    Sex,
+    Neutered,
+    Pedigree,
+    Deceased,
+    PatientNotes,
 };
-inline constexpr int CuantosDatos = int(Dato::NotasDeMascota) + 1;
+inline constexpr int DatumCount = int(Datum::PatientNotes) + 1;
 
 /// Whether a column tells of the animal rather than of its owner.
-constexpr bool EsDeMascota(Dato d) { return d >= Dato::Mascota; }
+constexpr bool isOfPatient(Datum d) { return d >= Datum::Patient; }
 
 /// A text without accents, letter case, blanks and signs: "Animal's Name" and "animals_name" are
 /// one. Letters of other scripts stay.
-QString EnClave(const QString &texto);
+QString inKey(const QString &text);
 
 /// What each column seems to hold by its title; no datum twice.
-QList<Dato> ReconocerTitulos(const QStringList &titulos);
+QList<Datum> recogniseTitles(const QStringList &titles);
 
 /// The name of a datum on the command line ("mascota"), and the way back. Any title that is
 /// recognised names it too.
-QString NombreDeDato(Dato dato);
-std::optional<Dato> DatoPorNombre(const QString &nombre);
+QString datumName(Datum datum);
+std::optional<Datum> datumByName(const QString &name);
 
-enum class OrdenDeFecha { DiaMes, MesDia };
+enum class DateOrder { DayMonth, MonthDay };
 
 /// A day in figures (ISO, or day, month and year by @p orden with '/', '-', '.' or blanks between;
 /// when only the other order gives a day, that one), with the month's name before or behind the
 /// day, or a bare year, which is its 1 January. Years of two figures are 2000-2029 and 1930-1999. A
 /// time behind it is dropped. @return an invalid day when it is none
-QDate LeerFecha(const QString &texto, OrdenDeFecha orden);
+QDate readDate(const QString &text, DateOrder order);
 
 /// What a text tells of the order in which its file writes day and month.
-enum class PruebaDeOrden { Ninguna, DiaMes, MesDia, Ambigua };
-PruebaDeOrden OrdenQuePrueba(const QString &texto);
+enum class OrderTest { None, DayMonth, MonthDay, Ambiguous };
+OrderTest orderThatTests(const QString &text);
 
 /// Sex as the registry counts it: 0 male, 1 female, 2 and 3 the same castrated; nullopt for a word
 /// that is not known.
-std::optional<int> LeerSexo(const QString &texto);
+std::optional<int> readSex(const QString &text);
 
 /// Yes or No; nullopt for a word that is not known.
-std::optional<bool> LeerSiNo(const QString &texto);
+std::optional<bool> readYesNo(const QString &text);
 
 /// The species that a common word means (1 canine, 2 feline, 3 equine), 0 for any other word.
-int EspecieConocida(const QString &texto);
+int knownSpecies(const QString &text);
 
 /// The unit behind a weight, or in the title of a column of weights: "kg", "lb", "g"; "" for none.
-QString UnidadEscrita(const QString &texto);
+QString writtenUnit(const QString &text);
 
 /// A weight, with a point or a comma, whatever unit is behind it. nullopt when it is none.
-std::optional<double> LeerPeso(const QString &texto);
+std::optional<double> readWeight(const QString &text);
+
+} // namespace importing

@@ -193,6 +193,30 @@ void measureStore(const Workshop &workshop)
           }));
     enrol("Execute bare", inTransaction([&](int n) { change.run(-n, [] {}); }));
 
+    // A thousand rows at a time through a recordset, in one batch.
+    constexpr int altas = 1000;
+    enrol("AddNew", [&](benchmark::State &st) {
+        for (auto _ : st) {
+            const Lote lote(s);
+            Recordset r = s.morvane->OpenRecordset("select * from perfiles where idc < 0");
+            for (int i = 0; i < altas; ++i) {
+                r.AddNew();
+                r.Put("idc", -1 - i);
+                r.Put("buenascompras", i);
+                r.Update();
+            }
+        }
+    });
+    Prepared addition(base, "INSERT INTO Perfiles (idc, buenascompras) VALUES (?, 7)");
+    enrol("AddNew bare", [&](benchmark::State &st) {
+        for (auto _ : st) {
+            base.run("BEGIN IMMEDIATE");
+            for (int i = 0; i < altas; ++i)
+                addition.run(-1 - i, [] {});
+            base.run("ROLLBACK");
+        }
+    });
+
     std::string program = "kelvara_bench", mix = "--benchmark_enable_random_interleaving=true";
     char *argv[] = {program.data(), mix.data(), nullptr};
     int argc = 2;
@@ -213,6 +237,9 @@ void measureStore(const Workshop &workshop)
     reason(u"LeerCampo : point query inside a batch (ns)"_s, "LeerCampo", "point in a batch");
     excess(u"cached statement that reads (ns)"_s, "Leer", "Leer bare");
     excess(u"cached statement that writes (ns)"_s, "Execute", "Execute bare");
+    line(u"1,000 rows added by AddNew (us)"_s, numberOf(m.ns["AddNew"] / 1000, 0),
+         numberOf(m.ns["AddNew bare"] / 1000, 0), numberOf(m.ns["AddNew"] / m.ns["AddNew bare"]),
+         u"at most 3"_s);
 }
 
 // --- Starting --------------------------------------------------------------------------------
@@ -239,6 +266,10 @@ void measureStart(const Workshop &workshop)
          u"under 1000"_s);
     line(u"highest memory, start to board (MB)"_s, numberOf(median(memory), 0), u"-"_s, u"-"_s,
          u"under 250"_s);
+    const QStringList walk = run(workshop.copyOf(u"a"_s, 0), {u"--walk"_s});
+    line(u"walk over %1 lines of sales (ms)"_s.arg(walk.at(1)), walk.at(0), u"-"_s, u"-"_s, u"-"_s);
+    line(u"highest memory, that walk (MB)"_s, numberOf(walk.at(2).toDouble(), 0), u"-"_s, u"-"_s,
+         u"under 60"_s);
     line(u"highest memory, start with the pass (MB)"_s, numberOf(median(memoryWithPass), 0), u"-"_s,
          u"-"_s, u"under 250"_s);
 }

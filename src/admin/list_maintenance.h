@@ -10,7 +10,7 @@ namespace admin
 /// Asks for a new entry and writes it. What cannot be a name is told and asked again; a region or
 /// species that is not found refuses the whole.
 /// @return its id, nullopt when nothing was added
-/// @throws StoreError 3163 when its identifiers are used up
+/// @throws StoreError 6 when its identifiers are used up
 std::optional<int> addEntry(Sesion &s, clients::List list);
 
 /// Asks for the new name and what belongs to it: the area code of a region, the postal code and

@@ -56,9 +56,7 @@ bool agenda::carriesReminder(Sesion &s, const Appointment &appointment)
     if (type != 1 && type != 3)
         return false;
     const int idc = LeerCampo(s, "clientes", "mascotas", appointment.idm, "idc").toInt();
-    Recordset &clientes = s.lists.clientes;
-    clientes.FindFirst("idc = ?", idc);
-    return !clientes.NoMatch() && clientes["Perfil4"].toBool();
+    return s.lists.clientes.lookUp("idc = ?", idc, "Perfil4").value_or(false).toBool();
 }
 
 int agenda::book(Sesion &s, const Appointment &appointment)

@@ -4,10 +4,10 @@
 
 bool ClienteDestacado(Sesion &s, int idc)
 {
-    Recordset &clientes = s.lists.clientes;
-    clientes.FindFirst("idc = ?", idc);
-    return !clientes.NoMatch() && clientes["Perfil1"].toBool() && clientes["Perfil3"].toBool()
-           && !clientes["Perfil2"].toBool();
+    const auto profile = [&](std::string_view column) {
+        return s.lists.clientes.lookUp("idc = ?", idc, column).value_or(false).toBool();
+    };
+    return profile("Perfil1") && profile("Perfil3") && !profile("Perfil2");
 }
 
 QString TextoPerfil(Sesion &s, int idc)

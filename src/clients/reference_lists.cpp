@@ -107,12 +107,12 @@ std::optional<Entry> clients::entryByName(Sesion &s, List list, const QString &n
 std::optional<Entry> clients::parentOf(Sesion &s, List list, const Entry &entry)
 {
     const bool region = list == List::Subregion;
-    Recordset &parents = region ? s.lists.cldepartamento : s.lists.mlespecies;
-    parents.FindFirst("id = ?", entry.parent);
-    if (parents.NoMatch())
+    const Recordset &parents = region ? s.lists.cldepartamento : s.lists.mlespecies;
+    const auto name = parents.lookUp("id = ?", entry.parent, "nom");
+    if (!name)
         return std::nullopt;
-    return Entry{entry.parent, parents["nom"].toText(),
-                 region ? parents["ctel"].toText() : QString(), 0};
+    const auto telephone = region ? parents.lookUp("id = ?", entry.parent, "ctel") : store::Value();
+    return Entry{entry.parent, name->toText(), telephone.value_or(store::Value()).toText(), 0};
 }
 
 Completed clients::complete(Sesion &s, List list, const QString &text)

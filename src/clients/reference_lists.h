@@ -51,7 +51,7 @@ QString patternWithStars(const QString &text);
 
 /// The id of a region by name, for saving a client: a new one is added, a known one takes over the
 /// code typed, if any. @return 0 for an empty name
-/// @throws StoreError 3163 when its identifiers are used up
+/// @throws StoreError 6 when its identifiers are used up
 int ensureRegion(Sesion &s, const QString &nom, const QString &ctel);
 /// The same for a sub-region: a new one gets the region given; a known one keeps its own.
 int ensureSubregion(Sesion &s, const QString &nom, const QString &cp, int dep);

@@ -35,9 +35,7 @@ double UmbralAlimento(Sesion &s, int species, double peso, int categoria)
         return 0;
     if (hasThreeLevels(species))
         return s.configuracion[Levels[peso <= 10 ? 0 : peso <= 25 ? 1 : 2]].toDouble();
-    Recordset &speciesList = s.lists.mlespecies;
-    speciesList.FindFirst("id = ?", species);
-    return speciesList.NoMatch() ? 0 : speciesList["ali"].toDouble();
+    return s.lists.mlespecies.lookUp("id = ?", species, "ali").value_or(0).toDouble();
 }
 
 store::Value clinical::foodLevel(Sesion &s, int species, int section)

@@ -4,13 +4,12 @@
 
 QString DomicilioCliente(Sesion &s, int idc)
 {
-    Recordset &c = s.lists.clientes;
-    c.FindFirst("idc = ?", idc);
-    if (c.NoMatch())
-        return {};
-    const QString street = c["dir"].toText();
-    const int loc = c["loc"].toInt(), dep = c["dep"].toInt();
-    const QString cp = c["codp2"].toText();
+    const auto field = [&](std::string_view column) {
+        return s.lists.clientes.lookUp("idc = ?", idc, column).value_or(store::Value());
+    };
+    const QString street = field("dir").toText();
+    const int loc = field("loc").toInt(), dep = field("dep").toInt();
+    const QString cp = field("codp2").toText();
     QStringList parts{street, LeerCampo(s, "clientes", "cllocalidad", loc, "nom"),
                       LeerCampo(s, "clientes", "cldepartamento", dep, "nom"),
                       cp.isEmpty() ? QString() : QStringLiteral("CP: ") + cp};

@@ -139,8 +139,7 @@ std::optional<Example> messages::messageExample(Sesion &s, int idc)
 {
     Example e;
     const auto exists = [&s](int which) {
-        s.lists.clientes.FindFirst("idc = ?", which);
-        return which != 0 && !s.lists.clientes.NoMatch();
+        return which != 0 && s.lists.clientes.lookUp("idc = ?", which, "idc").has_value();
     };
     e.idc = idc != 0 ? idc : s.IdGlobal.idc;
     if (!exists(e.idc))

@@ -77,13 +77,8 @@ void newsOf(DayRun &c)
         s, store::pathUnder(CarpetaLocalDeDatos(), QStringLiteral("notificacionesKelvara.txt")));
     if (!newsItem || newsItem->until < c.hoy)
         return;
-    try {
-        AgregarPizarra(s, newsItem->text, 106, 0, 0);
-    } catch (const store::StoreError &e) {
-        // News are worth no message; a disk that fails is.
-        if (e.isMediumFailure())
-            throw;
-    }
+    // News are worth no message; a disk that fails is.
+    store::attempt(s, [&] { AgregarPizarra(s, newsItem->text, 106, 0, 0); });
 }
 
 // --- The run ---
@@ -97,7 +92,7 @@ constexpr void (*AllPasses[])(DayRun &) = {
     passes::birthday,
     passes::debtors,
     passes::inpatients,
-    passes::Boarding,
+    passes::guests,
     passes::Alarmas,
     passes::taskMarks,
     passes::daySummary,

@@ -99,10 +99,12 @@ void passes::debtors(DayRun &c)
                 f.Put("men", men + 1);
                 f.Update();
                 debtorCount += p.account;
-                if (men == 0)
-                    s.morvane->Execute(
-                        "update perfiles set deudasdemoradas = deudasdemoradas + 1 where idc = ?",
-                        idc);
+                if (men == 0) // the debt has moved, whatever becomes of the profile
+                    c.attempt([&] {
+                        s.morvane->Execute("update perfiles set deudasdemoradas = deudasdemoradas "
+                                           "+ 1 where idc = ?",
+                                           idc);
+                    });
                 break;
             }
         });

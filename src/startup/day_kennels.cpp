@@ -51,7 +51,7 @@ void removeExpiredReservations(DayRun &c)
 
 } // namespace
 
-void passes::Boarding(DayRun &c)
+void passes::guests(DayRun &c)
 {
     Sesion &s = c.s;
     s.progress.tellStage(s(text::CheckingBoarding));

@@ -34,13 +34,8 @@ struct DayRun {
     template <typename F>
     void attempt(F &&f)
     {
-        try {
-            f();
-        } catch (const store::StoreError &e) {
-            if (e.isMediumFailure())
-                throw;
-            errores.push_back(e);
-        }
+        if (auto e = store::attempt(s, f))
+            errores.push_back(*std::move(e));
     }
 
     // Walks the rows of a recordset, each one tried by itself.
@@ -50,7 +45,7 @@ struct DayRun {
         for (int n = 0; !r.EOF_(); r.MoveNext()) {
             if (++n % RowsPerNotice == 0)
                 s.progress.tellBar(pass, PassCount);
-            attempt([&] { f(r); });
+            this->attempt([&] { f(r); });
         }
     }
 
@@ -84,7 +79,7 @@ void birthday(DayRun &c);
 void debtors(DayRun &c);
 void newClients(DayRun &c);
 void inpatients(DayRun &c);
-void Boarding(DayRun &c);
+void guests(DayRun &c);
 void Alarmas(DayRun &c);
 void taskMarks(DayRun &c);
 void daySummary(DayRun &c);

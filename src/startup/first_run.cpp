@@ -67,14 +67,18 @@ int startup::validateFirstRun(const FirstRunData &data)
 
 void startup::registerFirstRun(Sesion &s, const FirstRunData &data)
 {
-    const QString user = QuitarApostrofes(data.user);
-    const QString clinic = QuitarApostrofes(data.clinic);
     Base &morvane = *s.morvane;
+    const auto taken = [&morvane](const char *table, const char *column, const QString &text) {
+        return morvane.trimmed(table, column, QuitarApostrofes(text));
+    };
+    const QString user = taken("Usuarios", "nom", data.user);
+    const QString clinic = taken("Veterinaria", "nom", data.clinic);
     Lote lote(s);
     morvane.Execute("delete * from Veterinaria");
     morvane.Execute("insert into Veterinaria (nom, pro, dir, tel) values (?, ?, ?, ?)",
                     clinic.trimmed().isEmpty() ? user : clinic, user,
-                    QuitarApostrofes(data.address), QuitarApostrofes(data.telephones));
+                    taken("Veterinaria", "dir", data.address),
+                    taken("Veterinaria", "tel", data.telephones));
     morvane.Execute("delete * from Usuarios");
     const int idu = store::takeIdentifier(s, "contadorUsuarios", HighestUser);
     morvane.Execute("insert into Usuarios (idu, nom, up, ut) values (?, ?, ?, 2)", idu, user,

@@ -3,23 +3,52 @@
 #include "store/engine.h"
 #include "store/session.h"
 
+using namespace store;
+
 Lote::Lote(Motor &motor) : m_motor(motor), m_own(!motor.inTransaction())
 {
     if (m_own)
         m_motor.begin();
+    else
+        m_motor.beginPart();
 }
 
 Lote::Lote(Sesion &s) : Lote(*s.motor) {}
 
 Lote::~Lote()
 {
-    if (m_own && !m_committed)
+    if (m_committed)
+        return;
+    if (m_own)
         m_motor.rollBack();
+    else
+        m_motor.undoPart();
 }
 
 void Lote::commit()
 {
     if (m_own)
         m_motor.commit();
+    else
+        m_motor.commitPart();
     m_committed = true;
+}
+
+PartOfBatch::PartOfBatch(Sesion &s) : m_motor(s.motor->inTransaction() ? s.motor.get() : nullptr)
+{
+    if (m_motor)
+        m_motor->beginPart();
+}
+
+PartOfBatch::~PartOfBatch()
+{
+    if (m_motor)
+        m_motor->undoPart();
+}
+
+void PartOfBatch::commit()
+{
+    if (m_motor)
+        m_motor->commitPart();
+    m_motor = nullptr;
 }

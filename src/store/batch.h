@@ -1,12 +1,17 @@
-// Lote: the writes of one pass or one registration as one commit, over all databases.
+// Lote: the writes of one pass or one registration as one commit, over all databases; and steps
+// that may fail by themselves.
 #pragma once
+
+#include "store/errors.h"
+
+#include <optional>
 
 class Motor;
 struct Sesion;
 
 /// Groups writes into one commit. Without Confirmar they are rolled back at the end of the scope.
-/// A Lote inside another joins it: the outermost one commits. End it before asking the user
-/// anything, so that no other terminal waits on a person.
+/// A Lote inside another is a part of it: taken back alone, and committed with the outermost one.
+/// End it before asking the user anything, so that no other terminal waits on a person.
 class Lote
 {
 public:
@@ -24,3 +29,41 @@ private:
     bool m_own;
     bool m_committed = false;
 };
+
+namespace store
+{
+
+/// A step of a batch, see attempt().
+class PartOfBatch
+{
+public:
+    explicit PartOfBatch(Sesion &s);
+    ~PartOfBatch();
+    PartOfBatch(const PartOfBatch &) = delete;
+    PartOfBatch &operator=(const PartOfBatch &) = delete;
+    void commit();
+
+private:
+    Motor *m_motor; // nullptr outside of a batch
+};
+
+/// Runs a step that is passed over when it fails: inside a batch all that it wrote is taken back
+/// then, and the batch goes on as if it had not been tried.
+/// @return what went wrong, nullopt when nothing did
+/// @throws StoreError when the disk fails, and not the step
+template <typename Step>
+std::optional<StoreError> attempt(Sesion &s, Step &&step)
+{
+    try {
+        PartOfBatch part(s);
+        step();
+        part.commit();
+        return std::nullopt;
+    } catch (const StoreError &e) {
+        if (e.isMediumFailure())
+            throw;
+        return e;
+    }
+}
+
+} // namespace store

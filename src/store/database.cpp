@@ -1,6 +1,8 @@
 #include "store/database.h"
 
+#include "store/column_value.h"
 #include "store/database_internal.h"
+#include "store/definition.h"
 #include "store/jet/text.h"
 
 #include <algorithm>
@@ -34,7 +36,12 @@ const jet::Table *FileCatalogue::find(std::string_view name) const
         return nullptr;
     auto table = std::make_unique<jet::Table>();
     table->name = n->second;
+    table->key = m_motor.undeclaredKey();
     for (const DeclaredColumn &c : m_motor.allColumns(m_schema, n->second)) {
+        if (c.identity)
+            table->key = c.name;
+        if (c.name == RowKeyColumn)
+            continue;
         jet::Column column = readDeclaredType(c.name, c.type);
         if (c.identity)
             column.type = ColumnType::Counter;
@@ -52,58 +59,74 @@ void FileCatalogue::forget()
 
 // --- Compiled statements ---------------------------------------------------------------------
 
-Compiled &Base::Internals::compile(std::string_view sql, ByText<std::unique_ptr<Compiled>> &cache,
-                                   bool keys)
+std::unique_ptr<Compiled> Base::Internals::translate(std::string_view sql, bool keys)
 {
-    if (const auto i = cache.find(sql); i != cache.end())
-        return *i->second;
     auto c = std::make_unique<Compiled>();
     c->translation = jet::translate(sql, catalogue, schema, keys);
     if (!c->translation.sql.empty())
         c->statement = motor.prepare(c->translation.sql);
     if (!c->translation.writtenTable.empty())
         c->writes = writesOf(c->translation.writtenTable);
-    for (const jet::RowsSource &f : c->translation.fuentes)
-        c->reads.push_back(writesOf(f.table));
-    if (c->translation.kind == jet::Translation::Define) {
-        // Nothing is kept: it runs once, and forgets what the cache holds.
-        return *(cache.insert_or_assign(std::string(), std::move(c)).first->second);
-    }
+    for (const std::string &table : c->translation.tables)
+        c->reads.push_back(writesOf(table));
+    return c;
+}
+
+Compiled &Base::Internals::compile(std::string_view sql, ByText<std::unique_ptr<Compiled>> &cache,
+                                   bool keys)
+{
+    lookForForeignWrites();
+    if (const auto i = cache.find(sql); i != cache.end())
+        return *i->second;
+    auto c = translate(sql, keys);
     return *cache.emplace(std::string(sql), std::move(c)).first->second;
 }
 
-void Base::Internals::bind(Compiled &c, std::span<const Value> values) const
+Compiled &Base::Internals::query(std::string_view sql, bool keys)
 {
-    if (int(values.size()) != c.translation.valueCount)
-        throw StoreError(ErrorNumber::Parameters,
-                         QStringLiteral("%1 values given, %2 expected")
-                             .arg(values.size())
-                             .arg(c.translation.valueCount),
-                         QString::fromStdString(c.translation.sql));
+    Compiled &c = compile(sql, keys ? withKeys : withoutKeys, keys);
+    if (c.translation.kind != jet::Translation::Query)
+        throw StoreError(ErrorNumber::Syntax, QStringLiteral("Not a query"),
+                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
+    return c;
+}
+
+void Base::Internals::bind(const jet::Translation &t, Statement &statement,
+                           std::span<const Value> values) const
+{
+    if (int(values.size()) != t.valueCount)
+        throw StoreError(
+            ErrorNumber::Parameters,
+            QStringLiteral("%1 values given, %2 expected").arg(values.size()).arg(t.valueCount),
+            QString::fromStdString(t.sql));
     int n = 0;
-    for (const jet::Parameter &p : c.translation.parameters) {
+    for (const jet::Parameter &p : t.parameters) {
         switch (p.origin) {
-        case jet::Parameter::Given:
-            c.statement->bind(n, values[size_t(p.index)]);
+        case jet::Parameter::Given: {
+            const Value &v = values[size_t(p.index)];
+            if (!p.target.name.empty())
+                statement.bind(n, toColumn(v, p.target));
+            else if (p.compared != ColumnType::None)
+                statement.bind(n, toMoment(v, p.compared));
+            else
+                statement.bind(n, v);
             break;
+        }
         case jet::Parameter::Today:
-            c.statement->bind(n, reloj.hoy);
+            statement.bind(n, reloj.hoy);
             break;
         case jet::Parameter::Hour:
-            c.statement->bind(n, reloj.hourOf());
+            statement.bind(n, reloj.hourOf());
             break;
         case jet::Parameter::Now:
-            c.statement->bind(n, QDateTime(reloj.hoy, reloj.hourOf()));
+            statement.bind(n, QDateTime(reloj.hoy, reloj.hourOf()));
             break;
         }
         ++n;
     }
 }
 
-int *Base::Internals::writesOf(std::string_view table)
-{
-    return &writes.try_emplace(jet::fold(table), 0).first->second;
-}
+TableMarks *Base::Internals::writesOf(std::string_view table) { return &writes[jet::fold(table)]; }
 
 Statement &Base::Internals::directStatement(const std::string &sql)
 {
@@ -115,50 +138,81 @@ Statement &Base::Internals::directStatement(const std::string &sql)
 
 void Base::Internals::lookForForeignWrites()
 {
-    if (lastLook.isValid() && lastLook.elapsed() < IntervalMs)
+    // What is taken back may be a definition.
+    const qint64 undone = motor.rollbackCount();
+    if (undone == undoneSeen && lastLook.isValid() && lastLook.elapsed() < IntervalMs)
         return;
+    undoneSeen = undone;
+    look();
+}
+
+void Base::Internals::look()
+{
     lastLook.start();
     const qint64 v = motor.version(schema);
     if (v != versionVista && versionVista != -1)
         ++foreign;
     versionVista = v;
+    const qint64 definitions = motor.schemaVersion(schema);
+    if (definitions != schemaSeen && schemaSeen != -1) {
+        ++foreignDefinitions;
+        forgetDefinitions();
+    }
+    schemaSeen = definitions;
+}
+
+void Base::Internals::forgetDefinitions()
+{
+    changes.clear();
+    withKeys.clear();
+    withoutKeys.clear();
+    direct.clear();
+    catalogue.forget();
+}
+
+void Base::Internals::close()
+{
+    closed = true;
+    forgetDefinitions();
+    walks.clear();
 }
 
 // --- Base ------------------------------------------------------------------------------------
 
 Base::Base(Motor &motor, std::string schema, const Reloj &reloj)
-    : m_i(std::make_unique<Internals>(motor, std::move(schema), reloj))
+    : m_i(std::make_shared<Internals>(motor, std::move(schema), reloj))
 {
 }
 
-Base::~Base() = default;
+Base::~Base() { m_i->close(); }
 
 int Base::run(std::string_view sql, std::span<const Value> values)
 {
-    Compiled &c = m_i->compile(sql, m_i->changes, false);
-    if (c.translation.kind == jet::Translation::Define) {
-        const jet::Definition d = c.translation.definition;
-        m_i->define(d);
-        return 0;
+    m_i->lookForForeignWrites();
+    auto known = m_i->changes.find(sql);
+    if (known == m_i->changes.end()) {
+        auto fresh = m_i->translate(sql, false);
+        if (fresh->translation.kind == jet::Translation::Define) {
+            m_i->define(fresh->translation.definition);
+            return 0;
+        }
+        if (fresh->translation.kind == jet::Translation::Query)
+            throw StoreError(ErrorNumber::Syntax, QStringLiteral("A query cannot be executed"),
+                             QString::fromUtf8(sql.data(), qsizetype(sql.size())));
+        known = m_i->changes.emplace(std::string(sql), std::move(fresh)).first;
     }
-    if (c.translation.kind == jet::Translation::Query)
-        throw StoreError(ErrorNumber::Syntax, QStringLiteral("A query cannot be executed"),
-                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
-    m_i->bind(c, values);
+    Compiled &c = *known->second;
+    m_i->bind(c.translation, *c.statement, values);
     c.statement->step();
     c.statement->reset();
-    if (c.writes)
-        ++*c.writes;
+    ++c.writes->writes;
     return m_i->motor.changedRows();
 }
 
 Value Base::readFirst(std::string_view sql, std::span<const Value> values)
 {
-    Compiled &c = m_i->compile(sql, m_i->withoutKeys, false);
-    if (c.translation.kind != jet::Translation::Query)
-        throw StoreError(ErrorNumber::Syntax, QStringLiteral("Not a query"),
-                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
-    m_i->bind(c, values);
+    Compiled &c = m_i->query(sql, false);
+    m_i->bind(c.translation, *c.statement, values);
     Value v;
     if (c.statement->step())
         v = c.statement->read(0, c.translation.columns.front().type);
@@ -169,20 +223,8 @@ Value Base::readFirst(std::string_view sql, std::span<const Value> values)
 qint64 Base::version(std::string_view table)
 {
     m_i->lookForForeignWrites();
-    return m_i->foreign + m_i->motor.rollbackCount() + *m_i->writesOf(table);
-}
-
-bool Base::tableExists(std::string_view table) const
-{
-    return m_i->catalogue.find(table) != nullptr;
-}
-
-bool Base::columnExists(std::string_view table, std::string_view column) const
-{
-    const jet::Table *t = m_i->catalogue.find(table);
-    return t && std::ranges::any_of(t->columns, [folded = jet::fold(column)](const auto &c) {
-               return jet::fold(c.name) == folded;
-           });
+    const TableMarks &marks = *m_i->writesOf(table);
+    return m_i->foreign + m_i->foreignDefinitions + m_i->motor.rollbackCount() + marks.writes;
 }
 
 int Base::widthOf(std::string_view table, std::string_view column) const
@@ -205,12 +247,3 @@ QString Base::trimmed(std::string_view table, std::string_view column, const QSt
 const jet::Catalogue &Base::catalogue() const { return m_i->catalogue; }
 const std::string &Base::Schema() const { return m_i->schema; }
 Motor &Base::engine() const { return m_i->motor; }
-
-void Base::forget()
-{
-    m_i->changes.clear();
-    m_i->withKeys.clear();
-    m_i->withoutKeys.clear();
-    m_i->direct.clear();
-    m_i->catalogue.forget();
-}

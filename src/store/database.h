@@ -10,10 +10,24 @@
 #include <span>
 #include <string_view>
 
+namespace store
+{
+
+/// A query with more rows than this is refused with error 7.
+struct RowLimit {
+    int rows = 0; // 0 for none
+};
+
+} // namespace store
+
 /// A database under its name in the engine. Statements are Jet dialect with '?' for values; each
 /// text is translated once and kept compiled.
 ///
-/// All calls throw StoreError; a statement that fails has changed nothing.
+/// All calls throw StoreError; a statement that fails has changed nothing. Every value that is
+/// written passes the gate of its column, see column_value.h.
+///
+/// Definitions may change at any time, by this process or another one: statements are compiled anew
+/// then and open recordsets read again.
 class Base
 {
 public:
@@ -46,12 +60,31 @@ public:
         const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
         return open(sql, v, false);
     }
-    Recordset open(std::string_view sql, std::span<const store::Value> values, bool updatable);
+    /// The same for a grid that can show only so many rows.
+    template <typename... V>
+    Recordset OpenSnapshot(store::RowLimit limit, std::string_view sql, const V &...values)
+    {
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        return open(sql, v, false, limit);
+    }
+    Recordset open(std::string_view sql, std::span<const store::Value> values, bool updatable,
+                   store::RowLimit limit = {});
+
+    /// Rows to be walked through once, however many: one is held at a time. MoveNext, EOF and the
+    /// fields are all that it offers. Until its end or Close no other terminal can commit, so
+    /// nobody is asked anything on the way, and what is open here cannot be defined anew.
+    template <typename... V>
+    Recordset OpenForwardOnly(std::string_view sql, const V &...values)
+    {
+        const std::array<store::Value, sizeof...(V)> v{store::Value(values)...};
+        return openForwardOnly(sql, v);
+    }
+    Recordset openForwardOnly(std::string_view sql, std::span<const store::Value> values);
 
     /// An updatable recordset that lives as long as the session: its rows are read when first
     /// needed, and read again after this program or another one has written its table.
-    /// @param key of a long list, all columns of one table: the whole number that names a row.
-    ///        Look-ups by it do not read the list until there are many
+    /// @param key of a long list, all columns of one table: the whole number by which its rows
+    ///        are looked up. Look-ups by it do not read the list until there are many
     Recordset OpenList(std::string_view sql, std::string_view key = {});
 
     /// The first field of the first row, Null when there is none. Reads one row only.
@@ -67,8 +100,6 @@ public:
     /// one (looked at five times a second), for what is kept of its rows outside of recordsets.
     qint64 version(std::string_view table);
 
-    bool tableExists(std::string_view table) const;
-    bool columnExists(std::string_view table, std::string_view column) const;
     /// Characters that fit a TEXT(n) column; 0 for any other column.
     int widthOf(std::string_view table, std::string_view column) const;
     /// As much of a text as the column takes: all of it where the column has no width.
@@ -77,12 +108,8 @@ public:
     const std::string &Schema() const;
     Motor &engine() const;
 
-    /// Forgets compiled statements and table definitions (before the engine closes the file).
-    void forget();
-
     struct Internals;
-    Internals &internals() const { return *m_i; } // for Recordset
 
 private:
-    std::unique_ptr<Internals> m_i;
+    std::shared_ptr<Internals> m_i; // shared with its recordsets, which outlive it as closed ones
 };

@@ -5,6 +5,7 @@
 #include "store/jet/translation.h"
 
 #include <QElapsedTimer>
+#include <list>
 #include <string>
 #include <unordered_map>
 
@@ -22,11 +23,17 @@ struct TextHash {
 template <typename T>
 using ByText = std::unordered_map<std::string, T, TextHash, std::equal_to<>>;
 
+/// How often this process has written and defined a table.
+struct TableMarks {
+    int writes = 0;
+    int definitions = 0;
+};
+
 struct Compiled {
     jet::Translation translation;
     std::unique_ptr<Statement> statement;
-    int *writes = nullptr;    // the count of the table that it writes
-    std::vector<int *> reads; // the counts of the tables that it reads rows of
+    TableMarks *writes = nullptr;    // of the table that it writes
+    std::vector<TableMarks *> reads; // of the tables that it reads
 };
 
 class FileCatalogue final : public jet::Catalogue
@@ -60,21 +67,32 @@ struct Base::Internals {
     store::ByText<std::unique_ptr<store::Compiled>> withKeys;
     store::ByText<std::unique_ptr<store::Compiled>> withoutKeys;
     store::ByText<std::unique_ptr<store::Statement>>
-        direct;                // write-backs of recordsets, engine SQL
-    store::ByText<int> writes; // by folded table name
+        direct;                                         // write-backs of recordsets, engine SQL
+    store::ByText<store::TableMarks> writes;            // by folded table name
+    std::list<std::unique_ptr<store::Statement>> walks; // of the recordsets that only go forward
+    bool closed = false; // the database is gone; the recordsets that it opened find this
 
     // Writes of other processes, noticed at most this often: a look costs a visit to the file.
     static constexpr qint64 IntervalMs = 200;
     QElapsedTimer lastLook;
     qint64 versionVista = -1;
-    int foreign = 0; // counts changes of the engine's data version
+    qint64 schemaSeen = -1;
+    qint64 undoneSeen = 0;
+    int foreign = 0;            // counts changes of the engine's data version
+    int foreignDefinitions = 0; // counts definitions that were not made here
 
     Internals(Motor &m, std::string e, const Reloj &r);
     store::Compiled &compile(std::string_view sql,
                              store::ByText<std::unique_ptr<store::Compiled>> &cache, bool keys);
-    void bind(store::Compiled &c, std::span<const store::Value> values) const;
-    int *writesOf(std::string_view table);
+    std::unique_ptr<store::Compiled> translate(std::string_view sql, bool keys);
+    store::Compiled &query(std::string_view sql, bool keys);
+    void bind(const jet::Translation &t, store::Statement &statement,
+              std::span<const store::Value> values) const;
+    store::TableMarks *writesOf(std::string_view table);
     store::Statement &directStatement(const std::string &sql);
     void lookForForeignWrites();
+    void look();
     void define(const jet::Definition &d);
+    void forgetDefinitions();
+    void close();
 };

@@ -1,5 +1,8 @@
 // Changes of the schema: new tables and columns, and columns changed or dropped by rebuilding.
 
+#include "store/definition.h"
+
+#include "store/batch.h"
 #include "store/database_internal.h"
 #include "store/jet/text.h"
 
@@ -59,6 +62,15 @@ DeclaredColumn declared(const jet::Column &c)
     return d;
 }
 
+bool isIdentity(const DeclaredColumn &c) { return c.identity; }
+
+// The column of a table's key, nullptr when it has none.
+const DeclaredColumn *keyOf(const std::vector<DeclaredColumn> &columns)
+{
+    const auto key = std::ranges::find_if(columns, isIdentity);
+    return key == columns.end() ? nullptr : &*key;
+}
+
 std::string create(const std::string &completeName, const std::vector<DeclaredColumn> &columns)
 {
     std::string sql = "CREATE TABLE " + completeName + " (";
@@ -67,6 +79,8 @@ std::string create(const std::string &completeName, const std::vector<DeclaredCo
             sql += ", ";
         sql += columnDefinition(c.name, c.type, c.byDefault, c.identity);
     }
+    if (!keyOf(columns))
+        sql += ", " + rowKeyDeclaration();
     return sql + ")";
 }
 
@@ -76,44 +90,64 @@ bool mentions(const std::string &index, const std::string &column)
     return index.find(quoted(column)) != std::string::npos;
 }
 
+std::string quotedText(std::string_view text)
+{
+    std::string s = "'";
+    for (char c : text)
+        s += c == '\'' ? std::string("''") : std::string(1, c);
+    return s + '\'';
+}
+
 // The engine can neither change nor drop a column, nor add an identity: the table is made anew
-// with the rows copied in their order.
+// with the rows copied in their order, each under its key. @p columnas what it has then
 void rebuild(Motor &motor, const std::string &schema, const std::string &table,
-             const std::vector<DeclaredColumn> &columns, const std::string &removed)
+             std::vector<DeclaredColumn> columns, const std::string &removed)
 {
     const std::string temporal = table + "_nueva";
     const auto indices = motor.indices(schema, table);
-    std::string copied;
-    for (const DeclaredColumn &old : motor.allColumns(schema, table)) {
-        if (old.name == removed)
+    const auto old = motor.allColumns(schema, table);
+    const auto wasThere = [&old](const std::string &name) {
+        return std::ranges::find(old, name, &DeclaredColumn::name) != old.end();
+    };
+    // A counter of the table's own takes the hidden key's place.
+    if (std::ranges::count_if(columns, isIdentity) > 1)
+        std::erase_if(columns, [](const auto &c) { return c.name == RowKeyColumn; });
+    const DeclaredColumn *key = keyOf(columns);
+    const std::string newKey = key ? key->name : RowKeyColumn;
+    const DeclaredColumn *oldKey = keyOf(old);
+    const std::string oldKeySql = oldKey ? quoted(oldKey->name) : motor.undeclaredKey();
+
+    std::string names = quoted(newKey);
+    std::string values = wasThere(newKey) ? quoted(newKey) : oldKeySql;
+    for (const DeclaredColumn &c : columns) {
+        if (c.name == newKey || !wasThere(c.name))
             continue;
-        copied += (copied.empty() ? "" : ", ") + quoted(old.name);
+        names += ", " + quoted(c.name);
+        values += ", " + quoted(c.name);
     }
     const std::string e = quoted(schema) + '.';
-    const bool own = !motor.inTransaction();
-    if (own)
-        motor.begin();
-    try {
-        motor.run(create(e + quoted(temporal), columns));
-        motor.run("INSERT INTO " + e + quoted(temporal) + " (" + copied + ") SELECT " + copied
-                  + " FROM " + e + quoted(table) + " ORDER BY rowid");
-        motor.run("DROP TABLE " + e + quoted(table));
-        motor.run("ALTER TABLE " + e + quoted(temporal) + " RENAME TO " + quoted(table));
-        for (std::string index : indices) {
-            if (!removed.empty() && mentions(index, removed))
-                continue;
-            // Stored without the database's name; it belongs in front of the index's own.
-            const size_t where = index.find(" INDEX ");
-            index.insert(where + 7, e);
-            motor.run(index);
-        }
-        if (own)
-            motor.commit();
-    } catch (...) {
-        if (own)
-            motor.rollBack();
-        throw;
+    const std::string sequence = e + "sqlite_sequence";
+    Lote batch(motor);
+    motor.run(create(e + quoted(temporal), columns));
+    motor.run("INSERT INTO " + e + quoted(temporal) + " (" + names + ") SELECT " + values + " FROM "
+              + e + quoted(table) + " ORDER BY " + oldKeySql);
+    // Keys of rows that were deleted do not come back.
+    motor.run("DELETE FROM " + sequence + " WHERE name = " + quotedText(temporal)
+              + " AND EXISTS (SELECT 1 FROM " + sequence + " WHERE name = " + quotedText(table)
+              + ")");
+    motor.run("INSERT INTO " + sequence + " (name, seq) SELECT " + quotedText(temporal)
+              + ", seq FROM " + sequence + " WHERE name = " + quotedText(table));
+    motor.run("DROP TABLE " + e + quoted(table));
+    motor.run("ALTER TABLE " + e + quoted(temporal) + " RENAME TO " + quoted(table));
+    for (std::string index : indices) {
+        if (!removed.empty() && mentions(index, removed))
+            continue;
+        // Stored without the database's name; it belongs in front of the index's own.
+        const size_t where = index.find(" INDEX ");
+        index.insert(where + 7, e);
+        motor.run(index);
     }
+    batch.commit();
 }
 
 } // namespace
@@ -150,8 +184,23 @@ jet::Column store::readDeclaredType(const std::string &name, const std::string &
     return c;
 }
 
+std::string store::rowKeyDeclaration()
+{
+    return columnDefinition(RowKeyColumn, "INTEGER", {}, true);
+}
+
+bool store::giveRowKey(Motor &motor, const std::string &schema, const std::string &table)
+{
+    const auto columns = motor.allColumns(schema, table);
+    if (keyOf(columns))
+        return false;
+    rebuild(motor, schema, table, columns, {});
+    return true;
+}
+
 void Base::Internals::define(const jet::Definition &d)
 {
+    look(); // what others have defined until now counts for itself
     const jet::Table *table = catalogue.find(d.table);
     const std::string own = table ? table->name : d.table;
     const std::string name = quoted(schema) + '.' + quoted(own);
@@ -191,6 +240,7 @@ void Base::Internals::define(const jet::Definition &d)
             const std::string column = i->name;
             if (d.kind == jet::Definition::ChangeColumn) {
                 i->type = declaredType(requested);
+                i->identity = requested.type == ColumnType::Counter;
                 rebuild(motor, schema, own, columns, {});
             } else {
                 columns.erase(i);
@@ -198,10 +248,9 @@ void Base::Internals::define(const jet::Definition &d)
             }
         }
     }
-    ++*writesOf(own);
-    changes.clear();
-    withKeys.clear();
-    withoutKeys.clear();
-    direct.clear();
-    catalogue.forget();
+    TableMarks &marks = *writesOf(own);
+    ++marks.writes;
+    ++marks.definitions;
+    forgetDefinitions();
+    schemaSeen = motor.schemaVersion(schema);
 }

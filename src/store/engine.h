@@ -63,6 +63,7 @@ public:
     virtual void run(const std::string &sql) = 0;
     /// Rows changed by the last statement.
     virtual int changedRows() const = 0;
+    /// The key of the row that was inserted last.
     virtual qint64 lastKey() const = 0;
 
     /// Takes the write lock of every open database at once; waits for other terminals up to the
@@ -71,6 +72,13 @@ public:
     virtual void commit() = 0;
     virtual void rollBack() noexcept = 0;
     virtual bool inTransaction() const = 0;
+
+    /// A part of the transaction that can be taken back by itself; parts nest, and each ends with
+    /// one of the two others. One in which nothing is written costs next to nothing.
+    virtual void beginPart() = 0;
+    virtual void commitPart() = 0;
+    virtual void undoPart() noexcept = 0;
+
     /// How often writes were taken back; rows kept in memory are stale then.
     virtual qint64 rollbackCount() const = 0;
 
@@ -82,6 +90,10 @@ public:
                                              const std::string &table) = 0;
     /// A number that changes when another process has written the database.
     virtual qint64 version(const std::string &schema) = 0;
+    /// A number that changes with every definition, whoever makes it.
+    virtual qint64 schemaVersion(const std::string &schema) = 0;
+    /// What names a row of a table that declares no key, for as long as nobody rebuilds the table.
+    virtual std::string undeclaredKey() const = 0;
 };
 
 namespace store

@@ -11,7 +11,8 @@ namespace store
 /// Error numbers with a reaction of their own; any other number is shown as it is.
 namespace ErrorNumber
 {
-inline constexpr int OutOfMemory = 7;
+inline constexpr int Overflow = 6;    // beyond the range of a column or the end of a counter
+inline constexpr int OutOfMemory = 7; // also a query with more rows than were wanted
 inline constexpr int FileName = 52;
 inline constexpr int FileNotFound = 53;
 inline constexpr int FullDisk = 61;
@@ -29,7 +30,9 @@ inline constexpr int Locked = 3260; // another terminal held the file for too lo
 inline constexpr int DatabaseDamaged = 3343;
 inline constexpr int ColumnExists = 3380;
 inline constexpr int TableExists = 3010;
-inline constexpr int OutOfIdentifiers = 3163; // the counter has reached the end of its range
+inline constexpr int TextTooLong = 3163;
+inline constexpr int Conflict = 3197; // another terminal has changed what is being written
+inline constexpr int TypeMismatch = 3421;
 inline constexpr int Internals = 3000;
 inline constexpr int Printer = 482; // the printer does not take the document
 inline constexpr int Mail = 32002;  // the mail server does not take the account or a message

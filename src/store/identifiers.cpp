@@ -14,12 +14,9 @@ qint64 hasBeenRead(Sesion &s, std::string_view column)
     return s.morvane->read("select " + std::string(column) + " from configuracion").toLong();
 }
 
-// Through the settings row, which then knows the new value without being read again. Only a row
-// that is out of date can hold the value already.
+// Through the settings row, which then knows the new value without being read again.
 void save(Sesion &s, std::string_view column, qint64 value)
 {
-    if (s.configuracion[column].toLong() == value)
-        s.configuracion.Requery();
     s.configuracion.Edit();
     s.configuracion.Put(column, value);
     s.configuracion.Update();
@@ -35,7 +32,7 @@ int store::takeIdentifier(Sesion &s, std::string_view counter, int maximum)
     Lote lote(s);
     const qint64 newOne = hasBeenRead(s, counter) + 1;
     if (newOne > maximum)
-        throw StoreError(ErrorNumber::OutOfIdentifiers, s(text::UnableToPerform));
+        throw StoreError(ErrorNumber::Overflow, s(text::UnableToPerform));
     save(s, counter, newOne);
     lote.commit();
     return int(newOne);

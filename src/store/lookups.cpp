@@ -84,9 +84,8 @@ QString LeerCampo(Sesion &s, std::string_view selector, std::string_view table, 
         if (!equalOf(a.table, table) || !equalOf(a.selector, selector))
             continue;
         if (a.list) {
-            Recordset &list = s.lists.*a.list;
-            list.FindFirst(a.key, id);
-            return list.NoMatch() ? QString() : list[field].toText();
+            const auto value = (s.lists.*a.list).lookUp(a.key, id, field);
+            return value ? value->toText() : QString();
         }
         Base *base = databaseOf(s, selector);
         if (!base)
@@ -94,7 +93,10 @@ QString LeerCampo(Sesion &s, std::string_view selector, std::string_view table, 
         const Recordset r = base->OpenSnapshot(a.key, id);
         return r.EOF_() ? QString() : r[field].toText();
     }
-    return {};
+    throw StoreError(ErrorNumber::TableNotFound,
+                     QStringLiteral("No look-up for %1 of %2")
+                         .arg(QString::fromUtf8(table.data(), qsizetype(table.size())),
+                              QString::fromUtf8(selector.data(), qsizetype(selector.size()))));
 }
 
 int BuscarIdPorTexto(Sesion &s, std::string_view selector, std::string_view table,
@@ -144,9 +146,11 @@ void FiltrarApostrofe(Sesion &s, int &key)
 void store::logError(Sesion &s, int number, const QString &description, const QString &source)
 {
     try {
-        s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",
-                           number, s.morvane->trimmed("errores", "des", description), s.reloj.hoy,
-                           s.morvane->trimmed("errores", "fuente", source));
+        attempt(s, [&] {
+            s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",
+                               number, s.morvane->trimmed("errores", "des", description),
+                               s.reloj.hoy, s.morvane->trimmed("errores", "fuente", source));
+        });
     } catch (const StoreError &) {
         // The log lies on the same disk as what failed; the user is told all the same.
     }

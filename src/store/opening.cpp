@@ -28,7 +28,7 @@ void openLists(Sesion &s)
     l.cldepartamento = s.clientes->OpenList("select * from CLDepartamento order by nom");
     l.clientes = s.clientes->OpenList("select * from Clientes order by idc", "idc");
     l.mascotas = s.clientes->OpenList("select * from Mascotas order by idm", "idm");
-    l.artplan = s.clientes->OpenList("select * from artplan");
+    l.artplan = s.clientes->OpenList("select * from artplan", "idm");
 }
 
 std::unique_ptr<Base> openBase(Sesion &s, const QString &base)

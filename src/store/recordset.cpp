@@ -1,5 +1,7 @@
 #include "store/recordset.h"
 
+#include "store/batch.h"
+#include "store/column_value.h"
 #include "store/database_internal.h"
 #include "store/jet/text.h"
 
@@ -12,7 +14,7 @@ using namespace store;
 namespace
 {
 
-// A cell as the engine gave it; text lies in the recordset's own store.
+// A cell as the engine gave it; text lies beside the cells.
 struct Cell {
     union {
         qint64 whole;
@@ -73,227 +75,100 @@ bool looksLikeNumber(const QString &s)
     });
 }
 
-Value asColumnType(const Value &v, ColumnType type)
-{
-    if (v.isNull())
-        return type == ColumnType::YesNo ? Value(false) : v;
-    switch (type) {
-    case ColumnType::Currency:
-        return v.toMoneda();
-    case ColumnType::YesNo:
-        return v.toBool();
-    case ColumnType::Counter:
-    case ColumnType::Byte:
-    case ColumnType::Smallint:
-    case ColumnType::Long:
-        return v.toLong();
-    case ColumnType::Single:
-    case ColumnType::Double:
-        return v.toDouble();
-    case ColumnType::Date:
-        if (v.is<QString>())
-            return v.toDate();
-        return v;
-    case ColumnType::Time:
-        return v.toTime();
-    case ColumnType::Text:
-    case ColumnType::Memo:
-        return v.toText();
-    case ColumnType::None:
-        return v;
-    }
-    return v;
-}
-
 std::string quoted(std::string_view n) { return '"' + std::string(n) + '"'; }
 
-} // namespace
-
-struct Recordset::Data {
-    Base::Internals *base = nullptr;
-    std::string sql;
-    std::vector<Value> values;
-    bool updatable = false;
-    bool list = false; // re-read when its tables were written
-    bool open = true;
-    bool loaded = false;
-
-    std::vector<jet::OutputColumn> columns;
-    std::vector<jet::RowsSource> fuentes;
-    std::vector<int *> reads;
-
-    std::vector<Cell> cells; // row by row
+// HeldRows in memory, cell by cell, with the keys of the tables that each comes from.
+struct HeldRows {
+    std::vector<Cell> cells;
     std::string texts;
-    std::vector<qint64> keys;      // row by row, one for each source
-    std::vector<char> deletedRows; // empty while no row was deleted here
+    std::vector<qint64> keys;
     int rows = 0;
-    int liveRows = 0;
-    int current = 0;
-    bool withoutRow = false; // after Delete
-    bool noMatch = false;
+    size_t width = 0;
+    size_t fuentes = 0;
+    qint64 seen = -1; // what had been written when they were read
 
-    qint64 writesSeen = 0;
-
-    // A list with a key answers its first look-ups by queries for one row, which is then the only
-    // row held: reading a full list costs as much as some ten thousand of them.
-    int keyColumn = -1;
-    std::string oneSql;
-    bool singleOne = false;
-    int queries = 0;
-    static constexpr int QueriesBeforeReading = 5000;
-
-    enum class Mode { Reading, Editing, Addition } mode = Mode::Reading;
-    std::vector<std::pair<int, Value>> puts;
-
-    std::unordered_map<int, Index> indices;
-    ByText<std::shared_ptr<const jet::Criterion>> criteria;
-
-    int widthOf() const { return int(columns.size()); }
-
-    qint64 writeCount() const
+    void take(const Statement &st, std::span<const jet::RowsSource> sources)
     {
-        qint64 n = base->foreign + base->motor.rollbackCount();
-        for (const int *e : reads)
-            n += *e;
-        return n;
+        const size_t first = cells.size();
+        cells.resize(first + width);
+        for (size_t i = 0; i < width; ++i)
+            set(cells[first + i], st, int(i));
+        // A row that an outer join left empty has no key.
+        for (const jet::RowsSource &f : sources)
+            keys.push_back(st.kindOf(f.keyColumn) == Statement::Kind::Null ? -1
+                                                                           : st.whole(f.keyColumn));
+        ++rows;
     }
 
-    // Whether the rows held, if any, are still those of the tables.
-    bool isCurrent()
+    void set(Cell &cell, const Statement &st, int i)
     {
-        if (!open)
-            throw StoreError(ErrorNumber::NoCurrentRecord,
-                             QStringLiteral("The recordset is closed"));
-        if (!list || mode != Mode::Reading)
-            return true;
-        base->lookForForeignWrites();
-        return writesSeen == writeCount();
+        cell.kind = st.kindOf(i);
+        switch (cell.kind) {
+        case Statement::Kind::Whole:
+            cell.whole = st.whole(i);
+            break;
+        case Statement::Kind::Floating:
+            cell.floating = st.Floating(i);
+            break;
+        case Statement::Kind::Text:
+            keep(cell, st.text(i));
+            break;
+        case Statement::Kind::Null:
+            break;
+        }
     }
 
-    void refresh()
+    bool holds(const Cell &cell, const Statement &st, int i) const
     {
-        if (!isCurrent() || !loaded)
-            readRows();
-    }
-
-    void readRows()
-    {
-        const qint64 key = currentKey();
-        load(sql, values, false);
-        goBackTo(key);
-        queries = 0;
-        loaded = true;
-    }
-
-    // Puts the one row with this key in the place of all others. @return false when there is none
-    bool readOne(const Value &value)
-    {
-        if (!load(oneSql, std::span(&value, 1), true))
+        if (cell.kind != st.kindOf(i))
             return false;
-        singleOne = true;
-        current = 0;
+        switch (cell.kind) {
+        case Statement::Kind::Whole:
+            return cell.whole == st.whole(i);
+        case Statement::Kind::Floating:
+            return cell.floating == st.Floating(i);
+        case Statement::Kind::Text:
+            return text(cell) == st.text(i);
+        case Statement::Kind::Null:
+            break;
+        }
         return true;
     }
 
-    // Takes the rows of a query into memory. @param keep what is held when it has none
-    // @return whether there was a row
-    bool load(std::string_view query, std::span<const Value> dados, bool keep)
-    {
-        Compiled &c =
-            base->compile(query, updatable ? base->withKeys : base->withoutKeys, updatable);
-        base->bind(c, dados);
-        Statement &st = *c.statement;
-        const int width = widthOf();
-        try {
-            bool hay = st.step();
-            if (!hay && keep) {
-                st.reset();
-                return false;
-            }
-            writesSeen = list ? writeCount() : 0;
-            loaded = singleOne = false;
-            cells.clear();
-            texts.clear();
-            keys.clear();
-            deletedRows.clear();
-            indices.clear();
-            rows = 0;
-            for (; hay; hay = st.step()) {
-                const size_t base0 = cells.size();
-                cells.resize(base0 + size_t(width));
-                for (int i = 0; i < width; ++i) {
-                    Cell &cell = cells[base0 + size_t(i)];
-                    cell.kind = st.kindOf(i);
-                    switch (cell.kind) {
-                    case Statement::Kind::Whole:
-                        cell.whole = st.whole(i);
-                        break;
-                    case Statement::Kind::Floating:
-                        cell.floating = st.Floating(i);
-                        break;
-                    case Statement::Kind::Text:
-                        save(cell, st.text(i));
-                        break;
-                    case Statement::Kind::Null:
-                        break;
-                    }
-                }
-                // A row that an outer join left empty has no key.
-                for (const jet::RowsSource &f : fuentes)
-                    keys.push_back(st.kindOf(f.keyColumn) == Statement::Kind::Null
-                                       ? -1
-                                       : st.whole(f.keyColumn));
-                ++rows;
-            }
-        } catch (...) {
-            st.reset();
-            throw;
-        }
-        st.reset();
-        liveRows = rows;
-        withoutRow = false;
-        return rows > 0;
-    }
-
-    // Key of the row that the position stands on; -1 when it has none to be found again by.
-    qint64 currentKey() const
-    {
-        return fuentes.size() != 1 || isOutOfRange() || withoutRow ? -1 : keys[size_t(current)];
-    }
-
-    // Others may have added or deleted rows above: the position stays on its row, not its number.
-    void goBackTo(qint64 key)
-    {
-        current = std::min(current, rows);
-        if (key == -1 || currentKey() == key)
-            return;
-        const auto i = std::ranges::find(keys, key);
-        withoutRow = i == keys.end();
-        if (!withoutRow)
-            current = int(i - keys.begin());
-    }
-
-    void save(Cell &cell, std::string_view text)
+    void keep(Cell &cell, std::string_view textual)
     {
         cell.kind = Statement::Kind::Text;
         cell.position = texts.size();
-        cell.length = quint32(text.size());
-        texts.append(text);
+        cell.length = quint32(textual.size());
+        texts.append(textual);
     }
 
-    Value read(int row, int column) const
+    std::string_view text(const Cell &c) const
     {
-        const Cell &c = cells[size_t(row) * columns.size() + size_t(column)];
-        const bool text = c.kind == Statement::Kind::Text;
-        return cellValue(
-            c.kind, text ? 0 : c.whole, c.kind == Statement::Kind::Floating ? c.floating : 0.0,
-            text ? std::string_view(texts).substr(c.position, c.length) : std::string_view(),
-            columns[size_t(column)].type);
+        return std::string_view(texts).substr(c.position, c.length);
+    }
+
+    const Cell &at(int row, int column) const
+    {
+        return cells[size_t(row) * width + size_t(column)];
+    }
+    Cell &at(int row, int column) { return cells[size_t(row) * width + size_t(column)]; }
+
+    qint64 keyName(int row, size_t source) const { return keys[size_t(row) * fuentes + source]; }
+
+    // Tipo::Ninguno gives the cell as the table holds it.
+    Value read(int row, int column, ColumnType type) const
+    {
+        const Cell &c = at(row, column);
+        const bool textual = c.kind == Statement::Kind::Text;
+        return cellValue(c.kind, textual ? 0 : c.whole,
+                         c.kind == Statement::Kind::Floating ? c.floating : 0.0,
+                         textual ? text(c) : std::string_view(), type);
     }
 
     void write(int row, int column, const Value &v)
     {
-        Cell &c = cells[size_t(row) * columns.size() + size_t(column)];
+        Cell &c = at(row, column);
         if (v.isNull()) {
             c.kind = Statement::Kind::Null;
         } else if (const auto *n = v.is<qint64>()) {
@@ -306,53 +181,435 @@ struct Recordset::Data {
             c.kind = Statement::Kind::Floating;
             c.floating = v.toDouble();
         } else {
-            save(c, v.toText().toStdString());
+            keep(c, v.toText().toStdString());
         }
-        indices.erase(column);
+    }
+};
+
+// A statement is made ready again whatever happens while its rows are taken.
+struct Resetting {
+    Statement &statement;
+    ~Resetting() { statement.reset(); }
+};
+
+[[noreturn]] void noRow(const QString &why = QStringLiteral("No current record"))
+{
+    throw StoreError(ErrorNumber::NoCurrentRecord, why);
+}
+
+} // namespace
+
+struct Recordset::Data {
+    std::shared_ptr<Base::Internals> base;
+    std::string sql;
+    std::vector<Value> bound;
+    int maxRows = 0;
+    bool updatable = false;
+    bool list = false; // re-read when its tables were written
+    bool open = true;
+    bool loaded = false;
+
+    std::vector<jet::OutputColumn> outputs;
+    std::vector<jet::RowsSource> fuentes;
+    std::vector<TableMarks *> marks; // of the sources
+    std::vector<TableMarks *> reads; // of all tables that are read
+    qint64 definitionsSeen = 0;
+
+    // How the row of a source is read by its key, and where its cells belong.
+    struct RowQuery {
+        std::string sql;
+        std::vector<int> columns;
+    };
+    std::vector<RowQuery> rowQueries;
+
+    HeldRows rows;
+    std::vector<char> deletedRows; // empty while no row was deleted here
+    int liveRows = 0;
+    int position = 0;
+    bool withoutRow = false; // after Delete
+    bool between = false;    // the row is gone: the position is behind `position`, before the next
+    bool noMatch = false;
+    qint64 added = 0;
+    // HeldRows written here, with the number of writes taken back until then: a row whose write was
+    // taken back is read again.
+    std::unordered_map<int, qint64> written;
+
+    // A list with a key answers its first look-ups by queries for one row: reading a full
+    // list costs as much as some ten thousand of them. The row that the position stands on is held
+    // in `lookedUpRow` then, and what lookUp has found in `found`.
+    std::string keyName;
+    int keyColumn = -1;
+    std::string oneSql;
+    HeldRows lookedUpRow;
+    HeldRows found;
+    bool singleOne = false;
+    int queries = 0;
+    static constexpr int QueriesBeforeReading = 5000;
+
+    // A walk that only goes forward has a statement of its own and holds its row in `lookedUpRow`.
+    Statement *walk = nullptr;
+
+    enum class Mode { Reading, Editing, Addition } mode = Mode::Reading;
+    struct PutValue {
+        int column = 0;
+        Value value;
+        Value before; // as the table held it when Edit read the row
+    };
+    std::vector<PutValue> puts;
+
+    std::unordered_map<int, Index> indices;
+    ByText<std::shared_ptr<const jet::Criterion>> criteria;
+
+    ~Data() { endWalk(); }
+
+    void endWalk()
+    {
+        if (walk && !base->closed)
+            base->walks.remove_if([this](const auto &w) { return w.get() == walk; });
+        walk = nullptr;
     }
 
-    bool deleted(int row) const { return !deletedRows.empty() && deletedRows[size_t(row)]; }
-    bool isOutOfRange() const { return current < 0 || current >= rows; }
+    // --- What the statement gives ---
+
+    void compile()
+    {
+        const Compiled &c = base->query(sql, updatable);
+        std::vector<std::string> names;
+        for (const PutValue &p : puts)
+            names.push_back(outputs[size_t(p.column)].name);
+        outputs = c.translation.columns;
+        fuentes = c.translation.fuentes;
+        reads = c.reads;
+        definitionsSeen = definitions();
+        criteria.clear();
+        indices.clear();
+        lookedUpRow = found = HeldRows();
+        marks.clear();
+        rowQueries.clear();
+        for (const jet::RowsSource &f : fuentes)
+            addSource(f);
+        if (!keyName.empty()) {
+            keyColumn = existing(keyName);
+            oneSql =
+                "select top 1 * from [" + fuentes.front().table + "] where [" + keyName + "] = ?";
+        }
+        loaded = singleOne = false;
+        try {
+            for (size_t i = 0; i < names.size(); ++i)
+                puts[i].column = existing(names[i]);
+        } catch (...) {
+            puts.clear();
+            mode = Mode::Reading;
+            throw;
+        }
+    }
+
+    void addSource(const jet::RowsSource &f)
+    {
+        marks.push_back(base->writesOf(f.table));
+        RowQuery q;
+        for (size_t i = 0; i < outputs.size(); ++i) {
+            if (outputs[i].column.empty() || !sameName(outputs[i].table, f.alias))
+                continue;
+            q.sql += (q.columns.empty() ? "SELECT " : ", ") + quoted(outputs[i].column);
+            q.columns.push_back(int(i));
+        }
+        if (q.columns.empty())
+            q.sql = "SELECT 1";
+        q.sql += " FROM " + tableOf(f) + whereKey(f);
+        rowQueries.push_back(std::move(q));
+    }
+
+    std::string tableOf(const jet::RowsSource &f) const
+    {
+        return quoted(base->schema) + '.' + quoted(f.table);
+    }
+    std::string whereKey(const jet::RowsSource &f) const
+    {
+        return " WHERE " + quoted(base->catalogue.find(f.table)->key) + " = ?";
+    }
+
+    qint64 definitions() const
+    {
+        qint64 n = base->foreignDefinitions;
+        for (const TableMarks *m : reads)
+            n += m->definitions;
+        return n;
+    }
+
+    void requireOpen() const
+    {
+        if (!open)
+            noRow(QStringLiteral("The recordset is closed"));
+        if (base->closed)
+            noRow(QStringLiteral("The database was closed"));
+    }
+
+    // Nothing is done by what a table was before it was defined anew.
+    void checkDefinition()
+    {
+        requireOpen();
+        if (definitions() == definitionsSeen || walk)
+            return;
+        const qint64 clave1 = currentKey();
+        const bool held1 = loaded || singleOne;
+        compile();
+        if (held1)
+            readRows(clave1);
+    }
+
+    // --- HeldRows ---
+
+    qint64 writeCount() const
+    {
+        qint64 n = base->foreign + base->motor.rollbackCount();
+        for (const TableMarks *m : reads)
+            n += m->writes;
+        return n;
+    }
+
+    const HeldRows &held() const { return singleOne || walk ? lookedUpRow : rows; }
+    HeldRows &held() { return singleOne || walk ? lookedUpRow : rows; }
+    int rowCount() const { return held().rows; }
+
+    // Whether the rows held, if any, are still those of the tables. An edit keeps the rows it began
+    // on.
+    bool isCurrent(const HeldRows &which)
+    {
+        requireOpen();
+        if (!list || mode != Mode::Reading)
+            return true;
+        base->lookForForeignWrites();
+        return which.seen == writeCount();
+    }
+
+    bool isUpToDate() { return loaded && isCurrent(rows); }
+
+    void refresh()
+    {
+        checkDefinition();
+        if (walk)
+            throw StoreError(ErrorNumber::Internals,
+                             QStringLiteral("The recordset only goes forward"));
+        if (!isUpToDate())
+            readRows(currentKey());
+    }
+
+    void readRows(qint64 key)
+    {
+        const std::vector<qint64> before = held().keys;
+        HeldRows fresh;
+        load(fresh, sql, bound);
+        rows = std::move(fresh);
+        singleOne = false;
+        loaded = true;
+        queries = 0;
+        deletedRows.clear();
+        indices.clear();
+        written.clear();
+        liveRows = rows.rows;
+        goBackTo(key, before);
+    }
+
+    // Takes the rows of a query into memory.
+    void load(HeldRows &into, std::string_view query, std::span<const Value> dados)
+    {
+        Compiled &c = base->query(query, updatable);
+        base->bind(c.translation, *c.statement, dados);
+        const Resetting statement{*c.statement};
+        into.width = outputs.size();
+        into.fuentes = fuentes.size();
+        bool any = c.statement->step();
+        into.seen = writeCount();
+        for (; any; any = c.statement->step()) {
+            if (maxRows > 0 && into.rows == maxRows)
+                throw StoreError(ErrorNumber::OutOfMemory,
+                                 QStringLiteral("The query gives more than %1 rows").arg(maxRows));
+            into.take(*c.statement, fuentes);
+        }
+    }
+
+    // Takes the first row of a list that has this key. @return false when there is none
+    bool loadOne(HeldRows &into, const Value &value)
+    {
+        HeldRows fresh;
+        load(fresh, oneSql, std::span(&value, 1));
+        if (fresh.rows == 0)
+            return false;
+        into = std::move(fresh);
+        return true;
+    }
+
+    // Key of the row that the position stands on; -1 when it has none to be found again by.
+    qint64 currentKey() const
+    {
+        const HeldRows &r = held();
+        return r.fuentes != 1 || isOutOfRange() || withoutRow ? -1 : r.keys[size_t(position)];
+    }
+
+    // Others may have added or deleted rows: the position stays on its row, not its number, and
+    // where that one is gone, before the first of those behind it that is still there.
+    void goBackTo(qint64 key, const std::vector<qint64> &before)
+    {
+        const size_t was = size_t(std::max(position, 0));
+        position = std::min(position, rows.rows);
+        withoutRow = between = false;
+        if (key == -1 || currentKey() == key)
+            return;
+        std::unordered_map<qint64, int> places;
+        for (int i = rows.rows - 1; i >= 0; --i)
+            places[rows.keys[size_t(i)]] = i;
+        if (const auto i = places.find(key); i != places.end()) {
+            position = i->second;
+            return;
+        }
+        int next = rows.rows;
+        for (size_t i = was + 1; i < before.size() && next == rows.rows; ++i)
+            if (const auto place = places.find(before[i]); place != places.end())
+                next = place->second;
+        position = next - 1;
+        withoutRow = between = true;
+    }
+
+    // Reads the cells of a row again, by its keys. @return false when it is gone
+    bool refresh(HeldRows &r, int row)
+    {
+        for (size_t f = 0; f < fuentes.size(); ++f) {
+            if (r.keyName(row, f) == -1)
+                continue;
+            Statement &st = base->directStatement(rowQueries[f].sql);
+            const Resetting statement{st};
+            st.bind(0, r.keyName(row, f));
+            if (!st.step())
+                return false;
+            const std::vector<int> &columns = rowQueries[f].columns;
+            for (size_t i = 0; i < columns.size(); ++i) {
+                Cell &cell = r.at(row, columns[i]);
+                if (r.holds(cell, st, int(i)))
+                    continue;
+                r.set(cell, st, int(i));
+                indices.erase(columns[i]);
+            }
+        }
+        return true;
+    }
+
+    Value read(int row, int index) const
+    {
+        return held().read(row, index, outputs[size_t(index)].type);
+    }
+
+    bool deleted(int row) const
+    {
+        return !deletedRows.empty() && size_t(row) < deletedRows.size() && deletedRows[size_t(row)];
+    }
+    bool isOutOfRange() const { return position < 0 || position >= rowCount(); }
 
     void requireRow()
     {
-        if (!singleOne || (!isCurrent() && !readOne(read(0, keyColumn))))
+        checkDefinition();
+        if (walk) {
+            if (lookedUpRow.rows == 0)
+                noRow();
+            return;
+        }
+        if (!singleOne)
             refresh();
+        else if (!isCurrent(lookedUpRow) && !refreshOne())
+            readRows(currentKey());
         if (isOutOfRange() || withoutRow)
-            throw StoreError(ErrorNumber::NoCurrentRecord, QStringLiteral("No current record"));
+            noRow();
+        if (written.empty())
+            return;
+        const auto w = written.find(position);
+        if (w == written.end() || w->second == base->motor.rollbackCount())
+            return;
+        written.erase(w);
+        if (!refresh(rows, position))
+            noRow();
     }
 
+    bool refreshOne()
+    {
+        const qint64 now = writeCount();
+        if (!refresh(lookedUpRow, 0))
+            return false;
+        lookedUpRow.seen = now;
+        return true;
+    }
+
+    void step()
+    {
+        lookedUpRow.cells.clear();
+        lookedUpRow.texts.clear();
+        lookedUpRow.rows = 0;
+        if (walk && walk->step()) {
+            lookedUpRow.take(*walk, {});
+        } else {
+            walk->reset(); // nothing is held up any longer
+            ended = true;
+        }
+    }
+    bool ended = false; // of a walk
+
+    // -1 when there is no such column.
     int Column(std::string_view field) const
     {
-        for (size_t i = 0; i < columns.size(); ++i)
-            if (sameName(columns[i].name, field))
+        for (size_t i = 0; i < outputs.size(); ++i)
+            if (sameName(outputs[i].name, field))
                 return int(i);
         // "mascotas.nom", where both sides of a join have the name
         if (const size_t point = field.rfind('.'); point != std::string_view::npos)
-            for (size_t i = 0; i < columns.size(); ++i)
-                if (sameName(columns[i].name, field.substr(point + 1))
-                    && sameName(columns[i].table, field.substr(0, point)))
+            for (size_t i = 0; i < outputs.size(); ++i)
+                if (sameName(outputs[i].name, field.substr(point + 1))
+                    && sameName(outputs[i].table, field.substr(0, point)))
                     return int(i);
         return -1;
     }
 
+    int existing(std::string_view field) const
+    {
+        const int c = Column(field);
+        if (c < 0)
+            throw StoreError(ErrorNumber::NotInCollection,
+                             QStringLiteral("Item not found in this collection: ")
+                                 + QString::fromUtf8(field.data(), qsizetype(field.size())));
+        return c;
+    }
+
+    int existing(int index) const
+    {
+        if (index < 0 || index >= int(outputs.size()))
+            throw StoreError(ErrorNumber::NotInCollection,
+                             QStringLiteral("No column number %1").arg(index));
+        return index;
+    }
+
     // --- FindFirst ---
 
-    const Index &indexOf(int column)
+    const jet::Criterion &criterion(std::string_view text)
     {
-        if (const auto i = indices.find(column); i != indices.end())
+        auto i = criteria.find(text);
+        if (i == criteria.end())
+            i = criteria.emplace(std::string(text), jet::Criterion::compile(text, outputs)).first;
+        return *i->second;
+    }
+
+    const Index &indexOf(int field)
+    {
+        if (const auto i = indices.find(field); i != indices.end())
             return i->second;
-        Index &index = indices[column];
-        const ColumnType type = columns[size_t(column)].type;
-        for (int f = rows - 1; f >= 0; --f) { // the first row with a value wins
-            const Cell &c = cells[size_t(f) * columns.size() + size_t(column)];
+        Index &index = indices[field];
+        const ColumnType type = outputs[size_t(field)].type;
+        for (int f = rows.rows - 1; f >= 0; --f) { // the first row with a value wins
+            const Cell &c = rows.at(f, field);
             if (c.kind == Statement::Kind::Null || deleted(f))
                 continue;
             if (isText(type)) {
-                index.texts[jet::fold(read(f, column).toText().toStdString())] = f;
+                index.texts[jet::fold(rows.read(f, field, type).toText().toStdString())] = f;
                 continue;
             }
-            const qint64 n = read(f, column).toLong();
+            const qint64 n = rows.read(f, field, type).toLong();
             if (n >= 0 && n < Index::HighestDense) {
                 if (index.dense.size() <= size_t(n))
                     index.dense.resize(size_t(n) + 1, -1);
@@ -364,11 +621,11 @@ struct Recordset::Data {
         return index;
     }
 
-    std::optional<int> byIndex(int column, const Value &value)
+    std::optional<int> byIndex(int field, const Value &value)
     {
-        const ColumnType type = columns[size_t(column)].type;
+        const ColumnType type = outputs[size_t(field)].type;
         if (isWholeNumber(type) && value.is<qint64>()) {
-            const Index &index = indexOf(column);
+            const Index &index = indexOf(field);
             const qint64 n = *value.is<qint64>();
             if (n >= 0 && n < Index::HighestDense)
                 return n < qint64(index.dense.size()) ? index.dense[size_t(n)] : -1;
@@ -376,38 +633,78 @@ struct Recordset::Data {
             return i == index.whole.end() ? -1 : i->second;
         }
         if (isText(type) && value.is<QString>()) {
-            const Index &index = indexOf(column);
+            const Index &index = indexOf(field);
             const auto i = index.texts.find(jet::fold(value.toText().toStdString()));
             return i == index.texts.end() ? -1 : i->second;
         }
         return std::nullopt;
     }
 
-    // A look-up by key while the rows were not read: whether there is such a row, or nullopt when
-    // the list is to be read.
-    std::optional<bool> locateOne(const jet::Criterion &criterion, std::span<const Value> dados)
+    // The value of the key when that is what is looked for, and asking for one row is still
+    // worth it.
+    std::optional<Value> askedKey(const jet::Criterion &criterion,
+                                  std::span<const Value> dados) const
     {
         if (keyColumn < 0 || mode != Mode::Reading)
             return std::nullopt;
         const auto equal = criterion.asEquality(dados);
         if (!equal || equal->column != keyColumn || !equal->value.is<qint64>())
             return std::nullopt;
-        if (singleOne && isCurrent() && read(0, keyColumn) == equal->value)
+        return equal->value;
+    }
+
+    bool isKeyOf(const HeldRows &r, const Value &key)
+    {
+        return r.rows > 0 && isCurrent(r)
+               && r.read(0, keyColumn, outputs[size_t(keyColumn)].type) == key;
+    }
+
+    // A look-up by key while the rows were not read: whether there is such a row, or nullopt when
+    // the list is to be read.
+    std::optional<bool> locateOne(const jet::Criterion &criterion, std::span<const Value> dados)
+    {
+        const auto key = askedKey(criterion, dados);
+        if (!key)
+            return std::nullopt;
+        if (singleOne && isKeyOf(lookedUpRow, *key))
             return true;
         if (queries == QueriesBeforeReading)
             return std::nullopt;
         ++queries;
-        return readOne(equal->value);
+        if (!loadOne(lookedUpRow, *key))
+            return false;
+        singleOne = true;
+        loaded = false;
+        written.clear();
+        position = 0;
+        return true;
     }
 
-    int locate(const jet::Criterion &criterion, std::span<const Value> dados)
+    // The same for lookUp: the row found, nullptr when there is none.
+    std::optional<const HeldRows *> foundOne(const jet::Criterion &criterion, const Value &value)
     {
+        const auto key = askedKey(criterion, std::span(&value, 1));
+        if (!key)
+            return std::nullopt;
+        for (const HeldRows *r : {&found, &lookedUpRow})
+            if ((r == &found || singleOne) && isKeyOf(*r, *key))
+                return r;
+        if (queries == QueriesBeforeReading)
+            return std::nullopt;
+        ++queries;
+        return loadOne(found, *key) ? &found : nullptr;
+    }
+
+    int locate(const jet::Criterion &criterion, std::span<const Value> given)
+    {
+        std::vector<Value> room;
+        const std::span<const Value> dados = criterion.prepare(given, room);
         if (const auto equal = criterion.asEquality(dados))
             if (const auto row = byIndex(equal->column, equal->value))
                 return *row;
         int f = 0;
         const std::function<Value(int)> cell = [this, &f](int c) { return read(f, c); };
-        for (; f < rows; ++f)
+        for (; f < rows.rows; ++f)
             if (!deleted(f) && criterion.meets(cell, dados, base->reloj.hoy))
                 return f;
         return -1;
@@ -415,85 +712,157 @@ struct Recordset::Data {
 
     // --- Writing back ---
 
-    int sourceOf(int column) const
+    size_t sourceOf(int index) const
     {
-        const jet::OutputColumn &c = columns[size_t(column)];
+        const jet::OutputColumn &c = outputs[size_t(index)];
         for (size_t i = 0; i < fuentes.size(); ++i)
             if (!c.column.empty() && sameName(fuentes[i].alias, c.table))
-                return int(i);
+                return i;
         throw StoreError(ErrorNumber::NotInCollection,
                          QStringLiteral("The field cannot be written: ")
                              + QString::fromStdString(c.name));
     }
 
     // The engine would take such a memo for a number; as bytes it is left alone.
-    std::string mark(int column, const Value &v) const
+    std::string mark(int index, const Value &v) const
     {
         const auto *s = v.is<QString>();
-        return columns[size_t(column)].type == ColumnType::Memo && s && looksLikeNumber(*s)
+        return outputs[size_t(index)].type == ColumnType::Memo && s && looksLikeNumber(*s)
                    ? "CAST(? AS BLOB)"
                    : "?";
     }
 
+    // That a column still holds what Edit has read.
+    std::string unchanged(int column) const
+    {
+        const jet::OutputColumn &c = outputs[size_t(column)];
+        const std::string name = quoted(c.column);
+        return (c.type == ColumnType::Memo ? "CAST(" + name + " AS TEXT)" : name) + " IS ?";
+    }
+
     void writeEdit()
     {
-        for (size_t f = 0; f < fuentes.size(); ++f) {
-            std::string changes;
-            std::vector<const Value *> dados;
-            for (const auto &[column, value] : puts) {
-                if (sourceOf(column) != int(f) || read(current, column) == value)
-                    continue;
-                changes += (changes.empty() ? "" : ", ") + quoted(columns[size_t(column)].column)
-                           + " = " + mark(column, value);
-                dados.push_back(&value);
-            }
-            if (changes.empty())
-                continue;
-            Statement &st = base->directStatement("UPDATE " + quoted(base->schema) + '.'
-                                                  + quoted(fuentes[f].table) + " SET " + changes
-                                                  + " WHERE rowid = ?");
-            int n = 0;
-            for (const Value *v : dados)
-                st.bind(n++, *v);
-            st.bind(n, keys[size_t(current) * fuentes.size() + f]);
-            st.step();
-            st.reset();
-            if (base->motor.changedRows() == 0)
-                throw StoreError(ErrorNumber::NoCurrentRecord,
-                                 QStringLiteral("The record was deleted meanwhile"));
-            count(f);
+        std::vector<std::vector<const PutValue *>> bySource(fuentes.size());
+        for (const PutValue &p : puts)
+            bySource[sourceOf(p.column)].push_back(&p);
+        std::optional<Lote> all;
+        if (std::ranges::count_if(bySource, [](const auto &p) { return !p.empty(); }) > 1)
+            all.emplace(base->motor);
+        for (size_t f = 0; f < bySource.size(); ++f)
+            if (!bySource[f].empty())
+                writeSource(f, bySource[f]);
+        if (all)
+            all->commit();
+        for (const PutValue &p : puts) {
+            held().write(position, p.column, p.value);
+            indices.erase(p.column);
         }
-        for (const auto &[column, value] : puts)
-            write(current, column, value);
+        if (!list)
+            written[position] = base->motor.rollbackCount();
+    }
+
+    void writeSource(size_t f, const std::vector<const PutValue *> &put)
+    {
+        const qint64 key = held().keyName(position, f);
+        const std::string where = whereKey(fuentes[f]);
+        std::string changes, guards;
+        std::vector<const Value *> values;
+        for (const PutValue *p : put) {
+            guards += " AND " + unchanged(p->column);
+            if (read(position, p->column) == p->value)
+                continue;
+            changes += (changes.empty() ? "" : ", ") + quoted(outputs[size_t(p->column)].column)
+                       + " = " + mark(p->column, p->value);
+            values.push_back(&p->value);
+        }
+        Statement &st = base->directStatement(
+            changes.empty() ? "SELECT 1 FROM " + tableOf(fuentes[f]) + where + guards
+                            : "UPDATE " + tableOf(fuentes[f]) + " SET " + changes + where + guards);
+        const Resetting statement{st};
+        int n = 0;
+        for (const Value *v : values)
+            st.bind(n++, *v);
+        st.bind(n++, key);
+        for (const PutValue *p : put)
+            st.bind(n++, p->before);
+        const bool row = st.step();
+        if (changes.empty() ? !row : base->motor.changedRows() == 0)
+            failChanged(f, put);
+        if (!changes.empty())
+            count(f);
+    }
+
+    [[noreturn]] void failChanged(size_t f, const std::vector<const PutValue *> &put)
+    {
+        std::string sql1 = "SELECT ";
+        for (const PutValue *p : put)
+            sql1 += (p == put.front() ? "" : ", ") + unchanged(p->column);
+        Statement &st =
+            base->directStatement(sql1 + " FROM " + tableOf(fuentes[f]) + whereKey(fuentes[f]));
+        const Resetting statement{st};
+        int n = 0;
+        for (const PutValue *p : put)
+            st.bind(n++, p->before);
+        st.bind(n, held().keyName(position, f));
+        if (!st.step())
+            noRow(QStringLiteral("The record was deleted meanwhile"));
+        n = 0;
+        while (n + 1 < int(put.size()) && st.whole(n) != 0)
+            ++n;
+        throw StoreError(
+            ErrorNumber::Conflict,
+            QStringLiteral("\"%1\" was changed by another terminal meanwhile")
+                .arg(QString::fromStdString(outputs[size_t(put[size_t(n)]->column)].name)));
     }
 
     // Own writes are in the rows already; they are no reason to read everything again.
     void count(size_t source)
     {
-        const bool own = list && writesSeen == writeCount();
-        ++*reads[source];
+        const bool own = list && held().seen == writeCount();
+        ++marks[source]->writes;
         if (own)
-            writesSeen = writeCount();
+            held().seen = writeCount();
     }
 
     void writeEntry()
     {
-        std::string names, marks;
-        for (const auto &[column, value] : puts) {
-            sourceOf(column);
-            names += (names.empty() ? "" : ", ") + quoted(columns[size_t(column)].column);
-            marks += (marks.empty() ? "" : ", ") + mark(column, value);
+        std::string names, marcadores;
+        for (const PutValue &p : puts) {
+            sourceOf(p.column);
+            names += (names.empty() ? "" : ", ") + quoted(outputs[size_t(p.column)].column);
+            marcadores += (marcadores.empty() ? "" : ", ") + mark(p.column, p.value);
         }
         Statement &st = base->directStatement(
-            "INSERT INTO " + quoted(base->schema) + '.' + quoted(fuentes.front().table)
-            + (puts.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marks + ')'));
-        int n = 0;
-        for (const auto &[column, value] : puts)
-            st.bind(n++, value);
-        st.step();
-        st.reset();
-        ++*reads.front();
-        loaded = false; // defaults and numbers that the engine gave are read with the rows
+            "INSERT INTO " + tableOf(fuentes.front())
+            + (puts.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marcadores + ')'));
+        {
+            const Resetting statement{st};
+            int n = 0;
+            for (const PutValue &p : puts)
+                st.bind(n++, p.value);
+            st.step();
+        }
+        added = base->motor.lastKey();
+        ++marks.front()->writes;
+        // A list finds the row's place when it is read again, which its next reader does.
+        if (!list && loaded)
+            append(added);
+    }
+
+    // Defaults and numbers that the engine gave are read with the row.
+    void append(qint64 key)
+    {
+        if (rowQueries.front().columns.size() != outputs.size()) {
+            loaded = false; // what is computed is computed by the statement
+            return;
+        }
+        rows.cells.resize(rows.cells.size() + rows.width);
+        rows.keys.push_back(key);
+        ++rows.rows;
+        ++liveRows;
+        indices.clear();
+        refresh(rows, rows.rows - 1);
+        written[rows.rows - 1] = base->motor.rollbackCount();
     }
 };
 
@@ -514,13 +883,17 @@ void Recordset::Close()
 bool Recordset::BOF() const
 {
     d->refresh();
-    return d->rows == 0 || d->current < 0;
+    return d->rowCount() == 0 || (d->position < 0 && !d->between);
 }
 
 bool Recordset::EOF_() const
 {
+    if (d->walk) {
+        d->requireOpen();
+        return d->ended;
+    }
     d->refresh();
-    return d->current >= d->rows;
+    return d->position >= d->rowCount();
 }
 
 int Recordset::RecordCount() const
@@ -532,16 +905,17 @@ int Recordset::RecordCount() const
 int Recordset::AbsolutePosition() const
 {
     d->refresh();
-    return d->isOutOfRange() ? -1 : d->current;
+    return d->isOutOfRange() || d->between ? -1 : d->position;
 }
 
 void Recordset::AbsolutePosition(int row)
 {
     d->refresh();
-    if (row < 0 || row >= d->rows)
-        throw StoreError(ErrorNumber::NoCurrentRecord, QStringLiteral("No current record"));
+    if (row < 0 || row >= d->rowCount())
+        noRow();
     CancelUpdate();
-    d->current = row;
+    d->position = row;
+    d->between = false;
     d->withoutRow = d->deleted(row);
 }
 
@@ -549,7 +923,8 @@ void Recordset::MoveFirst()
 {
     CancelUpdate();
     d->refresh();
-    d->current = -1;
+    d->between = false;
+    d->position = -1;
     MoveNext();
 }
 
@@ -557,136 +932,163 @@ void Recordset::MoveLast()
 {
     CancelUpdate();
     d->refresh();
-    d->current = d->rows;
+    d->between = false;
+    d->position = d->rowCount();
     MovePrevious();
-    if (d->rows == 0)
-        d->current = 0;
+    if (d->rowCount() == 0)
+        d->position = 0;
 }
 
 void Recordset::MoveNext()
 {
+    if (d->walk) {
+        d->requireOpen();
+        if (!d->ended)
+            d->step();
+        return;
+    }
     CancelUpdate();
     d->refresh();
-    d->withoutRow = false;
+    d->withoutRow = d->between = false;
     do
-        d->current = std::min(d->current + 1, d->rows);
-    while (d->current < d->rows && d->deleted(d->current));
+        d->position = std::min(d->position + 1, d->rowCount());
+    while (d->position < d->rowCount() && d->deleted(d->position));
 }
 
 void Recordset::MovePrevious()
 {
     CancelUpdate();
     d->refresh();
-    d->withoutRow = false;
+    d->position += d->between ? 1 : 0;
+    d->withoutRow = d->between = false;
     do
-        d->current = std::max(d->current - 1, -1);
-    while (d->current >= 0 && d->deleted(d->current));
+        d->position = std::max(d->position - 1, -1);
+    while (d->position >= 0 && d->deleted(d->position));
 }
 
 bool Recordset::NoMatch() const { return d->noMatch; }
 
-void Recordset::find(std::string_view criterion, std::span<const Value> values)
+void Recordset::find(std::string_view criterion, std::span<const Value> bound)
 {
-    auto i = d->criteria.find(criterion);
-    if (i == d->criteria.end())
-        i = d->criteria
-                .emplace(std::string(criterion), jet::Criterion::compile(criterion, d->columns))
-                .first;
-    if (!d->isCurrent() || !d->loaded) {
-        if (const auto hay = d->locateOne(*i->second, values)) {
+    d->checkDefinition();
+    const jet::Criterion &c = d->criterion(criterion);
+    if (!d->isUpToDate()) {
+        if (const auto hay = d->locateOne(c, bound)) {
             d->noMatch = !*hay;
             if (*hay)
-                d->withoutRow = false;
+                d->withoutRow = d->between = false;
             return;
         }
         d->refresh();
     }
-    const int row = d->locate(*i->second, values);
+    const int row = d->locate(c, bound);
     d->noMatch = row < 0;
     if (row >= 0) {
         CancelUpdate();
-        d->current = row;
-        d->withoutRow = false;
+        d->position = row;
+        d->withoutRow = d->between = false;
     }
 }
 
-int Recordset::Column(std::string_view field) const
+std::optional<Value> Recordset::lookUp(std::string_view criterion, const Value &value,
+                                       std::string_view field) const
 {
-    const int c = d->Column(field);
-    if (c < 0)
-        throw StoreError(ErrorNumber::NotInCollection,
-                         QStringLiteral("Item not found in this collection: ")
-                             + QString::fromUtf8(field.data(), qsizetype(field.size())));
-    return c;
+    d->checkDefinition();
+    const jet::Criterion &c = d->criterion(criterion);
+    const int column = d->existing(field);
+    const ColumnType type = d->outputs[size_t(column)].type;
+    if (!d->isUpToDate()) {
+        if (const auto found = d->foundOne(c, value))
+            return *found ? std::optional((*found)->read(0, column, type)) : std::nullopt;
+        d->refresh();
+    }
+    const int row = d->locate(c, std::span(&value, 1));
+    return row < 0 ? std::nullopt : std::optional(d->rows.read(row, column, type));
 }
 
-bool Recordset::hasColumn(std::string_view field) const { return d->Column(field) >= 0; }
-int Recordset::allColumns() const { return d->widthOf(); }
+int Recordset::Column(std::string_view field) const { return d->existing(field); }
+int Recordset::allColumns() const { return int(d->outputs.size()); }
 QString Recordset::nameOf(int c) const
 {
-    return QString::fromStdString(d->columns.at(size_t(c)).name);
+    return QString::fromStdString(d->outputs[size_t(d->existing(c))].name);
 }
-ColumnType Recordset::typeOf(int c) const { return d->columns.at(size_t(c)).type; }
+ColumnType Recordset::typeOf(int c) const { return d->outputs[size_t(d->existing(c))].type; }
 
-Value Recordset::operator[](std::string_view field) const { return (*this)[Column(field)]; }
-
-Value Recordset::operator[](int column) const
+Value Recordset::operator[](std::string_view field) const
 {
+    if (d->open)
+        d->checkDefinition();
+    return (*this)[Column(field)];
+}
+
+Value Recordset::operator[](int index) const
+{
+    d->existing(index);
     if (d->mode != Data::Mode::Reading) {
-        for (auto i = d->puts.rbegin(); i != d->puts.rend(); ++i)
-            if (i->first == column)
-                return i->second;
+        for (const Data::PutValue &p : d->puts)
+            if (p.column == index)
+                return p.value;
         if (d->mode == Data::Mode::Addition)
             return {};
     }
     d->requireRow();
-    return d->read(d->current, column);
+    return d->read(d->position, index);
 }
 
 void Recordset::Edit()
 {
     if (!d->updatable)
         throw StoreError(ErrorNumber::Internals, QStringLiteral("The recordset is read-only"));
+    CancelUpdate();
     d->requireRow();
-    d->puts.clear();
+    if (!d->refresh(d->held(), d->position))
+        noRow(QStringLiteral("The record was deleted meanwhile"));
     d->mode = Data::Mode::Editing;
 }
 
 void Recordset::AddNew()
 {
+    d->requireOpen();
     if (!d->updatable || d->fuentes.size() != 1)
         throw StoreError(ErrorNumber::Internals, QStringLiteral("No row can be added here"));
-    d->refresh();
-    d->puts.clear();
+    CancelUpdate();
+    d->checkDefinition();
     d->mode = Data::Mode::Addition;
 }
 
 void Recordset::Put(std::string_view field, const Value &value) { Put(Column(field), value); }
 
-void Recordset::Put(int column, const Value &value)
+void Recordset::Put(int index, const Value &value)
 {
     if (d->mode == Data::Mode::Reading)
         throw StoreError(ErrorNumber::Internals, QStringLiteral("Put without Edit or AddNew"));
-    Value v = asColumnType(value, d->columns.at(size_t(column)).type);
-    for (auto &[c, put] : d->puts) {
-        if (c == column) {
-            put = std::move(v);
+    const jet::OutputColumn &column = d->outputs[size_t(d->existing(index))];
+    Value v = toColumn(value, {column.name, column.type, column.width});
+    for (Data::PutValue &p : d->puts) {
+        if (p.column == index) {
+            p.value = std::move(v);
             return;
         }
     }
-    d->puts.emplace_back(column, std::move(v));
+    Value before = d->mode == Data::Mode::Editing
+                       ? d->held().read(d->position, index, ColumnType::None)
+                       : Value();
+    d->puts.push_back({index, std::move(v), std::move(before)});
 }
 
 void Recordset::Update()
 {
     if (d->mode == Data::Mode::Reading)
         throw StoreError(ErrorNumber::Internals, QStringLiteral("Update without Edit or AddNew"));
+    d->checkDefinition();
     if (d->mode == Data::Mode::Editing)
         d->writeEdit();
     else
         d->writeEntry();
     CancelUpdate();
 }
+
+qint64 Recordset::addedKey() const { return d->added; }
 
 void Recordset::CancelUpdate()
 {
@@ -700,15 +1102,15 @@ void Recordset::Delete()
         throw StoreError(ErrorNumber::Internals, QStringLiteral("No row can be deleted here"));
     d->refresh();
     d->requireRow();
+    const jet::RowsSource &source = d->fuentes.front();
     Statement &st =
-        d->base->directStatement("DELETE FROM " + quoted(d->base->schema) + '.'
-                                 + quoted(d->fuentes.front().table) + " WHERE rowid = ?");
-    st.bind(0, d->keys[size_t(d->current)]);
+        d->base->directStatement("DELETE FROM " + d->tableOf(source) + d->whereKey(source));
+    st.bind(0, d->rows.keyName(d->position, 0));
     st.step();
     st.reset();
     d->count(0);
-    d->deletedRows.resize(size_t(d->rows), 0);
-    d->deletedRows[size_t(d->current)] = 1;
+    d->deletedRows.resize(size_t(d->rows.rows), 0);
+    d->deletedRows[size_t(d->position)] = 1;
     d->indices.clear();
     --d->liveRows;
     d->withoutRow = true;
@@ -717,45 +1119,50 @@ void Recordset::Delete()
 void Recordset::Requery()
 {
     CancelUpdate();
+    d->checkDefinition();
     d->loaded = false;
     d->refresh();
 }
 
 // --- Opening, which belongs to the database ---
 
-Recordset Base::open(std::string_view sql, std::span<const Value> values, bool updatable)
+Recordset Base::open(std::string_view sql, std::span<const Value> bound, bool updatable,
+                     RowLimit limit)
 {
     auto data = std::make_unique<Recordset::Data>();
-    data->base = m_i.get();
+    data->base = m_i;
     data->sql = sql;
-    data->values.assign(values.begin(), values.end());
+    data->bound.assign(bound.begin(), bound.end());
+    data->maxRows = limit.rows;
     data->updatable = updatable;
-    const Compiled &c = m_i->compile(sql, updatable ? m_i->withKeys : m_i->withoutKeys, updatable);
-    if (c.translation.kind != jet::Translation::Query)
-        throw StoreError(ErrorNumber::Syntax, QStringLiteral("Not a query"),
-                         QString::fromUtf8(sql.data(), qsizetype(sql.size())));
-    data->columns = c.translation.columns;
-    data->fuentes = c.translation.fuentes;
-    data->reads = c.reads;
-    data->readRows();
+    data->compile();
+    data->readRows(-1);
     return Recordset(std::move(data));
 }
 
-Recordset Base::OpenList(std::string_view sql, std::string_view key)
+Recordset Base::OpenList(std::string_view sql, std::string_view keyName)
 {
     auto data = std::make_unique<Recordset::Data>();
-    data->base = m_i.get();
+    data->base = m_i;
     data->sql = sql;
     data->updatable = true;
     data->list = true;
-    const Compiled &c = m_i->compile(sql, m_i->withKeys, true);
-    data->columns = c.translation.columns;
-    data->fuentes = c.translation.fuentes;
-    data->reads = c.reads;
-    if (!key.empty()) {
-        data->keyColumn = data->Column(key);
-        data->oneSql = "select * from [" + data->fuentes.front().table + "] where ["
-                       + std::string(key) + "] = ?";
-    }
+    data->keyName = keyName;
+    data->compile();
+    return Recordset(std::move(data));
+}
+
+Recordset Base::openForwardOnly(std::string_view sql, std::span<const Value> values)
+{
+    auto data = std::make_unique<Recordset::Data>();
+    data->base = m_i;
+    data->sql = sql;
+    data->compile();
+    const jet::Translation &t = m_i->query(sql, false).translation;
+    m_i->walks.push_back(m_i->motor.prepare(t.sql));
+    data->walk = m_i->walks.back().get();
+    m_i->bind(t, *data->walk, values);
+    data->lookedUpRow.width = data->outputs.size();
+    data->step();
     return Recordset(std::move(data));
 }

@@ -5,7 +5,9 @@
 #include "store/value.h"
 
 #include <QString>
+#include <array>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 class Base;
@@ -20,11 +22,15 @@ class Base;
 ///
 /// A move gives up an edit that was not written: nothing that was put reaches another row.
 ///
-/// An updatable recordset writes back only the columns that were put and whose value changed, also
-/// through a join; a snapshot refuses Edit, AddNew and Delete.
+/// An updatable recordset knows its rows by their keys. Edit reads the row again, and Update writes
+/// the columns that were put, through a join all or none, if they still stand as Edit found them.
+/// A snapshot refuses Edit, AddNew and Delete.
+///
+/// When a table is defined anew the rows are read again; positions of columns, which Columna gives,
+/// hold until then.
 ///
 /// A field name that the rows do not have throws StoreError 3265; reading without a current
-/// row throws 3021.
+/// row, or when the database was closed, throws 3021.
 class Recordset
 {
 public:
@@ -54,6 +60,11 @@ public:
     }
     bool NoMatch() const;
 
+    /// A field of the first row that meets the criterion, which holds one '?', and nullopt when
+    /// there is none. The position stays where it is, so that nobody's walk is disturbed.
+    std::optional<store::Value> lookUp(std::string_view criterion, const store::Value &value,
+                                       std::string_view field) const;
+
     /// Value of the current row by column name, letter case does not matter. While Edit or AddNew
     /// is open, the value that was put.
     store::Value operator[](std::string_view field) const;
@@ -61,17 +72,22 @@ public:
     store::Value operator[](int column) const;
     /// Position of a column, for use with operator[]. @throws StoreError 3265
     int Column(std::string_view field) const;
-    bool hasColumn(std::string_view field) const;
     int allColumns() const;
     QString nameOf(int column) const;
     store::ColumnType typeOf(int column) const;
 
+    /// @throws StoreError 3021 when another terminal has deleted the row
     void Edit();
     void AddNew();
+    /// @throws StoreError when the column does not take the value, see column_value.h
     void Put(std::string_view field, const store::Value &value);
     void Put(int column, const store::Value &value);
-    /// Writes what Put changed. @throws StoreError; the edit stays open then
+    /// Writes what Put changed. A row that was added stands behind all others until they are read
+    /// again. @throws StoreError 3197 when another terminal has changed one of the columns
+    ///         since Edit, 3021 when it has deleted the row; the edit stays open then
     void Update();
+    /// Key of the row that was added last: its counter where the table has one.
+    qint64 addedKey() const;
     void CancelUpdate();
     void Delete();
     void Close();

@@ -1,6 +1,7 @@
 #include "store/schema.h"
 
 #include "store/database_internal.h"
+#include "store/definition.h"
 #include "store/engine.h"
 
 #include <QFile>
@@ -234,6 +235,9 @@ void store::createTables(Motor &motor, const std::string &schema,
         QStringList columns;
         for (size_t i = 0; i < table.columns.size(); ++i)
             columns.append(declareColumn(table.columns[i], table.byDefault[qsizetype(i)]));
+        if (std::ranges::find(table.columns, ColumnType::Counter, &jet::Column::type)
+            == table.columns.end())
+            columns.append(QString::fromStdString(rowKeyDeclaration()));
         const QString sql = u"CREATE TABLE %1.%2 (%3)"_s.arg(
             quote(QString::fromStdString(schema)), quote(table.name), columns.join(", "_L1));
         motor.run(sql.toStdString());

@@ -54,6 +54,13 @@ int numberOf(int code)
         return ErrorNumber::Locked;
     case SQLITE_CONSTRAINT:
         return ErrorNumber::Key;
+    // What the gate of a column refuses, see jet/engine_functions.cpp.
+    case SQLITE_RANGE:
+        return ErrorNumber::Overflow;
+    case SQLITE_TOOBIG:
+        return ErrorNumber::TextTooLong;
+    case SQLITE_MISMATCH:
+        return ErrorNumber::TypeMismatch;
     default:
         return ErrorNumber::Internals;
     }
@@ -180,15 +187,91 @@ Value store::cellValue(Statement::Kind kind, qint64 whole, double floating, std:
 namespace
 {
 
+// The parts of a transaction. A rule tries tens of thousands of steps of which few write, so the
+// engine hears of a part only when something is written in it.
+class Parts
+{
+public:
+    ~Parts() { close(); }
+
+    void open(sqlite3 *db)
+    {
+        m_db = db;
+        for (const auto &[statement, sql] :
+             {std::pair(&m_save, "SAVEPOINT part"), std::pair(&m_release, "RELEASE part"),
+              std::pair(&m_undo, "ROLLBACK TO part")})
+            sqlite3_prepare_v2(db, sql, -1, statement, nullptr);
+    }
+    void close()
+    {
+        for (sqlite3_stmt **statement : {&m_save, &m_release, &m_undo}) {
+            sqlite3_finalize(*statement);
+            *statement = nullptr;
+        }
+    }
+
+    void ask() { ++m_asked; }
+    /// Before every write.
+    void begin()
+    {
+        // Where the engine has ended the transaction by itself, a part would begin a new one.
+        if (m_begun < m_asked && sqlite3_get_autocommit(m_db) != 0)
+            throw StoreError(ErrorNumber::Internals, QStringLiteral("The batch was broken off"));
+        for (; m_begun < m_asked; ++m_begun)
+            if (const int r = run(m_save); r != SQLITE_OK)
+                fail(m_db, r);
+    }
+    void commit()
+    {
+        if (m_begun == m_asked) {
+            if (const int r = run(m_release); r != SQLITE_OK)
+                fail(m_db, r);
+            --m_begun;
+        }
+        --m_asked;
+    }
+    /// @return whether there was something to be taken back
+    bool undo() noexcept
+    {
+        const bool written = m_asked > 0 && m_begun == m_asked;
+        if (written) {
+            // The engine may have ended the whole transaction already.
+            if (sqlite3_get_autocommit(m_db) == 0) {
+                run(m_undo);
+                run(m_release);
+            }
+            --m_begun;
+        }
+        --m_asked;
+        return written;
+    }
+
+private:
+    static int run(sqlite3_stmt *statement) noexcept
+    {
+        sqlite3_step(statement);
+        return sqlite3_reset(statement);
+    }
+
+    sqlite3 *m_db = nullptr;
+    sqlite3_stmt *m_save = nullptr;
+    sqlite3_stmt *m_release = nullptr;
+    sqlite3_stmt *m_undo = nullptr;
+    int m_asked = 0;
+    int m_begun = 0;
+};
+
 class FileStatement final : public Statement
 {
 public:
-    FileStatement(sqlite3 *db, const std::string &sql) : m_db(db), m_sql(sql)
+    FileStatement(sqlite3 *db, Parts &parts, const std::string &sql)
+        : m_db(db), m_parts(parts), m_sql(sql)
     {
         const char *rest = nullptr;
         const int r = sqlite3_prepare_v2(db, sql.data(), int(sql.size()), &m_st, &rest);
         if (r != SQLITE_OK)
             fail(db, r, sql);
+        m_writes = sqlite3_stmt_readonly(m_st) == 0;
     }
     ~FileStatement() override { sqlite3_finalize(m_st); }
     FileStatement(const FileStatement &) = delete;
@@ -242,6 +325,8 @@ public:
 
     bool step() override
     {
+        if (m_writes)
+            m_parts.begin();
         const int r = sqlite3_step(m_st);
         if (r == SQLITE_ROW)
             return true;
@@ -288,14 +373,20 @@ public:
 
 private:
     sqlite3 *m_db;
+    Parts &m_parts;
     sqlite3_stmt *m_st = nullptr;
     std::string m_sql;
+    bool m_writes = false;
 };
 
 class FileEngine final : public Motor
 {
 public:
-    ~FileEngine() override { sqlite3_close_v2(m_db); }
+    ~FileEngine() override
+    {
+        m_parts.close();
+        sqlite3_close_v2(m_db);
+    }
 
     void open(const QString &file, const std::string &schema) override
     {
@@ -319,6 +410,7 @@ public:
             prepare("SELECT count(*) FROM " + quotedUtf8(schema) + ".sqlite_master")->step();
         } catch (const StoreError &e) {
             if (main) {
+                m_parts.close();
                 sqlite3_close_v2(m_db);
                 m_db = nullptr;
             }
@@ -329,16 +421,19 @@ public:
     void close(const std::string &schema) override
     {
         m_versions.erase(schema);
+        m_schemaVersions.erase(schema);
         run("DETACH DATABASE " + quotedUtf8(schema));
     }
 
     std::unique_ptr<Statement> prepare(const std::string &sql) override
     {
-        return std::make_unique<FileStatement>(m_db, sql);
+        return std::make_unique<FileStatement>(m_db, m_parts, sql);
     }
 
     void run(const std::string &sql) override
     {
+        if (inTransaction())
+            m_parts.begin();
         char *error = nullptr;
         const int r = sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, &error);
         sqlite3_free(error);
@@ -359,6 +454,14 @@ public:
     }
     qint64 rollbackCount() const override { return m_rolledBack; }
     bool inTransaction() const override { return m_db && sqlite3_get_autocommit(m_db) == 0; }
+
+    void beginPart() override { m_parts.ask(); }
+    void commitPart() override { m_parts.commit(); }
+    void undoPart() noexcept override
+    {
+        if (m_parts.undo())
+            ++m_rolledBack;
+    }
 
     std::vector<std::string> tables(const std::string &schema) override
     {
@@ -397,15 +500,27 @@ public:
 
     qint64 version(const std::string &schema) override
     {
-        auto &st = m_versions[schema];
+        return pragma(m_versions, schema, "data_version");
+    }
+    qint64 schemaVersion(const std::string &schema) override
+    {
+        return pragma(m_schemaVersions, schema, "schema_version");
+    }
+    std::string undeclaredKey() const override { return "rowid"; }
+
+private:
+    using PerSchema = std::unordered_map<std::string, std::unique_ptr<Statement>>;
+
+    qint64 pragma(PerSchema &statements, const std::string &schema, const char *name)
+    {
+        auto &st = statements[schema];
         if (!st)
-            st = prepare("PRAGMA " + quotedUtf8(schema) + ".data_version");
+            st = prepare("PRAGMA " + quotedUtf8(schema) + '.' + name);
         const qint64 v = st->step() ? st->whole(0) : 0;
         st->reset();
         return v;
     }
 
-private:
     void openMain(const QString &file, const std::string &schema)
     {
         const int r = sqlite3_open_v2(QFile::encodeName(file).constData(), &m_db,
@@ -423,6 +538,7 @@ private:
         run("PRAGMA cipher_default_page_size = " + std::to_string(PageSize));
         run("PRAGMA temp_store = MEMORY");
         jet::registerFunctions(m_db);
+        m_parts.open(m_db);
     }
 
     int encryptionVersion()
@@ -445,7 +561,9 @@ private:
     sqlite3 *m_db = nullptr;
     qint64 m_rolledBack = 0;
     std::string m_name; // the connection keeps a pointer to it
-    std::unordered_map<std::string, std::unique_ptr<Statement>> m_versions;
+    Parts m_parts;
+    PerSchema m_versions;
+    PerSchema m_schemaVersions;
 };
 
 } // namespace

@@ -29,7 +29,7 @@ protected:
                       "?, ?, ?)",
                       u"Pet %1"_s.arg(i), u"Rabies <b>&"_s,
                       u"Owner %1"_s.arg(i, 3, 10, QChar(u'0')),
-                      u"Street %1"_s.arg(i) + QString(i % 7 * 15, u'~').replace(u'~', u" way"_s)
+                      u"Street %1"_s.arg(i) + QString(i % 7 * 9, u'~').replace(u'~', u" way"_s)
                           + u" door"_s,
                       u"099"_s, i);
         store::closeScratch(s);

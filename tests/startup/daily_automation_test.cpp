@@ -113,7 +113,8 @@ protected:
     void clear(std::initializer_list<const char *> tables)
     {
         for (const char *t : tables)
-            (s.morvane->tableExists(t) ? s.morvane : s.clientes)->Execute("delete * from "s + t);
+            (s.morvane->catalogue().find(t) ? s.morvane : s.clientes)
+                ->Execute("delete * from "s + t);
     }
 
     std::string Ver(Base &b, std::string_view sql) { return allRows(b, sql).toStdString(); }

@@ -73,7 +73,7 @@ TEST(JetCriterion, ComparesAsStatementsDo)
     EXPECT_TRUE(meets("saldo - -1e300 > 0 and -1e300 - saldo < 0")) << "beyond an amount";
     for (const char *unmet :
          {"idc = 58", "nom = 'Centro Alvarez'", "nom like 'cen'", "ven > date() + 30", "not deuda",
-          "ven < 5", "idc = 'x'", "nom < 5", "1 / 0 = 1", "1 \\ 0 = 1"})
+          "ven < '2024-03-20'", "idc = 'x'", "nom < 5", "1 / 0 = 1", "1 \\ 0 = 1"})
         EXPECT_FALSE(meets(unmet)) << unmet;
 }
 
@@ -95,6 +95,17 @@ TEST(JetCriterion, TakesValues)
     EXPECT_TRUE(meets("ven = ?", {QDate(2024, 3, 20)}));
     EXPECT_TRUE(meets("ven < ?", {QDateTime(QDate(2024, 3, 20), QTime(9, 0))}));
     EXPECT_TRUE(meets("ven <= ? + 15", {QDate(2024, 3, 5)}));
+    const auto prepared = [](const Value &given) {
+        std::vector<Value> room;
+        return Criterion::compile("ven = ?", Columns)->prepare(std::span(&given, 1), room)[0];
+    };
+    EXPECT_EQ(prepared(QStringLiteral("2024-03-20")), Value(QDate(2024, 3, 20)));
+    EXPECT_THROW(prepared(45371), StoreError);
+    // Words that another program left in a column of days are no day: they meet nothing.
+    std::vector<Value> spoilt = row();
+    spoilt[2] = QStringLiteral("soon");
+    EXPECT_FALSE(meets("ven < #1/1/24#", {}, spoilt));
+    EXPECT_FALSE(meets("not ven < #1/1/24#", {}, spoilt));
     EXPECT_FALSE(meets("idc = ?", {Value()}));
     EXPECT_FALSE(meets("idc = ?")); // one value too few counts as Null
 }
@@ -117,6 +128,8 @@ TEST(JetCriterion, AnEqualityOffersItsColumnForAHash)
 
 TEST(JetCriterion, RefusesWhatItDoesNotCompute)
 {
+    EXPECT_EQ(error("ven < 5"), 3421);
+    EXPECT_EQ(error("ven in (#1/1/24#, 'x')"), 3421);
     EXPECT_EQ(error("nada = 1"), 3061);
     EXPECT_EQ(error("otra.idc = 1"), 3061);
     for (const char *bad : {"", "idc =", "idc = 57; 1", "idc = 57 order by idc", "count(*) = 1",

@@ -1,6 +1,7 @@
 // A plain engine in memory with the tables of a short declaration, for statements of the dialect.
 #pragma once
 
+#include "store/column_value.h"
 #include "store/errors.h"
 #include "store/jet/engine_functions.h"
 #include "store/jet/text.h"
@@ -63,6 +64,7 @@ private:
     {
         m_last = &m_tables[jet::fold(name)];
         m_last->name = name;
+        m_last->key = "rowid";
     }
 
     void addColumn(const std::string &line)
@@ -137,6 +139,8 @@ public:
     {
         jet::Translation t = jet::translate(dialect, m_tables, "main");
         t.sql = "EXPLAIN QUERY PLAN " + t.sql;
+        for (jet::Parameter &p : t.parameters)
+            p.compared = ColumnType::None; // what is bound does not matter here
         return Run(t, Given(size_t(t.valueCount), "1"));
     }
 
@@ -197,14 +201,19 @@ private:
                                                            : given.at(size_t(p.index));
         char *end = nullptr;
         const double number = std::strtod(v.c_str(), &end);
-        if (v.starts_with('\''))
-            sqlite3_bind_text(s, n, v.data() + 1, int(v.size() - 1), SQLITE_TRANSIENT);
-        else if (!v.empty() && *end == '\0' && number == qint64(number))
-            sqlite3_bind_int64(s, n, qint64(number));
-        else if (!v.empty() && *end == '\0')
-            sqlite3_bind_double(s, n, number);
+        Value value = QString::fromStdString(v.starts_with('\'') ? v.substr(1) : v);
+        if (!v.empty() && *end == '\0')
+            value = number == qint64(number) ? Value(qint64(number)) : Value(number);
+        if (!p.target.name.empty())
+            value = toColumn(value, p.target);
+        else if (p.compared != ColumnType::None)
+            value = toMoment(value, p.compared);
+        if (const auto *whole = value.is<qint64>())
+            sqlite3_bind_int64(s, n, *whole);
+        else if (value.is<double>() || value.is<Moneda>() || value.is<bool>())
+            sqlite3_bind_double(s, n, value.toDouble());
         else
-            sqlite3_bind_text(s, n, v.data(), int(v.size()), SQLITE_TRANSIENT);
+            sqlite3_bind_text(s, n, value.toText().toUtf8().constData(), -1, SQLITE_TRANSIENT);
     }
 
     static std::string Field(sqlite3_stmt *s, int i)

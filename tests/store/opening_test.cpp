@@ -85,7 +85,7 @@ TEST_F(Opening, NamesOfFilesAndFoldersAreFoundInAnyLetterCase)
     ASSERT_TRUE(d.rename(u"clientes.mdb"_s, u"CLIENTES.MDB"_s));
     ASSERT_TRUE(d.rename(u"reportes"_s, u"Reportes"_s));
     EXPECT_FALSE(open());
-    EXPECT_TRUE(openScratch(s, u"rep97"_s).tableExists("cumple"));
+    EXPECT_TRUE(openScratch(s, u"rep97"_s).catalogue().find("cumple"));
     EXPECT_EQ(pathUnder(folder.path(), u"REPORTES\\REP97.MDB"_s),
               folder.filePath(u"Reportes/rep97.mdb"_s));
 }

@@ -1,7 +1,8 @@
 #include "store/jet/criterion.h"
 
+#include "store/column_value.h"
+#include "store/jet/fragment.h"
 #include "store/jet/lexer.h"
-#include "store/jet/moment.h"
 #include "store/jet/parser.h"
 #include "store/jet/text.h"
 
@@ -20,21 +21,10 @@ namespace
 using Truth = std::optional<bool>;
 
 bool isDay(const Value &v) { return v.is<QDate>() || v.is<QDateTime>(); }
+bool HoldsMoment(const Value &v) { return isDay(v) || v.is<QTime>(); }
 bool isNumber(const Value &v)
 {
     return v.is<bool>() || v.is<qint64>() || v.is<double>() || v.is<Moneda>();
-}
-
-Value fromStorage(const std::string &text)
-{
-    const auto m = momentFromStorage(text);
-    if (!m)
-        return {};
-    const QTime time = QTime::fromMSecsSinceStartOfDay(m->second.value_or(0) * 1000);
-    if (!m->day)
-        return time;
-    const QDate day = QDate::fromJulianDay(*m->day);
-    return m->second ? Value(QDateTime(day, time, Qt::UTC)) : Value(day);
 }
 
 int sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
@@ -74,6 +64,19 @@ public:
         : m_condition(parseCondition(text))
     {
         bind(*m_condition.value, text, columns);
+        BindMoments(*m_condition.value, text, columns);
+    }
+
+    std::span<const Value> prepare(std::span<const Value> given,
+                                   std::vector<Value> &room) const override
+    {
+        if (m_moments.empty())
+            return given;
+        room.assign(given.begin(), given.end());
+        for (const auto &[index, type] : m_moments)
+            if (index < room.size())
+                room[index] = toMoment(room[index], type);
+        return room;
     }
 
     std::optional<Equality> asEquality(std::span<const Value> given) const override
@@ -119,6 +122,39 @@ private:
             e.integer = position(e, text, columns);
         for (const ExpressionPtr &part : e.parts)
             bind(*part, text, columns);
+    }
+
+    // What is compared with a column of days or times is one itself, or becomes one.
+    void BindMoments(Expression &e, std::string_view text, std::span<const OutputColumn> columns)
+    {
+        for (const ExpressionPtr &part : e.parts)
+            BindMoments(*part, text, columns);
+        const bool compares =
+            e.kind == Expression::Between || e.kind == Expression::In
+            || (e.kind == Expression::Binary && e.op >= Op::Equal && e.op <= Op::GreaterEqual);
+        if (!compares)
+            return;
+        ColumnType type = ColumnType::None;
+        for (const ExpressionPtr &part : e.parts)
+            if (part->kind == Expression::Column)
+                if (const ColumnType t = columns[size_t(part->integer)].type; isMoment(t))
+                    type = t;
+        if (type == ColumnType::None)
+            return;
+        for (const ExpressionPtr &part : e.parts) {
+            if (part->kind == Expression::Given)
+                m_moments.emplace_back(size_t(part->integer), type);
+            const bool literal = part->kind == Expression::Text || part->kind == Expression::Moment;
+            if (!literal && part->kind != Expression::Integer && part->kind != Expression::Decimal)
+                continue;
+            try {
+                const Value known = literal ? Value(QString::fromStdString(part->text)) : Value(0);
+                part->text = toMoment(known, type).toText().toStdString();
+                part->kind = Expression::Moment;
+            } catch (const StoreError &error) {
+                refuse(text, part->place, error.description, error.number);
+            }
+        }
     }
 
     static qint64 position(const Expression &e, std::string_view text,
@@ -208,6 +244,9 @@ private:
     {
         if (a.isNull() || b.isNull())
             return std::nullopt;
+        // What another program wrote into a column of days and is none meets nothing.
+        if (HoldsMoment(a) != HoldsMoment(b) && (a.is<QString>() || b.is<QString>()))
+            return std::nullopt;
         const int order = compare(a, b);
         switch (op) {
         case Op::Equal:
@@ -239,7 +278,7 @@ private:
         case Expression::Text:
             return QString::fromStdString(e.text);
         case Expression::Moment:
-            return fromStorage(e.text);
+            return momentFromText(QString::fromStdString(e.text)).value_or(Value());
         case Expression::Given:
             return size_t(e.integer) < run.given.size() ? run.given[size_t(e.integer)] : Value();
         case Expression::Column:
@@ -338,6 +377,7 @@ private:
     }
 
     jet::Condition m_condition;
+    std::vector<std::pair<size_t, ColumnType>> m_moments; // given values that are days or times
 };
 } // namespace
 

@@ -26,6 +26,13 @@ public:
         int column = 0;
         store::Value value;
     };
+    /// The given values as they are compared: a text that stands against a column of days or times
+    /// becomes one. To be called once before the rows are tried.
+    /// @param room holds the values when one of them changes
+    /// @throws StoreError 3421 for what is no day or time
+    virtual std::span<const store::Value> prepare(std::span<const store::Value> given,
+                                                  std::vector<store::Value> &room) const = 0;
+
     virtual std::optional<Equality> asEquality(std::span<const store::Value> dados) const = 0;
 
     /// Whether a row meets it. Null comparisons are not met.

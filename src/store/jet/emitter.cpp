@@ -1,3 +1,4 @@
+#include "store/column_value.h"
 #include "store/jet/fragment.h"
 #include "store/jet/lexer.h"
 #include "store/jet/moment.h"
@@ -84,7 +85,6 @@ struct Scope {
     std::vector<Source> sources;
     size_t first = 0; // visible sources: all, but for the condition of a join
     size_t last = 0;
-    std::vector<std::pair<Key, Key>> joined; // columns that a join makes equal
     std::map<std::string, Fragment> aliases; // of the fields so far, by folded name
     enum { NoAggregates, Aggregates, InAggregate } aggregates = NoAggregates;
     enum { Free, Collecting, Checked } grouping = Free;
@@ -193,25 +193,6 @@ private:
         return f;
     }
 
-    // Whether joins make both columns equal, directly or by way of others.
-    static bool areJoined(const Scope &scope, const Scope::Key &a, const Scope::Key &b)
-    {
-        std::vector<Scope::Key> reached{a};
-        for (size_t i = 0; i < reached.size(); ++i) {
-            if (reached[i] == b)
-                return true;
-            for (const auto &[x, y] : scope.joined) {
-                const auto reach = [&](const Scope::Key &from, const Scope::Key &to) {
-                    if (reached[i] == from && std::ranges::find(reached, to) == reached.end())
-                        reached.push_back(to);
-                };
-                reach(x, y);
-                reach(y, x);
-            }
-        }
-        return false;
-    }
-
     std::optional<Scope::Key> findInScope(const Scope &scope, const Expression &e) const
     {
         const std::string name = fold(e.text);
@@ -231,12 +212,11 @@ private:
             const Column *c = findColumn(*scope.sources[i].table, name);
             if (!c)
                 continue;
-            if (found && !areJoined(scope, *found, {i, c}))
+            if (found)
                 fail(e.place,
                      QStringLiteral("\"%1\" is a column of several tables").arg(fromUtf8(e.text)),
                      ErrorNumber::Parameters);
-            if (!found)
-                found = Scope::Key{i, c};
+            found = Scope::Key{i, c};
         }
         return found;
     }
@@ -425,7 +405,60 @@ private:
                     expected = ColumnType::Date;
             }
         }
+        const auto moment = std::ranges::find_if(sides, isMoment, &Fragment::type);
+        if (moment != sides.end())
+            for (size_t i = 0; i < sides.size(); ++i)
+                sides[i] = AsMoment(sides[i], *e.parts[i], moment->type);
         return sides;
+    }
+
+    // What is compared with days or times: the files hold them as texts, and among those a number
+    // or any other text would have its place too.
+    Fragment AsMoment(const Fragment &f, const Expression &e, ColumnType type)
+    {
+        if (e.kind == Expression::Given) {
+            m_out.parameters[size_t(e.integer)].compared = type;
+            return f;
+        }
+        if (f.type == type || f.literal == Fragment::NullLiteral)
+            return f;
+        if (e.kind == Expression::Text)
+            return literal(Converted(e.place, [&] { return toMoment(TextOf(e), type); }), type);
+        if (f.type != ColumnType::None)
+            FailMoment(e.place);
+        return f;
+    }
+
+    [[noreturn]] void FailMoment(int place) const
+    {
+        fail(place, QStringLiteral("A day or a time goes with its like only"),
+             ErrorNumber::TypeMismatch);
+    }
+
+    static Value TextOf(const Expression &e) { return QString::fromStdString(e.text); }
+
+    // The result of a conversion whose refusal shows the place.
+    template <typename F>
+    Value Converted(int place, F &&convert) const
+    {
+        try {
+            return convert();
+        } catch (const StoreError &error) {
+            fail(place, error.description, error.number);
+        }
+    }
+
+    // A known value in the engine's SQL.
+    static Fragment literal(const Value &value, ColumnType type)
+    {
+        if (value.isNull())
+            return asPlain("NULL", type);
+        const std::string text = value.toText().toStdString();
+        const bool asText = isTextual(type) || isMoment(type);
+        Fragment f = asPlain(asText ? quoted(text, '\'') : text, type);
+        f.strength = text.starts_with('-') && !asText ? Strength::Sign : Strength::Whole;
+        f.stack = 2;
+        return f;
     }
 
     Fragment emitBinary(const Expression &e, ColumnType expected)
@@ -506,7 +539,9 @@ private:
             const Fragment right = at(Strength::Concatenate, rounded(r));
             return build(o.pattern, o.strength, {&left, &right}, ColumnType::Long);
         }
-        const Fragment left = at(sum ? Strength::Add : Strength::Multiply, unrounded(l, sum));
+        // A sum of several amounts is rounded once, at its end.
+        const Fragment left =
+            at(sum ? Strength::Add : Strength::Multiply, sum && l.unrounded ? *l.unrounded : l);
         const Fragment right = at(sum ? Strength::Multiply : Strength::Concatenate, r);
         if (e.op == Op::Divide)
             return build(o.pattern, o.strength, {&left, &right}, ColumnType::Double);
@@ -514,7 +549,8 @@ private:
             return build(o.pattern, o.strength, {&left, &right}, arithmeticType(l, r));
         const Fragment exact = build(o.pattern, o.strength, {&left, &right});
         Fragment rounded = build("jet_moneda($1)", Strength::Whole, {&exact}, ColumnType::Currency);
-        rounded.roundedSum = sum;
+        if (sum)
+            rounded.unrounded = std::make_shared<const Fragment>(exact);
         return rounded;
     }
 
@@ -530,21 +566,6 @@ private:
         return l.type == ColumnType::Currency || r.type == ColumnType::Currency
                || (l.literal == Fragment::DecimalLiteral && r.literal >= Fragment::WholeLiteral)
                || (r.literal == Fragment::DecimalLiteral && l.literal >= Fragment::WholeLiteral);
-    }
-
-    // A sum of several amounts is rounded once, at its end.
-    Fragment unrounded(const Fragment &f, bool sum) const
-    {
-        if (!sum || !f.roundedSum)
-            return f;
-        // Takes off what Build has put around it.
-        constexpr std::string_view Rounding = "jet_moneda(";
-        Fragment bare = f;
-        bare.sql = f.sql.substr(Rounding.size(), f.sql.size() - Rounding.size() - 1);
-        bare.strength = Strength::Add;
-        bare.stack -= 3;
-        bare.height -= 3;
-        return bare;
     }
 
     static ColumnType arithmeticType(const Fragment &l, const Fragment &r)
@@ -605,6 +626,9 @@ private:
         if (e.select) {
             const Fragment rows = emitSelect(*e.select, Inner::OneColumn);
             text = comparesText({&sides[0], &rows});
+            if ((isMoment(sides[0].type) || isMoment(rows.type)) && sides[0].type != rows.type
+                && sides[0].type != ColumnType::None && rows.type != ColumnType::None)
+                FailMoment(e.place);
             list = build("$1", Strength::Whole, {&rows});
         } else {
             for (size_t i = 1; i < sides.size(); ++i) {
@@ -766,6 +790,7 @@ private:
             if (fold(s.alias) == fold(alias))
                 fail(from.place, QStringLiteral("The table stands twice under one name"));
         scope.sources.push_back({&table, alias});
+        m_out.tables.push_back(table.name);
         scope.last = scope.sources.size();
     }
 
@@ -788,7 +813,6 @@ private:
         if (from.on) {
             m_scope->first = first;
             m_scope->last = next;
-            noteJoined(*from.on);
             on = asCondition(emitTree(*from.on), Strength::Or);
         }
         if (from.kind == From::Right)
@@ -807,24 +831,6 @@ private:
         }
         std::ranges::move(right, std::back_inserter(left));
         return left;
-    }
-
-    // Remembers the columns that the condition of a join makes equal.
-    void noteJoined(const Expression &e)
-    {
-        if (e.kind != Expression::Binary)
-            return;
-        if (e.op == Op::And) {
-            noteJoined(*e.parts[0]);
-            noteJoined(*e.parts[1]);
-        }
-        if (e.op != Op::Equal || e.parts[0]->kind != Expression::Column
-            || e.parts[1]->kind != Expression::Column)
-            return;
-        const auto a = findInScope(*m_scope, *e.parts[0]);
-        const auto b = findInScope(*m_scope, *e.parts[1]);
-        if (a && b)
-            m_scope->joined.emplace_back(*a, *b);
     }
 
     Fragment emitFrom(const From &from)
@@ -908,6 +914,27 @@ private:
         fail(e.place, QStringLiteral("A UNION is ordered by its columns"));
     }
 
+    // Whether rows that the statement leaves in no order are given in that of their entry. A join
+    // and a range are left to the engine: the one has no entry, and for the other it would rather
+    // walk through the whole table than sort what an index finds.
+    static bool IsOrdered(const Select &s, bool seen)
+    {
+        if (!s.from || (!seen && !s.top))
+            return false;
+        return !s.order.empty()
+               || (s.from->kind == From::Table && !(s.where && HoldsRange(*s.where)));
+    }
+
+    static bool HoldsRange(const Expression &e)
+    {
+        const bool range =
+            e.kind == Expression::Between || e.kind == Expression::In
+            || (e.kind == Expression::Binary && e.op >= Op::Less && e.op <= Op::GreaterEqual);
+        return range || std::ranges::any_of(e.parts, [](const ExpressionPtr &p) {
+                   return HoldsRange(*p);
+               });
+    }
+
     static bool isGrouped(const Select &s)
     {
         return !s.groups.empty() || std::ranges::any_of(s.fields, [](const Field &f) {
@@ -953,7 +980,7 @@ private:
         const bool united = m_united && inner == Inner::No;
         constexpr int ClauseDepth = 12;
         for (size_t i = 0; i < fields.size(); ++i) {
-            Fragment f = targets ? assigned(*(*targets)[i], fields[i])
+            Fragment f = targets ? assigned(*(*targets)[i], fields[i], s.place)
                                  : shown(fields[i], s.distinct || united, inner);
             append(all, i > 0 ? ", " : "", f, ClauseDepth);
         }
@@ -970,7 +997,8 @@ private:
             append(all, " HAVING ", having, ClauseDepth);
         }
         if (!united)
-            emitOrder(s, fields, all);
+            emitOrder(s, fields,
+                      !grouped && !s.distinct && IsOrdered(s, targets || inner == Inner::No), all);
         if (s.top)
             all.sql += " LIMIT " + std::to_string(*s.top);
 
@@ -1060,21 +1088,35 @@ private:
         return compared && isTextual(v.type) ? collated(v) : v;
     }
 
+    static std::string KeyOf(const Scope::Source &source)
+    {
+        return quoted(source.alias, '"') + '.' + quoted(source.table->key, '"');
+    }
+
     void appendKeys(Fragment &all, size_t columns)
     {
         for (const Scope::Source &source : m_scope->sources) {
-            all.sql += (columns > 0 ? ", " : "") + quoted(source.alias, '"') + ".rowid";
+            all.sql += (columns > 0 ? ", " : "") + KeyOf(source);
             m_out.fuentes.push_back({source.table->name, source.alias, int(columns++)});
         }
     }
 
-    void emitOrder(const Select &s, const std::vector<Fragment> &fields, Fragment &all)
+    void emitOrder(const Select &s, const std::vector<Fragment> &fields, bool inOrderOfEntry,
+                   Fragment &all)
     {
         constexpr int Depth = 14;
         std::string_view separator = " ORDER BY ";
         for (const Order &o : s.order) {
             append(all, separator, term(*o.value, ordered(*o.value, fields)), Depth);
             all.sql += o.descending ? " DESC" : "";
+            separator = ", ";
+        }
+        // Rows that the statement leaves in no order stand in that of their entry.
+        if (!inOrderOfEntry)
+            return;
+        for (const Scope::Source &source : m_scope->sources) {
+            all.sql += separator;
+            all.sql += KeyOf(source);
             separator = ", ";
         }
     }
@@ -1096,50 +1138,100 @@ private:
 
     // Changes
 
-    // A value on its way into a column.
-    Fragment assigned(const Column &column, const Fragment &f) const
+    // A value on its way into a column: what is known now is taken through the column's gate here,
+    // a bound value when it is bound, and what the engine computes on the way.
+    Fragment assigned(const Column &column, const Expression &e)
     {
-        if (f.literal == Fragment::NullLiteral && column.type != ColumnType::YesNo)
-            return f;
-        switch (column.type) {
-        case ColumnType::YesNo: {
-            if (f.literal >= Fragment::WholeLiteral)
-                return asPlain(f.sql.find_first_of("123456789") == f.sql.npos ? "0" : "-1");
-            // Whatever is not 0 is Yes, and there is no Null.
-            const Fragment v = f.truth ? f : at(Strength::Add, asValue(f));
-            const Fragment holds = f.truth ? f : build("$1 <> 0", Strength::Equal, {&v});
-            return build("-ifnull($1, 0)", Strength::Sign, {&holds});
+        if (const auto known = KnownValue(e)) {
+            const Fragment f =
+                literal(Converted(e.place, [&] { return toColumn(*known, column); }), column.type);
+            return AsStored(column, f);
         }
-        case ColumnType::Memo: {
-            const Fragment &v = f.rawMemo ? f : asValue(f);
-            return build("jet_memo($1)", Strength::Whole, {&v});
+        if (e.kind == Expression::Given) {
+            m_out.parameters[size_t(e.integer)].target = column;
+            return AsStored(column, emitTree(e));
         }
-        case ColumnType::Currency: {
-            const Fragment v = asValue(f);
-            if (v.type == ColumnType::Currency || f.literal == Fragment::WholeLiteral)
-                return v;
-            return build("jet_moneda($1)", Strength::Whole, {&v});
-        }
-        case ColumnType::Counter:
-        case ColumnType::Byte:
-        case ColumnType::Smallint:
-        case ColumnType::Long: {
-            const Fragment v = asValue(f);
-            return isFloating(v.type) ? build("jet_entero($1)", Strength::Whole, {&v}) : v;
-        }
-        case ColumnType::Text: {
-            const Fragment v = asValue(f);
-            return isFloating(v.type) ? asText(v) : v;
-        }
+        const bool day = column.type == ColumnType::Date && isOpenSum(e);
+        return assigned(column, emitTree(e, day ? ColumnType::Date : ColumnType::None), e.place);
+    }
+
+    static std::optional<Value> KnownValue(const Expression &e)
+    {
+        switch (e.kind) {
+        case Expression::Null:
+            return Value();
+        case Expression::Integer:
+            return Value(e.integer);
+        case Expression::Logical:
+            return Value(e.integer != 0);
+        case Expression::Decimal:
+            return Value(e.number);
+        case Expression::Text:
+        case Expression::Moment:
+            return TextOf(e);
+        case Expression::Negate:
+            if (e.parts[0]->kind == Expression::Integer)
+                return Value(-e.parts[0]->integer);
+            if (e.parts[0]->kind == Expression::Decimal)
+                return Value(-e.parts[0]->number);
+            return std::nullopt;
         default:
-            return asValue(f);
+            return std::nullopt;
         }
     }
 
-    Fragment assigned(const Column &column, const Expression &e)
+    // A MEMO column would take some texts for numbers.
+    static Fragment AsStored(const Column &column, const Fragment &f)
     {
-        const bool day = column.type == ColumnType::Date && isOpenSum(e);
-        return assigned(column, emitTree(e, day ? ColumnType::Date : ColumnType::None));
+        return column.type == ColumnType::Memo ? build("jet_memo($1)", Strength::Whole, {&f}) : f;
+    }
+
+    // @p f is what the engine computes, or a column.
+    Fragment assigned(const Column &column, const Fragment &f, int place) const
+    {
+        if (f.literal == Fragment::NullLiteral && column.type != ColumnType::YesNo)
+            return f;
+        if (column.type == ColumnType::Memo)
+            return AsStored(column, f.rawMemo ? f : asValue(f));
+        const Fragment v = asValue(f);
+        if (Fits(column, f, v))
+            return v;
+        if (column.type == ColumnType::Currency && (isWhole(v.type) || isFloating(v.type)))
+            return build("jet_moneda($1)", Strength::Whole, {&v}, ColumnType::Currency);
+        const bool numbers = isWhole(v.type) || isFloating(v.type);
+        if (isMoment(column.type) ? numbers : isMoment(v.type) && !isTextual(column.type))
+            FailMoment(place);
+        const Fragment name = asPlain(quoted(column.name, '\''));
+        const Fragment type = asPlain(std::to_string(int(column.type)));
+        const Fragment width = asPlain(std::to_string(column.width));
+        return build("jet_column($1, $2, $3, $4)", Strength::Whole, {&v, &name, &type, &width},
+                     column.type);
+    }
+
+    // Whether the column takes every value of the kind.
+    static bool Fits(const Column &column, const Fragment &f, const Fragment &v)
+    {
+        const auto size = [](ColumnType t) {
+            return t == ColumnType::Byte ? 1 : t == ColumnType::Smallint ? 2 : 3;
+        };
+        switch (column.type) {
+        case ColumnType::Byte:
+        case ColumnType::Smallint:
+        case ColumnType::Long:
+        case ColumnType::Counter:
+            return f.column && isWhole(v.type) && v.type != ColumnType::YesNo
+                   && size(v.type) <= size(column.type);
+        case ColumnType::Text:
+            return isTextual(v.type) && f.column && v.width > 0 && v.width <= column.width;
+        case ColumnType::Single:
+            return v.type == ColumnType::Single || isWhole(v.type);
+        case ColumnType::Double:
+            return isWhole(v.type) || isFloating(v.type);
+        case ColumnType::YesNo:
+            return f.column && v.type == ColumnType::YesNo;
+        default:
+            return v.type == column.type;
+        }
     }
 
     // The table that a change writes is the only one that its names can mean.

@@ -1,5 +1,6 @@
 #include "store/jet/engine_functions.h"
 
+#include "store/column_value.h"
 #include "store/errors.h"
 #include "store/jet/moment.h"
 #include "store/jet/text.h"
@@ -108,7 +109,7 @@ void toMoney(sqlite3_context *c, int, Arguments a)
         sqlite3_result_double(c, Moneda::round(sqlite3_value_double(a[0])).toDouble());
         return;
     default:
-        sqlite3_result_error(c, "No amount", -1);
+        throw StoreError(ErrorNumber::TypeMismatch, QStringLiteral("No amount"));
     }
 }
 
@@ -122,6 +123,60 @@ void toMemo(sqlite3_context *c, int, Arguments a)
         sqlite3_result_blob64(c, s.data(), s.size(), SQLITE_TRANSIENT);
     else
         giveText(c, s);
+}
+
+void giveText(sqlite3_context *c, const QString &text) { giveText(c, text.toStdString()); }
+
+// A refusal with one of our numbers, which the engine carries as a code of its own.
+void GiveError(sqlite3_context *c, const StoreError &e)
+{
+    sqlite3_result_error(c, e.description.toUtf8().constData(), -1);
+    sqlite3_result_error_code(c, e.number == ErrorNumber::Overflow      ? SQLITE_RANGE
+                                 : e.number == ErrorNumber::TextTooLong ? SQLITE_TOOBIG
+                                                                        : SQLITE_MISMATCH);
+}
+
+Value ValueOf(sqlite3_value *v)
+{
+    switch (sqlite3_value_type(v)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return qint64(sqlite3_value_int64(v));
+    case SQLITE_FLOAT:
+        return sqlite3_value_double(v);
+    default: {
+        const std::string_view s = bytes(v);
+        return QString::fromUtf8(s.data(), qsizetype(s.size()));
+    }
+    }
+}
+
+// What was computed for a column: the value, the column's name, type and width.
+void ToColumn(sqlite3_context *c, int, Arguments a)
+{
+    auto *column = static_cast<Column *>(sqlite3_get_auxdata(c, 1));
+    std::unique_ptr<Column> fresh;
+    if (!column) {
+        fresh = std::make_unique<Column>(Column{std::string(bytes(a[1])),
+                                                ColumnType(sqlite3_value_int(a[2])),
+                                                sqlite3_value_int(a[3])});
+        column = fresh.get();
+    }
+    const Value v = toColumn(ValueOf(a[0]), *column);
+    if (v.isNull())
+        sqlite3_result_null(c);
+    else if (const auto *n = v.is<qint64>())
+        sqlite3_result_int64(c, *n);
+    else if (const auto *b = v.is<bool>())
+        sqlite3_result_int(c, *b ? -1 : 0);
+    else if (v.is<double>() || v.is<Moneda>())
+        sqlite3_result_double(c, v.toDouble());
+    else
+        giveText(c, v.toText());
+    if (fresh)
+        sqlite3_set_auxdata(c, 1, fresh.release(),
+                            [](void *p) { delete static_cast<Column *>(p); });
 }
 
 void toText(sqlite3_context *c, int, Arguments a) { giveText(c, Text(a[0])); }
@@ -234,13 +289,15 @@ void DateDiff(sqlite3_context *c, int, Arguments a)
 }
 
 // Nothing may be thrown through the engine.
-template <void (*F)(sqlite3_context *, int, Arguments)>
+template <void (*F)(sqlite3_context *, int, Arguments), bool TakesNull = false>
 void guarded(sqlite3_context *c, int n, Arguments a)
 {
-    if (std::any_of(a, a + n, isNull))
+    if (!TakesNull && std::any_of(a, a + n, isNull))
         return; // the result is Null until it is set
     try {
         F(c, n, a);
+    } catch (const StoreError &e) {
+        GiveError(c, e);
     } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(c);
     }
@@ -258,13 +315,21 @@ struct Function {
     void (*body)(sqlite3_context *, int, Arguments);
 };
 constexpr Function Functions[] = {
-    {"jet_dateadd", 3, guarded<DateAdd>}, {"jet_datediff", 3, guarded<DateDiff>},
-    {"jet_entero", 1, guarded<toWhole>},  {"jet_int", 1, guarded<floor>},
-    {"jet_lcase", 1, guarded<lower>},     {"jet_like", 2, guarded<like>},
-    {"jet_memo", 1, guarded<toMemo>},     {"jet_mid", 2, guarded<mid>},
-    {"jet_mid", 3, guarded<mid>},         {"jet_moneda", 1, guarded<toMoney>},
-    {"jet_right", 2, guarded<rightSide>}, {"jet_round", 2, guarded<round>},
-    {"jet_texto", 1, guarded<toText>},    {"jet_ucase", 1, guarded<upper>},
+    {"jet_column", 4, guarded<ToColumn, true>},
+    {"jet_dateadd", 3, guarded<DateAdd>},
+    {"jet_datediff", 3, guarded<DateDiff>},
+    {"jet_entero", 1, guarded<toWhole>},
+    {"jet_int", 1, guarded<floor>},
+    {"jet_lcase", 1, guarded<lower>},
+    {"jet_like", 2, guarded<like>},
+    {"jet_memo", 1, guarded<toMemo>},
+    {"jet_mid", 2, guarded<mid>},
+    {"jet_mid", 3, guarded<mid>},
+    {"jet_moneda", 1, guarded<toMoney>},
+    {"jet_right", 2, guarded<rightSide>},
+    {"jet_round", 2, guarded<round>},
+    {"jet_texto", 1, guarded<toText>},
+    {"jet_ucase", 1, guarded<upper>},
     {"jet_val", 1, guarded<val>},
 };
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -24,7 +25,7 @@ struct Fragment {
     bool rawMemo = false;   // a MEMO column as it is kept, which may be a text or the same in bytes
     bool aggregate = false; // computes over a group
     bool joined = false;    // by '&', so never Null
-    bool roundedSum = false; // a sum of amounts, rounded by jet_moneda
+    std::shared_ptr<const Fragment> unrounded = nullptr; // of a rounded sum of amounts
     enum { NoLiteral, NullLiteral, WholeLiteral, DecimalLiteral } literal = NoLiteral;
     const Column *column = nullptr; // when it is a bare column
     size_t source = 0;              // and its place in the FROM clause

@@ -148,7 +148,7 @@ private:
     std::string takeSymbol()
     {
         const std::string two(m_sql.substr(m_at, 2));
-        if (two == "--" || two == "/*")
+        if (two == "/*")
             refuse(m_sql, int(m_at), QStringLiteral("Comments are not taken"));
         const bool isTwo = two == "<>" || two == "<=" || two == ">=";
         if (!isTwo && std::string_view("(),.*+-/\\&=<>").find(two[0]) == std::string_view::npos)

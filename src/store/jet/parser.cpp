@@ -788,6 +788,4 @@ Statement parseStatement(std::string_view sql) { return Parser(sql).wholeStateme
 
 Condition parseCondition(std::string_view text) { return Parser(text).wholeCondition(); }
 
-void check(std::string_view sql) { parseStatement(sql); }
-
 } // namespace jet

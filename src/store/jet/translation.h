@@ -20,6 +20,7 @@ struct Column {
 struct Table {
     std::string name; // in the file's own letter case
     std::vector<Column> columns;
+    std::string key = {}; // the column that names a row, which need not be one of the columnas
 };
 
 /// The tables of one database, found without regard to letter case (ñ and Ñ included).
@@ -42,6 +43,8 @@ struct Parameter {
     };
     Origin origin = Given;
     int index = 0;
+    Column target = {}; // the column that the value goes into, with its gate
+    store::ColumnType compared = store::ColumnType::None; // Date or Time: what it is compared with
 };
 
 /// One column of the rows that a query gives.
@@ -76,6 +79,7 @@ struct Translation {
     int valueCount = 0; // how many '?' the statement holds
     std::vector<OutputColumn> columns;
     std::vector<RowsSource> fuentes; // only when asked for
+    std::vector<std::string> tables; // all whose rows are read
     std::string writtenTable;        // of a Cambio
     Definition definition;           // of a Define
 };
@@ -89,8 +93,5 @@ struct Translation {
 ///         3078 for an unknown table, 3061 for a name that is no column
 Translation translate(std::string_view sql, const Catalogue &catalogue, std::string_view schema,
                       bool withKeys = false);
-
-/// Parses alone, without looking at any table. @throws as Traducir, 3075 only
-void check(std::string_view sql);
 
 } // namespace jet

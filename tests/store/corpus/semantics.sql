@@ -42,10 +42,10 @@ select m.idm from mascotas as m where M.idm = 7 -> 7
 # The engine would look for the name in the inner table.
 !3061 delete from mascotas where exists (select * from clientes as mascotas where ayn = nom)
 
-[An unqualified name of several tables is taken only when a join makes them equal]
+[An unqualified name of several tables is refused, joined or not]
 @INSERT INTO Mascotas (idm, idc, min) VALUES (7, 1, 5), (8, 1, 6)
 @INSERT INTO Consumo (idm, can, min) VALUES (7, 0.5, 9), (8, 0, 9)
-select idm from consumo inner join mascotas on consumo.idm = mascotas.idm where can > 0 -> 7
+!3061 select idm from consumo inner join mascotas on consumo.idm = mascotas.idm
 !3061 select min from consumo inner join mascotas on consumo.idm = mascotas.idm
 !3061 select idm from consumo, mascotas
 select mascotas.min from consumo, mascotas where consumo.idm = mascotas.idm and can = 0 -> 6
@@ -306,3 +306,7 @@ select max(idc) from clientes -> 4
 !3075 create index i on uno (n)
 !3075 alter table x rename to y
 !3075 drop index i
+
+[A number below 0 may be taken off without a blank]
+= 5--3 -> 8
+= 5---3 -> 2

@@ -9,7 +9,7 @@
 class Motor;
 struct Sesion;
 
-/// Groups writes into one commit. Without Confirmar they are rolled back at the end of the scope.
+/// Groups writes into one commit. Without commit they are rolled back at the end of the scope.
 /// A Lote inside another is a part of it: taken back alone, and committed with the outermost one.
 /// End it before asking the user anything, so that no other terminal waits on a person.
 class Lote

@@ -120,33 +120,39 @@ void advanceDates(Sesion &s)
     s.morvane->Execute("update configuracion set FechaUltimoInicio = ?", s.reloj.hoy);
 }
 
+DayRun beginRun(Sesion &s, const std::vector<store::StoreError> &errores)
+{
+    DayRun c{.s = s, .last = s.configuracion["FechaUltimoInicio"].toDate(), .errores = errores};
+    if (!c.last.isValid())
+        c.last = c.hoy.addDays(-1);
+    c.days = c.last.daysTo(c.hoy);
+    return c;
+}
+
 // All passes as one commit, with what @p atEnd adds. A run that is broken off anywhere leaves
 // nothing behind, so no stock is consumed twice when the day is run again.
 DayRun runPasses(Sesion &s, void (*atEnd)(Sesion &))
 {
-    DayRun c{.s = s, .last = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
-    if (!c.last.isValid())
-        c.last = c.hoy.addDays(-1);
-    c.days = c.last.daysTo(c.hoy);
-
+    std::vector<store::StoreError> before;
     // No database can be opened or closed inside a batch. A scratch file that is of no use, even a
     // damaged one, costs the printed list and not the day.
     try {
         store::openScratch(s, QStringLiteral("rep97"));
     } catch (const store::StoreError &e) {
-        c.errores.push_back(e);
+        before.push_back(e);
     }
-    {
-        Lote dia(s);
+    std::optional<DayRun> run;
+    store::runBatch(s, [&] {
+        run.emplace(beginRun(s, before));
         for (const auto pass : AllPasses) {
-            s.progress.tellBar(c.pass++, PassCount);
-            c.attempt([&] { pass(c); });
+            s.progress.tellBar(run->pass++, PassCount);
+            run->attempt([&] { pass(*run); });
         }
         if (atEnd)
             atEnd(s);
-        dia.commit();
-    }
+    });
     store::closeScratch(s);
+    DayRun c = *std::move(run);
     // The scratch file is every terminal's: laid out here, the list is this run's.
     if (c.listMissed) {
         try {

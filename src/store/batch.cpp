@@ -34,6 +34,12 @@ void Lote::commit()
     m_committed = true;
 }
 
+void Lote::countParts()
+{
+    if (m_own)
+        m_motor.countParts();
+}
+
 PartOfBatch::PartOfBatch(Sesion &s) : m_motor(s.motor->inTransaction() ? s.motor.get() : nullptr)
 {
     if (m_motor)
@@ -51,4 +57,22 @@ void PartOfBatch::commit()
     if (m_motor)
         m_motor->commitPart();
     m_motor = nullptr;
+}
+
+void PartOfBatch::requireWhole(Sesion &s)
+{
+    if (s.motor->isLost())
+        throw BatchMustRepeat();
+}
+
+WriteLock::WriteLock(Sesion &s)
+{
+    if (!s.motor->inTransaction())
+        m_batch.emplace(s);
+}
+
+void WriteLock::commit()
+{
+    if (m_batch)
+        m_batch->commit();
 }

@@ -24,6 +24,9 @@ public:
     /// @throws StoreError when the disk refuses; then nothing of the batch was written
     void commit();
 
+    /// See runBatch().
+    void countParts();
+
 private:
     Motor &m_motor;
     bool m_own;
@@ -42,6 +45,8 @@ public:
     PartOfBatch(const PartOfBatch &) = delete;
     PartOfBatch &operator=(const PartOfBatch &) = delete;
     void commit();
+    /// @throws BatchMustRepeat when a part was to be taken back that runBatch only counts
+    static void requireWhole(Sesion &s);
 
 private:
     Motor *m_motor; // nullptr outside of a batch
@@ -62,8 +67,42 @@ std::optional<StoreError> attempt(Sesion &s, Step &&step)
     } catch (const StoreError &e) {
         if (e.isMediumFailure())
             throw;
+        PartOfBatch::requireWhole(s);
         return e;
     }
 }
+
+/// Runs a long batch of many parts that hardly ever fail, and commits it. To keep its parts apart
+/// costs the engine several times what is written in them, so it does not at first: when one that
+/// has written something must be taken back, all is taken back and run again, the parts kept.
+/// @param run may be called twice, the second time as if the first had never been
+/// @throws StoreError; then nothing of the batch was written
+template <typename Run>
+void runBatch(Sesion &s, Run &&run)
+{
+    try {
+        Lote batch(s);
+        batch.countParts();
+        run();
+        batch.commit();
+        return;
+    } catch (const BatchMustRepeat &) {
+    }
+    Lote batch(s);
+    run();
+    batch.commit();
+}
+
+/// The write lock for a value that is read and then written by one statement, so that nobody comes
+/// in between; inside a batch it is held already.
+class WriteLock
+{
+public:
+    explicit WriteLock(Sesion &s);
+    void commit();
+
+private:
+    std::optional<Lote> m_batch;
+};
 
 } // namespace store

@@ -72,12 +72,19 @@ public:
     virtual void commit() = 0;
     virtual void rollBack() noexcept = 0;
     virtual bool inTransaction() const = 0;
+    /// The number of the open transaction, 0 when there is none. What was read in it is changed by
+    /// nobody else until its end.
+    virtual qint64 transaction() const = 0;
 
     /// A part of the transaction that can be taken back by itself; parts nest, and each ends with
     /// one of the two others. One in which nothing is written costs next to nothing.
     virtual void beginPart() = 0;
     virtual void commitPart() = 0;
     virtual void undoPart() noexcept = 0;
+    /// For the transaction that has begun: its parts are only counted, which costs nothing. To take
+    /// one back that has written something is then to lose the whole.
+    virtual void countParts() = 0;
+    virtual bool isLost() const = 0;
 
     /// How often writes were taken back; rows kept in memory are stale then.
     virtual qint64 rollbackCount() const = 0;

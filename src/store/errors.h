@@ -53,4 +53,9 @@ public:
     bool isMediumFailure() const;
 };
 
+/// Goes through a batch that must be run again from its start, see runBatch(). No failure: nobody
+/// but runBatch catches it.
+struct BatchMustRepeat {
+};
+
 } // namespace store

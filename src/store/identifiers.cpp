@@ -29,24 +29,24 @@ constexpr qint64 TasksEnd = 2147483646;
 
 int store::takeIdentifier(Sesion &s, std::string_view counter, int maximum)
 {
-    Lote lote(s);
+    WriteLock lock(s);
     const qint64 newOne = hasBeenRead(s, counter) + 1;
     if (newOne > maximum)
         throw StoreError(ErrorNumber::Overflow, s(text::UnableToPerform));
     save(s, counter, newOne);
-    lote.commit();
+    lock.commit();
     return int(newOne);
 }
 
 int store::takeTaskId(Sesion &s)
 {
-    Lote lote(s);
+    WriteLock lock(s);
     qint64 newOne = hasBeenRead(s, "contadorTareas") + 1;
     if (newOne >= TasksEnd) {
         s.morvane->Execute("delete * from TareasAgenda where fcreacion < date()");
         newOne = 1;
     }
     save(s, "contadorTareas", newOne);
-    lote.commit();
+    lock.commit();
     return int(newOne);
 }

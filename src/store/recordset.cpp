@@ -85,7 +85,16 @@ struct HeldRows {
     int rows = 0;
     size_t width = 0;
     size_t fuentes = 0;
-    qint64 seen = -1; // what had been written when they were read
+    qint64 seen = -1;       // what had been written when they were read
+    qint64 transaction = 0; // in which they were read
+
+    void clear()
+    {
+        cells.clear();
+        texts.clear();
+        keys.clear();
+        rows = 0;
+    }
 
     void take(const Statement &st, std::span<const jet::RowsSource> sources)
     {
@@ -215,10 +224,12 @@ struct Recordset::Data {
     std::vector<TableMarks *> reads; // of all tables that are read
     qint64 definitionsSeen = 0;
 
-    // How the row of a source is read by its key, and where its cells belong.
+    // How the row of a source is reached by its key; where the cells of the query belong.
     struct RowQuery {
         std::string sql;
         std::vector<int> columns;
+        std::string table;
+        std::string where;
     };
     std::vector<RowQuery> rowQueries;
 
@@ -230,9 +241,14 @@ struct Recordset::Data {
     bool between = false;    // the row is gone: the position is behind `position`, before the next
     bool noMatch = false;
     qint64 added = 0;
+    int unread = 0; // of the last rows, which were added here
     // HeldRows written here, with the number of writes taken back until then: a row whose write was
     // taken back is read again.
     std::unordered_map<int, qint64> written;
+
+    // The row that was read last for an edit, and the transaction in which it was.
+    int freshRow = -1;
+    qint64 freshIn = 0;
 
     // A list with a key answers its first look-ups by queries for one row: reading a full
     // list costs as much as some ten thousand of them. The row that the position stands on is held
@@ -248,6 +264,7 @@ struct Recordset::Data {
 
     // A walk that only goes forward has a statement of its own and holds its row in `lookedUpRow`.
     Statement *walk = nullptr;
+    bool ended = false;
 
     enum class Mode { Reading, Editing, Addition } mode = Mode::Reading;
     struct PutValue {
@@ -308,6 +325,8 @@ struct Recordset::Data {
     {
         marks.push_back(base->writesOf(f.table));
         RowQuery q;
+        q.table = quoted(base->schema) + '.' + quoted(f.table);
+        q.where = " WHERE " + quoted(base->catalogue.find(f.table)->key) + " = ?";
         for (size_t i = 0; i < outputs.size(); ++i) {
             if (outputs[i].column.empty() || !sameName(outputs[i].table, f.alias))
                 continue;
@@ -316,17 +335,8 @@ struct Recordset::Data {
         }
         if (q.columns.empty())
             q.sql = "SELECT 1";
-        q.sql += " FROM " + tableOf(f) + whereKey(f);
+        q.sql += " FROM " + q.table + q.where;
         rowQueries.push_back(std::move(q));
-    }
-
-    std::string tableOf(const jet::RowsSource &f) const
-    {
-        return quoted(base->schema) + '.' + quoted(f.table);
-    }
-    std::string whereKey(const jet::RowsSource &f) const
-    {
-        return " WHERE " + quoted(base->catalogue.find(f.table)->key) + " = ?";
     }
 
     qint64 definitions() const
@@ -393,12 +403,16 @@ struct Recordset::Data {
                              QStringLiteral("The recordset only goes forward"));
         if (!isUpToDate())
             readRows(currentKey());
+        else if (unread > 0)
+            readAdded();
     }
 
     void readRows(qint64 key)
     {
         const std::vector<qint64> before = held().keys;
         HeldRows fresh;
+        fresh.cells.reserve(rows.cells.size());
+        fresh.texts.reserve(rows.texts.size());
         load(fresh, sql, bound);
         rows = std::move(fresh);
         singleOne = false;
@@ -407,6 +421,8 @@ struct Recordset::Data {
         deletedRows.clear();
         indices.clear();
         written.clear();
+        unread = 0;
+        freshRow = -1;
         liveRows = rows.rows;
         goBackTo(key, before);
     }
@@ -421,23 +437,13 @@ struct Recordset::Data {
         into.fuentes = fuentes.size();
         bool any = c.statement->step();
         into.seen = writeCount();
+        into.transaction = base->motor.transaction();
         for (; any; any = c.statement->step()) {
             if (maxRows > 0 && into.rows == maxRows)
                 throw StoreError(ErrorNumber::OutOfMemory,
                                  QStringLiteral("The query gives more than %1 rows").arg(maxRows));
             into.take(*c.statement, fuentes);
         }
-    }
-
-    // Takes the first row of a list that has this key. @return false when there is none
-    bool loadOne(HeldRows &into, const Value &value)
-    {
-        HeldRows fresh;
-        load(fresh, oneSql, std::span(&value, 1));
-        if (fresh.rows == 0)
-            return false;
-        into = std::move(fresh);
-        return true;
     }
 
     // Key of the row that the position stands on; -1 when it has none to be found again by.
@@ -494,6 +500,21 @@ struct Recordset::Data {
         return true;
     }
 
+    // Behind the write lock, a row is read once only.
+    void readForEdit()
+    {
+        const qint64 now = base->motor.transaction();
+        const bool known =
+            now != 0 && held().seen == writeCount()
+            && (held().transaction == now || (freshIn == now && freshRow == position));
+        if (known)
+            return;
+        if (!refresh(held(), position))
+            noRow(QStringLiteral("The record was deleted meanwhile"));
+        freshIn = now;
+        freshRow = position;
+    }
+
     Value read(int row, int index) const
     {
         return held().read(row, index, outputs[size_t(index)].type);
@@ -540,18 +561,14 @@ struct Recordset::Data {
 
     void step()
     {
-        lookedUpRow.cells.clear();
-        lookedUpRow.texts.clear();
-        lookedUpRow.rows = 0;
-        if (walk && walk->step()) {
+        lookedUpRow.clear();
+        if (walk->step()) {
             lookedUpRow.take(*walk, {});
         } else {
             walk->reset(); // nothing is held up any longer
             ended = true;
         }
     }
-    bool ended = false; // of a walk
-
     // -1 when there is no such column.
     int Column(std::string_view field) const
     {
@@ -671,10 +688,14 @@ struct Recordset::Data {
         if (queries == QueriesBeforeReading)
             return std::nullopt;
         ++queries;
-        if (!loadOne(lookedUpRow, *key))
+        HeldRows fresh;
+        load(fresh, oneSql, std::span(&*key, 1));
+        if (fresh.rows == 0)
             return false;
+        lookedUpRow = std::move(fresh);
         singleOne = true;
         loaded = false;
+        freshRow = -1;
         written.clear();
         position = 0;
         return true;
@@ -692,7 +713,9 @@ struct Recordset::Data {
         if (queries == QueriesBeforeReading)
             return std::nullopt;
         ++queries;
-        return loadOne(found, *key) ? &found : nullptr;
+        found.clear();
+        load(found, oneSql, std::span(&*key, 1));
+        return found.rows > 0 ? &found : nullptr;
     }
 
     int locate(const jet::Criterion &criterion, std::span<const Value> given)
@@ -764,7 +787,7 @@ struct Recordset::Data {
     void writeSource(size_t f, const std::vector<const PutValue *> &put)
     {
         const qint64 key = held().keyName(position, f);
-        const std::string where = whereKey(fuentes[f]);
+        const RowQuery &row = rowQueries[f];
         std::string changes, guards;
         std::vector<const Value *> values;
         for (const PutValue *p : put) {
@@ -776,8 +799,8 @@ struct Recordset::Data {
             values.push_back(&p->value);
         }
         Statement &st = base->directStatement(
-            changes.empty() ? "SELECT 1 FROM " + tableOf(fuentes[f]) + where + guards
-                            : "UPDATE " + tableOf(fuentes[f]) + " SET " + changes + where + guards);
+            changes.empty() ? "SELECT 1 FROM " + row.table + row.where + guards
+                            : "UPDATE " + row.table + " SET " + changes + row.where + guards);
         const Resetting statement{st};
         int n = 0;
         for (const Value *v : values)
@@ -785,8 +808,8 @@ struct Recordset::Data {
         st.bind(n++, key);
         for (const PutValue *p : put)
             st.bind(n++, p->before);
-        const bool row = st.step();
-        if (changes.empty() ? !row : base->motor.changedRows() == 0)
+        const bool any = st.step();
+        if (changes.empty() ? !any : base->motor.changedRows() == 0)
             failChanged(f, put);
         if (!changes.empty())
             count(f);
@@ -798,7 +821,7 @@ struct Recordset::Data {
         for (const PutValue *p : put)
             sql1 += (p == put.front() ? "" : ", ") + unchanged(p->column);
         Statement &st =
-            base->directStatement(sql1 + " FROM " + tableOf(fuentes[f]) + whereKey(fuentes[f]));
+            base->directStatement(sql1 + " FROM " + rowQueries[f].table + rowQueries[f].where);
         const Resetting statement{st};
         int n = 0;
         for (const PutValue *p : put)
@@ -818,7 +841,7 @@ struct Recordset::Data {
     // Own writes are in the rows already; they are no reason to read everything again.
     void count(size_t source)
     {
-        const bool own = list && held().seen == writeCount();
+        const bool own = held().seen == writeCount();
         ++marks[source]->writes;
         if (own)
             held().seen = writeCount();
@@ -833,7 +856,7 @@ struct Recordset::Data {
             marcadores += (marcadores.empty() ? "" : ", ") + mark(p.column, p.value);
         }
         Statement &st = base->directStatement(
-            "INSERT INTO " + tableOf(fuentes.front())
+            "INSERT INTO " + rowQueries.front().table
             + (puts.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marcadores + ')'));
         {
             const Resetting statement{st};
@@ -849,7 +872,7 @@ struct Recordset::Data {
             append(added);
     }
 
-    // Defaults and numbers that the engine gave are read with the row.
+    // The row is read, with its defaults, when somebody looks.
     void append(qint64 key)
     {
         if (rowQueries.front().columns.size() != outputs.size()) {
@@ -860,9 +883,23 @@ struct Recordset::Data {
         rows.keys.push_back(key);
         ++rows.rows;
         ++liveRows;
+        ++unread;
+    }
+
+    // One that was taken back meanwhile has never been.
+    void readAdded()
+    {
+        for (int row = rows.rows - unread; row < rows.rows; ++row) {
+            if (refresh(rows, row)) {
+                written[row] = base->motor.rollbackCount();
+                continue;
+            }
+            deletedRows.resize(size_t(rows.rows), 0);
+            deletedRows[size_t(row)] = 1;
+            --liveRows;
+        }
+        unread = 0;
         indices.clear();
-        refresh(rows, rows.rows - 1);
-        written[rows.rows - 1] = base->motor.rollbackCount();
     }
 };
 
@@ -972,7 +1009,7 @@ void Recordset::find(std::string_view criterion, std::span<const Value> bound)
 {
     d->checkDefinition();
     const jet::Criterion &c = d->criterion(criterion);
-    if (!d->isUpToDate()) {
+    if (!d->isUpToDate() || d->unread > 0) {
         if (const auto hay = d->locateOne(c, bound)) {
             d->noMatch = !*hay;
             if (*hay)
@@ -997,7 +1034,7 @@ std::optional<Value> Recordset::lookUp(std::string_view criterion, const Value &
     const jet::Criterion &c = d->criterion(criterion);
     const int column = d->existing(field);
     const ColumnType type = d->outputs[size_t(column)].type;
-    if (!d->isUpToDate()) {
+    if (!d->isUpToDate() || d->unread > 0) {
         if (const auto found = d->foundOne(c, value))
             return *found ? std::optional((*found)->read(0, column, type)) : std::nullopt;
         d->refresh();
@@ -1041,8 +1078,7 @@ void Recordset::Edit()
         throw StoreError(ErrorNumber::Internals, QStringLiteral("The recordset is read-only"));
     CancelUpdate();
     d->requireRow();
-    if (!d->refresh(d->held(), d->position))
-        noRow(QStringLiteral("The record was deleted meanwhile"));
+    d->readForEdit();
     d->mode = Data::Mode::Editing;
 }
 
@@ -1102,9 +1138,8 @@ void Recordset::Delete()
         throw StoreError(ErrorNumber::Internals, QStringLiteral("No row can be deleted here"));
     d->refresh();
     d->requireRow();
-    const jet::RowsSource &source = d->fuentes.front();
-    Statement &st =
-        d->base->directStatement("DELETE FROM " + d->tableOf(source) + d->whereKey(source));
+    const Data::RowQuery &row = d->rowQueries.front();
+    Statement &st = d->base->directStatement("DELETE FROM " + row.table + row.where);
     st.bind(0, d->rows.keyName(d->position, 0));
     st.step();
     st.reset();

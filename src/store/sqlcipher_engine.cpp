@@ -211,9 +211,19 @@ public:
     }
 
     void ask() { ++m_asked; }
+    void onlyCount() { m_counted = true; }
+    bool lost() const { return m_lost; }
+    void end()
+    {
+        m_asked = m_begun = 0;
+        m_counted = m_lost = false;
+    }
+
     /// Before every write.
     void begin()
     {
+        if (m_counted)
+            return;
         // Where the engine has ended the transaction by itself, a part would begin a new one.
         if (m_begun < m_asked && sqlite3_get_autocommit(m_db) != 0)
             throw StoreError(ErrorNumber::Internals, QStringLiteral("The batch was broken off"));
@@ -221,9 +231,17 @@ public:
             if (const int r = run(m_save); r != SQLITE_OK)
                 fail(m_db, r);
     }
+    /// Behind every write that was carried out.
+    void written()
+    {
+        if (m_counted)
+            m_begun = m_asked;
+    }
     void commit()
     {
-        if (m_begun == m_asked) {
+        if (m_begun == m_asked && m_counted) {
+            --m_begun;
+        } else if (m_begun == m_asked) {
             if (const int r = run(m_release); r != SQLITE_OK)
                 fail(m_db, r);
             --m_begun;
@@ -236,7 +254,9 @@ public:
         const bool written = m_asked > 0 && m_begun == m_asked;
         if (written) {
             // The engine may have ended the whole transaction already.
-            if (sqlite3_get_autocommit(m_db) == 0) {
+            if (m_counted) {
+                m_lost = true;
+            } else if (sqlite3_get_autocommit(m_db) == 0) {
                 run(m_undo);
                 run(m_release);
             }
@@ -258,7 +278,9 @@ private:
     sqlite3_stmt *m_release = nullptr;
     sqlite3_stmt *m_undo = nullptr;
     int m_asked = 0;
-    int m_begun = 0;
+    int m_begun = 0;        // of those, the ones in which something was written
+    bool m_counted = false; // without the engine
+    bool m_lost = false;
 };
 
 class FileStatement final : public Statement
@@ -328,6 +350,8 @@ public:
         if (m_writes)
             m_parts.begin();
         const int r = sqlite3_step(m_st);
+        if (m_writes && (r == SQLITE_ROW || r == SQLITE_DONE))
+            m_parts.written();
         if (r == SQLITE_ROW)
             return true;
         if (r == SQLITE_DONE)
@@ -439,16 +463,29 @@ public:
         sqlite3_free(error);
         if (r != SQLITE_OK)
             fail(m_db, r, sql);
+        m_parts.written();
     }
 
     int changedRows() const override { return sqlite3_changes(m_db); }
     qint64 lastKey() const override { return sqlite3_last_insert_rowid(m_db); }
 
-    void begin() override { run("BEGIN IMMEDIATE"); }
-    void commit() override { run("COMMIT"); }
+    void begin() override
+    {
+        run("BEGIN IMMEDIATE");
+        ++m_transactions;
+    }
+    qint64 transaction() const override { return inTransaction() ? m_transactions : 0; }
+    void commit() override
+    {
+        if (m_parts.lost())
+            throw BatchMustRepeat();
+        run("COMMIT");
+        m_parts.end();
+    }
     void rollBack() noexcept override
     {
         ++m_rolledBack;
+        m_parts.end();
         if (inTransaction())
             sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
     }
@@ -457,6 +494,8 @@ public:
 
     void beginPart() override { m_parts.ask(); }
     void commitPart() override { m_parts.commit(); }
+    void countParts() override { m_parts.onlyCount(); }
+    bool isLost() const override { return m_parts.lost(); }
     void undoPart() noexcept override
     {
         if (m_parts.undo())
@@ -560,6 +599,7 @@ private:
 
     sqlite3 *m_db = nullptr;
     qint64 m_rolledBack = 0;
+    qint64 m_transactions = 0;
     std::string m_name; // the connection keeps a pointer to it
     Parts m_parts;
     PerSchema m_versions;

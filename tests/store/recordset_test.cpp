@@ -338,8 +338,9 @@ TEST_F(rows, WhatABatchTookBackIsNotShown)
         r.Update();
     }
     EXPECT_EQ(r["ayn"].toText(), u"C1"_s);
+    EXPECT_EQ(r.RecordCount(), 4);
     r.MoveLast();
-    EXPECT_EQ(numberOf([&] { r["ayn"]; }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(r["ayn"].toText(), u"C4"_s);
 }
 
 TEST_F(rows, ARecordsetOfAClosedDatabaseSaysSo)
@@ -401,6 +402,50 @@ TEST_F(rows, APartOfABatchIsTakenBackByItself)
         outer.commit();
     }
     EXPECT_EQ(names(), u"1|1\n2|C2\n3|C3\n"_s);
+}
+
+TEST_F(rows, ALongBatchIsRunAgainOnlyWhenAPartOfItThatHasWrittenFails)
+{
+    struct Situation {
+        bool writes, fails, kept; // what a part does before it fails, and whether the batch goes on
+        int runs;
+        QString after;
+    };
+    const Situation situations[] = {
+        {true, false, true, 1, u"inserted, part"_s},
+        {false, true, true, 1, u"inserted"_s},
+        {true, true, true, 2, u"inserted"_s},
+        {true, true, false, 1, u""_s},
+    };
+    for (const Situation &i : situations) {
+        int runs = 0;
+        const auto batch = [&] {
+            runBatch(s, [&] {
+                ++runs;
+                s.clientes->Execute("insert into Clientes (idc, ayn) values (8, 'inserted')");
+                const auto part = [&] {
+                    Lote inner(s);
+                    if (i.writes)
+                        s.clientes->Execute("insert into Clientes (idc, ayn) values (9, 'part')");
+                    if (i.fails)
+                        s.clientes->Execute("insert into Clientes (idc) values (70000)");
+                    inner.commit();
+                };
+                if (i.kept)
+                    attempt(s, part);
+                else
+                    part();
+            });
+        };
+        EXPECT_EQ(numberOf(batch), i.kept ? 0 : ErrorNumber::Overflow);
+        EXPECT_EQ(runs, i.runs);
+        EXPECT_FALSE(s.motor->inTransaction());
+        EXPECT_EQ(allRows(*s.clientes, "select ayn from Clientes where idc > 4 order by idc")
+                      .trimmed()
+                      .replace(u"\n"_s, u", "_s),
+                  i.after);
+        s.clientes->Execute("delete * from Clientes where idc > 4");
+    }
 }
 
 TEST_F(rows, AWalkForwardHoldsOneRow)

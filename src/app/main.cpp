@@ -22,6 +22,7 @@
 #include "ui/pictures.h"
 #include "ui/quick_key.h"
 #include "ui/theme.h"
+#include "ui/wait_notice.h"
 #include "ui/window_dialogs.h"
 
 #include <QApplication>
@@ -91,6 +92,7 @@ int window(int &argc, char **argv, const Options &options, store::Language langu
     ui::WindowDialogs dialogos{store::Texts(language)};
     printing::DeskPrinting impresion;
     Sesion s(dialogos, impresion, language);
+    const ui::WaitNotice notice(s);
     store::setDataFolder(s, options.data);
 
     // One instance on this machine for each program folder, which may be shared: so the lock lies

@@ -9,6 +9,7 @@
 #include "startup/start_steps.h"
 #include "store/data_folder.h"
 #include "store/opening.h"
+#include "store/upkeep.h"
 #include "texts/texts.h"
 
 #include <QDir>
@@ -65,6 +66,8 @@ int inClinic(const Options &options, store::Language language,
             return fail(s(text::FirstRunIsDue));
         return work(s);
     } catch (const store::StoreError &e) {
+        if (e.number == store::ErrorNumber::DatabaseDamaged)
+            store::noteDamage(s);
         return fail(store::errorText(s, e));
     }
 }

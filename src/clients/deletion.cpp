@@ -1,7 +1,6 @@
 #include "clients/deletion.h"
 
 #include "store/data_folder.h"
-#include "store/opening.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
 
@@ -135,28 +134,6 @@ bool isCommon(Sesion &s)
     return s.user.isCommon();
 }
 
-// Holds the members' database open: it can neither be opened nor closed inside a batch.
-class MembersDatabase
-{
-public:
-    MembersDatabase(Sesion &s, bool open) : m_s(s), m_open(open)
-    {
-        if (open)
-            store::openScratch(s, u"os"_s);
-    }
-    ~MembersDatabase()
-    {
-        if (m_open)
-            store::closeScratch(m_s);
-    }
-    MembersDatabase(const MembersDatabase &) = delete;
-    MembersDatabase &operator=(const MembersDatabase &) = delete;
-
-private:
-    Sesion &m_s;
-    bool m_open;
-};
-
 } // namespace
 
 bool clients::deleteClient(Sesion &s, int idc)
@@ -182,7 +159,6 @@ bool clients::deleteClient(Sesion &s, int idc)
     if (!sure(s, r["ayn"].toText() + (count > 0 ? s(text::AndItsPatients).arg(count) : QString())))
         return false;
 
-    const MembersDatabase socios(s, obra == 3);
     std::vector<Image> images;
     std::vector<int> patients;
     {
@@ -198,8 +174,8 @@ bool clients::deleteClient(Sesion &s, int idc)
         }
         s.clientes->Execute("delete * from mascotas where idc = ?", idc);
         if (obra == 3) {
-            s.scratch->Execute("delete * from socios where idc = ?", idc);
-            s.scratch->Execute("delete * from MascotasAsociadas where idc = ?", idc);
+            s.os->Execute("delete * from socios where idc = ?", idc);
+            s.os->Execute("delete * from MascotasAsociadas where idc = ?", idc);
         }
         s.clientes->Execute("delete * from clientes where idc = ?", idc);
         lote.commit();

@@ -32,11 +32,11 @@ class LineProgress
 public:
     LineProgress(Sesion &s, ui::HelpLine *line) : m_s(s), m_before(s.progress)
     {
-        s.progress = {[line](const QString &text) {
-                          line->tell(text);
-                          line->repaint();
-                      },
-                      {}};
+        s.progress.stage = [line](const QString &text) {
+            line->tell(text);
+            line->repaint();
+        };
+        s.progress.bar = {};
     }
     ~LineProgress() { m_s.progress = m_before; }
     LineProgress(const LineProgress &) = delete;

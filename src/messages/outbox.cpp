@@ -9,6 +9,7 @@
 #include "printing/letter.h"
 #include "printing/report.h"
 #include "store/data_folder.h"
+#include "store/folder_lock.h"
 #include "store/lookups.h"
 #include "store/opening.h"
 #include "texts/agenda.h"
@@ -120,14 +121,14 @@ void logDelivery(Sesion &s, const DeliveryList &list, int idm, int product)
 {
     const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
     const auto cut = [&](const char *column, const QString &t) {
-        return s.scratch->trimmed(list.table, column, t);
+        return s.rep97->trimmed(list.table, column, t);
     };
     const std::string sql = std::string("insert into ") + list.table + " (mas, " + list.column
                             + ", pro, dir, tel) values (?, ?, ?, ?, ?)";
-    s.scratch->Execute(sql, cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
-                       cut(list.column, LeerCampo(s, "finanzas", "articulos", product, "nom")),
-                       cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
-                       cut("dir", DomicilioCliente(s, idc)), cut("tel", TelefonosCliente(s, idc)));
+    s.rep97->Execute(sql, cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
+                     cut(list.column, LeerCampo(s, "finanzas", "articulos", product, "nom")),
+                     cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
+                     cut("dir", DomicilioCliente(s, idc)), cut("tel", TelefonosCliente(s, idc)));
 }
 
 std::vector<Pending> deliveryPending(Sesion &s, QDate hoy, const DeliveryList &list)
@@ -148,15 +149,13 @@ std::vector<Pending> deliveryPending(Sesion &s, QDate hoy, const DeliveryList &l
 
 void fillScratch(Sesion &s, const DeliveryList &list, const std::vector<Pending> &inList)
 {
-    Lote lote(s);
-    s.scratch->Execute(std::string("delete * from ") + list.table);
+    s.rep97->Execute(std::string("delete * from ") + list.table);
     for (const Pending &p : inList)
         logDelivery(s, list, p.ida, p.artaux.toInt());
-    lote.commit();
 }
 
 // A list is noted as gone out once it is laid out, and before the question: answering No drops it,
-// on purpose. A scratch file or a definition of no use costs the list, not the messages; its tasks
+// on purpose. A definition of no use costs the list, not the messages; its tasks
 // stay as they were.
 void deliver(Sesion &s, QDate hoy, const DeliveryList &list)
 {
@@ -164,19 +163,15 @@ void deliver(Sesion &s, QDate hoy, const DeliveryList &list)
     bool own = false;
     try {
         const std::vector<Pending> inList = deliveryPending(s, hoy, list);
-        store::openScratch(s, u"rep97"_s);
         fillScratch(s, list, inList);
-        store::closeScratch(s);
         if (inList.empty())
             return;
-        // The scratch file is every terminal's: laid out at once, the list is this run's.
         document = printing::runReport(s, list.report);
         Lote lote(s);
         for (const Pending &p : inList)
             own |= wentOut(s, hoy, p);
         lote.commit();
     } catch (const store::StoreError &e) {
-        store::closeScratch(s);
         s.dialogos.Mensaje(store::errorText(s, e));
         return;
     }
@@ -458,7 +453,7 @@ bool EnviarMensajes(Sesion &s, QDate hoy)
         // Not while a question or a message stands open: those may last over midnight, and the next
         // day shall not wait for them. Lists and letters are taken by whoever notes them first.
         const store::FolderLock sending(s.dataFolder, u"kelvara.correo"_s, SendingWait,
-                                        [&s] { s.progress.tellBar(0, 1); });
+                                        [&s](const QString &) { s.progress.tellBar(0, 1); });
         only = sending.isHeld();
         if (only)
             failure = sendMails(s, hoy);

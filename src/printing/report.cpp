@@ -1,7 +1,6 @@
 #include "printing/report.h"
 
 #include "store/data_folder.h"
-#include "store/opening.h"
 #include "texts/printing.h"
 #include "texts/texts.h"
 
@@ -159,19 +158,8 @@ QString readDefinition(const Sesion &s, const QString &file)
 
 Datum readRows(Sesion &s, const ReportHead &head)
 {
-    store::openScratch(s, u"rep97"_s);
-    try {
-        Datum data;
-        {
-            Recordset r = s.scratch->OpenSnapshot(head.query.toStdString());
-            data = fillData(r, head);
-        }
-        store::closeScratch(s);
-        return data;
-    } catch (...) {
-        store::closeScratch(s);
-        throw;
-    }
+    Recordset r = s.rep97->OpenSnapshot(head.query.toStdString());
+    return fillData(r, head);
 }
 
 std::unique_ptr<DocumentHtml> run(Sesion &s, const QString &file)

@@ -7,9 +7,8 @@
 namespace printing
 {
 
-/// Fills the definition `nombre` + language code with the rows of the scratch database as it
-/// stands: the clinic's own in the folder reportes of its data, or the one that the program brings.
-/// The scratch database must be closed before; it is opened and closed here.
+/// Fills the definition `nombre` + language code with the rows of the scratch tables as they
+/// stand: the clinic's own in the folder reportes of its data, or the one that the program brings.
 /// @throws StoreError 53 when there is no definition, 3075 with the line that cannot be read
 std::unique_ptr<DocumentHtml> runReport(Sesion &s, const QString &name);
 

@@ -7,8 +7,10 @@
 #include "startup/day_passes.h"
 #include "startup/news.h"
 #include "store/data_folder.h"
+#include "store/folder_lock.h"
 #include "store/lookups.h"
 #include "store/opening.h"
+#include "store/upkeep.h"
 #include "texts/texts.h"
 
 #include <QFile>
@@ -20,17 +22,11 @@ using namespace startup;
 namespace
 {
 
-// How long a terminal waits for another one that is running the day, in seconds.
-constexpr int DayWait = 600;
-
 // --- The short passes ---
 
 void prepare(DayRun &c)
 {
-    c.attempt([&] {
-        if (c.s.scratch)
-            c.s.scratch->Execute("delete * from auxrevacunacion");
-    });
+    c.attempt([&] { c.s.rep97->Execute("delete * from auxrevacunacion"); });
     c.attempt([&] { c.s.morvane->Execute("delete * from pizarra"); });
 }
 
@@ -120,9 +116,9 @@ void advanceDates(Sesion &s)
     s.morvane->Execute("update configuracion set FechaUltimoInicio = ?", s.reloj.hoy);
 }
 
-DayRun beginRun(Sesion &s, const std::vector<store::StoreError> &errores)
+DayRun beginRun(Sesion &s)
 {
-    DayRun c{.s = s, .last = s.configuracion["FechaUltimoInicio"].toDate(), .errores = errores};
+    DayRun c{.s = s, .last = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
     if (!c.last.isValid())
         c.last = c.hoy.addDays(-1);
     c.days = c.last.daysTo(c.hoy);
@@ -133,17 +129,9 @@ DayRun beginRun(Sesion &s, const std::vector<store::StoreError> &errores)
 // nothing behind, so no stock is consumed twice when the day is run again.
 DayRun runPasses(Sesion &s, void (*atEnd)(Sesion &))
 {
-    std::vector<store::StoreError> before;
-    // No database can be opened or closed inside a batch. A scratch file that is of no use, even a
-    // damaged one, costs the printed list and not the day.
-    try {
-        store::openScratch(s, QStringLiteral("rep97"));
-    } catch (const store::StoreError &e) {
-        before.push_back(e);
-    }
     std::optional<DayRun> run;
     store::runBatch(s, [&] {
-        run.emplace(beginRun(s, before));
+        run.emplace(beginRun(s));
         for (const auto pass : AllPasses) {
             s.progress.tellBar(run->pass++, PassCount);
             run->attempt([&] { pass(*run); });
@@ -151,9 +139,7 @@ DayRun runPasses(Sesion &s, void (*atEnd)(Sesion &))
         if (atEnd)
             atEnd(s);
     });
-    store::closeScratch(s);
     DayRun c = *std::move(run);
-    // The scratch file is every terminal's: laid out here, the list is this run's.
     if (c.listMissed) {
         try {
             c.missed = printing::runReport(s, QStringLiteral("vac"));
@@ -212,9 +198,13 @@ bool isNewMonth(Sesion &s)
 
 store::FolderLock lock(Sesion &s)
 {
-    return {s.dataFolder, QStringLiteral("kelvara.dia"), DayWait, [&s, told = false]() mutable {
-                if (!std::exchange(told, true))
-                    s.progress.tellStage(s(text::AnotherTerminalRunsTheDay));
+    return {s.dataFolder, QStringLiteral("kelvara.dia"), store::StartPatienceMs / 1000,
+            [&s, told = QString()](const QString &holder) mutable {
+                QString text = s(text::AnotherTerminalRunsTheDay);
+                if (!holder.isEmpty())
+                    text += u' ' + s(text::HeldBy).arg(holder);
+                if (std::exchange(told, text) != text)
+                    s.progress.tellStage(text);
                 s.progress.tellBar(0, PassCount);
             }};
 }
@@ -307,11 +297,7 @@ void runMonth(Sesion &s, const LaterSteps &steps)
     });
 }
 
-} // namespace
-
-void TareasDeInicio(Sesion &s) { report(runPasses(s, nullptr)); }
-
-bool IniciarTareas(Sesion &s, const LaterSteps &steps)
+bool passGate(Sesion &s, const LaterSteps &steps)
 {
     bool hasRun = false;
     try {
@@ -335,4 +321,24 @@ bool IniciarTareas(Sesion &s, const LaterSteps &steps)
         send(s, steps);
     }
     return hasRun;
+}
+
+} // namespace
+
+void TareasDeInicio(Sesion &s) { report(runPasses(s, nullptr)); }
+
+bool IniciarTareas(Sesion &s, const LaterSteps &steps)
+{
+    try {
+        return passGate(s, steps);
+    } catch (const store::StoreError &e) {
+        if (e.number != store::ErrorNumber::DatabaseDamaged)
+            throw;
+    }
+    // The pass reads what no opening reads. Nothing of it was written; the file is repaired and the
+    // day run again.
+    store::noteDamage(s);
+    if (const auto failure = store::openStore(s))
+        throw store::StoreError(store::ErrorNumber::Internals, failure->text);
+    return passGate(s, steps);
 }

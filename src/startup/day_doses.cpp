@@ -19,12 +19,10 @@ namespace
 void logForList(DayRun &c, int idm, int idc, int ida, int dos)
 {
     Sesion &s = c.s;
-    if (!s.scratch)
-        return;
     const auto cut = [&s](const char *column, const QString &t) {
-        return s.scratch->trimmed("auxrevacunacion", column, t);
+        return s.rep97->trimmed("auxrevacunacion", column, t);
     };
-    s.scratch->Execute(
+    s.rep97->Execute(
         "insert into auxrevacunacion (mas, vac, pro, dir, tel, dos) values (?, ?, ?, ?, ?, ?)",
         cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
         cut("vac", LeerCampo(s, "finanzas", "articulos", ida, "nom")),
@@ -78,7 +76,7 @@ void passes::missedDoses(DayRun &c)
                                      s(text::DosesWithService)})),
                 103, 7, 19);
     });
-    c.listMissed = first > 0 && list && s.scratch;
+    c.listMissed = first > 0 && list;
 }
 
 // --- Doses of today ---

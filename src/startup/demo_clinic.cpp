@@ -34,9 +34,7 @@ void adjustSettings(Demo &d)
 
 void startup::createDemo(Sesion &s)
 {
-    // Opened before the batch: a database cannot join a transaction that has begun.
-    Base &os = store::openScratch(s, u"os"_s);
-    Demo d{s, *s.clientes, *s.finanzas, *s.morvane, os, s.reloj.hoy, Words(s.texts.language())};
+    Demo d{s, *s.clientes, *s.finanzas, *s.morvane, *s.os, s.reloj.hoy, Words(s.texts.language())};
     const QStringList clinic = d.words.fieldsOf(u"clinica"_s).front();
     {
         Lote lote(s);
@@ -50,7 +48,6 @@ void startup::createDemo(Sesion &s)
         adjustSettings(d);
         lote.commit();
     }
-    store::closeScratch(s);
     store::readClinic(s);
     for (const QString &folder : {u"cli"_s, u"ray"_s, u"eco"_s, u"fot"_s})
         QDir().mkpath(store::pathUnder(s.dataFolder, u"mascotas/"_s + folder));

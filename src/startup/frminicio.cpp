@@ -46,7 +46,13 @@ frminicio::frminicio(Sesion &s, StartSteps steps, QWidget *parent)
     Timer1->start();
 }
 
-frminicio::~frminicio() { m_s.progress = {}; }
+frminicio::~frminicio() { leaveProgress(); }
+
+void frminicio::leaveProgress()
+{
+    m_s.progress.stage = {};
+    m_s.progress.bar = {};
+}
 
 void frminicio::build()
 {
@@ -159,6 +165,8 @@ void frminicio::step()
         stage(m_s(text::StartupTasks));
         // What the pass could not do is told; the clinic can still work today.
         guarded([this] { call(m_steps.startTasks); });
+        if (!m_s.motor) // a file was damaged and could not be repaired
+            return end();
         break;
     case 7:
         return finish();
@@ -305,7 +313,8 @@ void frminicio::finish()
 {
     m_over = true;
     m_step = 0;
-    m_s.progress = {};
+    leaveProgress();
+    m_s.motor->setPatience(store::WorkingPatienceMs);
     guarded([this] { call(m_steps.loadOwners); });
     hide();
     guarded([this] { call(m_steps.loadSales); });

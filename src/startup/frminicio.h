@@ -56,6 +56,7 @@ private:
     void repaintNow(bool always);
     void end();
     void finish();
+    void leaveProgress();
 
     startup::StartSteps m_steps;
     startup::Login m_login;

@@ -5,16 +5,11 @@
 #include "store/session.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QThread>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 using namespace store;
 
@@ -64,7 +59,9 @@ QString store::readPath(const QString &programFolder)
     if (line.startsWith("\xEF\xBB\xBF"))
         line.remove(0, 3);
     const QString ruta = QDir::fromNativeSeparators(QString::fromUtf8(line).trimmed());
-    return withSlash(ruta.isEmpty() ? programFolder : ruta);
+    if (ruta.isEmpty())
+        return withSlash(programFolder);
+    return withSlash(QDir::cleanPath(QDir(programFolder).absoluteFilePath(ruta)));
 }
 
 bool store::hasPath(const QString &programFolder)
@@ -108,7 +105,7 @@ void store::setDataFolder(Sesion &s, const QString &folder)
     s.dataFolder =
         folder.isEmpty() ? readPath(s.programFolder) : withSlash(QDir(folder).absolutePath());
     s.givenFolder = !folder.isEmpty();
-    s.EnRed = s.dataFolder.toLower() != s.programFolder.toLower();
+    s.EnRed = folder.isEmpty() && s.dataFolder.toLower() != s.programFolder.toLower();
 }
 
 QString RutaRealDeDatos(Sesion &s)
@@ -151,38 +148,4 @@ QString RutaRealDeDatos(Sesion &s)
     }
     remove();
     return found;
-}
-
-FolderLock::FolderLock(const QString &folder, const QString &name, int seconds,
-                       const std::function<void()> &meanwhile)
-{
-    const QString ruta = withSlash(folder) + name;
-    const int file =
-        ::open(QFile::encodeName(ruta).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (file < 0)
-        throw StoreError(ErrorNumber::PathOrDisk, ruta);
-    // A record lock, like the engine's own: it works on shared folders and ends with its process.
-    struct flock l {
-    };
-    l.l_type = F_WRLCK;
-    l.l_whence = SEEK_SET;
-    QDeadlineTimer term(seconds * 1000);
-    for (;;) {
-        if (::fcntl(file, F_SETLK, &l) == 0) {
-            m_file = file;
-            return;
-        }
-        if (term.hasExpired())
-            break;
-        if (meanwhile)
-            meanwhile();
-        QThread::msleep(50);
-    }
-    ::close(file);
-}
-
-FolderLock::~FolderLock()
-{
-    if (m_file >= 0)
-        ::close(m_file);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 
 struct Sesion;
 
@@ -15,7 +14,7 @@ QString programFolder();
 
 /// First line of ruta.txt in the program folder (byte order mark, carriage return and blanks at
 /// the ends removed), or the program folder itself when there is no such file, it cannot be read
-/// or it names nothing. Ends in a slash.
+/// or it names nothing. A relative path begins at the program folder. Ends in a slash.
 QString readPath(const QString &programFolder);
 
 /// Whether the program folder has a ruta.txt.
@@ -28,26 +27,9 @@ bool writePath(const QString &programFolder, const QString &dataFolder);
 /// not exist keep the case given. Accepts both slashes.
 QString pathUnder(const QString &folder, const QString &relative);
 
-/// Sets the data folder and EnRed of the session from a folder, or from ruta.txt when empty.
+/// Sets the data folder of the session from a folder, or from ruta.txt when empty. Only ruta.txt
+/// makes this machine a terminal (EnRed), when it names another place than the program's own.
 void setDataFolder(Sesion &s, const QString &folder);
-
-/// Holds a folder-wide lock between processes and machines, such as the one on the day's run. It
-/// is free again when the holder dies. Blocks until it is taken or @p segundos have passed.
-/// @throws StoreError 75 when the folder does not allow it
-class FolderLock
-{
-public:
-    /// @param meanwhile called while another one holds it, some twenty times a second
-    FolderLock(const QString &folder, const QString &name, int seconds,
-               const std::function<void()> &meanwhile = {});
-    ~FolderLock();
-    FolderLock(const FolderLock &) = delete;
-    FolderLock &operator=(const FolderLock &) = delete;
-    bool isHeld() const { return m_file >= 0; }
-
-private:
-    int m_file = -1;
-};
 
 } // namespace store
 

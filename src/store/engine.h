@@ -6,6 +6,8 @@
 #include "store/value.h"
 
 #include <QString>
+#include <QStringList>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -43,6 +45,18 @@ struct DeclaredColumn {
     std::string type; // "TEXT(50)", "CURRENCY", ...
     std::string byDefault;
     bool identity = false;
+    bool notNull = false;
+};
+
+/// How long a statement waits for another terminal: at the counter, and while the program starts,
+/// when another one may be running the day or bringing the data up to date.
+inline constexpr int WorkingPatienceMs = 30'000;
+inline constexpr int StartPatienceMs = 600'000;
+
+/// A database and the file that is to hold its copy.
+struct DatabaseCopy {
+    std::string schema;
+    QString file;
 };
 
 } // namespace store
@@ -57,6 +71,8 @@ public:
     /// Opens a database under a name. @throws StoreError 3024 when there is no such file, 3343
     /// when it is no database of this system, is damaged or has another password
     virtual void open(const QString &file, const std::string &schema) = 0;
+    /// Makes an empty database of this process alone, which goes with it.
+    virtual void openInMemory(const std::string &schema) = 0;
     /// Must not run inside a transaction.
     virtual void close(const std::string &schema) = 0;
     virtual std::unique_ptr<store::Statement> prepare(const std::string &sql) = 0;
@@ -89,6 +105,21 @@ public:
     /// How often writes were taken back; rows kept in memory are stale then.
     virtual qint64 rollbackCount() const = 0;
 
+    /// How long a statement waits for another terminal, in milliseconds.
+    virtual void setPatience(int ms) = 0;
+    /// What is called, some twenty times a second, while a statement waits for another terminal,
+    /// with the milliseconds of waiting. No statement can be run meanwhile: one that is tried
+    /// throws 3260.
+    virtual void whileWaiting(std::function<void(int ms)> tell) = 0;
+
+    /// Copies databases while they are in use, all as they stand at one moment. Other terminals can
+    /// read meanwhile; those that write wait. A file that exists is replaced, when the copy is
+    /// whole. Not inside of a transaction. @throws StoreError, and the files are as they were or
+    /// whole
+    virtual void copy(const std::vector<store::DatabaseCopy> &copies) = 0;
+    /// Reads a whole database. @return "ok", or its first fault in the engine's words
+    virtual std::string check(const std::string &schema) = 0;
+
     virtual std::vector<std::string> tables(const std::string &schema) = 0;
     virtual std::vector<store::DeclaredColumn> allColumns(const std::string &schema,
                                                           const std::string &table) = 0;
@@ -116,5 +147,35 @@ std::unique_ptr<Motor> createFileEngine();
 /// Makes a new, empty, encrypted file. @throws StoreError 75 when it cannot be written or
 /// exists already
 void createEmptyFile(const QString &file);
+
+/// Copies a database that nobody has open into a new file without the room that deleted rows have
+/// left. @throws StoreError; there is no new file then
+void compactFile(const QString &from, const QString &to);
+
+/// Reads a whole file. @return "ok", or its first fault in the engine's words, which may be that it
+/// cannot be opened
+std::string checkFile(const QString &file);
+
+/// What came out of a damaged file.
+struct Salvage {
+    qint64 rows = 0;          // of all tables
+    QStringList tablesHarmed; // tables of which rows were lost
+};
+/// Brings what can be read of a damaged database that nobody has open into a new file; the damaged
+/// one stays as it is.
+/// @throws StoreError 3343 when the file cannot be read at all or a table would be lost as a whole;
+/// there is no new file then
+Salvage repairFile(const QString &from, const QString &to);
+
+/// What a file is by its beginning, for one that does not open.
+enum class FileFormat {
+    Unknown, // encrypted with another password, damaged, or anything else
+    Empty,
+    PlainText,
+    Unencrypted, // a database of the engine without a password
+    Jet,         // a database of the engine that this one took the place of
+};
+/// To be asked of a file that nobody in this process has open.
+FileFormat formatOf(const QString &file);
 
 } // namespace store

@@ -56,7 +56,7 @@ Base *databaseOf(Sesion &s, std::string_view selector)
         return s.finanzas.get();
     if (equalOf("morvane", selector))
         return s.morvane.get();
-    return s.scratch.get();
+    return s.os.get();
 }
 
 std::string joined(std::initializer_list<std::string_view> parts)

@@ -17,8 +17,8 @@ QString videosPage(const Sesion &s);
 } // namespace store
 
 /// Text of one field of one row, "" when the row is not found. Which tables can be reached, and by
-/// which key, is fixed per database name ("clientes", "finanzas", "morvane", "os"); for "os" the
-/// caller has it open as the scratch database. No position of a list is moved.
+/// which key, is fixed per database name ("clientes", "finanzas", "morvane", "os"); no
+/// position of a list is moved.
 /// @throws StoreError 3078 for a table that cannot be reached so
 QString LeerCampo(Sesion &s, std::string_view selector, std::string_view table, int id,
                   std::string_view field);

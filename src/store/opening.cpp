@@ -2,17 +2,28 @@
 
 #include "store/data_folder.h"
 #include "store/schema.h"
+#include "store/upkeep.h"
 #include "texts/texts.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 using namespace store;
+using namespace Qt::StringLiterals;
 
 namespace
 {
 
 QString textOf(const Sesion &s, const StoreError &e)
 {
-    return e.number == ErrorNumber::DatabaseNotFound ? s(text::CannotOpenDatabase)
-                                                     : errorText(s, e);
+    switch (e.number) {
+    case ErrorNumber::DatabaseNotFound:
+        return s(text::CannotOpenDatabase);
+    case ErrorNumber::DatabaseDamaged:
+        return e.description;
+    default:
+        return errorText(s, e);
+    }
 }
 
 void openLists(Sesion &s)
@@ -31,10 +42,187 @@ void openLists(Sesion &s)
     l.artplan = s.clientes->OpenList("select * from artplan", "idm");
 }
 
-std::unique_ptr<Base> openBase(Sesion &s, const QString &base)
+QString pathOf(const Sesion &s, const QString &base)
 {
-    s.motor->open(pathUnder(s.dataFolder, fileOf(base)), base.toStdString());
-    return std::make_unique<Base>(*s.motor, base.toStdString(), s.reloj);
+    return pathUnder(s.dataFolder, fileOf(base));
+}
+
+bool exists(const Sesion &s, const QString &base) { return QFileInfo(pathOf(s, base)).isFile(); }
+
+QString withHolder(const Sesion &s, const QString &text, const QString &holder)
+{
+    return holder.isEmpty() ? text : text + u' ' + s(text::HeldBy).arg(holder);
+}
+
+// --- Waiting ---
+
+// What lasts less is over before it could be read.
+constexpr int ToldAfterMs = 400;
+
+// Nobody knows who has the engine's lock. The long holder is whoever runs the day, who signs it.
+void tellWaiting(const Sesion &s, int ms)
+{
+    if (ms < ToldAfterMs || !s.progress.waiting)
+        return;
+    s.progress.tellWaiting(withHolder(s, s(text::WaitingForTerminal),
+                                      FolderLock::holder(s.dataFolder, u"kelvara.dia"_s)));
+}
+
+void enter(Sesion &s)
+{
+    QString last;
+    const auto tell = [&s, &last](const QString &holder) {
+        last = holder;
+        s.progress.tellWaiting(withHolder(s, s(text::FolderIsWorkedOn), holder));
+    };
+    s.presence =
+        std::make_unique<FolderLock>(s.dataFolder, u"kelvara.sesiones"_s, StartPatienceMs / 1000,
+                                     tell, FolderLock::Mode::Shared);
+    if (!s.presence->isHeld())
+        throw OpeningFailure{ErrorNumber::Locked,
+                             withHolder(s, s(text::HeldByAnotherTerminal), last)};
+}
+
+// --- The databases ---
+
+void requireFiles(const Sesion &s)
+{
+    for (const QString &base : {u"morvane"_s, u"clientes"_s, u"finanzas"_s})
+        if (!exists(s, base))
+            throw StoreError(ErrorNumber::DatabaseNotFound, pathOf(s, base));
+}
+
+void checkVersion(Sesion &s)
+{
+    int version = 0;
+    try {
+        Base morvane(*s.motor, "morvane", s.reloj);
+        const Value v = morvane.read("select Ver from configuracion");
+        if (v.isNull() && morvane.read("select count(*) from configuracion").toInt() == 0)
+            throw OpeningFailure{ErrorNumber::NoCurrentRecord, s(text::SettingsRowMissing)};
+        version = v.toInt();
+    } catch (const StoreError &e) {
+        if (e.number == ErrorNumber::TableNotFound)
+            throw OpeningFailure{ErrorNumber::NoCurrentRecord, s(text::SettingsRowMissing)};
+        if (e.number != ErrorNumber::Parameters) // without the column it is older than all
+            throw;
+    }
+    if (version != SchemaVersion)
+        throw OpeningFailure{
+            ErrorNumber::NotInCollection,
+            s(version < SchemaVersion ? text::DataOfOlderVersion : text::DataOfNewerVersion)
+                .arg(version)
+                .arg(SchemaVersion)};
+}
+
+void makeFile(const Sesion &s, const QString &base)
+{
+    const QString file = pathOf(s, base);
+    QDir().mkpath(QFileInfo(file).path());
+    createEmptyFile(file);
+    const auto motor = createFileEngine();
+    motor->open(file, base.toStdString());
+    Lote batch(*motor);
+    createTables(*motor, base.toStdString(), readSchema(base));
+    batch.commit();
+}
+
+// The scratch file is there for other programs only: where it cannot be made, nothing is missed.
+void makeScratchFile(Sesion &s)
+{
+    if (exists(s, u"rep97"_s))
+        return;
+    try {
+        if (const Alone alone(s); alone)
+            makeFile(s, u"rep97"_s);
+    } catch (const StoreError &) {
+        return;
+    }
+}
+
+// A clinic without members can do without the file that holds them. Where there are some, an empty
+// file would make them disappear.
+void makeMembersFile(Sesion &s)
+{
+    if (exists(s, u"os"_s))
+        return;
+    Base clientes(*s.motor, "clientes", s.reloj);
+    if (clientes.read("select count(*) from clientes where obra <> 0").toInt() > 0)
+        throw StoreError(ErrorNumber::DatabaseNotFound, pathOf(s, u"os"_s));
+    const Alone alone(s);
+    if (!alone)
+        throw OpeningFailure{ErrorNumber::Locked, s(text::CloseTerminalsToUpdate)};
+    makeFile(s, u"os"_s);
+}
+
+void completeDatabases(Sesion &s)
+{
+    std::vector<std::pair<std::string, std::vector<DeclaredTable>>> lacking;
+    for (const QString &base : clinicDatabases()) {
+        auto tables = readSchema(base);
+        if (!isComplete(*s.motor, base.toStdString(), tables))
+            lacking.emplace_back(base.toStdString(), std::move(tables));
+    }
+    if (lacking.empty())
+        return;
+    const Alone alone(s);
+    if (!alone)
+        throw OpeningFailure{ErrorNumber::Locked, s(text::CloseTerminalsToUpdate)};
+    s.progress.tellStage(s(text::BringingUpToDate));
+    copyDatabases(s, s.dataFolder + u"kelvara.copias/"_s
+                         + s.reloj.now().toString(u"yyyy-MM-dd-HHmmss"_s));
+    Lote batch(*s.motor);
+    for (const auto &[base, tables] : lacking)
+        complete(*s.motor, base, tables);
+    batch.commit();
+}
+
+void openAll(Sesion &s)
+{
+    s.motor = createFileEngine();
+    s.motor->setPatience(StartPatienceMs);
+    s.motor->whileWaiting([&s](int ms) { tellWaiting(s, ms); });
+    const auto open = [&s](const QString &base) {
+        s.motor->open(pathOf(s, base), base.toStdString());
+    };
+    for (const QString &base : {u"morvane"_s, u"clientes"_s, u"finanzas"_s})
+        open(base);
+    checkVersion(s);
+    makeMembersFile(s);
+    open(u"os"_s);
+    completeDatabases(s);
+    makeScratchFile(s);
+    s.motor->openInMemory("rep97");
+    createTables(*s.motor, "rep97", readSchema(u"rep97"_s));
+
+    for (const auto &[base, name] :
+         {std::pair(&s.morvane, "morvane"), std::pair(&s.clientes, "clientes"),
+          std::pair(&s.finanzas, "finanzas"), std::pair(&s.os, "os"), std::pair(&s.rep97, "rep97")})
+        *base = std::make_unique<Base>(*s.motor, name, s.reloj);
+    openLists(s);
+    // Tried now and taken back: a start that cannot write is no start.
+    Lote test(s);
+    s.morvane->Execute("update configuracion set Ver = Ver");
+}
+
+void closeDatabases(Sesion &s)
+{
+    s.lists = {};
+    s.configuracion = {};
+    for (auto *base : {&s.morvane, &s.clientes, &s.finanzas, &s.os, &s.rep97})
+        base->reset();
+    s.motor.reset();
+}
+
+void repairFolder(Sesion &s)
+{
+    refuseForeignFiles(s);
+    const Alone alone(s);
+    if (!alone)
+        throw OpeningFailure{ErrorNumber::Locked, s(text::CloseOnTerminals)};
+    s.progress.tellStage(s(text::CheckingFiles));
+    if (const QString done = repairDatabases(s); !done.isEmpty())
+        s.dialogos.Mensaje(done);
 }
 
 } // namespace
@@ -51,7 +239,7 @@ QString store::errorText(const Sesion &s, const StoreError &e)
     case ErrorNumber::PathOrDisk:
         return s(text::FolderUnreachable) + u'\n' + e.description;
     case ErrorNumber::DatabaseDamaged:
-        return s(text::DatabaseDamaged) + u'\n' + e.description;
+        return s(text::DamageIsRepairedAtStart) + u'\n' + e.description;
     default:
         return e.description;
     }
@@ -59,37 +247,35 @@ QString store::errorText(const Sesion &s, const StoreError &e)
 
 std::optional<OpeningFailure> store::openStore(Sesion &s)
 {
+    closeStore(s);
     try {
-        s.motor = createFileEngine();
-        s.morvane = openBase(s, QStringLiteral("morvane"));
-        s.clientes = openBase(s, QStringLiteral("clientes"));
-        s.finanzas = openBase(s, QStringLiteral("finanzas"));
-        openLists(s);
-        if (s.configuracion.RecordCount() == 0)
-            return OpeningFailure{ErrorNumber::NoCurrentRecord, s(text::SettingsRowMissing)};
-        // Tried now and taken back: a start that cannot write is no start.
-        Lote test(s);
-        s.morvane->Execute("update configuracion set Ver = Ver");
+        requireFiles(s);
+        enter(s);
+        if (isDamageNoted(s))
+            repairFolder(s);
+        try {
+            openAll(s);
+        } catch (const StoreError &e) {
+            if (e.number != ErrorNumber::DatabaseDamaged)
+                throw;
+            closeDatabases(s);
+            repairFolder(s);
+            openAll(s);
+        }
+        return std::nullopt;
+    } catch (const OpeningFailure &failure) {
+        closeStore(s);
+        return failure;
     } catch (const StoreError &e) {
+        closeStore(s);
         return OpeningFailure{e.number, textOf(s, e)};
     }
-    return std::nullopt;
 }
 
-Base &store::openScratch(Sesion &s, const QString &base)
+void store::closeStore(Sesion &s)
 {
-    closeScratch(s);
-    s.scratch = openBase(s, base);
-    return *s.scratch;
-}
-
-void store::closeScratch(Sesion &s)
-{
-    if (!s.scratch)
-        return;
-    const std::string schema = s.scratch->Schema();
-    s.scratch.reset();
-    s.motor->close(schema);
+    closeDatabases(s);
+    s.presence.reset();
 }
 
 void store::readClinic(Sesion &s)

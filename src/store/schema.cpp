@@ -1,5 +1,6 @@
 #include "store/schema.h"
 
+#include "store/batch.h"
 #include "store/database_internal.h"
 #include "store/definition.h"
 #include "store/engine.h"
@@ -182,6 +183,11 @@ QString declareColumn(const jet::Column &c, const QString &defaultValue)
     return sql;
 }
 
+QString indexName(const DeclaredTable &table, const DeclaredIndex &index)
+{
+    return table.name + u'_' + index.columns.join(u'_');
+}
+
 QString declareIndex(const std::string &schema, const DeclaredTable &table,
                      const DeclaredIndex &index)
 {
@@ -193,13 +199,104 @@ QString declareIndex(const std::string &schema, const DeclaredTable &table,
         const bool text = c->type == ColumnType::Text || c->type == ColumnType::Memo;
         columns.append(quote(name) + (text ? " COLLATE NOCASE"_L1 : ""_L1));
     }
-    const QString name = table.name + u'_' + index.columns.join(u'_');
+    const QString name = indexName(table, index);
     QString sql = u"CREATE %1INDEX %2.%3 ON %4 (%5)"_s.arg(
         index.unique ? u"UNIQUE "_s : QString(), quote(QString::fromStdString(schema)), quote(name),
         quote(table.name), columns.join(", "_L1));
     if (!index.onlyWhere.isEmpty())
         sql += u" WHERE %1 = %2"_s.arg(quote(index.columns.front()), index.onlyWhere);
     return sql;
+}
+
+void createTable(Motor &motor, const std::string &schema, const DeclaredTable &table)
+{
+    QStringList columns;
+    for (size_t i = 0; i < table.columns.size(); ++i)
+        columns.append(declareColumn(table.columns[i], table.byDefault[qsizetype(i)]));
+    if (std::ranges::find(table.columns, ColumnType::Counter, &jet::Column::type)
+        == table.columns.end())
+        columns.append(QString::fromStdString(rowKeyDeclaration()));
+    const QString sql = u"CREATE TABLE %1.%2 (%3)"_s.arg(quote(QString::fromStdString(schema)),
+                                                         quote(table.name), columns.join(", "_L1));
+    motor.run(sql.toStdString());
+}
+
+bool isSame(const std::string &one, const QString &other)
+{
+    return QString::fromStdString(one).compare(other, Qt::CaseInsensitive) == 0;
+}
+
+/// What a database lacks of one declared table.
+struct Gap {
+    bool table = false;
+    bool key = false; // of the rows
+    std::vector<size_t> columns;
+    std::vector<const DeclaredIndex *> indices;
+
+    bool isNone() const { return !table && !key && columns.empty() && indices.empty(); }
+};
+
+Gap gapOf(Motor &motor, const std::string &schema, const DeclaredTable &table)
+{
+    Gap gap;
+    for (const DeclaredIndex &index : table.indices)
+        gap.indices.push_back(&index);
+    // In the file's own letter case, which the engine's look-ups by name go by.
+    const auto names = motor.tables(schema);
+    const auto name = std::ranges::find_if(
+        names, [&table](const std::string &n) { return isSame(n, table.name); });
+    gap.table = name == names.end();
+    if (gap.table)
+        return gap;
+    const auto columns = motor.allColumns(schema, *name);
+    gap.key = std::ranges::none_of(columns, &DeclaredColumn::identity);
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+        const QString wanted = QString::fromStdString(table.columns[i].name);
+        if (std::ranges::none_of(columns,
+                                 [&wanted](const auto &c) { return isSame(c.name, wanted); }))
+            gap.columns.push_back(i);
+    }
+    const auto indices = motor.indices(schema, *name);
+    std::erase_if(gap.indices, [&](const DeclaredIndex *index) {
+        const QString called = u" INDEX "_s + quote(indexName(table, *index)) + u' ';
+        return std::ranges::any_of(indices, [&called](const std::string &sql) {
+            return QString::fromStdString(sql).contains(called, Qt::CaseInsensitive);
+        });
+    });
+    return gap;
+}
+
+void addColumn(Motor &motor, const std::string &schema, const DeclaredTable &table, size_t column)
+{
+    const jet::Column &c = table.columns[column];
+    // A counter numbers the rows that are there, which the definitions know how to do.
+    if (c.type == ColumnType::Counter) {
+        const Reloj clock;
+        Base(motor, schema, clock)
+            .Execute("ALTER TABLE [" + table.name.toStdString() + "] ADD COLUMN [" + c.name
+                     + "] COUNTER");
+        return;
+    }
+    const QString sql = u"ALTER TABLE %1.%2 ADD COLUMN %3"_s.arg(
+        quote(QString::fromStdString(schema)), quote(table.name),
+        declareColumn(c, table.byDefault[qsizetype(column)]));
+    motor.run(sql.toStdString());
+}
+
+void addIndex(Motor &motor, const std::string &schema, const DeclaredTable &table,
+              DeclaredIndex index)
+{
+    Lote step(motor);
+    try {
+        motor.run(declareIndex(schema, table, index).toStdString());
+    } catch (const StoreError &e) {
+        if (e.number != ErrorNumber::Key)
+            throw;
+        // Rows that stand twice already stay; the clinic has worked with them until now.
+        index.unique = false;
+        motor.run(declareIndex(schema, table, index).toStdString());
+    }
+    step.commit();
 }
 
 } // namespace
@@ -232,16 +329,31 @@ void store::createTables(Motor &motor, const std::string &schema,
                          const std::vector<DeclaredTable> &tables)
 {
     for (const DeclaredTable &table : tables) {
-        QStringList columns;
-        for (size_t i = 0; i < table.columns.size(); ++i)
-            columns.append(declareColumn(table.columns[i], table.byDefault[qsizetype(i)]));
-        if (std::ranges::find(table.columns, ColumnType::Counter, &jet::Column::type)
-            == table.columns.end())
-            columns.append(QString::fromStdString(rowKeyDeclaration()));
-        const QString sql = u"CREATE TABLE %1.%2 (%3)"_s.arg(
-            quote(QString::fromStdString(schema)), quote(table.name), columns.join(", "_L1));
-        motor.run(sql.toStdString());
+        createTable(motor, schema, table);
         for (const DeclaredIndex &index : table.indices)
             motor.run(declareIndex(schema, table, index).toStdString());
+    }
+}
+
+bool store::isComplete(Motor &motor, const std::string &schema,
+                       const std::vector<DeclaredTable> &tables)
+{
+    return std::ranges::all_of(
+        tables, [&](const DeclaredTable &table) { return gapOf(motor, schema, table).isNone(); });
+}
+
+void store::complete(Motor &motor, const std::string &schema,
+                     const std::vector<DeclaredTable> &tables)
+{
+    for (const DeclaredTable &table : tables) {
+        const Gap gap = gapOf(motor, schema, table);
+        if (gap.table)
+            createTable(motor, schema, table);
+        for (const size_t column : gap.columns)
+            addColumn(motor, schema, table, column);
+        if (gap.key)
+            giveRowKey(motor, schema, table.name.toStdString());
+        for (const DeclaredIndex *index : gap.indices)
+            addIndex(motor, schema, table, *index);
     }
 }

@@ -12,6 +12,9 @@ class Motor;
 namespace store
 {
 
+/// What Configuracion.Ver holds in a folder that this version works with.
+inline constexpr int SchemaVersion = 554;
+
 struct DeclaredIndex {
     QStringList columns;
     bool unique = false;
@@ -39,5 +42,13 @@ std::vector<DeclaredTable> parseSchema(const QString &text, const QString &file)
 /// Makes the tables and indexes in an open, empty database.
 void createTables(Motor &motor, const std::string &schema,
                   const std::vector<DeclaredTable> &tables);
+
+/// Whether an open database has every table, column, index and key of rows that this version
+/// declares. What it has beyond is nobody's business.
+bool isComplete(Motor &motor, const std::string &schema, const std::vector<DeclaredTable> &tables);
+/// Adds what it lacks; rows that are there get the defaults. To be called inside of a Lote, before
+/// any other statement runs on the database, and by whoever is alone in the folder.
+/// @throws StoreError
+void complete(Motor &motor, const std::string &schema, const std::vector<DeclaredTable> &tables);
 
 } // namespace store

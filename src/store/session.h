@@ -6,6 +6,7 @@
 #include "store/database.h"
 #include "store/dialogs.h"
 #include "store/engine.h"
+#include "store/folder_lock.h"
 #include "store/texts.h"
 
 #include <QString>
@@ -50,10 +51,12 @@ struct Selection {
     int idm = 0;
 };
 
-/// Tells whoever waits how far a long run has come. Both may be empty.
+/// Tells whoever waits how far a long run has come, or for whom. All may be empty.
 struct Progress {
     std::function<void(const QString &text)> stage;
     std::function<void(int done, int total)> bar;
+    /// Again and again while another terminal holds what is needed. No statement can be run then.
+    std::function<void(const QString &text)> waiting;
 
     void tellStage(const QString &text) const
     {
@@ -64,6 +67,11 @@ struct Progress {
     {
         if (bar)
             bar(done, total);
+    }
+    void tellWaiting(const QString &text) const
+    {
+        if (waiting)
+            waiting(text);
     }
 };
 
@@ -132,13 +140,17 @@ struct Sesion {
     store::Selection IdGlobal;
     std::vector<store::Alarm> Alarmas;
 
-    // The engine goes last of what the databases need, and first of all to be built.
+    /// This session's presence in the data folder, see ProbarExclusivo.
+    std::unique_ptr<store::FolderLock> presence;
+    // The engine goes last of what the databases need, and first of all to be built. All databases
+    // are open as long as the session is.
     std::unique_ptr<Motor> motor;
     std::unique_ptr<Base> clientes;
     std::unique_ptr<Base> finanzas;
     std::unique_ptr<Base> morvane;
-    std::unique_ptr<Base> scratch; // os or rep97, opened by who needs it, closed when done
-    Recordset configuracion;       // the settings row
+    std::unique_ptr<Base> os;
+    std::unique_ptr<Base> rep97; // scratch tables, of this process alone
+    Recordset configuracion;     // the settings row
     store::Lists lists;
 
     /// Text of the string table.

@@ -4,74 +4,26 @@
 // transaction spans them all and is atomic over all files.
 
 #include "store/engine.h"
+#include "store/file_permissions.h"
 #include "store/jet/engine_functions.h"
+#include "store/sqlcipher_file.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <sqlcipher/sqlite3.h>
+#include <QThread>
 
 #include <charconv>
+#include <cstdio>
 #include <cstring>
+#include <utility>
 
 using namespace store;
+using sqlcipher::fail;
+using sqlcipher::quotedName;
 
 namespace
 {
-
-// All files of a clinic carry this password; it keeps them closed to other programs.
-constexpr const char *KeyOf = "korvi3namuspeltiraxo";
-constexpr int PageSize = 4096;
-// A terminal waits this long for another one that is writing before it gives up.
-constexpr int WaitMs = 30000;
-
-int setKey(sqlite3 *db) { return sqlite3_key(db, KeyOf, int(std::strlen(KeyOf))); }
-
-QString quoted(const std::string &name)
-{
-    return u'"' + QString::fromStdString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
-
-std::string quotedUtf8(const std::string &name) { return quoted(name).toStdString(); }
-
-int numberOf(int code)
-{
-    switch (code & 0xff) {
-    case SQLITE_NOMEM:
-        return ErrorNumber::OutOfMemory;
-    case SQLITE_FULL:
-        return ErrorNumber::FullDisk;
-    case SQLITE_READONLY:
-        return ErrorNumber::ReadOnly;
-    case SQLITE_IOERR:
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-        return ErrorNumber::PathOrDisk;
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-        return ErrorNumber::DatabaseDamaged;
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        return ErrorNumber::Locked;
-    case SQLITE_CONSTRAINT:
-        return ErrorNumber::Key;
-    // What the gate of a column refuses, see jet/engine_functions.cpp.
-    case SQLITE_RANGE:
-        return ErrorNumber::Overflow;
-    case SQLITE_TOOBIG:
-        return ErrorNumber::TextTooLong;
-    case SQLITE_MISMATCH:
-        return ErrorNumber::TypeMismatch;
-    default:
-        return ErrorNumber::Internals;
-    }
-}
-
-[[noreturn]] void fail(sqlite3 *db, int code, const std::string &sql = {})
-{
-    const QString text =
-        db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(code));
-    throw StoreError(numberOf(code), text, QString::fromStdString(sql));
-}
 
 int Figures(const char *p, int n)
 {
@@ -286,8 +238,9 @@ private:
 class FileStatement final : public Statement
 {
 public:
-    FileStatement(sqlite3 *db, Parts &parts, const std::string &sql)
-        : m_db(db), m_parts(parts), m_sql(sql)
+    /// @param waiting whether the engine waits for a lock just now, when no statement can be run
+    FileStatement(sqlite3 *db, Parts &parts, const bool &waiting, const std::string &sql)
+        : m_db(db), m_parts(parts), m_waiting(waiting), m_sql(sql)
     {
         const char *rest = nullptr;
         const int r = sqlite3_prepare_v2(db, sql.data(), int(sql.size()), &m_st, &rest);
@@ -347,6 +300,8 @@ public:
 
     bool step() override
     {
+        if (m_waiting)
+            throw StoreError(ErrorNumber::Locked, {});
         if (m_writes)
             m_parts.begin();
         const int r = sqlite3_step(m_st);
@@ -398,6 +353,7 @@ public:
 private:
     sqlite3 *m_db;
     Parts &m_parts;
+    const bool &m_waiting;
     sqlite3_stmt *m_st = nullptr;
     std::string m_sql;
     bool m_writes = false;
@@ -406,56 +362,66 @@ private:
 class FileEngine final : public Motor
 {
 public:
-    ~FileEngine() override
+    // Numbers that a store opened again counts from must not be those of the one before, or what
+    // was kept of its rows would look fresh.
+    FileEngine()
     {
-        m_parts.close();
-        sqlite3_close_v2(m_db);
+        static qint64 made = 0;
+        m_rolledBack = ++made << 32;
     }
+    ~FileEngine() override { m_parts.close(); }
 
     void open(const QString &file, const std::string &schema) override
     {
         if (!QFileInfo(file).isFile())
             throw StoreError(ErrorNumber::DatabaseNotFound, file);
         // The engine would take an empty file for a new database.
-        if (QFileInfo(file).size() < PageSize)
+        if (QFileInfo(file).size() < sqlcipher::PageSize)
             throw StoreError(ErrorNumber::DatabaseDamaged, file);
         const bool main = m_db == nullptr;
         try {
             if (main) {
                 openMain(file, schema);
             } else {
-                auto st = prepare("ATTACH DATABASE ?1 AS " + quotedUtf8(schema) + " KEY ?2");
+                auto st = prepare("ATTACH DATABASE ?1 AS " + quotedName(schema) + " KEY ?2");
                 st->bind(0, file);
-                st->bind(1, QString::fromLatin1(KeyOf));
+                st->bind(1, QString::fromLatin1(sqlcipher::Password));
                 st->step();
             }
-            run("PRAGMA " + quotedUtf8(schema) + ".cache_size = " + cache(schema));
-            run("PRAGMA " + quotedUtf8(schema) + ".secure_delete = OFF");
-            prepare("SELECT count(*) FROM " + quotedUtf8(schema) + ".sqlite_master")->step();
+            run("PRAGMA " + quotedName(schema) + ".cache_size = " + cache(schema));
+            run("PRAGMA " + quotedName(schema) + ".secure_delete = OFF");
+            prepare("SELECT count(*) FROM " + quotedName(schema) + ".sqlite_master")->step();
         } catch (const StoreError &e) {
             if (main) {
                 m_parts.close();
-                sqlite3_close_v2(m_db);
+                m_connection.reset();
                 m_db = nullptr;
             }
             throw StoreError(e.number, file + QStringLiteral(": ") + e.description);
         }
     }
 
+    void openInMemory(const std::string &schema) override
+    {
+        run("ATTACH DATABASE ':memory:' AS " + quotedName(schema) + " KEY ''");
+    }
+
     void close(const std::string &schema) override
     {
         m_versions.erase(schema);
         m_schemaVersions.erase(schema);
-        run("DETACH DATABASE " + quotedUtf8(schema));
+        run("DETACH DATABASE " + quotedName(schema));
     }
 
     std::unique_ptr<Statement> prepare(const std::string &sql) override
     {
-        return std::make_unique<FileStatement>(m_db, m_parts, sql);
+        refuseWhileWaiting();
+        return std::make_unique<FileStatement>(m_db, m_parts, m_waiting, sql);
     }
 
     void run(const std::string &sql) override
     {
+        refuseWhileWaiting();
         if (inTransaction())
             m_parts.begin();
         char *error = nullptr;
@@ -502,9 +468,33 @@ public:
             ++m_rolledBack;
     }
 
+    void setPatience(int ms) override { m_patienceMs = ms; }
+    void whileWaiting(std::function<void(int)> tell) override { m_whileWaiting = std::move(tell); }
+
+    void copy(const std::vector<DatabaseCopy> &copies) override
+    {
+        if (inTransaction())
+            throw StoreError(ErrorNumber::Internals, QStringLiteral("A copy inside of a batch"));
+        // Once all of them are read, no transaction that touches one of them can be committed until
+        // the last is copied; one that is being committed has all its files before this gets them.
+        run("BEGIN");
+        try {
+            for (const DatabaseCopy &c : copies)
+                prepare("SELECT count(*) FROM " + quotedName(c.schema) + ".sqlite_master")->step();
+            for (const DatabaseCopy &c : copies)
+                copyOne(c);
+            run("COMMIT");
+        } catch (...) {
+            sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+            throw;
+        }
+    }
+
+    std::string check(const std::string &schema) override { return sqlcipher::check(m_db, schema); }
+
     std::vector<std::string> tables(const std::string &schema) override
     {
-        auto st = prepare("SELECT name FROM " + quotedUtf8(schema)
+        auto st = prepare("SELECT name FROM " + quotedName(schema)
                           + ".sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' "
                             "ESCAPE '\\' ORDER BY rowid");
         std::vector<std::string> t;
@@ -517,17 +507,20 @@ public:
                                            const std::string &table) override
     {
         auto st =
-            prepare("PRAGMA " + quotedUtf8(schema) + ".table_info(" + quotedUtf8(table) + ")");
+            prepare("PRAGMA " + quotedName(schema) + ".table_info(" + quotedName(table) + ")");
         std::vector<DeclaredColumn> cols;
         while (st->step())
-            cols.push_back({std::string(st->text(1)), std::string(st->text(2)),
-                            std::string(st->text(4)), st->whole(5) != 0});
+            cols.push_back({.name = std::string(st->text(1)),
+                            .type = std::string(st->text(2)),
+                            .byDefault = std::string(st->text(4)),
+                            .identity = st->whole(5) != 0,
+                            .notNull = st->whole(3) != 0});
         return cols;
     }
 
     std::vector<std::string> indices(const std::string &schema, const std::string &table) override
     {
-        auto st = prepare("SELECT sql FROM " + quotedUtf8(schema)
+        auto st = prepare("SELECT sql FROM " + quotedName(schema)
                           + ".sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name "
                             "= ?1 ORDER BY rowid");
         st->bind(0, QString::fromStdString(table));
@@ -548,13 +541,31 @@ public:
     std::string undeclaredKey() const override { return "rowid"; }
 
 private:
+    // Under another name until it is whole.
+    void copyOne(const DatabaseCopy &c)
+    {
+        const QString partial = c.file + QStringLiteral(".parcial");
+        QFile::remove(partial);
+        try {
+            const auto to = sqlcipher::openFile(partial, true);
+            sqlcipher::copy(m_db, c.schema, to.get());
+        } catch (...) {
+            QFile::remove(partial);
+            throw;
+        }
+        const char *original = sqlite3_db_filename(m_db, c.schema.c_str());
+        if (original && *original)
+            shareLike(partial, QFile::decodeName(original));
+        replaceFile(partial, c.file);
+    }
+
     using PerSchema = std::unordered_map<std::string, std::unique_ptr<Statement>>;
 
     qint64 pragma(PerSchema &statements, const std::string &schema, const char *name)
     {
         auto &st = statements[schema];
         if (!st)
-            st = prepare("PRAGMA " + quotedUtf8(schema) + '.' + name);
+            st = prepare("PRAGMA " + quotedName(schema) + '.' + name);
         const qint64 v = st->step() ? st->whole(0) : 0;
         st->reset();
         return v;
@@ -562,28 +573,41 @@ private:
 
     void openMain(const QString &file, const std::string &schema)
     {
-        const int r = sqlite3_open_v2(QFile::encodeName(file).constData(), &m_db,
-                                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-        if (r != SQLITE_OK)
-            fail(m_db, r);
+        m_connection = sqlcipher::openFile(file, false);
+        m_db = m_connection.get();
         m_name = schema;
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, m_name.c_str());
-        sqlite3_busy_timeout(m_db, WaitMs);
-        if (const int k = setKey(m_db); k != SQLITE_OK)
-            fail(m_db, k);
-        if (encryptionVersion() >= 4)
-            run("PRAGMA cipher_default_compatibility = 3");
-        run("PRAGMA cipher_page_size = " + std::to_string(PageSize));
-        run("PRAGMA cipher_default_page_size = " + std::to_string(PageSize));
-        run("PRAGMA temp_store = MEMORY");
+        sqlite3_busy_handler(m_db, waitOnce, this);
         jet::registerFunctions(m_db);
         m_parts.open(m_db);
     }
 
-    int encryptionVersion()
+    // The engine's own call: nothing may be thrown through it.
+    static int waitOnce(void *engine, int times)
     {
-        auto st = prepare("PRAGMA cipher_version");
-        return st->step() ? std::atoi(std::string(st->text(0)).c_str()) : 0;
+        auto &e = *static_cast<FileEngine *>(engine);
+        if (times == 0)
+            e.m_waited.start();
+        const qint64 ms = e.m_waited.elapsed();
+        if (ms >= e.m_patienceMs)
+            return 0;
+        if (e.m_whileWaiting && !std::exchange(e.m_waiting, true)) {
+            try {
+                e.m_whileWaiting(int(ms));
+            } catch (...) { // what could not be shown is no reason to stop waiting
+            }
+            e.m_waiting = false;
+        }
+        constexpr int FirstMs = 1, LongestMs = 50;
+        QThread::msleep(ulong(std::min(FirstMs << std::min(times, 10), LongestMs)));
+        return 1;
+    }
+
+    // The engine cannot be entered again while it waits.
+    void refuseWhileWaiting() const
+    {
+        if (m_waiting)
+            throw StoreError(ErrorNumber::Locked, {});
     }
 
     // Kilobytes of page cache, as a negative number. The whole of a clinic's daily data stays in
@@ -597,10 +621,15 @@ private:
         return "-4096";
     }
 
+    std::string m_name; // the connection keeps a pointer to it
+    sqlcipher::Connection m_connection;
     sqlite3 *m_db = nullptr;
     qint64 m_rolledBack = 0;
     qint64 m_transactions = 0;
-    std::string m_name; // the connection keeps a pointer to it
+    int m_patienceMs = WorkingPatienceMs;
+    std::function<void(int)> m_whileWaiting;
+    QElapsedTimer m_waited;
+    bool m_waiting = false;
     Parts m_parts;
     PerSchema m_versions;
     PerSchema m_schemaVersions;
@@ -609,26 +638,3 @@ private:
 } // namespace
 
 std::unique_ptr<Motor> store::createFileEngine() { return std::make_unique<FileEngine>(); }
-
-void store::createEmptyFile(const QString &file)
-{
-    const QByteArray ruta = QFile::encodeName(file);
-    if (QFileInfo::exists(file))
-        throw StoreError(ErrorNumber::PathOrDisk, file);
-    sqlite3 *db = nullptr;
-    int r =
-        sqlite3_open_v2(ruta.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    const std::string sql = "PRAGMA cipher_page_size = "
-                            + std::to_string(PageSize)
-                            // Something must be written for the file to get its first page.
-                            + "; CREATE TABLE nada (x); DROP TABLE nada;";
-    if (r == SQLITE_OK)
-        r = setKey(db);
-    if (r == SQLITE_OK)
-        r = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr);
-    sqlite3_close_v2(db);
-    if (r != SQLITE_OK) {
-        QFile::remove(file);
-        throw StoreError(numberOf(r), file);
-    }
-}

@@ -3,6 +3,7 @@
 #include "store/lookups.h"
 #include "store/opening.h"
 #include "store/settings_row.h"
+#include "store/upkeep.h"
 #include "ui/pictures.h"
 
 #include <QAbstractButton>
@@ -90,6 +91,8 @@ bool FormBase::guarded(const std::function<void()> &task)
         task();
         return true;
     } catch (const store::StoreError &e) {
+        if (e.number == store::ErrorNumber::DatabaseDamaged)
+            store::noteDamage(m_s);
         // The user can act on a full or protected disk; the log lies on that same disk.
         if (e.isMediumFailure())
             m_s.dialogos.Mensaje(store::errorText(m_s, e));

@@ -161,12 +161,11 @@ TEST_F(Deletion, AClientGoesWithItsPatientsAndItsMembership)
     for (const int idm : {1, 2, 12})
         fileOf(u"fot/%1.bmp"_s.arg(idm));
     {
-        Base &os = store::openScratch(s, u"os"_s);
+        Base &os = *s.os;
         for (const int idc : {1, 2}) {
             os.Execute("insert into Socios (idc) values (?)", idc);
             os.Execute("insert into MascotasAsociadas (idm, idc) values (?, ?)", idc, idc);
         }
-        store::closeScratch(s);
     }
     QStringList progress;
     s.progress.stage = [&](const QString &t) { progress << t; };
@@ -179,20 +178,8 @@ TEST_F(Deletion, AClientGoesWithItsPatientsAndItsMembership)
     EXPECT_EQ(files(), u"fot/12.bmp"_s);
     EXPECT_EQ(s.IdGlobal.idc, 0);
     EXPECT_EQ(s.IdGlobal.idm, 0);
-    EXPECT_FALSE(s.scratch);
-    Base &os = store::openScratch(s, u"os"_s);
+    Base &os = *s.os;
     EXPECT_EQ(allRows(os, "select idc from socios")
                   + allRows(os, "select idc from MascotasAsociadas"),
               u"2\n2\n"_s);
-}
-
-TEST_F(Deletion, WithoutTheMembersDatabaseNothingIsDeleted)
-{
-    sql("update clientes set obra = 3 where idc = 1");
-    sql("update mascotas set fot = -1");
-    fileOf(u"fot/1.bmp"_s);
-    ASSERT_TRUE(QFile::remove(folder.path() + u"/os.mdb"_s));
-    EXPECT_THROW(Client(1), store::StoreError);
-    EXPECT_EQ(remaining(), u"1\n2\n1\n2\n12\n"_s);
-    EXPECT_EQ(files(), u"fot/1.bmp"_s);
 }

@@ -348,18 +348,14 @@ TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
     EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda where medio = 4 and fmedio is not "
                                   "null"),
               u"50\n"_s);
-    EXPECT_EQ(
-        allRows(store::openScratch(s, u"rep97"_s), "select mas, ali, pro from auxrealimentacion"),
-        u"Toby|P1|Ana\n"_s);
-    store::closeScratch(s);
+    EXPECT_EQ(allRows(*s.rep97, "select mas, ali, pro from auxrealimentacion"), u"Toby|P1|Ana\n"_s);
     ASSERT_TRUE(definition.remove());
     ask.wait(s(text::PrintVaccinationQuestion), true);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(impresion.printed.size(), 1);
-    Base &rep97 = store::openScratch(s, u"rep97"_s);
+    Base &rep97 = *s.rep97;
     EXPECT_EQ(allRows(rep97, "select mas, vac, pro, dir, tel from auxrevacunacion"),
               u"Toby|P4|Ana||\nLuna|P3|Eva|Mitre 3|4812 / 099\n"_s);
-    store::closeScratch(s);
     EXPECT_EQ(allRows(*s.morvane, "select tip, ida from TareasAgenda where medio = 4 and fmedio is "
                                   "null order by tip"),
               u"51|11\n51|13\n"_s);

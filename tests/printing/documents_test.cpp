@@ -23,7 +23,7 @@ class Reports : public Clinic
 protected:
     void deliveries(int n)
     {
-        Base &b = store::openScratch(s, u"rep97"_s);
+        Base &b = *s.rep97;
         for (int i = 1; i <= n; ++i)
             b.Execute("insert into auxrevacunacion (mas, vac, pro, dir, tel, dos) values (?, ?, ?, "
                       "?, ?, ?)",
@@ -32,7 +32,6 @@ protected:
                       u"Street %1"_s.arg(i) + QString(i % 7 * 9, u'~').replace(u'~', u" way"_s)
                           + u" door"_s,
                       u"099"_s, i);
-        store::closeScratch(s);
     }
 
     void Definition(const QString &name, const QString &text)
@@ -69,7 +68,6 @@ TEST_F(Reports, AListRepeatsItsHeadNumbersItsPagesAndCutsNoRow)
         EXPECT_TRUE(pages.last().contains(u"Rabies <b>&"_s));
         EXPECT_TRUE(pages.last().contains(u"Total: 60"_s));
     }
-    EXPECT_EQ(s.scratch, nullptr);
 }
 
 TEST_F(Reports, TheClinicsOwnDefinitionComesFirstAndSumsItsGroups)
@@ -89,7 +87,6 @@ TEST_F(Reports, TheClinicsOwnDefinitionComesFirstAndSumsItsGroups)
         try {
             runReport(s, u"vac"_s);
         } catch (const store::StoreError &e) {
-            EXPECT_EQ(s.scratch, nullptr);
             return e.number;
         }
         return 0;
@@ -111,12 +108,11 @@ TEST_F(Reports, EachDocumentReadsAsBefore)
     s.clientes->Execute("insert into clientes (idc, ayn, dir) values (1, 'María', 'Norte 7')");
     s.clientes->Execute("insert into mascotas (idm, idc, nom) values (1, 1, 'Maximilian G.')");
     s.finanzas->Execute("insert into articulos (ida, idcat, nom) values (75, 2, 'Check')");
-    Base &b = store::openScratch(s, u"rep97"_s);
+    Base &b = *s.rep97;
     b.Execute("insert into auxrevacunacion (mas, vac, pro, dir, tel, dos) values "
               "('Toby', 'Rabies', 'María', 'Norte 7', '099', 2)");
     b.Execute("insert into auxrealimentacion (mas, ali, pro, dir, tel) values "
               "('Toby', 'Adult 15 kg', 'María', 'Norte 7', '099')");
-    store::closeScratch(s);
     for (const QTime hour : {QTime(8, 0), QTime(9, 15), QTime(9, 20), QTime(22, 0)}) {
         agenda::Task t;
         t.tip = 75;

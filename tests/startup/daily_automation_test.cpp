@@ -242,21 +242,18 @@ TEST_F(Day, MissedDosesAreToldByHowManyWereOverdueBefore)
     TareasDeInicio(s);
     EXPECT_EQ(codes(" where dibujo = 103"), "103|6|18\n103|14|18\n103|7|19\n");
     EXPECT_EQ(impresion.printed, QStringList{u"Scheduled products not supplied"_s});
-    EXPECT_EQ(s.scratch, nullptr); // free for the report
     const char *list = "select mas, vac, pro, dir, tel, dos from auxrevacunacion order by mas, dos";
-    EXPECT_EQ(Ver(store::openScratch(s, u"rep97"_s), list),
-              "Pet 1|Rabies|Client 1|Street 5|22 / 33|1\n"
-              "Pet 1|Rabies|Client 1|Street 5|22 / 33|2\n"
-              "Pet 1|Puppies|Client 1|Street 5|22 / 33|3\n"
-              "Pet 2|Rabies|Client 1|Street 5|22 / 33|1\n");
+    EXPECT_EQ(Ver(*s.rep97, list), "Pet 1|Rabies|Client 1|Street 5|22 / 33|1\n"
+                                   "Pet 1|Rabies|Client 1|Street 5|22 / 33|2\n"
+                                   "Pet 1|Puppies|Client 1|Street 5|22 / 33|3\n"
+                                   "Pet 2|Rabies|Client 1|Street 5|22 / 33|1\n");
 
     // The list is made anew each day; without a first missed dose nothing is printed.
     clear({"artplan"});
     doses({{2, -1, 7}});
     TareasDeInicio(s);
     EXPECT_EQ(impresion.printed.size(), 1);
-    EXPECT_EQ(Ver(store::openScratch(s, u"rep97"_s), "select mas, dos from auxrevacunacion"),
-              "Pet 2|7\n");
+    EXPECT_EQ(Ver(*s.rep97, "select mas, dos from auxrevacunacion"), "Pet 2|7\n");
     setting("LVMascotas", false);
     doses({{1, -1}});
     TareasDeInicio(s);
@@ -677,22 +674,6 @@ TEST_F(Day, TasksThatCannotBeWrittenAreToldOnceAndLoggedEachAndTheFoodIsConsumed
     EXPECT_EQ(s.morvane->read("select count(*) from errores").toInt(), 2);
 }
 
-TEST_F(Day, AScratchFileOfNoUseCostsThePrintedListAlone)
-{
-    eater();
-    doses({{1, -1}});
-    setting("LVMascotas", true);
-    QFile broken(store::pathUnder(folder.path(), store::fileOf(u"rep97"_s)));
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-    broken.write(QByteArray(3 * 4096, 'x'));
-    broken.close();
-    ask.wait(u"rep97.mdb"_s);
-    TareasDeInicio(s);
-    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n");
-    EXPECT_TRUE(inBoard(u"It should have provided 1"_s));
-    EXPECT_EQ(impresion.printed, QStringList());
-}
-
 TEST_F(Day, ARunThatDiesLeavesNothingAndIsRunAgain)
 {
     eater();
@@ -829,7 +810,11 @@ TEST_F(Door, ATerminalWaitsForTheOneThatRunsTheDay)
             stages << t;
     };
     EXPECT_TRUE(IniciarTareas(s));
-    EXPECT_EQ(stages, QStringList{s(text::AnotherTerminalRunsTheDay)}); // whoever waits is told why
+    // Whoever waits is told why, and for whom.
+    EXPECT_EQ(
+        stages,
+        QStringList{s(text::AnotherTerminalRunsTheDay) + u' '
+                    + s(text::HeldBy).arg(QSysInfo::machineHostName() + u" (%1)"_s.arg(child))});
     waitpid(child, nullptr, 0);
     close(ready[0]);
     close(ready[1]);

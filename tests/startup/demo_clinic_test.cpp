@@ -33,7 +33,7 @@ struct Demo : Clinic {
     QString all()
     {
         const QString open = dump(*s.morvane) + dump(*s.clientes) + dump(*s.finanzas);
-        return open + dump(store::openScratch(s, u"os"_s));
+        return open + dump(*s.os);
     }
 };
 
@@ -176,7 +176,7 @@ TEST_F(Demo, AddsUp)
 TEST_F(Demo, HasMembersInEveryStateAsTheirPaymentsSay)
 {
     createDemo(s);
-    Base &os = store::openScratch(s, u"os"_s);
+    Base &os = *s.os;
     QList<int> states;
     for (Recordset r = s.clientes->OpenSnapshot("select idc, obra from Clientes where obra > 0");
          !r.EOF_(); r.MoveNext()) {

@@ -273,12 +273,9 @@ TEST_F(Store, LookUpsReachEachTableByItsKeyAndMissWithNothing)
     EXPECT_EQ(LeerCampo(s, "clientes", "clmarketing", 3, "nom"), u"Radio"_s);
     EXPECT_EQ(LeerCampo(s, "clientes", "mlespecies", 2, "nom"), u"Felino"_s);
     EXPECT_EQ(LeerCampo(s, "clientes", "mlespecies", 77, "nom"), QString());
-    EXPECT_EQ(LeerCampo(s, "os", "planes", 1, "nom"), QString()); // not open
-    openScratch(s, u"os"_s)
-        .Execute("insert into planes (nom, monto) values (?, 15.5)", u"Plan 1"_s);
+    s.os->Execute("insert into planes (nom, monto) values (?, 15.5)", u"Plan 1"_s);
     EXPECT_EQ(LeerCampo(s, "os", "planes", 1, "nom"), u"Plan 1"_s);
     EXPECT_EQ(BuscarIdPorTexto(s, "os", "planes", "nom", u"plan*"_s, "id"), 1);
-    closeScratch(s);
 
     EXPECT_TRUE(ExisteNombre(s, "finanzas", "flcategorias",
                              LeerCampo(s, "finanzas", "flcategorias", 3, "nom").toUpper()));

@@ -53,6 +53,7 @@ TEST_F(Opening, FilesAreEncryptedAndHoldNoName)
 
 TEST_F(Opening, MissingAndDamagedFilesAreToldAndLeftAsTheyAre)
 {
+    closeStore(s);
     for (const QString &base : {u"morvane"_s, u"clientes"_s, u"finanzas"_s}) {
         const QString file = folder.filePath(fileOf(base));
         const QByteArray bytes = read(file);
@@ -74,6 +75,7 @@ TEST_F(Opening, MissingAndDamagedFilesAreToldAndLeftAsTheyAre)
         write(file, bytes);
         EXPECT_FALSE(open());
     }
+    reopen();
     s.morvane->Execute("delete * from configuracion");
     ASSERT_TRUE(open());
     EXPECT_EQ(open()->text, s(text::SettingsRowMissing));
@@ -85,7 +87,7 @@ TEST_F(Opening, NamesOfFilesAndFoldersAreFoundInAnyLetterCase)
     ASSERT_TRUE(d.rename(u"clientes.mdb"_s, u"CLIENTES.MDB"_s));
     ASSERT_TRUE(d.rename(u"reportes"_s, u"Reportes"_s));
     EXPECT_FALSE(open());
-    EXPECT_TRUE(openScratch(s, u"rep97"_s).catalogue().find("cumple"));
+    EXPECT_TRUE(s.rep97->catalogue().find("cumple"));
     EXPECT_EQ(pathUnder(folder.path(), u"REPORTES\\REP97.MDB"_s),
               folder.filePath(u"Reportes/rep97.mdb"_s));
 }
@@ -96,6 +98,7 @@ TEST_F(Opening, ThePathFileIsReadWhateverEditorWroteIt)
     EXPECT_EQ(readPath(p), p); // no file: the program folder
     const std::pair<const char *, QString> files[] = {
         {"/srv/clinica\n", u"/srv/clinica/"_s},
+        {"datos/clinica\n", p + u"datos/clinica/"_s},
         {"\xEF\xBB\xBF/srv/cl\xC3\xADnica/ \r\nsecond line", u"/srv/clínica/"_s},
         {"  /srv/dos  casas \t\r\n", u"/srv/dos  casas/"_s},
         {"", p},
@@ -106,7 +109,7 @@ TEST_F(Opening, ThePathFileIsReadWhateverEditorWroteIt)
         EXPECT_EQ(readPath(p), loaded);
     }
 
-    // The program folder itself, in other letters, is no network.
+    // The program folder itself, in other letters, is no network; nor is a folder that was given.
     qputenv("KELVARA_HOME", folder.path().toUtf8());
     path(folder.path().toUpper().toUtf8());
     Sesion other(ask, impresion, Language::English);
@@ -115,6 +118,12 @@ TEST_F(Opening, ThePathFileIsReadWhateverEditorWroteIt)
     path("/srv/clinica");
     setDataFolder(other, {});
     EXPECT_TRUE(other.EnRed);
+    setDataFolder(other, u"/srv/clinica"_s);
+    EXPECT_FALSE(other.EnRed);
+    path("../clinica"); // from wherever the program is started
+    setDataFolder(other, {});
+    EXPECT_TRUE(other.EnRed);
+    EXPECT_EQ(other.dataFolder, QDir::cleanPath(p + u"../clinica"_s) + u'/');
     qunsetenv("KELVARA_HOME");
 }
 

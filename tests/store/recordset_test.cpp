@@ -345,14 +345,13 @@ TEST_F(rows, WhatABatchTookBackIsNotShown)
 
 TEST_F(rows, ARecordsetOfAClosedDatabaseSaysSo)
 {
-    Recordset r = openScratch(s, u"os"_s).OpenRecordset("select * from planes");
-    Recordset walk = s.scratch->OpenForwardOnly("select * from planes");
-    openScratch(s, u"rep97"_s);
+    Recordset r = s.os->OpenRecordset("select * from planes");
+    Recordset walk = s.os->OpenForwardOnly("select * from planes");
+    closeStore(s);
     for (const auto &use : std::initializer_list<std::function<void()>>{
              [&] { r.Requery(); }, [&] { r.MoveFirst(); }, [&] { r["nom"]; }, [&] { r.Edit(); },
              [&] { r.AddNew(); }, [&] { r.FindFirst("id = 1"); }, [&] { walk.MoveNext(); }})
         EXPECT_EQ(numberOf(use), ErrorNumber::NoCurrentRecord);
-    closeScratch(s);
 }
 
 TEST_F(rows, NamesAndNumbersOfColumnsAreChecked)

@@ -26,7 +26,9 @@ struct Schema : Clinic {
             return *s.morvane;
         if (name == u"clientes")
             return *s.clientes;
-        return name == u"finanzas" ? *s.finanzas : openScratch(s, name);
+        if (name == u"os")
+            return *s.os;
+        return name == u"finanzas" ? *s.finanzas : *s.rep97;
     }
 };
 

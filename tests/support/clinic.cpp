@@ -132,13 +132,6 @@ Clinic::~Clinic() = default;
 
 void Clinic::reopen()
 {
-    s.lists = {};
-    s.configuracion = {};
-    s.scratch.reset();
-    s.morvane.reset();
-    s.clientes.reset();
-    s.finanzas.reset();
-    s.motor.reset();
     if (const auto failure = store::openStore(s))
         ADD_FAILURE() << failure->text.toStdString();
 }

@@ -63,7 +63,21 @@ void BareBase::attach(const QString &file, const char *schema, int kilobytes)
     run("SELECT count(*) FROM " + name + ".sqlite_master");
 }
 
-void BareBase::separate(const char *schema) { run(std::string("DETACH ") + schema); }
+QStringList BareBase::allRows(const char *sql)
+{
+    QStringList rows;
+    sqlite3_stmt *st = prepare(sql);
+    while (sqlite3_step(st) == SQLITE_ROW) {
+        QString row;
+        for (int c = 0; c < sqlite3_column_count(st); ++c) {
+            const auto *t = reinterpret_cast<const char *>(sqlite3_column_text(st, c));
+            row += (t ? QString::fromUtf8(t) : QStringLiteral("NULL")) + u'|';
+        }
+        rows << row;
+    }
+    sqlite3_finalize(st);
+    return rows;
+}
 
 sqlite3_stmt *BareBase::prepare(const std::string &sql)
 {
@@ -403,9 +417,9 @@ void BarePass::run()
     m_base.values[":avisar1"] = isoDay(last.addDays(1 + leadTime));
     m_base.values[":avisar2"] = isoDay(m_today.addDays(leadTime));
 
-    m_base.attach(m_folder + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
+    m_base.run("ATTACH DATABASE ':memory:' AS rep97 KEY ''");
+    m_base.run("CREATE TABLE rep97.auxrevacunacion (mas, vac, pro, dir, tel, dos)");
     m_base.run("BEGIN IMMEDIATE");
-    m_base.run("DELETE FROM rep97.auxrevacunacion");
     m_base.run("DELETE FROM Pizarra");
     readHours();
     foods();
@@ -435,5 +449,9 @@ void BarePass::run()
     m_base.run("UPDATE Configuracion SET FechaInicioAnterior = FechaUltimoInicio, "
                "FechaUltimoInicio = :hoy, contadorTareas = :contador");
     m_base.run("COMMIT");
-    m_base.separate("rep97");
+}
+
+QStringList BarePass::missed()
+{
+    return m_base.allRows("SELECT mas, vac, pro, dir, tel, dos FROM rep97.auxrevacunacion");
 }

@@ -27,7 +27,8 @@ public:
     BareBase &operator=(const BareBase &) = delete;
 
     void attach(const QString &file, const char *schema, int kilobytes);
-    void separate(const char *schema);
+    /// The texts of all rows, cell behind cell with a bar.
+    QStringList allRows(const char *sql);
     /// Runs one statement, named parameters taken from `valores`. @return its first cell, 0 if none
     /// @throws std::runtime_error
     qint64 run(const std::string &sql);
@@ -48,6 +49,8 @@ class BarePass
 public:
     BarePass(const QString &folder, QDate hoy, const store::Texts &texts);
     void run();
+    /// Rows of the list of missed doses, in no order.
+    QStringList missed();
 
 private:
     void Pizarra(const std::string &numbers, int dibujo, int codigo1, int codigo2);

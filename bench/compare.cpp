@@ -25,27 +25,10 @@ constexpr Table Tables[] = {
     {"Mascotas", "SELECT rowid, * FROM clientes.Mascotas", true},
     {"MHospedaje", "SELECT * FROM clientes.MHospedaje", true},
     {"FichasVisitadas", "SELECT * FROM clientes.FichasVisitadas", true},
-    {"auxrevacunacion", "SELECT mas, vac, pro, dir, tel, dos FROM rep97.auxrevacunacion", false},
     {"Configuracion",
      "SELECT contadorTareas, FechaUltimoInicio, FechaInicioAnterior FROM Configuracion", true},
     {"Pizarra", "SELECT dibujo, Codigo1, Codigo2 FROM Pizarra", true},
 };
-
-QStringList allRows(BareBase &base, const char *sql)
-{
-    QStringList rows;
-    sqlite3_stmt *st = base.prepare(sql);
-    while (sqlite3_step(st) == SQLITE_ROW) {
-        QString row;
-        for (int c = 0; c < sqlite3_column_count(st); ++c) {
-            const auto *t = reinterpret_cast<const char *>(sqlite3_column_text(st, c));
-            row += (t ? QString::fromUtf8(t) : QStringLiteral("NULL")) + u'|';
-        }
-        rows << row;
-    }
-    sqlite3_finalize(st);
-    return rows;
-}
 
 // The numbers in a text, one behind the other.
 QStringList numbersOf(const QString &t)
@@ -62,10 +45,8 @@ QStringList numbersOf(const QString &t)
 QString difference(const QString &oneFolder, const QString &otherFolder)
 {
     BareBase one(oneFolder), other(otherFolder);
-    one.attach(oneFolder + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
-    other.attach(otherFolder + QStringLiteral("/reportes/rep97.mdb"), "rep97", 4096);
     for (const Table &t : Tables) {
-        QStringList a = allRows(one, t.sql), b = allRows(other, t.sql);
+        QStringList a = one.allRows(t.sql), b = other.allRows(t.sql);
         if (!t.inOrder) {
             a.sort();
             b.sort();
@@ -80,7 +61,7 @@ QString difference(const QString &oneFolder, const QString &otherFolder)
                      j == b.end() ? QStringLiteral("no row") : *j);
     }
     const char *const texts = "SELECT mensaje FROM Pizarra";
-    const QStringList a = allRows(one, texts), b = allRows(other, texts);
+    const QStringList a = one.allRows( texts), b = other.allRows( texts);
     for (qsizetype i = 0; i < a.size(); ++i) {
         const QStringList n = numbersOf(b[i]);
         if (numbersOf(a[i]).mid(0, n.size()) != n)

@@ -65,13 +65,22 @@ void measurePass(const Workshop &workshop, int closed)
     std::vector<double> ourTimes, bareTimes, ratios;
     for (int i = 0; i < workshop.runs; ++i) {
         const QString a = workshop.copyOf(u"a"_s, closed), b = workshop.copyOf(u"b"_s, closed);
+        QStringList ourMissed, bareMissed;
         const auto our = [&] {
             MeasureSession measure(a, workshop.hoy);
             ourTimes.push_back(milliseconds([&] { IniciarTareas(measure.s); }));
+            for (Recordset r = measure.s.rep97->OpenSnapshot("select * from auxrevacunacion");
+                 !r.EOF_(); r.MoveNext()) {
+                QString row;
+                for (const char *column : {"mas", "vac", "pro", "dir", "tel", "dos"})
+                    row += r[column].toText() + u'|';
+                ourMissed << row;
+            }
         };
         const auto bare = [&] {
             BarePass pass(b, workshop.hoy, texts);
             bareTimes.push_back(milliseconds([&] { pass.run(); }));
+            bareMissed = pass.missed();
         };
         // In turns, so that neither always finds the machine as the other has left it.
         if (i % 2 == 0) {
@@ -82,6 +91,10 @@ void measurePass(const Workshop &workshop, int closed)
             our();
         }
         ratios.push_back(ourTimes.back() / bareTimes.back());
+        ourMissed.sort();
+        bareMissed.sort();
+        if (ourMissed != bareMissed)
+            throw std::runtime_error("the lists of missed doses differ");
         if (const QString d = difference(a, b); !d.isEmpty())
             throw std::runtime_error("the two passes differ: " + d.toStdString());
     }

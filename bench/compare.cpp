@@ -61,7 +61,7 @@ QString difference(const QString &oneFolder, const QString &otherFolder)
                      j == b.end() ? QStringLiteral("no row") : *j);
     }
     const char *const texts = "SELECT mensaje FROM Pizarra";
-    const QStringList a = one.allRows( texts), b = other.allRows( texts);
+    const QStringList a = one.allRows(texts), b = other.allRows(texts);
     for (qsizetype i = 0; i < a.size(); ++i) {
         const QStringList n = numbersOf(b[i]);
         if (numbersOf(a[i]).mid(0, n.size()) != n)

@@ -40,25 +40,43 @@ std::string quoted(std::string_view name)
     return s + '"';
 }
 
-std::string columnDefinition(const std::string &name, const std::string &type,
-                             const std::string &byDefault, bool identity)
+std::string quotedText(std::string_view text)
 {
-    std::string s = quoted(name) + ' ' + type;
-    if (identity)
-        s += " PRIMARY KEY AUTOINCREMENT";
-    else if (!byDefault.empty())
-        s += " DEFAULT " + byDefault;
-    return s;
+    std::string s = "'";
+    for (char c : text)
+        s += c == '\'' ? std::string("''") : std::string(1, c);
+    return s + '\'';
 }
 
-DeclaredColumn declared(const jet::Column &c)
+std::string columnDefinition(const DeclaredColumn &c)
+{
+    std::string s = quoted(c.name) + ' ' + c.type;
+    if (c.identity)
+        return s + " PRIMARY KEY AUTOINCREMENT";
+    if (!c.byDefault.empty())
+        s += " DEFAULT " + c.byDefault;
+    return c.notNull ? s + " NOT NULL" : s;
+}
+
+bool isNumber(ColumnType t)
+{
+    return t != ColumnType::Text && t != ColumnType::Memo && t != ColumnType::Date
+           && t != ColumnType::Time;
+}
+
+DeclaredColumn declared(const jet::NewColumn &c)
 {
     DeclaredColumn d;
     d.name = c.name;
     d.type = declaredType(c);
     d.identity = c.type == ColumnType::Counter;
+    d.notNull = c.notNull;
     if (c.type == ColumnType::YesNo)
         d.byDefault = "0"; // a Yes/No is never Null
+    if (!c.byDefault.isNull()) {
+        const std::string text = c.byDefault.toText().toStdString();
+        d.byDefault = isNumber(c.type) ? text : quotedText(text);
+    }
     return d;
 }
 
@@ -77,7 +95,7 @@ std::string create(const std::string &completeName, const std::vector<DeclaredCo
     for (const DeclaredColumn &c : columns) {
         if (&c != &columns.front())
             sql += ", ";
-        sql += columnDefinition(c.name, c.type, c.byDefault, c.identity);
+        sql += columnDefinition(c);
     }
     if (!keyOf(columns))
         sql += ", " + rowKeyDeclaration();
@@ -88,14 +106,6 @@ std::string create(const std::string &completeName, const std::vector<DeclaredCo
 bool mentions(const std::string &index, const std::string &column)
 {
     return index.find(quoted(column)) != std::string::npos;
-}
-
-std::string quotedText(std::string_view text)
-{
-    std::string s = "'";
-    for (char c : text)
-        s += c == '\'' ? std::string("''") : std::string(1, c);
-    return s + '\'';
 }
 
 // The engine can neither change nor drop a column, nor add an identity: the table is made anew
@@ -186,7 +196,7 @@ jet::Column store::readDeclaredType(const std::string &name, const std::string &
 
 std::string store::rowKeyDeclaration()
 {
-    return columnDefinition(RowKeyColumn, "INTEGER", {}, true);
+    return columnDefinition({.name = RowKeyColumn, .type = "INTEGER", .identity = true});
 }
 
 bool store::giveRowKey(Motor &motor, const std::string &schema, const std::string &table)
@@ -198,55 +208,133 @@ bool store::giveRowKey(Motor &motor, const std::string &schema, const std::strin
     return true;
 }
 
+namespace
+{
+
+/// A table whose definition changes.
+struct Changing {
+    Motor &motor;
+    const std::string &schema;
+    const std::string &table; // in the file's own letter case
+
+    std::string name() const { return quoted(schema) + '.' + quoted(table); }
+    std::vector<DeclaredColumn> columns() const { return motor.allColumns(schema, table); }
+};
+
+auto find(std::vector<DeclaredColumn> &columns, const std::string &name)
+{
+    return std::ranges::find_if(columns, [folded = jet::fold(name)](const DeclaredColumn &c) {
+        return jet::fold(c.name) == folded;
+    });
+}
+
+// @throws StoreError 3265 when it is not there
+DeclaredColumn &existing(std::vector<DeclaredColumn> &columns, const std::string &name)
+{
+    const auto i = find(columns, name);
+    if (i == columns.end())
+        throw StoreError(ErrorNumber::NotInCollection, QString::fromStdString(name));
+    return *i;
+}
+
+void addColumn(const Changing &t, const jet::NewColumn &requested)
+{
+    auto columns = t.columns();
+    if (find(columns, requested.name) != columns.end())
+        throw StoreError(ErrorNumber::ColumnExists, QString::fromStdString(requested.name));
+    columns.push_back(declared(requested));
+    if (columns.back().identity)
+        rebuild(t.motor, t.schema, t.table, columns, {});
+    else
+        t.motor.run("ALTER TABLE " + t.name() + " ADD COLUMN " + columnDefinition(columns.back()));
+}
+
+void changeColumn(const Changing &t, const jet::NewColumn &requested)
+{
+    auto columns = t.columns();
+    DeclaredColumn &c = existing(columns, requested.name);
+    const DeclaredColumn changed = declared(requested);
+    c.type = changed.type;
+    c.identity = changed.identity;
+    if (!requested.byDefault.isNull())
+        c.byDefault = changed.byDefault;
+    c.notNull = c.notNull || changed.notNull;
+    rebuild(t.motor, t.schema, t.table, columns, {});
+}
+
+void removeColumn(const Changing &t, const jet::NewColumn &requested)
+{
+    auto columns = t.columns();
+    const std::string name = existing(columns, requested.name).name;
+    std::erase_if(columns, [&name](const DeclaredColumn &c) { return c.name == name; });
+    rebuild(t.motor, t.schema, t.table, columns, name);
+}
+
+// Names of indexes count for the whole database in the engine, for the table alone in the dialect.
+std::string indexName(const Changing &t, const std::string &index)
+{
+    return quoted(t.schema) + '.' + quoted(t.table + '_' + index);
+}
+
+void createIndex(const Changing &t, const jet::Definition &d)
+{
+    auto columns = t.columns();
+    std::string sql = std::string(d.unique ? "CREATE UNIQUE" : "CREATE") + " INDEX "
+                      + indexName(t, d.index) + " ON " + quoted(t.table) + " (";
+    for (const jet::NewColumn &c : d.columns) {
+        const DeclaredColumn &there = existing(columns, c.name);
+        const ColumnType type = readDeclaredType(there.name, there.type).type;
+        if (&c != &d.columns.front())
+            sql += ", ";
+        sql += quoted(there.name);
+        // By the engine's own rule for letter case: a file with a rule that only this program knows
+        // could not be written by any other.
+        if (type == ColumnType::Text || type == ColumnType::Memo)
+            sql += " COLLATE NOCASE";
+    }
+    t.motor.run(sql + ')');
+}
+
+void change(const Changing &t, const jet::Definition &d)
+{
+    Lote all(t.motor);
+    switch (d.kind) {
+    case jet::Definition::RemoveTable:
+        t.motor.run("DROP TABLE " + t.name());
+        break;
+    case jet::Definition::CreateIndex:
+        createIndex(t, d);
+        break;
+    case jet::Definition::RemoveIndex:
+        t.motor.run("DROP INDEX " + indexName(t, d.index));
+        break;
+    default:
+        for (const jet::NewColumn &c : d.columns)
+            d.kind == jet::Definition::AddColumn      ? addColumn(t, c)
+            : d.kind == jet::Definition::ChangeColumn ? changeColumn(t, c)
+                                                      : removeColumn(t, c);
+    }
+    all.commit();
+}
+
+} // namespace
+
 void Base::Internals::define(const jet::Definition &d)
 {
     look(); // what others have defined until now counts for itself
     const jet::Table *table = catalogue.find(d.table);
     const std::string own = table ? table->name : d.table;
-    const std::string name = quoted(schema) + '.' + quoted(own);
-    if (d.kind == jet::Definition::CreateTable) {
+    if (d.kind != jet::Definition::CreateTable) {
+        if (!table)
+            throw StoreError(ErrorNumber::TableNotFound, QString::fromStdString(d.table));
+        change({motor, schema, own}, d);
+    } else {
         if (table)
             throw StoreError(ErrorNumber::TableExists, QString::fromStdString(d.table));
         std::vector<DeclaredColumn> columns;
-        for (const jet::Column &c : d.columns)
+        for (const jet::NewColumn &c : d.columns)
             columns.push_back(declared(c));
-        motor.run(create(name, columns));
-    } else if (!table) {
-        throw StoreError(ErrorNumber::TableNotFound, QString::fromStdString(d.table));
-    } else if (d.kind == jet::Definition::RemoveTable) {
-        motor.run("DROP TABLE " + name);
-    } else {
-        const jet::Column &requested = d.columns.front();
-        auto columns = motor.allColumns(schema, own);
-        const auto i = std::ranges::find_if(columns, [&](const DeclaredColumn &c) {
-            return jet::fold(c.name) == jet::fold(requested.name);
-        });
-        const bool is = i != columns.end();
-        if (d.kind == jet::Definition::AddColumn) {
-            if (is)
-                throw StoreError(ErrorNumber::ColumnExists, QString::fromStdString(requested.name));
-            const DeclaredColumn newOne = declared(requested);
-            if (newOne.identity) {
-                columns.push_back(newOne);
-                rebuild(motor, schema, own, columns, {});
-            } else {
-                motor.run("ALTER TABLE " + name + " ADD COLUMN "
-                          + columnDefinition(newOne.name, newOne.type, newOne.byDefault, false));
-            }
-        } else {
-            if (!is)
-                throw StoreError(ErrorNumber::NotInCollection,
-                                 QString::fromStdString(requested.name));
-            const std::string column = i->name;
-            if (d.kind == jet::Definition::ChangeColumn) {
-                i->type = declaredType(requested);
-                i->identity = requested.type == ColumnType::Counter;
-                rebuild(motor, schema, own, columns, {});
-            } else {
-                columns.erase(i);
-                rebuild(motor, schema, own, columns, column);
-            }
-        }
+        motor.run(create(quoted(schema) + '.' + quoted(own), columns));
     }
     TableMarks &marks = *writesOf(own);
     ++marks.writes;

@@ -42,8 +42,8 @@ public:
 /// One column of a table as the file declares it.
 struct DeclaredColumn {
     std::string name;
-    std::string type; // "TEXT(50)", "CURRENCY", ...
-    std::string byDefault;
+    std::string type;           // "TEXT(50)", "CURRENCY", ...
+    std::string byDefault = {}; // a literal of the engine, "" for Null
     bool identity = false;
     bool notNull = false;
 };

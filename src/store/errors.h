@@ -24,6 +24,7 @@ inline constexpr int DatabaseNotFound = 3024;
 inline constexpr int NoCurrentRecord = 3021;
 inline constexpr int Parameters =
     3061; // a name in a statement that is no column, or a value too few
+inline constexpr int NullNotTaken = 3314; // a column declared NOT NULL was left empty
 inline constexpr int Syntax = 3075;
 inline constexpr int TableNotFound = 3078;
 inline constexpr int Locked = 3260; // another terminal held the file for too long

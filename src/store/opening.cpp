@@ -26,6 +26,12 @@ QString textOf(const Sesion &s, const StoreError &e)
     }
 }
 
+// What the store refuses to write begins with the column's name.
+QString columnOf(const StoreError &e)
+{
+    return e.description.startsWith(u'"') ? e.description.section(u'"', 1, 1) : QString();
+}
+
 void openLists(Sesion &s)
 {
     s.configuracion = s.morvane->OpenList("select * from configuracion");
@@ -179,7 +185,7 @@ void completeDatabases(Sesion &s)
 
 void openAll(Sesion &s)
 {
-    s.motor = createFileEngine();
+    s.motor = s.createEngine();
     s.motor->setPatience(StartPatienceMs);
     s.motor->whileWaiting([&s](int ms) { tellWaiting(s, ms); });
     const auto open = [&s](const QString &base) {
@@ -229,6 +235,10 @@ void repairFolder(Sesion &s)
 
 QString store::errorText(const Sesion &s, const StoreError &e)
 {
+    const auto ofColumn = [&](int text) {
+        const QString column = columnOf(e);
+        return column.isEmpty() ? e.description : s(text).arg(column);
+    };
     switch (e.number) {
     case ErrorNumber::FullDisk:
         return s(text::DiskIsFull);
@@ -240,6 +250,18 @@ QString store::errorText(const Sesion &s, const StoreError &e)
         return s(text::FolderUnreachable) + u'\n' + e.description;
     case ErrorNumber::DatabaseDamaged:
         return s(text::DamageIsRepairedAtStart) + u'\n' + e.description;
+    case ErrorNumber::Overflow:
+        return ofColumn(text::ValueIsOutOfRange);
+    case ErrorNumber::TextTooLong:
+        return ofColumn(text::TextIsTooLong);
+    case ErrorNumber::TypeMismatch:
+        return ofColumn(text::ValueIsOfAnotherKind);
+    case ErrorNumber::NullNotTaken:
+        return ofColumn(text::ValueIsNeeded);
+    case ErrorNumber::Conflict:
+        return ofColumn(text::ChangedMeanwhile);
+    case ErrorNumber::OutOfMemory:
+        return s(text::SelectionTooLarge);
     default:
         return e.description;
     }

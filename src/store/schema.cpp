@@ -286,17 +286,20 @@ void addColumn(Motor &motor, const std::string &schema, const DeclaredTable &tab
 void addIndex(Motor &motor, const std::string &schema, const DeclaredTable &table,
               DeclaredIndex index)
 {
-    Lote step(motor);
-    try {
+    const auto add = [&] {
+        Lote step(motor);
         motor.run(declareIndex(schema, table, index).toStdString());
+        step.commit();
+    };
+    try {
+        add();
     } catch (const StoreError &e) {
         if (e.number != ErrorNumber::Key)
             throw;
         // Rows that stand twice already stay; the clinic has worked with them until now.
         index.unique = false;
-        motor.run(declareIndex(schema, table, index).toStdString());
+        add();
     }
-    step.commit();
 }
 
 } // namespace

@@ -145,6 +145,8 @@ struct Sesion {
     // The engine goes last of what the databases need, and first of all to be built. All databases
     // are open as long as the session is.
     std::unique_ptr<Motor> motor;
+    /// Makes the engine when the store is opened.
+    std::function<std::unique_ptr<Motor>()> createEngine = store::createFileEngine;
     std::unique_ptr<Base> clientes;
     std::unique_ptr<Base> finanzas;
     std::unique_ptr<Base> morvane;

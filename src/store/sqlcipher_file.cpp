@@ -42,6 +42,11 @@ void sqlcipher::fail(sqlite3 *db, int code, const std::string &sql)
 {
     const QString text =
         db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(code));
+    // "NOT NULL constraint failed: Table.Column"
+    if (db && sqlite3_extended_errcode(db) == SQLITE_CONSTRAINT_NOTNULL)
+        throw StoreError(ErrorNumber::NullNotTaken,
+                         QStringLiteral("\"%1\": a value is needed").arg(text.section(u'.', -1)),
+                         QString::fromStdString(sql));
     throw StoreError(errorNumberOf(code), text, QString::fromStdString(sql));
 }
 

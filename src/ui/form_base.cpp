@@ -93,11 +93,12 @@ bool FormBase::guarded(const std::function<void()> &task)
     } catch (const store::StoreError &e) {
         if (e.number == store::ErrorNumber::DatabaseDamaged)
             store::noteDamage(m_s);
-        // The user can act on a full or protected disk; the log lies on that same disk.
-        if (e.isMediumFailure())
+        // The user can act on a full or protected disk, and the log lies on that same disk. That
+        // another terminal was faster is no fault.
+        if (e.isMediumFailure() || e.number == store::ErrorNumber::Conflict)
             m_s.dialogos.Mensaje(store::errorText(m_s, e));
         else
-            tellFailure(m_s, e.number, e.description, objectName());
+            tellFailure(m_s, e.number, store::errorText(m_s, e), objectName());
     } catch (const std::bad_alloc &) {
         tellFailure(m_s, store::ErrorNumber::OutOfMemory, u"Out of memory"_s, objectName());
     } catch (const std::exception &e) {

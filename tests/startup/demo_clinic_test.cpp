@@ -158,7 +158,8 @@ TEST_F(Demo, AddsUp)
             s.finanzas->read("select tip from Ventas where idventa = ?", r["idVenta"]).toInt(),
             r["Cancelado"].toBool() ? 4 : 2);
     }
-    EXPECT_EQ(allRows(*s.finanzas, "select men from CtaCteC where Cancelado = 0 group by men"),
+    EXPECT_EQ(allRows(*s.finanzas,
+                      "select men from CtaCteC where Cancelado = 0 group by men order by men"),
               u"0\n1\n2\n3\n4\n");
     EXPECT_EQ(allRows(*s.clientes, "select idc from Clientes where deuda = -1 order by idc"),
               allRows(*s.finanzas, "select idc from CtaCteC where Cancelado = 0 order by idc"));

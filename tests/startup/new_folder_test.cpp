@@ -40,14 +40,16 @@ TEST_F(Folder, BringsTheRowsThatNoClinicGoesWithout)
                       " from Configuracion"),
               u"554|-1|11|0|4|4|1|T\n");
     EXPECT_EQ(
-        allRows(*s.finanzas, "select idcat, nom, suministro from FLCategorias where idcat < 6"),
+        allRows(*s.finanzas,
+                "select idcat, nom, suministro from FLCategorias where idcat < 6 order by idcat"),
         u"1|Alimentos|c\n2|Servicios|n\n3|Vacunas|p\n4|Antiparasitarios|p\n"
         "5|Anticonceptivos|p\n");
     EXPECT_EQ(allRows(*s.clientes, "select id, nom, ali from MLEspecies"),
               u"1|Canino|\n2|Felino|\n3|Equino|\n");
-    EXPECT_EQ(allRows(*s.morvane, "select Idr, Nom, Tip, Esp from Regimen where Idr < 17"),
-              u"14|Anticonceptivo canino|5|1\n15|Anticonceptivo felino|5|2\n"
-              "16|Vac. Can. < 3 meses|3|1\n");
+    EXPECT_EQ(
+        allRows(*s.morvane, "select Idr, Nom, Tip, Esp from Regimen where Idr < 17 order by Idr"),
+        u"14|Anticonceptivo canino|5|1\n15|Anticonceptivo felino|5|2\n"
+        "16|Vac. Can. < 3 meses|3|1\n");
     EXPECT_EQ(allRows(*s.clientes, "select count(*), min(IDSubCategoria), max(IDSubCategoria)"
                                    " from Enciclopedia"),
               u"20|1|20\n");
@@ -65,7 +67,8 @@ TEST_F(Folder, KnowsTheKindsOfTaxpayerOfTheLanguage)
     createFolder(other.path(), store::Language::Spanish);
     store::setDataFolder(s, other.path());
     reopen();
-    EXPECT_EQ(allRows(*s.finanzas, "select ID, Nombre from TiposFiscal where ID in (1, 4, 7)"),
+    EXPECT_EQ(allRows(*s.finanzas,
+                      "select ID, Nombre from TiposFiscal where ID in (1, 4, 7) order by ID"),
               u"1|Consumidor final\n4|Responsable inscripto\n7|Sin categorizar\n");
 }
 

@@ -3,7 +3,9 @@
 #include "store/identifiers.h"
 #include "store/jet/text.h"
 #include "store/lookups.h"
+#include "store/opening.h"
 #include "support/clinic.h"
+#include "texts/texts.h"
 
 #include <QThread>
 
@@ -347,6 +349,61 @@ TEST_F(Store, ColumnsAreAddedChangedAndDroppedWithTheirRows)
     EXPECT_EQ(allRows(*s.finanzas, "select ID, nom from Viejos order by id"), u"1|a\n2|b\n"_s);
     EXPECT_EQ(numberOf([&] { s.finanzas->Execute("CREATE TABLE viejos (x LONG)"); }),
               ErrorNumber::TableExists);
+}
+
+TEST_F(Store, DefinitionsTakeDefaultsNeedsIndexesAndSeveralColumns)
+{
+    Base &b = *s.finanzas;
+    b.Execute("CREATE TABLE Nueva (n LONG DEFAULT -7 NOT NULL, t TEXT(5) DEFAULT 'o''k', "
+              "d DATE DEFAULT #3/11/2026#, y YESNO DEFAULT TRUE, m CURRENCY DEFAULT 1.5)");
+    b.Execute("insert into Nueva (t) values ('one')");
+    b.Execute("insert into Nueva (n) values (2)");
+    // The rows that are there get the defaults too, and a table made anew keeps all of it.
+    b.Execute("ALTER TABLE Nueva ADD COLUMN p LONG NOT NULL DEFAULT 3, q TEXT(4)");
+    b.Execute("ALTER TABLE Nueva ALTER COLUMN t TEXT(9)");
+    b.Execute("insert into Nueva (t) values ('three')");
+    EXPECT_EQ(allRows(b, "select n, t, d, y, m, p, q from Nueva"),
+              u"-7|one|2026-03-11|-1|1.5|3|\n2|o'k|2026-03-11|-1|1.5|3|\n"
+              "-7|three|2026-03-11|-1|1.5|3|\n"_s);
+    const auto refused = [&](const char *sql) { return numberOf([&] { b.Execute(sql); }); };
+    EXPECT_EQ(refused("insert into Nueva (n) values (null)"), ErrorNumber::NullNotTaken);
+    EXPECT_EQ(refused("ALTER TABLE Nueva ADD COLUMN r LONG DEFAULT 'x'"),
+              ErrorNumber::TypeMismatch);
+
+    // Two tables can have an index of one name.
+    b.Execute("CREATE UNIQUE INDEX PorTexto ON Nueva (t, n)");
+    b.Execute("CREATE INDEX PorTexto ON Ventas (tfac)");
+    EXPECT_EQ(refused("insert into Nueva (t) values ('ONE')"), ErrorNumber::Key);
+    b.Execute("DROP INDEX PorTexto ON Nueva");
+    EXPECT_EQ(refused("insert into Nueva (t) values ('ONE')"), 0);
+    EXPECT_EQ(refused("CREATE INDEX x ON Nueva (nobody)"), ErrorNumber::NotInCollection);
+
+    // Several columns come and go together or not at all.
+    EXPECT_EQ(refused("ALTER TABLE Nueva ADD COLUMN r LONG, q LONG"), ErrorNumber::ColumnExists);
+    EXPECT_EQ(refused("select r from Nueva"), ErrorNumber::Parameters);
+    b.Execute("ALTER TABLE Nueva DROP COLUMN p, q");
+    EXPECT_EQ(refused("select p from Nueva"), ErrorNumber::Parameters);
+}
+
+TEST_F(Store, WhatIsRefusedIsToldInTheUsersLanguageWithTheColumn)
+{
+    const std::pair<const char *, int> refused[] = {
+        {"insert into Clientes (idc) values (70000)", text::ValueIsOutOfRange},
+        {"insert into Clientes (idc) values ('x')", text::ValueIsOfAnotherKind}};
+    for (const auto &[sql, told] : refused) {
+        try {
+            s.clientes->Execute(sql);
+            ADD_FAILURE() << sql;
+        } catch (const StoreError &e) {
+            EXPECT_EQ(errorText(s, e), s(told).arg(u"idc"_s)) << sql;
+        }
+    }
+    try {
+        s.clientes->Execute("update Clientes set nobody = 1");
+        ADD_FAILURE();
+    } catch (const StoreError &e) {
+        EXPECT_EQ(errorText(s, e), e.description); // nothing better is known
+    }
 }
 
 TEST_F(Store, TheMarkFindsTheFolderThatIsReallyWritten)

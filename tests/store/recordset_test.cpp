@@ -4,6 +4,7 @@
 #include "store/lookups.h"
 #include "store/schema.h"
 #include "support/clinic.h"
+#include "support/server_engine.h"
 
 #include <QProcess>
 #include <QThread>
@@ -437,7 +438,8 @@ TEST_F(rows, ALongBatchIsRunAgainOnlyWhenAPartOfItThatHasWrittenFails)
             });
         };
         EXPECT_EQ(numberOf(batch), i.kept ? 0 : ErrorNumber::Overflow);
-        EXPECT_EQ(runs, i.runs);
+        // A server keeps the parts of every batch apart, so nothing is run twice.
+        EXPECT_EQ(runs, onServer() ? 1 : i.runs);
         EXPECT_FALSE(s.motor->inTransaction());
         EXPECT_EQ(allRows(*s.clientes, "select ayn from Clientes where idc > 4 order by idc")
                       .trimmed()
@@ -449,7 +451,8 @@ TEST_F(rows, ALongBatchIsRunAgainOnlyWhenAPartOfItThatHasWrittenFails)
 
 TEST_F(rows, AWalkForwardHoldsOneRow)
 {
-    Recordset walk = s.clientes->OpenForwardOnly("select idc, ayn from Clientes where idc > ?", 1);
+    Recordset walk =
+        s.clientes->OpenForwardOnly("select idc, ayn from Clientes where idc > ? order by idc", 1);
     QString seen;
     for (; !walk.EOF_(); walk.MoveNext())
         seen += walk["ayn"].toText() + walk[0].toText();

@@ -1,5 +1,7 @@
 #include "support/clinic.h"
 
+#include "support/server_engine.h"
+
 #include "printing/document.h"
 #include "startup/new_folder.h"
 #include "store/schema.h"
@@ -122,6 +124,9 @@ Clinic::Clinic(store::Language language) : s(ask, impresion, language)
     s.reloj.hoy = hoy;
     s.reloj.now = [this] { return QDateTime(s.reloj.hoy, QTime(9, 0)); };
     s.user = {1, 2, QStringLiteral("Ana")};
+    // All rules hold on a server too: the tests are run a second time with it.
+    if (onServer())
+        s.createEngine = createServerEngine;
     copy(gridModel(), folder.path());
     store::setDataFolder(s, folder.path());
     if (const auto failure = store::openStore(s))

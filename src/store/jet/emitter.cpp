@@ -914,14 +914,15 @@ private:
         fail(e.place, QStringLiteral("A UNION is ordered by its columns"));
     }
 
-    // Whether rows that the statement leaves in no order are given in that of their entry. A join
-    // and a range are left to the engine: the one has no entry, and for the other it would rather
-    // walk through the whole table than sort what an index finds.
-    static bool IsOrdered(const Select &s, bool seen)
+    // Whether rows that the statement leaves in no order are given in that of their entry, as those
+    // that are walked through to be written always are. A join and a range that are only read are
+    // left to the engine: the one has no entry, and for the other it would rather walk through the
+    // whole table than sort what an index finds.
+    bool IsOrdered(const Select &s, bool seen) const
     {
         if (!s.from || (!seen && !s.top))
             return false;
-        return !s.order.empty()
+        return !s.order.empty() || (seen && m_withKeys)
                || (s.from->kind == From::Table && !(s.where && HoldsRange(*s.where)));
     }
 
@@ -1114,8 +1115,11 @@ private:
         // Rows that the statement leaves in no order stand in that of their entry.
         if (!inOrderOfEntry)
             return;
+        const bool searched = s.from->kind == From::Table && s.where && HoldsRange(*s.where);
         for (const Scope::Source &source : m_scope->sources) {
             all.sql += separator;
+            // As an expression it does not lead the engine away from an index.
+            all.sql += searched ? "+" : "";
             all.sql += KeyOf(source);
             separator = ", ";
         }

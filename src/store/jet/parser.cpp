@@ -1,5 +1,6 @@
 #include "store/jet/parser.h"
 
+#include "store/column_value.h"
 #include "store/jet/lexer.h"
 
 #include <algorithm>
@@ -699,6 +700,9 @@ private:
     Definition createBody()
     {
         Definition d;
+        d.unique = accept("UNIQUE");
+        if (d.unique || isWord(here(), "INDEX"))
+            return indexBody(std::move(d));
         d.kind = Definition::CreateTable;
         expect("TABLE");
         d.table = tableName().text;
@@ -706,6 +710,26 @@ private:
         list([&] { d.columns.push_back(columnEntry()); });
         expect(")");
         return d;
+    }
+
+    Definition indexBody(Definition d)
+    {
+        d.kind = Definition::CreateIndex;
+        expect("INDEX");
+        d.index = anyName("An index").text;
+        expect("ON");
+        d.table = tableName().text;
+        expect("(");
+        list([&] { d.columns.push_back(named(anyName("A column").text)); });
+        expect(")");
+        return d;
+    }
+
+    static NewColumn named(std::string name)
+    {
+        NewColumn c;
+        c.name = std::move(name);
+        return c;
     }
 
     Definition alterBody()
@@ -716,7 +740,7 @@ private:
         if (accept("DROP")) {
             d.kind = Definition::RemoveColumn;
             accept("COLUMN");
-            d.columns.push_back({anyName("A column").text});
+            list([&] { d.columns.push_back(named(anyName("A column").text)); });
             return d;
         }
         d.kind = Definition::ChangeColumn;
@@ -725,23 +749,76 @@ private:
         else if (!accept("ALTER"))
             missing("ADD, ALTER or DROP");
         accept("COLUMN");
-        d.columns.push_back(columnEntry());
+        if (d.kind == Definition::AddColumn)
+            list([&] { d.columns.push_back(columnEntry()); });
+        else
+            d.columns.push_back(columnEntry());
         return d;
     }
 
     Definition dropBody()
     {
         Definition d;
+        if (accept("INDEX")) {
+            d.kind = Definition::RemoveIndex;
+            d.index = anyName("An index").text;
+            expect("ON");
+            d.table = tableName().text;
+            return d;
+        }
         d.kind = Definition::RemoveTable;
         expect("TABLE");
         d.table = tableName().text;
         return d;
     }
 
-    Column columnEntry()
+    NewColumn columnEntry()
+    {
+        NewColumn c = columnAndType();
+        for (;;) {
+            if (accept("NOT")) {
+                expect("NULL");
+                c.notNull = true;
+            } else if (accept("DEFAULT")) {
+                c.byDefault = defaultOf(c);
+            } else {
+                return c;
+            }
+        }
+    }
+
+    Value defaultOf(const Column &column)
+    {
+        const bool negative = accept("-");
+        const Token &t = here();
+        Value v;
+        switch (t.kind) {
+        case Token::Integer:
+        case Token::Decimal: {
+            const double x = QString::fromStdString(t.text).toDouble();
+            v = Value(negative ? -x : x);
+            break;
+        }
+        case Token::Text:
+        case Token::Moment:
+            v = Value(QString::fromStdString(t.text));
+            break;
+        default:
+            if (isWord(t, "TRUE") || isWord(t, "YES"))
+                v = Value(true);
+            else if (isWord(t, "FALSE") || isWord(t, "NO"))
+                v = Value(false);
+            else if (!isWord(t, "NULL"))
+                missing("A default");
+        }
+        ++m_at;
+        return toColumn(v, column);
+    }
+
+    NewColumn columnAndType()
     {
         constexpr int WidestText = 255;
-        Column c;
+        NewColumn c;
         c.name = anyName("A column").text;
         const auto type = std::ranges::find_if(
             Types, [this](const TypeWord &t) { return isWord(here(), t.word); });

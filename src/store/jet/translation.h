@@ -63,12 +63,28 @@ struct RowsSource {
     int keyColumn = 0; // position of the row's key among the engine's result columns
 };
 
+/// A column as a statement declares it.
+struct NewColumn : Column {
+    store::Value byDefault = {}; // as the column takes it
+    bool notNull = false;
+};
+
 /// A change of the schema, carried out by the database and not by one engine statement.
 struct Definition {
-    enum Kind { CreateTable, AddColumn, ChangeColumn, RemoveColumn, RemoveTable };
+    enum Kind {
+        CreateTable,
+        AddColumn,
+        ChangeColumn,
+        RemoveColumn,
+        RemoveTable,
+        CreateIndex,
+        RemoveIndex
+    };
     Kind kind = CreateTable;
     std::string table;
-    std::vector<Column> columns; // all of a new table, else the one column meant
+    std::vector<NewColumn> columns; // all that are meant; of an index only their names
+    std::string index = {};         // its name
+    bool unique = false;
 };
 
 struct Translation {

@@ -302,8 +302,6 @@ select max(idc) from clientes -> 4
 !3075 create table x (a text(256))
 !3075 create table x ()
 !3075 create table x (a blob)
-!3075 create table x (a long not null)
-!3075 create index i on uno (n)
 !3075 alter table x rename to y
 !3075 drop index i
 

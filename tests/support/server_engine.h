@@ -1,0 +1,12 @@
+// An engine that behaves as a database server does, over the one that is built in.
+#pragma once
+
+#include "store/engine.h"
+
+/// Forwards everything, and is stricter where a server is: a statement that fails inside of a
+/// transaction breaks it until the part or the whole is taken back, what was asked for in no order
+/// comes in another one each time, and parts of a batch are always kept apart.
+std::unique_ptr<Motor> createServerEngine();
+
+/// Whether this run of the tests works on it: KELVARA_TEST_SERVER is set.
+bool onServer();

@@ -145,6 +145,8 @@ void FiltrarApostrofe(Sesion &s, int &key)
 
 void store::logError(Sesion &s, int number, const QString &description, const QString &source)
 {
+    if (!s.motor) // of a store that could not be opened again there is no log
+        return;
     try {
         attempt(s, [&] {
             s.morvane->Execute("insert into errores (num, des, fec, fuente) values (?, ?, ?, ?)",

@@ -127,7 +127,7 @@ int window(int &argc, char **argv, const Options &options, store::Language langu
         board->CargarPizarra();
     };
     steps.loadSales = [&] { forms.load(QStringLiteral("frmventas")); };
-    steps.showBoard = [&] { board->show(); };
+    steps.showBoard = [&] { board->showBoard(); };
     steps.finish = [] { QCoreApplication::quit(); };
 
     frminicio start(s, steps);

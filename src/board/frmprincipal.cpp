@@ -230,7 +230,7 @@ void frmprincipal::layRows()
     GPizarra->setCurrentIndex(m_model->index(1, BoardModel::Message));
 }
 
-void frmprincipal::show()
+void frmprincipal::showBoard()
 {
     if (screen()->size().width() <= SmallScreen)
         showMaximized();

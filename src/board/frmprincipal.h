@@ -50,7 +50,7 @@ public:
     /// report.
     void CargarPizarra();
     /// Shows the board, on the whole of a small screen.
-    void show();
+    void showBoard();
 
     void opened(const QVariantMap &parameters) override;
     void reject() override;

@@ -56,7 +56,7 @@ protected:
                                                     [this] { log << u"beep"_s; },
                                                     [this] { log << u"end"_s; }});
         board->CargarPizarra();
-        board->show();
+        board->showBoard();
         ASSERT_TRUE(QTest::qWaitForWindowActive(board.get()));
     }
     QTableView *grid() { return board->findChild<QTableView *>(u"GPizarra"_s); }

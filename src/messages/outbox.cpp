@@ -9,7 +9,6 @@
 #include "printing/letter.h"
 #include "printing/report.h"
 #include "store/data_folder.h"
-#include "store/folder_lock.h"
 #include "store/lookups.h"
 #include "store/opening.h"
 #include "texts/agenda.h"
@@ -452,9 +451,9 @@ bool EnviarMensajes(Sesion &s, QDate hoy)
     {
         // Not while a question or a message stands open: those may last over midnight, and the next
         // day shall not wait for them. Lists and letters are taken by whoever notes them first.
-        const store::FolderLock sending(s.dataFolder, u"kelvara.correo"_s, SendingWait,
-                                        [&s](const QString &) { s.progress.tellBar(0, 1); });
-        only = sending.isHeld();
+        const auto sending = s.motor->lock(u"kelvara.correo"_s, SendingWait,
+                                           [&s](const QString &) { s.progress.tellBar(0, 1); });
+        only = sending->isHeld();
         if (only)
             failure = sendMails(s, hoy);
     }

@@ -7,7 +7,6 @@
 #include "startup/day_passes.h"
 #include "startup/news.h"
 #include "store/data_folder.h"
-#include "store/folder_lock.h"
 #include "store/lookups.h"
 #include "store/opening.h"
 #include "store/upkeep.h"
@@ -196,17 +195,17 @@ bool isNewMonth(Sesion &s)
     return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
 }
 
-store::FolderLock lock(Sesion &s)
+std::unique_ptr<store::Lock> lock(Sesion &s)
 {
-    return {s.dataFolder, QStringLiteral("kelvara.dia"), store::StartPatienceMs / 1000,
-            [&s, told = QString()](const QString &holder) mutable {
-                QString text = s(text::AnotherTerminalRunsTheDay);
-                if (!holder.isEmpty())
-                    text += u' ' + s(text::HeldBy).arg(holder);
-                if (std::exchange(told, text) != text)
-                    s.progress.tellStage(text);
-                s.progress.tellBar(0, PassCount);
-            }};
+    return s.motor->lock(QStringLiteral("kelvara.dia"), store::StartPatienceMs / 1000,
+                         [&s, told = QString()](const QString &holder) mutable {
+                             QString text = s(text::AnotherTerminalRunsTheDay);
+                             if (!holder.isEmpty())
+                                 text += u' ' + s(text::HeldBy).arg(holder);
+                             if (std::exchange(told, text) != text)
+                                 s.progress.tellStage(text);
+                             s.progress.tellBar(0, PassCount);
+                         });
 }
 
 // Only behind the lock is it known whether another terminal has done the work meanwhile. A lock
@@ -214,8 +213,8 @@ store::FolderLock lock(Sesion &s)
 template <typename F>
 bool underLock(Sesion &s, bool (*pending)(Sesion &), F &&work)
 {
-    const store::FolderLock dia = lock(s);
-    if (!dia.isHeld())
+    const auto dia = lock(s);
+    if (!dia->isHeld())
         throw store::StoreError(store::ErrorNumber::Locked, s(text::HeldByAnotherTerminal));
     s.configuracion.Requery();
     if (!pending(s))

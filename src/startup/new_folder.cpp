@@ -56,12 +56,10 @@ void seedFixedRows(Motor &motor, store::Language language)
 /// Makes the five files below a folder in which none of them exists.
 void createFiles(const QString &folder, store::Language language)
 {
-    const std::unique_ptr<Motor> motor = store::createFileEngine();
+    const std::unique_ptr<Motor> motor = store::createFileEngine(folder);
     for (const QString &base : store::databases()) {
-        const QString file = folder + u'/' + store::fileOf(base);
-        QDir().mkpath(QFileInfo(file).path());
-        store::createEmptyFile(file);
-        motor->open(file, base.toStdString());
+        motor->create(base.toStdString());
+        motor->open(base.toStdString());
     }
     Lote lote(*motor);
     for (const QString &base : store::databases())

@@ -135,8 +135,8 @@ QString RutaRealDeDatos(Sesion &s)
         if (!QFileInfo(file).isFile())
             continue;
         try {
-            const auto motor = createFileEngine();
-            motor->open(file, "morvane");
+            const auto motor = createFileEngine(c);
+            motor->open("morvane");
             Base base(*motor, "morvane", s.reloj);
             if (!base.read("SELECT Ida FROM TareasAgenda WHERE Ida = ?", MarkId).isNull())
                 found = withSlash(c);

@@ -16,12 +16,12 @@ Base::Internals::Internals(Motor &m, std::string e, const Reloj &r)
 
 // --- Definitions -----------------------------------------------------------------------------
 
-FileCatalogue::FileCatalogue(Motor &motor, std::string schema)
+EngineCatalogue::EngineCatalogue(Motor &motor, std::string schema)
     : m_motor(motor), m_schema(std::move(schema))
 {
 }
 
-const jet::Table *FileCatalogue::find(std::string_view name) const
+const jet::Table *EngineCatalogue::find(std::string_view name) const
 {
     if (!m_read) {
         for (const std::string &t : m_motor.tables(m_schema))
@@ -34,23 +34,15 @@ const jet::Table *FileCatalogue::find(std::string_view name) const
     const auto n = m_names.find(folded);
     if (n == m_names.end())
         return nullptr;
+    TableDescription d = m_motor.describe(m_schema, n->second);
     auto table = std::make_unique<jet::Table>();
-    table->name = n->second;
-    table->key = m_motor.undeclaredKey();
-    for (const DeclaredColumn &c : m_motor.allColumns(m_schema, n->second)) {
-        if (c.identity)
-            table->key = c.name;
-        if (c.name == RowKeyColumn)
-            continue;
-        jet::Column column = readDeclaredType(c.name, c.type);
-        if (c.identity)
-            column.type = ColumnType::Counter;
-        table->columns.push_back(std::move(column));
-    }
+    table->name = std::move(d.name);
+    table->key = std::move(d.key);
+    table->columns.assign(d.columns.begin(), d.columns.end());
     return m_tables.emplace(folded, std::move(table)).first->second.get();
 }
 
-void FileCatalogue::forget()
+void EngineCatalogue::forget()
 {
     m_read = false;
     m_names.clear();
@@ -62,7 +54,7 @@ void FileCatalogue::forget()
 std::unique_ptr<Compiled> Base::Internals::translate(std::string_view sql, bool keys)
 {
     auto c = std::make_unique<Compiled>();
-    c->translation = jet::translate(sql, catalogue, schema, keys);
+    c->translation = motor.translate(sql, catalogue, schema, keys);
     if (!c->translation.sql.empty())
         c->statement = motor.prepare(c->translation.sql);
     if (!c->translation.writtenTable.empty())
@@ -168,6 +160,16 @@ void Base::Internals::forgetDefinitions()
     withoutKeys.clear();
     direct.clear();
     catalogue.forget();
+}
+
+void Base::Internals::define(const jet::Definition &d)
+{
+    look(); // what others have defined until now counts for itself
+    TableMarks &marks = *writesOf(store::define(motor, schema, catalogue, d));
+    ++marks.writes;
+    ++marks.definitions;
+    forgetDefinitions();
+    schemaSeen = motor.schemaVersion(schema);
 }
 
 void Base::Internals::close()

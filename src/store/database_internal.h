@@ -36,10 +36,10 @@ struct Compiled {
     std::vector<TableMarks *> reads; // of the tables that it reads
 };
 
-class FileCatalogue final : public jet::Catalogue
+class EngineCatalogue final : public jet::Catalogue
 {
 public:
-    FileCatalogue(Motor &motor, std::string schema);
+    EngineCatalogue(Motor &motor, std::string schema);
     const jet::Table *find(std::string_view name) const override;
     void forget();
 
@@ -47,14 +47,9 @@ private:
     Motor &m_motor;
     std::string m_schema;
     mutable bool m_read = false;
-    mutable ByText<std::string> m_names; // folded name to the file's own
+    mutable ByText<std::string> m_names; // folded name to the database's own
     mutable ByText<std::unique_ptr<jet::Table>> m_tables;
 };
-
-/// Type as the files declare it: "TEXT(50)", "CURRENCY".
-std::string declaredType(const jet::Column &column);
-/// The other way; Tipo::Ninguno for what this system does not declare.
-jet::Column readDeclaredType(const std::string &name, const std::string &type);
 
 } // namespace store
 
@@ -62,13 +57,12 @@ struct Base::Internals {
     Motor &motor;
     std::string schema;
     const Reloj &reloj;
-    store::FileCatalogue catalogue;
+    store::EngineCatalogue catalogue;
     store::ByText<std::unique_ptr<store::Compiled>> changes;
     store::ByText<std::unique_ptr<store::Compiled>> withKeys;
     store::ByText<std::unique_ptr<store::Compiled>> withoutKeys;
-    store::ByText<std::unique_ptr<store::Statement>>
-        direct;                                         // write-backs of recordsets, engine SQL
-    store::ByText<store::TableMarks> writes;            // by folded table name
+    store::ByText<std::unique_ptr<store::Statement>> direct; // write-backs of recordsets
+    store::ByText<store::TableMarks> writes;                 // by folded table name
     std::list<std::unique_ptr<store::Statement>> walks; // of the recordsets that only go forward
     bool closed = false; // the database is gone; the recordsets that it opened find this
 

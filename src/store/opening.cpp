@@ -5,9 +5,6 @@
 #include "store/upkeep.h"
 #include "texts/texts.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 using namespace store;
 using namespace Qt::StringLiterals;
 
@@ -53,7 +50,7 @@ QString pathOf(const Sesion &s, const QString &base)
     return pathUnder(s.dataFolder, fileOf(base));
 }
 
-bool exists(const Sesion &s, const QString &base) { return QFileInfo(pathOf(s, base)).isFile(); }
+bool exists(const Sesion &s, const QString &base) { return s.motor->exists(base.toStdString()); }
 
 QString withHolder(const Sesion &s, const QString &text, const QString &holder)
 {
@@ -70,8 +67,8 @@ void tellWaiting(const Sesion &s, int ms)
 {
     if (ms < ToldAfterMs || !s.progress.waiting)
         return;
-    s.progress.tellWaiting(withHolder(s, s(text::WaitingForTerminal),
-                                      FolderLock::holder(s.dataFolder, u"kelvara.dia"_s)));
+    s.progress.tellWaiting(
+        withHolder(s, s(text::WaitingForTerminal), s.motor->lockHolder(u"kelvara.dia"_s)));
 }
 
 void enter(Sesion &s)
@@ -82,8 +79,7 @@ void enter(Sesion &s)
         s.progress.tellWaiting(withHolder(s, s(text::FolderIsWorkedOn), holder));
     };
     s.presence =
-        std::make_unique<FolderLock>(s.dataFolder, u"kelvara.sesiones"_s, StartPatienceMs / 1000,
-                                     tell, FolderLock::Mode::Shared);
+        s.motor->lock(u"kelvara.sesiones"_s, StartPatienceMs / 1000, tell, Lock::Mode::Shared);
     if (!s.presence->isHeld())
         throw OpeningFailure{ErrorNumber::Locked,
                              withHolder(s, s(text::HeldByAnotherTerminal), last)};
@@ -123,13 +119,12 @@ void checkVersion(Sesion &s)
 
 void makeFile(const Sesion &s, const QString &base)
 {
-    const QString file = pathOf(s, base);
-    QDir().mkpath(QFileInfo(file).path());
-    createEmptyFile(file);
-    const auto motor = createFileEngine();
-    motor->open(file, base.toStdString());
+    const std::string schema = base.toStdString();
+    const auto motor = s.createEngine(s.dataFolder);
+    motor->create(schema);
+    motor->open(schema);
     Lote batch(*motor);
-    createTables(*motor, base.toStdString(), readSchema(base));
+    createTables(*motor, schema, readSchema(base));
     batch.commit();
 }
 
@@ -185,17 +180,11 @@ void completeDatabases(Sesion &s)
 
 void openAll(Sesion &s)
 {
-    s.motor = s.createEngine();
-    s.motor->setPatience(StartPatienceMs);
-    s.motor->whileWaiting([&s](int ms) { tellWaiting(s, ms); });
-    const auto open = [&s](const QString &base) {
-        s.motor->open(pathOf(s, base), base.toStdString());
-    };
-    for (const QString &base : {u"morvane"_s, u"clientes"_s, u"finanzas"_s})
-        open(base);
+    for (const char *base : {"morvane", "clientes", "finanzas"})
+        s.motor->open(base);
     checkVersion(s);
     makeMembersFile(s);
-    open(u"os"_s);
+    s.motor->open("os");
     completeDatabases(s);
     makeScratchFile(s);
     s.motor->openInMemory("rep97");
@@ -217,7 +206,15 @@ void closeDatabases(Sesion &s)
     s.configuracion = {};
     for (auto *base : {&s.morvane, &s.clientes, &s.finanzas, &s.os, &s.rep97})
         base->reset();
-    s.motor.reset();
+    if (s.motor)
+        s.motor->closeAll();
+}
+
+void makeEngine(Sesion &s)
+{
+    s.motor = s.createEngine(s.dataFolder);
+    s.motor->setPatience(StartPatienceMs);
+    s.motor->whileWaiting([&s](int ms) { tellWaiting(s, ms); });
 }
 
 void repairFolder(Sesion &s)
@@ -270,6 +267,7 @@ QString store::errorText(const Sesion &s, const StoreError &e)
 std::optional<OpeningFailure> store::openStore(Sesion &s)
 {
     closeStore(s);
+    makeEngine(s);
     try {
         requireFiles(s);
         enter(s);
@@ -298,6 +296,7 @@ void store::closeStore(Sesion &s)
 {
     closeDatabases(s);
     s.presence.reset();
+    s.motor.reset();
 }
 
 void store::readClinic(Sesion &s)

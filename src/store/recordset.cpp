@@ -36,14 +36,6 @@ struct Index {
     static constexpr qint64 HighestDense = 1 << 20;
 };
 
-bool isWholeNumber(ColumnType t)
-{
-    return t == ColumnType::Counter || t == ColumnType::Byte || t == ColumnType::Smallint
-           || t == ColumnType::Long;
-}
-
-bool isText(ColumnType t) { return t == ColumnType::Text || t == ColumnType::Memo; }
-
 // Names are nearly always ASCII and given in the file's own letters or in lower case.
 bool sameName(std::string_view a, std::string_view b)
 {
@@ -66,18 +58,7 @@ bool sameName(std::string_view a, std::string_view b)
     return jet::compareText(a, b) == 0;
 }
 
-// Text that the engine would turn into a number in a MEMO column.
-bool looksLikeNumber(const QString &s)
-{
-    const QStringView t = QStringView(s).trimmed();
-    return !t.isEmpty() && std::ranges::all_of(t, [](QChar c) {
-        return (c >= u'0' && c <= u'9') || QStringView(u"+-.eE").contains(c);
-    });
-}
-
-std::string quoted(std::string_view n) { return '"' + std::string(n) + '"'; }
-
-// HeldRows in memory, cell by cell, with the keys of the tables that each comes from.
+// Rows in memory, cell by cell, with the keys of the tables that each comes from.
 struct HeldRows {
     std::vector<Cell> cells;
     std::string texts;
@@ -117,7 +98,7 @@ struct HeldRows {
             cell.whole = st.whole(i);
             break;
         case Statement::Kind::Floating:
-            cell.floating = st.Floating(i);
+            cell.floating = st.floating(i);
             break;
         case Statement::Kind::Text:
             keep(cell, st.text(i));
@@ -135,7 +116,7 @@ struct HeldRows {
         case Statement::Kind::Whole:
             return cell.whole == st.whole(i);
         case Statement::Kind::Floating:
-            return cell.floating == st.Floating(i);
+            return cell.floating == st.floating(i);
         case Statement::Kind::Text:
             return text(cell) == st.text(i);
         case Statement::Kind::Null:
@@ -225,13 +206,18 @@ struct Recordset::Data {
     qint64 definitionsSeen = 0;
 
     // How the row of a source is reached by its key; where the cells of the query belong.
-    struct RowQuery {
-        std::string sql;
-        std::vector<int> columns;
+    struct SourceRows {
         std::string table;
-        std::string where;
+        std::string key;
+        std::string find; // the text of the statement
+        std::vector<int> columns;
+
+        RowStatement statement(RowStatement::Kind kind) const
+        {
+            return {.kind = kind, .table = table, .key = key};
+        }
     };
-    std::vector<RowQuery> rowQueries;
+    std::vector<SourceRows> sourceRows;
 
     HeldRows rows;
     std::vector<char> deletedRows; // empty while no row was deleted here
@@ -242,7 +228,7 @@ struct Recordset::Data {
     bool noMatch = false;
     qint64 added = 0;
     int unread = 0; // of the last rows, which were added here
-    // HeldRows written here, with the number of writes taken back until then: a row whose write was
+    // Rows written here, with the number of writes taken back until then: a row whose write was
     // taken back is read again.
     std::unordered_map<int, qint64> written;
 
@@ -302,7 +288,7 @@ struct Recordset::Data {
         indices.clear();
         lookedUpRow = found = HeldRows();
         marks.clear();
-        rowQueries.clear();
+        sourceRows.clear();
         for (const jet::RowsSource &f : fuentes)
             addSource(f);
         if (!keyName.empty()) {
@@ -324,19 +310,22 @@ struct Recordset::Data {
     void addSource(const jet::RowsSource &f)
     {
         marks.push_back(base->writesOf(f.table));
-        RowQuery q;
-        q.table = quoted(base->schema) + '.' + quoted(f.table);
-        q.where = " WHERE " + quoted(base->catalogue.find(f.table)->key) + " = ?";
+        const jet::Table *table = base->catalogue.find(f.table);
+        SourceRows &rowsOf = sourceRows.emplace_back(SourceRows{table->name, table->key, {}, {}});
+        RowStatement find = rowsOf.statement(RowStatement::Find);
         for (size_t i = 0; i < outputs.size(); ++i) {
             if (outputs[i].column.empty() || !sameName(outputs[i].table, f.alias))
                 continue;
-            q.sql += (q.columns.empty() ? "SELECT " : ", ") + quoted(outputs[i].column);
-            q.columns.push_back(int(i));
+            rowsOf.columns.push_back(int(i));
+            find.columns.push_back(columnOf(int(i)));
         }
-        if (q.columns.empty())
-            q.sql = "SELECT 1";
-        q.sql += " FROM " + q.table + q.where;
-        rowQueries.push_back(std::move(q));
+        rowsOf.find = base->motor.rowText(base->schema, find);
+    }
+
+    RowColumn columnOf(int output) const
+    {
+        const jet::OutputColumn &c = outputs[size_t(output)];
+        return {c.column, c.type};
     }
 
     qint64 definitions() const
@@ -368,7 +357,7 @@ struct Recordset::Data {
             readRows(clave1);
     }
 
-    // --- HeldRows ---
+    // --- Rows ---
 
     qint64 writeCount() const
     {
@@ -483,12 +472,12 @@ struct Recordset::Data {
         for (size_t f = 0; f < fuentes.size(); ++f) {
             if (r.keyName(row, f) == -1)
                 continue;
-            Statement &st = base->directStatement(rowQueries[f].sql);
+            Statement &st = base->directStatement(sourceRows[f].find);
             const Resetting statement{st};
             st.bind(0, r.keyName(row, f));
             if (!st.step())
                 return false;
-            const std::vector<int> &columns = rowQueries[f].columns;
+            const std::vector<int> &columns = sourceRows[f].columns;
             for (size_t i = 0; i < columns.size(); ++i) {
                 Cell &cell = r.at(row, columns[i]);
                 if (r.holds(cell, st, int(i)))
@@ -622,7 +611,7 @@ struct Recordset::Data {
             const Cell &c = rows.at(f, field);
             if (c.kind == Statement::Kind::Null || deleted(f))
                 continue;
-            if (isText(type)) {
+            if (isTextual(type)) {
                 index.texts[jet::fold(rows.read(f, field, type).toText().toStdString())] = f;
                 continue;
             }
@@ -641,7 +630,7 @@ struct Recordset::Data {
     std::optional<int> byIndex(int field, const Value &value)
     {
         const ColumnType type = outputs[size_t(field)].type;
-        if (isWholeNumber(type) && value.is<qint64>()) {
+        if (isWhole(type) && type != ColumnType::YesNo && value.is<qint64>()) {
             const Index &index = indexOf(field);
             const qint64 n = *value.is<qint64>();
             if (n >= 0 && n < Index::HighestDense)
@@ -649,7 +638,7 @@ struct Recordset::Data {
             const auto i = index.whole.find(n);
             return i == index.whole.end() ? -1 : i->second;
         }
-        if (isText(type) && value.is<QString>()) {
+        if (isTextual(type) && value.is<QString>()) {
             const Index &index = indexOf(field);
             const auto i = index.texts.find(jet::fold(value.toText().toStdString()));
             return i == index.texts.end() ? -1 : i->second;
@@ -746,21 +735,9 @@ struct Recordset::Data {
                              + QString::fromStdString(c.name));
     }
 
-    // The engine would take such a memo for a number; as bytes it is left alone.
-    std::string mark(int index, const Value &v) const
+    Statement &rowStatement(const RowStatement &s)
     {
-        const auto *s = v.is<QString>();
-        return outputs[size_t(index)].type == ColumnType::Memo && s && looksLikeNumber(*s)
-                   ? "CAST(? AS BLOB)"
-                   : "?";
-    }
-
-    // That a column still holds what Edit has read.
-    std::string unchanged(int column) const
-    {
-        const jet::OutputColumn &c = outputs[size_t(column)];
-        const std::string name = quoted(c.column);
-        return (c.type == ColumnType::Memo ? "CAST(" + name + " AS TEXT)" : name) + " IS ?";
+        return base->directStatement(base->motor.rowText(base->schema, s));
     }
 
     void writeEdit()
@@ -787,55 +764,58 @@ struct Recordset::Data {
     void writeSource(size_t f, const std::vector<const PutValue *> &put)
     {
         const qint64 key = held().keyName(position, f);
-        const RowQuery &row = rowQueries[f];
-        std::string changes, guards;
+        RowStatement s = sourceRows[f].statement(RowStatement::Find);
         std::vector<const Value *> values;
         for (const PutValue *p : put) {
-            guards += " AND " + unchanged(p->column);
+            s.unchanged.push_back(columnOf(p->column));
             if (read(position, p->column) == p->value)
                 continue;
-            changes += (changes.empty() ? "" : ", ") + quoted(outputs[size_t(p->column)].column)
-                       + " = " + mark(p->column, p->value);
+            s.kind = RowStatement::Change;
+            s.columns.push_back(columnOf(p->column));
             values.push_back(&p->value);
         }
-        Statement &st = base->directStatement(
-            changes.empty() ? "SELECT 1 FROM " + row.table + row.where + guards
-                            : "UPDATE " + row.table + " SET " + changes + row.where + guards);
-        const Resetting statement{st};
-        int n = 0;
-        for (const Value *v : values)
-            st.bind(n++, *v);
-        st.bind(n++, key);
+        values.push_back(nullptr); // the key
         for (const PutValue *p : put)
-            st.bind(n++, p->before);
-        const bool any = st.step();
-        if (changes.empty() ? !any : base->motor.changedRows() == 0)
+            values.push_back(&p->before);
+        const bool changes = s.kind == RowStatement::Change;
+        bool done = false;
+        {
+            Statement &st = rowStatement(s);
+            const Resetting statement{st};
+            for (int n = 0; n < int(values.size()); ++n)
+                st.bind(n, values[size_t(n)] ? *values[size_t(n)] : Value(key));
+            done = st.step() || (changes && base->motor.changedRows() > 0);
+        }
+        if (!done)
             failChanged(f, put);
-        if (!changes.empty())
+        if (changes)
             count(f);
+    }
+
+    // Whether the row is there, with a column as Edit has read it.
+    bool isThere(size_t f, const PutValue *put)
+    {
+        RowStatement s = sourceRows[f].statement(RowStatement::Find);
+        if (put)
+            s.unchanged.push_back(columnOf(put->column));
+        Statement &st = rowStatement(s);
+        const Resetting statement{st};
+        st.bind(0, held().keyName(position, f));
+        if (put)
+            st.bind(1, put->before);
+        return st.step();
     }
 
     [[noreturn]] void failChanged(size_t f, const std::vector<const PutValue *> &put)
     {
-        std::string sql1 = "SELECT ";
-        for (const PutValue *p : put)
-            sql1 += (p == put.front() ? "" : ", ") + unchanged(p->column);
-        Statement &st =
-            base->directStatement(sql1 + " FROM " + rowQueries[f].table + rowQueries[f].where);
-        const Resetting statement{st};
-        int n = 0;
-        for (const PutValue *p : put)
-            st.bind(n++, p->before);
-        st.bind(n, held().keyName(position, f));
-        if (!st.step())
+        if (!isThere(f, nullptr))
             noRow(QStringLiteral("The record was deleted meanwhile"));
-        n = 0;
-        while (n + 1 < int(put.size()) && st.whole(n) != 0)
-            ++n;
-        throw StoreError(
-            ErrorNumber::Conflict,
-            QStringLiteral("\"%1\" was changed by another terminal meanwhile")
-                .arg(QString::fromStdString(outputs[size_t(put[size_t(n)]->column)].name)));
+        const auto changed =
+            std::ranges::find_if(put, [&](const PutValue *p) { return !isThere(f, p); });
+        const PutValue *which = changed == put.end() ? put.back() : *changed;
+        throw StoreError(ErrorNumber::Conflict,
+                         QStringLiteral("\"%1\" was changed by another terminal meanwhile")
+                             .arg(QString::fromStdString(outputs[size_t(which->column)].name)));
     }
 
     // Own writes are in the rows already; they are no reason to read everything again.
@@ -849,15 +829,12 @@ struct Recordset::Data {
 
     void writeEntry()
     {
-        std::string names, marcadores;
+        RowStatement s = sourceRows.front().statement(RowStatement::Add);
         for (const PutValue &p : puts) {
             sourceOf(p.column);
-            names += (names.empty() ? "" : ", ") + quoted(outputs[size_t(p.column)].column);
-            marcadores += (marcadores.empty() ? "" : ", ") + mark(p.column, p.value);
+            s.columns.push_back(columnOf(p.column));
         }
-        Statement &st = base->directStatement(
-            "INSERT INTO " + rowQueries.front().table
-            + (puts.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marcadores + ')'));
+        Statement &st = rowStatement(s);
         {
             const Resetting statement{st};
             int n = 0;
@@ -875,7 +852,7 @@ struct Recordset::Data {
     // The row is read, with its defaults, when somebody looks.
     void append(qint64 key)
     {
-        if (rowQueries.front().columns.size() != outputs.size()) {
+        if (sourceRows.front().columns.size() != outputs.size()) {
             loaded = false; // what is computed is computed by the statement
             return;
         }
@@ -1138,11 +1115,12 @@ void Recordset::Delete()
         throw StoreError(ErrorNumber::Internals, QStringLiteral("No row can be deleted here"));
     d->refresh();
     d->requireRow();
-    const Data::RowQuery &row = d->rowQueries.front();
-    Statement &st = d->base->directStatement("DELETE FROM " + row.table + row.where);
-    st.bind(0, d->rows.keyName(d->position, 0));
-    st.step();
-    st.reset();
+    {
+        Statement &st = d->rowStatement(d->sourceRows.front().statement(RowStatement::Erase));
+        const Resetting statement{st};
+        st.bind(0, d->rows.keyName(d->position, 0));
+        st.step();
+    }
     d->count(0);
     d->deletedRows.resize(size_t(d->rows.rows), 0);
     d->deletedRows[size_t(d->position)] = 1;

@@ -1,8 +1,7 @@
 #include "store/schema.h"
 
 #include "store/batch.h"
-#include "store/database_internal.h"
-#include "store/definition.h"
+#include "store/declared_type.h"
 #include "store/engine.h"
 
 #include <QFile>
@@ -105,13 +104,13 @@ private:
         if (!table.indices.empty())
             fail(u"a column behind the indexes"_s);
 
-        jet::Column c = readType(words[1].text);
+        jet::NewColumn c = readType(words[1].text);
         c.name = name.toStdString();
-        const QString defaultValue = withDefault ? readLiteral(words[3]) : QString();
+        if (withDefault)
+            c.byDefault = readLiteral(words[3]);
         if (c.type == ColumnType::YesNo && !withDefault)
             fail(u"Yes/No column %1 without a default: it would hold Null"_s.arg(name));
         table.columns.push_back(std::move(c));
-        table.byDefault.append(defaultValue);
     }
 
     void addIndex(const QList<Word> &words)
@@ -127,7 +126,7 @@ private:
                     fail(u"expected: index COLUMN where VALUE"_s);
                 index.onlyWhere = readLiteral(words[++i]);
             } else {
-                const jet::Column *c = findColumn(p.text);
+                const jet::NewColumn *c = findColumn(p.text);
                 if (!c)
                     fail(u"index on %1, which is no column"_s.arg(p.text));
                 index.columns.append(QString::fromStdString(c->name));
@@ -138,30 +137,31 @@ private:
         m_tables.back().indices.push_back(std::move(index));
     }
 
-    const jet::Column *findColumn(const QString &name) const
+    const jet::NewColumn *findColumn(const QString &name) const
     {
-        for (const jet::Column &c : m_tables.back().columns)
+        for (const jet::NewColumn &c : m_tables.back().columns)
             if (QString::fromStdString(c.name).compare(name, Qt::CaseInsensitive) == 0)
                 return &c;
         return nullptr;
     }
 
-    jet::Column readType(const QString &text) const
+    jet::NewColumn readType(const QString &text) const
     {
-        jet::Column c = readDeclaredType({}, text.toStdString());
-        if (text == "COUNTER"_L1)
-            c.type = ColumnType::Counter;
-        else if (declaredType(c) != text.toStdString())
+        jet::NewColumn c;
+        static_cast<jet::Column &>(c) = readDeclaredType({}, text.toStdString());
+        if (declaredType(c) != text.toStdString())
             fail(u"no type: %1"_s.arg(text));
         return c;
     }
 
-    QString readLiteral(const Word &p) const
+    Value readLiteral(const Word &p) const
     {
         static const QRegularExpression number(u"^-?\\d+(\\.\\d+)?$"_s);
-        if (p.kind == Word::Literal || (p.kind == Word::Loose && number.match(p.text).hasMatch()))
-            return p.text;
-        fail(u"no number and no text in quotes: %1"_s.arg(p.text));
+        if (p.kind == Word::Literal)
+            return p.text.sliced(1, p.text.size() - 2).replace("''"_L1, "'"_L1);
+        if (p.kind != Word::Loose || !number.match(p.text).hasMatch())
+            fail(u"no number and no text in quotes: %1"_s.arg(p.text));
+        return p.text.contains(u'.') ? Value(p.text.toDouble()) : Value(p.text.toLongLong());
     }
 
     QStringList m_lines;
@@ -170,55 +170,28 @@ private:
     std::vector<DeclaredTable> m_tables;
 };
 
-QString quote(const QString &name) { return u'"' + QString(name).replace(u'"', "\"\""_L1) + u'"'; }
+// --- What a database lacks ---
 
-QString declareColumn(const jet::Column &c, const QString &defaultValue)
+jet::Definition definitionOf(const DeclaredTable &table)
 {
-    const QString name = quote(QString::fromStdString(c.name));
-    QString sql = name + u' ' + QString::fromStdString(declaredType(c));
-    if (c.type == ColumnType::Counter)
-        return sql + " PRIMARY KEY AUTOINCREMENT"_L1;
-    if (!defaultValue.isEmpty())
-        sql += " DEFAULT "_L1 + defaultValue;
-    return sql;
+    jet::Definition d;
+    d.kind = jet::Definition::CreateTable;
+    d.table = table.name.toStdString();
+    d.columns = table.columns;
+    return d;
 }
 
-QString indexName(const DeclaredTable &table, const DeclaredIndex &index)
+jet::Definition definitionOf(const std::string &table, const DeclaredIndex &index)
 {
-    return table.name + u'_' + index.columns.join(u'_');
-}
-
-QString declareIndex(const std::string &schema, const DeclaredTable &table,
-                     const DeclaredIndex &index)
-{
-    // Text goes in by the engine's own rule for letter case, not by the dialect's: a file with
-    // a rule that only this program knows could not be written by any other.
-    QStringList columns;
-    for (const QString &name : index.columns) {
-        const auto c = std::ranges::find(table.columns, name.toStdString(), &jet::Column::name);
-        const bool text = c->type == ColumnType::Text || c->type == ColumnType::Memo;
-        columns.append(quote(name) + (text ? " COLLATE NOCASE"_L1 : ""_L1));
-    }
-    const QString name = indexName(table, index);
-    QString sql = u"CREATE %1INDEX %2.%3 ON %4 (%5)"_s.arg(
-        index.unique ? u"UNIQUE "_s : QString(), quote(QString::fromStdString(schema)), quote(name),
-        quote(table.name), columns.join(", "_L1));
-    if (!index.onlyWhere.isEmpty())
-        sql += u" WHERE %1 = %2"_s.arg(quote(index.columns.front()), index.onlyWhere);
-    return sql;
-}
-
-void createTable(Motor &motor, const std::string &schema, const DeclaredTable &table)
-{
-    QStringList columns;
-    for (size_t i = 0; i < table.columns.size(); ++i)
-        columns.append(declareColumn(table.columns[i], table.byDefault[qsizetype(i)]));
-    if (std::ranges::find(table.columns, ColumnType::Counter, &jet::Column::type)
-        == table.columns.end())
-        columns.append(QString::fromStdString(rowKeyDeclaration()));
-    const QString sql = u"CREATE TABLE %1.%2 (%3)"_s.arg(quote(QString::fromStdString(schema)),
-                                                         quote(table.name), columns.join(", "_L1));
-    motor.run(sql.toStdString());
+    jet::Definition d;
+    d.kind = jet::Definition::CreateIndex;
+    d.table = table;
+    d.index = index.columns.join(u'_').toStdString();
+    d.unique = index.unique;
+    d.onlyWhere = index.onlyWhere;
+    for (const QString &column : index.columns)
+        d.columns.emplace_back().name = column.toStdString();
+    return d;
 }
 
 bool isSame(const std::string &one, const QString &other)
@@ -228,77 +201,50 @@ bool isSame(const std::string &one, const QString &other)
 
 /// What a database lacks of one declared table.
 struct Gap {
-    bool table = false;
-    bool key = false; // of the rows
-    std::vector<size_t> columns;
-    std::vector<const DeclaredIndex *> indices;
+    std::string table; // as the database calls it, "" when there is none
+    bool key = false;  // of the rows
+    std::vector<jet::NewColumn> columns;
+    std::vector<DeclaredIndex> indexes;
 
-    bool isNone() const { return !table && !key && columns.empty() && indices.empty(); }
+    bool isNone() const { return !table.empty() && !key && columns.empty() && indexes.empty(); }
 };
 
-Gap gapOf(Motor &motor, const std::string &schema, const DeclaredTable &table)
+Gap gapOf(Motor &motor, const std::string &schema, const DeclaredTable &declared)
 {
-    Gap gap;
-    for (const DeclaredIndex &index : table.indices)
-        gap.indices.push_back(&index);
-    // In the file's own letter case, which the engine's look-ups by name go by.
-    const auto names = motor.tables(schema);
-    const auto name = std::ranges::find_if(
-        names, [&table](const std::string &n) { return isSame(n, table.name); });
-    gap.table = name == names.end();
-    if (gap.table)
+    Gap gap{.table = {}, .columns = {}, .indexes = declared.indices};
+    for (const std::string &name : motor.tables(schema))
+        if (isSame(name, declared.name))
+            gap.table = name;
+    if (gap.table.empty())
         return gap;
-    const auto columns = motor.allColumns(schema, *name);
-    gap.key = std::ranges::none_of(columns, &DeclaredColumn::identity);
-    for (size_t i = 0; i < table.columns.size(); ++i) {
-        const QString wanted = QString::fromStdString(table.columns[i].name);
-        if (std::ranges::none_of(columns,
-                                 [&wanted](const auto &c) { return isSame(c.name, wanted); }))
-            gap.columns.push_back(i);
-    }
-    const auto indices = motor.indices(schema, *name);
-    std::erase_if(gap.indices, [&](const DeclaredIndex *index) {
-        const QString called = u" INDEX "_s + quote(indexName(table, *index)) + u' ';
-        return std::ranges::any_of(indices, [&called](const std::string &sql) {
-            return QString::fromStdString(sql).contains(called, Qt::CaseInsensitive);
+    const TableDescription there = motor.describe(schema, gap.table);
+    gap.key = !there.keyed;
+    for (const jet::NewColumn &c : declared.columns)
+        if (std::ranges::none_of(there.columns, [&c](const jet::NewColumn &has) {
+                return isSame(has.name, QString::fromStdString(c.name));
+            }))
+            gap.columns.push_back(c);
+    std::erase_if(gap.indexes, [&](const DeclaredIndex &index) {
+        return std::ranges::any_of(there.indexes, [&index](const std::string &has) {
+            return isSame(has, index.columns.join(u'_'));
         });
     });
     return gap;
 }
 
-void addColumn(Motor &motor, const std::string &schema, const DeclaredTable &table, size_t column)
-{
-    const jet::Column &c = table.columns[column];
-    // A counter numbers the rows that are there, which the definitions know how to do.
-    if (c.type == ColumnType::Counter) {
-        const Reloj clock;
-        Base(motor, schema, clock)
-            .Execute("ALTER TABLE [" + table.name.toStdString() + "] ADD COLUMN [" + c.name
-                     + "] COUNTER");
-        return;
-    }
-    const QString sql = u"ALTER TABLE %1.%2 ADD COLUMN %3"_s.arg(
-        quote(QString::fromStdString(schema)), quote(table.name),
-        declareColumn(c, table.byDefault[qsizetype(column)]));
-    motor.run(sql.toStdString());
-}
-
-void addIndex(Motor &motor, const std::string &schema, const DeclaredTable &table,
+void addIndex(Motor &motor, const std::string &schema, const std::string &table,
               DeclaredIndex index)
 {
-    const auto add = [&] {
-        Lote step(motor);
-        motor.run(declareIndex(schema, table, index).toStdString());
-        step.commit();
-    };
     try {
-        add();
+        Lote step(motor);
+        motor.define(schema, definitionOf(table, index));
+        step.commit();
     } catch (const StoreError &e) {
-        if (e.number != ErrorNumber::Key)
+        if (e.number != ErrorNumber::Key || !index.unique)
             throw;
         // Rows that stand twice already stay; the clinic has worked with them until now.
         index.unique = false;
-        add();
+        addIndex(motor, schema, table, index);
     }
 }
 
@@ -332,9 +278,9 @@ void store::createTables(Motor &motor, const std::string &schema,
                          const std::vector<DeclaredTable> &tables)
 {
     for (const DeclaredTable &table : tables) {
-        createTable(motor, schema, table);
+        motor.define(schema, definitionOf(table));
         for (const DeclaredIndex &index : table.indices)
-            motor.run(declareIndex(schema, table, index).toStdString());
+            motor.define(schema, definitionOf(table.name.toStdString(), index));
     }
 }
 
@@ -349,14 +295,21 @@ void store::complete(Motor &motor, const std::string &schema,
                      const std::vector<DeclaredTable> &tables)
 {
     for (const DeclaredTable &table : tables) {
-        const Gap gap = gapOf(motor, schema, table);
-        if (gap.table)
-            createTable(motor, schema, table);
-        for (const size_t column : gap.columns)
-            addColumn(motor, schema, table, column);
+        Gap gap = gapOf(motor, schema, table);
+        if (gap.table.empty()) {
+            motor.define(schema, definitionOf(table));
+            gap.table = table.name.toStdString();
+        }
+        for (const jet::NewColumn &column : gap.columns) {
+            jet::Definition d;
+            d.kind = jet::Definition::AddColumn;
+            d.table = gap.table;
+            d.columns = {column};
+            motor.define(schema, d);
+        }
         if (gap.key)
-            giveRowKey(motor, schema, table.name.toStdString());
-        for (const DeclaredIndex *index : gap.indices)
-            addIndex(motor, schema, table, *index);
+            motor.giveKey(schema, gap.table);
+        for (const DeclaredIndex &index : gap.indexes)
+            addIndex(motor, schema, gap.table, index);
     }
 }

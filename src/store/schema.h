@@ -18,13 +18,12 @@ inline constexpr int SchemaVersion = 554;
 struct DeclaredIndex {
     QStringList columns;
     bool unique = false;
-    QString onlyWhere; // value that the single column must have, "" for all rows
+    std::optional<Value> onlyWhere; // value that the single column must have
 };
 
 struct DeclaredTable {
     QString name;
-    std::vector<jet::Column> columns;
-    QStringList byDefault; // SQL literal for each column, "" for Null
+    std::vector<jet::NewColumn> columns;
     std::vector<DeclaredIndex> indices;
 };
 

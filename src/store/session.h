@@ -6,7 +6,6 @@
 #include "store/database.h"
 #include "store/dialogs.h"
 #include "store/engine.h"
-#include "store/folder_lock.h"
 #include "store/texts.h"
 
 #include <QString>
@@ -140,13 +139,14 @@ struct Sesion {
     store::Selection IdGlobal;
     std::vector<store::Alarm> Alarmas;
 
-    /// This session's presence in the data folder, see ProbarExclusivo.
-    std::unique_ptr<store::FolderLock> presence;
-    // The engine goes last of what the databases need, and first of all to be built. All databases
-    // are open as long as the session is.
+    // The engine goes last of what the databases and locks need, and first of all to be built. All
+    // databases are open as long as the session is.
     std::unique_ptr<Motor> motor;
-    /// Makes the engine when the store is opened.
-    std::function<std::unique_ptr<Motor>()> createEngine = store::createFileEngine;
+    /// Makes the engine for a place when the store is opened.
+    std::function<std::unique_ptr<Motor>(const QString &place)> createEngine =
+        store::createFileEngine;
+    /// This session's presence in the data folder, see ProbarExclusivo.
+    std::unique_ptr<store::Lock> presence;
     std::unique_ptr<Base> clientes;
     std::unique_ptr<Base> finanzas;
     std::unique_ptr<Base> morvane;

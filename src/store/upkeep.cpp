@@ -17,14 +17,6 @@ namespace
 
 QString damageMark(const Sesion &s) { return pathUnder(s.dataFolder, u"kelvara.revisar"_s); }
 
-/// A damaged file with the one that is to take its place.
-struct Repaired {
-    QString file;
-    QString fresh;
-    QString aside; // where the damaged one stays
-    Salvage salvage;
-};
-
 QString formatText(const Sesion &s, FileFormat format)
 {
     switch (format) {
@@ -47,34 +39,23 @@ QString formatText(const Sesion &s, FileFormat format)
     throw StoreError(ErrorNumber::DatabaseDamaged, formatText(s, format) + u'\n' + file);
 }
 
-Repaired repair(const Sesion &s, const QString &file)
-{
-    const QString base = file.chopped(4); // without ".mdb"
-    Repaired r{file,
-               base + u"-reparada.mdb"_s,
-               base + u"-danada-"_s + s.reloj.now().toString(u"yyyyMMdd-HHmmss"_s) + u".mdb"_s,
-               {}};
-    QFile::remove(r.fresh); // of a repair that was broken off
-    try {
-        r.salvage = repairFile(file, r.fresh);
-    } catch (const StoreError &e) {
-        if (e.number != ErrorNumber::DatabaseDamaged)
-            throw;
-        refuse(s, file, FileFormat::Unknown);
-    }
-    shareLike(r.fresh, file);
-    return r;
-}
-
-QString report(const Sesion &s, const Repaired &r)
+QString report(const Sesion &s, const Salvage &r)
 {
     QString t = s(text::FileRepaired)
-                    .arg(QFileInfo(r.file).fileName())
-                    .arg(r.salvage.rows)
+                    .arg(QFileInfo(r.place).fileName())
+                    .arg(r.rows)
                     .arg(QFileInfo(r.aside).fileName());
-    if (!r.salvage.tablesHarmed.isEmpty())
-        t += u'\n' + s(text::RowsWereLost).arg(r.salvage.tablesHarmed.join(u", "_s));
+    if (!r.tablesHarmed.isEmpty())
+        t += u'\n' + s(text::RowsWereLost).arg(r.tablesHarmed.join(u", "_s));
     return t;
+}
+
+std::vector<std::string> clinicSchemas()
+{
+    std::vector<std::string> names;
+    for (const QString &base : clinicDatabases())
+        names.push_back(base.toStdString());
+    return names;
 }
 
 } // namespace
@@ -103,10 +84,7 @@ void store::copyDatabases(Sesion &s, const QString &folder)
 {
     if (!QDir().mkpath(folder))
         throw StoreError(ErrorNumber::PathOrDisk, folder);
-    std::vector<DatabaseCopy> copies;
-    for (const QString &base : clinicDatabases())
-        copies.push_back({base.toStdString(), pathUnder(folder, fileOf(base))});
-    s.motor->copy(copies);
+    s.motor->copy(clinicSchemas(), folder);
 }
 
 void store::noteDamage(const Sesion &s)
@@ -122,38 +100,25 @@ bool store::isDamageNoted(const Sesion &s) { return QFileInfo::exists(damageMark
 void store::refuseForeignFiles(const Sesion &s)
 {
     for (const QString &base : clinicDatabases()) {
-        const QString file = pathUnder(s.dataFolder, fileOf(base));
-        if (!QFileInfo(file).isFile())
+        const std::string schema = base.toStdString();
+        if (!s.motor->exists(schema))
             continue;
-        if (const FileFormat format = formatOf(file); format != FileFormat::Unknown)
-            refuse(s, file, format);
+        if (const FileFormat format = s.motor->formatOf(schema); format != FileFormat::Unknown)
+            refuse(s, pathUnder(s.dataFolder, fileOf(base)), format);
     }
 }
 
 QString store::repairDatabases(const Sesion &s)
 {
-    std::vector<Repaired> repaired;
-    try {
-        for (const QString &base : clinicDatabases()) {
-            const QString file = pathUnder(s.dataFolder, fileOf(base));
-            if (QFileInfo(file).isFile() && checkFile(file) != "ok")
-                repaired.push_back(repair(s, file));
-        }
-    } catch (...) {
-        for (const Repaired &r : repaired)
-            QFile::remove(r.fresh);
-        throw;
-    }
     QStringList told;
-    for (const Repaired &r : repaired) {
-        replaceFile(r.file, r.aside);
-        try {
-            replaceFile(r.fresh, r.file);
-        } catch (...) {
-            replaceFile(r.aside, r.file);
+    try {
+        for (const Salvage &r :
+             s.motor->repair(clinicSchemas(), s.reloj.now().toString(u"yyyyMMdd-HHmmss"_s)))
+            told << report(s, r);
+    } catch (const StoreError &e) {
+        if (e.number != ErrorNumber::DatabaseDamaged)
             throw;
-        }
-        told << report(s, r);
+        refuse(s, e.description, FileFormat::Unknown);
     }
     QFile::remove(damageMark(s));
     return told.join(u"\n\n"_s);

@@ -19,7 +19,7 @@ public:
     explicit operator bool() const { return m_presence != nullptr; }
 
 private:
-    FolderLock *m_presence = nullptr;
+    Lock *m_presence = nullptr;
 };
 
 /// Copies morvane, clientes, finanzas and os of the open store into a folder, which is made when it

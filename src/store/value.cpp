@@ -31,6 +31,18 @@ QString numberToText(double x)
 }
 } // namespace
 
+bool store::isTextual(ColumnType t) { return t == ColumnType::Text || t == ColumnType::Memo; }
+bool store::isMoment(ColumnType t) { return t == ColumnType::Date || t == ColumnType::Time; }
+bool store::isWhole(ColumnType t)
+{
+    return t == ColumnType::Counter || t == ColumnType::Byte || t == ColumnType::Smallint
+           || t == ColumnType::Long || t == ColumnType::YesNo;
+}
+bool store::isFloating(ColumnType t)
+{
+    return t == ColumnType::Single || t == ColumnType::Double || t == ColumnType::Currency;
+}
+
 qint64 Value::toLong() const
 {
     return std::visit(By{[](std::monostate) { return qint64(0); },

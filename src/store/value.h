@@ -27,6 +27,11 @@ enum class ColumnType {
     None, // an expression whose type is known only when it is computed
 };
 
+bool isTextual(ColumnType t); ///< Text and Memo
+bool isMoment(ColumnType t);  ///< days and times
+bool isWhole(ColumnType t);   ///< whole numbers, Yes/No among them
+bool isFloating(ColumnType t);
+
 /// Null, Yes/No, whole number, floating number, amount, day, time, day with time or text.
 ///
 /// The to... readers never fail: Null and what cannot be converted read as 0, false, an invalid day

@@ -10,11 +10,9 @@ namespace
 void checkFiles(const QString &data)
 {
     for (const QString &base : store::databases()) {
-        const auto motor = store::createFileEngine();
-        motor->open(store::pathUnder(data, store::fileOf(base)), "b");
-        const auto st = motor->prepare("PRAGMA integrity_check");
-        ASSERT_TRUE(st->step());
-        EXPECT_EQ(st->text(0), "ok") << base.toStdString();
+        const auto motor = store::createFileEngine(data);
+        motor->open(base.toStdString());
+        EXPECT_EQ(motor->check(base.toStdString()), "ok") << base.toStdString();
     }
 }
 

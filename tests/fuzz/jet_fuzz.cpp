@@ -43,7 +43,7 @@ void tryStatement(const std::string &text)
 {
     jet::Translation t;
     try {
-        t = jet::translate(text, clinic().catalog(), "main", text.size() % 2 == 0);
+        t = sqlcipher::translate(text, clinic().catalog(), "main", text.size() % 2 == 0);
     } catch (const store::StoreError &) {
         return;
     }

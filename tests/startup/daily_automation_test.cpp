@@ -795,8 +795,8 @@ TEST_F(Door, ATerminalWaitsForTheOneThatRunsTheDay)
     const QByteArray file = QFile::encodeName(mark);
     const pid_t child = fork();
     if (child == 0) {
-        const store::FolderLock dia(folder.path(), u"kelvara.dia"_s, 1);
-        [[maybe_unused]] auto n = write(ready[1], dia.isHeld() ? "y" : "n", 1);
+        const auto dia = s.motor->lock(u"kelvara.dia"_s, 1);
+        [[maybe_unused]] auto n = write(ready[1], dia->isHeld() ? "y" : "n", 1);
         usleep(300000);
         close(creat(file.constData(), 0600));
         _exit(0); // it dies with the lock and without having run

@@ -2,23 +2,20 @@
 // keeps their sum: amount_mover FOLDER SEED.
 
 #include "store/batch.h"
-#include "store/data_folder.h"
 #include "store/database.h"
-#include "store/schema.h"
 
 #include <cstdio>
 #include <random>
 
 using namespace store;
-using namespace Qt::StringLiterals;
 
 int main(int argc, char **argv)
 try {
     if (argc != 3)
         return 2;
-    const auto engine = createFileEngine();
-    for (const QString &base : {u"morvane"_s, u"clientes"_s, u"finanzas"_s, u"os"_s})
-        engine->open(pathUnder(QString::fromLocal8Bit(argv[1]), fileOf(base)), base.toStdString());
+    const auto engine = createFileEngine(QString::fromLocal8Bit(argv[1]));
+    for (const char *base : {"morvane", "clientes", "finanzas", "os"})
+        engine->open(base);
     const Reloj clock;
     Base finanzas(*engine, "finanzas", clock);
     Base morvane(*engine, "morvane", clock);

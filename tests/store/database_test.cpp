@@ -340,7 +340,7 @@ TEST_F(Store, ColumnsAreAddedChangedAndDroppedWithTheirRows)
     s.finanzas->Execute("ALTER TABLE Ventas DROP COLUMN Nueva");
     EXPECT_EQ(numberOf([&] { s.finanzas->read("select nueva from ventas"); }),
               ErrorNumber::Parameters);
-    EXPECT_FALSE(s.motor->indices("finanzas", "Ventas").empty());
+    EXPECT_FALSE(s.motor->describe("finanzas", "Ventas").indexes.empty());
 
     s.finanzas->Execute("CREATE TABLE Viejos (nom TEXT(10))");
     s.finanzas->Execute("insert into Viejos (nom) values ('a')");

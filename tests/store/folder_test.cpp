@@ -1,9 +1,10 @@
 // The data folder as a whole: several sessions in it, copies of it while they work, folders of
 // other versions, and files that are damaged.
 
-#include "store/folder_lock.h"
 #include "store/lookups.h"
 #include "store/schema.h"
+#include "store/sqlcipher/connection.h"
+#include "store/sqlcipher/files.h"
 #include "store/upkeep.h"
 #include "support/clinic.h"
 #include "texts/texts.h"
@@ -52,23 +53,18 @@ protected:
         f.write(bytes);
     }
     /// The engine's own SQL on one file of the closed folder.
-    void engine(const QString &base, const std::function<void(Motor &)> &work)
+    void runRaw(const QString &base, const std::string &sql)
     {
-        const auto motor = createFileEngine();
-        motor->open(file(base), base.toStdString());
-        work(*motor);
+        sqlcipher::run(sqlcipher::openFile(file(base), false).get(), sql);
     }
     /// Number of the first page of a table or an index.
     qint64 pageOf(const QString &base, const QString &name)
     {
-        qint64 page = 0;
-        engine(base, [&](Motor &m) {
-            const auto st = m.prepare("SELECT rootpage FROM sqlite_master WHERE name = ?1");
-            st->bind(0, name);
-            if (st->step())
-                page = st->whole(0);
-        });
-        return page;
+        const auto db = sqlcipher::openFile(file(base), false);
+        const auto st =
+            sqlcipher::prepare(db.get(), "SELECT rootpage FROM sqlite_master WHERE name = '"
+                                             + name.toStdString() + '\'');
+        return sqlite3_step(st.get()) == SQLITE_ROW ? sqlite3_column_int64(st.get(), 0) : 0;
     }
     void damage(const QString &base, qint64 page)
     {
@@ -109,15 +105,14 @@ TEST_F(Folder, ASessionIsAloneWhileNobodyElseIsThere)
         EXPECT_FALSE(Alone(s));
     }
     const auto enters = [this] {
-        return FolderLock(folder.path(), u"kelvara.sesiones"_s, 0, {}, FolderLock::Mode::Shared)
-            .isHeld();
+        return s.motor->lock(u"kelvara.sesiones"_s, 0, {}, Lock::Mode::Shared)->isHeld();
     };
     {
         const Alone alone(s);
         EXPECT_TRUE(alone);
         EXPECT_FALSE(enters());
-        EXPECT_TRUE(FolderLock::holder(folder.path(), u"kelvara.sesiones"_s)
-                        .startsWith(QSysInfo::machineHostName()));
+        EXPECT_TRUE(
+            s.motor->lockHolder(u"kelvara.sesiones"_s).startsWith(QSysInfo::machineHostName()));
     }
     EXPECT_TRUE(enters());
     closeStore(s);
@@ -132,7 +127,7 @@ TEST_F(Folder, LocksAreForAllAccountsThatHaveTheDatabases)
         ASSERT_EQ(::chmod(model.constData(), mode), 0);
         const mode_t before = ::umask(077);
         reopen();
-        const FolderLock dia(folder.path(), u"kelvara.dia"_s, 0);
+        const auto dia = s.motor->lock(u"kelvara.dia"_s, 0);
         ::umask(before);
         for (const QString &lock : {u"kelvara.sesiones"_s, u"kelvara.dia"_s}) {
             struct stat st {
@@ -231,9 +226,9 @@ TEST_F(Folder, EveryCopyIsWholeAndOfOneMoment)
         ASSERT_TRUE(movers.back()->waitForStarted());
     }
     const auto moved = [](const QString &from) {
-        const auto motor = createFileEngine();
-        for (const QString &base : {u"morvane"_s, u"finanzas"_s})
-            motor->open(pathUnder(from, fileOf(base)), base.toStdString());
+        const auto motor = createFileEngine(from);
+        for (const char *base : {"morvane", "finanzas"})
+            motor->open(base);
         const Reloj clock;
         Base morvane(*motor, "morvane", clock), finanzas(*motor, "finanzas", clock);
         const qint64 there = morvane.read("select sum(buenascompras) from Perfiles").toLong();
@@ -251,7 +246,7 @@ TEST_F(Folder, EveryCopyIsWholeAndOfOneMoment)
         copyDatabases(s, to); // over the one before
         longest = std::max(longest, clock.elapsed());
         for (const QString &base : clinicDatabases())
-            EXPECT_EQ(checkFile(pathUnder(to, fileOf(base))), "ok");
+            EXPECT_EQ(sqlcipher::checkFile(pathUnder(to, fileOf(base))), "ok");
         const qint64 now = moved(to);
         EXPECT_GT(now, last);
         last = now;
@@ -286,10 +281,10 @@ TEST_F(Folder, ADatabaseIsCompacted)
     const QString before = names();
     closeStore(s);
     const QString compact = folder.filePath(u"clientesComp.mdb"_s);
-    compactFile(file(u"clientes"_s), compact);
-    EXPECT_EQ(checkFile(compact), "ok");
+    sqlcipher::compactFile(file(u"clientes"_s), compact);
+    EXPECT_EQ(sqlcipher::checkFile(compact), "ok");
     EXPECT_LT(QFileInfo(compact).size(), QFileInfo(file(u"clientes"_s)).size() / 2);
-    EXPECT_THROW(compactFile(file(u"clientes"_s), compact), StoreError); // it is there
+    EXPECT_THROW(sqlcipher::compactFile(file(u"clientes"_s), compact), StoreError); // it is there
     ASSERT_TRUE(QFile::remove(file(u"clientes"_s)) && QFile::rename(compact, file(u"clientes"_s)));
     reopen();
     EXPECT_EQ(names(), before);
@@ -413,10 +408,8 @@ TEST_F(Folder, DataOfAnotherVersionAreNotWorkedOn)
         ASSERT_TRUE(start.failure);
         EXPECT_EQ(start.failure->text, s(told).arg(version).arg(SchemaVersion));
         EXPECT_FALSE(start.s.motor);
-        engine(u"morvane"_s, [](Motor &m) {
-            m.run("UPDATE Configuracion SET Ver = 554");
-            m.run("ALTER TABLE TareasAgenda ADD COLUMN artaux LONG");
-        });
+        runRaw(u"morvane"_s, "UPDATE Configuracion SET Ver = 554;"
+                             "ALTER TABLE TareasAgenda ADD COLUMN artaux LONG");
     }
     reopen();
 }
@@ -430,19 +423,13 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     s.clientes->Execute("insert into MClinica (idm) values (1)");
     const QString rows = names();
     closeStore(s);
-    engine(u"clientes"_s, [](Motor &m) {
-        // As they were made before rows had a key.
-        m.run("PRAGMA writable_schema = ON");
-        m.run("UPDATE sqlite_master SET sql = replace(sql, ', \"row_key\" INTEGER PRIMARY KEY "
-              "AUTOINCREMENT', '')");
-        m.run("PRAGMA writable_schema = OFF");
-    });
-    engine(u"clientes"_s, [](Motor &m) {
-        m.run("DROP TABLE AvisosPlanificadas");
-        m.run("DROP INDEX Mascotas_idc");
-        m.run("DROP INDEX Clientes_idc");
-        m.run("INSERT INTO Clientes (idc, ayn) VALUES (1, 'stands twice')");
-    });
+    // As they were made before rows had a key.
+    runRaw(u"clientes"_s,
+           "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = replace(sql, "
+           "', \"row_key\" INTEGER PRIMARY KEY AUTOINCREMENT', ''); PRAGMA writable_schema = OFF");
+    runRaw(u"clientes"_s, "DROP TABLE AvisosPlanificadas; DROP INDEX Mascotas_idc;"
+                          "DROP INDEX Clientes_idc;"
+                          "INSERT INTO Clientes (idc, ayn) VALUES (1, 'stands twice')");
     reopen(); // with the keys
     s.clientes->Execute("ALTER TABLE Mascotas DROP COLUMN dec");
     s.clientes->Execute("ALTER TABLE Clientes DROP COLUMN Perfil5");
@@ -467,7 +454,7 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     EXPECT_EQ(allRows(*s.finanzas, "select ID, idVenta from CtaCtePagosC"), u"1|7\n"_s);
     const QDir kept(folder.filePath(u"kelvara.copias/2026-03-11-090000"_s));
     ASSERT_EQ(kept.entryList(QDir::Files).size(), 4);
-    EXPECT_EQ(checkFile(kept.filePath(u"clientes.mdb"_s)), "ok");
+    EXPECT_EQ(sqlcipher::checkFile(kept.filePath(u"clientes.mdb"_s)), "ok");
     // Nothing is left to be done.
     QDir(folder.filePath(u"kelvara.copias"_s)).removeRecursively();
     reopen();
@@ -480,7 +467,7 @@ TEST_F(Folder, FilesThatMayBeMissingAreMade)
     closeStore(s);
     ASSERT_TRUE(QFile::remove(file(u"rep97"_s)) && QFile::remove(file(u"os"_s)));
     reopen();
-    EXPECT_EQ(checkFile(file(u"rep97"_s)), "ok");
+    EXPECT_EQ(sqlcipher::checkFile(file(u"rep97"_s)), "ok");
     EXPECT_EQ(s.os->read("select count(*) from Socios").toInt(), 0);
     // With members among the clients an empty file would make them disappear.
     s.clientes->Execute("update Clientes set obra = 1");

@@ -45,7 +45,7 @@ TEST(JetCorpus, EveryStatementRunsOnTheEmptySchema)
             continue;
         }
         try {
-            const jet::Translation t = jet::translate(line, engine->catalog(), "main");
+            const jet::Translation t = sqlcipher::translate(line, engine->catalog(), "main");
             if (t.kind == jet::Translation::Define)
                 EXPECT_TRUE(t.sql.empty()) << line;
             else

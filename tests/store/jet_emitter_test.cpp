@@ -112,7 +112,7 @@ protected:
 
     jet::Translation translated(const std::string &sql, bool keys = false)
     {
-        return jet::translate(sql, e->catalog(), "main", keys);
+        return sqlcipher::translate(sql, e->catalog(), "main", keys);
     }
 
     std::optional<Engine> e;

@@ -3,9 +3,9 @@
 
 #include "store/column_value.h"
 #include "store/errors.h"
-#include "store/jet/engine_functions.h"
 #include "store/jet/text.h"
-#include "store/jet/translation.h"
+#include "store/sqlcipher/emitter.h"
+#include "store/sqlcipher/functions.h"
 
 #include <map>
 #include <sqlite3.h>
@@ -131,13 +131,13 @@ public:
     /// Runs a statement of the dialect. Rows as "a|b\n", Null as an empty field, bytes as x'...'.
     std::string rows(const std::string &dialect, const Given &given = {}, bool keys = false)
     {
-        return Run(jet::translate(dialect, m_tables, "main", keys), given);
+        return Run(sqlcipher::translate(dialect, m_tables, "main", keys), given);
     }
 
     /// What the engine says about how it will run the statement.
     std::string Plan(const std::string &dialect)
     {
-        jet::Translation t = jet::translate(dialect, m_tables, "main");
+        jet::Translation t = sqlcipher::translate(dialect, m_tables, "main");
         t.sql = "EXPLAIN QUERY PLAN " + t.sql;
         for (jet::Parameter &p : t.parameters)
             p.compared = ColumnType::None; // what is bound does not matter here
@@ -148,7 +148,7 @@ public:
     int error(const std::string &dialect) const
     {
         try {
-            jet::translate(dialect, m_tables, "main");
+            sqlcipher::translate(dialect, m_tables, "main");
         } catch (const StoreError &e) {
             return e.number;
         }
@@ -162,7 +162,7 @@ private:
     void open()
     {
         sqlite3_open(":memory:", &m_db);
-        jet::registerFunctions(m_db);
+        sqlcipher::registerFunctions(m_db);
         exec(m_tables.definitions());
     }
 

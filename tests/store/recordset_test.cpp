@@ -1,8 +1,8 @@
 // Recordsets while definitions, other terminals and batches change what lies below them.
 
-#include "store/definition.h"
 #include "store/lookups.h"
 #include "store/schema.h"
+#include "store/sqlcipher/connection.h"
 #include "support/clinic.h"
 #include "support/server_engine.h"
 
@@ -34,6 +34,13 @@ protected:
         }
         return 0;
     }
+
+    /// The file of the clients past the store, as another program opens it.
+    sqlcipher::Connection openRaw()
+    {
+        return sqlcipher::openFile(folder.filePath(u"clientes.mdb"_s), false);
+    }
+    void runRaw(const std::string &sql) { sqlcipher::run(openRaw().get(), sql); }
 
     QString names() { return allRows(*s.clientes, "select idc, ayn from Clientes order by idc"); }
 
@@ -147,9 +154,9 @@ TEST_F(rows, ATableOfOldIsGivenAKeyWithAllThatItHas)
 {
     Motor &engine = *s.motor;
     const auto makeOld = [&] {
-        engine.run("CREATE TABLE clientes.Old (a TEXT(5) DEFAULT 'x', [b c] LONG DEFAULT 3)");
-        engine.run("CREATE INDEX clientes.OldA ON Old (a COLLATE NOCASE)");
-        engine.run("INSERT INTO clientes.Old (rowid, a) VALUES (3, 'p'), (7, 'q'), (5, 'r')");
+        runRaw("CREATE TABLE Old (a TEXT(5) DEFAULT 'x', [b c] LONG DEFAULT 3);"
+               "CREATE INDEX OldA ON Old (a COLLATE NOCASE);"
+               "INSERT INTO Old (rowid, a) VALUES (3, 'p'), (7, 'q'), (5, 'r')");
     };
     makeOld();
     QThread::msleep(250); // as if by another program
@@ -161,17 +168,19 @@ TEST_F(rows, ATableOfOldIsGivenAKeyWithAllThatItHas)
         r.Put("a", u"P"_s);
         r.Update();
     }
-    EXPECT_TRUE(giveRowKey(engine, "clientes", "Old"));
-    EXPECT_FALSE(giveRowKey(engine, "clientes", "Old"));
+    EXPECT_FALSE(engine.describe("clientes", "Old").keyed);
+    engine.giveKey("clientes", "Old");
+    EXPECT_TRUE(engine.describe("clientes", "Old").keyed);
     QThread::msleep(250);
     EXPECT_EQ(allRows(*s.clientes, "select * from Old"), u"P|3\nr|3\nq|3\n"_s);
-    EXPECT_EQ(engine.indices("clientes", "Old").size(), 1u);
+    EXPECT_EQ(engine.describe("clientes", "Old").indexes, std::vector<std::string>{"OldA"});
     s.clientes->Execute("insert into Old ([b c]) values (1)");
     EXPECT_EQ(allRows(*s.clientes, "select a from Old where [b c] = 1"), u"x\n"_s);
-    const auto st = engine.prepare("SELECT group_concat(row_key) FROM (SELECT row_key FROM "
-                                   "clientes.Old ORDER BY row_key)");
-    ASSERT_TRUE(st->step());
-    EXPECT_EQ(st->text(0), "3,5,7,8");
+    const auto db = openRaw();
+    const auto st = sqlcipher::prepare(
+        db.get(), "SELECT group_concat(row_key) FROM (SELECT row_key FROM Old ORDER BY row_key)");
+    ASSERT_EQ(sqlite3_step(st.get()), SQLITE_ROW);
+    EXPECT_STREQ(reinterpret_cast<const char *>(sqlite3_column_text(st.get(), 0)), "3,5,7,8");
 }
 
 TEST_F(rows, EditSeesWhatStandsThereNow)
@@ -241,7 +250,7 @@ TEST_F(rows, EveryKindOfValueIsRecognizedAsUnchanged)
                         "#3/11/2026#, #09:05#, true, "
                         "'0341', '0341')");
     s.clientes->Execute("insert into K (b) values (8)");
-    s.motor->run("INSERT INTO clientes.K (b, x, m, d, o) VALUES ('odd', 'x', 2, 'soon', 341)");
+    runRaw("INSERT INTO K (b, x, m, d, o) VALUES ('odd', 'x', 2, 'soon', 341)");
     Recordset r = s.clientes->OpenRecordset("select * from K");
     for (; !r.EOF_(); r.MoveNext()) {
         r.Edit();
@@ -490,13 +499,12 @@ TEST_F(rows, TwoTerminalsTakeFromTheSameStockAndNothingIsLost)
     s.finanzas->Execute("delete * from Articulos");
     for (int i = 1; i <= products; ++i)
         s.finanzas->Execute("insert into Articulos (ida, nom, can) values (?, 'P', 100)", i);
-    const QString file = pathUnder(folder.path(), fileOf(u"finanzas"_s));
     QProcess terminals[2];
     for (int i = 0; i < 2; ++i) {
         terminals[i].setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        terminals[i].start(
-            QStringLiteral(STOCK_WRITER),
-            {file, QString::number(products), QString::number(times), QString::number(i + 1)});
+        terminals[i].start(QStringLiteral(STOCK_WRITER),
+                           {folder.path(), QString::number(products), QString::number(times),
+                            QString::number(i + 1)});
     }
     for (QProcess &t : terminals) {
         ASSERT_TRUE(t.waitForFinished(300'000));

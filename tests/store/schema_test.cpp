@@ -1,6 +1,5 @@
 #include "support/clinic.h"
 
-#include "store/definition.h"
 #include "store/schema.h"
 
 using namespace store;
@@ -65,12 +64,12 @@ TEST(Declaration, ReadsNamesWithBlanksAndLiteralsWithHashes)
     EXPECT_EQ(t[0].name, u"a b");
     EXPECT_EQ(t[0].columns[0].name, "c d");
     EXPECT_EQ(t[0].columns[0].width, 7);
-    EXPECT_EQ(t[0].byDefault[0], u"'# no ''comment'''");
+    EXPECT_EQ(t[0].columns[0].byDefault, Value(u"# no 'comment'"_s));
     ASSERT_EQ(t[0].indices.size(), 2u);
     EXPECT_TRUE(t[0].indices[0].unique);
     EXPECT_EQ(t[0].indices[0].columns, (QStringList{u"c d"_s, u"e"_s}));
     EXPECT_EQ(t[0].indices[1].columns, QStringList{u"e"_s});
-    EXPECT_EQ(t[0].indices[1].onlyWhere, u"-1");
+    EXPECT_EQ(t[0].indices[1].onlyWhere, Value(-1));
 }
 
 TEST_F(Schema, OfTheFilesIsTheDeclaredOne)
@@ -82,21 +81,17 @@ TEST_F(Schema, OfTheFilesIsTheDeclaredOne)
         for (const DeclaredTable &t : declared) {
             const std::string table = t.name.toStdString();
             SCOPED_TRACE(table);
-            auto reales = s.motor->allColumns(base.Schema(), table);
-            // Every table has a key, its own or the hidden one.
-            EXPECT_EQ(std::ranges::count(reales, true, &DeclaredColumn::identity), 1);
-            std::erase_if(reales, [](const auto &c) { return c.name == RowKeyColumn; });
-            const jet::Table *catalogue = base.catalogue().find(table);
-            ASSERT_TRUE(catalogue);
-            ASSERT_EQ(reales.size(), t.columns.size());
-            for (size_t i = 0; i < reales.size(); ++i) {
-                EXPECT_EQ(reales[i].name, t.columns[i].name);
-                EXPECT_EQ(catalogue->columns[i].type, t.columns[i].type) << reales[i].name;
-                EXPECT_EQ(catalogue->columns[i].width, t.columns[i].width) << reales[i].name;
-                EXPECT_EQ(QString::fromStdString(reales[i].byDefault), t.byDefault[qsizetype(i)])
-                    << reales[i].name;
+            const TableDescription there = s.motor->describe(base.Schema(), table);
+            EXPECT_TRUE(there.keyed);
+            ASSERT_EQ(there.columns.size(), t.columns.size());
+            for (size_t i = 0; i < t.columns.size(); ++i) {
+                const jet::NewColumn &c = there.columns[i];
+                EXPECT_EQ(c.name, t.columns[i].name);
+                EXPECT_EQ(c.type, t.columns[i].type) << c.name;
+                EXPECT_EQ(c.width, t.columns[i].width) << c.name;
+                EXPECT_EQ(c.byDefault, t.columns[i].byDefault) << c.name;
             }
-            EXPECT_EQ(s.motor->indices(base.Schema(), table).size(), t.indices.size());
+            EXPECT_EQ(there.indexes.size(), t.indices.size());
         }
     }
 }

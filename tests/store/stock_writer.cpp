@@ -1,5 +1,5 @@
 // A terminal that takes one off the stock of some product again and again:
-// stock_writer FILE PRODUCTS TIMES SEED. Prints how often another terminal was quicker.
+// stock_writer FOLDER PRODUCTS TIMES SEED. Prints how often another terminal was quicker.
 
 #include "store/database.h"
 
@@ -13,8 +13,8 @@ int main(int argc, char **argv)
 try {
     if (argc != 5)
         return 2;
-    const auto engine = createFileEngine();
-    engine->open(QString::fromLocal8Bit(argv[1]), "finanzas");
+    const auto engine = createFileEngine(QString::fromLocal8Bit(argv[1]));
+    engine->open("finanzas");
     const Reloj clock;
     Base base(*engine, "finanzas", clock);
     std::mt19937 random(unsigned(std::stoi(argv[4])));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <random>
+#include <stdexcept>
+#include <unordered_set>
 
 using namespace store;
 
@@ -82,13 +84,6 @@ public:
         m_row = -1;
     }
 
-    Value read(int column, ColumnType type) const override
-    {
-        if (!m_shuffled)
-            return m_st->read(column, type);
-        const Cell &c = cell(column);
-        return cellValue(c.kind, c.whole, c.floating, c.text, type);
-    }
     Kind kindOf(int column) const override
     {
         return m_shuffled ? cell(column).kind : m_st->kindOf(column);
@@ -97,9 +92,9 @@ public:
     {
         return m_shuffled ? cell(column).whole : m_st->whole(column);
     }
-    double Floating(int column) const override
+    double floating(int column) const override
     {
-        return m_shuffled ? cell(column).floating : m_st->Floating(column);
+        return m_shuffled ? cell(column).floating : m_st->floating(column);
     }
     std::string_view text(int column) const override
     {
@@ -121,7 +116,7 @@ private:
         while (m_broken->run([this] { return m_st->step(); })) {
             auto &row = m_rows.emplace_back(size_t(m_st->allColumns()));
             for (int i = 0; i < int(row.size()); ++i)
-                row[size_t(i)] = {m_st->kindOf(i), m_st->whole(i), m_st->Floating(i),
+                row[size_t(i)] = {m_st->kindOf(i), m_st->whole(i), m_st->floating(i),
                                   std::string(m_st->text(i))};
         }
         std::ranges::shuffle(m_rows, m_broken->chance);
@@ -139,24 +134,35 @@ private:
 class ServerEngine final : public Motor
 {
 public:
-    ServerEngine() : m_engine(createFileEngine()), m_broken(new Broken{.engine = *m_engine}) {}
-
-    void open(const QString &file, const std::string &schema) override
+    explicit ServerEngine(const QString &folder)
+        : m_engine(createFileEngine(folder)), m_broken(new Broken{.engine = *m_engine})
     {
-        m_engine->open(file, schema);
     }
+
+    bool exists(const std::string &schema) const override { return m_engine->exists(schema); }
+    void create(const std::string &schema) override { m_engine->create(schema); }
+    void open(const std::string &schema) override { m_engine->open(schema); }
     void openInMemory(const std::string &schema) override { m_engine->openInMemory(schema); }
-    void close(const std::string &schema) override { m_engine->close(schema); }
+    void closeAll() override { m_engine->closeAll(); }
 
-    std::unique_ptr<Statement> prepare(const std::string &sql) override
+    jet::Translation translate(std::string_view sql, const jet::Catalogue &catalogue,
+                               const std::string &schema, bool withKeys) override
     {
-        return m_broken->run([&]() -> std::unique_ptr<Statement> {
-            return std::make_unique<ServerStatement>(m_broken, m_engine->prepare(sql), sql);
-        });
+        jet::Translation t = m_engine->translate(sql, catalogue, schema, withKeys);
+        m_texts.insert(t.sql);
+        return t;
     }
-    void run(const std::string &sql) override
+    std::string rowText(const std::string &schema, const RowStatement &s) const override
     {
-        m_broken->run([&] { m_engine->run(sql); });
+        return *m_texts.insert(m_engine->rowText(schema, s)).first;
+    }
+    std::unique_ptr<Statement> prepare(const std::string &text) override
+    {
+        if (!m_texts.contains(text))
+            throw std::logic_error("A statement of nobody's: " + text);
+        return m_broken->run([&]() -> std::unique_ptr<Statement> {
+            return std::make_unique<ServerStatement>(m_broken, m_engine->prepare(text), text);
+        });
     }
     int changedRows() const override { return m_engine->changedRows(); }
     qint64 lastKey() const override { return m_engine->lastKey(); }
@@ -204,36 +210,62 @@ public:
     {
         m_engine->whileWaiting(std::move(tell));
     }
-    void copy(const std::vector<DatabaseCopy> &copies) override { m_engine->copy(copies); }
-    std::string check(const std::string &schema) override { return m_engine->check(schema); }
-
-    std::vector<std::string> tables(const std::string &schema) override
-    {
-        return m_engine->tables(schema);
-    }
-    std::vector<DeclaredColumn> allColumns(const std::string &schema,
-                                           const std::string &table) override
-    {
-        return m_engine->allColumns(schema, table);
-    }
-    std::vector<std::string> indices(const std::string &schema, const std::string &table) override
-    {
-        return m_engine->indices(schema, table);
-    }
     qint64 version(const std::string &schema) override { return m_engine->version(schema); }
     qint64 schemaVersion(const std::string &schema) override
     {
         return m_engine->schemaVersion(schema);
     }
-    std::string undeclaredKey() const override { return m_engine->undeclaredKey(); }
+    std::unique_ptr<Lock> lock(const QString &name, int seconds,
+                               const std::function<void(const QString &)> &meanwhile,
+                               Lock::Mode mode) override
+    {
+        return m_engine->lock(name, seconds, meanwhile, mode);
+    }
+    QString lockHolder(const QString &name) const override { return m_engine->lockHolder(name); }
+
+    std::vector<std::string> tables(const std::string &schema) override
+    {
+        return m_engine->tables(schema);
+    }
+    TableDescription describe(const std::string &schema, const std::string &table) override
+    {
+        return m_engine->describe(schema, table);
+    }
+    void define(const std::string &schema, const jet::Definition &d) override
+    {
+        m_broken->run([&] { m_engine->define(schema, d); });
+    }
+    void giveKey(const std::string &schema, const std::string &table) override
+    {
+        m_broken->run([&] { m_engine->giveKey(schema, table); });
+    }
+
+    void copy(const std::vector<std::string> &schemas, const QString &folder) override
+    {
+        m_engine->copy(schemas, folder);
+    }
+    std::string check(const std::string &schema) override { return m_engine->check(schema); }
+    FileFormat formatOf(const std::string &schema) const override
+    {
+        return m_engine->formatOf(schema);
+    }
+    std::vector<Salvage> repair(const std::vector<std::string> &schemas,
+                                const QString &mark) override
+    {
+        return m_engine->repair(schemas, mark);
+    }
 
 private:
     std::unique_ptr<Motor> m_engine;
     std::shared_ptr<Broken> m_broken;
+    mutable std::unordered_set<std::string> m_texts; // that were given out
 };
 
 } // namespace
 
 bool onServer() { return qEnvironmentVariableIsSet("KELVARA_TEST_SERVER"); }
 
-std::unique_ptr<Motor> createServerEngine() { return std::make_unique<ServerEngine>(); }
+std::unique_ptr<Motor> createServerEngine(const QString &place)
+{
+    return std::make_unique<ServerEngine>(place);
+}

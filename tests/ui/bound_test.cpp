@@ -1,4 +1,5 @@
 #include "store/settings_row.h"
+#include "store/sqlcipher/connection.h"
 #include "support/clinic.h"
 #include "texts/texts.h"
 #include "ui/bound.h"
@@ -140,8 +141,9 @@ TEST_F(Bound, AFailureIsToldAndTheStoredValueShownAgain)
     bind::Options(s, form.guard(), group, "MedidasRevac");
     start();
     // A store that refuses every write.
-    s.motor->run("create trigger morvane.no before update on configuracion begin select "
-                 "raise(abort, 'no'); end");
+    sqlcipher::run(sqlcipher::openFile(folder.filePath(u"morvane.mdb"_s), false).get(),
+                   "create trigger no before update on configuracion begin select "
+                   "raise(abort, 'no'); end");
     retype(name, u"lost"_s);
     ask.wait(s(text::ErrorWasLogged));
     other->setFocus();

@@ -1,10 +1,10 @@
 #include "store/jet/criterion.h"
 
 #include "store/column_value.h"
-#include "store/jet/fragment.h"
 #include "store/jet/lexer.h"
 #include "store/jet/parser.h"
 #include "store/jet/text.h"
+#include "store/value.h"
 
 #include <QtNumeric>
 #include <algorithm>

@@ -3,7 +3,7 @@
 
 #include "store/value.h"
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,9 +18,9 @@ struct Column {
 };
 
 struct Table {
-    std::string name; // in the file's own letter case
+    std::string name; // in the database's own letter case
     std::vector<Column> columns;
-    std::string key = {}; // the column that names a row, which need not be one of the columnas
+    std::string key = {}; // the column that names a row, which need not be one of the columns
 };
 
 /// The tables of one database, found without regard to letter case (ñ and Ñ included).
@@ -85,12 +85,13 @@ struct Definition {
     std::vector<NewColumn> columns; // all that are meant; of an index only their names
     std::string index = {};         // its name
     bool unique = false;
+    std::optional<store::Value> onlyWhere = {}; // value of an index's one column; all without
 };
 
 struct Translation {
     enum Kind { Query, Change, Define };
     Kind kind = Query;
-    std::string sql; // engine SQL; empty for Define
+    std::string sql; // the engine's own; empty for Define
     std::vector<Parameter> parameters;
     int valueCount = 0; // how many '?' the statement holds
     std::vector<OutputColumn> columns;
@@ -99,15 +100,5 @@ struct Translation {
     std::string writtenTable;        // of a Cambio
     Definition definition;           // of a Define
 };
-
-/// Translates one statement.
-/// @param sql       the rules' dialect, UTF-8, '?' where a value goes
-/// @param catalogue  tables of the database that the statement runs on
-/// @param schema   the engine's name of that database; every table is qualified with it
-/// @param withKeys also select the key of every base table's row, behind the asked columns
-/// @throws StoreError 3075 with line, column and a caret for what the dialect does not take,
-///         3078 for an unknown table, 3061 for a name that is no column
-Translation translate(std::string_view sql, const Catalogue &catalogue, std::string_view schema,
-                      bool withKeys = false);
 
 } // namespace jet

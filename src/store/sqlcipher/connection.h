@@ -9,7 +9,7 @@
 #include <sqlcipher/sqlite3.h>
 #include <string>
 
-namespace store::sqlcipher
+namespace sqlcipher
 {
 
 struct CloseConnection {
@@ -48,4 +48,4 @@ std::string quotedName(std::string_view name);
 int errorNumberOf(int code);
 [[noreturn]] void fail(sqlite3 *db, int code, const std::string &sql = {});
 
-} // namespace store::sqlcipher
+} // namespace sqlcipher

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace jet
+namespace sqlcipher
 {
 
 /// How tightly the outermost operator of a piece binds in the engine.
@@ -27,22 +27,17 @@ struct Fragment {
     bool joined = false;    // by '&', so never Null
     std::shared_ptr<const Fragment> unrounded = nullptr; // of a rounded sum of amounts
     enum { NoLiteral, NullLiteral, WholeLiteral, DecimalLiteral } literal = NoLiteral;
-    const Column *column = nullptr; // when it is a bare column
-    size_t source = 0;              // and its place in the FROM clause
-    int stack = 1;                  // entries that the engine's parser needs for it
-    int height = 1;                 // of the engine's tree
-    int reach = Nowhere;            // nesting of the outermost query that a name of it means
+    const jet::Column *column = nullptr; // when it is a bare column
+    size_t source = 0;                   // and its place in the FROM clause
+    int stack = 1;                       // entries that the engine's parser needs for it
+    int height = 1;                      // of the engine's tree
+    int reach = Nowhere;                 // nesting of the outermost query that a name of it means
     static constexpr int Nowhere = std::numeric_limits<int>::max();
 };
 
 /// Thrown when a piece grows beyond what the engine takes.
 struct TooLong {
 };
-
-bool isTextual(store::ColumnType t);
-bool isMoment(store::ColumnType t);
-bool isWhole(store::ColumnType t); ///< whole numbers, Yes/No among them
-bool isFloating(store::ColumnType t);
 
 /// A text or a name between quotes, which stand twice inside.
 std::string quoted(std::string_view text, char quote);
@@ -75,4 +70,4 @@ Fragment asText(const Fragment &f);
 /// As a condition of the engine, for which what is not 0 holds.
 Fragment asCondition(const Fragment &f, Strength needed);
 
-} // namespace jet
+} // namespace sqlcipher

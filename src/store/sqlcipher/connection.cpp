@@ -1,4 +1,4 @@
-#include "store/sqlcipher_file.h"
+#include "store/sqlcipher/connection.h"
 
 #include <QFile>
 #include <cstring>
@@ -26,7 +26,7 @@ int sqlcipher::errorNumberOf(int code)
         return ErrorNumber::Locked;
     case SQLITE_CONSTRAINT:
         return ErrorNumber::Key;
-    // What the gate of a column refuses, see jet/engine_functions.cpp.
+    // What the gate of a column refuses, see sqlcipher/functions.cpp.
     case SQLITE_RANGE:
         return ErrorNumber::Overflow;
     case SQLITE_TOOBIG:

@@ -1,9 +1,11 @@
+#include "store/sqlcipher/emitter.h"
+
 #include "store/column_value.h"
-#include "store/jet/fragment.h"
 #include "store/jet/lexer.h"
 #include "store/jet/moment.h"
 #include "store/jet/parser.h"
 #include "store/jet/text.h"
+#include "store/sqlcipher/fragment.h"
 
 #include <algorithm>
 #include <array>
@@ -11,8 +13,9 @@
 #include <optional>
 
 using namespace store;
+using namespace jet;
 
-namespace jet
+namespace sqlcipher
 {
 namespace
 {
@@ -103,7 +106,7 @@ public:
 
     Translation translate()
     {
-        Statement s = parseStatement(m_sql);
+        jet::Statement s = parseStatement(m_sql);
         m_out.valueCount = s.given;
         for (int i = 0; i < s.given; ++i)
             m_out.parameters.push_back({Parameter::Given, i});
@@ -1333,4 +1336,4 @@ Translation translate(std::string_view sql, const Catalogue &catalogue, std::str
     }
 }
 
-} // namespace jet
+} // namespace sqlcipher

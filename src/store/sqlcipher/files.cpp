@@ -1,7 +1,7 @@
-// Files that nobody has open: made, compacted, checked, repaired, and told apart from others.
+#include "store/sqlcipher/files.h"
 
-#include "store/engine.h"
-#include "store/sqlcipher_file.h"
+#include "store/file_permissions.h"
+#include "store/sqlcipher/connection.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -12,7 +12,8 @@
 #include <optional>
 
 using namespace store;
-using namespace store::sqlcipher;
+using namespace sqlcipher;
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -220,41 +221,8 @@ void takeSequences(sqlite3 *from, sqlite3 *to)
     }
 }
 
-} // namespace
-
-void store::createEmptyFile(const QString &file)
-{
-    NewFile made(file);
-    try {
-        const Connection db = openFile(file, true);
-        // Something must be written for the file to get its first page.
-        run(db.get(), "CREATE TABLE nada (x); DROP TABLE nada;");
-    } catch (const StoreError &e) {
-        throw StoreError(e.number, file);
-    }
-    made.keep();
-}
-
-void store::compactFile(const QString &from, const QString &to)
-{
-    NewFile made(to);
-    const Connection source = openFile(from, false);
-    const Connection target = openFile(to, true);
-    copy(source.get(), "main", target.get());
-    run(target.get(), "VACUUM");
-    made.keep();
-}
-
-std::string store::checkFile(const QString &file)
-{
-    try {
-        return check(openFile(file, false).get(), "main");
-    } catch (const StoreError &e) {
-        return e.description.toStdString();
-    }
-}
-
-Salvage store::repairFile(const QString &from, const QString &to)
+// Brings what can be read of a damaged file into a new one, which is not there when this fails.
+Salvage readDamaged(const QString &from, const QString &to)
 {
     NewFile made(to);
     const Connection source = openFile(from, false);
@@ -264,6 +232,7 @@ Salvage store::repairFile(const QString &from, const QString &to)
     const auto defined = definitions(source.get());
     run(target.get(), "BEGIN");
     Salvage salvage;
+    salvage.place = from;
     for (const Definition &d : defined) {
         if (d.type != "table")
             continue;
@@ -282,12 +251,89 @@ Salvage store::repairFile(const QString &from, const QString &to)
             run(target.get(), d.sql);
     run(target.get(), "COMMIT");
     if (check(target.get(), "main") != "ok")
-        throw StoreError(ErrorNumber::DatabaseDamaged, to);
+        throw StoreError(ErrorNumber::DatabaseDamaged, from);
     made.keep();
     return salvage;
 }
 
-FileFormat store::formatOf(const QString &file)
+// @throws StoreError 3343 with the file when it cannot be repaired
+Salvage salvageInto(const QString &from, const QString &to)
+{
+    try {
+        return readDamaged(from, to);
+    } catch (const StoreError &e) {
+        if (e.number != ErrorNumber::DatabaseDamaged)
+            throw;
+        throw StoreError(ErrorNumber::DatabaseDamaged, from);
+    }
+}
+
+} // namespace
+
+void sqlcipher::createEmptyFile(const QString &file)
+{
+    NewFile made(file);
+    try {
+        const Connection db = openFile(file, true);
+        // Something must be written for the file to get its first page.
+        run(db.get(), "CREATE TABLE nada (x); DROP TABLE nada;");
+    } catch (const StoreError &e) {
+        throw StoreError(e.number, file);
+    }
+    made.keep();
+}
+
+void sqlcipher::compactFile(const QString &from, const QString &to)
+{
+    NewFile made(to);
+    const Connection source = openFile(from, false);
+    const Connection target = openFile(to, true);
+    copy(source.get(), "main", target.get());
+    run(target.get(), "VACUUM");
+    made.keep();
+}
+
+std::string sqlcipher::checkFile(const QString &file)
+{
+    try {
+        return check(openFile(file, false).get(), "main");
+    } catch (const StoreError &e) {
+        return e.description.toStdString();
+    }
+}
+
+std::vector<Salvage> sqlcipher::repairFiles(const QStringList &files, const QString &mark)
+{
+    const auto fresh = [](const QString &file) { return file.chopped(4) + "-reparada.mdb"_L1; };
+    std::vector<Salvage> damaged;
+    try {
+        for (const QString &file : files) {
+            if (!QFileInfo(file).isFile() || checkFile(file) == "ok")
+                continue;
+            QFile::remove(fresh(file)); // of a repair that was broken off
+            Salvage s = salvageInto(file, fresh(file));
+            s.aside = file.chopped(4) + "-danada-"_L1 + mark + ".mdb"_L1;
+            shareLike(fresh(file), file);
+            damaged.push_back(std::move(s));
+        }
+    } catch (...) {
+        for (const Salvage &s : damaged)
+            QFile::remove(fresh(s.place));
+        throw;
+    }
+    for (const Salvage &s : damaged) {
+        replaceFile(s.place, s.aside);
+        try {
+            replaceFile(fresh(s.place), s.place);
+        } catch (...) {
+            replaceFile(s.aside, s.place);
+            throw;
+        }
+    }
+    return damaged;
+}
+
+FileFormat sqlcipher::formatOf(const QString &file)
 {
     QFile f(file);
     if (!f.open(QIODevice::ReadOnly))

@@ -3,11 +3,11 @@
 
 struct sqlite3;
 
-namespace jet
+namespace sqlcipher
 {
 
 /// Adds the collation and the functions that translated statements call. To be run once for each
 /// connection, before the first statement. @throws StoreError when the engine refuses
 void registerFunctions(sqlite3 *connection);
 
-} // namespace jet
+} // namespace sqlcipher

@@ -1,4 +1,4 @@
-#include "store/folder_lock.h"
+#include "store/sqlcipher/folder_lock.h"
 
 #include "store/data_folder.h"
 #include "store/errors.h"
@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 using namespace store;
+using sqlcipher::FolderLock;
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "store/jet/engine_functions.h"
+#include "store/sqlcipher/functions.h"
 
 #include "store/column_value.h"
 #include "store/errors.h"
@@ -16,8 +16,9 @@
 #include <sqlite3.h>
 
 using namespace store;
+using namespace jet;
 
-namespace jet
+namespace sqlcipher
 {
 namespace
 {
@@ -347,4 +348,4 @@ void registerFunctions(sqlite3 *connection)
                                          nullptr, nullptr, nullptr));
 }
 
-} // namespace jet
+} // namespace sqlcipher

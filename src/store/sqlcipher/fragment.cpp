@@ -1,10 +1,10 @@
-#include "store/jet/fragment.h"
+#include "store/sqlcipher/fragment.h"
 
 #include <algorithm>
 
 using namespace store;
 
-namespace jet
+namespace sqlcipher
 {
 namespace
 {
@@ -16,18 +16,6 @@ void checkSize(const Fragment &f)
         throw TooLong();
 }
 } // namespace
-
-bool isTextual(ColumnType t) { return t == ColumnType::Text || t == ColumnType::Memo; }
-bool isMoment(ColumnType t) { return t == ColumnType::Date || t == ColumnType::Time; }
-bool isWhole(ColumnType t)
-{
-    return t == ColumnType::Counter || t == ColumnType::Byte || t == ColumnType::Smallint
-           || t == ColumnType::Long || t == ColumnType::YesNo;
-}
-bool isFloating(ColumnType t)
-{
-    return t == ColumnType::Single || t == ColumnType::Double || t == ColumnType::Currency;
-}
 
 std::string quoted(std::string_view text, char quote)
 {
@@ -131,4 +119,4 @@ Fragment asCondition(const Fragment &f, Strength needed)
     return at(needed, f.truth ? f : asValue(f));
 }
 
-} // namespace jet
+} // namespace sqlcipher

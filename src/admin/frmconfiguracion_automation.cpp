@@ -1,4 +1,5 @@
 #include "admin/frmconfiguracion_rows.h"
+#include "columns/configuracion.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
 
@@ -14,7 +15,7 @@ const QList<std::pair<int, int>> sendOrNot{{1, text::SendMail}, {2, text::Nothin
 const QList<std::pair<int, int>> askOrPrint{
     {1, text::AskForPrints}, {2, text::PrintWithoutAsking}, {3, text::Nothing}};
 
-void ask(const PageContext &c, QFormLayout *section, const char *column, const QString &title,
+void ask(const PageContext &c, QFormLayout *section, std::string_view column, const QString &title,
          const QList<std::pair<int, int>> &options, int hint)
 {
     auto *group = optionsRow(c, section, {QString::fromLatin1(column), title, options, hint});
@@ -30,32 +31,34 @@ QWidget *admin::automationPage(const PageContext &c)
     auto *column = parts::Column(page);
 
     auto *clients = parts::sectionOf(column, s(text::SettingsAutomationClients));
-    ask(c, clients, "AutNuevoCliente", s(text::NewClientQuestion), sendOrNot, text::NewClientNote);
-    ask(c, clients, "AutFrecuente", s(text::FrequentAbsentQuestion), sendOrNot, text::FrequentNote);
-    ask(c, clients, "AutMedicinaPrepaga", s(text::PrepaidArrearsQuestion), sendOrNot,
+    ask(c, clients, setting::AutNuevoCliente, s(text::NewClientQuestion), sendOrNot,
+        text::NewClientNote);
+    ask(c, clients, setting::AutFrecuente, s(text::FrequentAbsentQuestion), sendOrNot,
+        text::FrequentNote);
+    ask(c, clients, setting::AutMedicinaPrepaga, s(text::PrepaidArrearsQuestion), sendOrNot,
         text::PrepaidNote);
-    ask(c, clients, "AutRecordatorioCitasOlvida", s(text::MissedAppointmentQuestion), sendOrNot,
-        text::MissedAppointmentNote);
+    ask(c, clients, setting::AutRecordatorioCitasOlvida, s(text::MissedAppointmentQuestion),
+        sendOrNot, text::MissedAppointmentNote);
 
     auto *counter = parts::sectionOf(column, s(text::SettingsAutomationCounter));
     // Stored only, like the consumption question below: the counter goes by other choices, and the
     // help line says so.
-    ask(c, counter, "AutDeudaNoVenderSupervisor",
+    ask(c, counter, setting::AutDeudaNoVenderSupervisor,
         s(text::DebtorSaleQuestion) + u".\n"_s + s(text::ForSupervisor),
         {{1, text::AskFirst}, {2, text::SellWithoutAsking}}, text::DebtorSupervisorNote);
-    ask(c, counter, "AutDeudaNoVenderComun",
+    ask(c, counter, setting::AutDeudaNoVenderComun,
         s(text::DebtorSaleQuestion) + u".\n"_s + s(text::ForCommonUser),
         {{1, text::AskFirst}, {2, text::Disallow}, {3, text::Nothing}}, text::DebtorCommonNote);
-    ask(c, counter, "AutVentaPlanificadas", s(text::PlannedSaleQuestion), askOrPrint,
+    ask(c, counter, setting::AutVentaPlanificadas, s(text::PlannedSaleQuestion), askOrPrint,
         text::PlannedSaleNote);
-    ask(c, counter, "AutVentaConsumo", s(text::ConsumptionSaleQuestion),
+    ask(c, counter, setting::AutVentaConsumo, s(text::ConsumptionSaleQuestion),
         {{1, text::OpenConsumptionWindow}, {2, text::DoNotOpen}}, text::ConsumptionSaleNote);
-    ask(c, counter, "AutVentaConsulta", s(text::CheckSaleQuestion),
+    ask(c, counter, setting::AutVentaConsulta, s(text::CheckSaleQuestion),
         {{1, text::AskForHistory}, {2, text::OpenHistoryWindow}, {3, text::Nothing}},
         text::CheckSaleNote);
 
     auto *record = parts::sectionOf(column, s(text::ClinicalRecordSection));
-    ask(c, record, "AutDosisPlanificada", s(text::DoseEntryQuestion), askOrPrint,
+    ask(c, record, setting::AutDosisPlanificada, s(text::DoseEntryQuestion), askOrPrint,
         text::DoseEntryNote);
     return page;
 }

@@ -1,4 +1,5 @@
 #include "admin/frmconfiguracion_pages.h"
+#include "columns/configuracion.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
 #include "ui/bound.h"
@@ -12,8 +13,17 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr const char *RationColumns[] = {"HoraRacion1", "HoraRacion2", "HoraRacion3",
-                                         "HoraRacion4"};
+struct RationBox {
+    std::string_view column;
+    const char16_t *name;
+};
+
+constexpr RationBox RationBoxes[] = {
+    {setting::horaracion1, u"HoraRacion1"},
+    {setting::horaracion2, u"HoraRacion2"},
+    {setting::horaracion3, u"HoraRacion3"},
+    {setting::horaracion4, u"HoraRacion4"},
+};
 
 } // namespace
 
@@ -27,18 +37,18 @@ QWidget *admin::boardingPage(const PageContext &c)
     count->setFixedWidth(parts::FigureWidth);
     parts::Row(parts::sectionOf(column, c.s(text::SettingsBoardingKennels)),
                c.s(text::NumberOfKennels), count);
-    ui::bind::whole(c.s, c.guarded, count, "CantidadCaniles");
+    ui::bind::whole(c.s, c.guarded, count, setting::CantidadCaniles);
 
     QList<QWidget *> boxes{count};
     QFormLayout *rows =
         parts::sectionOf(column, c.s(text::SettingsBoardingRations), c.s(text::RationsNote));
     int text = text::FirstRation;
-    for (const char *name : RationColumns) {
+    for (const RationBox &ration : RationBoxes) {
         auto *time = new ui::HourBox;
-        time->setObjectName(QString::fromLatin1(name));
+        time->setObjectName(QString::fromUtf16(ration.name));
         time->setFixedWidth(parts::FigureWidth);
         parts::Row(rows, c.s(text++), time);
-        ui::bind::hourOf(c.s, c.guarded, time, name);
+        ui::bind::hourOf(c.s, c.guarded, time, ration.column);
         boxes << time;
     }
     c.enterChain(boxes);

@@ -1,6 +1,7 @@
 #include "admin/clinic_data.h"
 #include "admin/frmconfiguracion_pages.h"
 #include "admin/letterhead.h"
+#include "columns/configuracion.h"
 #include "messages/mail_account.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
@@ -113,7 +114,7 @@ void addLetterhead(const PageContext &c, QVBoxLayout *column)
     QPushButton *choose = parts::buttonOf(c.s(text::ChooseImage), u"cmdObtenerEncabezado"_s);
     auto *print =
         named(new QCheckBox(c.s(text::PrintLetterhead)), u"chkenc"_s, c.s(text::PrintLetterhead));
-    ui::bind::Checkbox(c.s, c.guarded, print, "encabezado");
+    ui::bind::Checkbox(c.s, c.guarded, print, setting::encabezado);
     rows->addRow(preview);
     rows->addRow(choose);
     rows->addRow(print);

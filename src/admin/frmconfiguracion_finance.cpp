@@ -1,4 +1,5 @@
 #include "admin/frmconfiguracion_pages.h"
+#include "columns/configuracion.h"
 #include "store/settings_row.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
@@ -17,42 +18,42 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-struct setting {
-    const char *column;
+struct Setting {
+    std::string_view column;
     int title;
 };
 
-constexpr setting Taxes[] = {
-    {"NombreIdentificacionFiscal", text::FiscalIdentification},
-    {"NombreImpuestoCompraVenta", text::TaxPurchaseSale},
+constexpr Setting Taxes[] = {
+    {setting::NombreIdentificacionFiscal, text::FiscalIdentification},
+    {setting::NombreImpuestoCompraVenta, text::TaxPurchaseSale},
 };
-constexpr setting Words[] = {
-    {"EntradaMoneda", text::CashSaleWord},
-    {"EntradaDeuda", text::AccountSaleWord},
-    {"EntradaMedicinaPrepaga", text::PrepaidFeeWord},
-    {"PagoDeuda", text::DebtPaymentWord},
+constexpr Setting Words[] = {
+    {setting::EntradaMoneda, text::CashSaleWord},
+    {setting::EntradaDeuda, text::AccountSaleWord},
+    {setting::EntradaMedicinaPrepaga, text::PrepaidFeeWord},
+    {setting::PagoDeuda, text::DebtPaymentWord},
 };
-constexpr setting Checks[] = {
-    {"GuardarPrecioVentas", text::StoreSalePrice},
-    {"GuardarCostoCompras", text::StorePurchaseCost},
+constexpr Setting Checks[] = {
+    {setting::GuardarPrecioVentas, text::StoreSalePrice},
+    {setting::GuardarCostoCompras, text::StorePurchaseCost},
 };
-constexpr setting ProductColours[] = {
-    {"FAColor0", text::OutOfStock},
-    {"FAColorV", text::HasExpired},
-    {"FAColorM", text::BelowMinimum},
-    {"FAColorSer", text::Service},
+constexpr Setting ProductColours[] = {
+    {setting::FAColor0, text::OutOfStock},
+    {setting::FAColorV, text::HasExpired},
+    {setting::FAColorM, text::BelowMinimum},
+    {setting::FAColorSer, text::Service},
 };
 
-void addTexts(const PageContext &c, QFormLayout *rows, std::span<const setting> settings, int width)
+void addTexts(const PageContext &c, QFormLayout *rows, std::span<const Setting> settings, int width)
 {
     QList<QLineEdit *> made;
-    for (const setting &setting : settings) {
+    for (const Setting &e : settings) {
         auto *box = new QLineEdit;
-        box->setObjectName(QString::fromLatin1(setting.column));
-        box->setMaxLength(c.s.morvane->widthOf("Configuracion", setting.column));
+        box->setObjectName(QString::fromLatin1(e.column));
+        box->setMaxLength(c.s.morvane->widthOf("Configuracion", e.column));
         box->setFixedWidth(width);
-        parts::Row(rows, c.s(setting.title), box);
-        ui::bind::text(c.s, c.guarded, box, setting.column);
+        parts::Row(rows, c.s(e.title), box);
+        ui::bind::text(c.s, c.guarded, box, e.column);
         made << box;
     }
     c.withoutApostrophes(made);
@@ -61,10 +62,9 @@ void addTexts(const PageContext &c, QFormLayout *rows, std::span<const setting> 
 
 void addChecks(const PageContext &c, QFormLayout *rows)
 {
-    for (const setting &setting : Checks) {
-        auto *box = named(new QCheckBox(c.s(setting.title)), QString::fromLatin1(setting.column),
-                          c.s(setting.title));
-        ui::bind::Checkbox(c.s, c.guarded, box, setting.column);
+    for (const Setting &e : Checks) {
+        auto *box = named(new QCheckBox(c.s(e.title)), QString::fromLatin1(e.column), c.s(e.title));
+        ui::bind::Checkbox(c.s, c.guarded, box, e.column);
         rows->addRow(box);
     }
 }
@@ -73,21 +73,19 @@ void addColours(const PageContext &c, QFormLayout *rows)
 {
     auto *line = new QHBoxLayout;
     line->setSpacing(ui::space::S);
-    for (const setting &setting : ProductColours) {
-        QPushButton *button =
-            parts::buttonOf(c.s(setting.title), QString::fromLatin1(setting.column));
+    for (const Setting &e : ProductColours) {
+        QPushButton *button = parts::buttonOf(c.s(e.title), QString::fromLatin1(e.column));
         button->setIconSize(QSize(18, 18));
-        const auto stored = [c, setting] {
-            return parts::settingColor(c.s.configuracion[setting.column].toInt());
+        const auto stored = [c, e] {
+            return parts::settingColor(c.s.configuracion[e.column].toInt());
         };
         button->setIcon(parts::sample(stored()));
         line->addWidget(button);
-        QObject::connect(button, &QPushButton::clicked, button, [c, setting, stored, button] {
-            const QColor chosen = QColorDialog::getColor(stored(), c.form, c.s(setting.title));
+        QObject::connect(button, &QPushButton::clicked, button, [c, e, stored, button] {
+            const QColor chosen = QColorDialog::getColor(stored(), c.form, c.s(e.title));
             if (!chosen.isValid())
                 return;
-            c.guarded(
-                [&] { store::saveSetting(c.s, setting.column, parts::colorSetting(chosen)); });
+            c.guarded([&] { store::saveSetting(c.s, e.column, parts::colorSetting(chosen)); });
             button->setIcon(parts::sample(stored()));
         });
     }
@@ -111,7 +109,7 @@ QWidget *admin::financePage(const PageContext &c)
     months->setFixedWidth(parts::FigureWidth);
     parts::Row(parts::sectionOf(column, c.s(text::PrepaidMedicine), c.s(text::ValidityNote)),
                c.s(text::SettingsFinanceValidity), months);
-    ui::bind::whole(c.s, c.guarded, months, "OSDuracionSol");
+    ui::bind::whole(c.s, c.guarded, months, setting::OSDuracionSol);
 
     addColours(c,
                parts::sectionOf(column, c.s(text::SettingsFinanceColours), c.s(text::ColoursNote)));

@@ -1,4 +1,5 @@
 #include "admin/frmconfiguracion_pages.h"
+#include "columns/configuracion.h"
 #include "store/settings_row.h"
 #include "texts/admin.h"
 #include "ui/bound.h"
@@ -71,7 +72,7 @@ protected:
 private:
     int stored() const
     {
-        return std::max(OwnColour, m_c.s.configuracion["PrincipalColor"].toInt());
+        return std::max(OwnColour, m_c.s.configuracion[setting::PrincipalColor].toInt());
     }
 
     static QColor shown(int value)
@@ -99,7 +100,7 @@ private:
     void choose(int value)
     {
         m_c.guarded([&] {
-            store::saveSetting(m_c.s, "PrincipalColor", value);
+            store::saveSetting(m_c.s, setting::PrincipalColor, value);
             ui::applyTheme(*qApp, value);
         });
         show(stored());
@@ -134,7 +135,7 @@ QWidget *admin::lookPage(const PageContext &c)
     units->setStyleSheet(
         u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
     units->layout()->setContentsMargins(0, 0, 0, 0);
-    ui::bind::Options(c.s, c.guarded, units, "KgLbs");
+    ui::bind::Options(c.s, c.guarded, units, setting::KgLbs);
     parts::sectionOf(column, c.s(text::SettingsLookUnits), c.s(text::UnitsNote))->addRow(units);
     return page;
 }

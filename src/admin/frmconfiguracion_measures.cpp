@@ -1,5 +1,6 @@
 #include "admin/frmconfiguracion_rows.h"
 #include "admin/measures.h"
+#include "columns/configuracion.h"
 #include "store/settings_row.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
@@ -17,13 +18,13 @@ constexpr int nothing = 4;
 constexpr int Yes = 1;
 constexpr int No = 2;
 
-ui::OptionsGroup *ask(const PageContext &c, QFormLayout *section, const char *column, int title,
-                      const QList<std::pair<int, int>> &options, int hint)
+ui::OptionsGroup *ask(const PageContext &c, QFormLayout *section, std::string_view column,
+                      int title, const QList<std::pair<int, int>> &options, int hint)
 {
     return optionsRow(c, section, {QString::fromLatin1(column), c.s(title), options, hint});
 }
 
-void tieMeasure(const PageContext &c, ui::OptionsGroup *group, const char *column)
+void tieMeasure(const PageContext &c, ui::OptionsGroup *group, std::string_view column)
 {
     ui::bind::Options(c.s, c.guarded, group, column);
     if (group->Value() == 0) // never chosen is off as well
@@ -51,14 +52,14 @@ QWidget *admin::measuresPage(const PageContext &c)
 
     auto *doses = parts::sectionOf(column, s(text::DosesSection));
     tieMeasure(c,
-               ask(c, doses, "MedidasRevac", text::DoseRemindersQuestion,
+               ask(c, doses, setting::MedidasRevac, text::DoseRemindersQuestion,
                    {{1, text::SendReminderMail},
                     {2, text::PrintReminderLetter},
                     {3, text::MailOrLetter},
                     {nothing, text::Nothing}},
                    text::DoseRemindersNote),
-               "MedidasRevac");
-    wholeNumberRow(c, doses, "tiempovencimiento", text::DaysBeforeReminder, 3,
+               setting::MedidasRevac);
+    wholeNumberRow(c, doses, setting::tiempovencimiento, text::DaysBeforeReminder, 3,
                    text::DaysBeforeNote);
     auto *second = checkboxRow(c, doses, u"MedidasRevacDescont"_s, text::SecondExpiryMail,
                                text::SecondExpiryNote);
@@ -70,26 +71,27 @@ QWidget *admin::measuresPage(const PageContext &c)
 
     auto *birthdays = parts::sectionOf(column, s(text::BirthdaySection));
     tieMeasure(c,
-               ask(c, birthdays, "MedidasCumple", text::BirthdayQuestion,
+               ask(c, birthdays, setting::MedidasCumple, text::BirthdayQuestion,
                    {{1, text::SendBirthdayMail},
                     {2, text::PrintBirthdayLetter},
                     {3, text::MailOrLetter},
                     {nothing, text::Nothing}},
                    text::BirthdayNote),
-               "MedidasCumple");
+               setting::MedidasCumple);
 
     auto *debts = parts::sectionOf(column, s(text::DebtSection));
-    auto *debtors = ask(c, debts, "MedidasDeudores", text::DebtorsQuestion,
+    auto *debtors = ask(c, debts, setting::MedidasDeudores, text::DebtorsQuestion,
                         {{Yes, text::SendThreeReminders}, {No, text::Nothing}}, text::DebtNote);
     debts->addRow(parts::noteOf(s(text::ReminderSequence)));
     tieYesNo(c, debtors, remembersDebts(s), [&s](bool on) { saveRemembersDebts(s, on); });
-    wholeNumberRow(c, debts, "diasdeudores", text::DaysUntilFirstReminder, 3, text::DebtDaysNote);
+    wholeNumberRow(c, debts, setting::diasdeudores, text::DaysUntilFirstReminder, 3,
+                   text::DebtDaysNote);
 
     auto *food = parts::sectionOf(column, s(text::Food));
     tieYesNo(c,
-             ask(c, food, "alimentomail", text::FoodQuestion,
+             ask(c, food, setting::alimentomail, text::FoodQuestion,
                  {{Yes, text::SendMonthlyOffer}, {No, text::Nothing}}, text::FoodOfferNote),
-             s.configuracion["alimentomail"].toBool(),
-             [&s](bool on) { store::saveSetting(s, "alimentomail", on); });
+             s.configuracion[setting::alimentomail].toBool(),
+             [&s](bool on) { store::saveSetting(s, setting::alimentomail, on); });
     return page;
 }

@@ -124,7 +124,7 @@ private:
         onShow(this, [this] { preview(); });
     }
 
-    const char *columnShown() const { return messages::templates()[size_t(m_entry)].column; }
+    std::string_view columnShown() const { return messages::templates()[size_t(m_entry)].column; }
 
     void load(int entry)
     {

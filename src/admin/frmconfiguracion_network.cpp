@@ -1,5 +1,6 @@
 #include "admin/frmconfiguracion_pages.h"
 #include "admin/network_path.h"
+#include "columns/configuracion.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
 #include "ui/bound.h"
@@ -44,7 +45,7 @@ QWidget *admin::networkPage(const PageContext &c)
     QFormLayout *news = parts::sectionOf(column, c.s(text::SettingsNetworkNews));
     auto *receive = named(new QCheckBox(c.s(text::ReceiveNews)), u"RecibirNotificaciones"_s,
                           c.s(text::ReceiveNews));
-    ui::bind::Checkbox(c.s, c.guarded, receive, "RecibirNotificaciones");
+    ui::bind::Checkbox(c.s, c.guarded, receive, setting::RecibirNotificaciones);
     news->addRow(receive);
     return page;
 }

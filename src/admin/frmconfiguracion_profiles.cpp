@@ -1,4 +1,5 @@
 #include "admin/frmconfiguracion_rows.h"
+#include "columns/configuracion.h"
 #include "commerce/categories.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
@@ -65,20 +66,20 @@ QWidget *admin::profilesPage(const PageContext &c)
     auto *top = new QFormLayout;
     column->addLayout(top);
     auto *show = checkboxRow(c, top, u"LeerPerfil"_s, text::ShowProfile, text::ProfilesMonthlyNote);
-    ui::bind::Checkbox(c.s, c.guarded, show, "LeerPerfil");
+    ui::bind::Checkbox(c.s, c.guarded, show, setting::LeerPerfil);
 
     QList<QWidget *> chain;
     auto *buyers = parts::sectionOf(column, s(text::GoodBuyer));
-    chain << wholeNumberRow(c, buyers, "RegistrosBuenosCompradores", text::Minimum, 4,
+    chain << wholeNumberRow(c, buyers, setting::RegistrosBuenosCompradores, text::Minimum, 4,
                             text::GoodBuyerHelp);
-    chain << percentage(c, buyers, "PorcentajeBuenosCompradores", text::GoodBuyerHelp);
+    chain << percentage(c, buyers, setting::PorcentajeBuenosCompradores, text::GoodBuyerHelp);
     auto *total = new ui::NumberBox(s);
     total->setObjectName(u"totalbuenoscompradores"_s);
     total->setMaxLength(LongestTotal);
     total->setFixedWidth(parts::FigureWidth);
     total->setAlignment(Qt::AlignLeft); // like the whole numbers above it
     parts::Row(buyers, s(text::SaleTotal), total);
-    ui::bind::numberOf(c.s, c.guarded, total, "totalbuenoscompradores");
+    ui::bind::numberOf(c.s, c.guarded, total, setting::totalbuenoscompradores);
     warnOnEntering(c, total, text::GoodBuyerHelp);
     chain << total;
     auto *marks = categories(c);
@@ -88,24 +89,26 @@ QWidget *admin::profilesPage(const PageContext &c)
         chain << mark; // ENTER walks over them, SPACE marks
 
     auto *frequent = parts::sectionOf(column, s(text::FrequentProfile));
-    chain << wholeNumberRow(c, frequent, "RegistrosFrecuente", text::Minimum, 4,
+    chain << wholeNumberRow(c, frequent, setting::RegistrosFrecuente, text::Minimum, 4,
                             text::FrequentHelp);
-    chain << wholeNumberRow(c, frequent, "TiempoFrecuente", text::VisitWithinDays, 4,
+    chain << wholeNumberRow(c, frequent, setting::TiempoFrecuente, text::VisitWithinDays, 4,
                             text::FrequentHelp);
 
     auto *late = parts::sectionOf(column, s(text::PaysLate));
-    chain << wholeNumberRow(c, late, "RegistrosDemoraDeudas", text::Minimum, 4, text::DelayHelp);
-    chain << percentage(c, late, "PorcentajeDemoraDeudas", text::DelayHelp);
+    chain << wholeNumberRow(c, late, setting::RegistrosDemoraDeudas, text::Minimum, 4,
+                            text::DelayHelp);
+    chain << percentage(c, late, setting::PorcentajeDemoraDeudas, text::DelayHelp);
 
     auto *missing = parts::sectionOf(column, s(text::MissesAppointments));
-    chain << wholeNumberRow(c, missing, "RegistrosIncumplidorTurnos", text::Minimum, 4,
+    chain << wholeNumberRow(c, missing, setting::RegistrosIncumplidorTurnos, text::Minimum, 4,
                             text::AppointmentsHelp);
-    chain << percentage(c, missing, "PorcentajeIncumplidorTurnos", text::AppointmentsHelp);
+    chain << percentage(c, missing, setting::PorcentajeIncumplidorTurnos, text::AppointmentsHelp);
 
     auto *debtors = parts::sectionOf(column, s(text::Debtor));
-    chain << wholeNumberRow(c, debtors, "RegistrosDeudor", text::Minimum, 4,
+    chain << wholeNumberRow(c, debtors, setting::RegistrosDeudor, text::Minimum, 4,
                             text::DebtorRecordsHelp);
-    chain << wholeNumberRow(c, debtors, "TiempoDeudor", text::DelayInDays, 4, text::DebtorHelp);
+    chain << wholeNumberRow(c, debtors, setting::TiempoDeudor, text::DelayInDays, 4,
+                            text::DebtorHelp);
 
     c.enterChain(chain);
     return page;

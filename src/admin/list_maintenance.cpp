@@ -1,5 +1,6 @@
 #include "admin/list_maintenance.h"
 
+#include "columns/configuracion.h"
 #include "store/identifiers.h"
 #include "store/lookups.h"
 #include "texts/admin.h"
@@ -15,48 +16,39 @@ using namespace std::string_literals;
 namespace
 {
 
-constexpr int HighestByte = 255;
-
-// What the maintenance needs to know of a list. A list without `uso` can always be deleted from.
+// What the maintenance asks of a list. One without `uso` can always be deleted from.
 struct Data {
     clients::List list;
-    const char *table;
-    const char *counter;
-    int maximum;
     int asksName; // text of the prompt
     int title;
     const char *uso; // must come back empty before an entry goes
     bool useByName;
 };
 
-constexpr Data Lists6[] = {
-    {clients::List::Region, "cldepartamento", "contadordep", store::Highest16BitId,
-     text::NameOfRegion, text::Regions, nullptr, false},
-    {clients::List::Subregion, "cllocalidad", "contadorloc", store::Highest16BitId,
-     text::NameOfSubregion, text::Subregions,
+constexpr Data All[] = {
+    {clients::List::Region, text::NameOfRegion, text::Regions, nullptr, false},
+    {clients::List::Subregion, text::NameOfSubregion, text::Subregions,
      "SELECT TOP 1 CLLocalidad.ID FROM Clientes LEFT JOIN CLLocalidad ON Clientes.Loc = "
      "CLLocalidad.ID WHERE CLLocalidad.ID = ?",
      false},
-    {clients::List::Marketing, "clmarketing", "contadormark", store::Highest16BitId,
-     text::HowClientHeard, text::MarketingList, nullptr, false},
-    {clients::List::Species, "mlespecies", "contadorespecie", HighestByte, text::NameOfSpecies,
-     text::SpeciesList,
+    {clients::List::Marketing, text::HowClientHeard, text::MarketingList, nullptr, false},
+    {clients::List::Species, text::NameOfSpecies, text::SpeciesList,
      "SELECT TOP 1 MLRazas.Id FROM MLRazas LEFT JOIN MLEspecies ON MLRazas.Esp = MLEspecies.ID "
      "WHERE MLEspecies.Nom LIKE ?",
      true},
-    {clients::List::Breed, "mlrazas", "contadorRaza", store::Highest16BitId, text::NameOfBreed,
-     text::Breeds,
+    {clients::List::Breed, text::NameOfBreed, text::Breeds,
      "SELECT TOP 1 Mascotas.Idm FROM Mascotas LEFT JOIN MLRazas ON Mascotas.raz = MLRazas.Id "
      "WHERE MLRazas.Nom LIKE ?",
      true},
-    {clients::List::Coat, "mlpelajes", "contadorpelaje", store::Highest16BitId, text::NameOfCoat,
-     text::Coats,
+    {clients::List::Coat, text::NameOfCoat, text::Coats,
      "SELECT TOP 1 Mascotas.Idm FROM Mascotas LEFT JOIN MLPelajes ON Mascotas.Pel = MLPelajes.Id "
      "WHERE MLPelajes.Nom LIKE ?",
      true},
 };
 
-const Data &pick(clients::List list) { return *std::ranges::find(Lists6, list, &Data::list); }
+std::string tableOf(const Data &d) { return std::string(clients::tableOf(d.list).table); }
+
+const Data &pick(clients::List list) { return *std::ranges::find(All, list, &Data::list); }
 
 // What LIKE takes for this name alone: the pattern of its beginning without the star.
 QString exactPattern(const QString &nom) { return clients::prefixPattern(nom).chopped(1); }
@@ -66,7 +58,7 @@ std::optional<QString> ask(Sesion &s, const Data &d, int text, QString initial,
                            std::string_view column,
                            const std::function<int(const QString &)> &missing)
 {
-    const int width = s.clientes->widthOf(d.table, column);
+    const int width = s.clientes->widthOf(tableOf(d), column);
     for (;;) {
         const auto written = s.dialogos.PedirTexto(s(d.title), s(text), initial);
         if (!written)
@@ -133,28 +125,6 @@ std::optional<int> askParent(Sesion &s, const Data &d, const clients::Entry &cur
     return id;
 }
 
-void insert(Sesion &s, const Data &d, const clients::Entry &e)
-{
-    switch (d.list) {
-    case clients::List::Region:
-        s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (?, ?, ?)", e.id,
-                            e.nom, e.code);
-        return;
-    case clients::List::Subregion:
-        s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", e.id,
-                            e.nom, e.code, e.parent);
-        return;
-    case clients::List::Breed:
-        s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", e.id, e.nom,
-                            e.parent);
-        return;
-    case clients::List::Marketing:
-    case clients::List::Species:
-    case clients::List::Coat:
-        s.clientes->Execute("insert into "s + d.table + " (id, nom) values (?, ?)", e.id, e.nom);
-    }
-}
-
 } // namespace
 
 QString admin::parentName(Sesion &s, clients::List list, const clients::Entry &entry)
@@ -187,8 +157,7 @@ std::optional<int> admin::addEntry(Sesion &s, clients::List list)
         e.parent = *parent;
     }
     Lote lote(s);
-    e.id = store::takeIdentifier(s, d.counter, d.maximum);
-    insert(s, d, e);
+    e.id = clients::addEntry(s, list, e);
     lote.commit();
     return e.id;
 }
@@ -221,7 +190,7 @@ bool admin::modifyEntry(Sesion &s, clients::List list, int id)
         s.clientes->Execute("update cllocalidad set nom = ?, cp = ?, dep = ? where id = ?", *nom,
                             *cp, *dep, id);
     } else {
-        s.clientes->Execute("update "s + d.table + " set nom = ? where id = ?", *nom, id);
+        s.clientes->Execute("update " + tableOf(d) + " set nom = ? where id = ?", *nom, id);
     }
     return true;
 }
@@ -242,6 +211,6 @@ bool admin::deleteEntry(Sesion &s, clients::List list, int id)
     }
     if (!s.dialogos.Pregunta(s(text::DeleteQuestion)))
         return false;
-    s.clientes->Execute("delete * from "s + d.table + " where id = ?", id);
+    s.clientes->Execute("delete * from " + tableOf(d) + " where id = ?", id);
     return true;
 }

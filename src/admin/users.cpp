@@ -1,5 +1,6 @@
 #include "admin/users.h"
 
+#include "columns/configuracion.h"
 #include "store/identifiers.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
@@ -102,7 +103,7 @@ QString admin::typeText(const Sesion &s, int ut)
 
 std::optional<int> admin::newUser(Sesion &s)
 {
-    if (s.configuracion["contadorUsuarios"].toInt() + 1 > HighestUser) {
+    if (s.configuracion[setting::contadorUsuarios].toInt() + 1 > HighestUser) {
         s.dialogos.Mensaje(s(text::UnableToPerform));
         return std::nullopt;
     }
@@ -119,7 +120,7 @@ std::optional<int> admin::newUser(Sesion &s)
         return std::nullopt;
 
     Lote lote(s);
-    const int idu = store::takeIdentifier(s, "contadorUsuarios", HighestUser);
+    const int idu = store::takeIdentifier(s, setting::contadorUsuarios, HighestUser);
     s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (?, ?, ?, ?)", idu, *name,
                        *password, *type);
     lote.commit();

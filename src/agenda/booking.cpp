@@ -2,6 +2,7 @@
 
 #include "agenda/day_sheet.h"
 #include "agenda/tasks.h"
+#include "columns/configuracion.h"
 #include "store/lookups.h"
 #include "texts/texts.h"
 
@@ -49,7 +50,7 @@ bool agenda::carriesReminder(Sesion &s, const Appointment &appointment)
         return false; // there is nobody to remind
     if (appointment.remind)
         return true;
-    if (s.configuracion["AutRecordatorioCitasOlvida"].toInt() != 1)
+    if (s.configuracion[setting::AutRecordatorioCitasOlvida].toInt() != 1)
         return false;
     const int type =
         s.finanzas->read("SELECT Tipo FROM Servicios WHERE Ida = ?", appointment.item).toInt();

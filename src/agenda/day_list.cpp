@@ -187,8 +187,8 @@ std::vector<DayTask> agenda::dayTasks(Sesion &s, QDate dia, Register &register_)
 {
     return readTasks(s,
                      s.morvane->OpenSnapshot("select * from TareasAgenda where dia = ? and ((tip "
-                                             "> 0 OR tip = -100) OR (tip = -47)) order by hor",
-                                             dia),
+                                             "> 0 OR tip = ?) OR (tip = ?)) order by hor",
+                                             dia, TaskKind::UserTask, TaskKind::Ration),
                      register_);
 }
 
@@ -212,9 +212,9 @@ std::vector<KelvaraTask> agenda::kelvaraTasks(Sesion &s)
 {
     std::vector<KelvaraTask> tasks;
     Recordset r = s.morvane->OpenSnapshot(
-        "select * from TareasAgenda where fcreacion = ? and (medio = 1 or medio = 2 or medio = 3) "
-        "and (Tip < 0 and Tip <> -47)",
-        s.reloj.hoy);
+        "select * from TareasAgenda where fcreacion = ? and (medio = ? or medio = ? or medio = ?) "
+        "and (Tip < 0 and Tip <> ?)",
+        s.reloj.hoy, Channel::Mail, Channel::Letter, Channel::MailOrLetter, TaskKind::Ration);
     for (; !r.EOF_(); r.MoveNext()) {
         const int tip = r["tip"].toInt(), ida = r["ida"].toInt();
         KelvaraTask t;

@@ -8,6 +8,7 @@
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
 #include "clients/client_forms.h"
+#include "columns/configuracion.h"
 #include "importing/frmimportar.h"
 #include "messages/message_forms.h"
 #include "messages/outbox.h"
@@ -117,7 +118,9 @@ int window(int &argc, char **argv, const Options &options, store::Language langu
     startup::StartSteps steps;
     steps.otherInstance = [other] { return other; };
     steps.prepareFolder = [&] { offerNewFolder(s, language); };
-    steps.openStore = [&] { ui::applyTheme(app, s.configuracion["PrincipalColor"].toInt()); };
+    steps.openStore = [&] {
+        ui::applyTheme(app, s.configuracion[setting::PrincipalColor].toInt());
+    };
     steps.loadBoard = [&] { board = std::make_unique<frmprincipal>(s, forms); };
     steps.startTasks = [&] {
         IniciarTareas(s, {.sendMessages = EnviarMensajes, .monthlyStep = {}});

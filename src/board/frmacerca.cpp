@@ -1,6 +1,7 @@
 #include "board/frmacerca.h"
 
 #include "board/version_text.h"
+#include "columns/configuracion.h"
 #include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
@@ -57,7 +58,8 @@ void frmAcerca::build()
         caption->setProperty("clase", u"suave"_s);
         facts->addRow(caption, value);
     };
-    fact(m_s(text::AboutVersion), u"lblVersion"_s, versionText(m_s.configuracion["Ver"].toInt()));
+    fact(m_s(text::AboutVersion), u"lblVersion"_s,
+         versionText(m_s.configuracion[setting::Ver].toInt()));
     fact(m_s(text::SettingsClinic), u"lblClinica"_s, m_s.clinic.nom);
     fact(m_s(text::User), u"lblUsuario"_s, m_s.user.nom);
     fact(m_s(text::DataFolder), u"lblCarpeta"_s, m_s.dataFolder);

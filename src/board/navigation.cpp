@@ -12,12 +12,15 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr std::array QuickListings{1, 2, 3, 4, 6, 7, 9, 12, 13, 14, 15, 17, 31};
-
-// Codes that a line carries for its text instead of for an icon.
-constexpr int VideoPage = 34;
-constexpr int FolderInText = 37;
-constexpr int HelpPage = 38;
+constexpr std::array QuickListings{
+    click::ListFoodShort,   click::ListFoodShortServed,
+    click::ListDosesToday,  click::ListDosesTodayServed,
+    click::ListDosesMissed, click::ListDosesMissedServed,
+    click::ListGuests,      click::ListBirthdays,
+    click::ListReminders,   click::ListDosesDiscontinued,
+    click::ListDebtors,     click::ListBelowMinimum,
+    click::ListExpired,
+};
 
 constexpr int DayMode = 1;
 constexpr int AutomationMode = 2;
@@ -27,7 +30,7 @@ bool isQuickListing(int code)
     return std::ranges::find(QuickListings, code) != QuickListings.end();
 }
 
-bool isPhoneRound(int code) { return code >= 18 && code <= 21; }
+bool isPhoneRound(int code) { return code >= click::CallMissed && code <= click::CallTodayServed; }
 
 Target agenda(QDate day, int mode)
 {
@@ -57,15 +60,15 @@ Target board::iconTarget(const Sesion &s, const BoardLine &line, WhichIcon icon)
     if (isPhoneRound(code))
         return {u"frmAvisosPlanificadas"_s, {{u"grupo"_s, code}}, {}};
     switch (code) {
-    case 5:
+    case click::Outbox:
         return {u"frmmensajeria"_s, {}, {}};
-    case 8:
+    case click::Agenda:
         return agenda(s.reloj.hoy, DayMode);
-    case 10:
+    case click::AutomaticTasks:
         return agenda(s.reloj.hoy, AutomationMode);
-    case 32:
+    case click::AgendaOfYesterday:
         return agenda(s.reloj.hoy.addDays(-1), DayMode);
-    case 33:
+    case click::Analysis:
         return {u"frmAnalisis"_s, {}, {}};
     default:
         return {};
@@ -75,11 +78,11 @@ Target board::iconTarget(const Sesion &s, const BoardLine &line, WhichIcon icon)
 Target board::textTarget(const Sesion &s, const BoardLine &line)
 {
     switch (line.codigo1) {
-    case VideoPage:
+    case click::VideoPage:
         return {{}, {}, QUrl(store::videosPage(s))};
-    case HelpPage:
+    case click::HelpPage:
         return {{}, {}, QUrl(store::helpPage(s))};
-    case FolderInText: {
+    case click::FolderInText: {
         const QString folder = line.message.section(u':', 1).trimmed();
         return folder.isEmpty() ? Target{} : Target{{}, {}, QUrl::fromLocalFile(folder)};
     }
@@ -91,20 +94,20 @@ Target board::textTarget(const Sesion &s, const BoardLine &line)
 QString board::codePicture(int code, WhichIcon icon)
 {
     const bool first = icon == WhichIcon::First;
-    if (isQuickListing(code) && (first || code <= 4))
+    if (isQuickListing(code) && (first || code <= click::ListDosesTodayServed))
         return u"listadospizarra"_s;
     if (isPhoneRound(code) && !first)
         return u"telefonoChico"_s;
-    if (code == 8 || (code == 32 && first))
+    if (code == click::Agenda || (code == click::AgendaOfYesterday && first))
         return u"AgendaPizarra"_s;
     switch (code) {
-    case 5:
+    case click::Outbox:
         return u"mensajeriapizarra"_s;
-    case 10:
+    case click::AutomaticTasks:
         return u"KelvaraPizarra"_s;
-    case 11:
+    case click::Settings:
         return u"ConfPizarra"_s;
-    case 33:
+    case click::Analysis:
         return first ? u"AnalisisPizarraChico"_s : QString();
     default:
         return {};

@@ -1,5 +1,7 @@
 #include "board/version_text.h"
 
+#include "columns/configuracion.h"
+
 #include <QLocale>
 
 using namespace board;
@@ -15,7 +17,7 @@ QString board::versionText(int ver)
 
 QString board::boardTitle(Sesion &s)
 {
-    return s.clinic.nom + u". Kelvara v"_s + versionText(s.configuracion["Ver"].toInt()) + u" - "_s
-           + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s + s.user.nom
-           + u'.';
+    return s.clinic.nom + u". Kelvara v"_s + versionText(s.configuracion[setting::Ver].toInt())
+           + u" - "_s + QLocale().toString(s.reloj.hoy, QLocale::LongFormat) + u" - Usr: "_s
+           + s.user.nom + u'.';
 }

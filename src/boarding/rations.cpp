@@ -2,6 +2,7 @@
 
 #include "agenda/day_sheet.h"
 #include "agenda/tasks.h"
+#include "columns/configuracion.h"
 #include "texts/texts.h"
 
 void ActualizarRaciones(Sesion &s, bool ask)
@@ -11,9 +12,10 @@ void ActualizarRaciones(Sesion &s, bool ask)
     if (guests.RecordCount() != 1)
         return;
 
-    const char *const columns[] = {"horaracion1", "horaracion2", "horaracion3", "horaracion4"};
+    static constexpr std::string_view columns[] = {setting::horaracion1, setting::horaracion2,
+                                                   setting::horaracion3, setting::horaracion4};
     std::vector<QTime> hours;
-    for (const char *c : columns)
+    for (const std::string_view c : columns)
         hours.push_back(s.configuracion[c].toTime());
     while (!hours.empty() && !hours.back().isValid())
         hours.pop_back();

@@ -1,5 +1,6 @@
 #include "clients/deletion.h"
 
+#include "agenda/tasks.h"
 #include "store/data_folder.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
@@ -104,9 +105,11 @@ void cascade(Sesion &s, int idm)
           "delete * from Minter where idm = ?", "delete * from mhospedaje where idm = ?"})
         s.clientes->Execute(sql, idm);
     // The kinds of task whose subject is a patient; others hold a client or a user there.
-    s.morvane->Execute("delete * from TareasAgenda where ida = ? and (tip > 0 or tip = -41 or "
-                       "tip = -42 or tip = -46 or tip = -50 or tip = -51)",
-                       idm);
+    s.morvane->Execute("delete * from TareasAgenda where ida = ? and (tip > 0 or tip in (?, ?, ?, "
+                       "?, ?))",
+                       idm, agenda::TaskKind::FoodShortage, agenda::TaskKind::DoseReminder,
+                       agenda::TaskKind::Birthday, agenda::TaskKind::DiscontinuedDose,
+                       agenda::TaskKind::FeaturedBirthday);
     for (const std::string_view sql :
          {"delete * from Meco where idm = ?", "delete * from Mclinica where idm = ?",
           "delete * from Mrayos where idm = ?"})

@@ -4,6 +4,7 @@
 #include "clients/frmpropietarios_photo.h"
 #include "clients/panels.h"
 #include "clients/photos.h"
+#include "columns/configuracion.h"
 #include "store/settings_row.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
@@ -93,7 +94,7 @@ void PatientPanel::build()
     }
 
     auto *unit = new QLabel(
-        m_s.configuracion["KgLbs"].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s);
+        m_s.configuracion[setting::KgLbs].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s);
     unit->setProperty("clase", u"suave"_s);
     auto *checks = new QHBoxLayout;
     checks->setSpacing(ui::space::L);

@@ -3,6 +3,7 @@
 #include "boarding/stay.h"
 #include "clients/profiles.h"
 #include "clinical/food.h"
+#include "columns/configuracion.h"
 #include "store/lookups.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
@@ -75,7 +76,7 @@ QString clients::clientInformation(Sesion &s, int idc)
         "select saldo,fecultpago,men from ctactec where idc = ? and cancelado = 0", idc);
     for (; !debts.EOF_(); debts.MoveNext())
         parts << Debt(s, debts);
-    if (s.configuracion["LeerPerfil"].toBool())
+    if (s.configuracion[setting::LeerPerfil].toBool())
         parts << TextoPerfil(s, idc);
     parts.removeAll(QString());
     return parts.join(u"\n-----------------------------\n"_s);

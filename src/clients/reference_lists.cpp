@@ -1,5 +1,6 @@
 #include "clients/reference_lists.h"
 
+#include "columns/configuracion.h"
 #include "store/identifiers.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
@@ -12,38 +13,32 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// The six tables under the columns of Entrada.
-struct Table {
-    std::string_view columns;
-    std::string_view table;
+constexpr int HighestByte = 255;
+
+constexpr ListTable Tables[] = {
+    {List::Region, "cldepartamento", "ctel", "", setting::contadordep, store::Highest16BitId},
+    {List::Subregion, "cllocalidad", "cp", "dep", setting::contadorloc, store::Highest16BitId},
+    {List::Marketing, "clmarketing", "", "", setting::contadormark, store::Highest16BitId},
+    {List::Species, "mlespecies", "", "", setting::contadorespecie, HighestByte},
+    {List::Breed, "mlrazas", "", "esp", setting::contadorraza, store::Highest16BitId},
+    {List::Coat, "mlpelajes", "", "", setting::contadorpelaje, store::Highest16BitId},
 };
 
-constexpr Table tableOf(List list)
+std::string joined(std::initializer_list<std::string_view> parts)
 {
-    switch (list) {
-    case List::Region:
-        return {"id, nom, ctel as codigo, 0 as padre", "cldepartamento"};
-    case List::Subregion:
-        return {"id, nom, cp as codigo, dep as padre", "cllocalidad"};
-    case List::Marketing:
-        return {"id, nom, '' as codigo, 0 as padre", "clmarketing"};
-    case List::Species:
-        return {"id, nom, '' as codigo, 0 as padre", "mlespecies"};
-    case List::Breed:
-        return {"id, nom, '' as codigo, esp as padre", "mlrazas"};
-    case List::Coat:
-        break;
-    }
-    return {"id, nom, '' as codigo, 0 as padre", "mlpelajes"};
+    std::string s;
+    for (const std::string_view part : parts)
+        s += part;
+    return s;
 }
 
+// All lists under the columns of Entry.
 std::string queryOf(List list, std::string_view rest)
 {
-    const Table t = tableOf(list);
-    std::string sql = "select ";
-    for (const std::string_view part : {t.columns, std::string_view(" from "), t.table, rest})
-        sql += part;
-    return sql;
+    const ListTable &t = tableOf(list);
+    return joined({"select id, nom, ", t.codeColumn.empty() ? "''" : t.codeColumn, " as codigo, ",
+                   t.parentColumn.empty() ? "0" : t.parentColumn, " as padre from ", t.table,
+                   rest});
 }
 
 Entry readEntry(const Recordset &r)
@@ -177,63 +172,67 @@ void SubirRanking(Sesion &s, std::string_view table, int id)
         "update " + std::string(table) + " set ran = ran + 1 where ran < 32000 and id = ?", id);
 }
 
-int clients::ensureRegion(Sesion &s, const QString &nom, const QString &ctel)
+const ListTable &clients::tableOf(List list)
 {
-    const QString name = nom.trimmed(), code = ctel.trimmed();
-    if (name.isEmpty())
+    return *std::ranges::find(Tables, list, &ListTable::list);
+}
+
+int clients::addEntry(Sesion &s, List list, const Entry &entry)
+{
+    const ListTable &t = tableOf(list);
+    const int id = store::takeIdentifier(s, t.counter, t.highestId);
+    std::string columns = "id, nom", places = "?, ?";
+    std::vector<store::Value> values{id, s.clientes->trimmed(t.table, "nom", entry.nom)};
+    const auto add = [&](std::string_view column, const store::Value &value) {
+        if (column.empty())
+            return;
+        columns += joined({", ", column});
+        places += ", ?";
+        values.push_back(value);
+    };
+    add(t.codeColumn, s.clientes->trimmed(t.table, t.codeColumn, entry.code));
+    add(t.parentColumn, entry.parent);
+    s.clientes->run(joined({"insert into ", t.table, " (", columns, ") values (", places, ")"}),
+                    values);
+    return id;
+}
+
+namespace
+{
+
+// Adds what is not there; a code that was typed is taken over.
+int ensure(Sesion &s, List list, const Entry &typed)
+{
+    if (typed.nom.isEmpty())
         return 0;
     Lote lote(s);
-    const auto known = entryByName(s, List::Region, name);
-    int id = known ? known->id : 0;
-    if (!known) {
-        id = store::takeIdentifier(s, "contadordep", store::Highest16BitId);
-        s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (?, ?, ?)", id,
-                            s.clientes->trimmed("cldepartamento", "nom", name),
-                            s.clientes->trimmed("cldepartamento", "ctel", code));
-    } else if (!code.isEmpty() && code != known->code) {
-        s.clientes->Execute("update cldepartamento set Ctel = ? where id = ?",
-                            s.clientes->trimmed("cldepartamento", "ctel", code), id);
+    const auto known = entryByName(s, list, typed.nom);
+    const int id = known ? known->id : addEntry(s, list, typed);
+    if (known && !typed.code.isEmpty() && typed.code != known->code) {
+        const ListTable &t = tableOf(list);
+        s.clientes->Execute(
+            joined({"update ", t.table, " set ", t.codeColumn, " = ? where id = ?"}),
+            s.clientes->trimmed(t.table, t.codeColumn, typed.code), id);
     }
     lote.commit();
     return id;
+}
+
+} // namespace
+
+int clients::ensureRegion(Sesion &s, const QString &nom, const QString &ctel)
+{
+    return ensure(s, List::Region, {.nom = nom.trimmed(), .code = ctel.trimmed()});
 }
 
 int clients::ensureSubregion(Sesion &s, const QString &nom, const QString &cp, int dep)
 {
-    const QString name = nom.trimmed(), code = cp.trimmed();
-    if (name.isEmpty())
-        return 0;
-    Lote lote(s);
-    const auto known = entryByName(s, List::Subregion, name);
-    int id = known ? known->id : 0;
-    if (!known) {
-        id = store::takeIdentifier(s, "contadorloc", store::Highest16BitId);
-        s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", id,
-                            s.clientes->trimmed("cllocalidad", "nom", name),
-                            s.clientes->trimmed("cllocalidad", "cp", code), dep);
-    } else if (!code.isEmpty() && code != known->code) {
-        s.clientes->Execute("update cllocalidad set Cp = ? where id = ?",
-                            s.clientes->trimmed("cllocalidad", "cp", code), id);
-    }
-    lote.commit();
-    return id;
+    return ensure(s, List::Subregion, {.nom = nom.trimmed(), .code = cp.trimmed(), .parent = dep});
 }
 
 int clients::ensureBreed(Sesion &s, const QString &nom, int esp)
 {
-    const QString name = nom.trimmed();
-    if (name.isEmpty())
-        return 0;
-    Lote lote(s);
-    const auto known = entryByName(s, List::Breed, name);
-    int id = known ? known->id : 0;
-    if (!known) {
-        id = store::takeIdentifier(s, "contadorRaza", store::Highest16BitId);
-        s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", id,
-                            s.clientes->trimmed("mlrazas", "nom", name), esp);
-    }
-    lote.commit();
-    return id;
+    return ensure(s, List::Breed, {.nom = nom.trimmed(), .parent = esp});
 }
 
 void clients::changeBreedSpecies(Sesion &s, int breed, int esp)

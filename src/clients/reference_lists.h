@@ -13,10 +13,25 @@ enum class List { Region, Subregion, Marketing, Species, Breed, Coat };
 /// `padre` the region of a sub-region or the species of a breed. Empty and 0 elsewhere.
 struct Entry {
     int id = 0;
-    QString nom;
-    QString code;
+    QString nom = {};
+    QString code = {};
     int parent = 0;
 };
+
+/// How a list is kept.
+struct ListTable {
+    List list;
+    std::string_view table;
+    std::string_view codeColumn;   // "" where entries have none
+    std::string_view parentColumn; // likewise
+    std::string_view counter;      // of the settings row
+    int highestId;                 // that may be given out
+};
+const ListTable &tableOf(List list);
+
+/// Adds an entry under a new id: the only one who does. Texts that are too long are cut.
+/// @return the id @throws StoreError 6 when the ids are used up
+int addEntry(Sesion &s, List list, const Entry &entry);
 
 /// All entries by name.
 std::vector<Entry> loadList(Sesion &s, List list);

@@ -1,6 +1,7 @@
 #include "clients/registry.h"
 
 #include "clients/reference_lists.h"
+#include "columns/configuracion.h"
 #include "store/identifiers.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
@@ -47,45 +48,66 @@ std::optional<Rejection> check(Sesion &s, const PatientRecord &f, bool validBirt
     return std::nullopt;
 }
 
-// Writes what the panel takes into a row that is there. @return false when it is gone
-bool save(Sesion &s, const ClientRecord &f, int idc)
+// Where a client lives, by the lists.
+struct Places {
+    int dep = 0;
+    int loc = 0;
+};
+
+Places placesOf(Sesion &s, const ClientRecord &f)
 {
-    const int dep = ensureRegion(s, f.region, f.codt2);
-    const int loc = ensureSubregion(s, f.subregion, f.codp2, dep);
-    const auto isShort = [&](std::string_view column, const QString &text) {
-        return s.clientes->trimmed("clientes", column, text.trimmed());
+    Places p;
+    p.dep = ensureRegion(s, f.region, f.codt2);
+    p.loc = ensureSubregion(s, f.subregion, f.codp2, p.dep);
+    return p;
+}
+
+void countUses(Sesion &s, const Places &p)
+{
+    SubirRanking(s, tableOf(List::Region).table, p.dep);
+    SubirRanking(s, tableOf(List::Subregion).table, p.loc);
+}
+
+auto cutterOf(Sesion &s, std::string_view table)
+{
+    return [&s, table](std::string_view column, const QString &text) {
+        return s.clientes->trimmed(table, column, text.trimmed());
     };
+}
+
+// Writes what the panel takes into a row that is there. @return false when it is gone
+bool save(Sesion &s, const ClientRecord &f)
+{
+    const Places p = placesOf(s, f);
+    const auto cut = cutterOf(s, "clientes");
     const int rows = s.clientes->Execute(
         "update clientes set ayn = ?, dir = ?, loc = ?, dep = ?, codp2 = ?, codt2 = ?, tel2 = ?, "
         "telc2 = ?, email = ?, mark = ?, obs = ? where idc = ?",
-        isShort("ayn", f.ayn), isShort("dir", f.dir), loc, dep, isShort("codp2", f.codp2),
-        isShort("codt2", f.codt2), isShort("tel2", f.tel2), isShort("telc2", f.telc2),
-        isShort("email", f.email), f.mark, f.obs, idc);
+        cut("ayn", f.ayn), cut("dir", f.dir), p.loc, p.dep, cut("codp2", f.codp2),
+        cut("codt2", f.codt2), cut("tel2", f.tel2), cut("telc2", f.telc2), cut("email", f.email),
+        f.mark, f.obs, f.idc);
     if (rows == 0)
         return false;
     // Letters failed for want of the postal code alone.
     if (!f.codp2.trimmed().isEmpty())
         s.clientes->Execute("update clientes set faltadir = 0 where idc = ? and faltadir <> 0",
-                            idc);
-    SubirRanking(s, "cldepartamento", dep);
-    SubirRanking(s, "cllocalidad", loc);
+                            f.idc);
+    countUses(s, p);
     return true;
 }
 
-bool save(Sesion &s, const PatientRecord &f, int idm)
+bool save(Sesion &s, const PatientRecord &f)
 {
     const int raz = ensureBreed(s, f.breed, f.esp);
-    const auto isShort = [&](std::string_view column, const QString &text) {
-        return s.clientes->trimmed("mascotas", column, text.trimmed());
-    };
+    const auto cut = cutterOf(s, "mascotas");
     const int rows = s.clientes->Execute(
         "update mascotas set nom = ?, raz = ?, pel = ?, car = ?, Chip = ?, fecn = ?, pes = ?, "
         "sex = ?, ped = ?, rep = ?, dec = ?, ser = ?, obs = ? where idm = ?",
-        isShort("nom", f.nom), raz, f.pel, isShort("car", f.car), isShort("Chip", f.Chip), f.fecn,
-        f.pes, f.sex, f.ped, f.rep, f.dec, int(f.service), f.obs, idm);
+        cut("nom", f.nom), raz, f.pel, cut("car", f.car), cut("Chip", f.Chip), f.fecn, f.pes, f.sex,
+        f.ped, f.rep, f.dec, int(f.service), f.obs, f.idm);
     if (rows == 0)
         return false;
-    SubirRanking(s, "mlrazas", raz);
+    SubirRanking(s, tableOf(List::Breed).table, raz);
     return true;
 }
 
@@ -168,8 +190,40 @@ std::optional<PatientRecord> clients::readPatient(Sesion &s, int idm)
     return f;
 }
 
-int clients::nextClient(Sesion &s) { return s.configuracion["contadorclientes"].toInt() + 1; }
-int clients::nextPatient(Sesion &s) { return s.configuracion["contadormascotas"].toInt() + 1; }
+int clients::nextClient(Sesion &s)
+{
+    return s.configuracion[setting::contadorclientes].toInt() + 1;
+}
+int clients::nextPatient(Sesion &s)
+{
+    return s.configuracion[setting::contadormascotas].toInt() + 1;
+}
+
+int clients::insertClient(Sesion &s, const ClientRecord &f, int dep, int loc)
+{
+    const int idc = store::takeIdentifier(s, setting::contadorclientes, store::Highest16BitId);
+    const auto cut = cutterOf(s, "clientes");
+    s.clientes->Execute(
+        "insert into clientes (idc, ayn, dir, loc, dep, codp2, codt2, tel2, telc2, email, mark,"
+        " obs, feci, fecu, deuda) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)",
+        idc, cut("ayn", f.ayn), cut("dir", f.dir), loc, dep, cut("codp2", f.codp2),
+        cut("codt2", f.codt2), cut("tel2", f.tel2), cut("telc2", f.telc2), cut("email", f.email),
+        f.mark, f.obs, s.reloj.hoy, s.reloj.hoy);
+    s.morvane->Execute("insert into perfiles (idc) values (?)", idc);
+    return idc;
+}
+
+int clients::insertPatient(Sesion &s, const PatientRecord &f, int breed)
+{
+    const int idm = store::takeIdentifier(s, setting::contadormascotas, store::Highest16BitId);
+    const auto cut = cutterOf(s, "mascotas");
+    s.clientes->Execute(
+        "insert into mascotas (idm, idc, nom, esp, raz, pel, car, Chip, fecn, pes, sex, ped, rep,"
+        " dec, ser, obs, feci, fot) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)",
+        idm, f.idc, cut("nom", f.nom), f.esp, breed, f.pel, cut("car", f.car), cut("Chip", f.Chip),
+        f.fecn, f.pes, f.sex, f.ped, f.rep, f.dec, int(f.service), f.obs, s.reloj.hoy);
+    return idm;
+}
 
 Addition clients::addClient(Sesion &s, const ClientRecord &record)
 {
@@ -185,13 +239,10 @@ Addition clients::addClient(Sesion &s, const ClientRecord &record)
         return addition;
     }
     Lote lote(s);
-    const int idc = store::takeIdentifier(s, "contadorclientes", store::Highest16BitId);
-    s.clientes->Execute("insert into clientes (idc, feci, fecu, deuda) values (?, ?, ?, 0)", idc,
-                        s.reloj.hoy, s.reloj.hoy);
-    save(s, record, idc);
-    s.morvane->Execute("insert into perfiles (idc) values (?)", idc);
+    const Places places = placesOf(s, record);
+    addition.id = insertClient(s, record, places.dep, places.loc);
+    countUses(s, places);
     lote.commit();
-    addition.id = idc;
     return addition;
 }
 
@@ -201,7 +252,7 @@ std::optional<Rejection> clients::modifyClient(Sesion &s, const ClientRecord &re
         return rejection;
     {
         Lote lote(s);
-        if (save(s, record, record.idc)) {
+        if (save(s, record)) {
             lote.commit();
             return std::nullopt;
         }
@@ -219,12 +270,10 @@ Addition clients::addPatient(Sesion &s, const PatientRecord &record, bool validB
         return addition;
     }
     Lote lote(s);
-    const int idm = store::takeIdentifier(s, "contadormascotas", store::Highest16BitId);
-    s.clientes->Execute("insert into mascotas (idm, idc, esp, feci, fot) values (?, ?, ?, ?, 0)",
-                        idm, record.idc, record.esp, s.reloj.hoy);
-    save(s, record, idm);
+    const int breed = ensureBreed(s, record.breed, record.esp);
+    addition.id = insertPatient(s, record, breed);
+    SubirRanking(s, tableOf(List::Breed).table, breed);
     lote.commit();
-    addition.id = idm;
     return addition;
 }
 
@@ -235,7 +284,7 @@ std::optional<Rejection> clients::modifyPatient(Sesion &s, const PatientRecord &
         return rejection;
     {
         Lote lote(s);
-        if (save(s, record, record.idm)) {
+        if (save(s, record)) {
             if (const int esp = knownSpecies(species))
                 s.clientes->Execute("update mascotas set esp = ? where idm = ?", esp, record.idm);
             lote.commit();

@@ -61,6 +61,14 @@ struct Rejection {
 int nextClient(Sesion &s);
 int nextPatient(Sesion &s);
 
+/// Inserts a client under a new id, with its row of events: the only one who does. Nothing is
+/// checked, texts that are too long are cut; days of entry and last visit are today.
+/// @param dep id of the region @param loc id of the sub-region
+/// @throws StoreError 6 when the ids are used up
+int insertClient(Sesion &s, const ClientRecord &f, int dep, int loc);
+/// The same for a patient of the client `f.idc`. @param breed its id
+int insertPatient(Sesion &s, const PatientRecord &f, int breed);
+
 /// What became of a new entry.
 struct Addition {
     int id = 0;                         // the new id; 0 when nothing was written

@@ -9,8 +9,7 @@ int ContarDosisAtrasadas(Sesion &s, int idm, int ida, int dos, int idcat)
     for (; !r.EOF_(); r.MoveNext()) {
         if (r[0].toInt() == ida && r[1].toInt() == dos)
             break;
-        const int si = r[2].toInt();
-        if (si == 0 || si == 2)
+        if (clinical::isOpen(r[2].toInt()))
             ++late;
     }
     return late;

@@ -1,5 +1,6 @@
 #include "clinical/food.h"
 
+#include "columns/configuracion.h"
 #include "store/lookups.h"
 #include "store/settings_row.h"
 #include "texts/clients.h"
@@ -13,7 +14,7 @@ namespace
 {
 
 // Of the settings row, for dogs from the lightest to the heaviest.
-constexpr const char *Levels[] = {"detali1", "detali2", "detali3"};
+constexpr std::string_view Levels[] = {setting::detali1, setting::detali2, setting::detali3};
 
 QString numberOf(Moneda m)
 {

@@ -30,3 +30,25 @@ QString DireccionCliente(Sesion &s, int idc)
     const QString addresses = LeerCampo(s, "clientes", "clientes", idc, "email");
     return addresses.contains(u'@') ? addresses : QString();
 }
+
+void contact::addToList(Sesion &s, const DeliveryTable &list, int idm, int ida,
+                        std::optional<int> dos)
+{
+    const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
+    const auto cut = [&](std::string_view column, const QString &text) -> store::Value {
+        return s.rep97->trimmed(list.table, column, text);
+    };
+    std::vector<store::Value> values{
+        cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
+        cut(list.product, LeerCampo(s, "finanzas", "articulos", ida, "nom")),
+        cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
+        cut("dir", DomicilioCliente(s, idc)),
+        cut("tel", TelefonosCliente(s, idc)),
+    };
+    if (dos)
+        values.emplace_back(*dos);
+    s.rep97->run("insert into " + std::string(list.table) + " (mas, " + std::string(list.product)
+                     + ", pro, dir, tel"
+                     + (dos ? ", dos) values (?, ?, ?, ?, ?, ?)" : ") values (?, ?, ?, ?, ?)"),
+                 values);
+}

@@ -1,5 +1,6 @@
 #include "importing/plan.h"
 
+#include "columns/configuracion.h"
 #include "store/lookups.h"
 #include "store/opening.h"
 #include "store/settings_row.h"
@@ -65,7 +66,7 @@ bool Plan::make(const KeepGoing &keepGoing)
 // What the daily run would do with so many clients at once. Nobody can be asked here.
 void Plan::warnWelcome()
 {
-    if (s.configuracion["AutNuevoCliente"].toInt() != 1)
+    if (s.configuracion[setting::AutNuevoCliente].toInt() != 1)
         return;
     for (size_t n = 0; n < rows.size(); ++n)
         if (report.lines[n].outcome == Outcome::New && addsClient(rows[n])
@@ -200,7 +201,7 @@ QString Plan::Field(Datum d) const
 void Plan::warn(int text, const QString &value) { m_notices << s(text).arg(value); }
 
 // A text of one line as its column takes it; says what was changed.
-QString Plan::clean(const QString &text, const char *table, const char *column)
+QString Plan::clean(const QString &text, std::string_view table, std::string_view column)
 {
     QString t = text.simplified();
     if (t.isEmpty())
@@ -218,7 +219,7 @@ QString Plan::clean(const QString &text, const char *table, const char *column)
 
 // A telephone or an address for mail as its column takes it. Of several, as many as fit whole: a
 // part of a number reaches nobody.
-QString Plan::thoseThatFit(const QString &text, const char *column)
+QString Plan::thoseThatFit(const QString &text, std::string_view column)
 {
     QString t = text.simplified();
     if (t.contains(u'\'')) {
@@ -242,7 +243,7 @@ QString Plan::thoseThatFit(const QString &text, const char *column)
 // The place of a name in a list, at its end if it is new. -1 for none, or when the list is full.
 int Plan::enter(PlannedList &list, const QString &text, int parent, const QString &code)
 {
-    const QString nom = clean(text, list.table, "nom");
+    const QString nom = clean(text, tableOf(list.list).table, "nom");
     if (nom.isEmpty())
         return -1;
     const QString key = folded(nom);
@@ -281,7 +282,7 @@ bool Plan::yesNo(Datum d)
 // In which the clinic weighs.
 QString Plan::ownUnit() const
 {
-    return s.configuracion["KgLbs"].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s;
+    return s.configuracion[setting::KgLbs].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s;
 }
 
 bool Plan::isOtherUnit(const QString &text) const
@@ -605,11 +606,11 @@ void Plan::match()
         }
     }
 
-    const auto free = [this](const char *counter) {
-        return store::Highest16BitId
-               - s.morvane->read("select " + std::string(counter) + " from configuracion").toInt();
+    const auto free = [this](std::string_view counter) {
+        return store::Highest16BitId - s.configuracion[counter].toInt();
     };
-    int freeClients = free("contadorclientes"), freePatients = free("contadormascotas");
+    int freeClients = free(setting::contadorclientes),
+        freePatients = free(setting::contadormascotas);
     bool full = false;
     for (size_t n = 0; n < rows.size(); ++n) {
         const PlannedRow &row = rows[n];

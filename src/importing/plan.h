@@ -14,8 +14,6 @@
 namespace importing
 {
 
-constexpr int HighestSpeciesId = 255;
-
 /// A name as the lists are looked up by.
 inline QString folded(const QString &t) { return t.simplified().toCaseFolded(); }
 
@@ -34,18 +32,15 @@ struct PlannedEntry {
 
 struct PlannedList {
     clients::List list;
-    const char *table;
-    const char *counter;
-    int maximum = store::Highest16BitId;
-    int free = 0;
+    int free = 0; // ids that can still be given out
     std::vector<PlannedEntry> entries = {};
     QHash<QString, int> byName = {};
     QHash<int, int> byId = {};
 
     void load(Sesion &s, const PlannedList *parents)
     {
-        free = maximum
-               - s.morvane->read("select " + std::string(counter) + " from configuracion").toInt();
+        const clients::ListTable &t = clients::tableOf(list);
+        free = t.highestId - s.configuracion[t.counter].toInt();
         for (const clients::Entry &e : loadList(s, list)) {
             byName.insert(folded(e.nom), int(entries.size()));
             byId.insert(e.id, int(entries.size()));
@@ -105,12 +100,11 @@ struct Plan {
     std::vector<PlannedPatient> mascotas;
     std::vector<PlannedRow> rows; // beside informe.lineas
 
-    PlannedList regions{clients::List::Region, "cldepartamento", "contadordep"};
-    PlannedList subregions{clients::List::Subregion, "cllocalidad", "contadorloc"};
-    PlannedList allSpecies{clients::List::Species, "mlespecies", "contadorespecie",
-                           HighestSpeciesId};
-    PlannedList breeds{clients::List::Breed, "mlrazas", "contadorRaza"};
-    PlannedList coats{clients::List::Coat, "mlpelajes", "contadorpelaje"};
+    PlannedList regions{clients::List::Region};
+    PlannedList subregions{clients::List::Subregion};
+    PlannedList allSpecies{clients::List::Species};
+    PlannedList breeds{clients::List::Breed};
+    PlannedList coats{clients::List::Coat};
 
     bool make(const KeepGoing &keepGoing);
     void write(const KeepGoing &keepGoing);
@@ -131,8 +125,8 @@ private:
     bool has(Datum d) const { return m_column[size_t(d)] >= 0; }
     QString Field(Datum d) const;
     void warn(int text, const QString &value);
-    QString clean(const QString &text, const char *table, const char *column);
-    QString thoseThatFit(const QString &text, const char *column);
+    QString clean(const QString &text, std::string_view table, std::string_view column);
+    QString thoseThatFit(const QString &text, std::string_view column);
     int enter(PlannedList &list, const QString &text, int parent = -1, const QString &code = {});
     int speciesOf(const QString &text);
     bool yesNo(Datum d);

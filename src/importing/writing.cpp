@@ -44,30 +44,13 @@ int Plan::added(PlannedList &list, int place)
         parent = added(regions, e.parent);
     else if (list.list == List::Breed)
         parent = added(allSpecies, e.parent);
-    e.id = store::takeIdentifier(s, list.counter, list.maximum);
-    switch (list.list) {
-    case List::Region:
-        s.clientes->Execute("insert into cldepartamento (id, nom, ctel) values (?, ?, ?)", e.id,
-                            e.nom, e.code);
-        break;
-    case List::Subregion:
-        s.clientes->Execute("insert into cllocalidad (id, nom, cp, dep) values (?, ?, ?, ?)", e.id,
-                            e.nom, e.code, parent);
-        break;
-    case List::Breed:
-        s.clientes->Execute("insert into mlrazas (id, nom, esp) values (?, ?, ?)", e.id, e.nom,
-                            parent);
-        break;
-    default:
-        s.clientes->Execute("insert into " + std::string(list.table) + " (id, nom) values (?, ?)",
-                            e.id, e.nom);
-    }
+    e.id = addEntry(s, list.list, {.nom = e.nom, .code = e.code, .parent = parent});
     return e.id;
 }
 
 void Plan::raiseRanks(PlannedList &list)
 {
-    const std::string sql = "update " + std::string(list.table)
+    const std::string sql = "update " + std::string(tableOf(list.list).table)
                             + " set ran = IIf(ran + ? > 32000, 32000, ran + ?) where id = ?";
     for (PlannedEntry &e : list.entries)
         if (e.uses > 0) {
@@ -80,27 +63,17 @@ void Plan::write(PlannedClient &c)
 {
     const int dep = writtenEntry(regions, c.region);
     const int loc = writtenEntry(subregions, c.subregion);
-    c.f.idc = store::takeIdentifier(s, "contadorclientes", store::Highest16BitId);
-    s.clientes->Execute(
-        "insert into clientes (idc, ayn, dir, loc, dep, codp2, codt2, tel2, telc2, email, mark,"
-        " obs, feci, fecu, deuda) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, ?, ?, ?, 0)",
-        c.f.idc, c.f.ayn, c.f.dir, loc, dep, c.f.codp2, c.f.codt2, c.f.tel2, c.f.telc2, c.f.email,
-        c.f.obs, s.reloj.hoy, s.reloj.hoy);
-    s.morvane->Execute("insert into perfiles (idc) values (?)", c.f.idc);
+    c.f.idc = insertClient(s, c.f, dep, loc);
 }
 
 void Plan::write(PlannedPatient &m)
 {
-    const PatientRecord &f = m.f;
-    const int esp = writtenEntry(allSpecies, m.species);
-    const int raz = writtenEntry(breeds, m.breed);
-    const int pel = writtenEntry(coats, m.coat);
-    const int idm = store::takeIdentifier(s, "contadormascotas", store::Highest16BitId);
-    s.clientes->Execute(
-        "insert into mascotas (idm, idc, nom, esp, raz, pel, car, Chip, fecn, pes, sex, ped, rep,"
-        " dec, ser, obs, feci, fot) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, ?, 0, ?, ?, 0)",
-        idm, clientes[size_t(m.client)].f.idc, f.nom, esp, raz, pel, f.car, f.Chip, f.fecn, f.pes,
-        f.sex, f.ped, f.dec, f.obs, s.reloj.hoy);
+    PatientRecord f = m.f;
+    f.idc = clientes[size_t(m.client)].f.idc;
+    f.esp = writtenEntry(allSpecies, m.species);
+    const int breed = writtenEntry(breeds, m.breed);
+    f.pel = writtenEntry(coats, m.coat);
+    insertPatient(s, f, breed);
 }
 
 void Plan::write(const KeepGoing &keepGoing)

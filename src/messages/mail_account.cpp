@@ -1,5 +1,6 @@
 #include "messages/mail_account.h"
 
+#include "columns/configuracion.h"
 #include "store/settings_row.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
@@ -43,7 +44,7 @@ std::optional<QString> askUser(Sesion &s, QString user)
         user = given.value_or(QString()).trimmed();
         if (user.isEmpty())
             return std::nullopt;
-    } while (!fits(s, user, "usuariomail"));
+    } while (!fits(s, user, setting::usuariomail));
     return user;
 }
 
@@ -52,7 +53,7 @@ std::optional<QString> askMailPassword(Sesion &s)
     std::optional<QString> given;
     do
         given = s.dialogos.askPassword(s(text::UserMail), s(text::Password));
-    while (given && !fits(s, *given, "passwordmail"));
+    while (given && !fits(s, *given, setting::passwordmail));
     return given;
 }
 
@@ -93,8 +94,8 @@ int messages::usualPort(Encryption encryption)
 MailAccount messages::readMailAccount(Sesion &s)
 {
     MailAccount c;
-    c.user = s.configuracion["usuariomail"].toText();
-    c.password = s.configuracion["passwordmail"].toText();
+    c.user = s.configuracion[setting::usuariomail].toText();
+    c.password = s.configuracion[setting::passwordmail].toText();
     c.server = store::readClinicSetting(s, ServerKey.toString());
     c.encryption = encryptionOfName(store::readClinicSetting(s, EncryptionKey.toString()));
     c.port = store::readClinicSetting(s, PortKey.toString()).toInt();
@@ -106,8 +107,8 @@ MailAccount messages::readMailAccount(Sesion &s)
 void messages::saveMailAccount(Sesion &s, const MailAccount &account)
 {
     Lote lote(s);
-    store::saveSetting(s, "usuariomail", account.user);
-    store::saveSetting(s, "passwordmail", account.password);
+    store::saveSetting(s, setting::usuariomail, account.user);
+    store::saveSetting(s, setting::passwordmail, account.password);
     lote.commit();
     saveMailServer(s, account);
 }

@@ -3,6 +3,7 @@
 #include "agenda/task_texts.h"
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
+#include "columns/configuracion.h"
 #include "contact/contact.h"
 #include "messages/mail.h"
 #include "messages/templates.h"
@@ -22,11 +23,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int PictureWithoutMail = 116; // the line is written once, and known by its picture
-constexpr int ViewVideos = 34;          // click code of the page with the videos
-constexpr int PictureCommunication = 109;
-constexpr int ViewTodayAgenda = 8;
-
 // How long a terminal waits for another one that is sending mails.
 constexpr int SendingWait = 3;
 // What is given to the server must be noted: a store that another terminal holds is tried again
@@ -43,6 +39,10 @@ struct Pending {
     store::Value artaux;
     QString des;
 };
+
+// Open tasks that a mail is due for: two channels, then the day twice.
+const std::string DueMails =
+    "(medio = ? or medio = ?) and est = 0 and fmedio is null and (fcreacion = ? or dia = ?)";
 
 // Read at once: what another terminal deletes or changes meanwhile disturbs no run.
 std::vector<Pending> readPending(Sesion &s, const std::string &condition,
@@ -86,8 +86,7 @@ Group groupFrom(const std::vector<Pending> &pending, size_t start)
 
 struct DeliveryList {
     const char16_t *supply; // of the categories that it is about
-    const char *table;      // scratch table
-    const char *column;     // of the product in it
+    contact::DeliveryTable scratch;
     QString report;
     int question;
 };
@@ -116,20 +115,6 @@ bool isForDelivery(Sesion &s, const char16_t *supply, const store::Value &produc
                    .isNull();
 }
 
-void logDelivery(Sesion &s, const DeliveryList &list, int idm, int product)
-{
-    const int idc = LeerCampo(s, "clientes", "mascotas", idm, "idc").toInt();
-    const auto cut = [&](const char *column, const QString &t) {
-        return s.rep97->trimmed(list.table, column, t);
-    };
-    const std::string sql = std::string("insert into ") + list.table + " (mas, " + list.column
-                            + ", pro, dir, tel) values (?, ?, ?, ?, ?)";
-    s.rep97->Execute(sql, cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
-                     cut(list.column, LeerCampo(s, "finanzas", "articulos", product, "nom")),
-                     cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
-                     cut("dir", DomicilioCliente(s, idc)), cut("tel", TelefonosCliente(s, idc)));
-}
-
 std::vector<Pending> deliveryPending(Sesion &s, QDate hoy, const DeliveryList &list)
 {
     std::vector<store::Value> values = servicesOf(s, list.supply);
@@ -148,9 +133,9 @@ std::vector<Pending> deliveryPending(Sesion &s, QDate hoy, const DeliveryList &l
 
 void fillScratch(Sesion &s, const DeliveryList &list, const std::vector<Pending> &inList)
 {
-    s.rep97->Execute(std::string("delete * from ") + list.table);
+    s.rep97->Execute("delete * from " + std::string(list.scratch.table));
     for (const Pending &p : inList)
-        logDelivery(s, list, p.ida, p.artaux.toInt());
+        contact::addToList(s, list.scratch, p.ida, p.artaux.toInt());
 }
 
 // A list is noted as gone out once it is laid out, and before the question: answering No drops it,
@@ -225,9 +210,9 @@ bool passesToLetter(Sesion &s, int tip)
     case agenda::TaskKind::DebtReminder:
         return true; // whatever the measure says, on purpose
     case agenda::TaskKind::Birthday:
-        return s.configuracion["MedidasCumple"].toInt() == agenda::Channel::MailOrLetter;
+        return s.configuracion[setting::MedidasCumple].toInt() == agenda::Channel::MailOrLetter;
     case agenda::TaskKind::DoseReminder:
-        return s.configuracion["MedidasRevac"].toInt() == agenda::Channel::MailOrLetter;
+        return s.configuracion[setting::MedidasRevac].toInt() == agenda::Channel::MailOrLetter;
     default:
         return false;
     }
@@ -241,24 +226,26 @@ void logFailure(Sesion &s, const QString &reason)
 // The run is given up: the board says so for the day.
 void warnWithoutMail(Sesion &s)
 {
-    if (s.morvane->read("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", PictureWithoutMail).isNull())
-        AgregarPizarra(s, s(text::MailNotConfigured), PictureWithoutMail, ViewVideos, 0);
+    if (s.morvane->read("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", board::picture::MailProblem)
+            .isNull())
+        AgregarPizarra(s, s(text::MailNotConfigured), board::picture::MailProblem,
+                       board::click::VideoPage);
 }
 
 void passToLetters(Sesion &s, QDate hoy)
 {
     struct measureOf {
-        const char *column;
+        std::string_view column;
         int tip;
     };
-    for (const measureOf m : {measureOf{"MedidasCumple", agenda::TaskKind::Birthday},
-                              measureOf{"MedidasRevac", agenda::TaskKind::DoseReminder},
-                              measureOf{"MedidasDeudores", agenda::TaskKind::DebtReminder}})
+    for (const measureOf m : {measureOf{setting::MedidasCumple, agenda::TaskKind::Birthday},
+                              measureOf{setting::MedidasRevac, agenda::TaskKind::DoseReminder},
+                              measureOf{setting::MedidasDeudores, agenda::TaskKind::DebtReminder}})
         if (s.configuracion[m.column].toInt() == agenda::Channel::MailOrLetter)
-            s.morvane->Execute("update TareasAgenda set medio = 2 where (medio = 1 or medio = 3) "
-                               "and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) and "
-                               "(tip = ?)",
-                               hoy, hoy, m.tip);
+            s.morvane->Execute("update TareasAgenda set medio = ? where " + DueMails
+                                   + " and (tip = ?)",
+                               agenda::Channel::Letter, agenda::Channel::Mail,
+                               agenda::Channel::MailOrLetter, hoy, hoy, m.tip);
 }
 
 // The deceased, and who was deleted since the task was made, get nothing.
@@ -360,11 +347,9 @@ int sendInTurn(Sesion &s, QDate hoy, const std::vector<Pending> &pending, MailSe
 // @return why the run was given up, to be told to the user; "" when it was not
 QString sendMails(Sesion &s, QDate hoy)
 {
-    const std::vector<Pending> pending = readPending(
-        s,
-        "(medio = 1 or medio = 3) and est = 0 and fmedio is null and (fcreacion = ? or dia = ?) "
-        "order by tip, ida, id",
-        {hoy, hoy});
+    const std::vector<Pending> pending =
+        readPending(s, DueMails + " order by tip, ida, id",
+                    {agenda::Channel::Mail, agenda::Channel::MailOrLetter, hoy, hoy});
     if (pending.empty())
         return {};
     int done = 0;
@@ -391,7 +376,7 @@ QString sendMails(Sesion &s, QDate hoy)
         AgregarPizarra(s,
                        s(text::WeMustSend) + u' ' + QString::number(appointments) + u' '
                            + s(text::RemindersOfToday),
-                       PictureCommunication, ViewTodayAgenda, 0);
+                       board::picture::Messages, board::click::Agenda);
     return reason;
 }
 
@@ -444,8 +429,8 @@ int messages::taskAddressee(Sesion &s, int tip, int ida)
 
 bool EnviarMensajes(Sesion &s, QDate hoy)
 {
-    deliver(s, hoy, {u"p", "auxrevacunacion", "vac", u"revac"_s, text::PrintVaccinationQuestion});
-    deliver(s, hoy, {u"c", "auxrealimentacion", "ali", u"ali2"_s, text::PrintFoodListQuestion});
+    deliver(s, hoy, {u"p", {"auxrevacunacion", "vac"}, u"revac"_s, text::PrintVaccinationQuestion});
+    deliver(s, hoy, {u"c", {"auxrealimentacion", "ali"}, u"ali2"_s, text::PrintFoodListQuestion});
     bool only = false;
     QString failure;
     {

@@ -59,8 +59,9 @@ std::vector<DayMessage> messages::dayMessages(Sesion &s)
 {
     std::vector<DayMessage> messages;
     Recordset r = s.morvane->OpenSnapshot(
-        "select * from TareasAgenda where (dia = date() and (tip = -49)) or (fcreacion = date() "
-        "and (tip < 0 and tip <> -47)) order by id");
+        "select * from TareasAgenda where (dia = date() and (tip = ?)) or (fcreacion = date() "
+        "and (tip < 0 and tip <> ?)) order by id",
+        agenda::TaskKind::AppointmentReminder, agenda::TaskKind::Ration);
     for (; !r.EOF_(); r.MoveNext()) {
         DayMessage m;
         m.id = r["id"].toInt();

@@ -1,6 +1,8 @@
 #include "messages/planned_notices.h"
 
 #include "agenda/tasks.h"
+#include "clinical/doses.h"
+#include "columns/configuracion.h"
 #include "contact/contact.h"
 #include "messages/templates.h"
 #include "store/lookups.h"
@@ -14,7 +16,7 @@ std::vector<PlannedNotice> messages::noticesOf(Sesion &s, NoticesGroup group)
         group == NoticesGroup::MissedWithService || group == NoticesGroup::TodayWithService;
     const bool missed =
         group == NoticesGroup::MissedWithoutService || group == NoticesGroup::MissedWithService;
-    QDate from = s.configuracion["FechaInicioAnterior"].toDate();
+    QDate from = s.configuracion[setting::FechaInicioAnterior].toDate();
     if (!from.isValid())
         from = s.reloj.hoy.addDays(-1);
     const QDate first = missed ? from : from.addDays(1);
@@ -26,8 +28,8 @@ std::vector<PlannedNotice> messages::noticesOf(Sesion &s, NoticesGroup group)
     Recordset r = s.clientes->OpenSnapshot(
         std::string("select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, ArtPlan.rep, "
                     "mascotas.nom, mascotas.idc from ArtPlan inner join mascotas on mascotas.idm = "
-                    "ArtPlan.idm where ArtPlan.rep between ? and ? and (ArtPlan.si = 0 or "
-                    "ArtPlan.si = 2) and mascotas.dec = 0 and mascotas.ser ")
+                    "ArtPlan.idm where ArtPlan.rep between ? and ? and ")
+            + clinical::OpenDoses + " and mascotas.dec = 0 and mascotas.ser "
             + (withService ? "> 0" : "= 0") + " order by mascotas.nom, ArtPlan.rep",
         first, last);
     for (; !r.EOF_(); r.MoveNext()) {

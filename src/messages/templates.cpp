@@ -1,6 +1,7 @@
 #include "messages/templates.h"
 
 #include "agenda/tasks.h"
+#include "columns/configuracion.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
 #include "texts/admin.h"
@@ -15,14 +16,14 @@ namespace
 {
 
 // What goes to featured clients is read from a column that no screen edits, on purpose.
-constexpr const char *SentToFeaturedColumn = "MensajeriaSoloADestacados";
+constexpr std::string_view SentToFeaturedColumn = setting::MensajeriaSoloADestacados;
 
-// The column of a kind and medium; nullptr for a kind without a template.
-const char *columnOf(int tip, int medio)
+// The column of a kind and medium; "" for a kind without a template.
+std::string_view columnOf(int tip, int medio)
 {
     if (tip == agenda::TaskKind::FeaturedBirthday)
         return SentToFeaturedColumn;
-    const char *column = nullptr;
+    std::string_view column;
     for (const Template &p : templates()) {
         if (p.tip == tip && (p.medio == agenda::Channel::Mail) == (medio == agenda::Channel::Mail))
             return p.column;
@@ -42,32 +43,32 @@ int owner(Sesion &s, int idc, int idm)
 const std::vector<Template> &messages::templates()
 {
     static const std::vector<Template> all = {
-        {text::DebtLetter, text::DebtLetterNote, "mensajeriadeudorescarta",
+        {text::DebtLetter, text::DebtLetterNote, setting::mensajeriadeudorescarta,
          agenda::TaskKind::DebtReminder, agenda::Channel::Letter},
-        {text::DebtMail, text::DebtMailNote, "mensajeriadeudoresmail",
+        {text::DebtMail, text::DebtMailNote, setting::mensajeriadeudoresmail,
          agenda::TaskKind::DebtReminder, agenda::Channel::Mail},
-        {text::PrepaidMail, text::PrepaidMailNote, "MensajeriaMedicinaPrepaga",
+        {text::PrepaidMail, text::PrepaidMailNote, setting::MensajeriaMedicinaPrepaga,
          agenda::TaskKind::PrepaidInArrears, agenda::Channel::Mail},
-        {text::BirthdayLetter, text::BirthdayLetterNote, "mensajeriacumplecarta",
+        {text::BirthdayLetter, text::BirthdayLetterNote, setting::mensajeriacumplecarta,
          agenda::TaskKind::Birthday, agenda::Channel::Letter},
-        {text::BirthdayMail, text::BirthdayMailNote, "mensajeriacumplemail",
+        {text::BirthdayMail, text::BirthdayMailNote, setting::mensajeriacumplemail,
          agenda::TaskKind::Birthday, agenda::Channel::Mail},
         {text::FeaturedBirthdayMail, text::FeaturedBirthdayMailNote,
-         "MensajeriaCumpleMailDestacados", agenda::TaskKind::FeaturedBirthday,
+         setting::MensajeriaCumpleMailDestacados, agenda::TaskKind::FeaturedBirthday,
          agenda::Channel::Mail},
-        {text::FoodMail, text::FoodMailNote, "mensajeriaalimento", agenda::TaskKind::FoodShortage,
-         agenda::Channel::Mail},
-        {text::DiscontinuedMail, text::DiscontinuedMailNote, "mensajeriadescont",
+        {text::FoodMail, text::FoodMailNote, setting::mensajeriaalimento,
+         agenda::TaskKind::FoodShortage, agenda::Channel::Mail},
+        {text::DiscontinuedMail, text::DiscontinuedMailNote, setting::mensajeriadescont,
          agenda::TaskKind::DiscontinuedDose, agenda::Channel::Mail},
-        {text::AppointmentMail, text::AppointmentMailNote, "mensajeriaturno",
+        {text::AppointmentMail, text::AppointmentMailNote, setting::mensajeriaturno,
          agenda::TaskKind::AppointmentReminder, agenda::Channel::Mail},
-        {text::DoseLetter, text::DoseLetterNote, "mensajeriavencimientoscarta",
+        {text::DoseLetter, text::DoseLetterNote, setting::mensajeriavencimientoscarta,
          agenda::TaskKind::DoseReminder, agenda::Channel::Letter},
-        {text::DoseMail, text::DoseMailNote, "mensajeriavencimientosmail",
+        {text::DoseMail, text::DoseMailNote, setting::mensajeriavencimientosmail,
          agenda::TaskKind::DoseReminder, agenda::Channel::Mail},
-        {text::NewClientMail, text::NewClientMailNote, "MensajeriaNuevoCliente",
+        {text::NewClientMail, text::NewClientMailNote, setting::MensajeriaNuevoCliente,
          agenda::TaskKind::NewClient, agenda::Channel::Mail},
-        {text::FrequentClientMailTitle, text::FrequentMailNote, "MensajeriaFrecuente",
+        {text::FrequentClientMailTitle, text::FrequentMailNote, setting::MensajeriaFrecuente,
          agenda::TaskKind::Frequent, agenda::Channel::Mail},
     };
     return all;
@@ -129,8 +130,8 @@ QString messages::fillTags(Sesion &s, const QString &templateText, int idc, int 
 
 QString ComponerMensaje(Sesion &s, int tip, int idc, int idm, int ida, int medio)
 {
-    const char *column = columnOf(tip, medio);
-    if (!column)
+    const std::string_view column = columnOf(tip, medio);
+    if (column.empty())
         return {};
     return fillTags(s, s.configuracion[column].toText(), idc, idm, ida);
 }

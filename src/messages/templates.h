@@ -11,9 +11,9 @@ QString fillTags(Sesion &s, const QString &templateText, int idc, int idm, int i
 
 /// One entry of the template list of the settings.
 struct Template {
-    int title = 0;      // string of the list entry
-    int help = 0;       // string that tells when it goes
-    const char *column; // of the settings row
+    int title = 0;           // string of the list entry
+    int help = 0;            // string that tells when it goes
+    std::string_view column; // of the settings row
     int tip = 0;
     int medio = 1; // 1 e-mail, 2 letter
 };

@@ -1,5 +1,6 @@
 #include "printing/letter.h"
 
+#include "columns/configuracion.h"
 #include "store/data_folder.h"
 
 using namespace printing;
@@ -20,7 +21,7 @@ std::unique_ptr<DocumentHtml> printing::composeLetter(Sesion &s, const QString &
         u"<div style=\"font-size:11pt; line-height:140%; white-space:pre-wrap\">"_s + html
             + u"</div>"_s,
         QString());
-    if (s.configuracion["encabezado"].toBool())
+    if (s.configuracion[setting::encabezado].toBool())
         letter->setHeader(QImage(store::pathUnder(s.dataFolder, u"encabezado.bmp"_s)));
     return letter;
 }

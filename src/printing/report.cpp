@@ -43,8 +43,22 @@ struct ReportHead {
     QString query; // over the scratch database
     QString group; // column that parts the rows; "" for none
     QStringList sums;
+    QHash<QString, QString> texts; // by name, in the language of the session
     bool landscape = false;
 };
+
+// "uno | um | one": one text for all languages, or one for each.
+QString inLanguage(const QString &text, store::Language language)
+{
+    const QStringList each = text.split(u" | "_s);
+    if (each.size() == 1)
+        return text;
+    if (each.size() != 3)
+        throw store::StoreError(store::ErrorNumber::Syntax, text);
+    return each[language == store::Language::Spanish      ? 0
+                : language == store::Language::Portuguese ? 1
+                                                          : 2];
+}
 
 struct Group {
     QString name;
@@ -100,7 +114,7 @@ Datum fillData(Recordset &r, const ReportHead &head)
     return data;
 }
 
-ReportHead readHead(const QString &definition, QString *body)
+ReportHead readHead(const QString &definition, store::Language language, QString *body)
 {
     const qsizetype opens = definition.indexOf(u"<!--"_s);
     const qsizetype closes = definition.indexOf(u"-->"_s);
@@ -122,7 +136,9 @@ ReportHead readHead(const QString &definition, QString *body)
         const QString value = t.section(u':', 1).trimmed();
         last = nullptr;
         if (key == u"titulo")
-            head.title = value;
+            head.title = inLanguage(value, language);
+        else if (key.startsWith(u"texto "))
+            head.texts[key.sliced(6).trimmed()] = inLanguage(value, language);
         else if (key == u"consulta")
             *(last = &head.query) = value;
         else if (key == u"grupo")
@@ -140,20 +156,25 @@ ReportHead readHead(const QString &definition, QString *body)
     return head;
 }
 
-QString reportFile(const Sesion &s, const QString &name)
-{
-    return name + s(text::LanguageCodeInFiles) + u".html"_s;
-}
+struct DefinitionFile {
+    QString name;
+    QString text;
+};
 
-QString readDefinition(const Sesion &s, const QString &file)
+// The clinic's own for the language, the clinic's own for all of them, the one that comes along.
+DefinitionFile readDefinition(const Sesion &s, const QString &name)
 {
-    for (const QString &ruta :
-         {store::pathUnder(s.dataFolder, u"reportes/"_s + file), u":/reportes/"_s + file}) {
-        QFile f(ruta);
+    const QString forAll = name + u".html"_s;
+    const QString forLanguage = name + s(text::LanguageCodeInFiles) + u".html"_s;
+    for (const QString &path :
+         {store::pathUnder(s.dataFolder, u"reportes/"_s + forLanguage),
+          store::pathUnder(s.dataFolder, u"reportes/"_s + forAll), u":/reportes/"_s + forAll}) {
+        QFile f(path);
         if (f.open(QIODevice::ReadOnly))
-            return QString::fromUtf8(f.readAll()).remove(QChar::ByteOrderMark);
+            return {path.section(u'/', -1),
+                    QString::fromUtf8(f.readAll()).remove(QChar::ByteOrderMark)};
     }
-    throw store::StoreError(store::ErrorNumber::FileNotFound, {});
+    throw store::StoreError(store::ErrorNumber::FileNotFound, forLanguage);
 }
 
 Datum readRows(Sesion &s, const ReportHead &head)
@@ -162,10 +183,10 @@ Datum readRows(Sesion &s, const ReportHead &head)
     return fillData(r, head);
 }
 
-std::unique_ptr<DocumentHtml> run(Sesion &s, const QString &file)
+std::unique_ptr<DocumentHtml> run(Sesion &s, const QString &definition)
 {
     QString body;
-    const ReportHead head = readHead(readDefinition(s, file), &body);
+    const ReportHead head = readHead(definition, s.texts.language(), &body);
     Datum data = readRows(s, head);
 
     Datum clinic;
@@ -176,6 +197,10 @@ std::unique_ptr<DocumentHtml> run(Sesion &s, const QString &file)
     data.set("clinica", clinic);
     data.set("hoy", utf8(QLocale().toString(s.reloj.hoy, QLocale::LongFormat)));
     data.set("titulo", utf8(head.title));
+    Datum texts;
+    for (const auto &[name, text] : head.texts.asKeyValueRange())
+        texts.set(utf8(name), utf8(text));
+    data.set("texto", texts);
 
     kainjow::mustache::mustache templateText(body.toStdString());
     if (!templateText.is_valid())
@@ -190,11 +215,12 @@ std::unique_ptr<DocumentHtml> run(Sesion &s, const QString &file)
 
 std::unique_ptr<DocumentHtml> printing::runReport(Sesion &s, const QString &name)
 {
-    const QString file = reportFile(s, name);
+    const DefinitionFile file = readDefinition(s, name);
     try {
-        return run(s, file);
+        return run(s, file.text);
     } catch (const store::StoreError &e) {
         // A clinic may have changed the file: which one it is comes first.
-        throw store::StoreError(e.number, (file + u"\n"_s + e.description).trimmed(), e.statement);
+        throw store::StoreError(e.number, (file.name + u"\n"_s + e.description).trimmed(),
+                                e.statement);
     }
 }

@@ -7,8 +7,9 @@
 namespace printing
 {
 
-/// Fills the definition `nombre` + language code with the rows of the scratch tables as they
-/// stand: the clinic's own in the folder reportes of its data, or the one that the program brings.
+/// Fills a definition with the rows of the scratch tables as they stand: the clinic's own in the
+/// folder reportes of its data, `name` with or without the language code, or the one that the
+/// program brings.
 /// @throws StoreError 53 when there is no definition, 3075 with the line that cannot be read
 std::unique_ptr<DocumentHtml> runReport(Sesion &s, const QString &name);
 

@@ -3,6 +3,7 @@
 #include "agenda/alarms.h"
 #include "agenda/day_sheet.h"
 #include "board/board_lines.h"
+#include "columns/configuracion.h"
 #include "printing/report.h"
 #include "startup/day_passes.h"
 #include "startup/news.h"
@@ -17,6 +18,7 @@
 #include <QSet>
 
 using namespace startup;
+using namespace board;
 
 namespace
 {
@@ -40,9 +42,9 @@ void greetings(DayRun &c)
     const int dia = c.hoy.day(), mes = c.hoy.month();
     c.attempt([&] {
         if ((dia == 1 && mes == 1) || (dia == 31 && mes == 12))
-            AgregarPizarra(c.s, c.s(text::HappyNewYear), 106, 0, 0);
+            AgregarPizarra(c.s, c.s(text::HappyNewYear), picture::News);
         if (dia == 6 && mes == 8)
-            AgregarPizarra(c.s, c.s(text::HappyVeterinarianDay), 106, 0, 0);
+            AgregarPizarra(c.s, c.s(text::HappyVeterinarianDay), picture::News);
     });
 }
 
@@ -51,7 +53,8 @@ void stock(DayRun &c)
     Sesion &s = c.s;
     c.attempt([&] {
         if (!s.finanzas->read("SELECT TOP 1 Ida FROM Articulos WHERE Can < Min").isNull())
-            AgregarPizarra(s, s(text::ProductsBelowMinimum), 113, 17, 0);
+            AgregarPizarra(s, s(text::ProductsBelowMinimum), picture::Stock,
+                           click::ListBelowMinimum);
     });
     c.attempt([&] {
         if (!s.finanzas
@@ -59,21 +62,21 @@ void stock(DayRun &c)
                         "Articulos.IDA = ArtVenc.IDA WHERE ArtVenc.Ven <= ?",
                         c.hoy.addDays(30))
                  .isNull())
-            AgregarPizarra(s, s(text::ProductsAboutToExpire), 113, 31, 0);
+            AgregarPizarra(s, s(text::ProductsAboutToExpire), picture::Stock, click::ListExpired);
     });
 }
 
 void newsOf(DayRun &c)
 {
     Sesion &s = c.s;
-    if (!c.setting("RecibirNotificaciones").toBool())
+    if (!c.setting(setting::RecibirNotificaciones).toBool())
         return;
     const auto newsItem = readNewsItem(
         s, store::pathUnder(CarpetaLocalDeDatos(), QStringLiteral("notificacionesKelvara.txt")));
     if (!newsItem || newsItem->until < c.hoy)
         return;
     // News are worth no message; a disk that fails is.
-    store::attempt(s, [&] { AgregarPizarra(s, newsItem->text, 106, 0, 0); });
+    store::attempt(s, [&] { AgregarPizarra(s, newsItem->text, picture::News); });
 }
 
 // --- The run ---
@@ -105,7 +108,7 @@ static_assert(std::size(AllPasses) == PassCount);
 // lost is run as well: its board would stay empty for ever otherwise.
 bool isFirstStart(Sesion &s)
 {
-    const QDate last = s.configuracion["FechaUltimoInicio"].toDate();
+    const QDate last = s.configuracion[setting::FechaUltimoInicio].toDate();
     return !last.isValid() || last < s.reloj.hoy;
 }
 
@@ -117,7 +120,7 @@ void advanceDates(Sesion &s)
 
 DayRun beginRun(Sesion &s)
 {
-    DayRun c{.s = s, .last = s.configuracion["FechaUltimoInicio"].toDate(), .errores = {}};
+    DayRun c{.s = s, .last = s.configuracion[setting::FechaUltimoInicio].toDate(), .errores = {}};
     if (!c.last.isValid())
         c.last = c.hoy.addDays(-1);
     c.days = c.last.daysTo(c.hoy);
@@ -192,7 +195,7 @@ void report(const DayRun &c)
 // Only the number of the month is compared, on purpose: exactly twelve months later nothing runs.
 bool isNewMonth(Sesion &s)
 {
-    return s.configuracion["FechaUltimoInicioMes"].toDate().month() != s.reloj.hoy.month();
+    return s.configuracion[setting::FechaUltimoInicioMes].toDate().month() != s.reloj.hoy.month();
 }
 
 std::unique_ptr<store::Lock> lock(Sesion &s)

@@ -3,11 +3,13 @@
 #include "startup/day_passes.h"
 
 #include "agenda/alarms.h"
+#include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "store/lookups.h"
 #include "texts/texts.h"
 
 using namespace startup;
+using namespace board;
 
 // --- Alarms, and the patients' task flag ---
 
@@ -50,7 +52,7 @@ void passes::daySummary(DayRun &c)
         if (tasks != 0) {
             AgregarPizarra(
                 s, joined({s(text::CountedAtLogin), numberText(tasks), s(text::TasksForToday)}),
-                115, 8, 0);
+                picture::Tasks, click::Agenda);
             c.offerSummary = true;
         }
     });
@@ -58,13 +60,13 @@ void passes::daySummary(DayRun &c)
         const int automatic = s.morvane
                                   ->read("select count ('fcreacion') as [b] from TareasAgenda "
                                          "where fcreacion = ? and est = 0 and (Tip < 0 and Tip "
-                                         "<> -47)",
-                                         c.hoy)
+                                         "<> ?)",
+                                         c.hoy, agenda::TaskKind::Ration)
                                   .toInt();
         if (automatic != 0)
             AgregarPizarra(
                 s, joined({s(text::ThereAre), numberText(automatic), s(text::KelvaraTasksToday)}),
-                106, 10, 0);
+                picture::News, click::AutomaticTasks);
     });
 }
 
@@ -103,6 +105,7 @@ void passes::yesterdayTasks(DayRun &c)
                                  c.hoy.addDays(-1))
                           .toInt();
         if (n != 0)
-            AgregarPizarra(c.s, c.s(text::YesterdaysTasksUndone), 115, 32, 0);
+            AgregarPizarra(c.s, c.s(text::YesterdaysTasksUndone), picture::Tasks,
+                           click::AgendaOfYesterday);
     });
 }

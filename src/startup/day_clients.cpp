@@ -5,16 +5,18 @@
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "clients/profiles.h"
+#include "columns/configuracion.h"
 #include "texts/texts.h"
 
 using namespace startup;
+using namespace board;
 
 // --- Birthdays ---
 
 void passes::birthday(DayRun &c)
 {
     Sesion &s = c.s;
-    const int medio = measureOf(c.setting("MedidasCumple"));
+    const int medio = measureOf(c.setting(setting::MedidasCumple));
     int celebrated = 0;
     c.attempt([&] {
         // 29 February rings only in leap years, on purpose: the day and the month must be today's.
@@ -40,7 +42,8 @@ void passes::birthday(DayRun &c)
             AgregarPizarra(s,
                            joined({numberText(celebrated),
                                    s(medio != 0 ? text::BirthdaysGreeted : text::BirthdaysToday)}),
-                           109, 12, medio != 0 ? 5 : 0);
+                           picture::Messages, click::ListBirthdays,
+                           medio != 0 ? click::Outbox : click::None);
     });
 }
 
@@ -70,8 +73,8 @@ void passes::debtors(DayRun &c)
 {
     Sesion &s = c.s;
     s.progress.tellStage(s(text::CheckingDebts));
-    const int term = c.setting("diasdeudores").toInt();
-    const int measure = c.setting("MedidasDeudores").toInt();
+    const int term = c.setting(setting::diasdeudores).toInt();
+    const int measure = c.setting(setting::MedidasDeudores).toInt();
     const bool remind = measure == 1 || measure == 3;
     int debtorCount = 0;
     c.attempt([&] {
@@ -117,7 +120,8 @@ void passes::debtors(DayRun &c)
                     numberText(term), s(text::DebtorsDays)});
         if (remind)
             line = joined({line, s(text::DebtorsContacted)});
-        AgregarPizarra(s, line, 110, 15, remind ? 5 : 0);
+        AgregarPizarra(s, line, picture::Debts, click::ListDebtors,
+                       remind ? click::Outbox : click::None);
     });
 }
 
@@ -126,7 +130,7 @@ void passes::debtors(DayRun &c)
 void passes::newClients(DayRun &c)
 {
     Sesion &s = c.s;
-    if (c.setting("AutNuevoCliente").toInt() != 1)
+    if (c.setting(setting::AutNuevoCliente).toInt() != 1)
         return;
     int greeted = 0;
     c.attempt([&] {
@@ -154,6 +158,6 @@ void passes::newClients(DayRun &c)
         if (greeted > 0)
             AgregarPizarra(
                 s, joined({s(text::WeMustSend), numberText(greeted), s(text::NewClientMessages)}),
-                109, 10, 5);
+                picture::Messages, click::AutomaticTasks, click::Outbox);
     });
 }

@@ -5,45 +5,28 @@
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "clinical/doses.h"
+#include "columns/configuracion.h"
 #include "contact/contact.h"
 #include "store/lookups.h"
 #include "texts/texts.h"
 
 using namespace startup;
+using namespace board;
 
 // --- Doses missed while the program was closed ---
-
-namespace
-{
-
-void logForList(DayRun &c, int idm, int idc, int ida, int dos)
-{
-    Sesion &s = c.s;
-    const auto cut = [&s](const char *column, const QString &t) {
-        return s.rep97->trimmed("auxrevacunacion", column, t);
-    };
-    s.rep97->Execute(
-        "insert into auxrevacunacion (mas, vac, pro, dir, tel, dos) values (?, ?, ?, ?, ?, ?)",
-        cut("mas", LeerCampo(s, "clientes", "mascotas", idm, "nom")),
-        cut("vac", LeerCampo(s, "finanzas", "articulos", ida, "nom")),
-        cut("pro", LeerCampo(s, "clientes", "clientes", idc, "ayn")),
-        cut("dir", DomicilioCliente(s, idc)), cut("tel", TelefonosCliente(s, idc)), dos);
-}
-
-} // namespace
 
 void passes::missedDoses(DayRun &c)
 {
     Sesion &s = c.s;
     s.progress.tellStage(s(text::ScheduledExpirations));
-    const bool list = c.setting("LVMascotas").toBool();
+    const bool list = c.setting(setting::LVMascotas).toBool();
     int first = 0, second = 0, withService = 0;
     c.attempt([&] {
         Recordset r = s.clientes->OpenSnapshot(
-            "SELECT ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, Mascotas.ser, "
-            "Mascotas.idc FROM ArtPlan INNER JOIN Mascotas ON ArtPlan.Idm = Mascotas.Idm WHERE "
-            "(ArtPlan.Si = 0 or ArtPlan.Si = 2) and ArtPlan.Rep BETWEEN ? AND ? and "
-            "Mascotas.dec = 0 ORDER BY ArtPlan.Idm",
+            "SELECT ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, Mascotas.ser FROM "
+            "ArtPlan INNER JOIN Mascotas ON ArtPlan.Idm = Mascotas.Idm WHERE "
+                + clinical::OpenDoses
+                + " and ArtPlan.Rep BETWEEN ? AND ? and Mascotas.dec = 0 ORDER BY ArtPlan.Idm",
             c.from(0), c.hoy.addDays(-1));
         c.forEachRow(r, [&](const Recordset &f) {
             const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt();
@@ -55,7 +38,8 @@ void passes::missedDoses(DayRun &c)
                 ++withService;
             }
             if (list)
-                logForList(c, idm, f[5].toInt(), ida, dos);
+                contact::addToList(s, {.table = "auxrevacunacion", .product = "vac"}, idm, ida,
+                                   dos);
         });
     });
     c.attempt([&] {
@@ -63,18 +47,18 @@ void passes::missedDoses(DayRun &c)
             AgregarPizarra(s,
                            withFullStop(joined({s(text::ShouldHaveProvided), numberText(first),
                                                 s(text::DosesWithoutService)})),
-                           103, 6, 18);
+                           picture::DosesLate, click::ListDosesMissed, click::CallMissed);
         if (second > 0)
             AgregarPizarra(s,
                            withFullStop(joined({s(text::ShouldHaveProvided), numberText(second),
                                                 s(text::DosesDiscontinued)})),
-                           103, 14, 18);
+                           picture::DosesLate, click::ListDosesDiscontinued, click::CallMissed);
         if (withService > 0)
             AgregarPizarra(
                 s,
                 withFullStop(joined({s(text::ShouldHaveProvided), numberText(withService),
                                      s(text::DosesWithService)})),
-                103, 7, 19);
+                picture::DosesLate, click::ListDosesMissedServed, click::CallMissedServed);
     });
     c.listMissed = first > 0 && list;
 }
@@ -94,13 +78,14 @@ struct TodaysDoses {
 void doseLine(DayRun &c, const TodaysDoses &d, bool discontinued)
 {
     Sesion &s = c.s;
-    const auto line = [&s](const QString &text, int dibujo, int codigo1, int codigo2) {
+    const auto line = [&s](const QString &text, int dibujo, int codigo1,
+                           int codigo2 = click::None) {
         AgregarPizarra(s, text, dibujo, codigo1, codigo2);
     };
     if (d.withService > 0)
         line(joined({s(text::TodayShouldProvide), numberText(d.withService),
                      s(text::DosesWithService)}),
-             104, 4, 21);
+             picture::DosesWithService, click::ListDosesTodayServed, click::CallTodayServed);
 
     const QString first =
         joined({s(text::TodayShouldProvide), numberText(d.toDay), s(text::DosesWithoutService)});
@@ -111,20 +96,24 @@ void doseLine(DayRun &c, const TodaysDoses &d, bool discontinued)
     const QString messages = joined({numberText(d.second), s(text::FirstDiscontinued)});
     if (d.toDay > 0 && d.late > 0) {
         if (!discontinued)
-            line(both, 102, 3, 20);
+            line(both, picture::DosesToday, click::ListDosesToday, click::CallToday);
         else if (d.second != 0)
-            line(joined({both, messages}), 102, 3, 5);
+            line(joined({both, messages}), picture::DosesToday, click::ListDosesToday,
+                 click::Outbox);
         else
-            line(joined({both, s(text::NoFirstDiscontinued)}), 102, 3, 20);
+            line(joined({both, s(text::NoFirstDiscontinued)}), picture::DosesToday,
+                 click::ListDosesToday, click::CallToday);
     } else if (d.toDay > 0) {
-        line(withFullStop(first), 102, 3, 20);
+        line(withFullStop(first), picture::DosesToday, click::ListDosesToday, click::CallToday);
     } else if (d.late > 0) {
         if (!discontinued)
-            line(late, 103, 14, 0);
+            line(late, picture::DosesLate, click::ListDosesDiscontinued);
         else if (d.second != 0)
-            line(joined({late, messages}), 109, 14, 5);
+            line(joined({late, messages}), picture::Messages, click::ListDosesDiscontinued,
+                 click::Outbox);
         else
-            line(joined({late, s(text::NoFirstDiscontinued)}), 103, 3, 20);
+            line(joined({late, s(text::NoFirstDiscontinued)}), picture::DosesLate,
+                 click::ListDosesToday, click::CallToday);
     }
 }
 
@@ -134,7 +123,7 @@ void passes::dosesOfTheDay(DayRun &c)
 {
     Sesion &s = c.s;
     // On as 1 and as -1, the two ways in which a Yes was ever stored.
-    const int setting = c.setting("MedidasRevacDescont").toInt();
+    const int setting = c.setting(setting::MedidasRevacDescont).toInt();
     const bool discontinued = setting == 1 || setting == -1;
     TodaysDoses d;
     for (QDate dia = c.from(1); dia <= c.hoy; dia = dia.addDays(1)) {
@@ -142,7 +131,8 @@ void passes::dosesOfTheDay(DayRun &c)
             Recordset r = s.clientes->OpenSnapshot(
                 "select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, mascotas.ser from "
                 "ArtPlan inner join mascotas on mascotas.idm = ArtPlan.idm where ArtPlan.rep = ? "
-                "and (ArtPlan.si = 0 or ArtPlan.si = 2) and mascotas.dec = 0",
+                "and "
+                    + clinical::OpenDoses + " and mascotas.dec = 0",
                 dia);
             c.forEachRow(r, [&](const Recordset &f) {
                 const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt(),
@@ -179,17 +169,18 @@ void passes::dosesOfTheDay(DayRun &c)
 void passes::doseReminders(DayRun &c)
 {
     Sesion &s = c.s;
-    const int medio = measureOf(c.setting("MedidasRevac"));
+    const int medio = measureOf(c.setting(setting::MedidasRevac));
     if (medio == 0)
         return;
-    const int leadTime = c.setting("tiempovencimiento").toInt();
+    const int leadTime = c.setting(setting::tiempovencimiento).toInt();
     int send = 0;
     for (QDate dia = c.from(1); dia <= c.hoy; dia = dia.addDays(1)) {
         c.attempt([&] {
             Recordset r = s.clientes->OpenSnapshot(
                 "select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat from ArtPlan inner "
-                "join mascotas on mascotas.idm = ArtPlan.idm where ArtPlan.rep = ? and (ArtPlan.si "
-                "= 0 or ArtPlan.si = 2) and (mascotas.ser = 0) and Ana = 0 and mascotas.dec = 0",
+                "join mascotas on mascotas.idm = ArtPlan.idm where ArtPlan.rep = ? and "
+                    + clinical::OpenDoses
+                    + " and (mascotas.ser = 0) and Ana = 0 and mascotas.dec = 0",
                 dia.addDays(leadTime));
             c.forEachRow(r, [&](const Recordset &f) {
                 const int idm = f[0].toInt(), ida = f[1].toInt(), dos = f[2].toInt();
@@ -210,7 +201,7 @@ void passes::doseReminders(DayRun &c)
     c.attempt([&] {
         if (send > 0)
             AgregarPizarra(
-                s, joined({s(text::WeMustSend), numberText(send), s(text::DoseRemindersSent)}), 109,
-                13, 5);
+                s, joined({s(text::WeMustSend), numberText(send), s(text::DoseRemindersSent)}),
+                picture::Messages, click::ListReminders, click::Outbox);
     });
 }

@@ -5,9 +5,11 @@
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "clinical/food.h"
+#include "columns/configuracion.h"
 #include "texts/texts.h"
 
 using namespace startup;
+using namespace board;
 
 namespace
 {
@@ -26,7 +28,7 @@ void warnMissing(DayRun &c, const Recordset &r, Shortages &shortages)
         return;
     }
     ++shortages.withoutService;
-    if (c.setting("AlimentoMail").toBool()) {
+    if (c.setting(setting::alimentomail).toBool()) {
         agenda::Task t;
         t.tip = agenda::TaskKind::FoodShortage;
         t.ida = idm;
@@ -76,8 +78,8 @@ void passes::foods(DayRun &c)
     Sesion &s = c.s;
     s.progress.tellStage(s(text::ConsumptionCategories));
     c.attempt([&] { s.clientes->Execute("update consumo set FaltaHoy = 0 where FaltaHoy <> 0"); });
-    const bool withNotices = c.setting("medidasalimento").toInt() != 0;
-    const bool offers = c.setting("AlimentoMail").toBool();
+    const bool withNotices = c.setting(setting::medidasalimento).toInt() != 0;
+    const bool offers = c.setting(setting::alimentomail).toBool();
     Shortages shortages;
     c.attempt([&] {
         Recordset r = s.clientes->OpenRecordset(
@@ -91,13 +93,14 @@ void passes::foods(DayRun &c)
             AgregarPizarra(s,
                            joined({s(text::Detected), numberText(shortages.withService),
                                    s(text::ClientsShortOfFoodServed)}),
-                           107, 2, 8);
+                           picture::Food, click::ListFoodShortServed, click::Agenda);
         if (shortages.withoutService > 0) {
             QString line = joined({s(text::Detected), numberText(shortages.withoutService),
                                    s(text::ClientsShortOfFood)});
             if (offers)
                 line = joined({line, s(text::ShippingOffer)});
-            AgregarPizarra(s, line, offers ? 109 : 107, 1, offers ? 5 : 0);
+            AgregarPizarra(s, line, offers ? picture::Messages : picture::Food,
+                           click::ListFoodShort, offers ? click::Outbox : click::None);
         }
     });
 }

@@ -5,9 +5,11 @@
 #include "agenda/tasks.h"
 #include "board/board_lines.h"
 #include "boarding/rations.h"
+#include "columns/configuracion.h"
 #include "texts/texts.h"
 
 using namespace startup;
+using namespace board;
 
 // --- Inpatients ---
 
@@ -18,7 +20,7 @@ void passes::inpatients(DayRun &c)
         if (n > 0)
             AgregarPizarra(c.s,
                            c.s(text::PatientsInCare) + numberText(n) + c.s(text::PatientsInCareEnd),
-                           0, 0, 0);
+                           picture::None);
     });
 }
 
@@ -46,7 +48,7 @@ void removeExpiredReservations(DayRun &c)
     });
     if (removed > 0)
         AgregarPizarra(s, joined({s(text::Removed), numberText(removed), s(text::ReservesRemoved)}),
-                       108, 0, 0);
+                       picture::Boarding);
 }
 
 } // namespace
@@ -68,14 +70,14 @@ void passes::guests(DayRun &c)
             AgregarPizarra(s,
                            joined({s(text::CurrentlyThere), numberText(remaining + over),
                                    s(text::HostedPets), numberText(over), s(text::StayCompleted)}),
-                           108, 9, 0);
+                           picture::Boarding, click::ListGuests);
         else if (remaining > 0)
             AgregarPizarra(
                 s, joined({s(text::CurrentlyThere), numberText(remaining), s(text::HostedPets)}),
-                108, 9, 0);
+                picture::Boarding, click::ListGuests);
     });
     c.attempt([&] {
-        if (c.setting("horaracion1").toTime().isValid() && remaining > 0)
+        if (c.setting(setting::horaracion1).toTime().isValid() && remaining > 0)
             ActualizarRaciones(s, false);
     });
 }

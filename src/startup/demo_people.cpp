@@ -1,5 +1,6 @@
 // The demonstration clinic's clients, patients and prepaid members.
 
+#include "columns/configuracion.h"
 #include "startup/demo_data.h"
 
 #include <algorithm>
@@ -201,7 +202,7 @@ void startup::inventMembers(Demo &d)
     std::vector<DemoMember> socios(12, DemoMember{1, 0});
     socios.insert(socios.end(), {{5, 1}, {5, 1}, {5, 1}, {2, 2}, {2, 3}, {3, 5}, {4, 0}});
     const auto documents = std::to_array<const char16_t *>({u"DNI", u"CI"});
-    const QString card = d.s.configuracion["EntradaPlastico"].toText();
+    const QString card = d.s.configuracion[setting::EntradaPlastico].toText();
     int request = 1000;
     int idc = 4;
     for (const DemoMember &member : socios) {

@@ -1,5 +1,6 @@
 #include "startup/first_run.h"
 
+#include "columns/configuracion.h"
 #include "startup/seeds.h"
 #include "store/identifiers.h"
 #include "store/lookups.h"
@@ -80,7 +81,7 @@ void startup::registerFirstRun(Sesion &s, const FirstRunData &data)
                     taken("Veterinaria", "dir", data.address),
                     taken("Veterinaria", "tel", data.telephones));
     morvane.Execute("delete * from Usuarios");
-    const int idu = store::takeIdentifier(s, "contadorUsuarios", HighestUser);
+    const int idu = store::takeIdentifier(s, setting::contadorUsuarios, HighestUser);
     morvane.Execute("insert into Usuarios (idu, nom, up, ut) values (?, ?, ?, 2)", idu, user,
                     data.password);
     lote.commit();

@@ -1,6 +1,7 @@
 #include "startup/start_steps.h"
 
 #include "board/board_lines.h"
+#include "columns/configuracion.h"
 #include "startup/first_run.h"
 #include "store/data_folder.h"
 #include "store/lookups.h"
@@ -16,9 +17,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int NoteDrawing = 106;
-constexpr int HelpPageCode = 38;
-
 QDate today(const Sesion &s) { return s.reloj.now().date(); }
 
 void makeFolders(const Sesion &s)
@@ -33,13 +31,13 @@ void makeFolders(const Sesion &s)
 
 } // namespace
 
-bool startup::isFirstRun(Sesion &s) { return s.configuracion["PrimeraVez"].toBool(); }
+bool startup::isFirstRun(Sesion &s) { return s.configuracion[setting::PrimeraVez].toBool(); }
 
 void startup::beginFirstRun(Sesion &s)
 {
     s.configuracion.Edit();
-    s.configuracion.Put("FechaUltimoInicio", today(s));
-    s.configuracion.Put("FechaUltimoInicioMes", today(s));
+    s.configuracion.Put(setting::FechaUltimoInicio, today(s));
+    s.configuracion.Put(setting::FechaUltimoInicioMes, today(s));
     s.configuracion.Update();
 }
 
@@ -47,13 +45,13 @@ void startup::finishFirstRun(Sesion &s)
 {
     Lote batch(s);
     s.configuracion.Edit();
-    s.configuracion.Put("PrimeraVez", false);
-    s.configuracion.Put("FechaPrimerInicio", today(s));
+    s.configuracion.Put(setting::PrimeraVez, false);
+    s.configuracion.Put(setting::FechaPrimerInicio, today(s));
     s.configuracion.Update();
     makeFolders(s);
     seedFirstRun(s);
     AgregarPizarra(s, s(text::WelcomeLine) + u' ' + store::helpPage(s) + s(text::ClickToAccess),
-                   NoteDrawing, HelpPageCode, 0);
+                   board::picture::News, board::click::HelpPage);
     batch.commit();
 }
 
@@ -62,7 +60,7 @@ bool startup::checkStart(Sesion &s, const QLocale &system)
     store::readClinic(s);
     s.reloj.hoy = today(s);
 
-    const QDate last = s.configuracion["FechaUltimoInicio"].toDate();
+    const QDate last = s.configuracion[setting::FechaUltimoInicio].toDate();
     if (last.isValid() && s.reloj.hoy < last) {
         const QString day = QLocale().toString(last, QLocale::ShortFormat);
         if (!s.dialogos.Pregunta(s(text::LastStartWas) + day + u' ' + s(text::DateIsEarlier)))

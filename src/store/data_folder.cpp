@@ -1,5 +1,6 @@
 #include "store/data_folder.h"
 
+#include "columns/configuracion.h"
 #include "store/lookups.h"
 #include "store/schema.h"
 #include "store/session.h"
@@ -119,7 +120,7 @@ QString RutaRealDeDatos(Sesion &s)
     remove();
     // The next task id, without taking it.
     s.morvane->Execute("INSERT INTO TareasAgenda (Ida, ID) VALUES (?, ?)", MarkId,
-                       s.configuracion["contadorTareas"].toLong() + 1);
+                       s.configuracion[setting::contadorTareas].toLong() + 1);
 
     const QString local =
         withSlash(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));

@@ -1,5 +1,6 @@
 #include "store/identifiers.h"
 
+#include "columns/configuracion.h"
 #include "texts/texts.h"
 
 using namespace store;
@@ -41,12 +42,12 @@ int store::takeIdentifier(Sesion &s, std::string_view counter, int maximum)
 int store::takeTaskId(Sesion &s)
 {
     WriteLock lock(s);
-    qint64 newOne = hasBeenRead(s, "contadorTareas") + 1;
+    qint64 newOne = hasBeenRead(s, setting::contadorTareas) + 1;
     if (newOne >= TasksEnd) {
         s.morvane->Execute("delete * from TareasAgenda where fcreacion < date()");
         newOne = 1;
     }
-    save(s, "contadorTareas", newOne);
+    save(s, setting::contadorTareas, newOne);
     lock.commit();
     return int(newOne);
 }

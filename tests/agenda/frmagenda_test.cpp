@@ -184,6 +184,11 @@ TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
     EXPECT_TRUE(own->cellText(0, 3) == s(text::NotAccomplished));
     open(); // without a word: today's list
     EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->currentIndex(), 0);
+    click(u"cmdSemana"_s);
+    click(u"cmdSiguiente"_s);
+    EXPECT_EQ(day(), hoy.addDays(7));
+    click(u"cmdAnterior"_s);
+    EXPECT_EQ(day(), hoy);
 }
 
 TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)

@@ -439,9 +439,10 @@ TEST_F(Owners, ComingBackFollowsWhatOthersDid)
         f.ayn = u"Zabala"_s;
         ASSERT_TRUE(addClient(other, f).id);
     }
-    QTest::qWait(250); // other programs' writes are looked for five times a second
-    comeBack();
-    EXPECT_EQ(names(), QStringList({u"Abad"_s, u"Aguirre"_s, u"Zabala"_s}));
+    EXPECT_TRUE(eventually([&] {
+        comeBack();
+        return names() == QStringList({u"Abad"_s, u"Aguirre"_s, u"Zabala"_s});
+    }));
     EXPECT_EQ(shownClient() + u'/' + shownPatient(), u"Aguirre/Luna"_s);
 
     // A form of this program writes patients and debts.

@@ -158,6 +158,11 @@ TEST_F(Searches, TypingBringsSomeRowsAndEnterAll)
     EXPECT_EQ(typed.rows.size(), size_t(RowsWhileTyping));
     EXPECT_FALSE(all.hayMas);
     EXPECT_EQ(all.rows.size(), size_t(RowsWhileTyping) + 5);
+    // As many as are shown, and none behind them.
+    s.clientes->Execute("delete * from Clientes where idc > ?", 1000 + RowsWhileTyping - 1);
+    const Finding exact = findWhileTyping(s, Search::Clientes, asked);
+    EXPECT_FALSE(exact.hayMas);
+    EXPECT_EQ(exact.rows.size(), size_t(RowsWhileTyping));
     for (const Finding *h : {&typed, &all})
         EXPECT_TRUE(std::ranges::is_sorted(
             h->rows, {}, [](const QList<store::Value> &cells) { return cells[1].toText(); }));
@@ -279,10 +284,9 @@ TEST_F(QuickFind, FollowsTheTables)
     ASSERT_FALSE(store::openStore(other));
     other.clientes->Execute("delete * from clientes where idc = 50");
     EXPECT_EQ(index.find(s, u"nuevo"_s, 9).rows.size(), 0U); // gone before the index knows
-    QTest::qWait(250);
+    EXPECT_TRUE(eventually([&] { return find(u"nuevo"_s) == u""; }));
     other.clientes->Execute("insert into Clientes (idc, ayn) values (51, 'Lejano')");
-    QTest::qWait(250);
-    EXPECT_EQ(find(u"lejano"_s), u"Lejano/");
+    EXPECT_TRUE(eventually([&] { return find(u"lejano"_s) == u"Lejano/"; }));
     EXPECT_EQ(find(u"nuevo"_s), u"");
 }
 

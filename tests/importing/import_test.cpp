@@ -246,12 +246,12 @@ TEST_F(Import, OwnersAndAnimalsAreWrittenAsTheRegistryWritesThem)
     const auto o =
         options("Apellido;Nombre;Tel\xE9"
                 "fono;Celular;Email;Direcci\xF3n;Localidad;Provincia;CP;Mascota;"
-                "Especie;Raza;Color;Sexo;Castrado;Nacimiento;Peso;Chip;Fallecido\r\n"
+                "Especie;Raza;Color;Sexo;Castrado;Nacimiento;Peso;Chip;Fallecido;Pedigree\r\n"
                 "Garc\xED"
                 "a;Ana;422-1234;155;ana@x.org;Calle 5;Tolosa;Buenos Aires;1900;Firulais;Perro;"
-                "Beagle;Tricolor;M;s\xED;13/2/2019;12,5;985;no\r\n"
+                "Beagle;Tricolor;M;s\xED;13/2/2019;12,5;985;no;s\xED\r\n"
                 "Garc\xED"
-                "a;Ana;4221234;;;;;;;Michi;Gato;;;hembra;;2013;;;\r\n"
+                "a;Ana;4221234;;;;;;;Michi;Gato;;;hembra;;2013;;;s\xED;no\r\n"
                 "D'Amico;Luz;;;;;12;;;Kid;Cabra;Criolla;;;;11;;;\r\n"
                 "P\xE9rez;;;;;;;;;;;;;;;;;;\r\n"_ba);
     const QString before = all();
@@ -271,10 +271,10 @@ TEST_F(Import, OwnersAndAnimalsAreWrittenAsTheRegistryWritesThem)
               "2|D Amico Luz||0|0|||||2026-03-11|2026-03-11|0|0\n"
               "3|Pérez||0|0|||||2026-03-11|2026-03-11|0|0\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select idm, idc, nom, esp, raz, pel, Chip, fecn, pes, sex, dec,"
-                                   " ser, feci, fot from mascotas order by idm"),
-              u"1|1|Firulais|1|1|1|985|2019-02-13|12.5|2|0|0|2026-03-11|0\n"
-              "2|1|Michi|2|0|0||2013-01-01|0|1|0|0|2026-03-11|0\n"
-              "3|2|Kid|4|2|0|||0|0|0|0|2026-03-11|0\n"_s);
+                                   " ped, ser, feci, fot from mascotas order by idm"),
+              u"1|1|Firulais|1|1|1|985|2019-02-13|12.5|2|0|-1|0|2026-03-11|0\n"
+              "2|1|Michi|2|0|0||2013-01-01|0|1|-1|0|0|2026-03-11|0\n"
+              "3|2|Kid|4|2|0|||0|0|0|0|0|2026-03-11|0\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select nom, esp, ran from mlrazas order by id"),
               u"Beagle|1|1\nCriolla|4|1\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select nom, cp, dep, ran from cllocalidad"),

@@ -5,8 +5,6 @@
 #include "support/clinic.h"
 #include "support/smtp_server.h"
 
-#include <QElapsedTimer>
-
 using namespace messages;
 using namespace Qt::StringLiterals;
 
@@ -133,6 +131,27 @@ TEST_F(Mail, OneMessageThatFailsEndsAlone)
     EXPECT_EQ(subjectsOf(server), u"1 3 5"_s);
 }
 
+TEST_F(Mail, ARunIsGivenUpForBreaksInARowAloneAndTellsWhatBroke)
+{
+    MailServer twice({u"--drop-at"_s, u"1,2"_s});
+    auto mail = enter(twice);
+    for (int i = 1; i <= 4; ++i)
+        EXPECT_TRUE(mail->send(QString::number(i), u"si@x.example"_s, u"x"_s)) << i;
+    EXPECT_FALSE(mail->missed());
+    EXPECT_EQ(subjectsOf(twice), u"2 4"_s);
+
+    // Not that nobody answers the second call.
+    MailServer dies({u"--die-at"_s, u"1"_s});
+    mail = enter(dies);
+    mail->send(u"1"_s, u"si@x.example"_s, u"x"_s);
+    EXPECT_TRUE(mail->missed());
+    const QString reason = mail->error();
+    EXPECT_NE(reason, QString());
+    QString other;
+    EXPECT_FALSE(AbrirSesionCorreo(s, &other));
+    EXPECT_NE(reason, other);
+}
+
 TEST_F(Mail, AServerThatTakesAFewOnALineGetsTheRestOnAnother)
 {
     MailServer server({u"--close-after"_s, u"2"_s});
@@ -145,8 +164,6 @@ TEST_F(Mail, AServerThatTakesAFewOnALineGetsTheRestOnAnother)
 
 TEST_F(Mail, AServerThatFallsSilentIsNotWaitedForWithEveryMessage)
 {
-    QElapsedTimer reloj;
-    reloj.start();
     MailServer mute({u"--mute"_s});
     Account(mute, Encryption::None);
     int rounds = 0;
@@ -163,7 +180,6 @@ TEST_F(Mail, AServerThatFallsSilentIsNotWaitedForWithEveryMessage)
     EXPECT_EQ(uncertain, 2);
     EXPECT_TRUE(mail->missed());
     mail.reset();
-    EXPECT_LT(reloj.elapsed(), 30000); // a few limits of two seconds, and not thirty
     EXPECT_EQ(subjectsOf(server), u"1"_s);
 }
 
@@ -222,8 +238,9 @@ TEST(MailHeader, IsPlainOrInEncodedWordsOfOneLineEach)
                              u"p@q\r\nRCPT TO:<m@n>"_s),
               (QStringList{u"a@b.example"_s, u"c@d.example"_s}));
     EXPECT_EQ(mailText(u"a=b \n\t\nñ"_s), "a=3Db=20\r\n=09\r\n=C3=B1\r\n");
-    for (const QByteArray &line : mailText(QString(300, u'ñ')).split('\n'))
-        EXPECT_LE(line.trimmed().size(), 76);
+    for (const QChar letter : {u'ñ', u'x', u'='})
+        for (const QByteArray &line : mailText(QString(300, letter)).split('\n'))
+            EXPECT_LE(line.trimmed().size(), 76);
     const QDateTime t(QDate(2026, 3, 11), QTime(9, 5), Qt::OffsetFromUTC, -3 * 3600);
     EXPECT_EQ(mailDate(t), "Wed, 11 Mar 2026 09:05:00 -0300");
 }

@@ -45,6 +45,24 @@ protected:
 
 } // namespace
 
+TEST_F(Reports, AreTheClinicsOwnWhereItHasOneAndForALanguageFirst)
+{
+    deliveries(1);
+    const auto first = [this] {
+        return pagesInPaper(*runReport(s, u"vac"_s), QPageSize(QPageSize::A4))[0];
+    };
+    Definition(u"vac.html"_s, u"<!--\ntitulo: Uno | Um | One\ntexto fin: fin | fim | end\n"
+                              "consulta: select mas from auxrevacunacion\n-->\n"
+                              "{{titulo}} {{#filas}}{{mas}} {{/filas}}{{texto.fin}}"_s);
+    EXPECT_TRUE(first().startsWith(u"One Pet 1 end"_s)) << first().toStdString();
+    Definition(u"vacEN.html"_s,
+               u"<!--\ntitulo: Two\nconsulta: select mas from auxrevacunacion\n-->\n"
+               "{{titulo}}"_s);
+    EXPECT_TRUE(first().startsWith(u"Two"_s));
+    Definition(u"vacEN.html"_s, u"<!--\ntitulo: Two | Dos\n-->\n"_s);
+    EXPECT_THROW(runReport(s, u"vac"_s), store::StoreError);
+}
+
 TEST_F(Reports, AListRepeatsItsHeadNumbersItsPagesAndCutsNoRow)
 {
     s.clinic.nom = u"Clinic & Sons"_s;

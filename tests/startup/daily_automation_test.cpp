@@ -311,6 +311,17 @@ TEST_F(Day, TodaysDosesTakeTheLineOfTheirVariant)
     }
 }
 
+TEST_F(Day, WhatTheLastStartHasBookedIsNotBookedAgain)
+{
+    patientsOf({{1, 5}});
+    doses({{1, -10}});
+    for (const int days : {10, 11}) {
+        closed(days);
+        TareasDeInicio(s);
+        EXPECT_EQ(Tasks().empty(), days == 10) << "a dose of the last start's own day";
+    }
+}
+
 TEST_F(Day, DosesOfClosedDaysAreBookedForTodayWhereThereIsAService)
 {
     setting("MedidasRevacDescont", 1);

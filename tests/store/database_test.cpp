@@ -216,8 +216,7 @@ TEST_F(Store, ListsNoticeWhatIsWrittenHereThereAndTakenBack)
     EXPECT_EQ(nameOf(other), u"Dos"_s);
     rename(u"Tres"_s);
     s.morvane->Execute("update configuracion set KgLbs = 2");
-    QThread::msleep(250);
-    EXPECT_EQ(nameOf(other), u"Tres"_s);
+    EXPECT_TRUE(eventually([&] { return nameOf(other) == u"Tres"; }));
     EXPECT_EQ(other.configuracion["KgLbs"].toInt(), 2);
     // The other's list now knows the row; a write of its own keeps it up to date without a read.
     Recordset &list = other.lists.clientes;
@@ -227,6 +226,16 @@ TEST_F(Store, ListsNoticeWhatIsWrittenHereThereAndTakenBack)
     list.Update();
     list.FindFirst("ayn = ?", u"CUATRO"_s);
     EXPECT_FALSE(list.NoMatch());
+    // But it is stale when something else was written elsewhere meanwhile.
+    Client(2, u"Dora"_s);
+    EXPECT_TRUE(eventually([&] { return list.lookUp("idc = ?", 2, "ayn").has_value(); }));
+    list.Edit();
+    const qint64 before = other.clientes->version("clientes");
+    s.clientes->Execute("update clientes set ayn = 'Eva' where idc = 2");
+    EXPECT_TRUE(eventually([&] { return other.clientes->version("clientes") != before; }));
+    list.Put("obs", u"x"_s);
+    list.Update();
+    EXPECT_EQ(list.lookUp("idc = ?", 2, "ayn"), std::optional<Value>(u"Eva"_s));
 }
 
 TEST_F(Store, AListStaysOnItsRowWhileOthersComeAndGo)

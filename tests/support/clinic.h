@@ -7,6 +7,7 @@
 #include "store/session.h"
 
 #include <QTemporaryDir>
+#include <QThread>
 #include <deque>
 #include <gtest/gtest.h>
 
@@ -83,3 +84,15 @@ protected:
 
 /// The rows of a query as text, a line each, fields parted by '|': whole states are compared so.
 QString allRows(Base &base, std::string_view sql);
+
+/// Waits for what other terminals have written to be noticed. @return whether it ever was
+template <typename Condition>
+bool eventually(Condition &&condition)
+{
+    for (int i = 0; i < 1000; ++i) {
+        if (condition())
+            return true;
+        QThread::msleep(5);
+    }
+    return false;
+}

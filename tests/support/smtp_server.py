@@ -32,11 +32,13 @@ options.add_argument("--key", default="")
 options.add_argument("--tls", action="store_true", help="TLS from the first byte, else STARTTLS")
 options.add_argument("--refuse", default="", help="recipient that is refused")
 options.add_argument("--hang-at", type=int, default=0, help="message at which it falls silent")
-options.add_argument("--drop-at", type=int, default=0, help="message at which it hangs up")
+options.add_argument("--drop-at", default="", help="messages at which it hangs up, once each")
+options.add_argument("--die-at", type=int, default=0, help="message at which it is gone")
 options.add_argument("--close-after", type=int, default=0, help="messages taken on one connection")
 options.add_argument("--mute", action="store_true", help="never says a word")
 options.add_argument("--slow", type=float, default=0, help="seconds before and after it keeps one")
 arg = options.parse_args()
+drops = [int(n) for n in arg.drop_at.split(",") if n]
 
 
 class Keeper:
@@ -61,8 +63,10 @@ class Keeper:
     async def handle_DATA(self, server, session, envelope):
         if arg.hang_at and arg.hang_at <= self.received + 1:
             await asyncio.sleep(3600)
-        if arg.drop_at == self.received + 1:
-            arg.drop_at = 0
+        if arg.die_at == self.received + 1:
+            os._exit(0)
+        if self.received + 1 in drops:
+            drops.remove(self.received + 1)
             server.transport.abort()
             return "451 gone"
         if arg.slow:

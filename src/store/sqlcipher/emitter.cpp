@@ -503,7 +503,7 @@ private:
     // Null counts as the empty text.
     Fragment concatenated(const Fragment &left, const Fragment &right) const
     {
-        const auto operand = [this](const Fragment &f) {
+        const auto operand = [](const Fragment &f) {
             const Fragment text = asText(f);
             if (text.sql.starts_with('\''))
                 return text;

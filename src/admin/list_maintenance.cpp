@@ -209,7 +209,7 @@ bool admin::deleteEntry(Sesion &s, clients::List list, int id)
             return false;
         }
     }
-    if (!s.dialogos.Pregunta(s(text::DeleteQuestion)))
+    if (!s.dialogos.askBeforeLoss(s(text::DeleteQuestion) + u"\n\n"_s + current->nom))
         return false;
     s.clientes->Execute("delete * from " + tableOf(d) + " where id = ?", id);
     return true;

@@ -2,6 +2,7 @@
 
 #include "columns/configuracion.h"
 #include "store/identifiers.h"
+#include "store/lookups.h"
 #include "texts/admin.h"
 #include "texts/texts.h"
 
@@ -133,7 +134,8 @@ bool admin::deleteUser(Sesion &s, int idu)
         s.dialogos.Mensaje(s(text::UnableToPerform));
         return false;
     }
-    if (!s.dialogos.Pregunta(s(text::DeleteQuestion)))
+    const QString name = LeerCampo(s, "morvane", "usuarios", idu, "nom");
+    if (!s.dialogos.askBeforeLoss(s(text::DeleteQuestion) + u"\n\n"_s + name))
         return false;
     bool deleted = false;
     {

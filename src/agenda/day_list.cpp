@@ -305,7 +305,7 @@ bool agenda::giveBackTasks(Sesion &s, const std::vector<Spot> &spots)
 bool agenda::deleteTasks(Sesion &s, const QList<int> &ids)
 {
     if (!canMoveTasks(s) || ids.isEmpty()
-        || !s.dialogos.Pregunta(s(text::DeleteQuestion) + u"\n\n"_s + named(s, ids)))
+        || !s.dialogos.askBeforeLoss(s(text::DeleteQuestion) + u"\n\n"_s + named(s, ids)))
         return false;
     std::vector<Noted> idas;
     Lote lote(s);

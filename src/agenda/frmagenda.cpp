@@ -10,6 +10,7 @@
 #include "store/lookups.h"
 #include "texts/agenda.h"
 #include "texts/texts.h"
+#include "ui/day_box.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -58,7 +59,7 @@ frmagenda::frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent)
 
 void frmagenda::wire()
 {
-    connect(dtpAgenda, &QDateEdit::dateChanged, this, &frmagenda::showDay);
+    connect(dtpAgenda, &ui::DayBox::dayChanged, this, &frmagenda::showDay);
     connect(cmdAnterior, &QPushButton::clicked, this,
             [this] { showDay(m_day.addDays(cmdSemana->isChecked() ? -7 : -1)); });
     connect(cmdSiguiente, &QPushButton::clicked, this,
@@ -120,7 +121,7 @@ void frmagenda::opened(const QVariantMap &parameters)
     const QDate day = parameters.value(u"dia"_s).toDate();
     m_day = day.isValid() ? day : m_s.reloj.hoy;
     m_before = {};
-    dtpPasarTarea->setDate(m_s.reloj.hoy.addDays(1));
+    dtpPasarTarea->setDay(m_s.reloj.hoy.addDays(1));
     tabAgenda->setCurrentIndex(parameters.value(u"modo"_s, DayMode).toInt() == OwnMode);
     guarded([this] { reload(); });
     if (tabAgenda->currentIndex() == 0) {
@@ -179,7 +180,7 @@ void frmagenda::show(const QList<int> &selection)
     m_busy = true;
     {
         const QSignalBlocker silent(dtpAgenda);
-        dtpAgenda->setDate(m_day);
+        dtpAgenda->setDay(m_day);
     }
     lblDia->setText(QLocale().toString(m_day, QLocale::LongFormat));
     const int before = GAgenda->currentRow();
@@ -412,8 +413,10 @@ QString frmagenda::movement(const DayTask &last, qsizetype count) const
 
 void frmagenda::delay()
 {
+    if (!dtpPasarTarea->commit())
+        return dtpPasarTarea->setFocus();
     const int row = GAgenda->selectedRows().value(0);
-    const QDate day = dtpPasarTarea->Day();
+    const QDate day = dtpPasarTarea->day();
     guarded([&] {
         const auto before = passTasks(m_s, selectedIds(), day);
         if (!before)

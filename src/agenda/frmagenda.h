@@ -4,16 +4,10 @@
 #include "agenda/day_list.h"
 #include "ui/form_base.h"
 
-namespace agenda
-{
-
-class DayBox;
-
-} // namespace agenda
-
 namespace ui
 {
 
+class DayBox;
 class FormRegistry;
 class Grid;
 class HelpLine;
@@ -108,7 +102,7 @@ private:
 
     QTabBar *tabAgenda = nullptr;
     QStackedWidget *m_vistas = nullptr;
-    agenda::DayBox *dtpAgenda = nullptr, *dtpPasarTarea = nullptr;
+    ui::DayBox *dtpAgenda = nullptr, *dtpPasarTarea = nullptr;
     QLabel *lblDia = nullptr;
     ui::GridModel *m_model = nullptr, *m_modelKelvara = nullptr;
     ui::Grid *GAgenda = nullptr, *GKelvara = nullptr;

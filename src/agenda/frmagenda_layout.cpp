@@ -3,6 +3,7 @@
 #include "agenda/hours_view.h"
 #include "texts/agenda.h"
 #include "texts/texts.h"
+#include "ui/day_box.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
@@ -100,7 +101,8 @@ QWidget *frmagenda::buildDay()
 
 QLayout *frmagenda::buildNavigation()
 {
-    dtpAgenda = named(new DayBox, u"dtpAgenda"_s, m_s(text::Day));
+    dtpAgenda = named(new ui::DayBox(m_s, store::Lean::Ahead, ui::DayBox::Need::Required),
+                      u"dtpAgenda"_s, m_s(text::Day));
     dtpAgenda->setFixedWidth(DayBoxWidth);
     cmdAnterior = button(u"cmdAnterior"_s, text::AgendaLayoutPrevious, {}, u"Ctrl+PgUp"_s);
     cmdSiguiente = button(u"cmdSiguiente"_s, text::AgendaLayoutNext, {}, u"Ctrl+PgDn"_s);
@@ -183,7 +185,8 @@ QLayout *frmagenda::buildActions()
     cmdImprimir = button(u"cmdImprimir"_s, text::PrintTodayButton, u"imprimir"_s, u"Ctrl+P"_s);
     cmdCalendario = button(u"cmdCalendario"_s, text::CalendarFileButton);
     cmdPasarTarea = button(u"cmdPasarTarea"_s, text::DelayButton);
-    dtpPasarTarea = named(new DayBox, u"dtpPasarTarea"_s, m_s(text::DelayTask));
+    dtpPasarTarea = named(new ui::DayBox(m_s, store::Lean::Ahead, ui::DayBox::Need::Required),
+                          u"dtpPasarTarea"_s, m_s(text::DelayTask));
     dtpPasarTarea->setFixedWidth(DayBoxWidth);
     m_menu = new QMenu(cmdCalendario);
     QAction *day = m_menu->addAction(m_s(text::SaveDay), this, &frmagenda::exportDay);

@@ -6,11 +6,9 @@
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
-#include <QCalendarWidget>
 #include <QHeaderView>
 #include <QPainter>
 #include <QTableView>
-#include <QToolButton>
 
 using namespace agenda;
 using namespace Qt::StringLiterals;
@@ -19,31 +17,12 @@ namespace
 {
 
 constexpr int PictureSide = 22;
-constexpr QSize CalendarSize{300, 250};
 const QString between = u"  ·  "_s;
 
 QString joined(QStringList parts)
 {
     parts.removeAll(QString());
     return parts.join(between);
-}
-
-/// The month as calm as the rest: no red, no arrows of another style.
-void dressCalendar(QCalendarWidget *month)
-{
-    month->setFirstDayOfWeek(QLocale().firstDayOfWeek());
-    month->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    month->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
-    month->setMinimumSize(CalendarSize);
-    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
-        month->setWeekdayTextFormat(day, month->weekdayTextFormat(Qt::Monday));
-    const std::pair<QString, QString> arrows[] = {{u"qt_calendar_prevmonth"_s, u"‹"_s},
-                                                  {u"qt_calendar_nextmonth"_s, u"›"_s}};
-    for (const auto &[name, sign] : arrows)
-        if (auto *arrow = month->findChild<QToolButton *>(name)) {
-            arrow->setIcon({});
-            arrow->setText(sign);
-        }
 }
 
 /// What stands in the second line.
@@ -83,8 +62,8 @@ HoursView { border: 1px solid palette(mid); border-radius: 8px; background: pale
 HoursView:focus { border-color: palette(highlight); }
 QSplitter::handle:horizontal { background: palette(mid); border-radius: 2px; margin: 2px 4px; }
 QSplitter::handle:horizontal:hover { background: palette(highlight); }
-QLineEdit, QComboBox, QDateEdit { padding: 4px 8px; }
-QLineEdit:focus, QComboBox:focus, QDateEdit:focus { padding: 3px 7px; }
+QLineEdit, QComboBox { padding: 4px 8px; }
+QLineEdit:focus, QComboBox:focus { padding: 3px 7px; }
 QCalendarWidget QWidget#qt_calendar_navigationbar {
     background: palette(base); border: 1px solid palette(mid); border-bottom: 0;
 }
@@ -97,12 +76,6 @@ QCalendarWidget QToolButton::menu-indicator { image: none; width: 0; }
 QCalendarWidget QAbstractItemView {
     border: 1px solid palette(mid); border-top: 0; border-radius: 0;
 }
-QDateEdit { padding-right: 26px; }
-QDateEdit:focus { padding-right: 25px; }
-QDateEdit::drop-down {
-    subcontrol-origin: border; subcontrol-position: center right; width: 26px; border: 0;
-}
-QDateEdit::down-arrow { image: url(%1); width: 12px; height: 12px; }
 )"_s.arg(arrow);
 }
 
@@ -113,20 +86,6 @@ void agenda::showTitles(QTableView *table)
     for (int c = 0; c < titles->count(); ++c)
         if (!table->isColumnHidden(c))
             table->setColumnWidth(c, std::max(table->columnWidth(c), titles->sectionSizeHint(c)));
-}
-
-DayBox::DayBox(QWidget *parent) : QDateEdit(parent)
-{
-    setDisplayFormat(store::isMonthFirst() ? u"MM/dd/yyyy"_s : u"dd/MM/yyyy"_s);
-    setCalendarPopup(true);
-    setKeyboardTracking(false);
-    dressCalendar(calendarWidget());
-}
-
-QDate DayBox::Day()
-{
-    interpretText();
-    return date();
 }
 
 PicturePainter::PicturePainter(std::function<QString(const QModelIndex &)> dibujo, bool withText,

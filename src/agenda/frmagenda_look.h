@@ -3,7 +3,6 @@
 
 #include "agenda/day_list.h"
 
-#include <QDateEdit>
 #include <QStyledItemDelegate>
 #include <functional>
 
@@ -17,17 +16,6 @@ QString agendaStyle();
 
 /// Widens the columns whose title is longer than they are, with room for the arrow of a sort.
 void showTitles(QTableView *table);
-
-/// A day that is typed, walked by UP and DOWN, or picked from a calendar. Tells of it once it is
-/// whole.
-class DayBox : public QDateEdit
-{
-    Q_OBJECT
-public:
-    explicit DayBox(QWidget *parent = nullptr);
-    /// The day shown, also while it is still being typed: an ALT key leaves the focus where it is.
-    QDate Day();
-};
 
 /// Draws a cell as a picture, with its text behind it or alone.
 class PicturePainter : public QStyledItemDelegate

@@ -8,8 +8,10 @@
 #include "texts/agenda.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
+#include "texts/ui.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
+#include "ui/day_box.h"
 #include "ui/grid.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
@@ -100,7 +102,8 @@ void frmTurnos::build()
 QLayout *frmTurnos::buildBoxes()
 {
     cmbSel = named(new ui::ListWithCompleted, u"cmbSel"_s, m_s(text::BookingConcept));
-    dtpDia = named(new DayBox, u"dtpDia"_s, m_s(text::Day));
+    dtpDia = named(new ui::DayBox(m_s, store::Lean::Ahead, ui::DayBox::Need::Required), u"dtpDia"_s,
+                   m_s(text::Day));
     txtHora = named(new QLineEdit, u"txtHora"_s, m_s(text::Hour));
     txtAla = named(new QLineEdit, u"txtAla"_s, m_s(text::BookingAlarm));
     txtAla->setPlaceholderText(m_s(text::BookingOptional));
@@ -168,7 +171,7 @@ void frmTurnos::wire()
     connect(cmbSel, &ui::ListWithCompleted::typed, this, &frmTurnos::complete);
     connect(cmbSel, &ui::ListWithCompleted::chosen, this, &frmTurnos::conceptChosen);
     connect(cmbSel, &ui::ListWithCompleted::emptied, this, &frmTurnos::conceptChosen);
-    connect(dtpDia, &QDateEdit::dateChanged, this, [this] {
+    connect(dtpDia, &ui::DayBox::dayChanged, this, [this] {
         guarded([this] { loadDay(); });
         if (chkRec->isChecked())
             help(hint());
@@ -187,7 +190,7 @@ void frmTurnos::opened(const QVariantMap &parameters)
         showPatient();
         loadConcepts();
         const QSignalBlocker silent(dtpDia);
-        dtpDia->setDate(day.isValid() ? day : m_s.reloj.hoy);
+        dtpDia->setDay(day.isValid() ? day : m_s.reloj.hoy);
         loadDay();
     });
     txtHora->setText(longHour(hour.isValid() ? hour : m_s.reloj.hourOf()));
@@ -202,8 +205,9 @@ void frmTurnos::opened(const QVariantMap &parameters)
 
 void frmTurnos::reject()
 {
-    // Asked so that ENTER, pressed without reading, loses nothing.
-    if (typed() == m_toBegin || !m_s.dialogos.Pregunta(m_s(text::LeaveUnsavedQuestion)))
+    if (typed() == m_toBegin
+        || !m_s.dialogos.decide(m_s(text::LeaveUnsavedQuestion), m_s(text::KeepTyping),
+                                m_s(text::DiscardTyped)))
         ui::FormBase::reject();
 }
 
@@ -215,7 +219,7 @@ QStringList frmTurnos::typed() const
         return time.isValid() ? time.toString(u"HH:mm") : box->text().trimmed();
     };
     return {cmbSel->currentText().trimmed(),
-            dtpDia->Day().toString(Qt::ISODate),
+            dtpDia->day().toString(Qt::ISODate),
             hour(txtHora),
             hour(txtAla),
             txtDesc->text().trimmed(),
@@ -246,7 +250,7 @@ void frmTurnos::loadConcepts()
 
 void frmTurnos::loadDay()
 {
-    m_appointments = dayAppointments(m_s, dtpDia->date());
+    m_appointments = dayAppointments(m_s, dtpDia->day());
     std::vector<ui::GridRow> rows;
     for (const DayTask &t : m_appointments)
         rows.push_back({{t.item, t.hor, t.patient, t.id}});
@@ -284,7 +288,7 @@ QString frmTurnos::hint() const
 /// What reminds of today's appointments has run.
 bool frmTurnos::remindsInVain() const
 {
-    return chkRec->isChecked() && dtpDia->date() == m_s.reloj.hoy;
+    return chkRec->isChecked() && dtpDia->day() == m_s.reloj.hoy;
 }
 
 void frmTurnos::hourLeft()
@@ -293,7 +297,7 @@ void frmTurnos::hourLeft()
     if (!hour.isValid())
         return help(m_s(text::TypeTheTime), true);
     txtHora->setText(longHour(hour));
-    help(m_s(text::Day) + u": "_s + QLocale().toString(dtpDia->date(), QLocale::LongFormat)
+    help(m_s(text::Day) + u": "_s + QLocale().toString(dtpDia->day(), QLocale::LongFormat)
          + u".  "_s + m_s(text::Hour) + u": "_s + longHour(hour) + u'.'
          + (remindsInVain() ? u'\n' + m_s(text::ReminderGoesInTheMorning) : QString()));
     const int near = nearestRow(m_appointments, hour);
@@ -326,7 +330,7 @@ Appointment frmTurnos::appointment() const
     Appointment t;
     t.item = cmbSel->Id();
     t.idm = ida;
-    t.dia = dtpDia->Day();
+    t.dia = dtpDia->day();
     t.hour = typedHour(txtHora->text());
     // What is no time is no alarm, without a word: it is optional.
     t.alarm = typedHour(txtAla->text());
@@ -342,11 +346,17 @@ void frmTurnos::book()
         help(m_s(text::ChooseConceptFirst), true);
         return cmbSel->setFocus();
     }
+    if (!dtpDia->commit())
+        return dtpDia->setFocus();
     if (!t.hour.isValid()) {
         txtHora->setFocus();
         txtHora->selectAll();
         return help(m_s(text::TypeTheTime), true);
     }
+    if (t.dia < m_s.reloj.hoy
+        && !m_s.dialogos.Pregunta(m_s(text::BookInThePastQuestion) + u"\n\n"_s
+                                  + QLocale().toString(t.dia, QLocale::LongFormat)))
+        return dtpDia->setFocus();
     if (guarded([&] { agenda::book(m_s, t); }))
         ui::FormBase::reject();
 }

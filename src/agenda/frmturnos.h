@@ -4,16 +4,10 @@
 #include "agenda/booking.h"
 #include "ui/form_base.h"
 
-namespace agenda
-{
-
-class DayBox;
-
-} // namespace agenda
-
 namespace ui
 {
 
+class DayBox;
 class Grid;
 class ListWithCompleted;
 class GridModel;
@@ -66,7 +60,7 @@ private:
     QLabel *lblPaciente = nullptr;
     QLabel *lblCliente = nullptr;
     ui::ListWithCompleted *cmbSel = nullptr;
-    agenda::DayBox *dtpDia = nullptr;
+    ui::DayBox *dtpDia = nullptr;
     QLineEdit *txtHora = nullptr;
     QLineEdit *txtAla = nullptr;
     QLineEdit *txtDesc = nullptr;

@@ -127,7 +127,7 @@ void silenceAlarms(Sesion &s, int idm)
 // Whose it is, so that a row chosen by mistake is seen.
 bool sure(Sesion &s, const QString &what)
 {
-    return s.dialogos.Pregunta(s(text::DeleteQuestion) + u"\n\n"_s + what);
+    return s.dialogos.askBeforeLoss(s(text::DeleteQuestion) + u"\n\n"_s + what);
 }
 
 bool isCommon(Sesion &s)

@@ -382,10 +382,13 @@ bool frmPropietarios::searchKey(QLineEdit *box, QKeyEvent *key)
     }
     if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
         return false;
-    if (ofClients)
-        openMenu();
-    else
+    const QString text = Txtapellidob->text();
+    if (!ofClients)
         searchAllPatients();
+    else if (!text.trimmed().isEmpty() && findOwner(*m_clients, text) < 0)
+        searchClient(text); // nobody is found: the client below is another one
+    else
+        openMenu();
     return true;
 }
 

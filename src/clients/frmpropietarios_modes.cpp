@@ -8,6 +8,7 @@
 #include "clients/owner_search.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
+#include "texts/ui.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
@@ -100,6 +101,10 @@ void frmPropietarios::startClient(Mode mode)
     m_client->loadLists();
     if (mode == Mode::New) {
         m_client->empty(nextClient(m_s));
+        // Whose animals they would be is not there yet.
+        const QScopedValueRollback busy(m_busy, true);
+        m_patients->set({});
+        m_patient->empty();
     } else {
         const auto client = readClient(m_s, m_shown.idc);
         if (!client)
@@ -155,8 +160,9 @@ void frmPropietarios::leaveMode()
 
 bool frmPropietarios::cancelMode()
 {
-    // Asked so that ENTER, pressed without reading, loses nothing.
-    if (typed() != m_toBegin && m_s.dialogos.Pregunta(m_s(text::LeaveUnsavedQuestion)))
+    if (typed() != m_toBegin
+        && m_s.dialogos.decide(m_s(text::LeaveUnsavedQuestion), m_s(text::KeepTyping),
+                               m_s(text::DiscardTyped)))
         return false;
     const bool wasClient = m_modeClient != Mode::Ver;
     leaveMode();
@@ -254,9 +260,14 @@ void frmPropietarios::savePatient()
                                                       m_patient->validBirth())) {
             return m_patient->focus(refused->field);
         }
+        if (const auto changed = m_patient->breedSpecies())
+            changeBreedSpecies(m_s, changed->breed, changed->esp);
         leaveMode();
         showPatients(m_shown.idc, patient.idm);
-        Ayu->success(m_s(text::PatientSaved) + u' ' + patient.nom.trimmed());
+        const auto saved = readPatient(m_s, patient.idm);
+        const bool kept = saved && saved->esp != patient.esp;
+        Ayu->success(m_s(text::PatientSaved) + u' ' + patient.nom.trimmed()
+                     + (kept ? u". "_s + m_s(text::SpeciesKept) : QString()));
         if (isNew)
             cmdnuevomas->setFocus();
         else

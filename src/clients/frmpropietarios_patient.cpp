@@ -10,6 +10,7 @@
 #include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
+#include "ui/day_box.h"
 #include "ui/help_line.h"
 #include "ui/theme.h"
 
@@ -69,7 +70,8 @@ void PatientPanel::build()
     cmbsex = list(u"cmbsex"_s, text::RegistryPatientSex);
     for (int i = 0; i < Sexes; ++i)
         cmbsex->addItem(m_s(text::Males + i), i);
-    Msknac = named(new ui::DateBox(m_s), u"Msknac"_s, m_s(text::RegistryPatientBirth));
+    Msknac = named(new ui::DayBox(m_s, store::Lean::Behind, ui::DayBox::Need::Optional),
+                   u"Msknac"_s, m_s(text::RegistryPatientBirth));
     lblEdad = named(new QLabel, u"lblEdad"_s, {});
     txtpes = named(new ui::NumberBox(m_s), u"txtpes"_s, m_s(text::RegistryPatientWeight));
     txtpes->setMaxLength(7); // no animal weighs more than 9999.99
@@ -184,6 +186,7 @@ void PatientPanel::show(const PatientRecord &record)
 {
     m_record = record;
     m_brought.reset();
+    m_breedSpecies.reset();
     txtidm->setText(record.idm ? QString::number(record.idm).rightJustified(5, u'0') : QString());
     txtnom->setText(record.nom);
     cmbraza->setEditText(record.breed);
@@ -235,7 +238,7 @@ PatientRecord PatientPanel::recordOf() const
     f.pel = cmbpel->currentData().toInt();
     f.car = txtcar->text();
     f.Chip = txtChip->text();
-    f.fecn = Msknac->Day();
+    f.fecn = Msknac->day();
     const auto weight = txtpes->numberOf();
     f.pes = weight ? weight->toDouble() : 0;
     f.sex = std::max(0, cmbsex->currentIndex());
@@ -249,7 +252,7 @@ PatientRecord PatientPanel::recordOf() const
 
 QString PatientPanel::speciesOf() const { return cmbespecie->currentText(); }
 
-bool PatientPanel::validBirth() const { return Msknac->valid(); }
+bool PatientPanel::validBirth() const { return Msknac->isAcceptable(); }
 
 QVariantMap PatientPanel::fieldsOf() const { return clients::leerCampos(chainOf()); }
 
@@ -301,13 +304,12 @@ void PatientPanel::takeBreed(const Entry &entry)
 void PatientPanel::changeSpecies()
 {
     if (const int breed = cmbraza->Id())
-        m_guard(
-            [this, breed] { changeBreedSpecies(m_s, breed, cmbespecie->currentData().toInt()); });
+        m_breedSpecies = {breed, cmbespecie->currentData().toInt()};
 }
 
 void PatientPanel::tellAge()
 {
-    const QString age = ageOf(m_s, Msknac->Day());
+    const QString age = ageOf(m_s, Msknac->day());
     lblEdad->setText(m_s(text::Age) + u": "_s + age);
     lblEdad->setVisible(!age.isEmpty());
 }
@@ -346,7 +348,7 @@ void PatientPanel::takePicture(const QImage &image)
 
 void PatientPanel::dropPhoto()
 {
-    if (!m_s.dialogos.Pregunta(m_s(text::RemovePhotoQuestion)))
+    if (!m_s.dialogos.askBeforeLoss(m_s(text::RemovePhotoQuestion)))
         return;
     m_guard([this] {
         removePhoto(m_s, m_record.idm);

@@ -9,7 +9,7 @@
 namespace ui
 {
 
-class DateBox;
+class DayBox;
 class NumberBox;
 
 } // namespace ui
@@ -64,6 +64,13 @@ public:
     QVariantMap fieldsOf() const;
     void setFields(const QVariantMap &values);
     void focus(Field field);
+    /// A breed that the user has put to another species, which the whole clinic's list takes over
+    /// when the patient is saved.
+    struct BreedSpecies {
+        int breed = 0;
+        int esp = 0;
+    };
+    std::optional<BreedSpecies> breedSpecies() const { return m_breedSpecies; }
     /// The boxes in the order of ENTER.
     QList<QWidget *> chainOf() const;
 
@@ -91,12 +98,13 @@ private:
     ui::bind::Guard m_guard;
     ui::HelpLine *m_help;
     PatientRecord m_record;
+    std::optional<BreedSpecies> m_breedSpecies;
     std::optional<Entry> m_brought; // the breed that chose the species
 
     QLineEdit *txtidm, *txtnom, *txtcar, *txtChip;
     ui::ListWithCompleted *cmbraza;
     QComboBox *cmbespecie, *cmbpel, *cmbsex, *cmbser;
-    ui::DateBox *Msknac;
+    ui::DayBox *Msknac;
     ui::NumberBox *txtpes;
     QCheckBox *chkped, *chkrep, *chkdec;
     QPlainTextEdit *txtobsmas, *txtinfomas;

@@ -1,10 +1,13 @@
 #include "clients/registry.h"
 
+#include "clients/mail_domains.h"
 #include "clients/reference_lists.h"
 #include "columns/configuracion.h"
 #include "store/identifiers.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
+
+#include <QRegularExpression>
 
 using namespace clients;
 using namespace Qt::StringLiterals;
@@ -92,6 +95,7 @@ bool save(Sesion &s, const ClientRecord &f)
     if (!f.codp2.trimmed().isEmpty())
         s.clientes->Execute("update clientes set faltadir = 0 where idc = ? and faltadir <> 0",
                             f.idc);
+    settleMail(s, f.email, f.idc);
     countUses(s, p);
     return true;
 }
@@ -128,14 +132,31 @@ struct Repeated {
     QString tel2;
 };
 
-std::optional<Repeated> withTelephone(Sesion &s, const QString &tel2)
+// The numbers of a box, by their digits: 555-0155 is 5550155.
+QStringList numbersOf(const QString &telephones)
 {
-    if (tel2.isEmpty())
+    constexpr int Shortest = 3;
+    QStringList numbers;
+    for (const QString &one : telephones.split(u','))
+        if (const QString digits = QString(one).remove(QRegularExpression(u"\\D"_s));
+            digits.size() >= Shortest)
+            numbers << digits;
+    return numbers;
+}
+
+std::optional<Repeated> withTelephone(Sesion &s, const ClientRecord &f)
+{
+    const QStringList wanted = numbersOf(f.tel2 + u',' + f.telc2);
+    if (wanted.isEmpty())
         return std::nullopt;
-    const Recordset r = s.clientes->OpenSnapshot(
-        "select top 1 idc, ayn, tel2 from clientes where tel2 = ? order by idc", tel2);
-    return r.EOF_() ? std::nullopt
-                    : std::optional(Repeated{r[0].toInt(), r[1].toText(), r[2].toText()});
+    Recordset r = s.clientes->OpenSnapshot("select idc, ayn, tel2, telc2 from clientes where "
+                                           "tel2 <> '' or telc2 <> '' order by idc");
+    for (; !r.EOF_(); r.MoveNext())
+        for (const QString &telephones : {r[2].toText(), r[3].toText()})
+            for (const QString &number : numbersOf(telephones))
+                if (wanted.contains(number))
+                    return Repeated{r[0].toInt(), r[1].toText(), telephones};
+    return std::nullopt;
 }
 
 } // namespace
@@ -230,7 +251,7 @@ Addition clients::addClient(Sesion &s, const ClientRecord &record)
     Addition addition;
     if ((addition.rejection = check(s, record)))
         return addition;
-    const auto repeated = withTelephone(s, record.tel2.trimmed());
+    const auto repeated = withTelephone(s, record);
     if (repeated
         && !s.dialogos.confirm(s(text::SameClientFound) + u' ' + repeated->ayn
                                + s(text::SameClientTelephone) + u' ' + repeated->tel2 + u". "_s
@@ -242,6 +263,7 @@ Addition clients::addClient(Sesion &s, const ClientRecord &record)
     const Places places = placesOf(s, record);
     addition.id = insertClient(s, record, places.dep, places.loc);
     countUses(s, places);
+    settleMail(s, record.email, addition.id);
     lote.commit();
     return addition;
 }

@@ -7,6 +7,7 @@
 #include "contact/contact.h"
 #include "messages/mail.h"
 #include "messages/templates.h"
+#include "printing/document_set.h"
 #include "printing/letter.h"
 #include "printing/report.h"
 #include "store/data_folder.h"
@@ -387,6 +388,8 @@ void sendLetters(Sesion &s, QDate hoy)
     const std::vector<Pending> pending = readPending(
         s, "medio = 2 and fmedio is null and fcreacion = ? order by tip, ida, id", {hoy});
     s.progress.tellStage(s(text::PerformingTasks));
+    printing::DocumentSet letters; // one print job, and one question where there is no printer
+    store::Answer answer = store::Answer::Yes;
     for (size_t i = 0; i < pending.size();) {
         const Group group = groupFrom(pending, i);
         const Pending &p = group.front();
@@ -406,11 +409,14 @@ void sendLetters(Sesion &s, QDate hoy)
             continue;
         const QString name = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
                                       : LeerCampo(s, "clientes", "clientes", idc, "ayn");
-        if (s.dialogos.Pregunta(s(text::PrintLetterQuestion) + u' ' + name + u'?'))
-            printing::printOrTell(
-                s, *printing::composeLetter(
-                       s, printing::letterTitle(agenda::taskReason(s, p.tip), name), text));
+        if (answer != store::Answer::All && answer != store::Answer::None)
+            answer = s.dialogos.askOfSeries(s(text::PrintLetterQuestion) + u' ' + name + u'?');
+        if (answer == store::Answer::Yes || answer == store::Answer::All)
+            letters.add(printing::composeLetter(
+                s, printing::letterTitle(agenda::taskReason(s, p.tip), name), text));
     }
+    if (!letters.isEmpty())
+        printing::printOrTell(s, letters);
 }
 
 } // namespace

@@ -15,6 +15,9 @@ struct Option {
     bool marked = false;
 };
 
+/// An answer to one of a series of questions; the last two are for those that follow as well.
+enum class Answer { Yes, No, All, None };
+
 } // namespace store
 
 /// Everything that a rule may ask or tell. Backing out of an answer is nullopt.
@@ -25,6 +28,18 @@ public:
     virtual void Mensaje(const QString &text) = 0;
     /// Yes or No.
     virtual bool Pregunta(const QString &text) = 0;
+    /// The same about what cannot be taken back: ENTER alone is a No.
+    virtual bool askBeforeLoss(const QString &text) { return Pregunta(text); }
+    /// One of a series: all and none can be said at once.
+    virtual store::Answer askOfSeries(const QString &text)
+    {
+        return Pregunta(text) ? store::Answer::Yes : store::Answer::No;
+    }
+    /// The same between two things that can be done, the first of which loses nothing.
+    virtual bool decide(const QString &text, const QString &, const QString &)
+    {
+        return Pregunta(text);
+    }
     /// The same with the buttons OK and Cancel, for texts that name them.
     virtual bool confirm(const QString &text) = 0;
     virtual std::optional<QString> PedirTexto(const QString &title, const QString &text,

@@ -1,7 +1,5 @@
 #include "ui/boxes.h"
 
-#include "texts/ui.h"
-
 #include <QKeyEvent>
 #include <QLocale>
 #include <QValidator>
@@ -14,8 +12,6 @@ namespace
 
 constexpr int MostDigits = 9;     // what fits an int whatever the digits are
 constexpr int LongestNumber = 21; // of an amount, with sign and mark
-constexpr int FirstYear = 1000;   // four digits
-constexpr QChar DateMark = u'/';
 
 /// Takes out of a text whatever cannot be part of the value, also when it is pasted or dropped.
 class Filter : public QValidator
@@ -152,49 +148,6 @@ void NumberBox::keyPressEvent(QKeyEvent *event)
     }
     if (c.isNull() || isDigit(c))
         QLineEdit::keyPressEvent(event);
-}
-
-DateBox::DateBox(Sesion &s, QWidget *parent) : QLineEdit(parent), m_s(s)
-{
-    setInputMask(u"00/00/0000;_"_s);
-    const QString form = s(store::isMonthFirst() ? text::MonthFirstMask : text::DayFirstMask);
-    setToolTip(form);
-    setAccessibleDescription(form);
-}
-
-bool DateBox::empty() const { return text().remove(DateMark).isEmpty(); }
-
-bool DateBox::valid() const { return empty() || Day().isValid(); }
-
-QDate DateBox::Day() const
-{
-    const auto n = parts(text(), DateMark);
-    if (n.size() != 3 || !n[0] || !n[1] || !n[2] || *n[2] < FirstYear)
-        return {};
-    return store::isMonthFirst() ? QDate(*n[2], *n[0], *n[1]) : QDate(*n[2], *n[1], *n[0]);
-}
-
-void DateBox::setDay(QDate dia) { setText(store::dayText(dia)); }
-
-void DateBox::focusInEvent(QFocusEvent *event)
-{
-    QLineEdit::focusInEvent(event);
-    if (empty())
-        setCursorPosition(0);
-}
-
-void DateBox::focusOutEvent(QFocusEvent *event)
-{
-    const bool bad = isLeft(*event) && !valid();
-    if (bad)
-        clear();
-    QLineEdit::focusOutEvent(event);
-    if (!bad)
-        return;
-    m_s.dialogos.Mensaje(m_s(text::InvalidDate));
-    // Back to the box, or what is typed on would land in the next one.
-    QMetaObject::invokeMethod(
-        this, [this] { setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
 }
 
 HourBox::HourBox(QWidget *parent) : QLineEdit(parent) { setInputMask(u"00:00;_"_s); }

@@ -49,28 +49,6 @@ private:
     QChar m_separator;
 };
 
-/// A day typed over the mask "__/__/____", in the order of the locale. On leaving it with what is
-/// no day the user is told "Fecha invalida" and the empty mask comes back.
-class DateBox : public QLineEdit
-{
-    Q_OBJECT
-public:
-    explicit DateBox(Sesion &s, QWidget *parent = nullptr);
-    /// Nothing but the mask.
-    bool empty() const;
-    /// Empty, or a day.
-    bool valid() const;
-    QDate Day() const;
-    void setDay(QDate dia);
-
-protected:
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
-
-private:
-    Sesion &m_s;
-};
-
 /// A time of day over the mask "__:__". Anything else becomes empty on leaving, after
 /// editingFinished has told it.
 class HourBox : public QLineEdit

@@ -1,5 +1,7 @@
 #include "ui/calm_keyboard.h"
 
+#include "ui/window_dialogs.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -12,7 +14,8 @@ constexpr int CalmMs = 1000;
 
 } // namespace
 
-KeyboardInCalm::KeyboardInCalm() : m_written(QApplication::focusWidget())
+KeyboardInCalm::KeyboardInCalm()
+    : m_written(QApplication::focusWidget()), m_pause(WindowDialogs::setPause(0))
 {
     if (m_written && !m_written->testAttribute(Qt::WA_InputMethodEnabled))
         m_written = nullptr; // nothing is typed there
@@ -20,7 +23,11 @@ KeyboardInCalm::KeyboardInCalm() : m_written(QApplication::focusWidget())
     qApp->installEventFilter(this);
 }
 
-KeyboardInCalm::~KeyboardInCalm() { qApp->removeEventFilter(this); }
+KeyboardInCalm::~KeyboardInCalm()
+{
+    qApp->removeEventFilter(this);
+    WindowDialogs::setPause(m_pause);
+}
 
 bool KeyboardInCalm::eventFilter(QObject *, QEvent *event)
 {

@@ -29,6 +29,7 @@ private:
 
     QPointer<QWidget> m_written; // where somebody may be typing
     QElapsedTimer m_lastFrom;
+    int m_pause; // of boxes, which is not needed beside this one
     bool m_calm = false;
     const QEvent *m_own = nullptr; // a key on its way there
 };

@@ -4,6 +4,9 @@
 #include "store/opening.h"
 #include "store/settings_row.h"
 #include "store/upkeep.h"
+#include "texts/texts.h"
+#include "ui/day_box.h"
+#include "ui/field_note.h"
 #include "ui/pictures.h"
 
 #include <QAbstractButton>
@@ -199,10 +202,9 @@ bool FormBase::eventFilter(QObject *watched, QEvent *event)
     const auto &key = *static_cast<QKeyEvent *>(event);
 
     if (key.text() == u"'" && watched->property(NoApostrophe).toBool()) {
-        int code = u'\'';
-        FiltrarApostrofe(m_s, code);
-        if (code == 0)
-            return true;
+        // As FiltrarApostrofe has it, but beside the box: what is typed behind it is not lost.
+        refuse(qobject_cast<QWidget *>(watched), m_s(text::ApostropheRefused));
+        return true;
     }
     const bool movesOn = hasSeveralLines(watched)
                              ? isEnterKey(key) && key.modifiers() & Qt::ControlModifier
@@ -216,6 +218,9 @@ bool FormBase::eventFilter(QObject *watched, QEvent *event)
 
 void FormBase::moveOn(QObject *from)
 {
+    // What is no day is told beside the box, which keeps the focus.
+    if (auto *day = qobject_cast<DayBox *>(from); day && !day->commit())
+        return;
     QWidget *next = m_nextBox.value(from);
     while (next && !(next->isEnabled() && next->isVisibleTo(this)))
         next = m_nextBox.value(next);

@@ -1,12 +1,14 @@
 #include "ui/window_dialogs.h"
 
 #include "texts/texts.h"
+#include "texts/ui.h"
 #include "ui/form_base.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QPlainTextEdit>
@@ -25,8 +27,9 @@ namespace
 constexpr int TextWidth = 460;
 constexpr int EntryWidth = 320;
 constexpr int OptionsWorthAFilter = 12;
+constexpr int FirstResult = 2; // behind QDialog's own
 
-/// Numbers of the captions.
+int pauseMs = 300;
 
 /// One modal box: what it says above, an optional body, buttons below.
 class Box : public QDialog
@@ -34,6 +37,7 @@ class Box : public QDialog
 public:
     explicit Box(const QString &title) : QDialog(QApplication::activeWindow())
     {
+        qApp->installEventFilter(this);
         setObjectName(u"CajaDeDialogo"_s);
         setWindowTitle(title);
         setWindowModality(Qt::ApplicationModal);
@@ -71,6 +75,26 @@ public:
         m_layout->addLayout(row);
     }
 
+    /// ENTER presses the last button instead of the first.
+    void standOnNo()
+    {
+        auto *no = findChild<QPushButton *>(u"cmdCancelar"_s);
+        m_accept->setAutoDefault(false);
+        m_accept->setDefault(false);
+        no->setDefault(true);
+        no->setFocus();
+    }
+
+    /// One more button, which ends the box with a result of its own.
+    void anotherButton(const QString &name, const QString &caption, int result)
+    {
+        auto *row = qobject_cast<QHBoxLayout *>(m_layout->itemAt(m_layout->count() - 1)->layout());
+        auto *b = named(new QPushButton(u'&' + caption), name, caption);
+        b->setAutoDefault(false);
+        connect(b, &QPushButton::clicked, this, [this, result] { done(result); });
+        row->addWidget(b);
+    }
+
     /// The first letter of a button is enough where nothing can be typed.
     void answerByLetter()
     {
@@ -80,6 +104,24 @@ public:
     }
 
     QPushButton *acceptButton() const { return m_accept; }
+
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        m_shown.start();
+        QDialog::showEvent(event);
+    }
+
+    // What was typed for the form behind it answers nothing.
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        const auto type = event->type();
+        const bool key = type == QEvent::KeyPress || type == QEvent::ShortcutOverride;
+        if (!key || !m_shown.isValid() || m_shown.elapsed() >= pauseMs)
+            return false;
+        event->accept();
+        return true;
+    }
 
 private:
     QPushButton *button(QHBoxLayout *row, const QString &name, const QString &caption,
@@ -116,6 +158,7 @@ private:
 
     QVBoxLayout *m_layout = nullptr;
     QPushButton *m_accept = nullptr;
+    QElapsedTimer m_shown;
 };
 
 QStandardItemModel *modelOf(const QStringList &columns, const QList<store::Option> &options,
@@ -239,6 +282,8 @@ bool WindowDialogs::isOneOpen()
     return modal && modal->objectName() == u"CajaDeDialogo";
 }
 
+int WindowDialogs::setPause(int ms) { return std::exchange(pauseMs, ms); }
+
 void WindowDialogs::Mensaje(const QString &text)
 {
     Box box(u"Kelvara"_s);
@@ -254,6 +299,46 @@ bool WindowDialogs::Pregunta(const QString &text)
     box.buttons(m_texts(text::Yes), m_texts(text::No));
     box.answerByLetter();
     return box.exec() == QDialog::Accepted;
+}
+
+bool WindowDialogs::askBeforeLoss(const QString &text)
+{
+    Box box(u"Kelvara"_s);
+    box.say(text, u"pregunta"_s);
+    box.buttons(m_texts(text::Yes), m_texts(text::No));
+    box.standOnNo();
+    box.answerByLetter();
+    return box.exec() == QDialog::Accepted;
+}
+
+store::Answer WindowDialogs::askOfSeries(const QString &text)
+{
+    constexpr int All = FirstResult, None = FirstResult + 1;
+    Box box(u"Kelvara"_s);
+    box.say(text, u"pregunta"_s);
+    box.buttons(m_texts(text::Yes), m_texts(text::No));
+    box.anotherButton(u"cmdTodas"_s, m_texts(text::AllOfThem), All);
+    box.anotherButton(u"cmdNinguna"_s, m_texts(text::NoneOfThem), None);
+    switch (box.exec()) {
+    case QDialog::Accepted:
+        return store::Answer::Yes;
+    case All:
+        return store::Answer::All;
+    case None:
+        return store::Answer::None;
+    default:
+        return store::Answer::No;
+    }
+}
+
+bool WindowDialogs::decide(const QString &text, const QString &yes, const QString &no)
+{
+    Box box(u"Kelvara"_s);
+    box.say(text, u"pregunta"_s);
+    box.buttons(yes);
+    box.anotherButton(u"cmdDescartar"_s, no, FirstResult);
+    box.answerByLetter();
+    return box.exec() != FirstResult; // ESC loses nothing either
 }
 
 bool WindowDialogs::confirm(const QString &text)

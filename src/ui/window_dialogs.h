@@ -16,6 +16,9 @@ public:
 
     void Mensaje(const QString &text) override;
     bool Pregunta(const QString &text) override;
+    bool askBeforeLoss(const QString &text) override;
+    store::Answer askOfSeries(const QString &text) override;
+    bool decide(const QString &text, const QString &yes, const QString &no) override;
     bool confirm(const QString &text) override;
     std::optional<QString> PedirTexto(const QString &title, const QString &text,
                                       const QString &initial = {}) override;
@@ -28,6 +31,9 @@ public:
     std::optional<QString> saveFile(const QString &title, const QString &proposed,
                                     const QString &filter) override;
 
+    /// How long a box that has come up takes no key: it may have been meant for what lies behind.
+    /// @return how long it was before
+    static int setPause(int ms);
     /// Whether a box waits for an answer now.
     static bool isOneOpen();
 

@@ -4,6 +4,7 @@
 #include "agenda_clinic.h"
 #include "texts/agenda.h"
 #include "texts/texts.h"
+#include "ui/day_box.h"
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 
@@ -11,7 +12,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
@@ -66,7 +66,7 @@ protected:
         QTest::keyClick(where, k, m);
     }
     void click(const QString &button) { the<QPushButton>(button)->click(); }
-    QDate day() { return the<QDateEdit>(u"dtpAgenda"_s)->date(); }
+    QDate day() { return the<ui::DayBox>(u"dtpAgenda"_s)->day(); }
     QString details()
     {
         QStringList rows;
@@ -104,7 +104,7 @@ protected:
         QTimer::singleShot(0, qApp, [this, book] {
             QWidget *dialog = QApplication::activeModalWidget();
             ASSERT_TRUE(dialog);
-            asked << dialog->findChild<QDateEdit *>(u"dtpDia"_s)->date().toString(Qt::ISODate)
+            asked << dialog->findChild<ui::DayBox *>(u"dtpDia"_s)->day().toString(Qt::ISODate)
                          + u' ' + dialog->findChild<QLineEdit *>(u"txtHora"_s)->text() + u' '
                          + dialog->findChild<QLabel *>(u"lblPaciente"_s)->text();
             if (book) {
@@ -196,7 +196,7 @@ TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)
     for (int i = 0; i < 5; ++i)
         task(control, 1, hoy, QTime(9 + i, 0));
     open();
-    EXPECT_EQ(the<QDateEdit>(u"dtpPasarTarea"_s)->date(), hoy.addDays(1));
+    EXPECT_EQ(the<ui::DayBox>(u"dtpPasarTarea"_s)->day(), hoy.addDays(1));
     press(list(), Qt::Key_Down);
     press(list(), Qt::Key_Down, Qt::ShiftModifier);
     ask.wait(s(text::DelayTasksQuestion));
@@ -209,7 +209,7 @@ TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)
     press(list(), Qt::Key_Delete);
     EXPECT_EQ(tasks("id, dia"), u"1|2026-03-11\n2|2026-03-12\n3|2026-03-12\n"_s);
     // To the day that is shown: nothing leaves.
-    the<QDateEdit>(u"dtpPasarTarea"_s)->setDate(hoy);
+    the<ui::DayBox>(u"dtpPasarTarea"_s)->setDay(hoy);
     ask.wait(s(text::DelayTasksQuestion));
     click(u"cmdPasarTarea"_s);
     EXPECT_EQ(details(), u"09:00 A check"_s);

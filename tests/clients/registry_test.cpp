@@ -136,10 +136,10 @@ TEST_F(Registry, AChangeKeepsDaysAndDebtAndTellsWhenTheClientIsGone)
     f.deuda = false;
     EXPECT_FALSE(modifyClient(s, f));
     const char *state = "ayn, feci, fecu, deuda, obra, faltadir, faltamail";
-    EXPECT_EQ(Clientes(state), u"Ana María|2020-01-01|2021-01-01|-1|3|-1|-1\n"_s);
+    EXPECT_EQ(Clientes(state), u"Ana María|2020-01-01|2021-01-01|-1|3|-1|0\n"_s);
     f.codp2 = u"11300"_s; // letters can go now
     EXPECT_FALSE(modifyClient(s, f));
-    EXPECT_EQ(Clientes(state), u"Ana María|2020-01-01|2021-01-01|-1|3|0|-1\n"_s);
+    EXPECT_EQ(Clientes(state), u"Ana María|2020-01-01|2021-01-01|-1|3|0|0\n"_s);
 
     s.clientes->Execute("delete * from clientes");
     f.region = u"Nueva"_s;

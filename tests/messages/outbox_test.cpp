@@ -260,8 +260,7 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     EnviarMensajes(s, hoy);
     EXPECT_EQ(tasks(), u"-46|11|2|2026-03-11\n-51|11|1|\n-42|11|2|2026-03-11\n-41|11|1|\n"
                        u"-43|2|2|2026-03-11\n-46|12|1|\n"_s);
-    EXPECT_EQ(impresion.printed, (QStringList{u"Congratulations on birthday - Toby"_s,
-                                              u"Scheduled product reminder - Toby"_s}));
+    EXPECT_EQ(impresion.printed, QStringList{u"Congratulations on birthday - Toby (+1)"_s});
     EXPECT_EQ(board(), line);
     EXPECT_TRUE(errors().contains(u"onnect"_s)) << errors().toStdString();
 }

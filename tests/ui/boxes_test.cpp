@@ -2,6 +2,7 @@
 #include "texts/ui.h"
 #include "ui/boxes.h"
 #include "ui/completion_list.h"
+#include "ui/day_box.h"
 #include "ui/help_line.h"
 
 #include <QApplication>
@@ -95,45 +96,75 @@ TEST_F(TypedBoxes, ANumberHasOneMarkWhicheverKeyTypedIt)
     EXPECT_EQ(box.text(), u"-0,25"_s) << "what is stored is shown as it is";
 }
 
-TEST_F(TypedBoxes, DigitsFlowOverTheMaskOfADay)
+TEST(TypedDay, IsReadAsPeopleTypeIt)
 {
-    DateBox box(s);
-    EXPECT_EQ(box.displayText(), u"__/__/____"_s);
-    EXPECT_TRUE(box.empty() && box.valid());
-    open(box);
-    QTest::keyClicks(&box, u"29x022024"_s);
-    EXPECT_EQ(box.Day(), QDate(2024, 2, 29));
-    leave();
-    EXPECT_EQ(box.displayText(), u"29/02/2024"_s);
-
+    const QDate today(2026, 3, 11); // a Wednesday
+    const auto read = [today](const QString &text, store::Lean lean = store::Lean::Ahead) {
+        return store::readDay(text, today, lean).toString(Qt::ISODate);
+    };
+    const std::pair<QString, QString> days[] = {
+        {u"12/01/2026"_s, u"2026-01-12"_s}, {u"12-1-26"_s, u"2026-01-12"_s},
+        {u"120126"_s, u"2026-01-12"_s},     {u"12012026"_s, u"2026-01-12"_s},
+        {u"2026-01-12"_s, u"2026-01-12"_s}, {u" 15 . 4 "_s, u"2026-04-15"_s},
+        {u"1504"_s, u"2026-04-15"_s},       {u"15"_s, u"2026-03-15"_s},
+        {u"+7"_s, u"2026-03-18"_s},         {u"-1"_s, u"2026-03-10"_s},
+        {u"+2w"_s, u"2026-03-25"_s},        {u"+1m"_s, u"2026-04-11"_s},
+        {u"lunes"_s, u"2026-03-16"_s},      {u"Wednesday"_s, u"2026-03-18"_s},
+        {u"sáb"_s, u"2026-03-14"_s},        {u"hoje"_s, u"2026-03-11"_s},
+        {u"Mañana"_s, u"2026-03-12"_s},     {u"29/2"_s, u"2028-02-29"_s},
+        {u"8/2"_s, u"2026-02-08"_s},        {u"8/3"_s, u"2026-03-08"_s},
+        {u"7/2"_s, u"2027-02-07"_s},
+    };
+    for (const auto &[typed, day] : days)
+        EXPECT_EQ(read(typed), day) << typed.toStdString();
+    for (const QString &none : {u""_s, u"31/2"_s, u"12/13/2026"_s, u"1/1/1899"_s, u"1/1/2200"_s,
+                                u"12/3/026"_s, u"123"_s, u"x"_s, u"1/2/3/4"_s, u"0"_s, u"32"_s})
+        EXPECT_EQ(read(none), QString()) << none.toStdString();
+    EXPECT_EQ(read(u"12/3"_s, store::Lean::Behind), u"2025-03-12"_s);
+    EXPECT_EQ(read(u"12/3/27"_s, store::Lean::Behind), u"1927-03-12"_s);
     QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
-    EXPECT_FALSE(box.valid()) << "no month 29";
-    box.setDay(QDate(2026, 3, 11));
-    EXPECT_EQ(box.text(), u"03/11/2026"_s);
-    EXPECT_EQ(box.Day(), QDate(2026, 3, 11));
-    box.setDay({});
-    EXPECT_TRUE(box.empty());
+    EXPECT_EQ(read(u"4/15"_s), u"2026-04-15"_s);
+    QLocale::setDefault(QLocale::c());
 }
 
-TEST_F(TypedBoxes, ABadDayIsToldOnLeavingAndTheMaskComesBack)
+TEST_F(TypedBoxes, ADayIsTakenOnLeavingOrStaysAsTypedAndIsToldBesideTheBox)
 {
-    DateBox box(s);
+    DayBox box(s, store::Lean::Behind, DayBox::Need::Optional);
     open(box);
-    for (const QString &bad :
-         {u"31022024"_s, u"29022023"_s, u"110326"_s, u"1103"_s, u"11030026"_s}) {
+    EXPECT_TRUE(box.isEmpty() && box.isAcceptable());
+    QTest::keyClicks(&box, u"290224"_s);
+    EXPECT_EQ(box.day(), QDate(2024, 2, 29));
+    leave();
+    EXPECT_EQ(box.text(), u"29/02/2024"_s);
+    const auto note = [this] {
+        const auto *label = window.findChild<QLabel *>(u"lblNotaDelCampo"_s);
+        return label && label->isVisible() ? label->text() : QString();
+    };
+    for (const QString &bad : {u"31022024"_s, u"tomorrow"_s}) { // the last one: not born yet
         retype(box, bad);
-        EXPECT_FALSE(box.valid()) << bad.toStdString();
-        EXPECT_FALSE(box.Day().isValid());
-        ask.wait(s(text::InvalidDate));
         leave();
-        EXPECT_EQ(box.displayText(), u"__/__/____"_s);
+        EXPECT_EQ(box.text(), bad) << "nothing typed is lost";
+        EXPECT_FALSE(box.isAcceptable() || box.day().isValid());
+        EXPECT_TRUE(box.property("falla").toBool());
+        EXPECT_NE(note(), QString());
     }
     box.setFocus();
-    leave(); // an empty one is nothing to complain about
-    EXPECT_EQ(store::Texts(store::Language::Spanish)(9300), u"Fecha invalida"_s);
-
-    retype(box, u"99"_s);
-    window.hide(); // closing the form is no moment for a message
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_EQ(box.day(), QDate(2024, 2, 29));
+    EXPECT_FALSE(box.property("falla").toBool());
+    EXPECT_EQ(note(), QString());
+    QTest::keyClick(&box, Qt::Key_Up);
+    EXPECT_EQ(box.day(), QDate(2024, 3, 1));
+    box.setDay(s.reloj.hoy);
+    QTest::keyClick(&box, Qt::Key_Up);
+    EXPECT_EQ(box.day(), s.reloj.hoy) << "no further than it may go";
+    retype(box, u""_s);
+    leave();
+    EXPECT_TRUE(box.isAcceptable());
+    QTest::keyClick(&box, Qt::Key_F4);
+    const QPointer<QWidget> month = box.findChild<QWidget *>(u"_calendario"_s);
+    ASSERT_TRUE(month);
+    month->close();
 }
 
 TEST_F(TypedBoxes, ATimeIsWholeOrNothing)

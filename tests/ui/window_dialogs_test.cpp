@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -60,6 +61,7 @@ QList<int> values(const std::optional<QList<store::Option>> &chosen)
 class Boxes : public testing::Test
 {
 protected:
+    Boxes() { WindowDialogs::setPause(0); }
     WindowDialogs dialogs{store::Texts(store::Language::English)};
 };
 
@@ -74,6 +76,42 @@ TEST_F(Boxes, AQuestionIsAnsweredByEnterEscapeOrTheFirstLetter)
         EXPECT_EQ(dialogs.Pregunta(u"Delete?"_s), yes) << k;
     }
     EXPECT_FALSE(WindowDialogs::isOneOpen());
+}
+
+TEST_F(Boxes, WhatCannotBeTakenBackStandsOnNoAndWhatLosesNothingComesFirst)
+{
+    for (const auto &[k, yes] : {std::pair(Qt::Key_Return, false), std::pair(Qt::Key_Escape, false),
+                                 std::pair(Qt::Key_Y, true)}) {
+        whenOpenPress({k});
+        EXPECT_EQ(dialogs.askBeforeLoss(u"Delete?"_s), yes) << k;
+    }
+    for (const auto &[k, keep] : {std::pair(Qt::Key_Return, true), std::pair(Qt::Key_Escape, true),
+                                  std::pair(Qt::Key_D, false)}) {
+        whenOpenPress({k});
+        EXPECT_EQ(dialogs.decide(u"Not saved."_s, u"Keep"_s, u"Discard"_s), keep) << k;
+    }
+    for (const auto &[name, answer] : {std::pair(u"cmdTodas"_s, store::Answer::All),
+                                       std::pair(u"cmdNinguna"_s, store::Answer::None),
+                                       std::pair(u"cmdAceptar"_s, store::Answer::Yes),
+                                       std::pair(u"cmdCancelar"_s, store::Answer::No)}) {
+        whenOpen([name = name](QWidget &box) { box.findChild<QPushButton *>(name)->click(); });
+        EXPECT_EQ(dialogs.askOfSeries(u"Print?"_s), answer);
+    }
+}
+
+TEST_F(Boxes, AKeyMeantForWhatLiesBehindAnswersNothing)
+{
+    WindowDialogs::setPause(60'000);
+    bool stood = false;
+    whenOpen([&stood](QWidget &box) {
+        for (const Qt::Key k : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Y})
+            key(box, k);
+        stood = box.isVisible();
+        WindowDialogs::setPause(0);
+        key(box, Qt::Key_Y);
+    });
+    EXPECT_TRUE(dialogs.Pregunta(u"Delete?"_s));
+    EXPECT_TRUE(stood);
 }
 
 TEST_F(Boxes, ANameWithMarkUpIsShownAsItIs)

@@ -24,7 +24,7 @@ namespace
 
 constexpr QSize FirstSize{1280, 700};
 constexpr QSize Smallest{1020, 560};
-constexpr int DayBoxWidth = 132;
+constexpr int DayBoxWidth = 172;
 constexpr int ListWidth = 600, HoursWidth = 620;
 
 QLabel *caption(const QString &text, QWidget *buddy)

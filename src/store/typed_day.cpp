@@ -32,7 +32,7 @@ QDate dayNamed(const QString &word, QDate today)
     constexpr struct {
         const char16_t *name;
         int days;
-    } near[] = {{u"hoy", 0},    {u"hoje", 0},      {u"today", 0},     {u"manana", 1}, {u"amanha", 1},
+    } near[] = {{u"hoy", 0},      {u"hoje", 0},  {u"today", 0},  {u"manana", 1},    {u"amanha", 1},
                 {u"tomorrow", 1}, {u"ayer", -1}, {u"ontem", -1}, {u"yesterday", -1}};
     for (const auto &[name, days] : near)
         if (QString::fromUtf16(name).startsWith(word))
@@ -50,9 +50,9 @@ QDate fromToday(const QRegularExpressionMatch &m, QDate today)
 {
     const int n = m.captured(2).toInt() * (m.captured(1) == u"-" ? -1 : 1);
     const QString unit = m.captured(3);
-    return unit == u"m"                     ? today.addMonths(n)
+    return unit == u"m"                   ? today.addMonths(n)
            : unit == u"w" || unit == u"s" ? today.addDays(7 * n)
-                                              : today.addDays(n);
+                                          : today.addDays(n);
 }
 
 QDate withoutYear(int day, int month, QDate today, Lean lean)

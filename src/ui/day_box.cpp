@@ -81,10 +81,7 @@ void DayBox::setDay(QDate day)
 
 bool DayBox::isEmpty() const { return text().trimmed().isEmpty(); }
 
-bool DayBox::isAcceptable() const
-{
-    return isEmpty() ? m_need == Need::Optional : day().isValid();
-}
+bool DayBox::isAcceptable() const { return isEmpty() ? m_need == Need::Optional : day().isValid(); }
 
 void DayBox::setRange(QDate first, QDate last)
 {

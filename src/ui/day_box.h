@@ -13,8 +13,8 @@ namespace ui
 {
 
 /// A day that is typed as people do (see store::readDay), walked by UP and DOWN, or picked from a
-/// calendar (ALT+DOWN, F4). The weekday stands behind it. What is no day, or none that the box takes,
-/// stays as it was typed and is told beside the box; ESC brings back the day before.
+/// calendar (ALT+DOWN, F4). The weekday stands behind it. What is no day, or none that the box
+/// takes, stays as it was typed and is told beside the box; ESC brings back the day before.
 class DayBox : public QLineEdit
 {
     Q_OBJECT

@@ -4,6 +4,7 @@
 #include "ui/theme.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,6 +24,29 @@ constexpr const char *Fault = "falla";
 constexpr int NoteMs = 6000;
 const QString NoteName = u"lblNotaDelCampo"_s;
 
+/// Stands until the next key, lest it hides what is typed below.
+class Note : public QLabel
+{
+public:
+    explicit Note(QWidget *window) : QLabel(window)
+    {
+        setObjectName(NoteName);
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+        setFocusPolicy(Qt::NoFocus);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        qApp->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress && isVisible())
+            hide();
+        return false;
+    }
+};
+
 void frame(QWidget *box, bool fault)
 {
     if (box->property(Fault).toBool() == fault)
@@ -41,25 +65,20 @@ void show(QWidget *box, const QString &why)
 {
     QWidget *window = box->window();
     QLabel *note = noteOf(box);
-    if (!note) {
-        note = new QLabel(window);
-        note->setObjectName(NoteName);
-        note->setTextFormat(Qt::PlainText);
-        note->setWordWrap(true);
-        note->setFocusPolicy(Qt::NoFocus);
-        note->setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
+    if (!note)
+        note = new Note(window);
     note->setText(why);
     note->setAccessibleName(why);
-    note->setFixedWidth(std::min(window->width() - 2 * space::S,
-                                 std::max(box->width(), 36 * note->fontMetrics().averageCharWidth())));
+    note->setFixedWidth(
+        std::min(window->width() - 2 * space::S,
+                 std::max(box->width(), 36 * note->fontMetrics().averageCharWidth())));
     note->adjustSize();
     const QPoint below = box->mapTo(window, QPoint(0, box->height() + 2));
     const QPoint above = box->mapTo(window, QPoint(0, -note->height() - 2));
     const bool fits = below.y() + note->height() <= window->height();
-    note->move(std::clamp((fits ? below : above).x(), 0,
-                          std::max(0, window->width() - note->width())),
-               (fits ? below : above).y());
+    note->move(
+        std::clamp((fits ? below : above).x(), 0, std::max(0, window->width() - note->width())),
+        (fits ? below : above).y());
     note->show();
     note->raise();
     QTimer::singleShot(NoteMs, note, &QLabel::hide);

@@ -86,10 +86,12 @@ public:
     }
 
     /// One more button, which ends the box with a result of its own.
-    void anotherButton(const QString &name, const QString &caption, int result)
+    /// @param letter place in the caption of the one that presses it with ALT
+    void anotherButton(const QString &name, const QString &caption, int result,
+                       qsizetype letter = 0)
     {
         auto *row = qobject_cast<QHBoxLayout *>(m_layout->itemAt(m_layout->count() - 1)->layout());
-        auto *b = named(new QPushButton(u'&' + caption), name, caption);
+        auto *b = named(new QPushButton(QString(caption).insert(letter, u'&')), name, caption);
         b->setAutoDefault(false);
         connect(b, &QPushButton::clicked, this, [this, result] { done(result); });
         row->addWidget(b);
@@ -318,7 +320,8 @@ store::Answer WindowDialogs::askOfSeries(const QString &text)
     box.say(text, u"pregunta"_s);
     box.buttons(m_texts(text::Yes), m_texts(text::No));
     box.anotherButton(u"cmdTodas"_s, m_texts(text::AllOfThem), All);
-    box.anotherButton(u"cmdNinguna"_s, m_texts(text::NoneOfThem), None);
+    const QString none = m_texts(text::NoneOfThem); // begins like No
+    box.anotherButton(u"cmdNinguna"_s, none, None, none.size() - 1);
     switch (box.exec()) {
     case QDialog::Accepted:
         return store::Answer::Yes;

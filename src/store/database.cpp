@@ -159,6 +159,7 @@ void Base::Internals::forgetDefinitions()
     withKeys.clear();
     withoutKeys.clear();
     direct.clear();
+    ++generation;
     catalogue.forget();
 }
 

@@ -64,6 +64,7 @@ struct Base::Internals {
     store::ByText<std::unique_ptr<store::Statement>> direct; // write-backs of recordsets
     store::ByText<store::TableMarks> writes;                 // by folded table name
     std::list<std::unique_ptr<store::Statement>> walks; // of the recordsets that only go forward
+    int generation = 0;  // of compiled statements: all are made anew after a definition
     bool closed = false; // the database is gone; the recordsets that it opened find this
 
     // Writes of other processes, noticed at most this often: a look costs a visit to the file.

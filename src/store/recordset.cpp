@@ -260,6 +260,16 @@ struct Recordset::Data {
     };
     std::vector<PutValue> puts;
 
+    // The statement of the last write: a walk changes the same columns of each row.
+    struct LastWrite {
+        Statement *statement = nullptr;
+        int generation = 0;
+        size_t source = 0;
+        std::vector<int> changed;
+        std::vector<int> put;
+    };
+    LastWrite lastWrite;
+
     std::unordered_map<int, Index> indices;
     ByText<std::shared_ptr<const jet::Criterion>> criteria;
 
@@ -763,33 +773,58 @@ struct Recordset::Data {
 
     void writeSource(size_t f, const std::vector<const PutValue *> &put)
     {
-        const qint64 key = held().keyName(position, f);
-        RowStatement s = sourceRows[f].statement(RowStatement::Find);
-        std::vector<const Value *> values;
-        for (const PutValue *p : put) {
-            s.unchanged.push_back(columnOf(p->column));
-            if (read(position, p->column) == p->value)
-                continue;
-            s.kind = RowStatement::Change;
-            s.columns.push_back(columnOf(p->column));
-            values.push_back(&p->value);
-        }
-        values.push_back(nullptr); // the key
+        std::vector<const PutValue *> changed;
         for (const PutValue *p : put)
-            values.push_back(&p->before);
-        const bool changes = s.kind == RowStatement::Change;
+            if (read(position, p->column) != p->value)
+                changed.push_back(p);
+        const bool changes = !changed.empty();
         bool done = false;
         {
-            Statement &st = rowStatement(s);
+            Statement &st = writeStatement(f, changed, put);
             const Resetting statement{st};
-            for (int n = 0; n < int(values.size()); ++n)
-                st.bind(n, values[size_t(n)] ? *values[size_t(n)] : Value(key));
+            int n = 0;
+            for (const PutValue *p : changed)
+                st.bind(n++, p->value);
+            st.bind(n++, held().keyName(position, f));
+            for (const PutValue *p : put)
+                st.bind(n++, p->before);
             done = st.step() || (changes && base->motor.changedRows() > 0);
         }
         if (!done)
             failChanged(f, put);
         if (changes)
             count(f);
+    }
+
+    // One that changes the row, or looks whether it is unchanged where nothing is to be changed.
+    Statement &writeStatement(size_t f, const std::vector<const PutValue *> &changed,
+                              const std::vector<const PutValue *> &put)
+    {
+        LastWrite &w = lastWrite;
+        const auto same = [](const std::vector<int> &columns,
+                             const std::vector<const PutValue *> &values) {
+            return std::ranges::equal(columns, values, {}, {}, &PutValue::column);
+        };
+        if (w.statement && w.generation == base->generation && w.source == f
+            && same(w.changed, changed) && same(w.put, put))
+            return *w.statement;
+        RowStatement s =
+            sourceRows[f].statement(changed.empty() ? RowStatement::Find : RowStatement::Change);
+        w = {.statement = nullptr,
+             .generation = base->generation,
+             .source = f,
+             .changed = {},
+             .put = {}};
+        for (const PutValue *p : changed) {
+            s.columns.push_back(columnOf(p->column));
+            w.changed.push_back(p->column);
+        }
+        for (const PutValue *p : put) {
+            s.unchanged.push_back(columnOf(p->column));
+            w.put.push_back(p->column);
+        }
+        w.statement = &rowStatement(s);
+        return *w.statement;
     }
 
     // Whether the row is there, with a column as Edit has read it.

@@ -229,7 +229,7 @@ int clients::insertClient(Sesion &s, const ClientRecord &f, int dep, int loc)
         " obs, feci, fecu, deuda) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)",
         idc, cut("ayn", f.ayn), cut("dir", f.dir), loc, dep, cut("codp2", f.codp2),
         cut("codt2", f.codt2), cut("tel2", f.tel2), cut("telc2", f.telc2), cut("email", f.email),
-        f.mark, f.obs, s.reloj.hoy, s.reloj.hoy);
+        f.mark, f.obs, s.reloj.hoy, f.fecu);
     s.morvane->Execute("insert into perfiles (idc) values (?)", idc);
     return idc;
 }
@@ -261,7 +261,9 @@ Addition clients::addClient(Sesion &s, const ClientRecord &record)
     }
     Lote lote(s);
     const Places places = placesOf(s, record);
-    addition.id = insertClient(s, record, places.dep, places.loc);
+    ClientRecord visiting = record;
+    visiting.fecu = s.reloj.hoy;
+    addition.id = insertClient(s, visiting, places.dep, places.loc);
     countUses(s, places);
     settleMail(s, record.email, addition.id);
     lote.commit();

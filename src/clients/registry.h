@@ -62,7 +62,7 @@ int nextClient(Sesion &s);
 int nextPatient(Sesion &s);
 
 /// Inserts a client under a new id, with its row of events: the only one who does. Nothing is
-/// checked, texts that are too long are cut; days of entry and last visit are today.
+/// checked, texts that are too long are cut; the day of entry is today.
 /// @param dep id of the region @param loc id of the sub-region
 /// @throws StoreError 6 when the ids are used up
 int insertClient(Sesion &s, const ClientRecord &f, int dep, int loc);

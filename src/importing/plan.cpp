@@ -195,7 +195,12 @@ bool Plan::read(const KeepGoing &keepGoing)
 QString Plan::Field(Datum d) const
 {
     const int column = m_column[size_t(d)];
-    return column < 0 ? QString() : m_campos->value(column).trimmed();
+    if (column < 0)
+        return {};
+    // "---", "???" and the like stand for nothing.
+    static const QRegularExpression nothing(u"^[\\s?._*/\\\\–—-]+$"_s);
+    const QString text = m_campos->value(column).trimmed();
+    return nothing.match(text).hasMatch() ? QString() : text;
 }
 
 void Plan::warn(int text, const QString &value) { m_notices << s(text).arg(value); }
@@ -274,6 +279,8 @@ bool Plan::yesNo(Datum d)
 {
     const QString text = Field(d);
     const auto value = readYesNo(text);
+    if (!value && d == Datum::Deceased && readDate(text, m_order).isValid())
+        return true; // the day of its death
     if (!value)
         warn(text::NeitherYesNorNo, text);
     return value.value_or(false);
@@ -312,7 +319,12 @@ std::optional<ClientRecord> Plan::clientRecord(QString &reason)
         return std::nullopt;
     }
     f.dir = clean(Field(Datum::Address), "clientes", "dir");
-    f.codp2 = clean(Field(Datum::PostalCode), "clientes", "codp2");
+    f.codp2 = Field(Datum::PostalCode).simplified();
+    if (f.codp2.size() > s.clientes->widthOf("clientes", "codp2")) {
+        warn(text::PostalCodeTooLong, f.codp2); // cut, it would be another place's
+        f.codp2.clear();
+    }
+    f.codp2 = clean(f.codp2, "clientes", "codp2");
     f.codt2 = clean(Field(Datum::AreaCode), "clientes", "codt2");
     f.tel2 = thoseThatFit(Field(Datum::Telephone), "tel2");
     f.telc2 = thoseThatFit(Field(Datum::Mobile), "telc2");
@@ -423,6 +435,8 @@ int Plan::clientOf(const ClientRecord &f, const QString &number)
 {
     if (const auto i = m_clientByNumber.constFind(number);
         !number.isEmpty() && i != m_clientByNumber.constEnd()) {
+        if (const QString byNumber = s(text::OwnerByNumber).arg(number); f.ayn != byNumber)
+            rename(*i, byNumber, f.ayn);
         complete(*i, f);
         return *i;
     }
@@ -445,6 +459,18 @@ int Plan::clientOf(const ClientRecord &f, const QString &number)
     if (!number.isEmpty())
         m_clientByNumber.insert(number, which);
     return which;
+}
+
+// An owner who was met without a name before.
+void Plan::rename(int client, const QString &before, const QString &name)
+{
+    PlannedClient &c = clientes[size_t(client)];
+    if (c.existing || c.f.ayn != before)
+        return;
+    m_directory.remove(client, c.contact);
+    c.f.ayn = name;
+    c.contact = contactOf(c.f);
+    m_directory.add(client, c.contact);
 }
 
 // What a further row of an owner knows better than the rows before it.

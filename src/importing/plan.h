@@ -136,6 +136,7 @@ private:
     std::optional<clients::ClientRecord> clientRecord(QString &reason);
     std::optional<PlannedPatient> patientRecord(QString &reason, bool &hay);
     int clientOf(const clients::ClientRecord &f, const QString &number);
+    void rename(int client, const QString &before, const QString &name);
     void complete(int client, clients::ClientRecord f);
     int patientOf(PlannedPatient m, int line);
     void complete(PlannedPatient &m, const PlannedPatient &other);

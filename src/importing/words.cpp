@@ -35,7 +35,7 @@ constexpr Titles Known[] = {
      " ownerid clientid customerid ownernumber clientnumber customernumber ownerno clientno"
      " codigocliente codigodecliente codigodelcliente codigodocliente codigopropietario"
      " nrocliente nrodecliente numerocliente numerodecliente numerodocliente numeropropietario"
-     " accountnumber"_L1},
+     " accountnumber codcliente codpropietario coddueno codtutor codcli clientcode"_L1},
     {Datum::Address,
      "direccion domicilio calle dir address streetaddress street homeaddress address1"
      " addressline1 endereco rua logradouro morada direcciondelcliente enderecodocliente"
@@ -74,7 +74,7 @@ constexpr Titles Known[] = {
      " ficha nroficha numerodeficha nrodeficha historiaclinica nrohistoria prontuario"
      " nropaciente numerodepaciente numerodopaciente patientnumber petnumber animalnumber"
      " licensenumber licencenumber nrolicencia numerodelicencia codigomascota codigopaciente"
-     " codigoanimal codigodoanimal codigodopaciente"_L1},
+     " codigoanimal codigodoanimal codigodopaciente codmascota codpaciente codanimal petcode"_L1},
     {Datum::Species,
      "especie especies species animaltype pettype tipodeanimal tipoanimal tipodemascota"
      " tipomascota"_L1},

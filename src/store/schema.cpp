@@ -204,14 +204,19 @@ struct Gap {
     std::string table; // as the database calls it, "" when there is none
     bool key = false;  // of the rows
     std::vector<jet::NewColumn> columns;
+    std::vector<jet::NewColumn> narrow; // as wide as they should be
     std::vector<DeclaredIndex> indexes;
 
-    bool isNone() const { return !table.empty() && !key && columns.empty() && indexes.empty(); }
+    bool isNone() const
+    {
+        return !table.empty() && !key && columns.empty() && narrow.empty() && indexes.empty();
+    }
 };
 
 Gap gapOf(Motor &motor, const std::string &schema, const DeclaredTable &declared)
 {
-    Gap gap{.table = {}, .columns = {}, .indexes = declared.indices};
+    Gap gap;
+    gap.indexes = declared.indices;
     for (const std::string &name : motor.tables(schema))
         if (isSame(name, declared.name))
             gap.table = name;
@@ -219,11 +224,18 @@ Gap gapOf(Motor &motor, const std::string &schema, const DeclaredTable &declared
         return gap;
     const TableDescription there = motor.describe(schema, gap.table);
     gap.key = !there.keyed;
-    for (const jet::NewColumn &c : declared.columns)
-        if (std::ranges::none_of(there.columns, [&c](const jet::NewColumn &has) {
-                return isSame(has.name, QString::fromStdString(c.name));
-            }))
+    for (const jet::NewColumn &c : declared.columns) {
+        const auto has = std::ranges::find_if(there.columns, [&c](const jet::NewColumn &column) {
+            return isSame(column.name, QString::fromStdString(c.name));
+        });
+        if (has == there.columns.end()) {
             gap.columns.push_back(c);
+        } else if (has->type == ColumnType::Text && c.type == ColumnType::Text
+                   && has->width < c.width) {
+            gap.narrow.push_back(*has);
+            gap.narrow.back().width = c.width;
+        }
+    }
     std::erase_if(gap.indexes, [&](const DeclaredIndex &index) {
         return std::ranges::any_of(there.indexes, [&index](const std::string &has) {
             return isSame(has, index.columns.join(u'_'));
@@ -300,11 +312,15 @@ void store::complete(Motor &motor, const std::string &schema,
             motor.define(schema, definitionOf(table));
             gap.table = table.name.toStdString();
         }
-        for (const jet::NewColumn &column : gap.columns) {
+        for (const auto &[kind, columns] :
+             {std::pair(jet::Definition::AddColumn, &gap.columns),
+              std::pair(jet::Definition::ChangeColumn, &gap.narrow)}) {
+            if (columns->empty())
+                continue;
             jet::Definition d;
-            d.kind = jet::Definition::AddColumn;
+            d.kind = kind;
             d.table = gap.table;
-            d.columns = {column};
+            d.columns = *columns;
             motor.define(schema, d);
         }
         if (gap.key)

@@ -43,7 +43,7 @@ void createTables(Motor &motor, const std::string &schema,
                   const std::vector<DeclaredTable> &tables);
 
 /// Whether an open database has every table, column, index and key of rows that this version
-/// declares. What it has beyond is nobody's business.
+/// declares, and its texts room enough. What it has beyond is nobody's business.
 bool isComplete(Motor &motor, const std::string &schema, const std::vector<DeclaredTable> &tables);
 /// Adds what it lacks; rows that are there get the defaults. To be called inside of a Lote, before
 /// any other statement runs on the database, and by whoever is alone in the folder.

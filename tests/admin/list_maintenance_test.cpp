@@ -73,11 +73,11 @@ TEST_F(ListMaintenance, WhatCannotBeANameIsAskedAgain)
         types({{Place, name}});
         ask.wait(why);
     }
-    types({{Place, u"Inf 25"_s}, {PostCode, u"12345678"_s}});
-    ask.wait(s(TooLong) + u" 7"_s);
-    types({{PostCode, u"1234567"_s}, {WhichRegion, u"norte"_s}});
+    types({{Place, u"Inf 25"_s}, {PostCode, u"12345678901"_s}});
+    ask.wait(s(TooLong) + u" 10"_s);
+    types({{PostCode, u"1234567890"_s}, {WhichRegion, u"norte"_s}});
     EXPECT_TRUE(addEntry(s, clients::List::Subregion));
-    EXPECT_EQ(places(), u"1|Alba|100|1|0\n3|Inf 25|1234567|1|0\n"_s);
+    EXPECT_EQ(places(), u"1|Alba|100|1|0\n3|Inf 25|1234567890|1|0\n"_s);
 }
 
 TEST_F(ListMaintenance, BackingOutOrAnUnknownParentAddsNothing)

@@ -267,9 +267,9 @@ TEST_F(Import, OwnersAndAnimalsAreWrittenAsTheRegistryWritesThem)
     EXPECT_EQ(allRows(*s.clientes,
                       "select idc, ayn, dir, loc, dep, codp2, tel2, telc2, email, feci,"
                       " fecu, deuda, obra from clientes order by idc"),
-              u"1|García Ana|Calle 5|1|1|1900|422-1234|155|ana@x.org|2026-03-11|2026-03-11|0|0\n"
-              "2|D Amico Luz||0|0|||||2026-03-11|2026-03-11|0|0\n"
-              "3|Pérez||0|0|||||2026-03-11|2026-03-11|0|0\n"_s);
+              u"1|García Ana|Calle 5|1|1|1900|422-1234|155|ana@x.org|2026-03-11||0|0\n"
+              "2|D Amico Luz||0|0|||||2026-03-11||0|0\n"
+              "3|Pérez||0|0|||||2026-03-11||0|0\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select idm, idc, nom, esp, raz, pel, Chip, fecn, pes, sex, dec,"
                                    " ped, ser, feci, fot from mascotas order by idm"),
               u"1|1|Firulais|1|1|1|985|2019-02-13|12.5|2|0|-1|0|2026-03-11|0\n"
@@ -281,6 +281,20 @@ TEST_F(Import, OwnersAndAnimalsAreWrittenAsTheRegistryWritesThem)
               u"Tolosa|1900|1|1\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select nom from mlespecies where id > 3"), u"Cabra\n"_s);
     EXPECT_EQ(allRows(*s.morvane, "select idc from perfiles order by idc"), u"1\n2\n3\n"_s);
+}
+
+TEST_F(Import, WhatStandsForNothingOrTellsOtherwiseIsUnderstood)
+{
+    const auto o = options("Cod Cliente,cliente,mascota,cp,fallecido\n"
+                           "18,---,Rex,12345678901,13/2/2019\n"
+                           "18,Ana,Mia,1234567890,-\n"
+                           "19,???,Sol,,\n"_ba);
+    EXPECT_EQ(text(twoTimes(o)), "2+0 3+0 0\n"
+                                 "2N Postal code too long, left empty: 12345678901\n3N\n4N\n");
+    EXPECT_EQ(allRows(*s.clientes, "select ayn, codp2 from clientes order by idc"),
+              u"Ana|1234567890\nOwner 19|\n"_s);
+    EXPECT_EQ(allRows(*s.clientes, "select nom, idc, dec from mascotas order by idm"),
+              u"Rex|1|-1\nMia|1|0\nSol|2|0\n"_s);
 }
 
 TEST_F(Import, LinesThatCannotBeTakenSayWhy)

@@ -434,6 +434,7 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     s.clientes->Execute("ALTER TABLE Mascotas DROP COLUMN dec");
     s.clientes->Execute("ALTER TABLE Clientes DROP COLUMN Perfil5");
     s.finanzas->Execute("ALTER TABLE CtaCtePagosC DROP COLUMN ID");
+    s.clientes->Execute("ALTER TABLE CLLocalidad ALTER COLUMN cp TEXT(7)");
     s.os->Execute("DROP TABLE Zonas");
     const auto isWhole = [this](const QString &base) {
         return isComplete(*s.motor, base.toStdString(), readSchema(base));

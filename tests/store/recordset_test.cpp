@@ -74,8 +74,8 @@ TEST_F(rows, ADefinitionNeverTurnsAWriteToAnotherRow)
     s.clientes->Execute("delete * from Clientes where idc = 1");
     const std::pair<const char *, const char *> definitions[] = {
         {"ALTER TABLE Clientes ADD COLUMN Extra LONG", "ALTER TABLE Clientes DROP COLUMN Extra"},
-        {"ALTER TABLE Clientes ALTER COLUMN email TEXT(160)",
-         "ALTER TABLE Clientes ALTER COLUMN email TEXT(100)"},
+        {"ALTER TABLE Clientes ALTER COLUMN email TEXT(200)",
+         "ALTER TABLE Clientes ALTER COLUMN email TEXT(160)"},
     };
     int n = 0;
     for (const auto &[there, back] : definitions)

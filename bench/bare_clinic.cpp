@@ -12,7 +12,7 @@ namespace
 {
 
 // As the store opens its files.
-constexpr const char *KeyOf = "korvi3namuspeltiraxo";
+constexpr const char *keyOf = "korvi3namuspeltiraxo";
 constexpr int FirstAppointment = 8 * 60 + 30, LastAppointment = 22 * 60, Nearness = 5;
 
 std::string isoDay(QDate d) { return d.toString(Qt::ISODate).toStdString(); }
@@ -39,7 +39,7 @@ BareBase::BareBase(const QString &folder)
         != SQLITE_OK)
         throw std::runtime_error(sqlite3_errmsg(m_db));
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_MAINDBNAME, "morvane");
-    sqlite3_key(m_db, KeyOf, int(std::strlen(KeyOf)));
+    sqlite3_key(m_db, keyOf, int(std::strlen(keyOf)));
     run("PRAGMA cipher_page_size = 4096");
     run("PRAGMA cipher_default_page_size = 4096");
     run("PRAGMA temp_store = MEMORY");
@@ -56,7 +56,7 @@ void BareBase::attach(const QString &file, const char *schema, int kilobytes)
 {
     const std::string name = schema;
     values[":archivo"] = file.toStdString();
-    values[":clave"] = std::string(KeyOf);
+    values[":clave"] = std::string(keyOf);
     run("ATTACH DATABASE :archivo AS " + name + " KEY :clave");
     run("PRAGMA " + name + ".cache_size = -" + std::to_string(kilobytes));
     run("PRAGMA " + name + ".secure_delete = OFF");

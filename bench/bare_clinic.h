@@ -29,7 +29,7 @@ public:
     void attach(const QString &file, const char *schema, int kilobytes);
     /// The texts of all rows, cell behind cell with a bar.
     QStringList allRows(const char *sql);
-    /// Runs one statement, named parameters taken from `valores`. @return its first cell, 0 if none
+    /// Runs one statement. @return its first cell, 0 if none
     /// @throws std::runtime_error
     qint64 run(const std::string &sql);
     sqlite3_stmt *prepare(const std::string &sql);

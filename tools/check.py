@@ -64,7 +64,7 @@ def check_pictures():
     have = {pathlib.Path(name).stem.lower() for name in tracked("resources/pictures/*.svg")}
     for path in tracked("src/*.cpp"):
         for number, line in enumerate(lines_of(path), 1):
-            for name in re.findall(r'\b(?:icon|picture)\(u"(\w+)"', line):
+            for name in re.findall(r'\b(?:icon|picture|namedIcon)\(u"(\w+)"', line):
                 if name.lower() not in have:
                     tell(path, number, f"there is no picture {name}")
 
@@ -92,7 +92,24 @@ def check_resources():
             tell(path, 1, "no target builds this in")
 
 
-for check in (check_floors, check_texts, check_pictures, check_documents, check_resources):
+def check_styles():
+    """What a style sheet asks for exists: a property that some control is given, a class of ours by
+    its namespace ("agenda--HoursView")."""
+    sources = tracked("src/*.cpp", "src/*.h")
+    code = "".join((ROOT / p).read_text() for p in sources)
+    given = set(re.findall(r'setProperty\(\s*"(\w+)"', code))
+    ours = set(re.findall(r"^class (\w+)[^;]*$", code, re.M))
+    for path in tracked("resources/theme/*.qss", "src/*.cpp"):
+        for number, line in enumerate(lines_of(path), 1):
+            for name in re.findall(r'\[(\w+)="\w+"\]', line):
+                if name not in given:
+                    tell(path, number, f"no control has a property {name}")
+            for name in re.findall(r"^([A-Z]\w+)[:\w ]*\{.*\}$", line):
+                if name in ours:
+                    tell(path, number, f"the style of {name} needs its namespace")
+
+
+for check in (check_floors, check_texts, check_pictures, check_documents, check_resources, check_styles):
     check()
 print("\n".join(faults) if faults else "The sources keep the house rules.")
 sys.exit(1 if faults else 0)

@@ -47,7 +47,6 @@ public:
     Maintenance(const PageContext &c, const ListOfPage &which) : m_c(c), m_list(which.list)
     {
         auto *model = new ui::GridModel(c.s, columns(), this);
-        m_idColumn = int(model->allColumns().size()) - 1;
         m_grid = named(new ui::Grid(c.s, model), which.grid.toString(),
                        c.s(text::Regions + int(which.list)));
         m_grid->setEmptyText(c.s(text::ListIsEmpty));
@@ -72,7 +71,7 @@ public:
         connect(m_grid, &ui::Grid::chosenRow, this, [this] { change(); });
         warnOnEntering(c, m_grid, m_remove ? text::ListKeyHelp : text::ListKeyHelpWithoutDelete);
         // Entries are added while clients are entered, here and on other terminals.
-        onShow(this, [this] { m_c.guarded([this] { load(current()); }); });
+        onShow(this, [this] { m_c.guarded([this] { load(m_grid->IdActual()); }); });
     }
 
 private:
@@ -113,13 +112,6 @@ private:
         return b;
     }
 
-    /// Id of the current row, 0 without one.
-    int current() const
-    {
-        const int row = m_grid->currentRow();
-        return row < 0 ? 0 : m_grid->gridModel()->Row(row).cells[m_idColumn].toInt();
-    }
-
     /// Reads all rows and stands on that entry, else on the first.
     void load(int id)
     {
@@ -129,9 +121,8 @@ private:
         ui::GridModel *model = m_grid->gridModel();
         model->set(std::move(rows));
         const bool any = model->allRows() > 0;
-        if (any)
-            m_grid->Seleccionar(
-                std::max(0, model->BuscarEnGrilla(id, m_idColumn, 0, model->allRows() - 1)));
+        if (any && !m_grid->IrA(id))
+            m_grid->Seleccionar(0);
         m_change->setEnabled(any);
         if (m_remove)
             m_remove->setEnabled(any);
@@ -147,7 +138,7 @@ private:
 
     void change()
     {
-        m_c.guarded([this, id = current()] {
+        m_c.guarded([this, id = m_grid->IdActual()] {
             if (id != 0 && modifyEntry(m_c.s, m_list, id))
                 done(text::EntryChanged, id);
         });
@@ -155,13 +146,13 @@ private:
 
     void remove()
     {
-        m_c.guarded([this, id = current()] {
+        m_c.guarded([this, id = m_grid->IdActual()] {
             if (id == 0 || !deleteEntry(m_c.s, m_list, id))
                 return;
             const int row = m_grid->currentRow();
             const ui::GridModel *model = m_grid->gridModel();
             const int next = row + 1 < model->allRows() ? row + 1 : row - 1;
-            done(text::EntryDeleted, next < 0 ? 0 : model->Row(next).cells[m_idColumn].toInt());
+            done(text::EntryDeleted, model->idOf(next));
         });
     }
 
@@ -174,7 +165,6 @@ private:
 
     PageContext m_c;
     clients::List m_list;
-    int m_idColumn = 0;
     ui::Grid *m_grid = nullptr;
     QPushButton *m_change = nullptr;
     QPushButton *m_remove = nullptr;

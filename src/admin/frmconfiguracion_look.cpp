@@ -129,7 +129,7 @@ QWidget *admin::lookPage(const PageContext &c)
         ->addRow(new ProgramColor(c));
     auto *units = named(
         new ui::OptionsGroup({}, {{store::weightUnit::Kilos, c.s(text::SettingsLookKilos)},
-                                  {store::weightUnit::Libras, c.s(text::SettingsLookLibras)}}),
+                                  {store::weightUnit::Libras, c.s(text::PoundsAndFahrenheit)}}),
         u"KgLbs"_s, c.s(text::SettingsLookUnits));
     // The heading stands above it, so that it needs no frame of its own.
     units->setStyleSheet(

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-enum Column { Nom, Ut, Idu };
+enum Column { Nom, Ut };
 
 class Users : public QWidget
 {
@@ -77,14 +77,13 @@ private:
         for (const UserRow &u : readUsers(m_c.s))
             rows.push_back({.cells = {u.nom, typeText(m_c.s, u.ut), u.idu}});
         m_rows->set(std::move(rows));
-        const int row = m_rows->BuscarEnGrilla(selected, Idu, 0, m_rows->allRows() - 1);
-        if (m_rows->allRows() > 0)
-            grdUsr->Seleccionar(std::max(row, 0));
+        if (m_rows->allRows() > 0 && !grdUsr->IrA(selected))
+            grdUsr->Seleccionar(0);
         for (QPushButton *button : {cmdUsrModificarContrasena, cmdUsrEliminar})
             button->setEnabled(m_rows->allRows() > 0);
     }
 
-    int currentId() const { return m_rows->Row(grdUsr->currentRow()).cells[Idu].toInt(); }
+    int currentId() const { return grdUsr->IdActual(); }
     QString currentName() const { return m_rows->cellText(grdUsr->currentRow(), Nom); }
 
     void add()

@@ -69,9 +69,9 @@ QByteArray agenda::asCalendar(Sesion &s, const std::vector<DayTask> &tasks)
         setLine(exit, "DTSTAMP:" + now + 'Z');
         if (t.hor.isValid()) {
             // Counted without a time zone: a day has no hour that is missing or comes twice.
-            const QDateTime fin = QDateTime(t.dia, t.hor, Qt::UTC).addSecs(t.minutes * 60);
+            const QDateTime end = QDateTime(t.dia, t.hor, Qt::UTC).addSecs(t.minutes * 60);
             setLine(exit, "DTSTART:" + moment(t.dia, t.hor));
-            setLine(exit, "DTEND:" + moment(fin.date(), fin.time()));
+            setLine(exit, "DTEND:" + moment(end.date(), end.time()));
         } else {
             setLine(exit, "DTSTART;VALUE=DATE:" + t.dia.toString(u"yyyyMMdd").toLatin1());
         }

@@ -113,8 +113,9 @@ private:
         const double width = columnWidth();
         const int rows = detailRows(above);
         for (int i = 0; i < 3 * rows && first + i < int(m_lines.size()); ++i) {
-            const auto &[hour, name] = m_lines[size_t(first + i)];
-            const QRectF box(i / rows * (width + streetOf), above + i % rows * DetailHeight, width,
+            const auto &[hour, name] = m_lines[size_t(first) + size_t(i)];
+            const int column = i / rows, row = i % rows;
+            const QRectF box(column * (width + streetOf), above + row * DetailHeight, width,
                              DetailHeight);
             sheet.Line(box, hour.toString(u"HH:mm") + u"  "_s + name, 9,
                        Qt::AlignLeft | Qt::AlignVCenter);

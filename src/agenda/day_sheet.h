@@ -18,7 +18,7 @@ struct Slot {
     std::vector<std::pair<QTime, QString>> detail;
 };
 
-/// The slots of a day. @param complete from 06:00; else from the quarter that @p desde lies in
+/// The slots of a day. @param complete from 06:00; else from the quarter that @p from lies in
 /// @return 65 at most, the last at 22:00
 std::vector<Slot> daySlots(Sesion &s, bool complete, QDate dia, QTime from);
 
@@ -28,6 +28,6 @@ void showAgendaDay(Sesion &s, bool complete, QDate dia, QTime from);
 
 } // namespace agenda
 
-/// Prints the day's sheet, or with @p completo false its update from an hour on. A failure ends the
+/// Prints the day's sheet, or with @p complete false its update from an hour on. A failure ends the
 /// print and is told.
 void ImprimirAgendaDia(Sesion &s, bool complete, QDate dia, QTime from);

@@ -29,7 +29,6 @@ namespace
 
 constexpr int DayMode = 1, OwnMode = 2;
 constexpr int Quarter = 15;
-constexpr int IdColumn = 4;
 constexpr int LettersOfFile = 60; // a user's note may be too long for the name of one
 
 QList<QDate> weekOf(QDate day)
@@ -88,7 +87,7 @@ void frmagenda::wire()
             [this] { guarded([this] { showAgendaDay(m_s, true, m_s.reloj.hoy, {}); }); });
     connect(cmdvolver, &QPushButton::clicked, this, &frmagenda::reject);
     connect(tabAgenda, &QTabBar::currentChanged, this, [this](int view) {
-        m_vistas->setCurrentIndex(view);
+        m_views->setCurrentIndex(view);
         guarded([this] { reload(); });
         Ayu->tell(view == 0 ? m_s(text::AgendaHint) : QString());
     });
@@ -247,7 +246,7 @@ const DayTask *frmagenda::task(int id) const
     return t == m_tasks.end() ? nullptr : &*t;
 }
 
-int frmagenda::idOfRow(int row) const { return m_model->Row(row).cells.value(IdColumn).toInt(); }
+int frmagenda::idOfRow(int row) const { return m_model->idOf(row); }
 
 const DayTask *frmagenda::taskOfRow(int row) const { return task(idOfRow(row)); }
 
@@ -392,7 +391,7 @@ void frmagenda::takeBack()
 }
 
 /// Selects what was moved, and says where the last of it stands now.
-void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &mas)
+void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &more)
 {
     QList<int> ids;
     for (const Spot &spot : before)
@@ -401,7 +400,7 @@ void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &mas)
     const DayTask *t = task(ids.last());
     if (!t)
         return;
-    Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + mas);
+    Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + more);
 }
 
 /// "Moved: Toby, A check (+2) → "

@@ -79,7 +79,7 @@ private:
     bool moveKey(const QKeyEvent &key);
     void move(const std::vector<agenda::Target> &targets);
     void takeBack();
-    void tellMoved(const std::vector<agenda::Spot> &before, const QString &mas);
+    void tellMoved(const std::vector<agenda::Spot> &before, const QString &more);
     QString movement(const agenda::DayTask &last, qsizetype count) const;
     void delay();
     void remove();
@@ -101,7 +101,7 @@ private:
     bool m_busy = false; // list and hours follow each other
 
     QTabBar *tabAgenda = nullptr;
-    QStackedWidget *m_vistas = nullptr;
+    QStackedWidget *m_views = nullptr;
     ui::DayBox *dtpAgenda = nullptr, *dtpPasarTarea = nullptr;
     QLabel *lblDia = nullptr;
     ui::GridModel *m_model = nullptr, *m_modelKelvara = nullptr;

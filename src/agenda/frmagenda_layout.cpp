@@ -52,9 +52,9 @@ void frmagenda::build()
     tabAgenda->setExpanding(false);
     tabAgenda->addTab(m_s(text::DayAgenda));
     tabAgenda->addTab(m_s(text::TasksOfKelvara));
-    m_vistas = new QStackedWidget;
-    m_vistas->addWidget(buildDay());
-    m_vistas->addWidget(buildOwnTasks());
+    m_views = new QStackedWidget;
+    m_views->addWidget(buildDay());
+    m_views->addWidget(buildOwnTasks());
     cmdvolver = button(u"cmdvolver"_s, text::AgendaLayoutGoBack, u"volver"_s, u"Esc"_s);
     cmdvolver->setProperty("clase", u"barra"_s);
     QHBoxLayout *head = rowOfControls();
@@ -66,7 +66,7 @@ void frmagenda::build()
     all->setContentsMargins(ui::space::L, ui::space::S, ui::space::L, ui::space::S);
     all->setSpacing(ui::space::S);
     all->addLayout(head);
-    all->addWidget(m_vistas, 1);
+    all->addWidget(m_views, 1);
     all->addWidget(Ayu);
 
     orderKeys();

@@ -4,6 +4,7 @@
 #include "texts/texts.h"
 #include "ui/boxes.h"
 #include "ui/pictures.h"
+#include "ui/record_fields.h"
 #include "ui/theme.h"
 
 #include <QHeaderView>
@@ -48,22 +49,13 @@ QColor inkOf(const QStyleOptionViewItem &option)
 
 QString agenda::agendaStyle()
 {
-    const QString arrow =
-        ui::paletteInUse().dark ? u":/theme/abajo-noche.svg"_s : u":/theme/abajo.svg"_s;
-    return uR"(
-QPushButton { padding: 5px 12px; min-width: 0; }
-QPushButton:focus { padding: 4px 11px; }
-QPushButton[kind="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
-QPushButton[kind="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
-QPushButton[kind="barra"]:hover:enabled { border-color: palette(highlight); }
+    return ui::denseStyle() + uR"(
 QPushButton:checked { background: palette(highlight); color: palette(highlighted-text); }
 QPushButton::menu-indicator { width: 0; image: none; }
-HoursView { border: 1px solid palette(mid); border-radius: 8px; background: palette(base); }
-HoursView:focus { border-color: palette(highlight); }
+agenda--HoursView { border: 1px solid palette(mid); border-radius: 8px; background: palette(base); }
+agenda--HoursView:focus { border-color: palette(highlight); }
 QSplitter::handle:horizontal { background: palette(mid); border-radius: 2px; margin: 2px 4px; }
 QSplitter::handle:horizontal:hover { background: palette(highlight); }
-QLineEdit, QComboBox { padding: 4px 8px; }
-QLineEdit:focus, QComboBox:focus { padding: 3px 7px; }
 QCalendarWidget QWidget#qt_calendar_navigationbar {
     background: palette(base); border: 1px solid palette(mid); border-bottom: 0;
 }
@@ -76,7 +68,7 @@ QCalendarWidget QToolButton::menu-indicator { image: none; width: 0; }
 QCalendarWidget QAbstractItemView {
     border: 1px solid palette(mid); border-top: 0; border-radius: 0;
 }
-)"_s.arg(arrow);
+)"_s;
 }
 
 void agenda::showTitles(QTableView *table)

@@ -31,7 +31,7 @@ namespace
 constexpr QSize BookingSize{900, 520};
 constexpr int BoxesWidth = 380;
 constexpr int HelpLines = 3;
-constexpr int ColumnOfConcept = 0, ColumnOfHour = 1, columnOfId = 3;
+constexpr int ColumnOfConcept = 0, ColumnOfHour = 1;
 
 } // namespace
 
@@ -304,8 +304,7 @@ void frmTurnos::hourLeft()
     if (near < 0)
         return GTurnos->Seleccionar(-1);
     // The list may have been sorted by a click on a title.
-    const int row = m_model->BuscarEnGrilla(m_appointments[size_t(near)].id, columnOfId, 0,
-                                            m_model->allRows() - 1);
+    const int row = m_model->rowOf(m_appointments[size_t(near)].id);
     GTurnos->Seleccionar(row);
     GTurnos->scrollTo(m_model->index(rowAbove(row), ColumnOfHour),
                       QAbstractItemView::PositionAtTop);

@@ -14,8 +14,8 @@ std::vector<Lane> agenda::setSideBySide(const std::vector<Section> &sections)
 
     std::vector<Lane> lanes(sections.size());
     std::vector<int> busy; // until when, of each lane of the group
-    size_t group = 0;      // where in `orden` the group begins
-    int fin = 0;           // of the whole group
+    size_t group = 0;      // where in `order` the group begins
+    int end = 0;           // of the whole group
     const auto close = [&](size_t until) {
         for (; group < until; ++group)
             lanes[order[group]].total = int(busy.size());
@@ -23,14 +23,14 @@ std::vector<Lane> agenda::setSideBySide(const std::vector<Section> &sections)
     };
     for (size_t i = 0; i < order.size(); ++i) {
         const Section &t = sections[order[i]];
-        if (t.from >= fin)
+        if (t.from >= end)
             close(i);
         auto free = std::ranges::find_if(busy, [&](int until) { return until <= t.from; });
         if (free == busy.end())
             free = busy.insert(free, 0);
         *free = t.until;
         lanes[order[i]].index = int(free - busy.begin());
-        fin = std::max(fin, t.until);
+        end = std::max(end, t.until);
     }
     close(order.size());
     return lanes;

@@ -7,7 +7,7 @@
 namespace agenda
 {
 
-/// A stretch of a day in minutes from midnight; `hasta` is the first that is free again.
+/// A stretch of a day in minutes from midnight; `until` is the first that is free again.
 struct Section {
     int from = 0;
     int until = 0;

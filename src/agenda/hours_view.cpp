@@ -135,7 +135,7 @@ void HoursView::layScroll()
     m_strong = font();
     m_strong.setWeight(QFont::DemiBold);
     m_height = fontMetrics().lineSpacing() + 2;
-    m_canto = fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * ui::space::S;
+    m_gutter = fontMetrics().horizontalAdvance(u"00:00"_s) + 2 * ui::space::S;
     const int shown = std::max(1, viewport()->height() - top());
     verticalScrollBar()->setPageStep(shown);
     verticalScrollBar()->setSingleStep(lineHeight());

@@ -100,7 +100,7 @@ private:
     void layScroll();
     int top() const; // of the hours
     int lineHeight() const { return m_height; }
-    int gutter() const { return m_canto; }
+    int gutter() const { return m_gutter; }
     int columnWidth() const;
     int yOf(int minutes) const;
     int minuteAt(int y) const;
@@ -132,10 +132,10 @@ private:
     Sesion &m_s;
     QList<QDate> m_days;
     std::vector<DayTask> m_tasks;
-    std::vector<Block> m_blocks;   // by day and hour
-    int m_rows = 0;                // above the hours
-    int m_height = 1, m_canto = 0; // of a quarter of an hour, and where the hours are written
-    int m_column = 0, m_minute;    // cursor
+    std::vector<Block> m_blocks;    // by day and hour
+    int m_rows = 0;                 // above the hours
+    int m_height = 1, m_gutter = 0; // of a quarter of an hour, and where the hours are written
+    int m_column = 0, m_minute;     // cursor
     int m_chosen = 0;
     Drag m_drag;
     QFont m_strong;

@@ -7,7 +7,7 @@ namespace app
 {
 
 /// A start without a window. Prints one line for each board line on standard output,
-/// `dibujo<TAB>Codigo1<TAB>Codigo2<TAB>mensaje`; messages go to standard error.
+/// picture, two codes and message separated by tabs; messages go to standard error.
 /// @return the exit status: 0, or 1 with the reason told
 int runUnattended(const Options &options, store::Language language);
 

@@ -63,13 +63,13 @@ bool isOfOther(Sesion &s, const Image &image)
             : "select cantfotos from meco where idm = ? and ideco = ?";
     if (image.folder.endsWith(u"fot"))
         return false;
-    for (qsizetype fin = xrays ? figures.size() : 2; fin <= figures.size(); ++fin)
-        for (qsizetype medio = 1; medio < fin; ++medio) {
-            const QString id = figures.sliced(medio, fin - medio), n = figures.sliced(fin);
+    for (qsizetype end = xrays ? figures.size() : 2; end <= figures.size(); ++end)
+        for (qsizetype middle = 1; middle < end; ++middle) {
+            const QString id = figures.sliced(middle, end - middle), n = figures.sliced(end);
             if (id.startsWith(u'0') || n.startsWith(u'0') || n.isEmpty() != xrays)
                 continue;
             const store::Value v =
-                s.clientes->read(sql, figures.first(medio).toLongLong(), id.toLongLong());
+                s.clientes->read(sql, figures.first(middle).toLongLong(), id.toLongLong());
             if (!v.isNull() && (xrays || n.toLongLong() <= v.toLong()))
                 return true;
         }

@@ -35,7 +35,7 @@ Q_SIGNALS:
     /// The modem has answered OK.
     void marked();
     /// It answered something else (BUSY, ERROR, NO CARRIER, NO DIALTONE) or the port failed, which
-    /// is @p motivo; empty when the modem fell silent.
+    /// is @p reason; empty when the modem fell silent.
     void failed(const QString &reason);
 
 private:

@@ -237,8 +237,7 @@ void frmBusqueda::showRows(Finding found)
         Ayu->tell(m_s(text::SearchHint));
         return;
     }
-    const auto idOf = [this](int row) { return grd->gridModel()->Row(row).cells.value(0).toInt(); };
-    const int before = idOf(grd->currentRow());
+    const int before = grd->IdActual();
     std::vector<ui::GridRow> rows;
     rows.reserve(found.rows.size());
     for (QList<store::Value> &cells : found.rows) {
@@ -252,15 +251,14 @@ void frmBusqueda::showRows(Finding found)
     }
     grd->setEmptyText(m_s(text::NothingMatches));
     grd->gridModel()->set(std::move(rows));
-    const int again =
-        grd->gridModel()->BuscarEnGrilla(before, 0, 0, grd->gridModel()->allRows() - 1);
-    grd->Seleccionar(std::max(again, 0));
+    if (!grd->IrA(before))
+        grd->Seleccionar(0);
 
     const int count = grd->gridModel()->allRows();
     if (count == 0)
         Ayu->clean();
     else
-        Ayu->tell(m_s(found.hayMas ? text::SearchShowsSome : text::SearchFoundSome)
+        Ayu->tell(m_s(found.more ? text::SearchShowsSome : text::SearchFoundSome)
                       .arg(locale().toString(count)));
 }
 
@@ -269,7 +267,7 @@ void frmBusqueda::take(int row)
     if (row < 0)
         return;
     guarded([this, row] {
-        if (!takeFound(m_s, m_search, grd->gridModel()->Row(row).cells.value(0).toInt())) {
+        if (!takeFound(m_s, m_search, grd->gridModel()->idOf(row))) {
             Ayu->faultOf(m_s(text::SearchRowIsGone));
             return;
         }

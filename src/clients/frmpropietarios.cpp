@@ -10,6 +10,7 @@
 #include "ui/form_registry.h"
 #include "ui/grid.h"
 #include "ui/help_line.h"
+#include "ui/record_buttons.h"
 
 #include <QCoreApplication>
 #include <QScopedValueRollback>
@@ -85,18 +86,18 @@ void frmPropietarios::wire()
     opens(cmdBuscarCliente, u"frmBusquedaClientes"_s);
     opens(cmdBuscarPaciente, u"frmBusquedaMascotas"_s);
 
-    const auto does = [this](QPushButton *b, auto what) {
-        connect(b, &QPushButton::clicked, this, what);
+    const auto answers = [this](const ui::RecordButtons *buttons, RegistryPanel panel, auto save,
+                                auto erase) {
+        connect(buttons, &ui::RecordButtons::toggled, this,
+                [this, panel](ui::Mode mode) { toggle(panel, mode); });
+        connect(buttons, &ui::RecordButtons::saved, this, save);
+        connect(buttons, &ui::RecordButtons::erased, this, erase);
     };
-    does(cmdNuevo, [this] { toggleClient(Mode::New); });
-    does(cmdmodificar, [this] { toggleClient(Mode::Modify); });
-    does(cmdagregar, [this] { saveClient(); });
-    does(cmdEliminar, [this] { deleteClient(); });
-    does(cmdnuevomas, [this] { togglePatient(Mode::New); });
-    does(cmdmodificarmas, [this] { togglePatient(Mode::Modify); });
-    does(cmdagregarmas, [this] { savePatient(); });
-    does(cmdeliminarmas, [this] { deletePatient(); });
-    does(cmdvolver, [this] { reject(); });
+    answers(m_clientButtons, ClientSide, &frmPropietarios::saveClient,
+            &frmPropietarios::deleteClient);
+    answers(m_patientButtons, PatientSide, &frmPropietarios::savePatient,
+            &frmPropietarios::deletePatient);
+    connect(cmdvolver, &QPushButton::clicked, this, &frmPropietarios::reject);
 
     connect(m_client, &ClientPanel::touched, this, &frmPropietarios::touched);
     connect(m_patient, &PatientPanel::touched, this, &frmPropietarios::touched);
@@ -106,7 +107,7 @@ void frmPropietarios::wire()
 
 void frmPropietarios::opened(const QVariantMap &)
 {
-    if (entering()) {
+    if (m_entering.underWay()) {
         // What is being typed goes first; it is asked about once the busy cursor is gone.
         const store::Selection wanted = std::exchange(m_s.IdGlobal, m_shown);
         if (wanted.idc != m_shown.idc || wanted.idm != m_shown.idm)
@@ -122,7 +123,7 @@ void frmPropietarios::opened(const QVariantMap &)
 
 void frmPropietarios::activated()
 {
-    if (m_loaded && !m_busy && !entering())
+    if (m_loaded && !m_busy && !m_entering.underWay())
         guarded([this] { refresh(); });
 }
 
@@ -158,7 +159,7 @@ void frmPropietarios::reload()
     m_loaded = true;
     m_shown = {};
     if (m_s.IdGlobal.idc == 0)
-        m_s.IdGlobal = {clientAt(0), 0};
+        m_s.IdGlobal = {m_clients->idOf(0), 0};
     if (m_s.IdGlobal.idc)
         synchronize();
     else
@@ -175,7 +176,7 @@ void frmPropietarios::synchronize()
         showPatients(wanted.idc, wanted.idm);
     } else if (!goToClient(wanted.idc, wanted.idm)) {
         tellLost(true);
-        if (!goToClient(clientAt(std::max(GClientes->currentRow(), 0))))
+        if (!goToClient(m_clients->idOf(std::max(GClientes->currentRow(), 0))))
             showClient(0);
         return;
     }
@@ -191,40 +192,12 @@ void frmPropietarios::tellLost(bool client)
                          + (client ? u'\n' + m_s(text::ClientNotFound) : QString()));
 }
 
-int frmPropietarios::rowOfClient(int idc) const
-{
-    return m_clients->BuscarEnGrilla(idc, ClientColumn::Idc, 0, m_clients->allRows() - 1);
-}
-
-int frmPropietarios::rowOfPatient(int idm) const
-{
-    return m_patients->BuscarEnGrilla(idm, PatientColumn::Idm, 0, m_patients->allRows() - 1);
-}
-
-// 0 where there is no such row.
-int frmPropietarios::clientAt(int row) const
-{
-    return row < 0 || row >= m_clients->allRows()
-               ? 0
-               : m_clients->Row(row).cells[ClientColumn::Idc].toInt();
-}
-
-int frmPropietarios::patientAt(int row) const
-{
-    return row < 0 || row >= m_patients->allRows()
-               ? 0
-               : m_patients->Row(row).cells[PatientColumn::Idm].toInt();
-}
-
 bool frmPropietarios::goToClient(int idc, int idm)
 {
-    const int row = rowOfClient(idc);
-    if (row < 0)
-        return false;
     {
         const QScopedValueRollback busy(m_busy, true);
-        GClientes->Seleccionar(row);
-        GClientes->scrollTo(GClientes->currentIndex(), QAbstractItemView::PositionAtCenter);
+        if (!GClientes->IrA(idc))
+            return false;
     }
     showClient(idc, idm);
     return true;
@@ -233,13 +206,13 @@ bool frmPropietarios::goToClient(int idc, int idm)
 void frmPropietarios::clientRowChanged(int row)
 {
     if (!m_busy && row >= 0)
-        guarded([this, row] { showClient(clientAt(row)); });
+        guarded([this, row] { showClient(m_clients->idOf(row)); });
 }
 
 void frmPropietarios::patientRowChanged(int row)
 {
     if (!m_busy && row >= 0)
-        guarded([this, row] { showPatient(patientAt(row)); });
+        guarded([this, row] { showPatient(m_patients->idOf(row)); });
 }
 
 void frmPropietarios::showClient(int idc, int idm)
@@ -264,9 +237,9 @@ void frmPropietarios::showPatients(int idc, int idm)
                 rows.push_back(gridRow(m_s, p));
         m_patients->set(std::move(rows));
         if (m_patients->allRows())
-            GMascotas->Seleccionar(std::max(0, rowOfPatient(idm)));
+            GMascotas->Seleccionar(std::max(0, m_patients->rowOf(idm)));
     }
-    showPatient(patientAt(GMascotas->currentRow()));
+    showPatient(GMascotas->IdActual());
 }
 
 void frmPropietarios::showPatient(int idm)
@@ -310,7 +283,7 @@ void frmPropietarios::putClientRow(int idc)
 void frmPropietarios::dropClientRow(int idc)
 {
     const QScopedValueRollback busy(m_busy, true);
-    if (const int row = rowOfClient(idc); row >= 0)
+    if (const int row = m_clients->rowOf(idc); row >= 0)
         m_clients->remove(row);
 }
 
@@ -364,7 +337,7 @@ void frmPropietarios::searchAllPatients()
         }
         const FoundPatient &p = found[chosen];
         // Another terminal may have entered the owner since the rows were read.
-        if (rowOfClient(p.idc) < 0)
+        if (m_clients->rowOf(p.idc) < 0)
             reload();
         if (goToClient(p.idc, p.idm))
             Ayu->success(m_s(text::ClientSearchFound) + u' ' + p.patient + u" · "_s + p.owner);
@@ -395,7 +368,7 @@ bool frmPropietarios::searchKey(QLineEdit *box, QKeyEvent *key)
 void frmPropietarios::openMenu()
 {
     const int row = GClientes->currentRow();
-    if (row < 0 || entering())
+    if (row < 0 || m_entering.underWay())
         return;
     const QRect cell = GClientes->visualRect(m_clients->index(row, ClientColumn::Name));
     m_bar->openMenu(GClientes->viewport()->mapToGlobal(cell.bottomLeft()),
@@ -414,10 +387,11 @@ bool frmPropietarios::eventFilter(QObject *watched, QEvent *event)
                 return true;
         if (plain && key->key() == Qt::Key_Delete
             && (watched == GClientes || watched == GMascotas)) {
-            (watched == GClientes ? cmdEliminar : cmdeliminarmas)->click();
+            (watched == GClientes ? m_clientButtons : m_patientButtons)->erase->click();
             return true;
         }
-        if (plain && m_modeClient != Mode::Ver && m_client->Key(watched, *key))
+        if (plain && m_entering.modeOf(ClientSide) != ui::Mode::View
+            && m_client->Key(watched, *key))
             return true;
     }
     return ui::FormBase::eventFilter(watched, event);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "clients/frmpropietarios_shortcuts.h"
+#include "clients/registry_draft.h"
 #include "ui/draft.h"
 #include "ui/form_base.h"
 
@@ -13,6 +14,7 @@ namespace ui
 class Grid;
 class HelpLine;
 class GridModel;
+class RecordButtons;
 
 } // namespace ui
 
@@ -41,20 +43,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// A panel shows, takes a new entry or changes the one that it shows.
-    enum class Mode { Ver, New, Modify };
-    /// The buttons below a panel; two of them hold its mode in their captions.
-    struct ButtonRow {
-        QPushButton *add, *newOne, *modify, *erase;
-        int newText, textModify;
-    };
-
     // frmpropietarios_layout.cpp
     void build();
     void buildClients(QGridLayout *place);
     void buildPatients(QGridLayout *place);
     QLayout *buildSearch(int text, QLineEdit *box, QPushButton *advanced);
-    QLayout *buildButtons(const ButtonRow &buttons);
     QPushButton *button(const QString &name, int text, const QString &dibujo = {});
     void orderKeys();
 
@@ -75,10 +68,6 @@ private:
     void patientRowChanged(int row);
     void informSoon();
     void inform();
-    int rowOfClient(int idc) const;
-    int rowOfPatient(int idm) const;
-    int clientAt(int row) const;
-    int patientAt(int row) const;
     void putClientRow(int idc);
     void dropClientRow(int idc);
 
@@ -89,26 +78,23 @@ private:
     bool searchKey(QLineEdit *box, QKeyEvent *key);
     void openMenu();
 
-    // Modes
-    bool entering() const { return m_modeClient != Mode::Ver || m_modePatient != Mode::Ver; }
+    // Entering, in frmpropietarios_editing.cpp
     void arrange();
-    void arrange(const ButtonRow &buttons, Mode mode, bool hasRow);
-    void startClient(Mode mode);
-    void startPatient(Mode mode);
-    void started();
+    void toggle(clients::RegistryPanel panel, ui::Mode mode);
+    void start(clients::RegistryPanel panel, ui::Mode mode);
+    bool showForClient(ui::Mode mode);
+    bool showForPatient(ui::Mode mode);
     void leaveMode();
     bool cancelMode();
     void leaveFor(store::Selection wanted);
     void settleMail(const QString &addresses);
-    void toggleClient(Mode mode);
-    void togglePatient(Mode mode);
     void saveClient();
     void savePatient();
     void deleteClient();
     void deletePatient();
 
     void touched();
-    QVariantMap typed() const;
+    QVariantMap boxesOf(int panel) const;
     void keepDraft();
     void offerDraft();
 
@@ -123,21 +109,16 @@ private:
     QTimer *m_rest = nullptr;  // the cursor has come to rest
     QTimer *m_pause = nullptr; // nobody has typed for a while
     QElapsedTimer m_lastStep;
-    QVariantMap m_toBegin; // what stood in the boxes when the mode began
+    ui::Entering m_entering;
     store::Selection m_shown;
-    Mode m_modeClient = Mode::Ver, m_modePatient = Mode::Ver;
     qint64 m_version = 0, m_patientsVersion = 0; // of the tables when they were read
     bool m_loaded = false;
     bool m_busy = false; // rows change by this form's own doing
-    ButtonRow m_clientButtons{}, m_patientButtons{};
 
     ui::Grid *GClientes = nullptr, *GMascotas = nullptr;
     QLineEdit *Txtapellidob = nullptr, *txtmascotab = nullptr;
     QPushButton *cmdBuscarCliente = nullptr, *cmdBuscarPaciente = nullptr;
-    QPushButton *cmdNuevo = nullptr, *cmdagregar = nullptr, *cmdmodificar = nullptr,
-                *cmdEliminar = nullptr;
-    QPushButton *cmdnuevomas = nullptr, *cmdagregarmas = nullptr, *cmdmodificarmas = nullptr,
-                *cmdeliminarmas = nullptr;
+    ui::RecordButtons *m_clientButtons = nullptr, *m_patientButtons = nullptr;
     QPushButton *cmdvolver = nullptr;
     ui::HelpLine *Ayu = nullptr;
 };

@@ -1,6 +1,5 @@
 #include "clients/frmpropietarios_client.h"
 
-#include "clients/frmpropietarios_fields.h"
 #include "clients/mail_domains.h"
 #include "clients/panels.h"
 #include "texts/clients.h"
@@ -9,6 +8,7 @@
 #include "ui/completion_list.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
+#include "ui/record_fields.h"
 #include "ui/theme.h"
 
 #include <QAction>
@@ -47,7 +47,7 @@ ClientPanel::ClientPanel(Sesion &s, ui::bind::Guard guard, ui::HelpLine *help, Q
 void ClientPanel::build()
 {
     const auto column = [this](const char *field, const QString &name, int text) {
-        return columnBox(m_s, "clientes", field, name, m_s(text));
+        return ui::columnBox(m_s, "clientes", field, name, m_s(text));
     };
     txtidc = named(new QLineEdit, u"txtidc"_s, m_s(text::RegistryClientNumber));
     txtidc->setReadOnly(true);
@@ -65,7 +65,7 @@ void ClientPanel::build()
     txtemail = column("email", u"txtemail"_s, text::Email);
     cmbmark = named(new QComboBox, u"cmbmark"_s, m_s(text::HowTheyFoundUs));
     cmbmark->setToolTip(m_s(text::HowTheyFoundUs));
-    txtobs = notesBox(m_s, u"txtobs"_s, m_s(text::Notes));
+    txtobs = ui::notesBox(m_s, u"txtobs"_s, m_s(text::Notes));
     for (QComboBox *list :
          {static_cast<QComboBox *>(cmbloc), static_cast<QComboBox *>(cmbdep), cmbmark}) {
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -73,7 +73,7 @@ void ClientPanel::build()
     }
 
     auto *boxes = new QWidget;
-    auto *grid = new FieldGrid(boxes);
+    auto *grid = new ui::FieldGrid(boxes);
     grid->Row(m_s(text::Name), txtayn, txtidc);
     grid->Row(m_s(text::Address), txtdir);
     grid->Row(m_s(text::RegistryClientSubregion), cmbloc, m_s(text::Region), cmbdep);
@@ -95,7 +95,7 @@ QWidget *ClientPanel::buildFacts()
     txtfeci = named(new QLabel, u"txtfeci"_s, m_s(text::ClientEntered));
     txtUVisita = named(new QLabel, u"txtUVisita"_s, m_s(text::LastVisit));
     txtdebe = named(new QLabel, u"txtdebe"_s, m_s(text::RegistryClientOwes));
-    txtinfoCliente = informationBox(u"txtinfoCliente"_s, m_s(text::RegistryClientInformation));
+    txtinfoCliente = ui::informationBox(u"txtinfoCliente"_s, m_s(text::RegistryClientInformation));
 
     auto *facts = new QWidget;
     facts->setFixedWidth(ClientFactsWidth);
@@ -138,7 +138,7 @@ void ClientPanel::wire()
     connect(write, &QAction::triggered, this, [this] { Q_EMIT writeMail(txtemail->text()); });
     m_copies.append(write);
 
-    onChange(chainOf(), this, [this] { Q_EMIT touched(); });
+    ui::onChange(chainOf(), this, [this] { Q_EMIT touched(); });
 }
 
 void ClientPanel::addCopy(QLineEdit *box, const QString &name)
@@ -201,7 +201,7 @@ void ClientPanel::show(const ClientRecord &record)
         txtdebe->style()->polish(txtdebe);
     }
     txtinfoCliente->clear();
-    showBeginnings(this);
+    ui::showBeginnings(this);
 }
 
 void ClientPanel::empty(int id)
@@ -216,7 +216,7 @@ void ClientPanel::report()
     txtinfoCliente->setPlainText(m_record.idc ? clientInformation(m_s, m_record.idc) : QString());
 }
 
-void ClientPanel::open(bool open) { clients::openFields(chainOf(), open); }
+void ClientPanel::open(bool open) { ui::openFields(chainOf(), open); }
 
 ClientRecord ClientPanel::recordOf() const
 {
@@ -235,9 +235,9 @@ ClientRecord ClientPanel::recordOf() const
     return f;
 }
 
-QVariantMap ClientPanel::fieldsOf() const { return clients::leerCampos(chainOf()); }
+QVariantMap ClientPanel::fieldsOf() const { return ui::readFields(chainOf()); }
 
-void ClientPanel::setFields(const QVariantMap &values) { ::setFields(chainOf(), values); }
+void ClientPanel::setFields(const QVariantMap &values) { ui::setFields(chainOf(), values); }
 
 void ClientPanel::focus(Field field)
 {

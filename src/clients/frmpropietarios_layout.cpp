@@ -1,6 +1,5 @@
 #include "clients/frmpropietarios.h"
 #include "clients/frmpropietarios_client.h"
-#include "clients/frmpropietarios_fields.h"
 #include "clients/frmpropietarios_patient.h"
 #include "clients/owner_search.h"
 #include "texts/clients.h"
@@ -9,6 +8,7 @@
 #include "ui/grid.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
+#include "ui/record_fields.h"
 #include "ui/theme.h"
 
 #include <QGridLayout>
@@ -29,7 +29,7 @@ constexpr QSize Smallest{1020, 600};
 void frmPropietarios::build()
 {
     setWindowTitle(m_s(text::RegistryLayoutTitle));
-    setStyleSheet(recordStyle());
+    setStyleSheet(ui::denseStyle());
     const ui::bind::Guard guard = [this](const std::function<void()> &task) {
         return guarded(task);
     };
@@ -76,7 +76,7 @@ QPushButton *frmPropietarios::button(const QString &name, int text, const QStrin
 {
     auto *b = new QPushButton;
     b->setObjectName(name);
-    setTitle(b, m_s(text));
+    ui::setTitle(b, m_s(text));
     b->setAutoDefault(false);
     if (!dibujo.isEmpty())
         b->setIcon(ui::namedIcon(dibujo));
@@ -100,22 +100,15 @@ void frmPropietarios::buildClients(QGridLayout *place)
     Txtapellidob->setPlaceholderText(m_s(text::FindClientHint));
     cmdBuscarCliente = button(u"cmdBuscarCliente"_s, text::AdvancedClientSearch);
 
-    cmdagregar = button(u"cmdagregar"_s, text::SaveButton);
-    cmdNuevo = button(u"cmdNuevo"_s, text::NewClientButton);
-    cmdmodificar = button(u"cmdmodificar"_s, text::EditClientButton);
-    cmdEliminar = button(u"cmdEliminar"_s, text::DeleteButton);
-    m_clientButtons = {cmdagregar,
-                       cmdNuevo,
-                       cmdmodificar,
-                       cmdEliminar,
-                       text::NewClientButton,
-                       text::EditClientButton};
+    m_clientButtons = new ui::RecordButtons(m_s, {u"cmdagregar"_s, u"cmdNuevo"_s, u"cmdmodificar"_s,
+                                                  u"cmdEliminar"_s, text::NewClientButton,
+                                                  text::EditClientButton});
 
     place->addLayout(buildSearch(text::RegistryLayoutClients, Txtapellidob, cmdBuscarCliente), 0,
                      0);
     place->addWidget(GClientes, 1, 0);
     place->addWidget(m_client, 2, 0);
-    place->addLayout(buildButtons(m_clientButtons), 3, 0);
+    place->addWidget(m_clientButtons, 3, 0);
 }
 
 void frmPropietarios::buildPatients(QGridLayout *place)
@@ -134,19 +127,15 @@ void frmPropietarios::buildPatients(QGridLayout *place)
     txtmascotab->setPlaceholderText(m_s(text::FindPatientHint));
     cmdBuscarPaciente = button(u"cmdBuscarPaciente"_s, text::AdvancedPatientSearch);
 
-    cmdagregarmas = button(u"cmdagregarmas"_s, text::SaveButton);
-    cmdnuevomas = button(u"cmdnuevomas"_s, text::NewPatientButton);
-    cmdmodificarmas = button(u"cmdmodificarmas"_s, text::EditPatientButton);
-    cmdeliminarmas = button(u"cmdeliminarmas"_s, text::DeleteButton);
-    m_patientButtons = {cmdagregarmas,          cmdnuevomas,
-                        cmdmodificarmas,        cmdeliminarmas,
-                        text::NewPatientButton, text::EditPatientButton};
+    m_patientButtons = new ui::RecordButtons(
+        m_s, {u"cmdagregarmas"_s, u"cmdnuevomas"_s, u"cmdmodificarmas"_s, u"cmdeliminarmas"_s,
+              text::NewPatientButton, text::EditPatientButton});
 
     place->addLayout(buildSearch(text::RegistryLayoutPatients, txtmascotab, cmdBuscarPaciente), 0,
                      1);
     place->addWidget(GMascotas, 1, 1);
     place->addWidget(m_patient, 2, 1);
-    place->addLayout(buildButtons(m_patientButtons), 3, 1);
+    place->addWidget(m_patientButtons, 3, 1);
 }
 
 QLayout *frmPropietarios::buildSearch(int text, QLineEdit *box, QPushButton *advanced)
@@ -166,16 +155,6 @@ QLayout *frmPropietarios::buildSearch(int text, QLineEdit *box, QPushButton *adv
     return row;
 }
 
-QLayout *frmPropietarios::buildButtons(const ButtonRow &buttons)
-{
-    auto *row = new QHBoxLayout;
-    row->setSpacing(ui::space::S);
-    for (QPushButton *b : {buttons.add, buttons.newOne, buttons.modify, buttons.erase})
-        row->addWidget(b);
-    row->addStretch();
-    return row;
-}
-
 void frmPropietarios::orderKeys()
 {
     const QList<QWidget *> client = m_client->chainOf(), patient = m_patient->chainOf();
@@ -184,18 +163,23 @@ void frmPropietarios::orderKeys()
         enterChain(boxes.first(boxes.size() - 1) + QList<QWidget *>{save});
         enterChain({boxes.last(), save});
     };
-    chain(client, cmdagregar);
-    chain(patient, cmdagregarmas);
+    chain(client, m_clientButtons->save);
+    chain(patient, m_patientButtons->save);
     refuseApostropheIn(client + patient);
     refuseApostrophe({Txtapellidob, txtmascotab});
 
     QList<QWidget *> order{Txtapellidob, cmdBuscarCliente, GClientes};
     order += client;
-    order += {cmdagregar,  cmdNuevo,          cmdmodificar, cmdEliminar,
-              txtmascotab, cmdBuscarPaciente, GMascotas};
+    order += {m_clientButtons->save,
+              m_clientButtons->newOne,
+              m_clientButtons->modify,
+              m_clientButtons->erase,
+              txtmascotab,
+              cmdBuscarPaciente,
+              GMascotas};
     order += patient;
-    order += {findChild<QWidget *>(u"PicMascota"_s), cmdagregarmas, cmdnuevomas, cmdmodificarmas,
-              cmdeliminarmas};
+    order += {findChild<QWidget *>(u"PicMascota"_s), m_patientButtons->save,
+              m_patientButtons->newOne, m_patientButtons->modify, m_patientButtons->erase};
     for (QPushButton *b : m_bar->findChildren<QPushButton *>())
         order.append(b);
     order.append(cmdvolver);

@@ -1,6 +1,5 @@
 #include "clients/frmpropietarios_patient.h"
 
-#include "clients/frmpropietarios_fields.h"
 #include "clients/frmpropietarios_photo.h"
 #include "clients/panels.h"
 #include "clients/photos.h"
@@ -12,6 +11,7 @@
 #include "ui/completion_list.h"
 #include "ui/day_box.h"
 #include "ui/help_line.h"
+#include "ui/record_fields.h"
 #include "ui/theme.h"
 
 #include <QCheckBox>
@@ -54,7 +54,7 @@ PatientPanel::PatientPanel(Sesion &s, ui::bind::Guard guard, ui::HelpLine *help,
 void PatientPanel::build()
 {
     const auto column = [this](const char *field, const QString &name, int text) {
-        return columnBox(m_s, "mascotas", field, name, m_s(text));
+        return ui::columnBox(m_s, "mascotas", field, name, m_s(text));
     };
     const auto list = [this](const QString &name, int text) {
         return named(new QComboBox, name, m_s(text));
@@ -75,7 +75,7 @@ void PatientPanel::build()
     lblEdad = named(new QLabel, u"lblEdad"_s, {});
     txtpes = named(new ui::NumberBox(m_s), u"txtpes"_s, m_s(text::RegistryPatientWeight));
     txtpes->setMaxLength(7); // no animal weighs more than 9999.99
-    txtcar = column("car", u"txtcar"_s, text::RegistryPatientContactDetails);
+    txtcar = column("car", u"txtcar"_s, text::PatientMarks);
     txtChip = column("Chip", u"txtChip"_s, text::RegistryPatientMicrochip);
     cmbser = list(u"cmbser"_s, text::Automation);
     cmbser->addItem(m_s(text::Nothing), 0);
@@ -89,7 +89,7 @@ void PatientPanel::build()
     chkrep = check(u"chkrep"_s, text::BreedingAnimal);
     chkdec = check(u"chkdec"_s, text::RegistryPatientDeceased);
     chkdec->setToolTip(m_s(text::DeceasedHelp));
-    txtobsmas = notesBox(m_s, u"txtobsmas"_s, m_s(text::Notes));
+    txtobsmas = ui::notesBox(m_s, u"txtobsmas"_s, m_s(text::Notes));
     for (QComboBox *box : {static_cast<QComboBox *>(cmbraza), cmbespecie, cmbpel, cmbsex, cmbser}) {
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(6);
@@ -105,13 +105,13 @@ void PatientPanel::build()
     checks->addStretch();
 
     auto *boxes = new QWidget;
-    auto *grid = new FieldGrid(boxes);
+    auto *grid = new ui::FieldGrid(boxes);
     grid->Row(m_s(text::Name), txtnom, txtidm);
     grid->Row(m_s(text::Breed), cmbraza, m_s(text::Species), cmbespecie);
     grid->Row(m_s(text::RegistryPatientCoat), cmbpel, m_s(text::RegistryPatientSex), cmbsex);
     grid->Row(m_s(text::RegistryPatientBirth), Msknac, m_s(text::RegistryPatientWeight),
               besides(txtpes, unit));
-    grid->Row(m_s(text::RegistryPatientContactDetails), txtcar);
+    grid->Row(m_s(text::PatientMarks), txtcar);
     grid->Row(m_s(text::RegistryPatientMicrochip), txtChip, m_s(text::RegistryPatientAutomation),
               cmbser);
     grid->addLayout(checks, grid->rowCount(), 1, 1, 3);
@@ -140,7 +140,7 @@ QWidget *PatientPanel::buildFacts()
 {
     PicMascota = named(new PatientPhoto(m_s(text::PhotoInvitation)), u"PicMascota"_s,
                        m_s(text::RegistryPatientPhoto));
-    txtinfomas = informationBox(u"txtinfomas"_s, m_s(text::RegistryPatientInformation));
+    txtinfomas = ui::informationBox(u"txtinfomas"_s, m_s(text::RegistryPatientInformation));
     auto *facts = new QWidget;
     facts->setFixedWidth(PatientFactsWidth);
     auto *column = new QVBoxLayout(facts);
@@ -169,7 +169,7 @@ void PatientPanel::wire()
     connect(PicMascota, &PatientPhoto::received, this, &PatientPanel::takePicture);
     connect(PicMascota, &PatientPhoto::removed, this, &PatientPanel::dropPhoto);
 
-    onChange(chainOf(), this, [this] { Q_EMIT touched(); });
+    ui::onChange(chainOf(), this, [this] { Q_EMIT touched(); });
 }
 
 void PatientPanel::loadLists()
@@ -207,7 +207,7 @@ void PatientPanel::show(const PatientRecord &record)
     txtinfomas->clear();
     PicMascota->show({});
     tellAge();
-    showBeginnings(this);
+    ui::showBeginnings(this);
 }
 
 void PatientPanel::empty(int id)
@@ -225,7 +225,7 @@ void PatientPanel::report()
     showPhoto();
 }
 
-void PatientPanel::open(bool open) { clients::openFields(chainOf(), open); }
+void PatientPanel::open(bool open) { ui::openFields(chainOf(), open); }
 
 void PatientPanel::allowPhoto(bool si) { PicMascota->allow(si); }
 
@@ -254,9 +254,9 @@ QString PatientPanel::speciesOf() const { return cmbespecie->currentText(); }
 
 bool PatientPanel::validBirth() const { return Msknac->isAcceptable(); }
 
-QVariantMap PatientPanel::fieldsOf() const { return clients::leerCampos(chainOf()); }
+QVariantMap PatientPanel::fieldsOf() const { return ui::readFields(chainOf()); }
 
-void PatientPanel::setFields(const QVariantMap &values) { ::setFields(chainOf(), values); }
+void PatientPanel::setFields(const QVariantMap &values) { ui::setFields(chainOf(), values); }
 
 void PatientPanel::focus(Field field)
 {

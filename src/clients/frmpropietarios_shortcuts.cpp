@@ -1,13 +1,13 @@
 #include "clients/frmpropietarios_shortcuts.h"
 
 #include "clients/dialling.h"
-#include "clients/frmpropietarios_fields.h"
 #include "clients/registry.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
+#include "ui/record_fields.h"
 #include "ui/theme.h"
 
 #include <QDesktopServices>
@@ -84,7 +84,7 @@ void AccessesBar::build()
         const QString caption = m_s(access.text);
         auto *b = new QPushButton(ui::namedIcon(access.dibujo.toString()), {});
         b->setObjectName(access.name.toString());
-        setTitle(b, caption);
+        ui::setTitle(b, caption);
         b->setProperty("clase", u"barra"_s);
         b->setIconSize({20, 20});
         b->setAutoDefault(false);

@@ -10,10 +10,10 @@ QString clients::domainOf(const QString &addresses)
     if (at < 0)
         return {};
     const QString rest = addresses.sliced(at + 1);
-    qsizetype fin = 0;
-    while (fin < rest.size() && !rest[fin].isSpace() && rest[fin] != u',' && rest[fin] != u';')
-        ++fin;
-    return rest.first(fin);
+    qsizetype end = 0;
+    while (end < rest.size() && !rest[end].isSpace() && rest[end] != u',' && rest[end] != u';')
+        ++end;
+    return rest.first(end);
 }
 
 QStringList clients::knownDomains(Sesion &s)

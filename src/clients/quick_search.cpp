@@ -150,10 +150,10 @@ void QuickIndex::bringUpToDate(Sesion &s)
     m_patients.reserve(mascotas.size());
     for (const auto &[place, patient] : mascotas) {
         Client &c = m_clients[place];
-        if (c.fin == 0)
+        if (c.end == 0)
             c.first = quint32(m_patients.size());
         m_patients.push_back(patient);
-        c.fin = quint32(m_patients.size());
+        c.end = quint32(m_patients.size());
     }
     m_text.shrink_to_fit();
     m_version = version;
@@ -192,9 +192,9 @@ std::vector<QuickIndex::Hit> QuickIndex::findHits(const QString &typed) const
                                                  : std::min(degreeIn(text(c.name), p.letters),
                                                             digitsDegree(text(c.telephones), p));
         }
-        for (quint32 m = c.first; m < c.fin; ++m)
+        for (quint32 m = c.first; m < c.end; ++m)
             test(c, &m_patients[m]);
-        if (c.first == c.fin)
+        if (c.first == c.end)
             test(c, nullptr);
     }
     return hits;
@@ -218,20 +218,20 @@ QuickAnswer QuickIndex::find(Sesion &s, const QString &typed, int count) const
         const int names = text(a.patient->name).compare(text(b.patient->name));
         return names != 0 ? names < 0 : a.patient->idm < b.patient->idm;
     };
-    const auto fin = hits.begin() + std::min<ptrdiff_t>(count, answer.total);
-    std::partial_sort(hits.begin(), fin, hits.end(), before);
+    const auto end = hits.begin() + std::min<ptrdiff_t>(count, answer.total);
+    std::partial_sort(hits.begin(), end, hits.end(), before);
 
     // Owners in the order of their best animal, with all their animals below.
     std::unordered_map<const Client *, int> order;
-    for (auto a = hits.begin(); a != fin; ++a)
+    for (auto a = hits.begin(); a != end; ++a)
         order.emplace(a->client, int(order.size()));
-    std::stable_sort(hits.begin(), fin, [&order](const Hit &a, const Hit &b) {
+    std::stable_sort(hits.begin(), end, [&order](const Hit &a, const Hit &b) {
         return order.at(a.client) < order.at(b.client);
     });
 
     const Client *loaded = nullptr;
     FoundQuick owner;
-    for (auto a = hits.begin(); a != fin; ++a) {
+    for (auto a = hits.begin(); a != end; ++a) {
         if (a->client != loaded)
             owner = Owner(s, a->client->idc);
         loaded = a->client;

@@ -51,7 +51,7 @@ private:
         Piece name;
         Piece telephones;  // digits, each number behind a blank
         quint32 first = 0; // its animals in m_mascotas
-        quint32 fin = 0;
+        quint32 end = 0;
     };
     struct Patient {
         int idm = 0;

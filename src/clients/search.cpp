@@ -29,7 +29,7 @@ constexpr SearchCriterion Patients[] = {
     {.name = text::SearchCoat,
      .clause = "MLPelajes.Nom LIKE ?",
      .shortcut = "Mascotas.Pel IN (SELECT ID FROM MLPelajes WHERE Nom LIKE ?)"},
-    {.name = text::SearchContactDetails, .clause = "Mascotas.Car LIKE ?"},
+    {.name = text::SearchMarks, .clause = "Mascotas.Car LIKE ?"},
     {.name = text::SearchChip, .clause = "Mascotas.Chip LIKE ?"},
     {.name = text::Owner, .clause = "Clientes.ayn LIKE ?", .owner = true},
     {.name = text::Address, .clause = "Clientes.Dir LIKE ?", .owner = true},
@@ -62,22 +62,14 @@ constexpr SearchCriterion Clients[] = {
     {.name = text::Notes, .clause = "Clientes.Obs LIKE ?"},
 };
 
-constexpr int PatientsTitles[] = {text::SearchId,
-                                  text::Name,
-                                  text::Owner,
-                                  text::Breed,
-                                  text::SearchSpecies,
-                                  text::SearchCoat,
-                                  text::SearchContactDetails,
-                                  text::SearchChip,
-                                  text::Pedigree,
-                                  text::SearchBreeding,
-                                  text::SearchDeath,
-                                  text::Address,
-                                  text::SearchSubregion,
-                                  text::QuickSearchTelephone,
-                                  text::SearchMobile,
-                                  text::Notes};
+constexpr int PatientsTitles[] = {text::SearchId,        text::Name,
+                                  text::Owner,           text::Breed,
+                                  text::SearchSpecies,   text::SearchCoat,
+                                  text::SearchMarks,     text::SearchChip,
+                                  text::Pedigree,        text::SearchBreeding,
+                                  text::SearchDeath,     text::Address,
+                                  text::SearchSubregion, text::QuickSearchTelephone,
+                                  text::SearchMobile,    text::Notes};
 constexpr int ClientsTitles[] = {
     text::SearchId,     text::Name,           text::Address,         text::SearchSubregion,
     text::Region,       text::SearchPostCode, text::SearchAreaCode,  text::QuickSearchTelephone,
@@ -190,7 +182,7 @@ Finding findUntil(Sesion &s, Search search, const Conditions &conditions, size_t
         return h;
 
     Recordset r = s.clientes->open(queryOf(search, filter, limit), filter.values, false);
-    h.hayMas = limit > 0 && size_t(r.RecordCount()) > limit;
+    h.more = limit > 0 && size_t(r.RecordCount()) > limit;
     for (; !r.EOF_(); r.MoveNext()) {
         if (limit > 0 && h.rows.size() == limit)
             break;

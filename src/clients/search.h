@@ -37,10 +37,10 @@ std::span<const int> titlesOf(Search search);
 
 /// What was found.
 struct Finding {
-    bool sought = false; // false: nothing was asked, or `impedimento` says why not
-    QString impediment;  // to be shown; the rows found before stay
+    bool sought = false;                   // false: nothing was asked, or `impediment` says why not
+    QString impediment;                    // to be shown; the rows found before stay
     std::vector<QList<store::Value>> rows; // cells in the order of titlesOf
-    bool hayMas = false;                   // the limit left rows out
+    bool more = false;                     // the limit left rows out
 };
 
 /// Rows that meet all conditions, all of them by name.
@@ -50,7 +50,7 @@ Finding find(Sesion &s, Search search, const Conditions &conditions);
 /// How many rows are read while the user still types.
 inline constexpr int RowsWhileTyping = 200;
 /// The same for so many rows at most; where there are more it is left open which ones, so that the
-/// store can stop early. A failure of the store is an `impedimento` here: no box opens between two
+/// store can stop early. A failure of the store is an `impediment` here: no box opens between two
 /// keys.
 Finding findWhileTyping(Sesion &s, Search search, const Conditions &conditions);
 

@@ -343,7 +343,6 @@ ImportOptions frmImportar::chosen() const
 
 void frmImportar::run(bool write)
 {
-    using Missing = ImportReport::Missing;
     if (m_working)
         return;
     m_working = true;
@@ -371,18 +370,24 @@ void frmImportar::run(bool write)
         return;
     }
     m_report.reset();
-    if (done && report.missing == Missing::Nothing)
-        m_report = std::move(report);
-    showReport();
-    if (m_report) {
-        const QString how = importEnd(m_s, *m_report);
-        if (m_report->interrupted)
-            Ayu->faultOf(how);
-        else
-            Ayu->success(how);
-        (cmdImportar->isEnabled() ? cmdImportar : cmdVolver)->setFocus();
-        return;
+    if (!done || report.missing != ImportReport::Missing::Nothing) {
+        showReport();
+        return tellMissing(report);
     }
+    m_report = std::move(report);
+    showReport();
+    const QString how = importEnd(m_s, *m_report);
+    if (m_report->interrupted)
+        Ayu->faultOf(how);
+    else
+        Ayu->success(how);
+    (cmdImportar->isEnabled() ? cmdImportar : cmdVolver)->setFocus();
+}
+
+/// Says why there is no report, where that can be put right.
+void frmImportar::tellMissing(const ImportReport &report)
+{
+    using Missing = ImportReport::Missing;
     if (!report.failure.isEmpty())
         Ayu->faultOf(report.failure);
     if (report.missing == Missing::Order)

@@ -47,6 +47,7 @@ private:
     void changed();
     void run(bool write);
     void showReport();
+    void tellMissing(const importing::ImportReport &report);
     void fillGrid();
     void enableAll();
     importing::ImportOptions chosen() const;

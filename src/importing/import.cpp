@@ -14,14 +14,14 @@ FileView importing::inspectFile(Sesion &s, const QString &file, int rows)
 {
     FileView v;
     DelimitedFile reader(file);
-    const bool hay = reader.read(v.titles);
+    const bool hasTitles = reader.read(v.titles);
     QStringList fields;
     for (int i = 0; i < rows && reader.read(fields); ++i)
         v.rows << fields;
     v.utf8 = reader.isUtf8();
     v.separator = reader.separatorSign();
     v.failure = fileFailure(s, reader);
-    if (v.failure.isEmpty() && !hay)
+    if (v.failure.isEmpty() && !hasTitles)
         v.failure = s(text::FileIsEmpty);
     for (QString &title : v.titles)
         title = title.simplified();

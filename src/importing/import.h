@@ -64,7 +64,7 @@ struct ImportReport {
     int firstWithoutPlace = 0;
 
     bool written = false;     // it was no dry run
-    bool interrupted = false; // by the user or by `falla`; what was `escrito` is told and stays
+    bool interrupted = false; // by the user or by `failure`; what was written stays and is told
     QStringList notes;        // what holds for the whole file
     std::vector<ReportLine> lines;
 };

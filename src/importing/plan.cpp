@@ -70,7 +70,7 @@ void Plan::warnWelcome()
         return;
     for (size_t n = 0; n < rows.size(); ++n)
         if (report.lines[n].outcome == Outcome::New && addsClient(rows[n])
-            && !clientes[size_t(rows[n].client)].f.email.isEmpty()) {
+            && !owners[size_t(rows[n].client)].f.email.isEmpty()) {
             report.notes << s(text::WelcomeMailNote)
                                 .arg(s(text::SettingsButton), s(text::Automation),
                                      s(text::NewClientQuestion), s(text::Nothing));
@@ -82,20 +82,17 @@ void Plan::warnWelcome()
 bool Plan::prepare()
 {
     using Missing = ImportReport::Missing;
-    m_column.fill(-1);
-    for (int i = int(o.columns.size()) - 1; i >= 0; --i)
-        m_column[size_t(o.columns[i])] = i;
-    const bool withClient = has(Datum::Client) || has(Datum::Surname) || has(Datum::IdClient);
+    const bool withClient = m_reader.has(Datum::Client) || m_reader.has(Datum::Surname)
+                            || m_reader.has(Datum::IdClient);
     const bool withPatient = std::any_of(o.columns.begin(), o.columns.end(), isOfPatient);
-    m_owner = clean(o.owner, "clientes", "ayn");
-    report.notes << m_notices;
+    const QString owner = m_reader.defaultOwner(report.notes);
     if (!withClient && !withPatient)
         return fail(Missing::ColumnCount, s(text::NoNameColumns));
-    if (!withClient && m_owner.isEmpty())
+    if (!withClient && owner.isEmpty())
         return fail(Missing::Owner, s(text::OwnersAreMissing));
-    if (isNumeric(m_owner))
-        return fail(Missing::Owner, s(text::NumberIsNoName).arg(m_owner));
-    if (withPatient && !has(Datum::Patient))
+    if (isNumeric(owner))
+        return fail(Missing::Owner, s(text::NumberIsNoName).arg(owner));
+    if (withPatient && !m_reader.has(Datum::Patient))
         report.notes << s(text::NoPatientNamesNote);
     if (!withClient && std::any_of(o.columns.begin(), o.columns.end(), [](Datum d) {
             return d != Datum::Nothing && !isOfPatient(d);
@@ -121,8 +118,8 @@ bool Plan::goesOn(const DelimitedFile &file, const KeepGoing &keepGoing)
 bool Plan::locateOrder(const KeepGoing &keepGoing)
 {
     using Missing = ImportReport::Missing;
-    if (o.order || !has(Datum::Birth)) {
-        m_order = o.order.value_or(DateOrder::DayMonth);
+    if (o.order || !m_reader.has(Datum::Birth)) {
+        m_reader.setOrder(o.order.value_or(DateOrder::DayMonth));
         return true;
     }
     DelimitedFile file(o.file);
@@ -132,7 +129,7 @@ bool Plan::locateOrder(const KeepGoing &keepGoing)
     for (int n = 0; file.read(fields); ++n) {
         if (n % RowsPerProgress == 0 && !goesOn(file, keepGoing))
             return false;
-        switch (orderThatTests(fields.value(m_column[size_t(Datum::Birth)]))) {
+        switch (orderThatTests(fields.value(m_reader.columnOf(Datum::Birth)))) {
         case OrderTest::DayMonth:
             dayMonth = true;
             break;
@@ -148,7 +145,7 @@ bool Plan::locateOrder(const KeepGoing &keepGoing)
     }
     if (ambiguous && dayMonth == monthDay)
         return fail(Missing::Order, s(text::DateOrderIsMissing));
-    m_order = monthDay && !dayMonth ? DateOrder::MonthDay : DateOrder::DayMonth;
+    m_reader.setOrder(monthDay && !dayMonth ? DateOrder::MonthDay : DateOrder::DayMonth);
     return true;
 }
 
@@ -157,16 +154,16 @@ bool Plan::read(const KeepGoing &keepGoing)
     using Missing = ImportReport::Missing;
     DelimitedFile file(o.file);
     QStringList fields;
-    const bool hay = file.read(fields);
+    const bool any = file.read(fields);
     if (file.failure() != DelimitedFile::Failure::None)
         return fail(Missing::File, fileFailure(s, file));
-    if (!hay)
+    if (!any)
         return fail(Missing::File, s(text::FileIsEmpty));
     const qsizetype titles = fields.size();
-    if (has(Datum::Weight)) {
-        const QString title = fields.value(m_column[size_t(Datum::Weight)]).simplified();
-        if (isOtherUnit(title))
-            report.notes << s(text::WeightUnitNote).arg(ownUnit(), title);
+    if (m_reader.has(Datum::Weight)) {
+        const QString title = fields.value(m_reader.columnOf(Datum::Weight)).simplified();
+        if (m_reader.isOtherUnit(title))
+            report.notes << s(text::WeightUnitNote).arg(m_reader.ownUnit(), title);
     }
     for (int n = 0; file.read(fields); ++n) {
         if (n % RowsPerProgress == 0 && !goesOn(file, keepGoing)) {
@@ -185,77 +182,23 @@ bool Plan::read(const KeepGoing &keepGoing)
             report.lines.back().text = s(text::TooManyFields).arg(fields.size()).arg(titles);
             continue;
         }
-        readRow(fields);
+        place(m_reader.read(fields));
     }
     if (file.failure() != DelimitedFile::Failure::None)
         return fail(Missing::File, fileFailure(s, file));
     return true;
 }
 
-QString Plan::Field(Datum d) const
-{
-    const int column = m_column[size_t(d)];
-    if (column < 0)
-        return {};
-    // "---", "???" and the like stand for nothing.
-    static const QRegularExpression nothing(u"^[\\s?._*/\\\\–—-]+$"_s);
-    const QString text = m_campos->value(column).trimmed();
-    return nothing.match(text).hasMatch() ? QString() : text;
-}
-
-void Plan::warn(int text, const QString &value) { m_notices << s(text).arg(value); }
-
-// A text of one line as its column takes it; says what was changed.
-QString Plan::clean(const QString &text, std::string_view table, std::string_view column)
-{
-    QString t = text.simplified();
-    if (t.isEmpty())
-        return t;
-    if (t.contains(u'\'')) {
-        warn(text::ApostropheRemoved, t);
-        t = QuitarApostrofes(t).simplified();
-    }
-    if (const QString isShort = s.clientes->trimmed(table, column, t).trimmed(); isShort != t) {
-        warn(text::ValueCutShort, t);
-        return isShort;
-    }
-    return t;
-}
-
-// A telephone or an address for mail as its column takes it. Of several, as many as fit whole: a
-// part of a number reaches nobody.
-QString Plan::thoseThatFit(const QString &text, std::string_view column)
-{
-    QString t = text.simplified();
-    if (t.contains(u'\'')) {
-        warn(text::ApostropheRemoved, t);
-        t = QuitarApostrofes(t);
-    }
-    const int width = s.clientes->widthOf("clientes", column);
-    if (t.size() <= width)
-        return t;
-    warn(text::ValueCutShort, t);
-    static const QRegularExpression parts(u"\\s*[,;/]\\s*"_s);
-    QString together;
-    for (const QString &part : t.split(parts, Qt::SkipEmptyParts)) {
-        const QString mas = together.isEmpty() ? part : together + u", "_s + part;
-        if (mas.size() <= width)
-            together = mas;
-    }
-    return together;
-}
-
 // The place of a name in a list, at its end if it is new. -1 for none, or when the list is full.
-int Plan::enter(PlannedList &list, const QString &text, int parent, const QString &code)
+int Plan::enter(PlannedList &list, const QString &nom, int parent, const QString &code)
 {
-    const QString nom = clean(text, tableOf(list.list).table, "nom");
     if (nom.isEmpty())
         return -1;
     const QString key = folded(nom);
     if (const auto i = list.byName.constFind(key); i != list.byName.constEnd())
         return *i;
     if (list.free <= 0) {
-        warn(text::ListIsFull, nom);
+        m_notices << s(text::ListIsFull).arg(nom);
         return -1;
     }
     --list.free;
@@ -275,157 +218,49 @@ int Plan::speciesOf(const QString &text)
     return enter(allSpecies, text);
 }
 
-bool Plan::yesNo(Datum d)
+// A line that could be read, in its place among the owners and animals of the file.
+void Plan::place(ReadLine read)
 {
-    const QString text = Field(d);
-    const auto value = readYesNo(text);
-    if (!value && d == Datum::Deceased && readDate(text, m_order).isValid())
-        return true; // the day of its death
-    if (!value)
-        warn(text::NeitherYesNorNo, text);
-    return value.value_or(false);
-}
-
-// In which the clinic weighs.
-QString Plan::ownUnit() const
-{
-    return s.configuracion[setting::KgLbs].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s;
-}
-
-bool Plan::isOtherUnit(const QString &text) const
-{
-    const QString unit = writtenUnit(text);
-    return !unit.isEmpty() && unit != ownUnit();
-}
-
-std::optional<ClientRecord> Plan::clientRecord(QString &reason)
-{
-    ClientRecord f;
-    f.ayn = Field(Datum::Surname) + u' ' + Field(Datum::Client);
-    const bool withoutName = f.ayn.trimmed().isEmpty();
-    if (const QString number = Field(Datum::IdClient); withoutName && !number.isEmpty()) {
-        f.ayn = s(text::OwnerByNumber).arg(number);
-    } else if (withoutName) {
-        if (m_owner.isEmpty()) {
-            reason = s(text::ClientHasNoName);
-            return std::nullopt;
-        }
-        f.ayn = m_owner; // nothing else in the row tells of this client
-        return f;
-    }
-    f.ayn = clean(f.ayn, "clientes", "ayn");
-    if (f.ayn.isEmpty() || isNumeric(f.ayn)) {
-        reason = f.ayn.isEmpty() ? s(text::ClientHasNoName) : s(text::NumberIsNoName).arg(f.ayn);
-        return std::nullopt;
-    }
-    f.dir = clean(Field(Datum::Address), "clientes", "dir");
-    f.codp2 = Field(Datum::PostalCode).simplified();
-    if (f.codp2.size() > s.clientes->widthOf("clientes", "codp2")) {
-        warn(text::PostalCodeTooLong, f.codp2); // cut, it would be another place's
-        f.codp2.clear();
-    }
-    f.codp2 = clean(f.codp2, "clientes", "codp2");
-    f.codt2 = clean(Field(Datum::AreaCode), "clientes", "codt2");
-    f.tel2 = thoseThatFit(Field(Datum::Telephone), "tel2");
-    f.telc2 = thoseThatFit(Field(Datum::Mobile), "telc2");
-    f.email = thoseThatFit(Field(Datum::Email), "email");
-    f.obs = QuitarApostrofes(Field(Datum::ClientNotes));
-    f.region = Field(Datum::Region);
-    f.subregion = Field(Datum::Subregion);
-    for (QString *place : {&f.region, &f.subregion})
-        if (isNumeric(*place)) {
-            warn(text::RegionIsNumber, *place);
-            place->clear();
-        }
-    return f;
-}
-
-std::optional<PlannedPatient> Plan::patientRecord(QString &reason, bool &hay)
-{
-    hay = false;
-    for (int d = int(Datum::Patient); d < DatumCount; ++d)
-        hay = hay || !Field(Datum(d)).isEmpty();
-    if (!hay)
-        return std::nullopt;
-
-    PlannedPatient m;
-    m.f.nom = clean(Field(Datum::Patient), "mascotas", "nom");
-    if (has(Datum::Patient) && (m.f.nom.isEmpty() || isNumeric(m.f.nom))) {
-        reason =
-            m.f.nom.isEmpty() ? s(text::PatientHasNoName) : s(text::NumberIsNoName).arg(m.f.nom);
-        return std::nullopt;
-    }
-    m.species = speciesOf(Field(Datum::Species));
-    m.breed = enter(breeds, Field(Datum::Breed), m.species);
-    if (m.species < 0 && m.breed >= 0)
-        m.species = breeds.entries[size_t(m.breed)].parent;
-    m.coat = enter(coats, Field(Datum::Coat));
-    m.f.car = clean(Field(Datum::Marks), "mascotas", "car");
-    m.f.Chip = clean(Field(Datum::Chip), "mascotas", "Chip");
-    m.f.obs = QuitarApostrofes(Field(Datum::PatientNotes));
-    m.f.ped = yesNo(Datum::Pedigree);
-    m.f.dec = yesNo(Datum::Deceased);
-
-    if (const QString text = Field(Datum::Birth); !text.isEmpty()) {
-        const QDate dia = readDate(text, m_order);
-        if (dia.isValid() && dia.year() >= 1900 && dia <= s.reloj.hoy)
-            m.f.fecn = dia;
-        else
-            warn(text::BirthDateUnreadable, text);
-    }
-    if (const QString text = Field(Datum::Weight); !text.isEmpty()) {
-        const auto peso = readWeight(text);
-        if (!peso)
-            warn(text::WeightUnreadable, text);
-        else if (isOtherUnit(text))
-            m_notices << s(text::WeightUnitNote).arg(ownUnit(), text);
-        m.f.pes = peso.value_or(0);
-    }
-    if (const QString text = Field(Datum::Sex); !text.isEmpty()) {
-        const auto sex = readSex(text);
-        if (!sex)
-            warn(text::SexUnreadable, text);
-        m.withSex = sex.has_value();
-        m.f.sex = sex.value_or(0);
-    }
-    if (yesNo(Datum::Neutered) && m.f.sex < 2)
-        m.f.sex += 2;
-    return m;
-}
-
-void Plan::readRow(const QStringList &fields)
-{
-    m_campos = &fields;
-    m_notices.clear();
+    m_notices = std::move(read.notices);
     ReportLine &line = report.lines.back();
     PlannedRow &row = rows.back();
-
-    QString reason;
-    bool hasPatient = false;
-    auto patient = patientRecord(reason, hasPatient);
-    std::optional<ClientRecord> client;
-    if (reason.isEmpty())
-        client = clientRecord(reason);
-    if (!reason.isEmpty() || !client) {
+    if (!read.client) {
         line.outcome = Outcome::Rejected;
-        line.text = reason;
-        line.client = (Field(Datum::Surname) + u' ' + Field(Datum::Client)).trimmed();
-        line.patient = Field(Datum::Patient);
+        line.text = read.refused;
+        line.client = read.writtenClient;
+        line.patient = read.writtenPatient;
         return;
     }
-    const auto before = clientes.size();
-    row.client = clientOf(*client, Field(Datum::IdClient));
-    row.opensClient = clientes.size() > before;
-    line.client = clientes[size_t(row.client)].f.ayn;
+    std::optional<PlannedPatient> patient;
+    if (read.patient)
+        patient = planned(*read.patient);
+    const auto before = owners.size();
+    row.client = clientOf(*read.client, read.clientNumber);
+    row.opensClient = owners.size() > before;
+    line.client = owners[size_t(row.client)].f.ayn;
     if (patient) {
         patient->client = row.client;
-        const auto were = mascotas.size();
-        row.patient = patientOf(std::move(*patient), line.line);
-        row.opensPatient = mascotas.size() > were;
-        line.patient = mascotas[size_t(row.patient)].f.nom;
+        const auto were = animals.size();
+        row.patient = patientOf(std::move(*patient), read.patient->number, line.line);
+        row.opensPatient = animals.size() > were;
+        line.patient = animals[size_t(row.patient)].f.nom;
     }
     line.notice = !m_notices.isEmpty();
     line.text = m_notices.join(u"; "_s);
+}
+
+// The animal of a line with its entries of the lists, which are added where they are new.
+PlannedPatient Plan::planned(const ReadPatient &read)
+{
+    PlannedPatient m;
+    m.f = read.record;
+    m.withSex = read.withSex;
+    m.species = speciesOf(read.species);
+    m.breed = enter(breeds, read.breed, m.species);
+    if (m.species < 0 && m.breed >= 0)
+        m.species = breeds.entries[size_t(m.breed)].parent;
+    m.coat = enter(coats, read.coat);
+    return m;
 }
 
 // Which owner of the file a row tells of. Owners with a number of their own are told apart by it,
@@ -447,13 +282,13 @@ int Plan::clientOf(const ClientRecord &f, const QString &number)
     if (which >= 0) {
         complete(which, f);
     } else {
-        which = int(clientes.size());
+        which = int(owners.size());
         PlannedClient c;
         c.f = f;
         c.contact = contact;
         c.region = enter(regions, f.region, -1, f.codt2);
         c.subregion = enter(subregions, f.subregion, c.region, f.codp2);
-        clientes.push_back(std::move(c));
+        owners.push_back(std::move(c));
         m_directory.add(which, contact);
     }
     if (!number.isEmpty())
@@ -464,7 +299,7 @@ int Plan::clientOf(const ClientRecord &f, const QString &number)
 // An owner who was met without a name before.
 void Plan::rename(int client, const QString &before, const QString &name)
 {
-    PlannedClient &c = clientes[size_t(client)];
+    PlannedClient &c = owners[size_t(client)];
     if (c.existing || c.f.ayn != before)
         return;
     m_directory.remove(client, c.contact);
@@ -476,7 +311,7 @@ void Plan::rename(int client, const QString &before, const QString &name)
 // What a further row of an owner knows better than the rows before it.
 void Plan::complete(int client, ClientRecord f)
 {
-    PlannedClient &c = clientes[size_t(client)];
+    PlannedClient &c = owners[size_t(client)];
     f.ayn = c.f.ayn;
     // A telephone that is another owner's of this name stays with that one.
     ClientRecord contactOnly;
@@ -541,32 +376,32 @@ void Plan::complete(PlannedPatient &m, const PlannedPatient &other)
 // Which animal of the file a row tells of, among those of one owner with one name: where there is a
 // number, it says; else the first that the row does not contradict. Animals without name or number
 // are one each.
-int Plan::patientOf(PlannedPatient m, int line)
+int Plan::patientOf(PlannedPatient m, const QString &number, int line)
 {
-    const int newOne = int(mascotas.size());
+    const int newOne = int(animals.size());
     const QString key = QString::number(m.client) + u'\n' + folded(m.f.nom);
-    if (const QString number = Field(Datum::IdPatient); !number.isEmpty()) {
+    if (!number.isEmpty()) {
         const auto i = m_patientByNumber.constFind(key + u'\n' + number);
         if (i != m_patientByNumber.constEnd()) {
-            complete(mascotas[size_t(*i)], m);
+            complete(animals[size_t(*i)], m);
             return *i;
         }
         m_patientByNumber.insert(key + u'\n' + number, newOne);
         if (m.f.nom.isEmpty())
-            m.f.nom = clean(s(text::PatientByNumber).arg(number), "mascotas", "nom");
+            m.f.nom = s.clientes->trimmed("mascotas", "nom", s(text::PatientByNumber).arg(number));
     } else if (m.f.nom.isEmpty()) {
-        m.f.nom = s(text::PatientByNumber).arg(++clientes[size_t(m.client)].unnamed);
+        m.f.nom = s(text::PatientByNumber).arg(++owners[size_t(m.client)].unnamed);
     } else {
         std::vector<int> &namesakes = m_patientsByName[key];
         for (const int i : namesakes)
-            if (samePatient(mascotas[size_t(i)], m)) {
-                complete(mascotas[size_t(i)], m);
+            if (samePatient(animals[size_t(i)], m)) {
+                complete(animals[size_t(i)], m);
                 return i;
             }
         namesakes.push_back(newOne);
     }
     m.line = line;
-    mascotas.push_back(std::move(m));
+    animals.push_back(std::move(m));
     return newOne;
 }
 
@@ -574,6 +409,14 @@ int Plan::patientOf(PlannedPatient m, int line)
 // answers for one owner or animal of the file only, in the order of both; so a file that was
 // imported finds all of itself again.
 void Plan::match()
+{
+    matchClients();
+    matchPatients();
+    giveOutIds();
+    count();
+}
+
+void Plan::matchClients()
 {
     ClientsDirectory known;
     QHash<int, ClientContact> contact;
@@ -587,11 +430,11 @@ void Plan::match()
         f.tel2 = c[3].toText();
         f.telc2 = c[4].toText();
         f.email = c[5].toText();
-        ClientContact d = contactOf(f);
+        const ClientContact d = contactOf(f);
         known.add(f.idc, d);
-        contact.insert(f.idc, std::move(d));
+        contact.insert(f.idc, d);
     }
-    for (PlannedClient &planned : clientes) {
+    for (PlannedClient &planned : owners) {
         int idc = known.withSharedContact(planned.contact);
         if (idc < 0)
             idc = known.either(planned.contact);
@@ -601,42 +444,48 @@ void Plan::match()
         planned.f.idc = idc;
         known.remove(idc, contact[idc]);
     }
+}
 
-    QHash<QString, std::vector<KnownPatient>> patients;
+void Plan::matchPatients()
+{
+    QHash<QString, std::vector<KnownPatient>> known;
     const auto key = [](int idc, const QString &nom) {
         return QString::number(idc) + u'\n' + folded(nom);
     };
     Recordset p =
         s.clientes->OpenSnapshot("select idc, nom, esp, fecn, Chip from mascotas order by idm");
     for (; !p.EOF_(); p.MoveNext())
-        patients[key(p[0].toInt(), p[1].toText())].push_back(
+        known[key(p[0].toInt(), p[1].toText())].push_back(
             {p[2].toInt(), p[3].toDate(), p[4].toText(), false});
-    for (PlannedPatient &m : mascotas) {
-        const PlannedClient &owner = clientes[size_t(m.client)];
+    for (PlannedPatient &m : animals) {
+        const PlannedClient &owner = owners[size_t(m.client)];
         if (!owner.existing)
             continue;
-        const auto i = patients.find(key(owner.f.idc, m.f.nom));
-        if (i == patients.end())
+        const auto namesakes = known.find(key(owner.f.idc, m.f.nom));
+        if (namesakes == known.end())
             continue;
-        // A species that is to be added yet is nobody's.
-        const int esp = m.species < 0              ? 0
-                        : allSpecies.Id(m.species) ? allSpecies.Id(m.species)
-                                                   : -1;
-        for (KnownPatient &candidate : *i) {
-            if (candidate.taken || contradicts(esp, candidate.esp, 0)
-                || contradicts(m.f.fecn, candidate.fecn, QDate())
-                || contradicts(m.f.Chip, candidate.chip, QString()))
-                continue;
-            candidate.taken = m.existing = true;
-            break;
-        }
+        // No animal of the clinic has a species that is still to be added.
+        const int esp = m.species < 0                ? 0
+                        : allSpecies.idAt(m.species) ? allSpecies.idAt(m.species)
+                                                     : -1;
+        const auto same = std::ranges::find_if(*namesakes, [&](const KnownPatient &candidate) {
+            return !candidate.taken && !contradicts(esp, candidate.esp, 0)
+                   && !contradicts(m.f.fecn, candidate.fecn, QDate())
+                   && !contradicts(m.f.Chip, candidate.chip, QString());
+        });
+        if (same != namesakes->end())
+            same->taken = m.existing = true;
     }
+}
 
-    const auto free = [this](std::string_view counter) {
+// What becomes of each line: new as long as identifiers last.
+void Plan::giveOutIds()
+{
+    const auto left = [this](std::string_view counter) {
         return store::Highest16BitId - s.configuracion[counter].toInt();
     };
-    int freeClients = free(setting::contadorclientes),
-        freePatients = free(setting::contadormascotas);
+    int clientsLeft = left(setting::contadorclientes),
+        patientsLeft = left(setting::contadormascotas);
     bool full = false;
     for (size_t n = 0; n < rows.size(); ++n) {
         const PlannedRow &row = rows[n];
@@ -644,7 +493,7 @@ void Plan::match()
         if (line.outcome == Outcome::Rejected)
             continue;
         const bool client = addsClient(row), patient = addsPatient(row);
-        PlannedPatient *m = row.patient < 0 ? nullptr : &mascotas[size_t(row.patient)];
+        PlannedPatient *m = row.patient < 0 ? nullptr : &animals[size_t(row.patient)];
         if (!client && !patient) {
             line.outcome = m && m->withoutPlace ? Outcome::WithoutPlace : Outcome::Existing;
             if (m && !row.opensPatient)
@@ -653,27 +502,26 @@ void Plan::match()
             continue;
         }
         // The first line that does not fit ends it: no gaps, and nothing without its owner.
-        full = full || (client && freeClients == 0) || (patient && freePatients == 0);
+        full = full || (client && clientsLeft == 0) || (patient && patientsLeft == 0);
         if (full) {
             line.outcome = Outcome::WithoutPlace;
             if (m)
                 m->withoutPlace = true;
         } else {
-            freeClients -= client;
-            freePatients -= patient;
+            clientsLeft -= client;
+            patientsLeft -= patient;
         }
     }
-    count();
 }
 
 bool Plan::addsClient(const PlannedRow &row) const
 {
-    return row.opensClient && !clientes[size_t(row.client)].existing;
+    return row.opensClient && !owners[size_t(row.client)].existing;
 }
 
 bool Plan::addsPatient(const PlannedRow &row) const
 {
-    return row.opensPatient && !mascotas[size_t(row.patient)].existing;
+    return row.opensPatient && !animals[size_t(row.patient)].existing;
 }
 
 void Plan::count()

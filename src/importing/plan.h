@@ -5,11 +5,9 @@
 #include "clients/reference_lists.h"
 #include "clients/registry.h"
 #include "importing/delimited_file.h"
-#include "importing/import.h"
+#include "importing/line_reader.h"
 #include "importing/matching.h"
 #include "store/identifiers.h"
-
-#include <array>
 
 namespace importing
 {
@@ -49,7 +47,7 @@ struct PlannedList {
         }
     }
 
-    int Id(int place) const { return place < 0 ? 0 : entries[size_t(place)].id; }
+    int idAt(int place) const { return place < 0 ? 0 : entries[size_t(place)].id; }
 };
 
 // --- What a row tells
@@ -91,14 +89,18 @@ struct KnownPatient {
 };
 
 struct Plan {
-    Plan(Sesion &session, const ImportOptions &options) : s(session), o(options) {}
+    /// @param options must outlive the plan
+    Plan(Sesion &session, const ImportOptions &options)
+        : s(session), o(options), m_reader(session, options)
+    {
+    }
 
     Sesion &s;
     const ImportOptions &o;
     ImportReport report;
-    std::vector<PlannedClient> clientes;
-    std::vector<PlannedPatient> mascotas;
-    std::vector<PlannedRow> rows; // beside informe.lineas
+    std::vector<PlannedClient> owners;
+    std::vector<PlannedPatient> animals;
+    std::vector<PlannedRow> rows; // beside report.lines
 
     PlannedList regions{clients::List::Region};
     PlannedList subregions{clients::List::Subregion};
@@ -115,45 +117,38 @@ private:
     bool locateOrder(const KeepGoing &keepGoing);
     bool goesOn(const DelimitedFile &file, const KeepGoing &keepGoing);
     bool read(const KeepGoing &keepGoing);
-    void readRow(const QStringList &fields);
-    void match();
-    bool addsClient(const PlannedRow &row) const;
-    bool addsPatient(const PlannedRow &row) const;
-    void count();
     void warnWelcome();
 
-    bool has(Datum d) const { return m_column[size_t(d)] >= 0; }
-    QString Field(Datum d) const;
-    void warn(int text, const QString &value);
-    QString clean(const QString &text, std::string_view table, std::string_view column);
-    QString thoseThatFit(const QString &text, std::string_view column);
-    int enter(PlannedList &list, const QString &text, int parent = -1, const QString &code = {});
-    int speciesOf(const QString &text);
-    bool yesNo(Datum d);
-    QString ownUnit() const;
-    bool isOtherUnit(const QString &text) const;
-
-    std::optional<clients::ClientRecord> clientRecord(QString &reason);
-    std::optional<PlannedPatient> patientRecord(QString &reason, bool &hay);
+    // One line among those before it
+    void place(ReadLine read);
+    PlannedPatient planned(const ReadPatient &read);
+    int enter(PlannedList &list, const QString &nom, int parent = -1, const QString &code = {});
+    int speciesOf(const QString &nom);
     int clientOf(const clients::ClientRecord &f, const QString &number);
     void rename(int client, const QString &before, const QString &name);
     void complete(int client, clients::ClientRecord f);
-    int patientOf(PlannedPatient m, int line);
+    int patientOf(PlannedPatient m, const QString &number, int line);
     void complete(PlannedPatient &m, const PlannedPatient &other);
     bool samePatient(const PlannedPatient &a, const PlannedPatient &b) const;
 
+    // All of them beside what the clinic has
+    void match();
+    void matchClients();
+    void matchPatients();
+    void giveOutIds();
+    bool addsClient(const PlannedRow &row) const;
+    bool addsPatient(const PlannedRow &row) const;
+    void count();
+
+    // writing.cpp
     void write(PlannedClient &c);
     void write(PlannedPatient &m);
     int writtenEntry(PlannedList &list, int place);
     int added(PlannedList &list, int place);
     void raiseRanks(PlannedList &list);
 
-    std::array<int, DatumCount> m_column{};
-    const QStringList *m_campos = nullptr;
-    QStringList m_notices; // of the row at hand
-    DateOrder m_order = DateOrder::DayMonth;
-    QString m_owner; // of rows that name none
-
+    LineReader m_reader;
+    QStringList m_notices; // of the line at hand
     ClientsDirectory m_directory;
     QHash<QString, int> m_clientByNumber;
     QHash<QString, int> m_patientByNumber;

@@ -178,13 +178,13 @@ int month(const QString &word)
 }
 
 // The figures of a date; a month's name is the number 100 + its month.
-struct Figures {
+struct DateParts {
     QList<int> n;
     QList<qsizetype> length;
     bool inWords = false;
 };
 
-std::optional<Figures> split(const QString &text)
+std::optional<DateParts> split(const QString &text)
 {
     static const QRegularExpression hour(u"[t ]\\d{1,2}:\\d{2}.*$"_s);
     static const QRegularExpression pieces(u"(\\d+)(?:\\.?(?:st|nd|rd|th|o|a)\\b)?|([a-z]+)"_s);
@@ -193,7 +193,7 @@ std::optional<Figures> split(const QString &text)
     t.remove(hour);
     if (t.contains(foreign))
         return std::nullopt;
-    Figures c;
+    DateParts c;
     for (auto i = pieces.globalMatch(t); i.hasNext();) {
         const QRegularExpressionMatch m = i.next();
         if (const QString figures = m.captured(1); !figures.isEmpty()) {
@@ -223,7 +223,7 @@ int yearOf(int n, qsizetype length)
 }
 
 // Day and month in figures with the year behind them.
-bool isShort(const Figures &c)
+bool isShort(const DateParts &c)
 {
     return !c.inWords && c.n.size() == 3 && c.length[0] <= 2 && c.length[1] <= 2
            && (c.length[2] == 2 || c.length[2] == 4);
@@ -251,31 +251,31 @@ QList<Datum> importing::recogniseTitles(const QStringList &titles)
     QStringList keys;
     for (const QString &t : titles)
         keys << inKey(t);
-    const auto hay = [&data](Datum d) { return data.contains(d); };
+    const auto has = [&data](Datum d) { return data.contains(d); };
     for (qsizetype i = 0; i < keys.size(); ++i)
-        if (const Datum d = byKey(keys[i]); d != Datum::Nothing && !hay(d))
+        if (const Datum d = byKey(keys[i]); d != Datum::Nothing && !has(d))
             data[i] = d;
 
     const auto set = [&](QLatin1StringView words, auto which) {
         for (qsizetype i = 0; i < keys.size(); ++i) {
             if (data[i] != Datum::Nothing || !between(words, keys[i]))
                 continue;
-            if (const Datum d = which(); !hay(d))
+            if (const Datum d = which(); !has(d))
                 data[i] = d;
             return;
         }
     };
-    const auto hayAnimal = [&data] { return std::any_of(data.begin(), data.end(), isOfPatient); };
+    const auto hasPatient = [&data] { return std::any_of(data.begin(), data.end(), isOfPatient); };
     set(OnlyName, [&] {
-        if (hay(Datum::Patient))
+        if (has(Datum::Patient))
             return Datum::Client;
-        return hay(Datum::Client) || (hayAnimal() && !hay(Datum::Surname)) ? Datum::Patient
-                                                                           : Datum::Client;
+        return has(Datum::Client) || (hasPatient() && !has(Datum::Surname)) ? Datum::Patient
+                                                                            : Datum::Client;
     });
     // Taken for an owner's, the number of an animal would make an owner of each; the other way
     // round, names still tell the animals of one number apart.
-    set(OnlyNumber, [&] { return hayAnimal() ? Datum::IdPatient : Datum::IdClient; });
-    set(OnlyNotes, [&] { return hayAnimal() ? Datum::PatientNotes : Datum::ClientNotes; });
+    set(OnlyNumber, [&] { return hasPatient() ? Datum::IdPatient : Datum::IdClient; });
+    set(OnlyNotes, [&] { return hasPatient() ? Datum::PatientNotes : Datum::ClientNotes; });
     return data;
 }
 
@@ -301,7 +301,7 @@ QDate importing::readDate(const QString &text, DateOrder order)
     const auto parts = split(text);
     if (!parts)
         return {};
-    const Figures &c = *parts;
+    const DateParts &c = *parts;
     if (c.n.size() == 1 && !c.inWords) {
         if (c.length[0] == 8) // 20151218
             return date(c.n[0] / 10000, c.n[0] / 100 % 100, c.n[0] % 100);

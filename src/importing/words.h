@@ -58,7 +58,7 @@ std::optional<Datum> datumByName(const QString &name);
 
 enum class DateOrder { DayMonth, MonthDay };
 
-/// A day in figures (ISO, or day, month and year by @p orden with '/', '-', '.' or blanks between;
+/// A day in figures (ISO, or day, month and year by @p order with '/', '-', '.' or blanks between;
 /// when only the other order gives a day, that one), with the month's name before or behind the
 /// day, or a bare year, which is its 1 January. Years of two figures are 2000-2029 and 1930-1999. A
 /// time behind it is dropped. @return an invalid day when it is none

@@ -69,7 +69,7 @@ void Plan::write(PlannedClient &c)
 void Plan::write(PlannedPatient &m)
 {
     PatientRecord f = m.f;
-    f.idc = clientes[size_t(m.client)].f.idc;
+    f.idc = owners[size_t(m.client)].f.idc;
     f.esp = writtenEntry(allSpecies, m.species);
     const int breed = writtenEntry(breeds, m.breed);
     f.pel = writtenEntry(coats, m.coat);
@@ -94,9 +94,9 @@ void Plan::write(const KeepGoing &keepGoing)
                     continue;
                 const PlannedRow &row = rows[n];
                 if (addsClient(row))
-                    write(clientes[size_t(row.client)]);
+                    write(owners[size_t(row.client)]);
                 if (addsPatient(row))
-                    write(mascotas[size_t(row.patient)]);
+                    write(animals[size_t(row.patient)]);
             }
             for (PlannedList *list : {&regions, &subregions, &breeds})
                 raiseRanks(*list);

@@ -15,17 +15,17 @@ namespace
 // International numbers have 15 digits at most (E.164); fewer than 8 are a short number.
 constexpr qsizetype FewestDigits = 8;
 constexpr qsizetype MostDigits = 15;
-constexpr qsizetype CountryFigures = 3;
+constexpr qsizetype CountryDigits = 3;
 
 const QString CountrySetting = u"chat/pais"_s;
 
-QString Figures(const QString &text)
+QString digitsOf(const QString &text)
 {
-    QString figures;
+    QString digits;
     for (const QChar c : text)
         if (c >= u'0' && c <= u'9')
-            figures += c;
-    return figures;
+            digits += c;
+    return digits;
 }
 
 QString mobileOf(Sesion &s, int idc) { return LeerCampo(s, "clientes", "clientes", idc, "telc2"); }
@@ -35,7 +35,7 @@ QString firstOne(const QString &telephones)
 {
     static const QRegularExpression separator(uR"([,;]|\s/\s)"_s);
     for (const QString &part : telephones.split(separator))
-        if (!Figures(part).isEmpty())
+        if (!digitsOf(part).isEmpty())
             return part.trimmed().remove(u"(0)"_s);
     return {};
 }
@@ -56,7 +56,7 @@ std::optional<QString> countryOf(Sesion &s)
         return std::nullopt;
     static const QRegularExpression code(u"^\\s*(?:\\+|0+)?([1-9]\\d*)\\s*$"_s);
     const QString country = code.match(*told).captured(1);
-    if (country.isEmpty() || country.size() > CountryFigures) {
+    if (country.isEmpty() || country.size() > CountryDigits) {
         s.dialogos.Mensaje(s(text::CountryCodeInvalid));
         return std::nullopt;
     }
@@ -69,13 +69,13 @@ std::optional<QString> countryOf(Sesion &s)
 QString messages::numberForChat(const QString &telephones, const QString &country)
 {
     const QString first = firstOne(telephones);
-    QString figures = Figures(first);
+    QString digits = digitsOf(first);
     // At home numbers are dialled with a leading 0 that nobody dials from abroad.
-    while (figures.startsWith(u'0'))
-        figures.remove(0, 1);
-    if (!carriesCountry(first) && !figures.isEmpty())
-        figures.prepend(country);
-    return figures.size() >= FewestDigits && figures.size() <= MostDigits ? figures : QString();
+    while (digits.startsWith(u'0'))
+        digits.remove(0, 1);
+    if (!carriesCountry(first) && !digits.isEmpty())
+        digits.prepend(country);
+    return digits.size() >= FewestDigits && digits.size() <= MostDigits ? digits : QString();
 }
 
 bool messages::hasChat(Sesion &s, int idc)

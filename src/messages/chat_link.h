@@ -9,7 +9,7 @@ namespace messages
 {
 
 /// The first of a client's mobile numbers as the chat service wants it: country code and number,
-/// digits only; "" when it is none. A number without a country code gets @p pais, its leading
+/// digits only; "" when it is none. A number without a country code gets @p country, its leading
 /// zeros left out.
 QString numberForChat(const QString &telephones, const QString &country);
 

@@ -21,7 +21,7 @@ using LinkOpener = std::function<bool(const QUrl &)>;
 /// The real one: the browser.
 LinkOpener browser();
 
-/// Opens a client's chat with a text in it; what prevents it is told on @p ayuda.
+/// Opens a client's chat with a text in it; what prevents it is told on @p help.
 void openChat(Sesion &s, const LinkOpener &open, ui::HelpLine &help, int idc, const QString &text);
 
 } // namespace messages

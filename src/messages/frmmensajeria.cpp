@@ -53,8 +53,9 @@ QList<ui::GridColumn> columnsOf(const Sesion &s)
                                   {.title = s(text::OutboxReason), .width = 360},
                                   {.title = s(text::OutboxChannel), .width = 95},
                                   {.title = s(text::OutboxState), .width = 110}};
-    while (columns.size() <= Id)
+    while (columns.size() < Id)
         columns << ui::GridColumn{.hidden = true};
+    columns << ui::GridColumn{.kind = ui::Kind::Whole, .hidden = true};
     return columns;
 }
 
@@ -165,9 +166,7 @@ void frmmensajeria::activated() { load(); }
 void frmmensajeria::load()
 {
     setWindowTitle(m_s(text::OutboxMessages) + u' ' + store::dayText(m_s.reloj.hoy));
-    const int before = grd->currentRow() < 0
-                           ? 0
-                           : grd->gridModel()->Row(grd->currentRow()).cells.value(Id).toInt();
+    const int before = grd->IdActual();
     m_messages = dayMessages(m_s);
     std::vector<ui::GridRow> rows;
     rows.reserve(m_messages.size());
@@ -175,8 +174,8 @@ void frmmensajeria::load()
         rows.push_back(rowOf(m));
     grd->gridModel()->set(std::move(rows));
     const int count = grd->gridModel()->allRows();
-    const int again = before == 0 ? -1 : grd->gridModel()->BuscarEnGrilla(before, Id, 0, count - 1);
-    grd->Seleccionar(std::max(again, 0));
+    if (!grd->IrA(before))
+        grd->Seleccionar(0);
     showMessage();
 
     const auto gone = std::ranges::count_if(m_messages, &DayMessage::wentOut);
@@ -188,11 +187,7 @@ void frmmensajeria::load()
 
 const DayMessage *frmmensajeria::current() const
 {
-    const int row = grd->currentRow();
-    if (row < 0)
-        return nullptr;
-    const int id = grd->gridModel()->Row(row).cells.value(Id).toInt();
-    const auto found = std::ranges::find(m_messages, id, &DayMessage::id);
+    const auto found = std::ranges::find(m_messages, grd->IdActual(), &DayMessage::id);
     return found == m_messages.end() ? nullptr : &*found;
 }
 

@@ -40,7 +40,8 @@ bool fits(Sesion &s, const QString &text, std::string_view column)
 std::optional<QString> askUser(Sesion &s, QString user)
 {
     do {
-        const auto given = s.dialogos.PedirTexto(s(text::UserMail), s(text::UserMail), user);
+        const auto given =
+            s.dialogos.PedirTexto(s(text::MailAccountUser), s(text::MailAccountUser), user);
         user = given.value_or(QString()).trimmed();
         if (user.isEmpty())
             return std::nullopt;
@@ -52,7 +53,7 @@ std::optional<QString> askMailPassword(Sesion &s)
 {
     std::optional<QString> given;
     do
-        given = s.dialogos.askPassword(s(text::UserMail), s(text::Password));
+        given = s.dialogos.askPassword(s(text::MailAccountUser), s(text::Password));
     while (given && !fits(s, *given, setting::passwordmail));
     return given;
 }

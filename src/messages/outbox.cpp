@@ -76,11 +76,11 @@ using Group = std::span<const Pending>;
 
 Group groupFrom(const std::vector<Pending> &pending, size_t start)
 {
-    size_t fin = start + 1;
-    while (fin < pending.size() && pending[fin].tip == pending[start].tip
-           && pending[fin].ida == pending[start].ida)
-        ++fin;
-    return Group(pending).subspan(start, fin - start);
+    size_t end = start + 1;
+    while (end < pending.size() && pending[end].tip == pending[start].tip
+           && pending[end].ida == pending[start].ida)
+        ++end;
+    return Group(pending).subspan(start, end - start);
 }
 
 // --- Delivery lists ---

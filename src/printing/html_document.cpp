@@ -48,14 +48,15 @@ void paginate(QTextDocument &text, QSizeF page, double scale)
             continue;
         const int head = table->format().headerRowCount();
         const double headHeight = head > 0 ? above(*table, head) - above(*table, 0) : 0;
-        const double fin = text.documentLayout()->frameBoundingRect(table).bottom();
-        std::vector<double> altos;
+        const double bottom = text.documentLayout()->frameBoundingRect(table).bottom();
+        std::vector<double> heights;
+        heights.reserve(size_t(table->rows()));
         for (int row = 0; row < table->rows(); ++row)
-            altos.push_back((row + 1 < table->rows() ? above(*table, row + 1) : fin)
-                            - above(*table, row));
+            heights.push_back((row + 1 < table->rows() ? above(*table, row + 1) : bottom)
+                              - above(*table, row));
         double y = std::fmod(above(*table, 0) + hasRun, page.height());
         for (int row = 0; row < table->rows(); ++row) {
-            const double height = altos[size_t(row)];
+            const double height = heights[size_t(row)];
             // What no page holds is broken by the toolkit after all, under a head on each page.
             if (row >= head && height + headHeight > page.height()) {
                 const double gap = page.height() - headHeight;

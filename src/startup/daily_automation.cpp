@@ -83,7 +83,7 @@ void newsOf(DayRun &c)
 
 constexpr void (*AllPasses[])(DayRun &) = {
     prepare,
-    passes::foods,
+    passes::foodStock,
     passes::missedDoses,
     passes::dosesOfTheDay,
     passes::doseReminders,

@@ -73,7 +73,7 @@ void consume(DayRun &c, Recordset &r, Shortages &shortages, bool withNotices)
 
 } // namespace
 
-void passes::foods(DayRun &c)
+void passes::foodStock(DayRun &c)
 {
     Sesion &s = c.s;
     s.progress.tellStage(s(text::ConsumptionCategories));

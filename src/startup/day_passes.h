@@ -12,7 +12,7 @@ namespace startup
 
 inline constexpr int PassCount = 19;
 // Doses of a closed program are caught up for this many days; food is consumed for all of them.
-inline constexpr int DaysThatRecovered = 10;
+inline constexpr int CatchUpDays = 10;
 // Rows between two signs of life on a long walk.
 inline constexpr int RowsPerNotice = 512;
 
@@ -52,7 +52,7 @@ struct DayRun {
     // First day whose doses are looked at.
     QDate from(int afterLast) const
     {
-        return days > DaysThatRecovered ? hoy.addDays(-DaysThatRecovered) : last.addDays(afterLast);
+        return days > CatchUpDays ? hoy.addDays(-CatchUpDays) : last.addDays(afterLast);
     }
 };
 
@@ -71,7 +71,7 @@ void bookService(DayRun &c, int idm, int ida, int idcat);
 /// Each runs inside the day's batch and tries its statements one by one.
 namespace passes
 {
-void foods(DayRun &c);
+void foodStock(DayRun &c);
 void missedDoses(DayRun &c);
 void dosesOfTheDay(DayRun &c);
 void doseReminders(DayRun &c);

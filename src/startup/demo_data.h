@@ -17,9 +17,9 @@ class Chance
 {
 public:
     explicit Chance(quint64 seed) : m_state(seed) {}
-    /// A whole number from @p desde to @p hasta, both included.
+    /// A whole number from @p from to @p until, both included.
     int between(int from, int until);
-    /// True @p porcentaje times in a hundred.
+    /// True @p percentage times in a hundred.
     bool isDue(int percentage) { return between(1, 100) <= percentage; }
     template <typename C>
     const auto &pick(const C &list)

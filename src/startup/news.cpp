@@ -38,11 +38,11 @@ std::optional<NewsItem> startup::readNewsItem(const Sesion &s, const QString &fi
         bytes.remove(0, 3);
     const QString registry = QString::fromUtf8(bytes).trimmed();
     static const QRegularExpression separator(QStringLiteral("[,\n]"));
-    const qsizetype fin = registry.indexOf(separator);
-    if (fin < 0)
+    const qsizetype end = registry.indexOf(separator);
+    if (end < 0)
         return std::nullopt;
-    const NewsItem n{Day(s, registry.left(fin)),
-                     withoutMarks(registry.mid(fin + 1).section(u'\n', 0, 0), u'"')};
+    const NewsItem n{Day(s, registry.left(end)),
+                     withoutMarks(registry.mid(end + 1).section(u'\n', 0, 0), u'"')};
     if (!n.until.isValid() || n.text.isEmpty())
         return std::nullopt;
     return n;

@@ -122,7 +122,7 @@ store::Value startup::seedValue(const Base &base, std::string_view table, const 
     const jet::Table *t = base.catalogue().find(table);
     if (!t)
         throw store::StoreError(store::ErrorNumber::TableNotFound,
-                                QString::fromUtf8(table.data(), table.size()));
+                                QString::fromUtf8(table.data(), qsizetype(table.size())));
     const auto c = std::ranges::find_if(t->columns, [&](const jet::Column &declared) {
         return QString::fromStdString(declared.name).compare(column, Qt::CaseInsensitive) == 0;
     });

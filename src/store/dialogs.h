@@ -46,7 +46,7 @@ public:
                                               const QString &initial = {}) = 0;
     /// A text that nobody should read over a shoulder.
     virtual std::optional<QString> askPassword(const QString &title, const QString &text);
-    /// A pick list under its column titles. @return the options marked, one unless @p varias
+    /// A pick list under its column titles. @return the options marked, one unless @p several
     virtual std::optional<QList<store::Option>> Seleccionar(const QString &title,
                                                             const QStringList &columns,
                                                             const QList<store::Option> &options,

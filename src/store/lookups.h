@@ -34,7 +34,7 @@ bool ExisteNombre(Sesion &s, std::string_view selector, std::string_view table,
                   const QString &text);
 
 /// Positions a session list on the first row whose field is the value: a text by LIKE (with
-/// @p prefijo also as a beginning), a number by =. Anything else finds nothing.
+/// @p prefix also as a beginning), a number by =. Anything else finds nothing.
 bool BuscarEnLista(Recordset &list, const store::Value &value, std::string_view field,
                    bool prefix = false);
 

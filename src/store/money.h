@@ -25,7 +25,7 @@ public:
     /// Rounds to four decimals, half to even. The only way in for a floating number.
     /// Values out of range and NaN give the nearest end of the range and 0.
     static Moneda round(double x);
-    /// Reads a number as a user types it, with @p separador as decimal mark.
+    /// Reads a number as a user types it, with @p separator as decimal mark.
     /// @return nullopt when the text is no number
     static std::optional<Moneda> fromText(const QString &text, QChar separator = u'.');
 

@@ -1022,9 +1022,9 @@ void Recordset::find(std::string_view criterion, std::span<const Value> bound)
     d->checkDefinition();
     const jet::Criterion &c = d->criterion(criterion);
     if (!d->isUpToDate() || d->unread > 0) {
-        if (const auto hay = d->locateOne(c, bound)) {
-            d->noMatch = !*hay;
-            if (*hay)
+        if (const auto found = d->locateOne(c, bound)) {
+            d->noMatch = !*found;
+            if (*found)
                 d->withoutRow = d->between = false;
             return;
         }

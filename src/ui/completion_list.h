@@ -16,7 +16,7 @@ class ListWithCompleted : public CalmList
 public:
     explicit ListWithCompleted(QWidget *parent = nullptr);
 
-    /// Fills the list; `valor` of an option is its id. The text stays.
+    /// Fills the list; `value` of an option is its id. The text stays.
     void load(const QList<store::Option> &options);
     /// Shows the entry with that id, or empties the box when there is none.
     void SeleccionarItem(int id);

@@ -30,10 +30,7 @@ FormRegistry::~FormRegistry()
         }
 }
 
-void FormRegistry::enrol(const QString &name, Maker maker)
-{
-    m_makers.insert(name, std::move(maker));
-}
+void FormRegistry::enrol(const QString &name, const Maker &maker) { m_makers.insert(name, maker); }
 
 bool FormRegistry::exists(const QString &name) const { return m_makers.contains(name); }
 

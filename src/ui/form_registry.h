@@ -21,7 +21,7 @@ public:
     /// Forms that are still loaded go with the registry.
     ~FormRegistry();
 
-    void enrol(const QString &name, Maker maker);
+    void enrol(const QString &name, const Maker &maker);
     bool exists(const QString &name) const;
 
     /// Builds the form hidden, or finds it built. There is one of each name at most.

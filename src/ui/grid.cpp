@@ -73,18 +73,30 @@ QString numberText(const store::Value &v)
     return QLocale().toString(v.toDouble(), 'f', decimals);
 }
 
+int idColumnOf(const QList<GridColumn> &columns)
+{
+    const auto first = [&](Kind kind, bool hidden) {
+        const auto c = std::ranges::find_if(
+            columns, [&](const GridColumn &g) { return g.kind == kind && g.hidden == hidden; });
+        return c == columns.end() ? -1 : int(c - columns.begin());
+    };
+    const int hidden = first(Kind::Whole, true);
+    return hidden >= 0 ? hidden : first(Kind::Code, false);
+}
+
 } // namespace
 
-// The rows stay where they were put; `orden` says which of them stands where on screen, so that a
+// The rows stay where they were put; `order` says which of them stands where on screen, so that a
 // sort moves numbers and leaves its keys valid.
 struct GridModel::Internals {
     QString si, no;
     QList<GridColumn> columns;
     std::vector<GridRow> rows;
     std::vector<int> order;
-    /// Of each column of texts, one for each of `filas`; empty until it is sorted by.
+    /// Of each column of texts, one for each of `rows`; empty until it is sorted by.
     std::vector<std::vector<std::string>> orderKeys;
     int orderColumn = -1;
+    int idColumn = -1;
     Qt::SortOrder direction = Qt::AscendingOrder;
 
     const store::Value &Cell(int i, int column) const { return cell(rows[size_t(i)], column); }
@@ -161,7 +173,7 @@ bool GridModel::Internals::beforeOf(const GridRow &a, const GridRow &b, int colu
     return orderNumber(x, kind) < orderNumber(y, kind);
 }
 
-/// Behind the others; the caller gives it its place in `orden`.
+/// Behind the others; the caller gives it its place in `order`.
 void GridModel::Internals::add(GridRow row)
 {
     rows.push_back(std::move(row));
@@ -177,6 +189,7 @@ GridModel::GridModel(const Sesion &s, QList<GridColumn> columns, QObject *parent
     d->si = s(text::Yes);
     d->no = s(text::No);
     d->columns = std::move(columns);
+    d->idColumn = idColumnOf(d->columns);
     d->forgetKeys();
 }
 
@@ -248,6 +261,13 @@ const GridRow &GridModel::Row(int row) const
 }
 
 int GridModel::allRows() const { return int(d->order.size()); }
+
+int GridModel::idOf(int row) const { return Row(row).cells.value(d->idColumn).toInt(); }
+
+int GridModel::rowOf(int id) const
+{
+    return id == 0 ? -1 : BuscarEnGrilla(id, d->idColumn, 0, allRows() - 1);
+}
 
 const QList<GridColumn> &GridModel::allColumns() const { return d->columns; }
 

@@ -33,7 +33,7 @@ struct GridColumn {
 /// to see colours.
 enum class Highlight { None, Alert, Notice, Off, Done };
 
-/// One row. `celdas` has a value for each column, hidden ones too.
+/// One row, with a value for each column, hidden ones too.
 struct GridRow {
     QList<store::Value> cells = {};
     Highlight highlight = Highlight::None;
@@ -41,9 +41,10 @@ struct GridRow {
     QString reason = {};      // what the colour means, as tool tip and for screen readers
 };
 
-/// The rows of a grid. A click on a title sorts by the type of the column, texts as the store
-/// orders them (an accented letter beside its plain one), empty cells first; a second click turns
-/// it round. Row numbers are those on screen.
+/// The rows of a grid. What a row is known by is its id: the number in the first hidden column of
+/// whole numbers, else in the first column of codes. A click on a title sorts by the type of the
+/// column, texts as the store orders them (an accented letter beside its plain one), empty cells
+/// first; a second click turns it round. Row numbers are those on screen.
 class GridModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -55,7 +56,7 @@ public:
 
     /// Takes the place of all rows, sorted if a sort is on.
     void set(std::vector<GridRow> rows);
-    /// Puts one row where the sort says, or before the first row whose text of @p columna is
+    /// Puts one row where the sort says, or before the first row whose text of @p column is
     /// greater when no sort is on. @return where it stands now
     int insert(GridRow row, int column);
     /// Changes a row where it stands.
@@ -64,11 +65,15 @@ public:
 
     const GridRow &Row(int row) const;
     int allRows() const;
+    /// The id of a row, 0 where there is no such row.
+    int idOf(int row) const;
+    /// Where the row with an id stands, -1 when there is none.
+    int rowOf(int id) const;
     const QList<GridColumn> &allColumns() const;
     /// The cell as it is shown.
     QString cellText(int row, int column) const;
 
-    /// Linear search from row @p desde to row @p hasta: a text matches when the cell begins with
+    /// Linear search from row @p from to row @p until: a text matches when the cell begins with
     /// it, letter case aside, a number when the cell equals it. @return the row, or -1
     int BuscarEnGrilla(const store::Value &value, int column, int from, int until) const;
 
@@ -101,6 +106,11 @@ public:
     int currentRow() const;
     /// Makes a row the current and only selected one and scrolls to it.
     void Seleccionar(int row);
+    /// The id of the current row, 0 without one.
+    int IdActual() const;
+    /// Makes the row with that id the current one, in the middle where it has to be scrolled to.
+    /// @return false, and nothing is changed, when there is none
+    bool IrA(int id);
     /// Selected rows from first to last on screen.
     QList<int> selectedRows() const;
     /// Selected rows with their titles, cells parted by tabs.

@@ -129,18 +129,19 @@ lxw_error writeBook(const GridModel &model, const QList<int> &columns, const QBy
     if (!sheet.sheet)
         return LXW_ERROR_CREATING_TMPFILE;
 
+    const auto count = lxw_col_t(columns.size());
     lxw_format *bold = workbook_add_format(book.get());
     format_set_bold(bold);
-    for (lxw_col_t i = 0; i < columns.size(); ++i)
+    for (lxw_col_t i = 0; i < count; ++i)
         worksheet_set_column(sheet.sheet, i, i,
                              model.allColumns()[columns[i]].width / PixelsPerCharacter, nullptr);
-    for (lxw_col_t i = 0; i < columns.size(); ++i)
+    for (lxw_col_t i = 0; i < count; ++i)
         worksheet_write_string(sheet.sheet, 0, i,
                                model.allColumns()[columns[i]].title.toUtf8().constData(), bold);
     worksheet_freeze_panes(sheet.sheet, 1, 0);
     for (int row = 0; row < model.allRows(); ++row) {
         const GridRow &r = model.Row(row);
-        for (lxw_col_t i = 0; i < columns.size(); ++i) {
+        for (lxw_col_t i = 0; i < count; ++i) {
             const int c = columns[i];
             const Kind kind = model.allColumns()[c].kind;
             const bool shown = kind == Kind::Text || kind == Kind::YesNo || kind == Kind::Day;

@@ -180,6 +180,21 @@ void Grid::Seleccionar(int row)
     scrollTo(cell);
 }
 
+int Grid::IdActual() const { return gridModel()->idOf(currentRow()); }
+
+bool Grid::IrA(int id)
+{
+    const int row = gridModel()->rowOf(id);
+    if (row < 0)
+        return false;
+    const bool seen = viewport()->rect().contains(
+        visualRect(gridModel()->index(row, firstVisible(*gridModel()))));
+    Seleccionar(row);
+    if (!seen)
+        scrollTo(currentIndex(), QAbstractItemView::PositionAtCenter);
+    return true;
+}
+
 QList<int> Grid::selectedRows() const
 {
     QList<int> rows;

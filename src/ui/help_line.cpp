@@ -86,3 +86,14 @@ void HelpLine::paintEvent(QPaintEvent *)
     painter.drawText(place, int(alignment()),
                      fontMetrics().elidedText(line(), Qt::ElideRight, place.width()));
 }
+
+LineProgress::LineProgress(Sesion &s, HelpLine *line) : m_s(s), m_before(s.progress)
+{
+    s.progress.stage = [line](const QString &text) {
+        line->tell(text);
+        line->repaint();
+    };
+    s.progress.bar = {};
+}
+
+LineProgress::~LineProgress() { m_s.progress = m_before; }

@@ -1,6 +1,8 @@
 // The line at the foot of a form that tells what happened and what to do next.
 #pragma once
 
+#include "store/session.h"
+
 #include <QLabel>
 
 namespace ui
@@ -28,6 +30,20 @@ private:
     void put(const QString &text, const QString &kind);
     QString line() const;
     QRect textPlace() const;
+};
+
+/// While this lives, long work tells on the line how far it has come.
+class LineProgress
+{
+public:
+    LineProgress(Sesion &s, HelpLine *line);
+    ~LineProgress();
+    LineProgress(const LineProgress &) = delete;
+    LineProgress &operator=(const LineProgress &) = delete;
+
+private:
+    Sesion &m_s;
+    store::Progress m_before;
 };
 
 } // namespace ui

@@ -1,6 +1,7 @@
 #include "clients/frmpropietarios.h"
 #include "clients/photos.h"
 #include "clients/registry.h"
+#include "clients/registry_draft.h"
 #include "support/clinic.h"
 #include "texts/clients.h"
 #include "texts/texts.h"
@@ -527,6 +528,22 @@ TEST_F(Owners, ADraftOutlivesTheProgram)
     crashAndStart(false);
     EXPECT_EQ(text(u"txtnom"_s), u"Lola"_s);
     EXPECT_EQ(drafts(), 0) << "what was declined is not offered again";
+}
+
+TEST(RegistryDraft, WhatIsGoneMeanwhileBecomesANewOne)
+{
+    using ui::Mode;
+    const auto resumed = [](RegistryPanel panel, Mode mode, bool client, bool patient) {
+        const auto kept = RegistryDraft::fromMap(
+            RegistryDraft{panel, mode, {3, 7}, {{u"txtayn"_s, u"Abad"_s}}}.toMap());
+        return kept->modeToResume(client, patient);
+    };
+    EXPECT_EQ(resumed(ClientSide, Mode::Modify, true, false), Mode::Modify);
+    EXPECT_EQ(resumed(ClientSide, Mode::Modify, false, false), Mode::New);
+    EXPECT_EQ(resumed(PatientSide, Mode::Modify, true, true), Mode::Modify);
+    EXPECT_EQ(resumed(PatientSide, Mode::Modify, true, false), Mode::New);
+    EXPECT_EQ(resumed(PatientSide, Mode::New, false, false), std::nullopt) << "no owner for it";
+    EXPECT_FALSE(RegistryDraft::fromMap({}));
 }
 
 TEST_F(Owners, PlacesBringTheirCodesAndBreedsTheirSpecies)

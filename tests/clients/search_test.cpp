@@ -154,14 +154,14 @@ TEST_F(Searches, TypingBringsSomeRowsAndEnterAll)
     const Conditions asked{Condition{0, u"much"_s}, Condition{}};
     const Finding typed = findWhileTyping(s, Search::Clientes, asked);
     const Finding all = find(s, Search::Clientes, asked);
-    EXPECT_TRUE(typed.hayMas);
+    EXPECT_TRUE(typed.more);
     EXPECT_EQ(typed.rows.size(), size_t(RowsWhileTyping));
-    EXPECT_FALSE(all.hayMas);
+    EXPECT_FALSE(all.more);
     EXPECT_EQ(all.rows.size(), size_t(RowsWhileTyping) + 5);
     // As many as are shown, and none behind them.
     s.clientes->Execute("delete * from Clientes where idc > ?", 1000 + RowsWhileTyping - 1);
     const Finding exact = findWhileTyping(s, Search::Clientes, asked);
-    EXPECT_FALSE(exact.hayMas);
+    EXPECT_FALSE(exact.more);
     EXPECT_EQ(exact.rows.size(), size_t(RowsWhileTyping));
     for (const Finding *h : {&typed, &all})
         EXPECT_TRUE(std::ranges::is_sorted(

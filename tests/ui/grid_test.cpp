@@ -149,6 +149,21 @@ TEST_F(Grids, FindsTheBeginningOfATextAndAnEqualNumber)
     EXPECT_EQ(model.Row(0).cells.size(), 0);
 }
 
+TEST_F(Grids, ARowIsKnownByItsIdHoweverTheRowsAreSorted)
+{
+    Grid grid(s, &model);
+    EXPECT_EQ(grid.IdActual(), 0);
+    EXPECT_TRUE(grid.IrA(42));
+    EXPECT_EQ(grid.currentRow(), 1);
+    model.sort(Name, Qt::DescendingOrder);
+    EXPECT_EQ(grid.IdActual(), 42) << "the row moved with the sort";
+    EXPECT_EQ(model.rowOf(7), 0);
+    EXPECT_FALSE(grid.IrA(8));
+    EXPECT_EQ(grid.IdActual(), 42);
+    EXPECT_EQ(model.rowOf(0), -1);
+    EXPECT_EQ(model.idOf(3), 0);
+}
+
 TEST_F(Grids, ARowIsInsertedInItsPlace)
 {
     const QAbstractItemModelTester checked(&model);

@@ -21,7 +21,7 @@ namespace
 using Truth = std::optional<bool>;
 
 bool isDay(const Value &v) { return v.is<QDate>() || v.is<QDateTime>(); }
-bool HoldsMoment(const Value &v) { return isDay(v) || v.is<QTime>(); }
+bool holdsMoment(const Value &v) { return isDay(v) || v.is<QTime>(); }
 bool isNumber(const Value &v)
 {
     return v.is<bool>() || v.is<qint64>() || v.is<double>() || v.is<Moneda>();
@@ -245,7 +245,7 @@ private:
         if (a.isNull() || b.isNull())
             return std::nullopt;
         // What another program wrote into a column of days and is none meets nothing.
-        if (HoldsMoment(a) != HoldsMoment(b) && (a.is<QString>() || b.is<QString>()))
+        if (holdsMoment(a) != holdsMoment(b) && (a.is<QString>() || b.is<QString>()))
             return std::nullopt;
         const int order = compare(a, b);
         switch (op) {

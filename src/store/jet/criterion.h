@@ -15,7 +15,7 @@ class Criterion
 {
 public:
     /// @throws StoreError 3075 for what the dialect does not take, 3061 for a name that
-    ///         @p columnas does not hold
+    ///         @p columns does not hold
     static std::shared_ptr<const Criterion> compile(std::string_view text,
                                                     std::span<const OutputColumn> columns);
     virtual ~Criterion() = default;

@@ -36,7 +36,7 @@ public:
 /// Where the value of the engine's n-th parameter comes from.
 struct Parameter {
     enum Origin {
-        Given, // the caller's value number `indice`, from 0
+        Given, // the caller's value number `index`, from 0
         Today, // the session's day, for Date()
         Hour,  // the session's time of day, for Time()
         Now    // both, for Now()

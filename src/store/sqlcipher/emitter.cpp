@@ -307,7 +307,7 @@ private:
             return emitNegation(e);
         case Expression::Not: {
             const Fragment part = asCondition(emitTree(*e.parts[0]), Strength::Equal);
-            return Truth(build("NOT $1", Strength::Not, {&part}));
+            return truth(build("NOT $1", Strength::Not, {&part}));
         }
         case Expression::Binary:
             return emitBinary(e, expected);
@@ -318,14 +318,14 @@ private:
         case Expression::IsNull: {
             const Fragment f = emitTree(*e.parts[0]);
             const Fragment part = at(Strength::Add, f.rawMemo ? f : asValue(f));
-            return Truth(
+            return truth(
                 build(e.negated ? "$1 IS NOT NULL" : "$1 IS NULL", Strength::Equal, {&part}));
         }
         case Expression::Call:
             return emitCall(e);
         case Expression::Exists: {
             const Fragment f = emitSelect(*e.select, Inner::Any);
-            return Truth(build("EXISTS ($1)", Strength::Whole, {&f}));
+            return truth(build("EXISTS ($1)", Strength::Whole, {&f}));
         }
         case Expression::Subselect: {
             const Fragment f = emitSelect(*e.select, Inner::OneColumn);
@@ -338,7 +338,7 @@ private:
         return {};
     }
 
-    static Fragment Truth(Fragment f)
+    static Fragment truth(Fragment f)
     {
         f.truth = true;
         f.type = ColumnType::YesNo;
@@ -349,7 +349,7 @@ private:
     {
         const Fragment l = asCondition(left, Strength::And);
         const Fragment r = asCondition(right, Strength::Not);
-        return Truth(build("$1 AND $2", Strength::And, {&l, &r}));
+        return truth(build("$1 AND $2", Strength::And, {&l, &r}));
     }
 
     Fragment emitNegation(const Expression &e)
@@ -411,13 +411,13 @@ private:
         const auto moment = std::ranges::find_if(sides, isMoment, &Fragment::type);
         if (moment != sides.end())
             for (size_t i = 0; i < sides.size(); ++i)
-                sides[i] = AsMoment(sides[i], *e.parts[i], moment->type);
+                sides[i] = asMoment(sides[i], *e.parts[i], moment->type);
         return sides;
     }
 
     // What is compared with days or times: the files hold them as texts, and among those a number
     // or any other text would have its place too.
-    Fragment AsMoment(const Fragment &f, const Expression &e, ColumnType type)
+    Fragment asMoment(const Fragment &f, const Expression &e, ColumnType type)
     {
         if (e.kind == Expression::Given) {
             m_out.parameters[size_t(e.integer)].compared = type;
@@ -426,7 +426,7 @@ private:
         if (f.type == type || f.literal == Fragment::NullLiteral)
             return f;
         if (e.kind == Expression::Text)
-            return literal(Converted(e.place, [&] { return toMoment(TextOf(e), type); }), type);
+            return literal(converted(e.place, [&] { return toMoment(textOf(e), type); }), type);
         if (f.type != ColumnType::None)
             FailMoment(e.place);
         return f;
@@ -438,11 +438,11 @@ private:
              ErrorNumber::TypeMismatch);
     }
 
-    static Value TextOf(const Expression &e) { return QString::fromStdString(e.text); }
+    static Value textOf(const Expression &e) { return QString::fromStdString(e.text); }
 
     // The result of a conversion whose refusal shows the place.
     template <typename F>
-    Value Converted(int place, F &&convert) const
+    Value converted(int place, F &&convert) const
     {
         try {
             return convert();
@@ -470,14 +470,14 @@ private:
         case Op::Or: {
             const Fragment l = asCondition(emitTree(*e.parts[0]), Strength::Or);
             const Fragment r = asCondition(emitTree(*e.parts[1]), Strength::And);
-            return Truth(build("$1 OR $2", Strength::Or, {&l, &r}));
+            return truth(build("$1 OR $2", Strength::Or, {&l, &r}));
         }
         case Op::And:
             return both(emitTree(*e.parts[0]), emitTree(*e.parts[1]));
         case Op::Like: {
             const Fragment l = asText(emitTree(*e.parts[0]));
             const Fragment r = asText(emitTree(*e.parts[1]));
-            return Truth(e.negated ? build("NOT jet_like($1, $2)", Strength::Not, {&l, &r})
+            return truth(e.negated ? build("NOT jet_like($1, $2)", Strength::Not, {&l, &r})
                                    : build("jet_like($1, $2)", Strength::Whole, {&l, &r}));
         }
         case Op::Equal:
@@ -491,7 +491,7 @@ private:
             const bool text = comparesText({&sides[0], &sides[1]});
             const Fragment l = at(Strength::Add, sides[0]);
             const Fragment r = at(Strength::Add, text ? collated(sides[1]) : sides[1]);
-            return Truth(build(o.pattern, o.strength, {&l, &r}));
+            return truth(build(o.pattern, o.strength, {&l, &r}));
         }
         case Op::Concatenate:
             return concatenated(emitTree(*e.parts[0]), emitTree(*e.parts[1]));
@@ -616,7 +616,7 @@ private:
         const Fragment value = at(Strength::Add, text ? collated(sides[0]) : sides[0]);
         const Fragment a = text ? collated(sides[1]) : sides[1];
         const Fragment &b = sides[2];
-        return Truth(build(e.negated ? "$1 NOT BETWEEN min($2, $3) AND max($2, $3)"
+        return truth(build(e.negated ? "$1 NOT BETWEEN min($2, $3) AND max($2, $3)"
                                      : "$1 BETWEEN min($2, $3) AND max($2, $3)",
                            Strength::Equal, {&value, &a, &b}));
     }
@@ -640,7 +640,7 @@ private:
             }
         }
         const Fragment value = at(Strength::Add, text ? collated(sides[0]) : sides[0]);
-        return Truth(
+        return truth(
             build(e.negated ? "$1 NOT IN ($2)" : "$1 IN ($2)", Strength::Equal, {&value, &list}));
     }
 
@@ -921,21 +921,21 @@ private:
     // that are walked through to be written always are. A join and a range that are only read are
     // left to the engine: the one has no entry, and for the other it would rather walk through the
     // whole table than sort what an index finds.
-    bool IsOrdered(const Select &s, bool seen) const
+    bool isOrdered(const Select &s, bool seen) const
     {
         if (!s.from || (!seen && !s.top))
             return false;
         return !s.order.empty() || (seen && m_withKeys)
-               || (s.from->kind == From::Table && !(s.where && HoldsRange(*s.where)));
+               || (s.from->kind == From::Table && !(s.where && holdsRange(*s.where)));
     }
 
-    static bool HoldsRange(const Expression &e)
+    static bool holdsRange(const Expression &e)
     {
         const bool range =
             e.kind == Expression::Between || e.kind == Expression::In
             || (e.kind == Expression::Binary && e.op >= Op::Less && e.op <= Op::GreaterEqual);
         return range || std::ranges::any_of(e.parts, [](const ExpressionPtr &p) {
-                   return HoldsRange(*p);
+                   return holdsRange(*p);
                });
     }
 
@@ -1002,7 +1002,7 @@ private:
         }
         if (!united)
             emitOrder(s, fields,
-                      !grouped && !s.distinct && IsOrdered(s, targets || inner == Inner::No), all);
+                      !grouped && !s.distinct && isOrdered(s, targets || inner == Inner::No), all);
         if (s.top)
             all.sql += " LIMIT " + std::to_string(*s.top);
 
@@ -1029,7 +1029,7 @@ private:
     {
         std::vector<Fragment> fields;
         std::vector<OutputColumn> columns;
-        const auto add = [&](Fragment f, const std::string &alias, int place) {
+        const auto add = [&](const Fragment &f, const std::string &alias, int place) {
             if (fields.size() == MaxColumns)
                 fail(place, QStringLiteral("Too many columns"));
             fields.push_back(f);
@@ -1092,7 +1092,7 @@ private:
         return compared && isTextual(v.type) ? collated(v) : v;
     }
 
-    static std::string KeyOf(const Scope::Source &source)
+    static std::string keyOf(const Scope::Source &source)
     {
         return quoted(source.alias, '"') + '.' + quoted(source.table->key, '"');
     }
@@ -1100,7 +1100,7 @@ private:
     void appendKeys(Fragment &all, size_t columns)
     {
         for (const Scope::Source &source : m_scope->sources) {
-            all.sql += (columns > 0 ? ", " : "") + KeyOf(source);
+            all.sql += (columns > 0 ? ", " : "") + keyOf(source);
             m_out.fuentes.push_back({source.table->name, source.alias, int(columns++)});
         }
     }
@@ -1118,12 +1118,12 @@ private:
         // Rows that the statement leaves in no order stand in that of their entry.
         if (!inOrderOfEntry)
             return;
-        const bool searched = s.from->kind == From::Table && s.where && HoldsRange(*s.where);
+        const bool searched = s.from->kind == From::Table && s.where && holdsRange(*s.where);
         for (const Scope::Source &source : m_scope->sources) {
             all.sql += separator;
             // As an expression it does not lead the engine away from an index.
             all.sql += searched ? "+" : "";
-            all.sql += KeyOf(source);
+            all.sql += keyOf(source);
             separator = ", ";
         }
     }
@@ -1149,20 +1149,20 @@ private:
     // a bound value when it is bound, and what the engine computes on the way.
     Fragment assigned(const Column &column, const Expression &e)
     {
-        if (const auto known = KnownValue(e)) {
+        if (const auto known = knownValue(e)) {
             const Fragment f =
-                literal(Converted(e.place, [&] { return toColumn(*known, column); }), column.type);
-            return AsStored(column, f);
+                literal(converted(e.place, [&] { return toColumn(*known, column); }), column.type);
+            return asStored(column, f);
         }
         if (e.kind == Expression::Given) {
             m_out.parameters[size_t(e.integer)].target = column;
-            return AsStored(column, emitTree(e));
+            return asStored(column, emitTree(e));
         }
         const bool day = column.type == ColumnType::Date && isOpenSum(e);
         return assigned(column, emitTree(e, day ? ColumnType::Date : ColumnType::None), e.place);
     }
 
-    static std::optional<Value> KnownValue(const Expression &e)
+    static std::optional<Value> knownValue(const Expression &e)
     {
         switch (e.kind) {
         case Expression::Null:
@@ -1175,7 +1175,7 @@ private:
             return Value(e.number);
         case Expression::Text:
         case Expression::Moment:
-            return TextOf(e);
+            return textOf(e);
         case Expression::Negate:
             if (e.parts[0]->kind == Expression::Integer)
                 return Value(-e.parts[0]->integer);
@@ -1188,7 +1188,7 @@ private:
     }
 
     // A MEMO column would take some texts for numbers.
-    static Fragment AsStored(const Column &column, const Fragment &f)
+    static Fragment asStored(const Column &column, const Fragment &f)
     {
         return column.type == ColumnType::Memo ? build("jet_memo($1)", Strength::Whole, {&f}) : f;
     }
@@ -1199,9 +1199,9 @@ private:
         if (f.literal == Fragment::NullLiteral && column.type != ColumnType::YesNo)
             return f;
         if (column.type == ColumnType::Memo)
-            return AsStored(column, f.rawMemo ? f : asValue(f));
+            return asStored(column, f.rawMemo ? f : asValue(f));
         const Fragment v = asValue(f);
-        if (Fits(column, f, v))
+        if (fitsAsItIs(column, f, v))
             return v;
         if (column.type == ColumnType::Currency && (isWhole(v.type) || isFloating(v.type)))
             return build("jet_moneda($1)", Strength::Whole, {&v}, ColumnType::Currency);
@@ -1216,7 +1216,7 @@ private:
     }
 
     // Whether the column takes every value of the kind.
-    static bool Fits(const Column &column, const Fragment &f, const Fragment &v)
+    static bool fitsAsItIs(const Column &column, const Fragment &f, const Fragment &v)
     {
         const auto size = [](ColumnType t) {
             return t == ColumnType::Byte ? 1 : t == ColumnType::Smallint ? 2 : 3;

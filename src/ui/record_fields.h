@@ -1,4 +1,5 @@
-// What the data panels of the registry are laid out with.
+// What panels that show one record are laid out with, and how all their boxes are read, filled,
+// opened and closed at once.
 #pragma once
 
 #include "ui/form_base.h"
@@ -9,7 +10,7 @@
 class QPlainTextEdit;
 class QPushButton;
 
-namespace clients
+namespace ui
 {
 
 /// Boxes beside their captions, one or two to a line, all lines on one grid.
@@ -18,7 +19,7 @@ class FieldGrid : public QGridLayout
 public:
     explicit FieldGrid(QWidget *owner);
 
-    /// One box over the whole line, @p codigo a narrow one at its end.
+    /// One box over the whole line, @p code a narrow one at its end.
     void Row(const QString &title, QWidget *box, QWidget *code = nullptr);
     /// Two boxes of the same width.
     void Row(const QString &title, QWidget *box, const QString &title2, QWidget *box2);
@@ -29,7 +30,8 @@ private:
 
 /// What stands in the boxes, each under its name: for drafts, and to tell whether anything was
 /// typed.
-QVariantMap leerCampos(const QList<QWidget *> &fields);
+QVariantMap readFields(const QList<QWidget *> &fields);
+/// Puts it back. Boxes that @p values does not name stay as they are.
 void setFields(const QList<QWidget *> &fields, const QVariantMap &values);
 
 /// Long texts show how they begin.
@@ -56,8 +58,8 @@ QLineEdit *columnBox(const Sesion &s, std::string_view table, std::string_view c
 /// pressed first, and what is typed meanwhile goes astray.
 void setTitle(QPushButton *button, const QString &title);
 
-/// How boxes look in a dense form: closed ones as text on the window, buttons of a bar without
+/// The style sheet of dense forms: closed boxes as text on the window, buttons of a bar without
 /// frame.
-QString recordStyle();
+QString denseStyle();
 
-} // namespace clients
+} // namespace ui

@@ -1,4 +1,4 @@
-#include "clients/frmpropietarios_fields.h"
+#include "ui/record_fields.h"
 
 #include "texts/clients.h"
 #include "ui/theme.h"
@@ -10,7 +10,7 @@
 #include <QShortcut>
 #include <QStyle>
 
-using namespace clients;
+using namespace ui;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -67,7 +67,7 @@ void FieldGrid::Row(const QString &title, QWidget *box, const QString &title2, Q
     addWidget(box2, row, 3);
 }
 
-QVariantMap clients::leerCampos(const QList<QWidget *> &fields)
+QVariantMap ui::readFields(const QList<QWidget *> &fields)
 {
     QVariantMap values;
     for (QWidget *w : fields) {
@@ -84,7 +84,7 @@ QVariantMap clients::leerCampos(const QList<QWidget *> &fields)
     return values;
 }
 
-void clients::setFields(const QList<QWidget *> &fields, const QVariantMap &values)
+void ui::setFields(const QList<QWidget *> &fields, const QVariantMap &values)
 {
     for (QWidget *w : fields) {
         const QVariant v = values.value(w->objectName());
@@ -105,13 +105,13 @@ void clients::setFields(const QList<QWidget *> &fields, const QVariantMap &value
     }
 }
 
-void clients::showBeginnings(const QWidget *panel)
+void ui::showBeginnings(const QWidget *panel)
 {
     for (QLineEdit *line : panel->findChildren<QLineEdit *>())
         line->home(false);
 }
 
-void clients::openFields(const QList<QWidget *> &fields, bool open)
+void ui::openFields(const QList<QWidget *> &fields, bool open)
 {
     const auto policy = open ? Qt::StrongFocus : Qt::ClickFocus;
     for (QWidget *w : fields) {
@@ -130,8 +130,8 @@ void clients::openFields(const QList<QWidget *> &fields, bool open)
     }
 }
 
-void clients::onChange(const QList<QWidget *> &fields, QObject *context,
-                       const std::function<void()> &what)
+void ui::onChange(const QList<QWidget *> &fields, QObject *context,
+                  const std::function<void()> &what)
 {
     for (QWidget *w : fields) {
         if (auto *line = qobject_cast<QLineEdit *>(w))
@@ -145,7 +145,7 @@ void clients::onChange(const QList<QWidget *> &fields, QObject *context,
     }
 }
 
-QPlainTextEdit *clients::notesBox(const Sesion &s, const QString &name, const QString &accessible)
+QPlainTextEdit *ui::notesBox(const Sesion &s, const QString &name, const QString &accessible)
 {
     auto *notes = named(new QPlainTextEdit, name, accessible);
     notes->setTabChangesFocus(true);
@@ -155,7 +155,7 @@ QPlainTextEdit *clients::notesBox(const Sesion &s, const QString &name, const QS
     return notes;
 }
 
-QPlainTextEdit *clients::informationBox(const QString &name, const QString &accessible)
+QPlainTextEdit *ui::informationBox(const QString &name, const QString &accessible)
 {
     auto *info = named(new QPlainTextEdit, name, accessible);
     info->setProperty("clase", u"informacion"_s);
@@ -168,8 +168,8 @@ QPlainTextEdit *clients::informationBox(const QString &name, const QString &acce
     return info;
 }
 
-QLineEdit *clients::columnBox(const Sesion &s, std::string_view table, std::string_view column,
-                              const QString &name, const QString &accessible)
+QLineEdit *ui::columnBox(const Sesion &s, std::string_view table, std::string_view column,
+                         const QString &name, const QString &accessible)
 {
     auto *box = named(new QLineEdit, name, accessible);
     if (const int width = s.clientes->widthOf(table, column); width > 0)
@@ -179,7 +179,7 @@ QLineEdit *clients::columnBox(const Sesion &s, std::string_view table, std::stri
     return box;
 }
 
-void clients::setTitle(QPushButton *button, const QString &title)
+void ui::setTitle(QPushButton *button, const QString &title)
 {
     if (button->text() == title)
         return;
@@ -195,7 +195,7 @@ void clients::setTitle(QPushButton *button, const QString &title)
     key->setKey(QKeySequence::mnemonic(title));
 }
 
-QString clients::recordStyle()
+QString ui::denseStyle()
 {
     return uR"(
 QLineEdit, QPlainTextEdit { padding: 3px 7px; }
@@ -212,11 +212,11 @@ QComboBox QLineEdit:disabled { background: transparent; color: palette(window-te
 QComboBox::drop-down:disabled { width: 0; border: 0; }
 QComboBox::down-arrow:disabled { image: none; }
 QCheckBox:disabled { color: palette(window-text); }
-QPlainTextEdit[kind="informacion"] { background: transparent; border: 0; padding: 0; }
+QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
 QPushButton { padding: 4px 12px; min-width: 0; }
 QPushButton:focus { padding: 3px 11px; }
-QPushButton[kind="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
-QPushButton[kind="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
-QPushButton[kind="barra"]:hover:enabled { border-color: palette(highlight); }
+QPushButton[clase="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
+QPushButton[clase="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }
+QPushButton[clase="barra"]:hover:enabled { border-color: palette(highlight); }
 )"_s;
 }

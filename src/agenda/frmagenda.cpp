@@ -28,17 +28,7 @@ namespace
 {
 
 constexpr int DayMode = 1, OwnMode = 2;
-constexpr int Quarter = 15;
 constexpr int LettersOfFile = 60; // a user's note may be too long for the name of one
-
-QList<QDate> weekOf(QDate day)
-{
-    const int back = (day.dayOfWeek() - QLocale().firstDayOfWeek() + 7) % 7;
-    QList<QDate> days;
-    for (int i = 0; i < 7; ++i)
-        days << day.addDays(i - back);
-    return days;
-}
 
 QString placeOf(QDate day, QTime hour)
 {
@@ -49,7 +39,7 @@ QString placeOf(QDate day, QTime hour)
 } // namespace
 
 frmagenda::frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent)
-    : ui::FormBase(s, u"frmagenda"_s, parent), m_forms(forms), m_day(s.reloj.hoy)
+    : ui::FormBase(s, u"frmagenda"_s, parent), m_forms(forms), m_open(s)
 {
     setWindowFlags(Qt::Window);
     build();
@@ -60,15 +50,16 @@ void frmagenda::wire()
 {
     connect(dtpAgenda, &ui::DayBox::dayChanged, this, &frmagenda::showDay);
     connect(cmdAnterior, &QPushButton::clicked, this,
-            [this] { showDay(m_day.addDays(cmdSemana->isChecked() ? -7 : -1)); });
+            [this] { showDay(m_open.day().addDays(cmdSemana->isChecked() ? -7 : -1)); });
     connect(cmdSiguiente, &QPushButton::clicked, this,
-            [this] { showDay(m_day.addDays(cmdSemana->isChecked() ? 7 : 1)); });
+            [this] { showDay(m_open.day().addDays(cmdSemana->isChecked() ? 7 : 1)); });
     connect(cmdHoy, &QPushButton::clicked, this, [this] { showDay(m_s.reloj.hoy); });
     for (QPushButton *b : {cmdDia, cmdSemana})
         connect(b, &QPushButton::clicked, this, [this] { guarded([this] { reload(); }); });
 
     connect(GAgenda, &ui::Grid::changedRow, this, &frmagenda::rowChanged);
-    connect(GAgenda, &ui::Grid::chosenRow, this, [this](int row) { openPatient(idOfRow(row)); });
+    connect(GAgenda, &ui::Grid::chosenRow, this,
+            [this](int row) { openPatient(m_model->idOf(row)); });
     connect(hoursOf, &HoursView::chosenTask, this, &frmagenda::taskChosen);
     connect(hoursOf, &HoursView::chosenDay, this, &frmagenda::showDay);
     connect(hoursOf, &HoursView::requestedDay, this, &frmagenda::showDay);
@@ -118,14 +109,14 @@ void frmagenda::wireShortcuts()
 void frmagenda::opened(const QVariantMap &parameters)
 {
     const QDate day = parameters.value(u"dia"_s).toDate();
-    m_day = day.isValid() ? day : m_s.reloj.hoy;
-    m_before = {};
+    m_open.goTo(day.isValid() ? day : m_s.reloj.hoy);
+    m_open.forgetMoves();
     dtpPasarTarea->setDay(m_s.reloj.hoy.addDays(1));
     tabAgenda->setCurrentIndex(parameters.value(u"modo"_s, DayMode).toInt() == OwnMode);
     guarded([this] { reload(); });
     if (tabAgenda->currentIndex() == 0) {
         GAgenda->setFocus();
-        GAgenda->Seleccionar(rowToBeginWith());
+        GAgenda->IrA(m_open.firstInView());
         Ayu->tell(m_s(text::AgendaHint));
     } else {
         GKelvara->setFocus();
@@ -134,22 +125,22 @@ void frmagenda::opened(const QVariantMap &parameters)
 
 void frmagenda::activated()
 {
-    if (m_s.morvane->version("TareasAgenda") != m_version)
+    if (m_open.isStale())
         reload();
 }
 
 void frmagenda::showDay(QDate dia)
 {
-    if (!dia.isValid() || dia == m_day)
+    if (!dia.isValid() || dia == m_open.day())
         return;
-    goTo(dia, {current()});
+    goTo(dia, {GAgenda->IdActual()});
 }
 
 void frmagenda::goTo(QDate dia, const QList<int> &selection)
 {
-    m_day = dia;
+    const bool known = m_open.goTo(dia);
     guarded([&] {
-        if (m_days.contains(dia) && m_version == m_s.morvane->version("TareasAgenda"))
+        if (known)
             show(selection);
         else
             reload(selection);
@@ -159,16 +150,9 @@ void frmagenda::goTo(QDate dia, const QList<int> &selection)
 /// Reads the days anew. @param selection as of show; what is selected without it
 void frmagenda::reload(const QList<int> &selection)
 {
-    const qint64 version = m_s.morvane->version("TareasAgenda");
-    const QList<QDate> days = cmdSemana->isChecked() ? weekOf(m_day) : QList<QDate>{m_day};
-    std::vector<DayTask> tasks;
-    for (const QDate day : days)
-        std::ranges::move(dayTasks(m_s, day, m_register), std::back_inserter(tasks));
-    m_version = version;
-    m_days = days;
-    m_tasks = std::move(tasks);
-    hoursOf->show(m_days, m_tasks);
-    show(selection.isEmpty() ? QList{current()} : selection);
+    m_open.read(cmdSemana->isChecked());
+    hoursOf->show(m_open.days(), m_open.tasks());
+    show(selection.isEmpty() ? QList{GAgenda->IdActual()} : selection);
     if (tabAgenda->currentIndex() == OwnMode - 1)
         showOwnTasks();
 }
@@ -176,30 +160,31 @@ void frmagenda::reload(const QList<int> &selection)
 /// Lists the day. @param selection tasks to select, the last of them as the current one
 void frmagenda::show(const QList<int> &selection)
 {
+    const QDate day = m_open.day();
     m_busy = true;
     {
         const QSignalBlocker silent(dtpAgenda);
-        dtpAgenda->setDay(m_day);
+        dtpAgenda->setDay(day);
     }
-    lblDia->setText(QLocale().toString(m_day, QLocale::LongFormat));
+    lblDia->setText(QLocale().toString(day, QLocale::LongFormat));
     const int before = GAgenda->currentRow();
     std::vector<ui::GridRow> rows;
-    for (const DayTask &t : m_tasks)
-        if (t.dia == m_day)
+    for (const DayTask &t : m_open.tasks())
+        if (t.dia == day)
             rows.push_back({{t.item, t.hor, t.detail,
                              m_s(t.est ? text::Accomplished : text::NotAccomplished), t.id}});
     m_model->set(std::move(rows));
     sizeRows();
     // Where the task stands now, else where the cursor was.
-    const int row = rowOf(selection.last());
-    GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_model->allRows() - 1));
+    if (!GAgenda->IrA(selection.last()))
+        GAgenda->Seleccionar(std::min(before, m_model->allRows() - 1));
     for (const int id : selection)
-        if (const int also = rowOf(id); also >= 0)
+        if (const int also = m_model->rowOf(id); also >= 0)
             GAgenda->selectionModel()->select(
                 m_model->index(also, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     m_busy = false;
-    hoursOf->goTo(m_day);
-    hoursOf->choose(current());
+    hoursOf->goTo(day);
+    hoursOf->choose(GAgenda->IdActual());
     arrange();
 }
 
@@ -208,15 +193,6 @@ void frmagenda::sizeRows()
     for (int row = 0; row < m_model->allRows(); ++row)
         if (const DayTask *t = taskOfRow(row))
             GAgenda->setRowHeight(row, TaskPainter::heightOf(GAgenda->fontMetrics(), *t));
-}
-
-/// Today what comes next, on any other day the first.
-int frmagenda::rowToBeginWith() const
-{
-    for (int row = 0; m_day == m_s.reloj.hoy && row < m_model->allRows(); ++row)
-        if (const DayTask *t = taskOfRow(row); t && !t->est && t->hor >= m_s.reloj.hourOf())
-            return row;
-    return 0;
 }
 
 void frmagenda::showOwnTasks()
@@ -230,7 +206,7 @@ void frmagenda::showOwnTasks()
 
 void frmagenda::arrange()
 {
-    const bool some = current() != 0;
+    const bool some = GAgenda->IdActual() != 0;
     for (QPushButton *b : {cmdTareaRealizada, cmdEliminar, cmdPasarTarea})
         b->setEnabled(some);
     cmdNuevaTarea->setEnabled(m_forms.exists(u"frmTurnos"_s));
@@ -240,33 +216,14 @@ void frmagenda::arrange()
         one->setEnabled(some);
 }
 
-const DayTask *frmagenda::task(int id) const
-{
-    const auto t = std::ranges::find(m_tasks, id, &DayTask::id);
-    return t == m_tasks.end() ? nullptr : &*t;
-}
-
-int frmagenda::idOfRow(int row) const { return m_model->idOf(row); }
-
-const DayTask *frmagenda::taskOfRow(int row) const { return task(idOfRow(row)); }
-
-int frmagenda::rowOf(int id) const
-{
-    for (int row = 0; id != 0 && row < m_model->allRows(); ++row)
-        if (idOfRow(row) == id)
-            return row;
-    return -1;
-}
-
-/// The task that keys and buttons act on; 0 for none.
-int frmagenda::current() const { return idOfRow(GAgenda->currentRow()); }
+const DayTask *frmagenda::taskOfRow(int row) const { return m_open.task(m_model->idOf(row)); }
 
 /// The selected tasks in the direction of the selection.
 QList<int> frmagenda::selectedIds() const
 {
     QList<int> ids;
     for (const int row : inItsDirection(GAgenda->selectedRows(), GAgenda->currentRow()))
-        ids << idOfRow(row);
+        ids << m_model->idOf(row);
     return ids;
 }
 
@@ -284,14 +241,14 @@ void frmagenda::taskChosen(int id)
 {
     if (m_busy)
         return;
-    if (const DayTask *t = task(id); t && t->dia != m_day) {
+    if (const DayTask *t = m_open.task(id); t && t->dia != m_open.day()) {
         goTo(QDate(t->dia), {id}); // a copy: the tasks may be read anew
     } else {
         m_busy = true;
-        GAgenda->Seleccionar(rowOf(id));
+        GAgenda->Seleccionar(m_model->rowOf(id));
         m_busy = false;
     }
-    tell(task(id));
+    tell(m_open.task(id));
     arrange();
 }
 
@@ -331,76 +288,42 @@ bool frmagenda::agendaKey(const QKeyEvent &key)
     }
 }
 
-/// Moves all that is selected, by a day or a Quarter of an hour.
+/// Moves all that is selected, by a day or a quarter of an hour.
 bool frmagenda::moveKey(const QKeyEvent &key)
 {
     const bool days = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
     if (!days && key.key() != Qt::Key_Up && key.key() != Qt::Key_Down)
         return false;
     const int step = key.key() == Qt::Key_Left || key.key() == Qt::Key_Up ? -1 : 1;
-    std::vector<Target> goals;
-    bool some = false;
-    for (const int id : selectedIds()) {
-        const DayTask *t = task(id);
-        if (!t)
-            continue;
-        Target goal{id, t->dia.addDays(days ? step : 0), {}};
-        if (!days && t->hor.isValid()) {
-            const int minute = dayMinute(t->hor) + step * Quarter;
-            if (minute < 0 || minute >= agenda::DayMinutes)
-                return true; // all keep their distance
-            goal.hour = {minute / 60, minute % 60};
-        }
-        some = some || days || goal.hour.isValid();
-        goals.push_back(goal);
-    }
-    if (some)
-        move(goals);
+    if (const auto targets = m_open.shifted(selectedIds(), days ? step : 0, days ? 0 : step);
+        !targets.empty())
+        move(targets);
     return true;
 }
 
 void frmagenda::move(const std::vector<Target> &targets)
 {
-    guarded([&] {
-        const std::vector<Spot> before = moveTasks(m_s, targets);
-        if (before.empty()) {
-            if (!m_s.user.isCommon())
-                Ayu->faultOf(m_s(text::TaskIsGone));
-            return reload();
-        }
-        m_before = before;
-        m_day = targets.back().dia; // the eye follows
-        tellMoved(before, u".  "_s + m_s(text::UndoHint));
-    });
+    guarded([&] { tellMoved(m_open.move(targets), u".  "_s + m_s(text::UndoHint)); });
 }
 
 void frmagenda::takeBack()
 {
-    if (m_before.empty())
-        return;
-    const std::vector<Spot> before = std::exchange(m_before, {});
-    guarded([&] {
-        if (!giveBackTasks(m_s, before)) {
-            if (!m_s.user.isCommon())
-                Ayu->faultOf(m_s(text::TaskIsGone));
-            return reload();
-        }
-        m_day = before.back().dia;
-        tellMoved(before, {});
-    });
+    if (m_open.canTakeBack())
+        guarded([&] { tellMoved(m_open.takeBack(), {}); });
 }
 
-/// Selects what was moved, and says where the last of it stands now.
-void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &more)
+/// Selects what was moved, and says where the last of it stands now; none: it is gone, or the user
+/// may not.
+void frmagenda::tellMoved(const QList<int> &ids, const QString &more)
 {
-    QList<int> ids;
-    for (const Spot &spot : before)
-        ids << spot.id;
+    if (ids.isEmpty()) {
+        if (!m_s.user.isCommon())
+            Ayu->faultOf(m_s(text::TaskIsGone));
+        return reload();
+    }
     reload(ids);
-    const DayTask *t = task(ids.last());
-    if (!t)
-        return;
-    Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + more);
+    if (const DayTask *t = m_open.task(ids.last()))
+        Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + more);
 }
 
 /// "Moved: Toby, A check (+2) → "
@@ -417,14 +340,13 @@ void frmagenda::delay()
     const int row = GAgenda->selectedRows().value(0);
     const QDate day = dtpPasarTarea->day();
     guarded([&] {
-        const auto before = passTasks(m_s, selectedIds(), day);
-        if (!before)
+        const auto moved = m_open.pass(selectedIds(), day);
+        if (!moved)
             return;
-        const DayTask *t = before->empty() ? nullptr : task(before->back().id);
-        const QString told = t ? movement(*t, qsizetype(before->size())) : QString();
+        const DayTask *t = moved->isEmpty() ? nullptr : m_open.task(moved->last());
+        const QString told = t ? movement(*t, moved->size()) : QString();
         leaveList(row);
-        m_before = *before;
-        if (before->empty())
+        if (moved->isEmpty())
             Ayu->faultOf(m_s(text::TaskIsGone));
         else if (!told.isEmpty())
             Ayu->success(told + placeOf(day, {}) + u".  "_s + m_s(text::UndoHint));
@@ -435,15 +357,16 @@ void frmagenda::remove()
 {
     const int row = GAgenda->selectedRows().value(0);
     guarded([&] {
-        if (deleteTasks(m_s, selectedIds()))
+        if (deleteTasks(m_s, selectedIds())) {
+            m_open.forgetMoves();
             leaveList(row);
+        }
     });
 }
 
 /// Rows have gone: the next one takes the place of the first.
 void frmagenda::leaveList(int row)
 {
-    m_before = {};
     reload();
     GAgenda->Seleccionar(std::min(row, m_model->allRows() - 1));
     GAgenda->setFocus();
@@ -452,13 +375,13 @@ void frmagenda::leaveList(int row)
 
 void frmagenda::toggleDone()
 {
-    const int id = current();
+    const int id = GAgenda->IdActual();
     if (id == 0)
         return;
     guarded([&] {
         agenda::toggleDone(m_s, id);
         reload();
-        if (!task(id))
+        if (!m_open.task(id))
             Ayu->faultOf(m_s(text::TaskIsGone));
     });
 }
@@ -466,26 +389,23 @@ void frmagenda::toggleDone()
 void frmagenda::newTask(QDate dia, QTime hour)
 {
     if (!dia.isValid())
-        dia = std::max(m_day, m_s.reloj.hoy); // nothing is planned for a day that is over
+        dia = std::max(m_open.day(), m_s.reloj.hoy); // nothing is planned for a day that is over
     QVariantMap parameters{{u"ida"_s, m_s.IdGlobal.idm}, {u"dia"_s, dia}};
     if (hour.isValid())
         parameters.insert(u"hora"_s, hour);
     guarded([&] {
         m_forms.open(u"frmTurnos"_s, parameters);
-        const auto known = [this](const DayTask &t) { return t.id; };
-        QList<int> before;
-        std::ranges::transform(m_tasks, std::back_inserter(before), known);
+        const std::vector<DayTask> before = m_open.tasks();
         reload();
-        for (const DayTask &t : m_tasks)
-            if (!before.contains(t.id) && t.dia == m_day)
-                GAgenda->Seleccionar(rowOf(t.id));
+        for (const int id : m_open.addedSince(before))
+            GAgenda->IrA(id);
     });
 }
 
 /// To the record's owner: what one wants next of a task that is due.
 void frmagenda::openPatient(int id)
 {
-    const DayTask *t = task(id);
+    const DayTask *t = m_open.task(id);
     if (!t || taskSubject(t->tip) != Subject::Patient || t->patient.isEmpty()
         || !m_forms.exists(u"frmPropietarios"_s))
         return;
@@ -496,17 +416,11 @@ void frmagenda::openPatient(int id)
     });
 }
 
-void frmagenda::exportDay()
-{
-    std::vector<DayTask> tasks;
-    std::ranges::copy_if(m_tasks, std::back_inserter(tasks),
-                         [this](const DayTask &t) { return t.dia == m_day; });
-    saveCalendar(text::SaveDay, tasks, m_s(text::Agenda));
-}
+void frmagenda::exportDay() { saveCalendar(text::SaveDay, m_open.tasksOfDay(), m_s(text::Agenda)); }
 
 void frmagenda::exportTask()
 {
-    if (const DayTask *t = task(current()))
+    if (const DayTask *t = m_open.task(GAgenda->IdActual()))
         saveCalendar(text::SaveTask, {*t}, taskSubject(*t));
 }
 
@@ -516,7 +430,7 @@ void frmagenda::saveCalendar(int title, const std::vector<DayTask> &tasks, const
     for (const QChar c : name.left(LettersOfFile))
         offered += c.isLetterOrNumber() || c == u'-' ? c : QChar(u' ');
     auto file = m_s.dialogos.saveFile(
-        m_s(title), offered.simplified() + u' ' + m_day.toString(Qt::ISODate) + u".ics"_s,
+        m_s(title), offered.simplified() + u' ' + m_open.day().toString(Qt::ISODate) + u".ics"_s,
         m_s(text::CalendarFilter));
     if (!file)
         return;

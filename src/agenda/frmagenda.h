@@ -1,7 +1,7 @@
 // The day's agenda, by list and by hours, and what the system decided on today.
 #pragma once
 
-#include "agenda/day_list.h"
+#include "agenda/open_agenda.h"
 #include "ui/form_base.h"
 
 namespace ui
@@ -61,25 +61,20 @@ private:
     void reload(const QList<int> &selection = {});
     void show(const QList<int> &selection);
     void sizeRows();
-    int rowToBeginWith() const;
     void showOwnTasks();
     void arrange();
     void rowChanged(int row);
     void taskChosen(int id);
     void tell(const agenda::DayTask *task);
 
-    const agenda::DayTask *task(int id) const;
     const agenda::DayTask *taskOfRow(int row) const;
-    int idOfRow(int row) const;
-    int rowOf(int id) const;
-    int current() const;
     QList<int> selectedIds() const;
 
     bool agendaKey(const QKeyEvent &key);
     bool moveKey(const QKeyEvent &key);
     void move(const std::vector<agenda::Target> &targets);
     void takeBack();
-    void tellMoved(const std::vector<agenda::Spot> &before, const QString &more);
+    void tellMoved(const QList<int> &ids, const QString &more);
     QString movement(const agenda::DayTask &last, qsizetype count) const;
     void delay();
     void remove();
@@ -92,12 +87,7 @@ private:
     void saveCalendar(int title, const std::vector<agenda::DayTask> &tasks, const QString &name);
 
     ui::FormRegistry &m_forms;
-    QDate m_day;
-    QList<QDate> m_days;                  // that are read: this one alone, or its week
-    std::vector<agenda::DayTask> m_tasks; // of all days shown
-    agenda::Register m_register;
-    std::vector<agenda::Spot> m_before; // where what was moved last came from
-    qint64 m_version = 0;
+    agenda::OpenAgenda m_open;
     bool m_busy = false; // list and hours follow each other
 
     QTabBar *tabAgenda = nullptr;

@@ -42,7 +42,7 @@ Desk Desk::real()
                 for (int i = 0; i < Beeps; ++i)
                     QTimer::singleShot(i * BeepMs, qApp, [] { QApplication::beep(); });
             },
-            [] { QCoreApplication::exit(0); }};
+            [] { QCoreApplication::exit(0); }, ui::steadyMilliseconds};
 }
 
 frmprincipal::frmprincipal(Sesion &s, ui::FormRegistry &forms, Desk desk, QWidget *parent)
@@ -325,7 +325,7 @@ void frmprincipal::tick()
 /// Whatever somebody is typing at this moment, it is no answer.
 void frmprincipal::interrupt(const QString &text)
 {
-    const ui::KeyboardInCalm calm;
+    const ui::KeyboardInCalm calm(m_desk.milliseconds);
     m_s.dialogos.Mensaje(text);
 }
 

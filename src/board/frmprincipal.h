@@ -2,6 +2,7 @@
 #pragma once
 
 #include "board/navigation.h"
+#include "ui/calm_keyboard.h"
 #include "ui/form_base.h"
 
 namespace ui
@@ -32,6 +33,7 @@ struct Desk {
     std::function<bool(const QUrl &)> open;
     std::function<void()> beep;
     std::function<void()> finish;
+    std::function<qint64()> milliseconds = ui::steadyMilliseconds;
 
     /// The real one: pages in the browser, folders in the file manager.
     static Desk real();

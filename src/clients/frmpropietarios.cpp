@@ -65,6 +65,7 @@ frmPropietarios::frmPropietarios(Sesion &s, ui::FormRegistry &forms, OpenLink op
 void frmPropietarios::wire()
 {
     m_rest = new QTimer(this);
+    m_rest->setObjectName(u"TimerReposo"_s);
     m_rest->setSingleShot(true);
     connect(m_rest, &QTimer::timeout, this, &frmPropietarios::inform);
     m_pause = new QTimer(this);

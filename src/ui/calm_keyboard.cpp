@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <chrono>
 
 using namespace ui;
 
@@ -14,12 +15,20 @@ constexpr int CalmMs = 1000;
 
 } // namespace
 
-KeyboardInCalm::KeyboardInCalm()
-    : m_written(QApplication::focusWidget()), m_pause(WindowDialogs::setPause(0))
+qint64 ui::steadyMilliseconds()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+KeyboardInCalm::KeyboardInCalm(std::function<qint64()> milliseconds)
+    : m_written(QApplication::focusWidget()),
+      m_clock(std::move(milliseconds)),
+      m_lastKey(m_clock()),
+      m_pause(WindowDialogs::setPause(0))
 {
     if (m_written && !m_written->testAttribute(Qt::WA_InputMethodEnabled))
         m_written = nullptr; // nothing is typed there
-    m_lastFrom.start();
     qApp->installEventFilter(this);
 }
 
@@ -35,11 +44,11 @@ bool KeyboardInCalm::eventFilter(QObject *, QEvent *event)
     const bool key = type == QEvent::KeyPress || type == QEvent::ShortcutOverride;
     if (!key || m_calm || event == m_own)
         return false;
-    if (m_lastFrom.elapsed() >= CalmMs) {
+    if (m_clock() - m_lastKey >= CalmMs) {
         m_calm = true;
         return false;
     }
-    m_lastFrom.restart();
+    m_lastKey = m_clock();
     // Accepted, it is no shortcut, and comes again as the press of a key.
     event->accept();
     if (type == QEvent::KeyPress)

@@ -1,15 +1,18 @@
 // A box that comes up by itself must not be answered by somebody who is typing.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 
 class QKeyEvent;
 
 namespace ui
 {
+
+/// Since some moment in the past; never goes back.
+qint64 steadyMilliseconds();
 
 /// As long as it lives, keys reach nobody until a second has gone by without one: the box that has
 /// come up meanwhile is there to be read first. What is typed goes on into the box of text that
@@ -18,7 +21,8 @@ class KeyboardInCalm : public QObject
 {
     Q_OBJECT
 public:
-    KeyboardInCalm();
+    /// @param milliseconds the clock that the second is measured by
+    explicit KeyboardInCalm(std::function<qint64()> milliseconds = steadyMilliseconds);
     ~KeyboardInCalm() override;
 
 protected:
@@ -28,7 +32,8 @@ private:
     void goOnTyping(const QKeyEvent &key);
 
     QPointer<QWidget> m_written; // where somebody may be typing
-    QElapsedTimer m_lastFrom;
+    std::function<qint64()> m_clock;
+    qint64 m_lastKey;
     int m_pause; // of boxes, which is not needed beside this one
     bool m_calm = false;
     const QEvent *m_own = nullptr; // a key on its way there

@@ -206,8 +206,10 @@ TEST_F(Board, WhatSomebodyIsTypingDoesNotAnswerAnAlarm)
     Sesion real(windows, impresion, store::Language::English);
     real.reloj = s.reloj;
     real.Alarmas = {{.hour = QTime(9, 1), .tip = -47, .attended = false, .ida = {}}};
-    const frmprincipal ringer(
-        real, forms, {[](const QUrl &) { return true; }, [] {}, [this] { log << u"end"_s; }});
+    qint64 clock = 0;
+    const frmprincipal ringer(real, forms,
+                              {[](const QUrl &) { return true; }, [] {},
+                               [this] { log << u"end"_s; }, [&clock] { return clock; }});
     QLineEdit page;
     page.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
@@ -220,12 +222,12 @@ TEST_F(Board, WhatSomebodyIsTypingDoesNotAnswerAnAlarm)
         QTest::keyClick(button, Qt::Key_O, Qt::AltModifier); // its letter
         for (const Qt::Key k : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Space})
             QTest::keyClick(button, k);
-        QTest::qWait(700);
+        clock += 999;
         QTest::keyClicks(button, u"o"_s); // not yet a pause
-        QTest::qWait(700);
+        clock += 999;
         QTest::keyClick(button, Qt::Key_Backspace);
         waited = box && box->isVisible();
-        QTest::qWait(1100);
+        clock += 1000;
         QTest::keyClick(button, Qt::Key_Return);
         answered = !box || !box->isVisible();
         if (!answered)

@@ -20,6 +20,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace clients;
 using namespace Qt::StringLiterals;
@@ -80,7 +81,12 @@ protected:
         rest();
     }
     /// Until the boxes beside the panels are filled.
-    static void rest() { QTest::qWait(300); }
+    void rest()
+    {
+        QCoreApplication::processEvents(); // what was put off until the loop runs
+        const auto *timer = get<QTimer>(u"TimerReposo"_s);
+        EXPECT_TRUE(QTest::qWaitFor([timer] { return !timer->isActive(); }));
+    }
 
     template <typename W = QWidget>
     W *get(const QString &name)

@@ -1,6 +1,7 @@
 #include "agenda/open_agenda.h"
 
 #include "agenda/hours_layout.h"
+#include "agenda/tasks.h"
 
 #include <QLocale>
 #include <algorithm>

@@ -5,8 +5,10 @@
 #include "board/version_text.h"
 #include "store/lookups.h"
 #include "texts/texts.h"
+#include "texts/ui.h"
 #include "ui/calm_keyboard.h"
 #include "ui/form_registry.h"
+#include "ui/pages.h"
 #include "ui/pictures.h"
 #include "ui/theme.h"
 #include "ui/window_dialogs.h"
@@ -25,7 +27,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int RailWidth = 232;
+constexpr int RailWidth = 232, NarrowRail = 64;
 constexpr int PictureColumn = 64;
 constexpr int IconColumn = 56;
 constexpr int SmallScreen = 800;
@@ -51,9 +53,30 @@ frmprincipal::frmprincipal(Sesion &s, ui::FormRegistry &forms, Desk desk, QWidge
     setWindowFlags(Qt::Window);
     build();
     wire();
+    m_forms.setHost([this](ui::FormBase &form) { m_pages->bringForward(form); });
 }
 
+frmprincipal::~frmprincipal() { m_forms.setHost({}); }
+
 void frmprincipal::build()
+{
+    m_boardPage = buildBoard();
+    m_pages = new ui::Pages(m_boardPage);
+    auto *all = new QHBoxLayout(this);
+    all->setContentsMargins({});
+    all->setSpacing(0);
+    all->addWidget(buildRail());
+    all->addWidget(m_pages, 1);
+
+    TimerHora = new QTimer(this);
+    TimerHora->setObjectName(u"TimerHora"_s);
+    TimerHora->setInterval(ClockMs);
+    setMinimumSize(720, 480);
+    rememberSize({1366, 768});
+    GPizarra->setFocus();
+}
+
+QWidget *frmprincipal::buildBoard()
 {
     GPizarra = named(new QTableView, u"GPizarra"_s, m_s(text::BoardTitle));
     m_model = new BoardModel(
@@ -73,54 +96,59 @@ void frmprincipal::build()
     auto *hints = new QLabel(m_s(text::BoardHelp));
     hints->setProperty("clase", u"suave"_s);
 
-    auto *page = new QVBoxLayout;
+    auto *board = new QWidget;
+    auto *page = new QVBoxLayout(board);
     page->setContentsMargins(ui::space::XL, ui::space::L, ui::space::XL, ui::space::M);
     page->setSpacing(ui::space::M);
     page->addWidget(buildHead());
     page->addWidget(GPizarra, 1);
     page->addWidget(hints);
-
-    auto *all = new QHBoxLayout(this);
-    all->setContentsMargins({});
-    all->setSpacing(0);
-    all->addWidget(buildRail());
-    all->addLayout(page, 1);
-
-    TimerHora = new QTimer(this);
-    TimerHora->setObjectName(u"TimerHora"_s);
-    TimerHora->setInterval(ClockMs);
-    setMinimumSize(720, 480);
-    rememberSize({1180, 720});
-    GPizarra->setFocus();
+    return board;
 }
 
 QWidget *frmprincipal::buildRail()
 {
-    auto *rail = new QFrame;
-    rail->setObjectName(u"riel"_s);
-    rail->setFixedWidth(RailWidth);
-    auto *column = new QVBoxLayout(rail);
+    m_rail = new QFrame;
+    m_rail->setObjectName(u"riel"_s);
+    m_rail->setFixedWidth(RailWidth);
+    auto *column = new QVBoxLayout(m_rail);
     column->setContentsMargins(ui::space::M, ui::space::L, ui::space::M, ui::space::M);
     column->setSpacing(2);
 
-    auto *mark = new QLabel;
-    mark->setPixmap(
-        ui::namedIcon(u"kelvara"_s, ui::Tone::OnFrame).pixmap(QSize(32, 32), devicePixelRatioF()));
-    auto *name = new QLabel(u"Kelvara"_s);
-    name->setProperty("clase", u"marca"_s);
+    const auto ownButton = [this](const QString &name, const QString &picture, int caption,
+                                  const QString &keys) {
+        auto *b = named(new QPushButton(ui::namedIcon(picture, ui::Tone::OnFrame), {}), name,
+                        m_s(caption));
+        b->setToolTip(m_s(caption) + u" ("_s + keys + u')');
+        b->setAutoDefault(false);
+        b->setIconSize({24, 24});
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, b,
+                &QPushButton::click);
+        return b;
+    };
+    cmdPizarra = ownButton(u"cmdPizarra"_s, u"kelvara"_s, text::BackToBoard, u"Alt+Home"_s);
+    cmdPizarra->setIconSize({32, 32});
+    cmdPizarra->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_brand = new QLabel(u"Kelvara"_s);
+    m_brand->setProperty("clase", u"marca"_s);
     auto *brand = new QHBoxLayout;
-    brand->setContentsMargins(ui::space::S, 0, 0, ui::space::M);
-    brand->setSpacing(ui::space::M);
-    brand->addWidget(mark);
-    brand->addWidget(name, 1);
+    brand->setContentsMargins(0, 0, 0, ui::space::M);
+    brand->setSpacing(ui::space::XS);
+    brand->addWidget(cmdPizarra);
+    brand->addWidget(m_brand, 1);
     column->addLayout(brand);
 
     for (const BoardButton &button : boardButtons()) {
-        if (button.form.isEmpty())
+        if (button.form.isEmpty()) {
             column->addStretch();
+            cmdVentana =
+                ownButton(u"cmdVentana"_s, u"ventana"_s, text::OwnWindow, u"Ctrl+Shift+N"_s);
+            cmdVentana->hide();
+            column->addWidget(cmdVentana);
+        }
         column->addWidget(buildButton(button));
     }
-    return rail;
+    return m_rail;
 }
 
 QPushButton *frmprincipal::buildButton(const BoardButton &button)
@@ -147,6 +175,8 @@ QPushButton *frmprincipal::buildButton(const BoardButton &button)
     row->addStretch();
     row->addWidget(hint);
     connect(b, &QPushButton::clicked, this, [this, &button] { navigate(button); });
+    hint->setObjectName(u"tecla"_s);
+    m_railButtons.append({b, caption});
     return b;
 }
 
@@ -186,19 +216,49 @@ void frmprincipal::wire()
     connect(GPizarra, &QTableView::entered, this, &frmprincipal::pointAt);
     GPizarra->installEventFilter(this);
     connect(TimerHora, &QTimer::timeout, this, &frmprincipal::tick);
-    connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this,
-            &frmprincipal::CargarPizarra);
+    // The board's own: pages read themselves anew by the same key.
+    auto *again = new QShortcut(QKeySequence(Qt::Key_F5), m_boardPage);
+    connect(again, &QShortcut::activated, this, &frmprincipal::CargarPizarra);
+    connect(m_pages, &ui::Pages::changed, this, &frmprincipal::pageChanged);
+    connect(cmdPizarra, &QPushButton::clicked, m_pages, &ui::Pages::goHome);
+    connect(cmdVentana, &QPushButton::clicked, m_pages, &ui::Pages::separate);
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
             [this] { m_desk.open(QUrl(store::helpPage(m_s))); });
 }
 
 void frmprincipal::opened(const QVariantMap &) { CargarPizarra(); }
 
+void frmprincipal::activated() { m_pages->activate(); }
+
+/// The title says where one is; beside a page the rail makes room.
+void frmprincipal::pageChanged()
+{
+    const ui::FormBase *page = m_pages->current();
+    setWindowTitle(page ? page->windowTitle() + u" · "_s + m_title : m_title);
+    narrowRail(page != nullptr);
+}
+
+void frmprincipal::narrowRail(bool narrow)
+{
+    m_rail->setFixedWidth(narrow ? NarrowRail : RailWidth);
+    m_rail->layout()->setContentsMargins(narrow ? ui::space::S : ui::space::M, ui::space::L,
+                                         narrow ? ui::space::S : ui::space::M, ui::space::M);
+    m_brand->setVisible(!narrow);
+    cmdVentana->setVisible(narrow);
+    for (const auto &[button, caption] : std::as_const(m_railButtons)) {
+        const QString keys = button->accessibleDescription();
+        button->setText(narrow ? QString() : caption);
+        button->setToolTip(narrow ? ui::spoken(caption) + u" ("_s + keys + u')' : QString());
+        button->findChild<QLabel *>(u"tecla"_s)->setVisible(!narrow);
+    }
+}
+
 void frmprincipal::CargarPizarra()
 {
     guarded([this] {
         m_model->load();
-        setWindowTitle(boardTitle(m_s));
+        m_title = boardTitle(m_s);
+        pageChanged();
     });
     layRows();
     const store::ClinicData &clinic = m_s.clinic;
@@ -318,7 +378,7 @@ void frmprincipal::tick()
     });
     if (dayChanged(m_s)) {
         interrupt(m_s(text::DayHasChanged));
-        reject();
+        end(); // what is being typed stays as a draft
     }
 }
 
@@ -330,6 +390,12 @@ void frmprincipal::interrupt(const QString &text)
 }
 
 void frmprincipal::reject()
+{
+    if (m_pages->mayLeaveAll())
+        end();
+}
+
+void frmprincipal::end()
 {
     TimerHora->stop();
     ui::FormBase::reject();

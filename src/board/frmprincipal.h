@@ -9,6 +9,7 @@ namespace ui
 {
 
 class FormRegistry;
+class Pages;
 
 } // namespace ui
 
@@ -19,6 +20,7 @@ class BoardModel;
 
 } // namespace board
 
+class QFrame;
 class QLabel;
 class QModelIndex;
 class QPushButton;
@@ -54,10 +56,14 @@ public:
     /// Shows the board, on the whole of a small screen.
     void showBoard();
 
+    ~frmprincipal() override;
+
     void opened(const QVariantMap &parameters) override;
+    /// Ends the program, once every open page may be left.
     void reject() override;
 
 protected:
+    void activated() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -65,10 +71,14 @@ protected:
 private:
     void build();
     void wire();
+    QWidget *buildBoard();
     QWidget *buildRail();
     QWidget *buildHead();
     QPushButton *buildButton(const board::BoardButton &button);
     void layRows();
+    void pageChanged();
+    void narrowRail(bool narrow);
+    void end();
 
     void navigate(const board::BoardButton &button);
     void follow(const board::Target &target);
@@ -81,8 +91,16 @@ private:
     board::Desk m_desk;
     board::BoardModel *m_model = nullptr;
 
+    ui::Pages *m_pages = nullptr;
+    QWidget *m_boardPage = nullptr;
+    QFrame *m_rail = nullptr;
+    QLabel *m_brand = nullptr;
+    QList<QPair<QPushButton *, QString>> m_railButtons; // with their captions
+    QString m_title;
+
     QTableView *GPizarra = nullptr;
     QTimer *TimerHora = nullptr;
+    QPushButton *cmdPizarra = nullptr, *cmdVentana = nullptr;
     QLabel *lblClinica = nullptr;
     QLabel *lblDatos = nullptr;
     QLabel *lblUsuario = nullptr;

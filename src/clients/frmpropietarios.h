@@ -37,6 +37,7 @@ public:
 
     void opened(const QVariantMap &parameters) override;
     void reject() override;
+    bool mayLeave() override { return !m_entering.underWay() || cancelMode(); }
 
 protected:
     void activated() override;

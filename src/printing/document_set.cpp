@@ -1,5 +1,8 @@
 #include "printing/document_set.h"
 
+#include <QPaintDevice>
+#include <QSizeF>
+
 using namespace printing;
 using namespace Qt::StringLiterals;
 

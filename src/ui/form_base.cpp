@@ -186,13 +186,18 @@ void FormBase::refuseApostropheIn(const QList<QWidget *> &boxes)
 bool FormBase::event(QEvent *event)
 {
     const bool handled = QDialog::event(event);
-    if (event->type() == QEvent::WindowActivate && !m_activating
-        && !std::exchange(m_passOver, false)) {
-        m_activating = true;
-        guarded([this] { activated(); });
-        m_activating = false;
-    }
+    if (event->type() == QEvent::WindowActivate && isWindow())
+        comeForward();
     return handled;
+}
+
+void FormBase::comeForward()
+{
+    if (m_activating || std::exchange(m_passOver, false))
+        return;
+    m_activating = true;
+    guarded([this] { activated(); });
+    m_activating = false;
 }
 
 bool FormBase::eventFilter(QObject *watched, QEvent *event)
@@ -268,7 +273,7 @@ void FormBase::hideEvent(QHideEvent *event)
     m_passOver = false;
     if (!event->spontaneous() && (m_remembersSize || !m_headers.isEmpty())) {
         QSettings ini(store::machineFile(m_s), QSettings::IniFormat);
-        if (m_remembersSize)
+        if (m_remembersSize && isWindow())
             ini.setValue(objectName() + u"/geometry"_s, saveGeometry());
         for (const auto &header : std::as_const(m_headers))
             if (header)

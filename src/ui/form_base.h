@@ -37,6 +37,11 @@ public:
     /// @return false when it failed; the user has been told
     bool guarded(const std::function<void()> &task);
 
+    /// The user has come back to the form: it stands in front, in the active window.
+    void comeForward();
+    /// Whether the form can be closed and nothing is lost; asks where something would be.
+    virtual bool mayLeave() { return true; }
+
 protected:
     /// Called, guarded, each time the form becomes the active window: it was opened, or the user
     /// comes back to it. After a failure the next time is passed over.

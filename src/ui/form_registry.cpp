@@ -58,6 +58,10 @@ bool FormRegistry::open(const QString &name, const QVariantMap &parameters)
         form->exec();
         return true;
     }
+    if (m_host) {
+        m_host(*form);
+        return true;
+    }
     if (form->isMinimized())
         form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
     form->show();

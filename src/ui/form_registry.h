@@ -21,6 +21,10 @@ public:
     /// Forms that are still loaded go with the registry.
     ~FormRegistry();
 
+    /// Where forms that are no dialogs are shown; in windows of their own without it.
+    using Host = std::function<void(FormBase &)>;
+    void setHost(const Host &host) { m_host = host; }
+
     void enrol(const QString &name, const Maker &maker);
     bool exists(const QString &name) const;
 
@@ -28,11 +32,13 @@ public:
     /// @return nullptr when the name is not registered
     FormBase *load(const QString &name);
 
-    /// Shows the form and brings it to the front; one that is modal is waited for.
+    /// Shows the form, as a page of the host where there is one, and brings it to the front; one
+    /// that is modal is waited for.
     /// @return false when the name is not registered
     bool open(const QString &name, const QVariantMap &parameters = {});
 
 private:
+    Host m_host;
     QHash<QString, Maker> m_makers;
     QHash<QString, QPointer<FormBase>> m_loaded;
 };

@@ -1,4 +1,4 @@
-// The outbox on the screen: whom the clinic writes to today, and what.
+// The outbox on screen: whom the clinic writes to today, and what.
 #pragma once
 
 #include "messages/chat_opener.h"
@@ -15,6 +15,7 @@ class Grid;
 class QPlainTextEdit;
 class QPushButton;
 
+/// The form of the outbox.
 class frmmensajeria : public ui::FormBase
 {
     Q_OBJECT
@@ -22,6 +23,7 @@ public:
     explicit frmmensajeria(Sesion &s, messages::LinkOpener open = messages::browser(),
                            QWidget *parent = nullptr);
 
+    /// Reads the day's messages; takes no parameters.
     void opened(const QVariantMap &parameters) override;
 
 protected:

@@ -1,4 +1,4 @@
-// The first run of a clinic: its name, and who works there.
+// The form of a clinic's first run: its name and its first user.
 #pragma once
 
 #include "ui/form_base.h"
@@ -13,7 +13,7 @@ class frmRegistroInicial : public ui::FormBase
 public:
     explicit frmRegistroInicial(Sesion &s, QWidget *parent = nullptr);
 
-    /// Closing it half way ends the program, so it asks.
+    /// Asks first, because closing the unfinished form ends the program.
     void reject() override;
 
 private:

@@ -1,4 +1,4 @@
-// The day's agenda, by list and by hours, and what the system decided on today.
+// The day's agenda as a list and by hours, and the tasks that the program created today.
 #pragma once
 
 #include "agenda/day_list.h"
@@ -29,13 +29,15 @@ class HoursView;
 
 } // namespace agenda
 
-/// Opened with `dia` (today without it) and `modo`: 1 the day, 2 the tasks of the system.
+/// The form of the agenda.
 class frmagenda : public ui::FormBase
 {
     Q_OBJECT
 public:
     frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent = nullptr);
 
+    /// @param parameters "dia": the day to show, today if missing; "modo": 1 the day, 2 the
+    ///        program's own tasks
     void opened(const QVariantMap &parameters) override;
 
 protected:
@@ -93,12 +95,12 @@ private:
 
     ui::FormRegistry &m_forms;
     QDate m_day;
-    QList<QDate> m_days;                  // that are read: this one alone, or its week
+    QList<QDate> m_days;                  // the days shown: m_day alone, or its week
     std::vector<agenda::DayTask> m_tasks; // of all days shown
     agenda::Register m_register;
-    std::vector<agenda::Spot> m_before; // where what was moved last came from
+    std::vector<agenda::Spot> m_before; // the last move, for undo
     qint64 m_version = 0;
-    bool m_busy = false; // list and hours follow each other
+    bool m_busy = false; // list and hours view are being synchronised
 
     QTabBar *tabAgenda = nullptr;
     QStackedWidget *m_vistas = nullptr;

@@ -20,7 +20,7 @@ struct MailAccount {
     bool complete() const { return !user.isEmpty() && !password.isEmpty(); }
 };
 
-/// Reads the account; a port that is not stored is the usual one of the encryption.
+/// Reads the account. Where no valid port is stored, it is the usual one for the encryption.
 MailAccount readMailAccount(Sesion &s);
 /// Stores the account. Of the server's settings, only those that differ from the stored ones are
 /// written.

@@ -20,7 +20,7 @@ struct Slot {
 
 /// The slots of a day.
 /// @param complete start at 06:00; otherwise at the quarter of an hour that contains @p from
-/// @return 65 at most, the last at 22:00; empty when @p from is later than that
+/// @return 65 at most, the last at 22:00; empty for an update from 22:15 or later
 std::vector<Slot> daySlots(Sesion &s, bool complete, QDate dia, QTime from);
 
 /// The day's sheet as a document; the parameters are those of daySlots.

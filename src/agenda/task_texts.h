@@ -7,7 +7,8 @@ namespace agenda
 {
 
 /// Name of what is to be done: the service or product or, failing that, the category of product
-/// @p artaux. Feeding rounds and users' tasks have names of their own.
+/// @p artaux. Feeding rounds and users' tasks have names of their own, and the program's
+/// communications are called by their reason.
 QString taskConcept(Sesion &s, int tip, qint64 artaux);
 
 /// Why the program writes to a client, for the kinds of task that it creates itself; "" for any

@@ -20,7 +20,7 @@ public:
         None,
         NoSeLee,   // it cannot be opened or read; see systemError
         NotIsText, // it contains NUL bytes, as programs, workbooks and UTF-16 do
-        OpenQuotes // the quotation mark opened on Line() is never closed
+        OpenQuotes // the quotation mark opened on Line() is not closed within the longest field
     };
 
     /// Opens the file and scans it once to detect the separator and the encoding.

@@ -64,7 +64,7 @@ struct ImportReport {
     int withoutPlace = 0;
     int firstWithoutPlace = 0;
 
-    bool written = false;     // data were written: not a dry run
+    bool written = false;     // it was not a dry run
     bool interrupted = false; // by the user or by `failure`; what was written stays and is listed
     QStringList notes;        // remarks on the whole file
     std::vector<ReportLine> lines;

@@ -65,7 +65,8 @@ enum class DateOrder { DayMonth, MonthDay };
 /// @return an invalid date when the text is none
 QDate readDate(const QString &text, DateOrder order);
 
-/// What a date says about the order of day and month in its file. None: nothing, or it is no date.
+/// What a date says about the order of day and month in its file. None: nothing, because it is no
+/// short numeric date, or because both orders give the same day.
 enum class OrderTest { None, DayMonth, MonthDay, Ambiguous };
 /// Checks which order of day and month the date in a text shows.
 OrderTest orderThatTests(const QString &text);
@@ -73,7 +74,7 @@ OrderTest orderThatTests(const QString &text);
 /// Sex as it is stored: 0 male, 1 female, 2 and 3 the same neutered; nullopt for an unknown word.
 std::optional<int> readSex(const QString &text);
 
-/// Yes or No; nullopt for an unknown word.
+/// Yes or No; an empty text is No. nullopt for an unknown word.
 std::optional<bool> readYesNo(const QString &text);
 
 /// The species that a common word stands for (1 canine, 2 feline, 3 equine), 0 for any other word.

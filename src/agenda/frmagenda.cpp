@@ -30,7 +30,7 @@ namespace
 constexpr int DayMode = 1, OwnMode = 2;
 constexpr int Quarter = 15;
 constexpr int IdColumn = 4;
-constexpr int LettersOfFile = 60; // a user's note may be too long for the name of one
+constexpr int LettersOfFile = 60; // of a file name, since a user's note may be too long for one
 
 QList<QDate> weekOf(QDate day)
 {
@@ -83,7 +83,7 @@ void frmagenda::wire()
     connect(cmdTareaRealizada, &QPushButton::clicked, this, &frmagenda::toggleDone);
     connect(cmdEliminar, &QPushButton::clicked, this, &frmagenda::remove);
     connect(cmdPasarTarea, &QPushButton::clicked, this, &frmagenda::delay);
-    // Today's sheet whatever day is shown, on purpose: it is the one that hangs on the wall.
+    // On purpose: today's sheet whatever day is shown, because that is the one on the wall.
     connect(cmdImprimir, &QPushButton::clicked, this,
             [this] { guarded([this] { showAgendaDay(m_s, true, m_s.reloj.hoy, {}); }); });
     connect(cmdvolver, &QPushButton::clicked, this, &frmagenda::reject);
@@ -157,7 +157,7 @@ void frmagenda::goTo(QDate dia, const QList<int> &selection)
     });
 }
 
-/// Reads the days anew. @param selection as of show; what is selected without it
+/// Reads the days again. @param selection as for show; the present selection if empty
 void frmagenda::reload(const QList<int> &selection)
 {
     const qint64 version = m_s.morvane->version("TareasAgenda");
@@ -174,7 +174,7 @@ void frmagenda::reload(const QList<int> &selection)
         showOwnTasks();
 }
 
-/// Lists the day. @param selection tasks to select, the last of them as the current one
+/// Lists the day. @param selection tasks to select; the last one becomes the current one
 void frmagenda::show(const QList<int> &selection)
 {
     m_busy = true;
@@ -191,7 +191,7 @@ void frmagenda::show(const QList<int> &selection)
                              m_s(t.est ? text::Accomplished : text::NotAccomplished), t.id}});
     m_model->set(std::move(rows));
     sizeRows();
-    // Where the task stands now, else where the cursor was.
+    // The task's new row, else the row where the cursor was.
     const int row = rowOf(selection.last());
     GAgenda->Seleccionar(row >= 0 ? row : std::min(before, m_model->allRows() - 1));
     for (const int id : selection)
@@ -211,7 +211,7 @@ void frmagenda::sizeRows()
             GAgenda->setRowHeight(row, TaskPainter::heightOf(GAgenda->fontMetrics(), *t));
 }
 
-/// Today what comes next, on any other day the first.
+/// The row to start on: today the next task, on any other day the first.
 int frmagenda::rowToBeginWith() const
 {
     for (int row = 0; m_day == m_s.reloj.hoy && row < m_model->allRows(); ++row)
@@ -259,7 +259,7 @@ int frmagenda::rowOf(int id) const
     return -1;
 }
 
-/// The task that keys and buttons act on; 0 for none.
+/// The id of the task that keys and buttons act on; 0 for none.
 int frmagenda::current() const { return idOfRow(GAgenda->currentRow()); }
 
 /// The selected tasks in the direction of the selection.
@@ -286,7 +286,7 @@ void frmagenda::taskChosen(int id)
     if (m_busy)
         return;
     if (const DayTask *t = task(id); t && t->dia != m_day) {
-        goTo(QDate(t->dia), {id}); // a copy: the tasks may be read anew
+        goTo(QDate(t->dia), {id}); // a copy, because goTo may replace the tasks
     } else {
         m_busy = true;
         GAgenda->Seleccionar(rowOf(id));
@@ -296,7 +296,7 @@ void frmagenda::taskChosen(int id)
     arrange();
 }
 
-/// The whole of a task at the foot, whatever is cut where it stands.
+/// Shows the full text of a task at the bottom, since it may be cut elsewhere.
 void frmagenda::tell(const DayTask *task)
 {
     if (!task)
@@ -332,7 +332,7 @@ bool frmagenda::agendaKey(const QKeyEvent &key)
     }
 }
 
-/// Moves all that is selected, by a day or a Quarter of an hour.
+/// Moves all selected tasks by a day or a quarter of an hour.
 bool frmagenda::moveKey(const QKeyEvent &key)
 {
     const bool days = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
@@ -349,7 +349,7 @@ bool frmagenda::moveKey(const QKeyEvent &key)
         if (!days && t->hor.isValid()) {
             const int minute = dayMinute(t->hor) + step * Quarter;
             if (minute < 0 || minute >= agenda::DayMinutes)
-                return true; // all keep their distance
+                return true; // one would leave the day: none moves, so that all keep their distance
             goal.hour = {minute / 60, minute % 60};
         }
         some = some || days || goal.hour.isValid();
@@ -370,7 +370,7 @@ void frmagenda::move(const std::vector<Target> &targets)
             return reload();
         }
         m_before = before;
-        m_day = targets.back().dia; // the eye follows
+        m_day = targets.back().dia; // show the day they moved to
         tellMoved(before, u".  "_s + m_s(text::UndoHint));
     });
 }
@@ -391,7 +391,7 @@ void frmagenda::takeBack()
     });
 }
 
-/// Selects what was moved, and says where the last of it stands now.
+/// Selects the moved tasks and says where the last of them is now.
 void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &mas)
 {
     QList<int> ids;
@@ -404,7 +404,7 @@ void frmagenda::tellMoved(const std::vector<Spot> &before, const QString &mas)
     Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + mas);
 }
 
-/// "Moved: Toby, A check (+2) → "
+/// The start of that message, such as "Moved: Toby, A check (+2) → ".
 QString frmagenda::movement(const DayTask &last, qsizetype count) const
 {
     const QString others = count > 1 ? u" (+%1)"_s.arg(count - 1) : QString();
@@ -441,7 +441,7 @@ void frmagenda::remove()
     });
 }
 
-/// Rows have gone: the next one takes the place of the first.
+/// After rows have gone, selects the one that followed them. @param row the first that has gone
 void frmagenda::leaveList(int row)
 {
     m_before = {};
@@ -467,7 +467,7 @@ void frmagenda::toggleDone()
 void frmagenda::newTask(QDate dia, QTime hour)
 {
     if (!dia.isValid())
-        dia = std::max(m_day, m_s.reloj.hoy); // nothing is planned for a day that is over
+        dia = std::max(m_day, m_s.reloj.hoy); // nothing is booked on a past day
     QVariantMap parameters{{u"ida"_s, m_s.IdGlobal.idm}, {u"dia"_s, dia}};
     if (hour.isValid())
         parameters.insert(u"hora"_s, hour);
@@ -483,7 +483,7 @@ void frmagenda::newTask(QDate dia, QTime hour)
     });
 }
 
-/// To the record's owner: what one wants next of a task that is due.
+/// Opens the patient's record, which is what users want next when a task is due.
 void frmagenda::openPatient(int id)
 {
     const DayTask *t = task(id);

@@ -63,7 +63,7 @@ bool Plan::make(const KeepGoing &keepGoing)
     return true;
 }
 
-// What the daily run would do with so many clients at once. Nobody can be asked here.
+// Warns that the daily run will greet all these new clients by mail. Nobody can be asked here.
 void Plan::warnWelcome()
 {
     if (s.configuracion[setting::AutNuevoCliente].toInt() != 1)
@@ -78,7 +78,7 @@ void Plan::warnWelcome()
         }
 }
 
-// Whether the columns are enough to go by, and the lists that rows refer to.
+// Checks that the columns suffice, and loads the lists that rows refer to.
 bool Plan::prepare()
 {
     using Missing = ImportReport::Missing;
@@ -117,7 +117,7 @@ bool Plan::goesOn(const DelimitedFile &file, const KeepGoing &keepGoing)
     return !report.interrupted;
 }
 
-// Looks through all birth dates for one that can be read in one way only.
+// Searches all birth dates for one that can be read in only one way.
 bool Plan::locateOrder(const KeepGoing &keepGoing)
 {
     using Missing = ImportReport::Missing;
@@ -197,7 +197,7 @@ QString Plan::Field(Datum d) const
     const int column = m_column[size_t(d)];
     if (column < 0)
         return {};
-    // "---", "???" and the like stand for nothing.
+    // "---", "???" and the like mean an empty field.
     static const QRegularExpression nothing(u"^[\\s?._*/\\\\–—-]+$"_s);
     const QString text = m_campos->value(column).trimmed();
     return nothing.match(text).hasMatch() ? QString() : text;
@@ -205,7 +205,7 @@ QString Plan::Field(Datum d) const
 
 void Plan::warn(int text, const QString &value) { m_notices << s(text).arg(value); }
 
-// A text of one line as its column takes it; says what was changed.
+// Fits a one-line text into its column and warns about any change.
 QString Plan::clean(const QString &text, std::string_view table, std::string_view column)
 {
     QString t = text.simplified();
@@ -222,8 +222,8 @@ QString Plan::clean(const QString &text, std::string_view table, std::string_vie
     return t;
 }
 
-// A telephone or an address for mail as its column takes it. Of several, as many as fit whole: a
-// part of a number reaches nobody.
+// Fits telephone numbers or e-mail addresses into their column: as many as fit completely, since
+// part of a number is useless.
 QString Plan::thoseThatFit(const QString &text, std::string_view column)
 {
     QString t = text.simplified();
@@ -245,7 +245,7 @@ QString Plan::thoseThatFit(const QString &text, std::string_view column)
     return together;
 }
 
-// The place of a name in a list, at its end if it is new. -1 for none, or when the list is full.
+// The index of a name in a list, appended if it is new; -1 for no name, or when the list is full.
 int Plan::enter(PlannedList &list, const QString &text, int parent, const QString &code)
 {
     const QString nom = clean(text, tableOf(list.list).table, "nom");
@@ -280,13 +280,13 @@ bool Plan::yesNo(Datum d)
     const QString text = Field(d);
     const auto value = readYesNo(text);
     if (!value && d == Datum::Deceased && readDate(text, m_order).isValid())
-        return true; // the day of its death
+        return true; // it is the date of death
     if (!value)
         warn(text::NeitherYesNorNo, text);
     return value.value_or(false);
 }
 
-// In which the clinic weighs.
+// The clinic's unit of weight.
 QString Plan::ownUnit() const
 {
     return s.configuracion[setting::KgLbs].toInt() == store::weightUnit::Libras ? u"lb"_s : u"kg"_s;
@@ -310,7 +310,7 @@ std::optional<ClientRecord> Plan::clientRecord(QString &reason)
             reason = s(text::ClientHasNoName);
             return std::nullopt;
         }
-        f.ayn = m_owner; // nothing else in the row tells of this client
+        f.ayn = m_owner; // nothing in the row is about this client
         return f;
     }
     f.ayn = clean(f.ayn, "clientes", "ayn");
@@ -321,7 +321,7 @@ std::optional<ClientRecord> Plan::clientRecord(QString &reason)
     f.dir = clean(Field(Datum::Address), "clientes", "dir");
     f.codp2 = Field(Datum::PostalCode).simplified();
     if (f.codp2.size() > s.clientes->widthOf("clientes", "codp2")) {
-        warn(text::PostalCodeTooLong, f.codp2); // cut, it would be another place's
+        warn(text::PostalCodeTooLong, f.codp2); // truncated it would be that of another place
         f.codp2.clear();
     }
     f.codp2 = clean(f.codp2, "clientes", "codp2");
@@ -428,9 +428,9 @@ void Plan::readRow(const QStringList &fields)
     line.text = m_notices.join(u"; "_s);
 }
 
-// Which owner of the file a row tells of. Owners with a number of their own are told apart by it,
-// all others by what they are known by. Two owners of one name never share a telephone, mail or
-// street address, so that every one finds itself again when the file is imported once more.
+// Finds the owner of a row. Owners with a number in the file are identified by it, all others by
+// name and contact. Two owners of the same name never share a telephone, e-mail or street address,
+// so that each is recognised when the file is imported again.
 int Plan::clientOf(const ClientRecord &f, const QString &number)
 {
     if (const auto i = m_clientByNumber.constFind(number);
@@ -461,7 +461,7 @@ int Plan::clientOf(const ClientRecord &f, const QString &number)
     return which;
 }
 
-// An owner who was met without a name before.
+// Names an owner whose earlier rows had no name.
 void Plan::rename(int client, const QString &before, const QString &name)
 {
     PlannedClient &c = clientes[size_t(client)];
@@ -473,12 +473,12 @@ void Plan::rename(int client, const QString &before, const QString &name)
     m_directory.add(client, c.contact);
 }
 
-// What a further row of an owner knows better than the rows before it.
+// Adds what a further row of an owner knows that the rows before it did not.
 void Plan::complete(int client, ClientRecord f)
 {
     PlannedClient &c = clientes[size_t(client)];
     f.ayn = c.f.ayn;
-    // A telephone that is another owner's of this name stays with that one.
+    // A contact that belongs to another owner of this name stays with that one.
     ClientRecord contactOnly;
     contactOnly.ayn = f.ayn;
     for (QString ClientRecord::*field :
@@ -513,7 +513,7 @@ bool Plan::samePatient(const PlannedPatient &a, const PlannedPatient &b) const
            && !(a.withSex && b.withSex && a.f.sex % 2 != b.f.sex % 2);
 }
 
-// What a further row of an animal knows and the rows before it did not.
+// Adds what a further row of an animal knows that the rows before it did not.
 void Plan::complete(PlannedPatient &m, const PlannedPatient &other)
 {
     for (int PlannedPatient::*place :
@@ -538,9 +538,9 @@ void Plan::complete(PlannedPatient &m, const PlannedPatient &other)
     m.f.dec = m.f.dec || other.f.dec;
 }
 
-// Which animal of the file a row tells of, among those of one owner with one name: where there is a
-// number, it says; else the first that the row does not contradict. Animals without name or number
-// are one each.
+// Finds the animal of a row among those of the same owner and name: by its number if it has one,
+// else the first that the row does not contradict. A row with neither name nor number is always a
+// new animal.
 int Plan::patientOf(PlannedPatient m, int line)
 {
     const int newOne = int(mascotas.size());
@@ -570,9 +570,9 @@ int Plan::patientOf(PlannedPatient m, int line)
     return newOne;
 }
 
-// Finds what is there already and counts how far the identifiers reach. Whoever is in the clinic
-// answers for one owner or animal of the file only, in the order of both; so a file that was
-// imported finds all of itself again.
+// Finds what the clinic has already, and where the identifiers run out. Each client or patient of
+// the clinic matches only one owner or animal of the file, both in their order, so that everything
+// is recognised when the file is imported again.
 void Plan::match()
 {
     ClientsDirectory known;
@@ -618,7 +618,7 @@ void Plan::match()
         const auto i = patients.find(key(owner.f.idc, m.f.nom));
         if (i == patients.end())
             continue;
-        // A species that is to be added yet is nobody's.
+        // No patient can have a species that is still to be added.
         const int esp = m.species < 0              ? 0
                         : allSpecies.Id(m.species) ? allSpecies.Id(m.species)
                                                    : -1;
@@ -652,7 +652,8 @@ void Plan::match()
                     (line.text.isEmpty() ? QString() : u"; "_s) + s(text::RepeatsLine).arg(m->line);
             continue;
         }
-        // The first line that does not fit ends it: no gaps, and nothing without its owner.
+        // The first line that does not fit ends the import, so that there are no gaps and no animal
+        // without its owner.
         full = full || (client && freeClients == 0) || (patient && freePatients == 0);
         if (full) {
             line.outcome = Outcome::WithoutPlace;

@@ -88,7 +88,8 @@ QByteArray messages::headerValue(const QString &text)
 QStringList messages::validAddresses(const QString &text)
 {
     static const QRegularExpression parts(u"[,;]"_s);
-    // Non-ASCII letters before the at sign are nearly always typing errors; few servers accept them.
+    // Non-ASCII letters before the at sign are nearly always typing errors, and few servers accept
+    // them.
     static const QRegularExpression address(
         uR"(^[^@<>()\[\]\\"',;:\x00-\x20\x7f-\x{10ffff}]+@[^\s@<>()\\"',;\x00-\x20\x7f]+$)"_s);
     QStringList valid;

@@ -193,7 +193,8 @@ void report(const DayRun &c)
         ImprimirAgendaDia(s, true, c.hoy, {});
 }
 
-// On purpose: only the number of the month is compared, so nothing runs exactly twelve months later.
+// On purpose: only the number of the month is compared, so exactly twelve months later nothing
+// runs.
 bool isNewMonth(Sesion &s)
 {
     return s.configuracion[setting::FechaUltimoInicioMes].toDate().month() != s.reloj.hoy.month();

@@ -209,7 +209,7 @@ void startup::inventMembers(Demo &d)
         DemoClient &c = d.Client(idc += 13);
         c.obra = member.obra;
         const int plan = d.chance.between(1, int(fees.size()));
-        // A membership that has expired is older than a year; all others are newer.
+        // An expired membership request is more than a year old; all others are newer.
         const QDate from = d.hoy.addDays(member.obra == 4 ? -380 : -d.chance.between(190, 350));
         const QDate mes = QDate(d.hoy.year(), d.hoy.month(), 1).addMonths(-member.monthsWithoutPay);
         const bool withCollector = d.chance.isDue(60);

@@ -25,7 +25,7 @@ void addDose(Demo &d, int idm, int ida, int cat, int dos, QDate col, QDate rep, 
                        idm, ida, dos, col, rep, si, cat);
 }
 
-/// Doses of one product, the last @p given of them given every @p interval days, and an open one on
+/// Doses of one product, @p interval days apart: @p given that were given, then an open one on
 /// @p next.
 void history(Demo &d, const DemoPatient &m, int ida, int cat, int interval, int given, QDate next)
 {

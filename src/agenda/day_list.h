@@ -25,7 +25,7 @@ struct DayTask {
     QString patient;
     QString client;
     QString telephones;
-    QString detail; // all of this as text, in lines separated by line feeds
+    QString detail; // hour, note, patient, client, telephones; separated by line feeds
 
     bool operator==(const DayTask &) const = default;
 };

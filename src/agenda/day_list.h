@@ -15,8 +15,8 @@ struct DayTask {
     int ida = 0;
     QDate dia;
     QDate created;
-    QTime hor; // invalid for none
-    QTime ala; // invalid for none
+    QTime hor;        // invalid for none
+    QTime ala;        // invalid for none
     int minutes = 0;  // how long it takes
     bool est = false; // done
     QString item;

@@ -262,7 +262,7 @@ int frmagenda::rowOf(int id) const
 /// The id of the task that keys and buttons act on; 0 for none.
 int frmagenda::current() const { return idOfRow(GAgenda->currentRow()); }
 
-/// The selected tasks in the direction of the selection.
+/// The ids of the selected tasks, in the order in which they were selected.
 QList<int> frmagenda::selectedIds() const
 {
     QList<int> ids;

@@ -34,6 +34,7 @@ class frmagenda : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms opens the booking dialog and patients' records
     frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent = nullptr);
 
     /// @param parameters "dia": the day to show, today if missing; "modo": 1 the day, 2 the

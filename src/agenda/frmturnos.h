@@ -23,6 +23,7 @@ class frmTurnos : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Builds the form; opened() fills it.
     explicit frmTurnos(Sesion &s, QWidget *parent = nullptr);
 
     /// @param parameters "ida": the patient, 0 for none, the selected one if missing; "dia" and

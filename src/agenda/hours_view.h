@@ -25,6 +25,7 @@ class HoursView : public QAbstractScrollArea
 {
     Q_OBJECT
 public:
+    /// Builds an empty view; show() fills it.
     HoursView(Sesion &s, QWidget *parent = nullptr);
 
     /// Replaces the days and tasks shown. The cursor stays on its day if that is still shown.
@@ -100,6 +101,7 @@ private:
         QTime hour; // invalid above the hours
     };
 
+    // Coordinates are those of the viewport, in pixels; minutes count from midnight.
     using Drawn = QHash<int, std::pair<QRect, DayTask>>; // by id
     Drawn drawnTasks() const;
     void drawChanges(const Drawn &before);

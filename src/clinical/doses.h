@@ -13,7 +13,7 @@ inline constexpr int NextCommon = 0; // still open
 inline constexpr int GivenCommon = 1;
 inline constexpr int NextOfPlan = 2; // still open
 inline constexpr int GivenOfPlan = 3;
-inline constexpr int GivenAlone = 4; // no next one was set
+inline constexpr int GivenAlone = 4; // given, with no next dose planned
 } // namespace doseState
 
 /// Whether a dose in this state is still to be given.

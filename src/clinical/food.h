@@ -1,4 +1,4 @@
-// When a patient's food counts as running out.
+// When a patient's food runs low, and what to say about it.
 #pragma once
 
 #include "store/session.h"

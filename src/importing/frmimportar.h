@@ -26,6 +26,7 @@ class frmImportar : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Builds the form; opened() or a dropped file fills it.
     explicit frmImportar(Sesion &s, QWidget *parent = nullptr);
 
     /// @param parameters "archivo": a file to load at once

@@ -22,12 +22,12 @@ FileView inspectFile(Sesion &s, const QString &file, int rows);
 /// The file's encoding and separator in words.
 QString viewText(const Sesion &s, const FileView &view);
 
-/// What the user decides.
+/// The choices of the user.
 struct ImportOptions {
     QString file;
     QList<Datum> columns;           // one for each column of the file
     std::optional<DateOrder> order; // of numeric dates; nullopt to detect it from the file
-    QString owner;                  // client of animals whose row names no owner
+    QString owner;                  // client for animals whose row names no owner
 };
 
 /// What becomes of a line of the file.

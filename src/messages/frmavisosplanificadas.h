@@ -24,6 +24,8 @@ class frmAvisosPlanificadas : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms opens the client's record
+    /// @param open opens the link of a chat
     frmAvisosPlanificadas(Sesion &s, ui::FormRegistry &forms,
                           messages::LinkOpener open = messages::browser(),
                           QWidget *parent = nullptr);

@@ -20,6 +20,7 @@ class frmmensajeria : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param open opens the link of a chat
     explicit frmmensajeria(Sesion &s, messages::LinkOpener open = messages::browser(),
                            QWidget *parent = nullptr);
 

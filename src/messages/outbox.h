@@ -1,4 +1,4 @@
-// The run that carries out the day's communications: delivery lists, mails, letters.
+// Sending the day's communications: delivery lists, mails, letters.
 #pragma once
 
 #include "store/session.h"

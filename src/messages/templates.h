@@ -1,4 +1,4 @@
-// The message templates of the settings and the tags in them.
+// The message templates in the settings, and their tags.
 #pragma once
 
 #include "store/session.h"

@@ -12,7 +12,7 @@ class QPagedPaintDevice;
 class QPaintDevice;
 class QPainter;
 
-/// A document. The same object is previewed, printed and saved.
+/// A document that can be previewed, printed and saved.
 class Documento
 {
 public:

@@ -20,6 +20,7 @@ public:
 
     /// The title of the first document, with the number of the others.
     QString titleOf() const override;
+    /// The orientation of the first document, used for all of them.
     QPageLayout::Orientation orientationOf() const override;
     int compose(QPaintDevice &device, QSizeF area) override;
     void draw(QPainter &painter, int page) override;

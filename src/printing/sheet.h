@@ -16,6 +16,7 @@ namespace printing
 class Sheet
 {
 public:
+    /// @param painter must be active, with its origin at the upper left corner of the area
     explicit Sheet(QPainter &painter);
 
     /// Draws one line of text, elided where it is wider than the box.

@@ -1,5 +1,5 @@
-// The first start of a day: one pass over all the data that fills the board, the task list and
-// the outbox.
+// What happens on the first start of a day: one pass over all the data fills the board, the task
+// list and the outbox.
 #pragma once
 
 #include "store/session.h"

@@ -1,4 +1,4 @@
-// The nineteen passes of a day, and what they share. Internal to the daily pass.
+// The passes that make up the daily pass, and what they share. Internal to it.
 #pragma once
 
 #include "printing/html_document.h"

@@ -16,6 +16,7 @@ namespace startup
 class Chance
 {
 public:
+    /// The same seed always gives the same numbers.
     explicit Chance(quint64 seed) : m_state(seed) {}
     /// A whole number from @p from to @p until, both included.
     int between(int from, int until);
@@ -36,8 +37,9 @@ private:
 class Words
 {
 public:
+    /// Reads the lists. @throws std::runtime_error when the file is not built in
     explicit Words(store::Language language);
-    /// The words of a list.
+    /// The words of a list. @throws std::runtime_error when there is no such list
     const QStringList &operator[](const QString &list) const;
     /// The words of a list, each split into its fields.
     QList<QStringList> fieldsOf(const QString &list) const;

@@ -68,8 +68,8 @@ constexpr DoseCase Cases[] = {
     {5, 0, 0, 0},                               // today
     {2, 0, 0, 1},                               // today, after a missed one
     {1, 0, 0, 2},                               // today, after two missed ones
-    {3, 1, 0, 0},  {1, 1, -1, 0},               // to be given by the clinic
-    {2, 0, 1, 0},  {2, 0, 2, 0},  {3, 0, 3, 0}, // to be reminded of
+    {3, 1, 0, 0},  {1, 1, -1, 0},               // given by the clinic
+    {2, 0, 1, 0},  {2, 0, 2, 0},  {3, 0, 3, 0}, // reminders due
 };
 
 void boardDose(Demo &d)

@@ -28,6 +28,7 @@ struct StartSteps {
 
 } // namespace startup
 
+/// The form of the splash screen.
 class frminicio : public ui::FormBase
 {
     Q_OBJECT

@@ -7,10 +7,12 @@ class QFormLayout;
 class QLabel;
 class QPushButton;
 
+/// Accepted once the clinic and its user are stored.
 class frmRegistroInicial : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Builds the form with empty boxes.
     explicit frmRegistroInicial(Sesion &s, QWidget *parent = nullptr);
 
     /// Asks first, because closing the unfinished form ends the program.

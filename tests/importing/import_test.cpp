@@ -582,7 +582,7 @@ TEST_F(ImportForm, AsksForWhatTheFileDoesNotTell)
     buttonOf(u"cmdImportar"_s)->click();
     EXPECT_EQ(allRows(*s.clientes, "select nom, fecn from mascotas"), u"Rex|2019-03-04\n"_s);
 
-    // An unreadable file clears the previous one.
+    // Opening the form with an unreadable file leaves nothing of the previous one.
     open("PK\x03\x04\0\0"_ba.append('\0'));
     EXPECT_TRUE(noticeOf().contains(s(text::FileIsNotText)));
     EXPECT_FALSE(buttonOf(u"cmdProbar"_s)->isEnabled());
@@ -594,7 +594,7 @@ TEST_F(ImportForm, TakesADroppedFileAndStopsWhenAskedTo)
     ASSERT_EQ(Column(2)->currentIndex(), int(Datum::Patient));
 
     buttonOf(u"cmdProbar"_s)->click();
-    // An unreadable file, or ESC before anything is written, leaves the report in place.
+    // Dropping an unreadable file, or ESC before anything is written, leaves the report in place.
     drop(folder.path());
     EXPECT_TRUE(noticeOf().contains(s(text::FileUnreadable).arg(QString())));
     QTimer::singleShot(0, &*form, [this] { QTest::keyClick(&*form, Qt::Key_Escape); });

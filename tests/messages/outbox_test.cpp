@@ -302,7 +302,7 @@ TEST_F(Outbox, WhatAnotherTerminalDeletesOrTakesMeanwhileIsNotAskedAbout)
     task(-43, 2, 2);
     task(-43, 3, 2);
     task(-43, 1, 2);
-    // Meanwhile one task is deleted, and the other session takes the letter of another.
+    // Meanwhile one task is deleted, and another terminal takes the letter of a second one.
     sendMeanwhile(
         [&] {
             s.morvane->Execute("delete * from TareasAgenda where ida = 3");

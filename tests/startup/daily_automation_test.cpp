@@ -792,7 +792,7 @@ TEST_F(Door, TwoTerminalsRunTheDayAndTheMonthOnce)
     other.reloj = s.reloj;
     store::setDataFolder(other, folder.path());
     ASSERT_FALSE(store::openStore(other));
-    ASSERT_LT(other.configuracion["FechaUltimoInicio"].toDate(), hoy); // read before the first one runs
+    ASSERT_LT(other.configuracion["FechaUltimoInicio"].toDate(), hoy); // read too early
     EXPECT_TRUE(IniciarTareas(s, steps));
     EXPECT_FALSE(IniciarTareas(other, steps));
     EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n");
@@ -816,7 +816,7 @@ TEST_F(Door, ATerminalWaitsForTheOneThatRunsTheDay)
     char taken = 0;
     ASSERT_EQ(read(ready[0], &taken, 1), 1);
     ASSERT_EQ(taken, 'y');
-    QStringList stages; // those told before the other one ended
+    QStringList stages; // those shown before the other one ended
     s.progress.stage = [&](const QString &t) {
         if (!QFile::exists(mark))
             stages << t;

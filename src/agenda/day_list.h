@@ -65,7 +65,7 @@ std::vector<DayTask> dayAppointments(Sesion &s, QDate dia);
 /// One communication that the program created today by itself.
 struct KelvaraTask {
     QString reason;
-    QString addressee; // "Cliente: " or "Mascota: " and the name
+    QString addressee; // "Client: " or "Patient: " in the session's language, and the name
     QString medio;
     bool done = false; // it has gone out
 };

@@ -6,7 +6,7 @@
 namespace agenda
 {
 
-/// Fills the session's alarms with today's open tasks whose alarm is still to come.
+/// Replaces the session's alarms by those of today's open tasks that are still to ring.
 void loadAlarms(Sesion &s);
 
 } // namespace agenda

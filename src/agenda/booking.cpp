@@ -17,7 +17,7 @@ namespace
 constexpr int RowNearness = 15; // minutes
 
 constexpr int ServicesCategory = 2;
-const QTime LastPrintedHour(22, 15); // the sheet's last slot begins at 22:00
+const QTime LastPrintedHour(22, 15); // end of the sheet's last slot
 
 void offerPrinting(Sesion &s, const Appointment &appointment, bool emptyDay)
 {
@@ -47,7 +47,7 @@ std::vector<AppointmentConcept> agenda::appointmentConcepts(Sesion &s)
 bool agenda::carriesReminder(Sesion &s, const Appointment &appointment)
 {
     if (appointment.item == TaskKind::UserTask || appointment.idm <= 0)
-        return false; // there is nobody to remind
+        return false; // nobody to remind
     if (appointment.remind)
         return true;
     if (s.configuracion[setting::AutRecordatorioCitasOlvida].toInt() != 1)

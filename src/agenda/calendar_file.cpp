@@ -19,7 +19,8 @@ QByteArray escaped(QString text)
     return text.toUtf8();
 }
 
-// A line ends after 75 bytes; what follows stands behind a blank. No letter is cut in two.
+// RFC 5545 limits lines to 75 bytes; a continuation line starts with a space. Characters are never
+// split.
 void setLine(QByteArray &exit, QByteArray line)
 {
     constexpr qsizetype widthOf = 73;
@@ -38,7 +39,7 @@ QByteArray moment(QDate dia, QTime hour)
     return (dia.toString(u"yyyyMMdd") + u'T' + hour.toString(u"HHmmss")).toLatin1();
 }
 
-/// A reminder as far from the hour as the alarm is.
+/// Adds a reminder as long before the hour as the alarm.
 void setAlarm(QByteArray &exit, const DayTask &t, const QByteArray &title)
 {
     if (!t.ala.isValid() || !t.hor.isValid())
@@ -68,14 +69,14 @@ QByteArray agenda::asCalendar(Sesion &s, const std::vector<DayTask> &tasks)
                           + t.created.toString(u"yyyyMMdd").toLatin1() + "@kelvara");
         setLine(exit, "DTSTAMP:" + now + 'Z');
         if (t.hor.isValid()) {
-            // Counted without a time zone: a day has no hour that is missing or comes twice.
+            // UTC, because a local day may have hours that are missing or come twice.
             const QDateTime end = QDateTime(t.dia, t.hor, Qt::UTC).addSecs(t.minutes * 60);
             setLine(exit, "DTSTART:" + moment(t.dia, t.hor));
             setLine(exit, "DTEND:" + moment(end.date(), end.time()));
         } else {
             setLine(exit, "DTSTART;VALUE=DATE:" + t.dia.toString(u"yyyyMMdd").toLatin1());
         }
-        // A user's note says more than "User task" does.
+        // A user's note says more than "User task".
         const QString subject = t.tip == TaskKind::UserTask ? t.des : t.patient;
         const QByteArray title = escaped(subject.isEmpty() ? t.item : t.item + u" - "_s + subject);
         setLine(exit, "SUMMARY:" + title);

@@ -1,4 +1,4 @@
-// Appointments as a calendar file that telephones and other programs open.
+// Appointments as a calendar file that telephones and other programs can open.
 #pragma once
 
 #include "agenda/day_list.h"
@@ -6,13 +6,13 @@
 namespace agenda
 {
 
-/// The tasks as iCalendar text (RFC 5545), each as long as its service;
-/// those without an hour take the whole day. Times are the clinic's own, without a time zone. A
-/// task that was moved keeps its name there, so a calendar that has it moves it too.
+/// The tasks as iCalendar text (RFC 5545), in UTF-8. Each lasts as long as its service; those
+/// without an hour take the whole day. Times are local, without a time zone. A task keeps its UID
+/// when it is moved, so importing it again moves it in the other calendar too.
 QByteArray asCalendar(Sesion &s, const std::vector<DayTask> &tasks);
 
-/// Writes them to a file. @throws StoreError 75 when it cannot be written; a former one is
-/// still there then
+/// Writes the tasks to a calendar file.
+/// @throws StoreError 75 when it cannot be written; an existing file is kept then
 void saveCalendar(Sesion &s, const std::vector<DayTask> &tasks, const QString &file);
 
 } // namespace agenda

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int MinutesWithoutDuration = 30; // of what has no length of its own
+constexpr int MinutesWithoutDuration = 30; // for tasks without a length of their own
 
 int minutesOf(Sesion &s, int tip)
 {
@@ -26,7 +26,7 @@ int minutesOf(Sesion &s, int tip)
     return minutes > 0 ? std::min(minutes, DayMinutes) : MinutesWithoutDuration;
 }
 
-/// A stored task: where it stands, and what its alarm needs to know.
+/// A stored task: its place, and what its alarm needs.
 struct Noted {
     Spot spot;
     int tip = 0, ida = 0;
@@ -51,7 +51,7 @@ void write(Sesion &s, const Spot &a)
                        a.hor, a.ala, a.id);
 }
 
-/// An alarm as far from the new hour as it was from the old one, within the day.
+/// The alarm for a new hour: at the same distance as from the old hour, but within the day.
 QTime DayRun(QTime ala, QTime de, QTime a)
 {
     if (!ala.isValid() || !de.isValid())
@@ -60,9 +60,10 @@ QTime DayRun(QTime ala, QTime de, QTime a)
     return QTime(0, 0).addSecs(std::clamp(minutes, 0, DayMinutes - 1) * 60);
 }
 
-/// Has the session ring for a task where it stands now; a day that is none silences it. What has
-/// rung at that time does not ring twice. A task that is done has no alarm to follow it: its own
-/// may have been left to another task of the same time and kind.
+/// Sets the session's alarm for a task at its present place; an invalid day silences it. An alarm
+/// that has rung at that time does not ring again. A task that is done has no alarm to move: when
+/// it was marked, the alarm of another task of the same time and kind may have been silenced
+/// instead.
 void followAlarm(Sesion &s, const Noted &t)
 {
     if (t.est)
@@ -87,7 +88,7 @@ void followAlarm(Sesion &s, const Noted &t)
 void setDetail(Sesion &s, DayTask &t, Register &register_)
 {
     const QString hour = t.hor.isValid() ? longHour(t.hor) : QString();
-    // A user's note is what his task is about, so it stands below the hour.
+    // A user's note is the subject of the task, so it comes right after the hour.
     QStringList lines{hour, t.des};
     if (t.tip == TaskKind::Ration)
         lines = {(hour + u' ' + t.des).trimmed()};
@@ -131,7 +132,7 @@ std::vector<DayTask> readTasks(Sesion &s, Recordset r, Register &register_)
     return tasks;
 }
 
-/// What a question is about: the hour, concept and patient or note of one task, the number of
+/// Describes tasks in a question: hour, concept and patient or note of a single task, the number of
 /// several.
 QString named(Sesion &s, const QList<int> &ids)
 {
@@ -337,6 +338,6 @@ bool agenda::toggleDone(Sesion &s, int id)
     if (alarm != s.Alarmas.end())
         alarm->attended = task->est;
     else
-        followAlarm(s, *task); // open again, and not among those that the start loaded
+        followAlarm(s, *task); // it was done at the start, so its alarm was not loaded
     return task->est;
 }

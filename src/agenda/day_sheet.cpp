@@ -20,7 +20,7 @@ constexpr int MostSlots = 65;
 constexpr int NameLetters = 12;
 constexpr int ColumnRows[] = {22, 22, 21};
 
-// What the task is about, as short as the sheet needs it.
+// The subject of a task, short enough for the sheet.
 QString subject(Sesion &s, int tip, int ida, const QString &des)
 {
     if (taskSubject(tip) == Subject::Patient)
@@ -44,7 +44,7 @@ public:
     int compose(QPaintDevice &, QSizeF area) override
     {
         m_area = area;
-        // Rows of the detail, three columns wide; those that do not fit go on to further pages.
+        // The rows of the detail, in three columns; those that do not fit go on further pages.
         m_lines.clear();
         for (const Slot &c : m_checkboxes)
             if (c.detail.size() > 1)
@@ -75,7 +75,7 @@ public:
 
 private:
     static constexpr double head = 18;
-    static constexpr double OtherHead = 9; // of the pages behind the first
+    static constexpr double OtherHead = 9; // of the pages after the first
     static constexpr double rowHeight = 7.4;
     static constexpr double DetailHeight = 4.6;
     static constexpr double streetOf = 4;
@@ -177,7 +177,7 @@ void takeOut(Sesion &s, void (store::Printing::*como)(Sesion &, Documento &), bo
              QDate dia, QTime from)
 {
     try {
-        // The sheet ends at 22:15; an update from later on has nothing to show.
+        // The sheet ends at 22:15; an update from then on has nothing to show.
         if (daySlots(s, complete, dia, from).empty())
             return;
         const auto sheet = daySheet(s, complete, dia, from);

@@ -28,7 +28,7 @@ namespace
 {
 
 constexpr int DayMode = 1, OwnMode = 2;
-constexpr int LettersOfFile = 60; // a user's note may be too long for the name of one
+constexpr int LettersOfFile = 60; // of a file name, since a user's note may be too long for one
 
 QString placeOf(QDate day, QTime hour)
 {
@@ -73,7 +73,7 @@ void frmagenda::wire()
     connect(cmdTareaRealizada, &QPushButton::clicked, this, &frmagenda::toggleDone);
     connect(cmdEliminar, &QPushButton::clicked, this, &frmagenda::remove);
     connect(cmdPasarTarea, &QPushButton::clicked, this, &frmagenda::delay);
-    // Today's sheet whatever day is shown, on purpose: it is the one that hangs on the wall.
+    // On purpose: today's sheet whatever day is shown, because that is the one on the wall.
     connect(cmdImprimir, &QPushButton::clicked, this,
             [this] { guarded([this] { showAgendaDay(m_s, true, m_s.reloj.hoy, {}); }); });
     connect(cmdvolver, &QPushButton::clicked, this, &frmagenda::reject);
@@ -147,7 +147,7 @@ void frmagenda::goTo(QDate dia, const QList<int> &selection)
     });
 }
 
-/// Reads the days anew. @param selection as of show; what is selected without it
+/// Reads the days again. @param selection as for show; the present selection if empty
 void frmagenda::reload(const QList<int> &selection)
 {
     m_open.read(cmdSemana->isChecked());
@@ -157,7 +157,7 @@ void frmagenda::reload(const QList<int> &selection)
         showOwnTasks();
 }
 
-/// Lists the day. @param selection tasks to select, the last of them as the current one
+/// Lists the day. @param selection tasks to select; the last one becomes the current one
 void frmagenda::show(const QList<int> &selection)
 {
     const QDate day = m_open.day();
@@ -175,7 +175,7 @@ void frmagenda::show(const QList<int> &selection)
                              m_s(t.est ? text::Accomplished : text::NotAccomplished), t.id}});
     m_model->set(std::move(rows));
     sizeRows();
-    // Where the task stands now, else where the cursor was.
+    // The task's new row, else the row where the cursor was.
     if (!GAgenda->IrA(selection.last()))
         GAgenda->Seleccionar(std::min(before, m_model->allRows() - 1));
     for (const int id : selection)
@@ -218,7 +218,7 @@ void frmagenda::arrange()
 
 const DayTask *frmagenda::taskOfRow(int row) const { return m_open.task(m_model->idOf(row)); }
 
-/// The selected tasks in the direction of the selection.
+/// The ids of the selected tasks, in the order in which they were selected.
 QList<int> frmagenda::selectedIds() const
 {
     QList<int> ids;
@@ -242,7 +242,7 @@ void frmagenda::taskChosen(int id)
     if (m_busy)
         return;
     if (const DayTask *t = m_open.task(id); t && t->dia != m_open.day()) {
-        goTo(QDate(t->dia), {id}); // a copy: the tasks may be read anew
+        goTo(QDate(t->dia), {id}); // a copy, because goTo may replace the tasks
     } else {
         m_busy = true;
         GAgenda->Seleccionar(m_model->rowOf(id));
@@ -252,7 +252,7 @@ void frmagenda::taskChosen(int id)
     arrange();
 }
 
-/// The whole of a task at the foot, whatever is cut where it stands.
+/// Shows the full text of a task at the bottom, since it may be cut elsewhere.
 void frmagenda::tell(const DayTask *task)
 {
     if (!task)
@@ -288,7 +288,7 @@ bool frmagenda::agendaKey(const QKeyEvent &key)
     }
 }
 
-/// Moves all that is selected, by a day or a quarter of an hour.
+/// Moves all selected tasks by a day or a quarter of an hour.
 bool frmagenda::moveKey(const QKeyEvent &key)
 {
     const bool days = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
@@ -312,8 +312,8 @@ void frmagenda::takeBack()
         guarded([&] { tellMoved(m_open.takeBack(), {}); });
 }
 
-/// Selects what was moved, and says where the last of it stands now; none: it is gone, or the user
-/// may not.
+/// Selects the moved tasks and says where the last of them is now. Without any, they are gone or
+/// the user may not move them.
 void frmagenda::tellMoved(const QList<int> &ids, const QString &more)
 {
     if (ids.isEmpty()) {
@@ -326,7 +326,7 @@ void frmagenda::tellMoved(const QList<int> &ids, const QString &more)
         Ayu->success(movement(*t, ids.size()) + placeOf(t->dia, t->hor) + more);
 }
 
-/// "Moved: Toby, A check (+2) → "
+/// The start of that message, such as "Moved: Toby, A check (+2) → ".
 QString frmagenda::movement(const DayTask &last, qsizetype count) const
 {
     const QString others = count > 1 ? u" (+%1)"_s.arg(count - 1) : QString();
@@ -364,7 +364,7 @@ void frmagenda::remove()
     });
 }
 
-/// Rows have gone: the next one takes the place of the first.
+/// After rows have gone, selects the one that followed them. @param row the first that has gone
 void frmagenda::leaveList(int row)
 {
     reload();
@@ -389,7 +389,7 @@ void frmagenda::toggleDone()
 void frmagenda::newTask(QDate dia, QTime hour)
 {
     if (!dia.isValid())
-        dia = std::max(m_open.day(), m_s.reloj.hoy); // nothing is planned for a day that is over
+        dia = std::max(m_open.day(), m_s.reloj.hoy); // nothing is booked on a past day
     QVariantMap parameters{{u"ida"_s, m_s.IdGlobal.idm}, {u"dia"_s, dia}};
     if (hour.isValid())
         parameters.insert(u"hora"_s, hour);
@@ -402,7 +402,7 @@ void frmagenda::newTask(QDate dia, QTime hour)
     });
 }
 
-/// To the record's owner: what one wants next of a task that is due.
+/// Opens the patient's record, which is what users want next when a task is due.
 void frmagenda::openPatient(int id)
 {
     const DayTask *t = m_open.task(id);

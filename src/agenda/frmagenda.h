@@ -1,4 +1,4 @@
-// The day's agenda, by list and by hours, and what the system decided on today.
+// The day's agenda as a list and by hours, and the tasks that the program created today.
 #pragma once
 
 #include "agenda/open_agenda.h"
@@ -29,13 +29,16 @@ class HoursView;
 
 } // namespace agenda
 
-/// Opened with `dia` (today without it) and `modo`: 1 the day, 2 the tasks of the system.
+/// The form of the agenda.
 class frmagenda : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms opens the booking dialog and patients' records
     frmagenda(Sesion &s, ui::FormRegistry &forms, QWidget *parent = nullptr);
 
+    /// @param parameters "dia": the day to show, today if missing; "modo": 1 the day, 2 the
+    ///        program's own tasks
     void opened(const QVariantMap &parameters) override;
 
 protected:
@@ -88,7 +91,7 @@ private:
 
     ui::FormRegistry &m_forms;
     agenda::OpenAgenda m_open;
-    bool m_busy = false; // list and hours follow each other
+    bool m_busy = false; // list and hours view are being synchronised
 
     QTabBar *tabAgenda = nullptr;
     QStackedWidget *m_views = nullptr;

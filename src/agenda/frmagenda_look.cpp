@@ -26,13 +26,13 @@ QString joined(QStringList parts)
     return parts.join(between);
 }
 
-/// What stands in the second line.
+/// The text of the second line.
 QString noteOf(const DayTask &t)
 {
     return t.tip == TaskKind::UserTask && !t.des.isEmpty() ? t.item : t.des.simplified();
 }
 
-/// The ground of a cell as the style draws it, without its text.
+/// Draws the background of a cell as the style does, without its text.
 void drawGround(QPainter *painter, const QStyleOptionViewItem &option)
 {
     if (option.state & QStyle::State_Selected)
@@ -100,7 +100,7 @@ void PicturePainter::paint(QPainter *painter, const QStyleOptionViewItem &option
         ui::namedIcon(name, onDark ? ui::Tone::OnFrame : ui::Tone::Normal).paint(painter, picture);
     if (!m_withText && !name.isEmpty())
         return;
-    // A concept without a picture is told in words, so that no row stands without a sign.
+    // A concept without a picture shows its name, so that no row is left blank.
     if (!name.isEmpty())
         place.setLeft(picture.right() + ui::space::S);
     painter->setPen(inkOf(option));

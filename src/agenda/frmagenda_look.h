@@ -1,4 +1,4 @@
-// How the agenda's screens show tasks and pick days.
+// How the agenda's forms show tasks and let the user pick days.
 #pragma once
 
 #include "agenda/day_list.h"
@@ -11,18 +11,19 @@ class QTableView;
 namespace agenda
 {
 
-/// What the theme leaves open for these forms: flat buttons, the arrow of a day's box.
+/// The style sheet that these forms add to the theme: flat buttons, the arrow of a date box.
 QString agendaStyle();
 
-/// Widens the columns whose title is longer than they are, with room for the arrow of a sort.
+/// Widens the columns that are too narrow for their title, leaving room for the sort arrow.
 void showTitles(QTableView *table);
 
-/// Draws a cell as a picture, with its text behind it or alone.
+/// Draws a cell as a picture, with or without its text after it.
 class PicturePainter : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
-    /// @param dibujo name of a row's picture
+    /// @param dibujo gives the name of the picture for an index
+    /// @param withText draw the cell's text after the picture
     PicturePainter(std::function<QString(const QModelIndex &)> dibujo, bool withText,
                    QObject *parent);
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -34,17 +35,17 @@ private:
     bool m_withText;
 };
 
-/// Draws a task in up to three lines: whom or what it is about, what was noted, and how to reach
-/// the client.
+/// Draws a task in up to three lines: its subject, its note, and how to reach the client.
 class TaskPainter : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
     using Finds = std::function<const DayTask *(const QModelIndex &)>;
+    /// @param task finds the task at an index; may return nullptr
     TaskPainter(const Sesion &s, Finds task, QObject *parent);
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
-    /// Height of the row of a task.
+    /// Height of a task's row, in pixels.
     static int heightOf(const QFontMetrics &font, const DayTask &task);
 
 private:
@@ -52,7 +53,7 @@ private:
     Finds m_task;
 };
 
-/// What a task is about in a few words: patient and concept; a user's note.
+/// A task's subject in a few words: patient and concept, or a user's note.
 QString taskSubject(const DayTask &task);
 
 } // namespace agenda

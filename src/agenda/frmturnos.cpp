@@ -211,7 +211,7 @@ void frmTurnos::reject()
         ui::FormBase::reject();
 }
 
-/// What can be lost; an hour is the same however it is written.
+/// What would be lost on closing. Hours are normalised, so that other spellings are no change.
 QStringList frmTurnos::typed() const
 {
     const auto hour = [](const QLineEdit *box) {
@@ -254,7 +254,7 @@ void frmTurnos::loadDay()
     std::vector<ui::GridRow> rows;
     for (const DayTask &t : m_appointments)
         rows.push_back({{t.item, t.hor, t.patient, t.id}});
-    m_model->sort(-1, Qt::AscendingOrder); // by hour, whatever was clicked before
+    m_model->sort(-1, Qt::AscendingOrder); // by hour, whatever column was clicked before
     m_model->set(std::move(rows));
 }
 
@@ -285,7 +285,7 @@ QString frmTurnos::hint() const
     return m_s(cmbSel->Id() != 0 ? text::MoreConceptsHint : text::ChooseConceptFirst);
 }
 
-/// What reminds of today's appointments has run.
+/// Whether a reminder was asked for in vain: those for today have been sent already.
 bool frmTurnos::remindsInVain() const
 {
     return chkRec->isChecked() && dtpDia->day() == m_s.reloj.hoy;
@@ -303,7 +303,7 @@ void frmTurnos::hourLeft()
     const int near = nearestRow(m_appointments, hour);
     if (near < 0)
         return GTurnos->Seleccionar(-1);
-    // The list may have been sorted by a click on a title.
+    // The list may have been sorted by a click on a column title.
     const int row = m_model->rowOf(m_appointments[size_t(near)].id);
     GTurnos->Seleccionar(row);
     GTurnos->scrollTo(m_model->index(rowAbove(row), ColumnOfHour),
@@ -331,7 +331,7 @@ Appointment frmTurnos::appointment() const
     t.idm = ida;
     t.dia = dtpDia->day();
     t.hour = typedHour(txtHora->text());
-    // What is no time is no alarm, without a word: it is optional.
+    // The alarm is optional, so an invalid time simply means none.
     t.alarm = typedHour(txtAla->text());
     t.description = txtDesc->text().trimmed();
     t.remind = chkRec->isEnabled() && chkRec->isChecked();

@@ -1,4 +1,4 @@
-// Booking an appointment or a task of one's own.
+// The form for booking an appointment or the user's own task.
 #pragma once
 
 #include "agenda/booking.h"
@@ -18,15 +18,18 @@ class QCheckBox;
 class QLabel;
 class QPushButton;
 
-/// Opened with `ida` (the patient; the selected one without it, 0 for none), `dia` and `hora`.
-/// ENTER walks from box to box, and books in the last one.
+/// The booking dialog. ENTER moves from box to box and books in the last one.
 class frmTurnos : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Builds the form; opened() fills it.
     explicit frmTurnos(Sesion &s, QWidget *parent = nullptr);
 
+    /// @param parameters "ida": the patient, 0 for none, the selected one if missing; "dia" and
+    ///        "hora": the day and hour to start with
     void opened(const QVariantMap &parameters) override;
+    /// Closes the form; asks first when something entered would be lost.
     void reject() override;
 
     int ida = 0; // the patient to book for
@@ -54,7 +57,7 @@ private:
 
     std::vector<agenda::AppointmentConcept> m_concepts;
     std::vector<agenda::DayTask> m_appointments;
-    QStringList m_toBegin; // what the form held when it was opened
+    QStringList m_toBegin; // what the form contained when it was opened
     ui::GridModel *m_model = nullptr;
 
     QLabel *lblPaciente = nullptr;
@@ -68,5 +71,5 @@ private:
     QPushButton *cmdAgendar = nullptr;
     QPushButton *cmdVolver = nullptr;
     ui::Grid *GTurnos = nullptr;
-    QLabel *Ayu = nullptr; // of several lines
+    QLabel *Ayu = nullptr; // has several lines
 };

@@ -13,9 +13,9 @@ std::vector<Lane> agenda::setSideBySide(const std::vector<Section> &sections)
         order, [&](size_t a, size_t b) { return sections[a].from < sections[b].from; });
 
     std::vector<Lane> lanes(sections.size());
-    std::vector<int> busy; // until when, of each lane of the group
-    size_t group = 0;      // where in `order` the group begins
-    int end = 0;           // of the whole group
+    std::vector<int> busy; // the minute until which each lane of the group is taken
+    size_t group = 0;      // index in `order` where the group begins
+    int end = 0;           // end of the whole group
     const auto close = [&](size_t until) {
         for (; group < until; ++group)
             lanes[order[group]].total = int(busy.size());

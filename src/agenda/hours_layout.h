@@ -1,4 +1,4 @@
-// Where tasks stand on a day that is drawn by its hours.
+// Placing the tasks of a day that is drawn by the hour.
 #pragma once
 
 #include <QTime>
@@ -7,7 +7,7 @@
 namespace agenda
 {
 
-/// A stretch of a day in minutes from midnight; `until` is the first that is free again.
+/// A section of a day in minutes from midnight; `until` is the first minute after it.
 struct Section {
     int from = 0;
     int until = 0;
@@ -19,15 +19,16 @@ struct Lane {
     int total = 1;
 };
 
-/// Gives each stretch a lane of its own among all those that overlap it, directly or through
-/// others, so that none covers another. The order of the stretches does not matter; among equal
-/// ones the first goes to the left.
+/// Gives each section a lane such that sections which overlap, directly or through others, do not
+/// cover each other. The sections may come in any order; of equal ones the first goes to the left.
+/// @return one lane per section, in the same order
 std::vector<Lane> setSideBySide(const std::vector<Section> &sections);
 
-/// Minutes from midnight; 0 for no time.
+/// Minutes from midnight; 0 for an invalid time.
 int dayMinute(QTime hour);
 
-/// The quarter of an hour that lies nearest, within the day: 00:00 to 23:45.
+/// The nearest quarter of an hour within the day, 00:00 to 23:45.
+/// @param minutes from midnight
 QTime toQuarter(int minutes);
 
 } // namespace agenda

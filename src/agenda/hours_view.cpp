@@ -31,7 +31,7 @@ HoursView::HoursView(Sesion &s, QWidget *parent)
     setAccessibleName(s(text::HoursTitle));
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setFocusPolicy(Qt::NoFocus);
-    auto *clock = new QTimer(this); // the line of the present moment goes on
+    auto *clock = new QTimer(this); // moves the line that marks the present time
     connect(clock, &QTimer::timeout, viewport(), qOverload<>(&QWidget::update));
     clock->start(60'000);
 }
@@ -67,8 +67,8 @@ HoursView::Drawn HoursView::drawnTasks() const
     return drawn;
 }
 
-/// On a full day a key moves one task: the others need not be drawn again, unless it was one that
-/// held them apart. Many small pieces take longer than the whole.
+/// Redraws only what has changed: a key usually moves one task, and on a full day redrawing all of
+/// them is slow. Many small pieces would take longer than the whole view, though.
 void HoursView::drawChanges(const Drawn &before)
 {
     constexpr qsizetype mostPieces = 24;
@@ -95,7 +95,7 @@ void HoursView::lay()
     for (int column = 0; column < m_days.size(); ++column) {
         const size_t first = m_blocks.size();
         std::vector<Section> stretches;
-        std::vector<size_t> above; // in m_bloques
+        std::vector<size_t> above; // indexes in m_blocks
         for (size_t i = 0; i < m_tasks.size(); ++i) {
             const DayTask &t = m_tasks[i];
             if (t.dia != m_days[column])
@@ -109,7 +109,7 @@ void HoursView::lay()
             }
             m_blocks.push_back(b);
         }
-        // Where the rows do not suffice, side by side.
+        // When there are not enough rows, tasks share them side by side.
         const int rows = std::min(int(above.size()), mostAbove);
         for (int i = 0; i < int(above.size()); ++i) {
             m_blocks[above[size_t(i)]].row = i % rows;
@@ -145,7 +145,7 @@ void HoursView::layScroll()
 int HoursView::top() const
 {
     const int above = m_rows > 0 ? m_rows * (lineHeight() + 2) + ui::space::XS : 0;
-    // The name of a single day stands above the form already.
+    // The form already shows the name of a single day.
     return (m_days.size() > 1 ? fontMetrics().height() + ui::space::L : 1) + above;
 }
 
@@ -220,7 +220,7 @@ QPoint HoursView::pointOf(QDate dia, QTime hour) const
 
 void HoursView::choose(int id) { select(id, false); }
 
-/// What shows where the cursor is: the selected task, else a free half hour.
+/// The rectangle that marks the cursor: that of the selected task, else of a free half hour.
 QRect HoursView::cursorPlace() const
 {
     if (const Block *b = blockOf(m_chosen))
@@ -229,7 +229,7 @@ QRect HoursView::cursorPlace() const
             columnWidth() - ui::space::XS, yOf(m_minute + step) - yOf(m_minute) - 3};
 }
 
-/// Puts the cursor somewhere and draws what has changed by that, not the whole day.
+/// Moves the cursor and redraws only what that changes, not the whole day.
 void HoursView::place(int column, int minutes, int id)
 {
     const auto draw = [this] { viewport()->update(cursorPlace().adjusted(-3, -3, 3, 3)); };
@@ -274,7 +274,7 @@ void HoursView::ensureVisible(int from, int until)
         bar->setValue(bar->value() - (top() - yOf(from)) - ui::space::S);
 }
 
-/// What a screen reader tells of the place of the cursor.
+/// Describes the cursor's place for screen readers.
 void HoursView::say()
 {
     if (m_days.isEmpty())
@@ -302,7 +302,7 @@ void HoursView::moveCursor(int column, int minutes)
     }
     const bool otherDay = column != m_column;
     minutes = std::clamp(minutes, 0, dayEnd - step);
-    // The task that begins within the half hour, else one that still lasts.
+    // The task that begins within the half hour, else one that is still going on.
     const Block *found = nullptr;
     for (const Block &b : m_blocks)
         if (b.column == column && b.row < 0 && b.section.from < minutes + step
@@ -312,7 +312,7 @@ void HoursView::moveCursor(int column, int minutes)
     const bool otherTask = id != m_chosen;
     place(column, minutes, id);
     ensureVisible(m_minute, m_minute + step);
-    // The task first: the day alone would have the list choose one.
+    // The task comes first, because a new day alone would make the list select one itself.
     if (otherTask)
         Q_EMIT chosenTask(m_chosen);
     if (otherDay)
@@ -434,7 +434,7 @@ void HoursView::mousePressEvent(QMouseEvent *event)
         return;
     if (const Block *b = blockAt(p)) {
         const QDate before = cursorDay();
-        // One without an hour hangs by its upper edge.
+        // A task without an hour is held by its upper edge.
         Drag held;
         held.id = taskOf(*b).id;
         held.from = p;
@@ -442,7 +442,7 @@ void HoursView::mousePressEvent(QMouseEvent *event)
         select(held.id, true);
         if (cursorDay() != before)
             Q_EMIT chosenDay(cursorDay());
-        m_drag = held; // showing another day lets go of what was held
+        m_drag = held; // set last, because showing another day cancels a drag
     } else if (p.y() >= top()) {
         const QDate before = cursorDay();
         const bool other = m_chosen != 0;

@@ -1,4 +1,4 @@
-// A day or a week by its hours, tasks standing where they are.
+// A day or a week by the hour, with its tasks in place.
 #pragma once
 
 #include "agenda/day_list.h"
@@ -9,49 +9,57 @@
 namespace agenda
 {
 
-/// As much of a text as a width holds, with dots where it is cut; nothing when fewer than three
-/// letters would be left.
+/// As much of a text as fits a width in pixels, elided where it is cut; empty when fewer than three
+/// letters would remain.
 QString whatFits(const QFontMetrics &font, const QString &text, int width);
 
-/// Tasks that overlap stand side by side; those without an hour stand above the hours. A task is
-/// dragged to another hour or day with the mouse, quarter by quarter; one without an hour that is
-/// dropped above the hours stays without. ESC gives the drag up.
+/// The hours of one or several days. Tasks that overlap are drawn side by side; those without an
+/// hour are above the hours. The mouse drags a task to another hour or day in steps of a quarter of
+/// an hour; a task without an hour that is dropped above the hours still has none. ESC cancels
+/// the drag.
 ///
-/// By keys: arrows move over the half hours and days, CTRL with UP and DOWN over the tasks, HOME
-/// and END to where the working day begins and ends. The view writes nothing: it tells.
+/// Keyboard: the arrows move by half hours and days, CTRL+UP and CTRL+DOWN from task to task, HOME
+/// and END to the start and the end of the working day. The view stores nothing; its signals report
+/// what the user wants.
 class HoursView : public QAbstractScrollArea
 {
     Q_OBJECT
 public:
+    /// Builds an empty view; show() fills it.
     HoursView(Sesion &s, QWidget *parent = nullptr);
 
-    /// Takes the place of what was shown. The cursor keeps its day if that is still there.
+    /// Replaces the days and tasks shown. The cursor stays on its day if that is still shown.
     void show(const QList<QDate> &days, std::vector<DayTask> tasks);
-    /// Makes a task the selected one and scrolls to it; 0 for none.
+    /// Selects a task and scrolls to it; 0 selects none.
     void choose(int id);
+    /// The id of the selected task, 0 for none.
     int chosenOne() const;
-    /// Puts the cursor on a day that is shown.
+    /// Moves the cursor to one of the days shown.
     void goTo(QDate dia);
+    /// The day that the cursor is on.
     QDate cursorDay() const;
+    /// The half hour that the cursor is on.
     QTime cursorHour() const;
-    /// Where a task stands, in the viewport; empty when it is not shown.
+    /// The rectangle of a task in viewport coordinates; empty when it is not shown.
     QRect placeOf(int id) const;
-    /// Where an hour begins.
+    /// The point in the viewport where an hour of a day begins.
     QPoint pointOf(QDate dia, QTime hour) const;
 
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// The user came to another task; 0 for a free hour.
+    /// The user selected another task; 0 for a free hour.
     void chosenTask(int id);
+    /// The user moved to another of the days shown.
     void chosenDay(QDate dia);
-    /// Beyond the first or the last day shown.
+    /// The user moved past the first or the last day shown.
     void requestedDay(QDate dia);
-    /// ENTER or a double click.
+    /// ENTER or a double click on a task.
     void takenTask(int id);
+    /// ENTER or a double click on a free hour.
     void freeHourTaken(QDate dia, QTime hour);
-    /// Dropped elsewhere; at no hour above them.
+    /// The user dropped a task elsewhere; above the hours @p hour is invalid.
     void movedTask(int id, QDate dia, QTime hour);
 
 protected:
@@ -70,35 +78,36 @@ protected:
 
 private:
     static constexpr int quarter = 15;
-    static constexpr int step = 30; // of the cursor
+    static constexpr int step = 30; // minutes by which the cursor moves
     static constexpr int dayEnd = 24 * 60;
     static constexpr int workBegins = 8 * 60, workEnds = 20 * 60;
     static constexpr int mostAbove = 3; // rows above the hours
 
-    /// A task and where it stands.
+    /// A task and its place.
     struct Block {
         size_t task = 0;
         int column = 0;
         Section section;
         Lane lane;
-        int row = -1; // above the hours; -1 for one that has its hour
+        int row = -1; // row above the hours; -1 for a task with an hour
     };
     struct Drag {
         int id = 0;
         QPoint from;
-        int grabbed = 0; // minutes below its beginning where the hand holds it
+        int grabbed = 0; // minutes from the task's start to where the mouse holds it
         bool underWay = false;
-        bool inItsPlace = true; // nothing moves, not even to the next quarter
+        bool inItsPlace = true; // dropping now would not move it, not even to the next quarter
         QDate dia;
-        QTime hour; // none above the hours
+        QTime hour; // invalid above the hours
     };
 
+    // Coordinates are those of the viewport, in pixels; minutes count from midnight.
     using Drawn = QHash<int, std::pair<QRect, DayTask>>; // by id
     Drawn drawnTasks() const;
     void drawChanges(const Drawn &before);
     void lay();
     void layScroll();
-    int top() const; // of the hours
+    int top() const; // where the hours begin
     int lineHeight() const { return m_height; }
     int gutter() const { return m_gutter; }
     int columnWidth() const;
@@ -133,13 +142,13 @@ private:
     QList<QDate> m_days;
     std::vector<DayTask> m_tasks;
     std::vector<Block> m_blocks;    // by day and hour
-    int m_rows = 0;                 // above the hours
-    int m_height = 1, m_gutter = 0; // of a quarter of an hour, and where the hours are written
+    int m_rows = 0;                 // rows above the hours
+    int m_height = 1, m_gutter = 0; // height of a quarter of an hour; width of the hour labels
     int m_column = 0, m_minute;     // cursor
     int m_chosen = 0;
     Drag m_drag;
     QFont m_strong;
-    bool m_shifted = false; // scrolled to the working day once
+    bool m_shifted = false; // whether it has been scrolled to the working day
 };
 
 } // namespace agenda

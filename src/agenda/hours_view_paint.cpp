@@ -14,8 +14,8 @@ namespace
 {
 
 constexpr int IconSide = 16;
-constexpr int NarrowWidth = 110; // an hour takes too much of it
-constexpr int TightWidth = 56;   // no room for more than a name
+constexpr int NarrowWidth = 110; // below this the hour would take too much room
+constexpr int TightWidth = 56;   // below this there is room for a name only
 constexpr qsizetype FewestLetters = 3;
 constexpr int IconWidth = 90;
 
@@ -51,7 +51,8 @@ void HoursView::paintEvent(QPaintEvent *event)
     }
 }
 
-/// Above the hours or below; the selected one last, over its neighbours.
+/// Draws the tasks above the hours or those among them. The selected one comes last, on top of its
+/// neighbours.
 void HoursView::drawBlocks(QPainter &p, const QRegion &dirty, bool above) const
 {
     const auto draw = [&](const Block &b, bool chosen) {
@@ -69,7 +70,7 @@ void HoursView::drawBlocks(QPainter &p, const QRegion &dirty, bool above) const
     }
 }
 
-/// The task in the hand, where it would be dropped.
+/// Draws the dragged task where it would be dropped.
 void HoursView::drawDragged(QPainter &p) const
 {
     const Block *b = blockOf(m_drag.id);
@@ -149,7 +150,7 @@ void HoursView::drawHead(QPainter &p) const
 void HoursView::drawBlock(QPainter &p, const QRect &place, const DayTask &t, bool chosen) const
 {
     const ui::Palette colours = ui::paletteInUse();
-    const bool own = t.tip < 0; // no appointment of a client
+    const bool own = t.tip < 0; // not a client's appointment
     const QColor ground = chosen ? colours.accent : own ? colours.background : colours.softAccent;
     const QColor ink = chosen ? colours.onAccent : t.est ? colours.softText : colours.text;
     p.save();
@@ -160,7 +161,7 @@ void HoursView::drawBlock(QPainter &p, const QRect &place, const DayTask &t, boo
     p.fillRect(QRect(place.left(), place.top() + 2, 3, place.height() - 4),
                t.est ? colours.border : colours.accent);
 
-    // Narrow ones tell the name; their hour is where they stand.
+    // Narrow tasks show only the name; their position shows the hour.
     const bool narrow = place.width() < NarrowWidth, tight = place.width() < TightWidth;
     QRect text = place.adjusted(tight ? ui::space::XS + 1 : ui::space::S, 1, -2, -1);
     if (text.width() < fontMetrics().averageCharWidth())

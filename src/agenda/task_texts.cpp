@@ -25,7 +25,7 @@ bool has(const QString &text, Words words)
 
 constexpr Words InHome = {u"home", u"domicilio", u"casa"};
 
-// What the first word found means, in the order of the search.
+// What a concept is about, in the order in which its words are searched; the first match counts.
 enum class Kind {
     Other,
     Food,
@@ -42,7 +42,7 @@ enum class Kind {
     User,
 };
 
-// The words for vaccines differ between the day's list and the sheet.
+// @param vaccines the words for vaccines, which differ between the day's list and the sheet
 Kind kindOf(const Sesion &s, const QString &t, Words vaccines)
 {
     if (has(t, {u"food delivery", u"entrega de alimento", u"alimento"}))
@@ -63,7 +63,7 @@ Kind kindOf(const Sesion &s, const QString &t, Words vaccines)
         return has(t, InHome) ? Kind::VaccineInHome : Kind::Vaccine;
     if (t.contains(s(text::AccommodationAndFood), Qt::CaseInsensitive))
         return Kind::Ration;
-    // "usuário" is how Portuguese writes it; the other two alone would miss its users' tasks.
+    // "usuário" is the Portuguese spelling.
     if (has(t, {u"user", u"usuario", u"usuário"}))
         return Kind::User;
     return Kind::Other;

@@ -12,10 +12,10 @@ namespace
 
 const QTime FirstAppointment(8, 30);
 const QTime LastAppointment(22, 0);
-constexpr int StepInMinutes = 30;    // of a service that has no length of its own
-constexpr int NearnessInMinutes = 5; // a task this near takes the slot
+constexpr int StepInMinutes = 30;    // for a service without a length of its own
+constexpr int NearnessInMinutes = 5; // a task this near occupies the slot
 
-// Alarms and hours are kept to the minute.
+// Hours and alarms are stored to the minute.
 QTime toMinute(QTime t) { return t.isValid() ? QTime(t.hour(), t.minute()) : t; }
 
 int durationOf(Sesion &s, int idServicio)
@@ -28,7 +28,7 @@ int durationOf(Sesion &s, int idServicio)
 int minutesOf(QTime t) { return t.msecsSinceStartOfDay() / 60000; }
 QTime hourOf(int minutes) { return QTime(minutes / 60, minutes % 60); }
 
-// No condition on the day, on purpose: a task of any day pushes an hour on.
+// On purpose: there is no condition on the day, so a task of any day occupies the time.
 bool hasTaskNear(Sesion &s, int minutes)
 {
     return !s.morvane
@@ -49,7 +49,7 @@ int AgregarTarea(Sesion &s, const Task &t)
     Lote lote(s);
     const int id = store::takeTaskId(s);
     const QString des = s.morvane->trimmed("TareasAgenda", "des", t.des);
-    // Without a day neither hour nor alarm is kept; with an alarm the hour goes along.
+    // Without a day neither hour nor alarm is stored.
     const store::Value dia(t.dia);
     const store::Value hor = t.dia.isValid() ? store::Value(toMinute(t.hor)) : store::Value();
     const store::Value ala = t.dia.isValid() ? store::Value(toMinute(t.ala)) : store::Value();
@@ -71,7 +71,7 @@ QTime BuscarHorarioLibre(Sesion &s, int idServicio)
         candidate += step;
         ++steps;
     }
-    // One step at most for each task of today.
+    // No more steps than there are tasks today.
     if (steps > 0)
         candidate = first + std::min(steps, todayTasks(s)) * step;
     return candidate > last ? FirstAppointment : hourOf(candidate);
@@ -88,11 +88,11 @@ QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia)
 
 QString agenda::longHour(QTime hour)
 {
-    // A day of tasks asks for hundreds: the format is worked out once for each locale.
+    // Called hundreds of times for a full day, so the format is cached per locale.
     thread_local QLocale local = QLocale::c();
     thread_local QString format;
     if (format.isEmpty() || local != QLocale()) {
-        // Without the time zone that a long time ends with.
+        // The long format ends with a time zone, which is not wanted.
         static const QRegularExpression zone(QStringLiteral("\\s*\\(?t+\\)?\\s*"));
         local = QLocale();
         format = local.timeFormat(QLocale::LongFormat).remove(zone);

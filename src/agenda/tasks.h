@@ -1,4 +1,4 @@
-// The one table of everything that is to be done on a day.
+// The table of everything that is to be done: appointments, users' tasks, communications.
 #pragma once
 
 #include "store/session.h"
@@ -8,14 +8,14 @@ namespace agenda
 
 inline constexpr int DayMinutes = 24 * 60;
 
-/// A task to be written. What is left empty is stored as Null.
+/// A task to write. Empty members are stored as Null.
 struct Task {
     int tip = 0;   // above 0 a service or product; below 0 one of the codes in namespace TaskKind
     int ida = 0;   // patient, client or user, as `tip` says
-    QDate dia;     // day of the task; invalid for what is only a communication
-    QTime hor;     // dropped without a day
-    QTime ala;     // alarm; dropped without a day
-    int medio = 0; // how its subject is reached, of namespace Medio
+    QDate dia;     // day of the task; invalid for a mere communication
+    QTime hor;     // ignored without a day
+    QTime ala;     // alarm; ignored without a day
+    int medio = 0; // how to reach its subject: a value of namespace Channel
     QDate fcreacion;
     qint64 artaux = 0; // product of a dose or food task
     QString des;
@@ -49,26 +49,29 @@ inline constexpr int Frequent = -72;
 inline constexpr int UserTask = -100;
 } // namespace TaskKind
 
-/// An hour with its seconds in the way of the locale ("09:30:00", "9:30:00 AM").
+/// A time with seconds in the locale's long format, without a time zone ("09:30:00",
+/// "9:30:00 AM").
 QString longHour(QTime hour);
 
 } // namespace agenda
 
-/// Writes a task: the only writer of new rows. A task of today with an alarm also joins the
-/// session's alarms. A description longer than its column is cut.
+/// Writes a new task; the only function that adds rows. A task of today with an alarm is also added
+/// to the session's alarms. A description longer than its column is cut.
 /// @return the task's id
 int AgregarTarea(Sesion &s, const agenda::Task &task);
 
-/// A time of today for a service: from 08:30 on, moved by the service's length (30 minutes if it
-/// has none) for as long as some task, of any day on purpose, stands within 5 minutes of it; one
-/// step at most for each task of today. Later than 22:00 gives 08:30 again.
+/// Finds a time today for a service. Starts at 08:30 and moves on by the service's length (30
+/// minutes if it has none) while there is a task within 5 minutes of the time, but by no more steps
+/// than there are tasks today. A result later than 22:00 becomes 08:30.
+/// On purpose: tasks of any day count as being in the way.
 QTime BuscarHorarioLibre(Sesion &s, int idServicio);
 
-/// Hour of the patient's first open appointment of a day that nobody has been told of; an invalid
-/// time when there is none.
+/// The time of the patient's first open appointment on a day for which no reminder has gone out
+/// yet; an invalid time when there is none.
 QTime HoraTurnoDelDia(Sesion &s, int idm, QDate dia);
 
-/// Closes the oldest open task of a subject that a sale or a given dose fulfils: those of the
-/// article `tip` first with, then without the auxiliary product; by the auxiliary product alone
-/// when the article is unknown. The others stay open: one sale closes one task.
+/// Closes the oldest open task of a subject that a sale or a given dose fulfils, and only that one:
+/// a task of the article @p tip with the auxiliary product @p artaux, else one of the article with
+/// any product. For an unknown article the auxiliary product alone decides.
+/// @param ida the subject of the task
 void MarcarTareaRealizada(Sesion &s, int tip, qint64 artaux, int ida);

@@ -21,8 +21,8 @@ void ActualizarRaciones(Sesion &s, bool ask)
         hours.pop_back();
 
     Lote lote(s);
-    // The highest ration first. A gap below it gives a round without an hour: lower ones are not
-    // tested, on purpose.
+    // From the highest round that has an hour downwards.
+    // On purpose: the lower ones are not checked, so a gap gives a round without an hour.
     for (auto h = hours.rbegin(); h != hours.rend(); ++h) {
         agenda::Task t;
         t.tip = agenda::TaskKind::Ration;

@@ -3,7 +3,8 @@
 
 #include "store/session.h"
 
-/// Writes today's feeding rounds when the kennels hold exactly one guest: they are made when the
-/// kennels go from empty to one, so with two or more nothing is added, on purpose.
+/// Writes today's feeding rounds when the kennels hold exactly one guest.
+/// On purpose: two or more guests add nothing, because the rounds were written when the first one
+/// arrived.
 /// @param ask offer to print the day sheet again
 void ActualizarRaciones(Sesion &s, bool ask);

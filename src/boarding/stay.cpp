@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 BoardingState boarding::readBoarding(Sesion &s, int idm)
 {
-    // A guest counts before a reservation.
+    // Sorting by type puts a stay ("h") before a reservation ("r").
     const Recordset r = s.clientes->OpenSnapshot(
         "select tip, fent, fsal from mhospedaje where idm = ? order by tip, fent", idm);
     if (r.EOF_())

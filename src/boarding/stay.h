@@ -1,4 +1,4 @@
-// Whether a patient is in a kennel, and what is told of it beside the patient.
+// Whether a patient is boarded, and what the patient's panel says about it.
 #pragma once
 
 #include "store/session.h"
@@ -6,14 +6,15 @@
 namespace boarding
 {
 
-/// The three states of the boarding button: not boarded, a guest to be discharged, a reservation
-/// that may arrive.
+/// The three states of the boarding button: not boarded, a guest who can be discharged, a
+/// reservation whose guest can be checked in.
 enum class Stay { Board, Discharge, Reservation };
 
 struct BoardingState {
     Stay stay = Stay::Board;
     QString text; // for the patient's panel; "" when not boarded
 };
+/// Looks up the boarding state of a patient.
 BoardingState readBoarding(Sesion &s, int idm);
 /// The tag of the button: "hos", "alt", "res".
 QString labelOf(Stay stay);

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Of the settings row, for dogs from the lightest to the heaviest.
+// Columns of the settings row: the levels for dogs, from the lightest to the heaviest.
 constexpr std::string_view Levels[] = {setting::detali1, setting::detali2, setting::detali3};
 
 QString numberOf(Moneda m)
@@ -21,7 +21,7 @@ QString numberOf(Moneda m)
     return QLocale().toString(m.toDouble(), 'f', QLocale::FloatingPointShortest);
 }
 
-// Stocks count grams, or pounds where the product comes in pounds.
+// Stocks are in grams, or in pounds if the product is sold in pounds.
 bool inLibras(Sesion &s, int ida)
 {
     const QString uni = LeerCampo(s, "finanzas", "articulos", ida, "uni").toLower();
@@ -66,7 +66,7 @@ QString clinical::foodText(Sesion &s, int idm)
     const QString remains = libras ? numberOf(can) + u"lb. "_s
                                    : numberOf(Moneda::round(can.toDouble() / 1000)) + u"kg. "_s;
     if (con <= Moneda())
-        return s(text::FoodLeft) + remains.trimmed(); // how long it lasts is not known
+        return s(text::FoodLeft) + remains.trimmed(); // no daily intake, so no days left
     const qint64 days = std::max<qint64>(can.tenThousandths() / con.tenThousandths(), 0);
     QString text = s(text::FoodLeft) + remains + numberOf(con) + (libras ? u"lb/"_s : u"g/"_s)
                    + s(text::OneDay) + s(text::FoodApprox) + QLocale().toString(days) + u' '

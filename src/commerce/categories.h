@@ -1,24 +1,24 @@
-// Product categories as the other subsystems need them.
+// What other subsystems need to know about product categories.
 #pragma once
 
 #include "store/session.h"
 
-/// The service that delivers or applies products of the category, 0 when it has none. It is the
+/// The service that delivers or gives products of a category, 0 when there is none. It becomes the
 /// kind (`tip`) of the tasks booked for them.
 int ServicioDeCategoria(Sesion &s, int idcat);
 
 namespace commerce
 {
 
-/// A category as the profiles see it.
+/// What client profiles need to know about a category.
 struct ProfileCategory {
     int idcat = 0;
     QString nom;
-    bool account = false; // buying of it makes a good buyer
+    bool account = false; // whether purchases count towards the profile "good buyer"
 };
-/// All categories by name.
+/// All categories, ordered by name.
 QList<ProfileCategory> profileCategories(Sesion &s);
-/// @throws StoreError
+/// Stores whether purchases of a category count. @throws StoreError when it cannot be written
 void saveProfileCategory(Sesion &s, int idcat, bool account);
 
 } // namespace commerce

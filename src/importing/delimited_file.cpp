@@ -11,15 +11,15 @@ namespace
 
 constexpr qint64 Piece = 256 * 1024;
 
-// A field longer than this is no field: a mark was opened and never closed. Nor is a record with
-// more fields than this one of a clinic.
+// A longer field means that a quotation mark was never closed, and no list of clients has more
+// columns than this.
 constexpr qsizetype LongestField = 1'000'000;
 constexpr qsizetype MasCampos = 10'000;
 
-// Records that the separator is guessed from.
+// Number of records from which the separator is guessed.
 constexpr int Sample = 50;
 
-// What Windows puts where Latin-1 has control characters: the euro sign, curly marks, dashes.
+// Windows-1252 in the range where Latin-1 has control characters: euro sign, curly quotes, dashes.
 constexpr std::array<char16_t, 32> DeWindows{
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -53,7 +53,7 @@ void DelimitedFile::lookThrough()
     while (!m_file.atEnd()) {
         const QByteArray bytes = m_file.read(Piece);
         if (bytes.isEmpty()) {
-            m_failure = Failure::NoSeLee; // a folder, or a disk that is gone
+            m_failure = Failure::NoSeLee; // it is a folder, or the disk has gone
             return;
         }
         if (bytes.contains('\0')) {
@@ -64,7 +64,7 @@ void DelimitedFile::lookThrough()
             const QString unused = utf8(bytes);
         }
     }
-    // The line feed tells a character that is cut off at the very end.
+    // The line feed reveals a character that is cut off at the very end.
     const QString unused = utf8(QByteArrayView("\n"));
     m_utf8 = !utf8.hasError();
     goBack();
@@ -72,12 +72,12 @@ void DelimitedFile::lookThrough()
 
 void DelimitedFile::findSeparator()
 {
-    // The best separator gives the most records as many fields as their first one has.
+    // The best separator is the one with which most records have as many fields as the first one.
     int best = 0;
     QChar chosen = u',';
     for (const QChar candidate : {u',', u';', u'\t'}) {
         m_separator = candidate;
-        m_failure = Failure::None; // what this one cannot part, the next one may
+        m_failure = Failure::None; // the file may be readable with the next one
         goBack();
         QStringList fields;
         qsizetype titles = 0;
@@ -162,9 +162,9 @@ bool DelimitedFile::read(QStringList &fields)
         } else if (c == u'\n' || c == u'\r') {
             QChar other;
             if (c == u'\r' && peek(other) && other == u'\n')
-                continue; // the line feed ends it
+                continue; // the line feed ends the record
             if (c == u'\r')
-                ++m_currentLine; // lines of old Macintosh files
+                ++m_currentLine; // a carriage return alone, as in old Macintosh files
             if (had) {
                 fields << field;
                 return true;

@@ -1,4 +1,4 @@
-// Reading a file of separated values record by record, whatever program wrote it.
+// Reading a file of separated values record by record, whichever program wrote it.
 #pragma once
 
 #include <QFile>
@@ -8,38 +8,42 @@
 namespace importing
 {
 
-/// A text file of records, fields parted by ',', ';' or tabs. Which of them, and whether the
-/// characters are UTF-8 or the Windows form of Latin-1, is found out by itself. A field in
-/// quotation marks may hold separators, line feeds and, doubled, quotation marks. Empty lines are
-/// no records.
+/// A text file of records whose fields are separated by ',', ';' or tabs. The separator and the
+/// encoding, UTF-8 or Windows-1252, are detected. A quoted field may contain separators, line feeds
+/// and doubled quotation marks. Empty lines are skipped.
 ///
-/// Only the record at hand is kept, so a file may be of any size.
+/// Only the current record is kept in memory, so a file may be of any size.
 class DelimitedFile
 {
 public:
     enum class Failure {
         None,
         NoSeLee,   // it cannot be opened or read; see systemError
-        NotIsText, // it holds NUL bytes, as programs, workbooks and UTF-16 do
-        OpenQuotes // marks opened on Linea() are not closed within reach
+        NotIsText, // it contains NUL bytes, as programs, workbooks and UTF-16 do
+        OpenQuotes // the quotation mark opened on Line() is not closed within the longest field
     };
 
-    /// Opens the file and looks it through once.
+    /// Opens the file and scans it once to detect the separator and the encoding.
     explicit DelimitedFile(const QString &file);
 
+    /// What went wrong so far.
     Failure failure() const { return m_failure; }
+    /// The system's description of the last error on the file.
     QString systemError() const { return m_file.errorString(); }
+    /// The separator that was detected.
     QChar separatorSign() const { return m_separator; }
+    /// Whether the file is UTF-8; if not, it is read as Windows-1252.
     bool isUtf8() const { return m_utf8; }
+    /// Size of the file in bytes.
     qint64 extent() const { return m_file.size(); }
-    /// How much of the file has been read so far, for progress.
+    /// Bytes read so far, for the progress bar.
     qint64 hasBeenRead() const { return m_file.pos(); }
-    /// The line, from 1, on which the record last read begins.
+    /// The line, counted from 1, on which the last record begins.
     int Line() const { return m_line; }
 
-    /// The next record. @return false at the end, or when something failed
+    /// Reads the next record. @return false at the end of the file and on failure
     bool read(QStringList &fields);
-    /// Back to the first record.
+    /// Goes back to the first record.
     void goBack();
 
 private:
@@ -53,7 +57,7 @@ private:
     bool m_utf8 = true;
     QChar m_separator = u',';
     QStringDecoder m_decoder;
-    QString m_text; // decoded and not yet taken from m_sitio on
+    QString m_text; // decoded text, still unread from m_spot on
     qsizetype m_spot = 0;
     int m_line = 0;
     int m_currentLine = 1;

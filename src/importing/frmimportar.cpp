@@ -29,14 +29,14 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Rows of the file shown beside each column.
+// Number of rows of the file shown below each column title.
 constexpr int Examples = 3;
 
-// Places in cmbMostrar: everything, one for each Suerte, then those with a warning.
+// Indexes in cmbMostrar: all lines, one for each Outcome, then lines with a warning.
 constexpr int ShowAll = 0;
 constexpr int ShowWarnings = 5;
 
-// One of the lists above the columns; arriving by key brings the column into view.
+// One of the lists above the columns. Reaching it by keyboard scrolls its column into view.
 class DataList : public ui::CalmList
 {
 public:
@@ -45,7 +45,7 @@ public:
     {
         addItems(names);
         setMaxVisibleItems(count());
-        // As wide as most names; the list that opens is as wide as all.
+        // Wide enough for most names; the list that drops down is wide enough for all.
         setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         setMinimumContentsLength(14);
         view()->setMinimumWidth(view()->sizeHintForColumn(0) + ui::space::XL);
@@ -150,10 +150,10 @@ QWidget *frmImportar::buildColumns()
     tblColumnas = named(new QTableWidget, u"tblColumnas"_s, m_s(text::ImportColumnsCaption));
     tblColumnas->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tblColumnas->setSelectionMode(QAbstractItemView::NoSelection);
-    tblColumnas->setFocusPolicy(Qt::NoFocus); // the lists in it are walked with TAB
+    tblColumnas->setFocusPolicy(Qt::NoFocus); // TAB moves through the lists in it
     tblColumnas->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tblColumnas->setShowGrid(false);
-    tblColumnas->setWordWrap(false); // long values are cut: each row stays one line
+    tblColumnas->setWordWrap(false); // long values are cut, so that each row stays one line high
     tblColumnas->verticalHeader()->hide();
     caption->setBuddy(tblColumnas);
 
@@ -165,7 +165,7 @@ QWidget *frmImportar::buildColumns()
     txtPropietario = named(new QLineEdit, u"txtPropietario"_s, m_s(text::ImportDefaultOwner));
     txtPropietario->setMaxLength(m_s.clientes->widthOf("clientes", "ayn"));
     txtPropietario->setMinimumWidth(160);
-    txtPropietario->setAcceptDrops(false); // a file that is dropped on it is meant for the form
+    txtPropietario->setAcceptDrops(false); // a file dropped on it is meant for the form
     refuseApostrophe({txtPropietario});
     auto *owner = new QLabel(m_s(text::ImportDefaultOwner));
     owner->setBuddy(txtPropietario);
@@ -264,7 +264,7 @@ void frmImportar::load(const QString &file)
             Ayu->faultOf(QFileInfo(file).fileName() + u": "_s + view.failure);
             return;
         }
-        clear(); // of the former file, which one that is none leaves as it is
+        clear(); // only now: an unreadable file leaves the previous one in place
         m_file = file;
         m_view = std::move(view);
         lblArchivo->setText(QFileInfo(file).fileName() + u"   "_s + viewText(m_s, m_view));
@@ -276,7 +276,7 @@ void frmImportar::load(const QString &file)
     });
 }
 
-// One column on screen for each of the file: its title, what it holds, and its first values.
+// Shows every column of the file: its title, what it holds, and its first values.
 void frmImportar::fillColumns()
 {
     const QStringList names = m_s(text::ImportTargetNames).split(u'|');
@@ -303,7 +303,7 @@ void frmImportar::fillColumns()
         m_columns << list;
     }
     setTabOrder(before, cmbOrden);
-    // Room for what there is, and for the bar below it; the report gets all the rest.
+    // As high as its contents and the scroll bar; the report gets the rest.
     tblColumnas->resizeRowsToContents();
     int height = tblColumnas->horizontalHeader()->sizeHint().height()
                  + tblColumnas->horizontalScrollBar()->sizeHint().height() + ui::space::S;
@@ -312,7 +312,7 @@ void frmImportar::fillColumns()
     tblColumnas->setFixedHeight(height);
 }
 
-// What one column holds, no other does.
+// No two columns may hold the same datum, so choosing one here clears it elsewhere.
 void frmImportar::mapColumn(int column)
 {
     for (int c = 0; c < m_columns.size(); ++c)
@@ -321,7 +321,7 @@ void frmImportar::mapColumn(int column)
     changed();
 }
 
-// What was told does not hold any more.
+// The report is no longer valid.
 void frmImportar::changed()
 {
     m_report.reset();
@@ -363,7 +363,7 @@ void frmImportar::run(bool write)
     });
     m_s.progress = before;
     m_working = false;
-    if (report.interrupted && !report.written) { // what was told before still holds
+    if (report.interrupted && !report.written) { // the previous report is still valid
         enableAll();
         Ayu->faultOf(importEnd(m_s, report));
         (cmdImportar->isEnabled() ? cmdImportar : cmdProbar)->setFocus();
@@ -451,7 +451,7 @@ void frmImportar::enableAll()
     barAvance->reset();
 }
 
-// While it works, leaving stops the work.
+// While an import is running, closing the form only stops the import.
 void frmImportar::reject()
 {
     if (m_working)

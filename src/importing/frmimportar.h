@@ -1,4 +1,4 @@
-// Importing a register of another program: choose the file, say what its columns hold, try, write.
+// Importing the data of another program: choose the file, say what its columns hold, try, write.
 #pragma once
 
 #include "importing/import.h"
@@ -21,14 +21,17 @@ class QPushButton;
 class QStackedWidget;
 class QTableWidget;
 
+/// The form of the import.
 class frmImportar : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Builds the form; opened() or a dropped file fills it.
     explicit frmImportar(Sesion &s, QWidget *parent = nullptr);
 
-    /// @param parameters "archivo" to begin with a file
+    /// @param parameters "archivo": a file to load at once
     void opened(const QVariantMap &parameters) override;
+    /// Closes the form; while an import is running, stops the import instead.
     void reject() override;
 
 protected:
@@ -79,7 +82,7 @@ private:
 namespace importing
 {
 
-/// Makes frmImportar known by its name.
+/// Registers frmImportar under its name.
 void registerImportForms(Sesion &s, ui::FormRegistry &forms);
 
 } // namespace importing

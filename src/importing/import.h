@@ -1,5 +1,5 @@
-// Importing clients and patients from a file of another program: first a dry run that tells what
-// would happen to every line, then the writing.
+// Importing clients and patients from a file of another program: first a dry run that reports what
+// would become of every line, then the writing.
 #pragma once
 
 #include "importing/words.h"
@@ -8,87 +8,89 @@
 namespace importing
 {
 
-/// A file as it is before anybody has said what its columns hold.
+/// A file before the user has said what its columns hold.
 struct FileView {
-    QString failure; // why it cannot be read, for the user; "" when it can
+    QString failure; // message for the user when it cannot be read; "" when it can
     bool utf8 = true;
     QChar separator; // ',', ';' or a tab
     QStringList titles;
-    QList<QStringList> rows; // the first ones
+    QList<QStringList> rows; // the first rows below the titles
     QList<Datum> columns;    // what each column seems to hold
 };
-/// Reads titles and the first rows of a file.
+/// Reads the titles and the first @p rows rows of a file.
 FileView inspectFile(Sesion &s, const QString &file, int rows);
-/// Its characters and separator in words.
+/// The file's encoding and separator in words.
 QString viewText(const Sesion &s, const FileView &view);
 
-/// What the user decides.
+/// The choices of the user.
 struct ImportOptions {
     QString file;
     QList<Datum> columns;           // one for each column of the file
-    std::optional<DateOrder> order; // of days in figures; nullopt to find it in the file
-    QString owner;                  // client of animals whose row names no owner
+    std::optional<DateOrder> order; // of numeric dates; nullopt to detect it from the file
+    QString owner;                  // client for animals whose row names no owner
 };
 
 /// What becomes of a line of the file.
 enum class Outcome {
-    New,      // a client, a patient or both are added
-    Existing, // all that it tells of is there already, or stands earlier in the file
+    New,      // it adds a client, a patient or both
+    Existing, // its client and patient are in the clinic already, or earlier in the file
     Rejected,
-    WithoutPlace, // the identifiers are used up
+    WithoutPlace, // there are no identifiers left for it
 };
 
+/// The report on one line of the file.
 struct ReportLine {
-    int line = 0; // in the file, the titles being on the first
+    int line = 0; // number in the file; the titles are line 1
     Outcome outcome = Outcome::New;
-    bool notice = false; // it was taken, but not all as it stood
+    bool notice = false; // it was accepted, but something in it was changed
     QString client;
     QString patient;
     QString text; // why, and what was changed
 };
 
-/// What an import does or did.
+/// What an import would do, or did.
 struct ImportReport {
-    /// What is missing before anything can be told.
+    /// What has to be supplied or corrected before the import can be planned.
     enum class Missing { Nothing, File, ColumnCount, Owner, Order };
     Missing missing = Missing::Nothing;
-    QString failure; // the text for it, or for what stopped the writing; "" when all went well
+    QString failure; // what is missing or what stopped the writing, in words; "" when all went well
 
     int newClients = 0;
     int existingClients = 0;
     int newPatients = 0;
     int existingPatients = 0;
-    int rejected = 0; // lines, like the next ones
+    int rejected = 0; // a number of lines, like the next ones
     int notices = 0;
     int withoutPlace = 0;
     int firstWithoutPlace = 0;
 
-    bool written = false;     // it was no dry run
-    bool interrupted = false; // by the user or by `failure`; what was written stays and is told
-    QStringList notes;        // what holds for the whole file
+    bool written = false;     // it was not a dry run
+    bool interrupted = false; // by the user or by `failure`; what was written stays and is listed
+    QStringList notes;        // remarks on the whole file
     std::vector<ReportLine> lines;
 };
 
-/// Asked now and then, outside of any transaction: false stops the work.
+/// Called now and then, outside any transaction; returning false stops the work.
 using KeepGoing = std::function<bool()>;
 
-/// The dry run. Writes nothing.
+/// The dry run: plans the import and writes nothing. Problems are in the report.
 ImportReport testImport(Sesion &s, const ImportOptions &o, const KeepGoing &keepGoing = {});
 
-/// Plans anew, so that what other terminals have added meanwhile counts, and writes. Every few
-/// hundred lines are one commit. Doing it again adds nothing.
+/// Plans the import again, so that data added by other terminals in the meantime count, and writes
+/// it, with one commit for every few hundred lines. Importing the same file again adds nothing.
+/// Problems, including failures to write, are in the report.
 ImportReport importFile(Sesion &s, const ImportOptions &o, const KeepGoing &keepGoing = {});
 
-/// What holds for the whole file and the counts, in words, one line each.
+/// The remarks on the whole file and the counts, in words, one per line.
 QString importSummary(const Sesion &s, const ImportReport &report);
-/// How it ended: as a dry run, complete, or stopped and where, or before anything was written.
+/// How it ended, in words: as a dry run, completely, or stopped, and at which point.
 QString importEnd(const Sesion &s, const ImportReport &report);
-/// "New", "Already there", ...
+/// The name of an outcome for the user: "New", "Already there", ...
 QString outcomeText(const Sesion &s, Outcome outcome);
 
-/// Changes what the columns hold by a text such as "Animal's Name=mascota,3=especie,ZIP=nada":
-/// title or number of a column, name of a datum.
-/// @return what is wrong with it, for the user; "" when nothing is
+/// Changes what columns hold, from a text such as "Animal's Name=mascota,3=especie,ZIP=nada": the
+/// title or number of a column and the name of a datum.
+/// @return message for the user saying what is wrong with the text; "" when nothing is
 QString applyColumns(const Sesion &s, const QString &text, const QStringList &titles,
                      QList<Datum> &columns);
 

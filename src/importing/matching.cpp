@@ -8,7 +8,7 @@ using namespace importing;
 namespace
 {
 
-constexpr int Kinds = 3; // telephone, mail, street
+constexpr int Kinds = 3; // telephone, e-mail, street
 
 QString folded(const QString &t) { return t.simplified().toCaseFolded(); }
 

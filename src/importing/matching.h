@@ -1,4 +1,4 @@
-// Telling whether a client in a file is one that is known already.
+// Deciding whether a client in a file is one that is already known.
 #pragma once
 
 #include "clients/registry.h"
@@ -9,26 +9,31 @@
 namespace importing
 {
 
-/// What a client is known by: the name, and each telephone, address for mail and street address.
-/// Letter case, blanks and the signs in telephones do not count.
+/// What identifies a client: the name and every telephone number, e-mail address and street
+/// address. Letter case, spaces and punctuation in telephone numbers are ignored.
 struct ClientContact {
     QString name;
-    QStringList contact; // a letter for the kind in front of each
-    int kinds = 0;       // a bit for each kind that is there
+    QStringList contact; // each preceded by a letter for its kind
+    int kinds = 0;       // one bit for each kind present
 };
+/// Extracts what identifies a client.
 ClientContact contactOf(const clients::ClientRecord &record);
 
-/// Clients by what they are known by. Every look-up is a few hash look-ups, however many clients
-/// bear the same name.
+/// An index of clients by what identifies them. A search takes a few hash look-ups, however many
+/// clients share a name.
 class ClientsDirectory
 {
 public:
+    /// Adds a client under the number @p who, which is what searches return.
     void add(int who, const ClientContact &c);
+    /// Removes a client; @p c must be what it was added with.
     void remove(int who, const ClientContact &c);
 
-    /// The first who has the name and a telephone, mail or street address in common; -1 for nobody.
+    /// The lowest number with the same name and a common telephone, e-mail or street address; -1
+    /// for none.
     int withSharedContact(const ClientContact &c) const;
-    /// The first who has the name and whom nothing tells apart: no kind is known on both sides.
+    /// The lowest number with the same name and nothing that could differ: no kind of contact is
+    /// known on both sides. -1 for none.
     int either(const ClientContact &c) const;
 
 private:

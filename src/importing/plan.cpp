@@ -63,7 +63,7 @@ bool Plan::make(const KeepGoing &keepGoing)
     return true;
 }
 
-// What the daily run would do with so many clients at once. Nobody can be asked here.
+// Warns that the daily run will greet all these new clients by mail. Nobody can be asked here.
 void Plan::warnWelcome()
 {
     if (s.configuracion[setting::AutNuevoCliente].toInt() != 1)
@@ -78,7 +78,7 @@ void Plan::warnWelcome()
         }
 }
 
-// Whether the columns are enough to go by, and the lists that rows refer to.
+// Checks that the columns suffice, and loads the lists that rows refer to.
 bool Plan::prepare()
 {
     using Missing = ImportReport::Missing;
@@ -114,7 +114,7 @@ bool Plan::goesOn(const DelimitedFile &file, const KeepGoing &keepGoing)
     return !report.interrupted;
 }
 
-// Looks through all birth dates for one that can be read in one way only.
+// Searches all birth dates for one that can be read in only one way.
 bool Plan::locateOrder(const KeepGoing &keepGoing)
 {
     using Missing = ImportReport::Missing;
@@ -189,7 +189,7 @@ bool Plan::read(const KeepGoing &keepGoing)
     return true;
 }
 
-// The place of a name in a list, at its end if it is new. -1 for none, or when the list is full.
+// The index of a name in a list; a new name is added at the end. -1 for no name or a full list.
 int Plan::enter(PlannedList &list, const QString &nom, int parent, const QString &code)
 {
     if (nom.isEmpty())
@@ -263,9 +263,9 @@ PlannedPatient Plan::planned(const ReadPatient &read)
     return m;
 }
 
-// Which owner of the file a row tells of. Owners with a number of their own are told apart by it,
-// all others by what they are known by. Two owners of one name never share a telephone, mail or
-// street address, so that every one finds itself again when the file is imported once more.
+// Finds the owner of a row. Owners with a number in the file are identified by it, all others by
+// name and contact. Two owners of the same name never share a telephone, e-mail or street address,
+// so that each is recognised when the file is imported again.
 int Plan::clientOf(const ClientRecord &f, const QString &number)
 {
     if (const auto i = m_clientByNumber.constFind(number);
@@ -296,7 +296,7 @@ int Plan::clientOf(const ClientRecord &f, const QString &number)
     return which;
 }
 
-// An owner who was met without a name before.
+// Names an owner whose earlier rows had no name.
 void Plan::rename(int client, const QString &before, const QString &name)
 {
     PlannedClient &c = owners[size_t(client)];
@@ -308,12 +308,12 @@ void Plan::rename(int client, const QString &before, const QString &name)
     m_directory.add(client, c.contact);
 }
 
-// What a further row of an owner knows better than the rows before it.
+// Adds what a further row of an owner knows that the rows before it did not.
 void Plan::complete(int client, ClientRecord f)
 {
     PlannedClient &c = owners[size_t(client)];
     f.ayn = c.f.ayn;
-    // A telephone that is another owner's of this name stays with that one.
+    // A contact that belongs to another owner of this name stays with that one.
     ClientRecord contactOnly;
     contactOnly.ayn = f.ayn;
     for (QString ClientRecord::*field :
@@ -348,7 +348,7 @@ bool Plan::samePatient(const PlannedPatient &a, const PlannedPatient &b) const
            && !(a.withSex && b.withSex && a.f.sex % 2 != b.f.sex % 2);
 }
 
-// What a further row of an animal knows and the rows before it did not.
+// Adds what a further row of an animal knows that the rows before it did not.
 void Plan::complete(PlannedPatient &m, const PlannedPatient &other)
 {
     for (int PlannedPatient::*place :
@@ -373,9 +373,9 @@ void Plan::complete(PlannedPatient &m, const PlannedPatient &other)
     m.f.dec = m.f.dec || other.f.dec;
 }
 
-// Which animal of the file a row tells of, among those of one owner with one name: where there is a
-// number, it says; else the first that the row does not contradict. Animals without name or number
-// are one each.
+// Finds the animal of a row among those of the same owner and name: by its number if it has one,
+// else the first that the row does not contradict. A row with neither name nor number is always a
+// new animal.
 int Plan::patientOf(PlannedPatient m, const QString &number, int line)
 {
     const int newOne = int(animals.size());
@@ -405,9 +405,9 @@ int Plan::patientOf(PlannedPatient m, const QString &number, int line)
     return newOne;
 }
 
-// Finds what is there already and counts how far the identifiers reach. Whoever is in the clinic
-// answers for one owner or animal of the file only, in the order of both; so a file that was
-// imported finds all of itself again.
+// Finds what the clinic has already, and where the identifiers run out. Each client or patient of
+// the clinic matches only one owner or animal of the file, both in their order, so that everything
+// is recognised when the file is imported again.
 void Plan::match()
 {
     matchClients();
@@ -464,7 +464,7 @@ void Plan::matchPatients()
         const auto namesakes = known.find(key(owner.f.idc, m.f.nom));
         if (namesakes == known.end())
             continue;
-        // No animal of the clinic has a species that is still to be added.
+        // No patient can have a species that is still to be added.
         const int esp = m.species < 0                ? 0
                         : allSpecies.idAt(m.species) ? allSpecies.idAt(m.species)
                                                      : -1;
@@ -501,7 +501,8 @@ void Plan::giveOutIds()
                     (line.text.isEmpty() ? QString() : u"; "_s) + s(text::RepeatsLine).arg(m->line);
             continue;
         }
-        // The first line that does not fit ends it: no gaps, and nothing without its owner.
+        // The first line that does not fit ends the import, so that there are no gaps and no animal
+        // without its owner.
         full = full || (client && clientsLeft == 0) || (patient && patientsLeft == 0);
         if (full) {
             line.outcome = Outcome::WithoutPlace;

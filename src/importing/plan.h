@@ -1,5 +1,5 @@
-// How an import is worked out before anything is written: what every line of the file becomes.
-// Of use to the import's own sources alone.
+// Planning an import before anything is written: what becomes of every line of the file. Internal
+// to the import.
 #pragma once
 
 #include "clients/reference_lists.h"
@@ -12,29 +12,30 @@
 namespace importing
 {
 
-/// A name as the lists are looked up by.
+/// The form of a name used for looking it up: spaces simplified, case folded.
 inline QString folded(const QString &t) { return t.simplified().toCaseFolded(); }
 
-/// Why a file cannot be read, for the user.
+/// Message for the user saying why a file cannot be read.
 QString fileFailure(const Sesion &s, const DelimitedFile &file);
 
 // --- Reference lists, as they will be once the rows are written
 
 struct PlannedEntry {
-    int id = 0; // 0: to be added when the first row that uses it is written
+    int id = 0; // 0: to be added with the first row that uses it
     QString nom;
     QString code;
-    int parent = -1; // place in the parent list
-    int uses = 0;    // since ranks were last raised
+    int parent = -1; // index in the parent list
+    int uses = 0;    // since the usage ranks were last raised
 };
 
 struct PlannedList {
     clients::List list;
-    int free = 0; // ids that can still be given out
+    int free = 0; // ids still available
     std::vector<PlannedEntry> entries = {};
     QHash<QString, int> byName = {};
     QHash<int, int> byId = {};
 
+    /// Reads the stored list. @param parents its parent list, nullptr if it has none
     void load(Sesion &s, const PlannedList *parents)
     {
         const clients::ListTable &t = clients::tableOf(list);
@@ -47,17 +48,18 @@ struct PlannedList {
         }
     }
 
+    /// The id of the entry at an index; 0 for -1 or for an entry that is not stored yet.
     int idAt(int place) const { return place < 0 ? 0 : entries[size_t(place)].id; }
 };
 
-// --- What a row tells
+// --- What a row says
 
 struct PlannedClient {
-    clients::ClientRecord f; // idc: the client that is there, or once it is written
+    clients::ClientRecord f; // idc: of the existing client, or set once it is written
     ClientContact contact;
     int region = -1;
     int subregion = -1;
-    int unnamed = 0; // animals without a name so far
+    int unnamed = 0; // number of animals without a name so far
     bool existing = false;
 };
 
@@ -76,18 +78,19 @@ struct PlannedPatient {
 struct PlannedRow {
     int client = -1;
     int patient = -1;
-    bool opensClient = false; // the first row of its owner
-    bool opensPatient = false;
+    bool opensClient = false;  // the first row of its owner
+    bool opensPatient = false; // the first row of its animal
 };
 
-// A patient of the clinic that a row may mean.
+// A patient of the clinic that a row may refer to.
 struct KnownPatient {
     int esp = 0;
     QDate fecn;
     QString chip;
-    bool taken = false; // by a row: each patient is one animal of the file at most
+    bool taken = false; // already matched: a patient is one animal of the file at most
 };
 
+/// An import in progress.
 struct Plan {
     /// @param options must outlive the plan
     Plan(Sesion &session, const ImportOptions &options)
@@ -100,7 +103,7 @@ struct Plan {
     ImportReport report;
     std::vector<PlannedClient> owners;
     std::vector<PlannedPatient> animals;
-    std::vector<PlannedRow> rows; // beside report.lines
+    std::vector<PlannedRow> rows; // parallel to report.lines
 
     PlannedList regions{clients::List::Region};
     PlannedList subregions{clients::List::Subregion};
@@ -108,7 +111,9 @@ struct Plan {
     PlannedList breeds{clients::List::Breed};
     PlannedList coats{clients::List::Coat};
 
+    /// Reads the file and plans every line. @return false when it stopped; the report says why
     bool make(const KeepGoing &keepGoing);
+    /// Writes the plan; the report then holds what was written.
     void write(const KeepGoing &keepGoing);
 
 private:
@@ -148,7 +153,7 @@ private:
     void raiseRanks(PlannedList &list);
 
     LineReader m_reader;
-    QStringList m_notices; // of the line at hand
+    QStringList m_notices; // of the current line
     ClientsDirectory m_directory;
     QHash<QString, int> m_clientByNumber;
     QHash<QString, int> m_patientByNumber;

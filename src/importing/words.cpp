@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Titles of each datum as inKey leaves them; the first is its name on the command line.
+// The known titles of each datum, as inKey gives them; the first is its name on the command line.
 struct Titles {
     Datum datum;
     QLatin1StringView words;
@@ -115,7 +115,7 @@ constexpr Titles Known[] = {
      " observacoesdoanimal petnotes patientnotes animalnotes"_L1},
 };
 
-// Titles that say no more than "name", "number" or "notes": whose, the other columns tell.
+// Titles that say just "name", "number" or "notes"; the other columns decide whose.
 constexpr QLatin1StringView OnlyName = "nombre nome name nombres names"_L1;
 constexpr QLatin1StringView OnlyNumber =
     "id codigo cod code nro numero number no n num registro"_L1;
@@ -142,7 +142,7 @@ Datum byKey(const QString &key)
     return map.value(key, Datum::Nothing);
 }
 
-// Lower case without accents; words stay apart.
+// Lower case without accents; spaces between words are kept.
 QString plainOf(const QString &text)
 {
     QString t;
@@ -165,7 +165,7 @@ constexpr std::array<QLatin1StringView, 12> Months{"enero janeiro january"_L1,
                                                    "noviembre novembro november"_L1,
                                                    "diciembre dezembro december"_L1};
 
-// 1 to 12 for a month's name or its first three letters or more, else 0.
+// The month, 1 to 12, for its name or at least the first three letters of it; 0 for other words.
 int month(const QString &word)
 {
     if (word.size() < 3)
@@ -177,7 +177,7 @@ int month(const QString &word)
     return 0;
 }
 
-// The figures of a date; a month's name is the number 100 + its month.
+// The numbers of a date; the name of a month counts as 100 plus its number.
 struct DateParts {
     QList<int> n;
     QList<qsizetype> length;
@@ -222,7 +222,7 @@ int yearOf(int n, qsizetype length)
     return length == 4 ? n : 0;
 }
 
-// Day and month in figures with the year behind them.
+// Whether a date is numeric, with the year after day and month.
 bool isShort(const DateParts &c)
 {
     return !c.inWords && c.n.size() == 3 && c.length[0] <= 2 && c.length[1] <= 2
@@ -272,8 +272,8 @@ QList<Datum> importing::recogniseTitles(const QStringList &titles)
         return has(Datum::Client) || (hasPatient() && !has(Datum::Surname)) ? Datum::Patient
                                                                             : Datum::Client;
     });
-    // Taken for an owner's, the number of an animal would make an owner of each; the other way
-    // round, names still tell the animals of one number apart.
+    // An animal's number taken for an owner's would make each animal a separate owner. The opposite
+    // mistake does less harm: animals with the same number are still told apart by name.
     set(OnlyNumber, [&] { return hasPatient() ? Datum::IdPatient : Datum::IdClient; });
     set(OnlyNotes, [&] { return hasPatient() ? Datum::PatientNotes : Datum::ClientNotes; });
     return data;
@@ -313,7 +313,7 @@ QDate importing::readDate(const QString &text, DateOrder order)
         const qsizetype mes = c.length.indexOf(0);
         QList<qsizetype> other{0, 1, 2};
         other.removeAll(mes);
-        // The year is the one of four figures, else the one behind.
+        // The year is the number with four digits, else the last one.
         const bool ahead = c.length[other[0]] == 4;
         const qsizetype year = other[ahead ? 0 : 1], dia = other[ahead ? 1 : 0];
         return c.length[dia] > 2
@@ -354,7 +354,7 @@ std::optional<int> importing::readSex(const QString &text)
         return 2;
     if (between("hc fc cf fs sf fn hcastrada fcastrada"_L1, key))
         return 3;
-    // Words in any order: "neutered male", "Hembra (castrada)", "macho sin castrar".
+    // The words may come in any order: "neutered male", "Hembra (castrada)", "macho sin castrar".
     static const QRegularExpression nonLetters(u"[^a-z]+"_s);
     int sex = -1;
     bool neutered = false, negates = false;
@@ -409,7 +409,7 @@ int importing::knownSpecies(const QString &text)
 
 QString importing::writtenUnit(const QString &text)
 {
-    // A word of its own, or right behind a figure or the word for weight.
+    // The unit is a separate word, or follows a digit or the word for weight directly.
     static const QRegularExpression pattern(
         u"(?:^|[^a-z]|weight(?:in)?|peso(?:en|em)?)"
         "(?:(k(?:gs?|ilos?|ilogra\\w+))|(l(?:bs?|ibras?)|pounds?)|(g(?:rs?)?|gra?m\\w*))"

@@ -1,5 +1,5 @@
-// What the words of a register mean, in Spanish, Portuguese and English at once: titles of columns,
-// dates, sexes, species.
+// Understanding the words of an imported file, in Spanish, Portuguese and English at once: column
+// titles, dates, sexes, species.
 #pragma once
 
 #include <QDate>
@@ -9,12 +9,12 @@
 namespace importing
 {
 
-/// What a column of a file holds. Names on screen stand in text 9750 in this order.
+/// What a column of a file holds. Text 9750 lists the names on screen in this order.
 enum class Datum {
     Nothing,
-    Client, // the name, or what goes behind the surname
+    Client, // the full name, or the first name when there is a surname column
     Surname,
-    IdClient, // number of the owner in the file: tells which rows are of one owner, is not kept
+    IdClient, // owner's number in the file: groups the rows of one owner, is not stored
     Address,
     Subregion,
     Region,
@@ -25,7 +25,7 @@ enum class Datum {
     Email,
     ClientNotes,
     Patient,
-    IdPatient, // number of the animal in the file: tells rows of one animal apart, is not kept
+    IdPatient, // animal's number in the file: groups the rows of one animal, is not stored
     Species,
     Breed,
     Coat,
@@ -41,47 +41,49 @@ enum class Datum {
 };
 inline constexpr int DatumCount = int(Datum::PatientNotes) + 1;
 
-/// Whether a column tells of the animal rather than of its owner.
+/// Whether a column is about the animal rather than its owner.
 constexpr bool isOfPatient(Datum d) { return d >= Datum::Patient; }
 
-/// A text without accents, letter case, blanks and signs: "Animal's Name" and "animals_name" are
-/// one. Letters of other scripts stay.
+/// A text in lower case and without accents, spaces and punctuation, for comparing: "Animal's Name"
+/// and "animals_name" give the same key. Letters of other scripts are kept.
 QString inKey(const QString &text);
 
-/// What each column seems to hold by its title; no datum twice.
+/// What each column seems to hold, judging by its title; no datum twice.
 QList<Datum> recogniseTitles(const QStringList &titles);
 
-/// The name of a datum on the command line ("mascota"), and the way back. Any title that is
-/// recognised names it too.
+/// The name of a datum on the command line, such as "mascota".
 QString datumName(Datum datum);
+/// The datum with this name or with any of the titles that recogniseTitles knows; nullopt for none.
 std::optional<Datum> datumByName(const QString &name);
 
 enum class DateOrder { DayMonth, MonthDay };
 
-/// A day in figures (ISO, or day, month and year by @p order with '/', '-', '.' or blanks between;
-/// when only the other order gives a day, that one), with the month's name before or behind the
-/// day, or a bare year, which is its 1 January. Years of two figures are 2000-2029 and 1930-1999. A
-/// time behind it is dropped. @return an invalid day when it is none
+/// Parses a date: ISO; numeric in the given order, with '/', '-', '.' or spaces between the numbers
+/// (the other order is tried when only that one gives a date); with the month's name before or
+/// after the day; or a bare year, which means its 1 January. Two-digit years are 2000-2029 and
+/// 1930-1999. A time after the date is ignored.
+/// @return an invalid date when the text is none
 QDate readDate(const QString &text, DateOrder order);
 
-/// What a text tells of the order in which its file writes day and month.
+/// What a date says about the order of day and month in its file. None: nothing, because it is no
+/// short numeric date, or because both orders give the same day.
 enum class OrderTest { None, DayMonth, MonthDay, Ambiguous };
+/// Checks which order of day and month the date in a text shows.
 OrderTest orderThatTests(const QString &text);
 
-/// Sex as the registry counts it: 0 male, 1 female, 2 and 3 the same castrated; nullopt for a word
-/// that is not known.
+/// Sex as it is stored: 0 male, 1 female, 2 and 3 the same neutered; nullopt for an unknown word.
 std::optional<int> readSex(const QString &text);
 
-/// Yes or No; nullopt for a word that is not known.
+/// Yes or No; an empty text is No. nullopt for an unknown word.
 std::optional<bool> readYesNo(const QString &text);
 
-/// The species that a common word means (1 canine, 2 feline, 3 equine), 0 for any other word.
+/// The species that a common word stands for (1 canine, 2 feline, 3 equine), 0 for any other word.
 int knownSpecies(const QString &text);
 
-/// The unit behind a weight, or in the title of a column of weights: "kg", "lb", "g"; "" for none.
+/// The unit after a weight or in the title of a weight column: "kg", "lb" or "g"; "" for none.
 QString writtenUnit(const QString &text);
 
-/// A weight, with a point or a comma, whatever unit is behind it. nullopt when it is none.
+/// Parses a weight with a decimal point or comma, ignoring any unit; nullopt when it is not one.
 std::optional<double> readWeight(const QString &text);
 
 } // namespace importing

@@ -21,8 +21,8 @@ constexpr int RowsPerBatch = 500;
 
 // --- Writing
 
-// The id of an entry, which is added when the first row that uses it is written. That it is new the
-// plan knows: asking the file again for each would take as long as the list is, every time.
+// The id of an entry; it is added with the first row that uses it. The plan knows which ones are
+// new, since searching the stored list each time would be slow for long lists.
 int Plan::writtenEntry(PlannedList &list, int place)
 {
     if (place < 0)
@@ -31,7 +31,7 @@ int Plan::writtenEntry(PlannedList &list, int place)
     return added(list, place);
 }
 
-// The same without counting a use: a parent may be one that only rows name which add nothing.
+// The same without counting a use, since a parent may be named only by rows that add nothing.
 int Plan::added(PlannedList &list, int place)
 {
     if (place < 0)
@@ -108,7 +108,7 @@ void Plan::write(const KeepGoing &keepGoing)
         report.interrupted = true;
         report.failure = store::errorText(s, e);
     }
-    if (report.interrupted) { // tell of what was written, and of nothing else
+    if (report.interrupted) { // report only what was written
         rows.resize(done);
         report.lines.resize(done);
         count();

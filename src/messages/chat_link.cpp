@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// International numbers have 15 digits at most (E.164); fewer than 8 are a short number.
+// International numbers have at most 15 digits (E.164); fewer than 8 make a short code.
 constexpr qsizetype FewestDigits = 8;
 constexpr qsizetype MostDigits = 15;
 constexpr qsizetype CountryDigits = 3;
@@ -30,7 +30,7 @@ QString digitsOf(const QString &text)
 
 QString mobileOf(Sesion &s, int idc) { return LeerCampo(s, "clientes", "clientes", idc, "telc2"); }
 
-// The first number of several, without the (0) that is dialled at home alone.
+// The first of several numbers, without the "(0)" that is only dialled within the country.
 QString firstOne(const QString &telephones)
 {
     static const QRegularExpression separator(uR"([,;]|\s/\s)"_s);
@@ -45,7 +45,7 @@ bool carriesCountry(const QString &number)
     return number.startsWith(u'+') || number.startsWith(u"00"_s);
 }
 
-// nullopt when the user backed out or typed what is no code.
+// nullopt when the user cancelled or typed something that is not a code.
 std::optional<QString> countryOf(Sesion &s)
 {
     const QString saved = store::readClinicSetting(s, CountrySetting);
@@ -70,7 +70,7 @@ QString messages::numberForChat(const QString &telephones, const QString &countr
 {
     const QString first = firstOne(telephones);
     QString digits = digitsOf(first);
-    // At home numbers are dialled with a leading 0 that nobody dials from abroad.
+    // The leading 0 of national numbers is not dialled from abroad.
     while (digits.startsWith(u'0'))
         digits.remove(0, 1);
     if (!carriesCountry(first) && !digits.isEmpty())
@@ -80,7 +80,7 @@ QString messages::numberForChat(const QString &telephones, const QString &countr
 
 bool messages::hasChat(Sesion &s, int idc)
 {
-    // Whatever the country, its code adds a digit at least.
+    // "0" stands in for the country code, which has at least one digit.
     return !numberForChat(mobileOf(s, idc), u"0"_s).isEmpty();
 }
 

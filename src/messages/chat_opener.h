@@ -15,13 +15,13 @@ class QUrl;
 namespace messages
 {
 
-/// Opens a link outside the program. Tests put their own.
+/// Opens a link outside the program and returns whether that worked. Tests pass their own.
 using LinkOpener = std::function<bool(const QUrl &)>;
 
-/// The real one: the browser.
+/// The real opener: the system's browser.
 LinkOpener browser();
 
-/// Opens a client's chat with a text in it; what prevents it is told on @p help.
+/// Opens a client's chat with the text filled in. If it cannot, the reason is shown on @p help.
 void openChat(Sesion &s, const LinkOpener &open, ui::HelpLine &help, int idc, const QString &text);
 
 } // namespace messages

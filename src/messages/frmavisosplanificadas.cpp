@@ -29,7 +29,7 @@ namespace
 constexpr int FirstGroup = int(NoticesGroup::MissedWithoutService);
 constexpr int Groups = 4;
 
-// Long enough not to write at each key, short enough to lose nothing.
+// Long enough not to write on every key, short enough that nothing is lost.
 constexpr int PauseMs = 300;
 
 enum Column { OfPatient, OfOwner, OfProduct, OfTelephones, OfExpiry, OfNote, OfKey };
@@ -161,7 +161,7 @@ void frmAvisosPlanificadas::opened(const QVariantMap &parameters)
         const int group =
             parameters.value(u"grupo"_s, FirstGroup + tabGrupo->currentIndex()).toInt();
         {
-            const QSignalBlocker quiet(tabGrupo); // the list is read once, below
+            const QSignalBlocker quiet(tabGrupo); // the list is read below, only once
             tabGrupo->setCurrentIndex(std::clamp(group - FirstGroup, 0, Groups - 1));
         }
         load();
@@ -233,7 +233,7 @@ void frmAvisosPlanificadas::showNotice()
 void frmAvisosPlanificadas::keepNote()
 {
     m_pause.stop();
-    // What was only read here must not take the place of what another terminal wrote.
+    // A note that was only displayed must not overwrite what another terminal wrote.
     const auto notice = std::ranges::find(m_notices, m_keyInBox, &PlannedNotice::key);
     if (notice == m_notices.end() || !txtNota->document()->isModified())
         return;

@@ -1,4 +1,4 @@
-// Doses that clients have to be told of by telephone, with a note on each call.
+// Doses to tell clients about by telephone, with a note on each call.
 #pragma once
 
 #include "messages/chat_opener.h"
@@ -19,15 +19,18 @@ class QPlainTextEdit;
 class QPushButton;
 class QTabBar;
 
-/// Opened with `grupo`, 18 to 21, it shows that list.
+/// The form of the planned notices.
 class frmAvisosPlanificadas : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms opens the client's record
+    /// @param open opens the link of a chat
     frmAvisosPlanificadas(Sesion &s, ui::FormRegistry &forms,
                           messages::LinkOpener open = messages::browser(),
                           QWidget *parent = nullptr);
 
+    /// @param parameters "grupo": the list to show, 18 to 21 (messages::NoticesGroup)
     void opened(const QVariantMap &parameters) override;
 
 protected:
@@ -48,7 +51,7 @@ private:
     ui::FormRegistry &m_forms;
     messages::LinkOpener m_open;
     std::vector<messages::PlannedNotice> m_notices;
-    QString m_keyInBox; // of the note in the box
+    QString m_keyInBox; // of the note being edited
     QTimer m_pause;
     QTabBar *tabGrupo = nullptr;
     ui::Grid *grd = nullptr;

@@ -31,7 +31,7 @@ namespace
 
 enum Column { Who, Why, As, State, Tip, ByChannel, Ida, ArtAux, Picture, Id };
 
-// Draws what the reason is about before it.
+// Draws an icon before the reason.
 class MessageRows : public ui::GridModel
 {
 public:
@@ -64,7 +64,7 @@ ui::GridRow rowOf(const DayMessage &m)
     ui::GridRow row;
     row.cells = {m.addressee, m.reason, m.byChannel, m.state, m.tip,
                  m.medio,     m.ida,    m.artaux,    m.icon,  m.id};
-    if (m.wentOut) { // what still waits is what one looks for
+    if (m.wentOut) { // dimmed, since users look for what is still waiting
         row.highlight = ui::Highlight::Done;
         row.reason = m.state;
     }

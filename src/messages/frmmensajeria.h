@@ -1,4 +1,4 @@
-// The outbox on the screen: whom the clinic writes to today, and what.
+// The outbox on screen: whom the clinic writes to today, and what.
 #pragma once
 
 #include "messages/chat_opener.h"
@@ -15,13 +15,16 @@ class Grid;
 class QPlainTextEdit;
 class QPushButton;
 
+/// The form of the outbox.
 class frmmensajeria : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param open opens the link of a chat
     explicit frmmensajeria(Sesion &s, messages::LinkOpener open = messages::browser(),
                            QWidget *parent = nullptr);
 
+    /// Reads the day's messages; takes no parameters.
     void opened(const QVariantMap &parameters) override;
 
 protected:

@@ -20,16 +20,17 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// A server that is there answers in a second; a phone line out of town may take some.
+// A working server answers within a second; a slow rural line may take several.
 constexpr long ConnectSeconds = 15;
-constexpr int SecondsPerMessage = 60; // unless this machine's setting says otherwise
+constexpr int SecondsPerMessage = 60; // unless set otherwise on this machine
 constexpr int MostSeconds = 3600;
 constexpr long SignOffSeconds = 2;
-constexpr int FailuresInARow = 2; // of the line, after which the run is given up
+constexpr int FailuresInARow = 2; // of the connection, after which the server is given up on
 
-constexpr long Rejection = 400;  // this reply and all above it say no
-constexpr long ClosesLine = 421; // says no and hangs up
-constexpr long WaitText = 354;   // the last word of a server that has not judged the text yet
+// Reply codes of SMTP (RFC 5321).
+constexpr long Rejection = 400;  // this one and all above are refusals
+constexpr long ClosesLine = 421; // refuses and closes the connection
+constexpr long WaitText = 354;   // asks for the text; the verdict on it is still to come
 
 struct ReleaseCurl {
     void operator()(CURL *c) const { curl_easy_cleanup(c); }
@@ -54,7 +55,7 @@ private:
     Owner<curl_slist> m_list;
 };
 
-// The message, as the library asks for it piece by piece.
+// The message, which the library reads piece by piece.
 struct Reading {
     QByteArray bytes;
     qsizetype read = 0;
@@ -97,7 +98,7 @@ public:
         m_curl.reset(curl_easy_init());
         QUrl url;
         url.setScheme(m_account.encryption == Encryption::Tls ? u"smtps"_s : u"smtp"_s);
-        url.setHost(m_account.server); // stays empty for what is no name of a server
+        url.setHost(m_account.server); // stays empty if it is not a valid host name
         url.setPort(m_account.port);
         m_url = url.host().isEmpty() ? QByteArray() : url.toEncoded();
     }
@@ -108,7 +109,7 @@ public:
             signOff();
     }
 
-    /// Connects, makes the line safe and signs on.
+    /// Connects, encrypts the connection and logs in.
     bool enter()
     {
         if (!m_curl || m_url.isEmpty() || validAddresses(m_sender) != QStringList{m_sender}) {
@@ -125,21 +126,21 @@ public:
     bool send(const QString &subject, const QString &addresses, const QString &body) override
     {
         if (m_missed)
-            return false; // for the reason that stands already
+            return false; // m_error still holds the reason
         const QStringList targets = validAddresses(addresses);
         if (targets.isEmpty()) {
             m_error = m_s(text::InvalidMailAddress).arg(addresses.simplified());
             return false;
         }
         Outcome outcome = transmit(subject, targets, body);
-        // A server that takes so many messages on one line says so: this one it has not taken.
+        // Some servers limit the messages per connection and say so; this one was not accepted.
         if (outcome == Outcome::OtherLine && enter())
             outcome = transmit(subject, targets, body);
         if (outcome == Outcome::Taken || outcome == Outcome::Rejected) {
             m_failures = 0;
             return outcome == Outcome::Taken;
         }
-        // A line that broke is made once again, for the messages that follow.
+        // After a broken connection, connect once more for the messages that follow.
         const QString reason = m_error;
         if (m_mute)
             signOff();
@@ -152,13 +153,14 @@ public:
     bool missed() const override { return m_missed; }
 
 private:
-    // What became of a message. Without an answer to the whole of its text the server may have it.
+    // What became of a message. If the server has the whole text but did not answer
+    // (WithoutAnswer), it may have accepted it.
     enum class Outcome { Taken, Rejected, WithoutAnswer, OtherLine, Broken };
 
     void prepare()
     {
         CURL *c = m_curl.get();
-        // Keeps the connection, forgets everything else of the last transfer.
+        // Keeps the connection but resets every option of the last transfer.
         curl_easy_reset(c);
         curl_easy_setopt(c, CURLOPT_URL, m_url.constData());
         curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
@@ -181,8 +183,8 @@ private:
         curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, &Meanwhile);
     }
 
-    // Ends the line that is open. Left to itself the library would use one that fell silent again,
-    // and at the end wait two minutes for an answer to its QUIT.
+    // Closes the open connection. By default the library would reuse one that no longer answers,
+    // and at the end wait two minutes for the reply to QUIT.
     void signOff()
     {
         prepare();
@@ -200,7 +202,7 @@ private:
         return 0;
     }
 
-    // The server's last word, 0 when it said none.
+    // The server's last reply code, 0 if there was none.
     long answerOf() const
     {
         long code = 0;
@@ -215,7 +217,7 @@ private:
             return Outcome::Taken;
         if (answer == ClosesLine)
             return Outcome::OtherLine;
-        // The server has judged this message; the next one may please it.
+        // The refusal is about this message only; the next one may be accepted.
         if (answer >= Rejection
             && (code == CURLE_SEND_ERROR || code == CURLE_RECV_ERROR
                 || code == CURLE_WEIRD_SERVER_REPLY))
@@ -267,7 +269,7 @@ private:
         header("Date", mailDate(m_s.reloj.now()));
         header("Message-ID", '<' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@'
                                  + m_sender.section(u'@', -1).toUtf8() + '>');
-        // So that out-of-office machines do not answer.
+        // Keeps out-of-office programs from replying (RFC 3834).
         header("Auto-Submitted", "auto-generated");
         header("MIME-Version", "1.0");
         header("Content-Type", "text/plain; charset=utf-8");
@@ -280,13 +282,13 @@ private:
     QString m_sender;
     std::function<void()> m_meanwhile;
     QByteArray m_url;
-    QByteArray m_authority; // file of an authority of the clinic's own, beside the system's
+    QByteArray m_authority; // file with the clinic's own certificate authority, beside the system's
     Owner<CURL> m_curl;
     QString m_error;
-    long m_seconds; // that a message may take
+    long m_seconds; // time limit per message
     int m_failures = 0;
     bool m_inside = false;
-    bool m_mute = false; // the last answer did not come in time
+    bool m_mute = false; // the last reply did not come in time
     bool m_missed = false;
     char m_detail[CURL_ERROR_SIZE] = {};
 };

@@ -28,7 +28,7 @@ constexpr EncryptionName Encryptions[] = {
     {Encryption::None, u"ninguno"},
 };
 
-// Cut short, either would only be refused by the server some day later.
+// Truncating would only make the server refuse the login later.
 bool fits(Sesion &s, const QString &text, std::string_view column)
 {
     if (text.size() <= s.morvane->widthOf("Configuracion", column))
@@ -58,7 +58,7 @@ std::optional<QString> askMailPassword(Sesion &s)
     return given;
 }
 
-/// What cannot be read protects rather than not.
+/// An unknown name gives encryption rather than none.
 Encryption encryptionOfName(const QString &name)
 {
     for (const EncryptionName &c : Encryptions)
@@ -121,7 +121,7 @@ void messages::saveMailServer(Sesion &s, const MailAccount &account)
         store::saveClinicSetting(s, ServerKey.toString(), account.server.trimmed());
     if (account.encryption != before.encryption)
         store::saveClinicSetting(s, EncryptionKey.toString(), nameOf(account.encryption));
-    // Read again: a port that was never stored follows the encryption.
+    // Read again, because a port that was never stored follows the encryption.
     if (account.port != readMailAccount(s).port)
         store::saveClinicSetting(s, PortKey.toString(), QString::number(account.port));
 }

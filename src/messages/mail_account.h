@@ -1,5 +1,5 @@
-// The account that mails leave from, one for all terminals: whichever starts the day sends. Name
-// and password stand in the settings row, the server in the clinic's settings file.
+// The account that mail is sent from. All terminals share it, because any of them may start the day
+// and send. Name and password are in the settings row, the server in the clinic's settings file.
 #pragma once
 
 #include "store/session.h"
@@ -16,23 +16,26 @@ struct MailAccount {
     int port = 587;
     Encryption encryption = Encryption::StartTls;
 
+    /// Whether both user name and password are set.
     bool complete() const { return !user.isEmpty() && !password.isEmpty(); }
 };
 
+/// Reads the account. Where no valid port is stored, it is the usual one for the encryption.
 MailAccount readMailAccount(Sesion &s);
-/// Stores all of it; of the server as much as differs from what is stored.
-/// @throws StoreError
+/// Stores the account. Of the server's settings, only those that differ from the stored ones are
+/// written.
+/// @throws StoreError when it cannot be written
 void saveMailAccount(Sesion &s, const MailAccount &account);
-/// The server alone, as far as it differs from what is stored.
-/// @throws StoreError
+/// Stores the server's settings alone, as far as they differ from the stored ones.
+/// @throws StoreError when they cannot be written
 void saveMailServer(Sesion &s, const MailAccount &account);
-/// Asks for name and password, each again while it is longer than its column, and stores both;
-/// without a name, or backing out, all stays as it was.
+/// Asks for user name and password, repeating each question while the answer does not fit its
+/// column, and stores both. Nothing changes when the name is empty or the user cancels.
 /// @return whether they were stored
 bool modifyMailAccount(Sesion &s);
-/// A number that a port can have.
+/// Whether a number is a valid port, 1 to 65535.
 bool isPort(int port);
-/// 587 with STARTTLS, 465 with TLS, 25 without either.
+/// The usual port: 587 with STARTTLS, 465 with TLS, 25 without encryption.
 int usualPort(Encryption encryption);
 
 } // namespace messages

@@ -26,8 +26,8 @@ bool isAscii(const QString &text)
     return true;
 }
 
-// A line that holds an encoded word may take 76 characters with the name of the header before it,
-// "Subject: " at the longest, and the word's frame of 12; base64 makes 4 of 3 bytes.
+// RFC 2047 allows 76 characters for a line with an encoded word. That includes the header's name,
+// at most "Subject: ", and the 12 characters around the word; base64 turns 3 bytes into 4.
 constexpr int BytesPerWord = 39;
 
 QByteArray inWords(const QString &text)
@@ -39,7 +39,7 @@ QByteArray inWords(const QString &text)
         exit += "=?UTF-8?B?" + piece.toBase64() + "?=";
         piece.clear();
     };
-    // A letter is never parted between two words.
+    // A character is never split between two words.
     for (qsizetype i = 0; i < text.size();) {
         const qsizetype n = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
         const QByteArray font = text.mid(i, n).toUtf8();
@@ -52,17 +52,17 @@ QByteArray inWords(const QString &text)
     return exit;
 }
 
-constexpr qsizetype LineLength = 76; // with the sign that it goes on
+constexpr qsizetype LineLength = 76; // RFC 2045; includes the "=" of a soft line break
 
 bool goesAsIs(char c) { return (c >= '!' && c <= '~' && c != '=') || c == ' ' || c == '\t'; }
 
 QByteArray textLine(const QByteArray &line)
 {
     QByteArray exit;
-    qsizetype start = 0; // of the line under way
+    qsizetype start = 0; // of the current output line
     for (qsizetype i = 0; i < line.size(); ++i) {
         const char c = line[i];
-        // A blank at the end could be lost on the way.
+        // Mail servers may strip a space at the end of a line.
         const bool asIs = goesAsIs(c) && (c > ' ' || i + 1 < line.size());
         const QByteArray font = asIs ? QByteArray(1, c) : '=' + QByteArray(1, c).toHex().toUpper();
         if (exit.size() - start + font.size() >= LineLength) {
@@ -79,7 +79,7 @@ QByteArray textLine(const QByteArray &line)
 QByteArray messages::headerValue(const QString &text)
 {
     const QString clean = withoutControls(text);
-    // A long plain text is folded too: a line of a mail ends at 998 bytes at the latest.
+    // Long plain text is encoded too, which folds it: a mail line may have 998 bytes at most.
     if (isAscii(clean) && clean.size() <= 60 && !clean.contains(u"=?"_s))
         return clean.toLatin1();
     return inWords(clean);
@@ -88,8 +88,8 @@ QByteArray messages::headerValue(const QString &text)
 QStringList messages::validAddresses(const QString &text)
 {
     static const QRegularExpression parts(u"[,;]"_s);
-    // Letters of other alphabets are for servers that few clinics have; before the at sign they are
-    // slips of the hand nearly always.
+    // Non-ASCII letters before the at sign are nearly always typing errors, and few servers accept
+    // them.
     static const QRegularExpression address(
         uR"(^[^@<>()\[\]\\"',;:\x00-\x20\x7f-\x{10ffff}]+@[^\s@<>()\\"',;\x00-\x20\x7f]+$)"_s);
     QStringList valid;
@@ -106,7 +106,7 @@ QByteArray messages::addressWithName(const QString &name, const QString &address
     const QString clean = withoutControls(name);
     if (clean.isEmpty())
         return address.toUtf8();
-    // Encoded words need no quotes, and within quotes a name could break out of them.
+    // An encoded word needs no quotes; a quoted name could break out of its quotes.
     const QByteArray before = inWords(clean);
     return before + "\r\n <" + address.toUtf8() + ">";
 }

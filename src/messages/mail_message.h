@@ -1,4 +1,4 @@
-// The parts of a mail as they go over the line, safe whatever stands in names, subjects and texts.
+// The parts of a mail in their wire format, safe whatever names, subjects and texts contain.
 #pragma once
 
 #include <QDateTime>
@@ -8,21 +8,22 @@
 namespace messages
 {
 
-/// A header value: control characters become blanks, so that no line can be added; what is not
-/// plain ASCII is put in encoded words (RFC 2047), folded at 75 characters.
+/// A header value. Control characters become spaces, so that no header line can be injected; text
+/// beyond plain ASCII becomes encoded words (RFC 2047), folded at 75 characters.
 QByteArray headerValue(const QString &text);
 
-/// The addresses of a box that may hold several, parted by commas or semicolons: those with one at
-/// sign, text on both sides and nothing that could end an address early.
+/// The valid addresses of a text that may hold several, separated by commas or semicolons. Valid
+/// are those with one at sign, text on both sides of it and no character that could end an address
+/// early.
 QStringList validAddresses(const QString &text);
 
-/// Address with a name before it. @param address one of validAddresses
+/// An address preceded by a name, for a header. @param address one returned by validAddresses
 QByteArray addressWithName(const QString &name, const QString &address);
 
-/// Day and time as mails write them (RFC 5322), with the offset of the time given.
+/// Day and time in the format of mail headers (RFC 5322), with the UTC offset of @p moment.
 QByteArray mailDate(const QDateTime &moment);
 
-/// A text as quoted-printable (RFC 2045): lines of plain ASCII, 76 characters at most.
+/// A text as quoted-printable (RFC 2045): plain ASCII, lines of 76 characters at most.
 QByteArray mailText(const QString &text);
 
 } // namespace messages

@@ -13,7 +13,7 @@ struct Sesion;
 namespace messages
 {
 
-/// Registers them under their given names.
+/// Registers the forms under their names.
 void registerMessageForms(Sesion &s, ui::FormRegistry &forms);
 
 } // namespace messages

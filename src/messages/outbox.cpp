@@ -24,10 +24,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// How long a terminal waits for another one that is sending mails.
+// How long a terminal waits for another one that is sending mails, in seconds.
 constexpr int SendingWait = 3;
-// What is given to the server must be noted: a store that another terminal holds is tried again
-// this often, each time for as long as the engine waits.
+// A mail handed to the server must be marked as sent. While another terminal blocks the store, the
+// attempt is repeated this often, each time for as long as the engine waits.
 constexpr int LogAttempts = 20;
 
 // --- The day's tasks ---
@@ -41,11 +41,11 @@ struct Pending {
     QString des;
 };
 
-// Open tasks that a mail is due for: two channels, then the day twice.
+// Open tasks that call for a mail. Parameters: two channels, then the day twice.
 const std::string DueMails =
     "(medio = ? or medio = ?) and est = 0 and fmedio is null and (fcreacion = ? or dia = ?)";
 
-// Read at once: what another terminal deletes or changes meanwhile disturbs no run.
+// Reads all at once, so that changes by another terminal do not disturb the run.
 std::vector<Pending> readPending(Sesion &s, const std::string &condition,
                                  const std::vector<store::Value> &values)
 {
@@ -63,7 +63,7 @@ std::vector<Pending> readPending(Sesion &s, const std::string &condition,
     return pending;
 }
 
-// Notes a task as gone out. @return false when another terminal has done it, or the task is gone
+// Marks a task as sent. @return false when another terminal already has, or the task is gone
 bool wentOut(Sesion &s, QDate hoy, const Pending &p)
 {
     return s.morvane->Execute("update TareasAgenda set fmedio = ? where id = ? and fmedio is null",
@@ -71,7 +71,7 @@ bool wentOut(Sesion &s, QDate hoy, const Pending &p)
            > 0;
 }
 
-// Tasks of one reason and addressee, which stand one behind the other. One message tells them all.
+// Consecutive tasks with the same reason and addressee. One message covers them all.
 using Group = std::span<const Pending>;
 
 Group groupFrom(const std::vector<Pending> &pending, size_t start)
@@ -86,13 +86,13 @@ Group groupFrom(const std::vector<Pending> &pending, size_t start)
 // --- Delivery lists ---
 
 struct DeliveryList {
-    const char16_t *supply; // of the categories that it is about
+    const char16_t *supply; // of the categories on the list
     contact::DeliveryTable scratch;
     QString report;
     int question;
 };
 
-// The services that bring products of such categories to the client's home.
+// The services that deliver products of such categories to the client's home.
 std::vector<store::Value> servicesOf(Sesion &s, const char16_t *supply)
 {
     std::vector<store::Value> services;
@@ -139,9 +139,9 @@ void fillScratch(Sesion &s, const DeliveryList &list, const std::vector<Pending>
         contact::addToList(s, list.scratch, p.ida, p.artaux.toInt());
 }
 
-// A list is noted as gone out once it is laid out, and before the question: answering No drops it,
-// on purpose. A definition of no use costs the list, not the messages; its tasks
-// stay as they were.
+// A list is marked as sent once it is laid out. On purpose: that is before the question, so
+// answering No drops the list. A faulty report definition costs only the list, not the messages,
+// and its tasks stay open.
 void deliver(Sesion &s, QDate hoy, const DeliveryList &list)
 {
     std::unique_ptr<printing::DocumentHtml> document;
@@ -184,7 +184,7 @@ int patientOf(int tip, int ida)
     return agenda::taskSubject(tip) == agenda::Subject::Patient ? ida : 0;
 }
 
-// The template of a task: an appointment uses the one of reminders.
+// The template of a task; appointments use the one for appointment reminders.
 int templateOf(int tip) { return tip > 0 ? agenda::TaskKind::AppointmentReminder : tip; }
 
 bool isDue(int tip, int medio)
@@ -209,7 +209,7 @@ bool passesToLetter(Sesion &s, int tip)
 {
     switch (tip) {
     case agenda::TaskKind::DebtReminder:
-        return true; // whatever the measure says, on purpose
+        return true; // On purpose: whatever the setting says.
     case agenda::TaskKind::Birthday:
         return s.configuracion[setting::MedidasCumple].toInt() == agenda::Channel::MailOrLetter;
     case agenda::TaskKind::DoseReminder:
@@ -224,7 +224,7 @@ void logFailure(Sesion &s, const QString &reason)
     store::logError(s, store::ErrorNumber::Mail, reason, u"EnviarMensajes"_s);
 }
 
-// The run is given up: the board says so for the day.
+// The mail run is abandoned; the board says so for the rest of the day.
 void warnWithoutMail(Sesion &s)
 {
     if (s.morvane->read("SELECT Dibujo FROM Pizarra WHERE Dibujo = ?", board::picture::MailProblem)
@@ -249,7 +249,7 @@ void passToLetters(Sesion &s, QDate hoy)
                                agenda::Channel::MailOrLetter, hoy, hoy, m.tip);
 }
 
-// The deceased, and who was deleted since the task was made, get nothing.
+// Nothing is sent about a deceased patient, or to a client deleted since the task was written.
 bool getsNothing(Sesion &s, int idm, int idc)
 {
     if (idm != 0 && s.clientes->read("select dec from mascotas where idm = ?", idm).toBool())
@@ -257,9 +257,9 @@ bool getsNothing(Sesion &s, int idm, int idc)
     return s.clientes->read("select idc from clientes where idc = ?", idc).isNull();
 }
 
-// Notes that the message of a group has gone out; a dose reminder also on the dose of its first
-// task. The tasks behind the first count as sent, whatever became of that one, on purpose.
-// @return whether the first was still to be noted
+// Marks a group as sent; for a dose reminder the dose of the first task as well.
+// On purpose: the tasks after the first count as sent, whatever became of the first.
+// @return whether the first task was still unmarked
 bool markGroup(Sesion &s, QDate hoy, Group group, bool firstWentOut)
 {
     const Pending &p = group.front();
@@ -276,9 +276,9 @@ bool markGroup(Sesion &s, QDate hoy, Group group, bool firstWentOut)
     return had;
 }
 
-// What one message settles is settled at once and as a whole: a program that dies behind it sends
-// nothing again. Most are one statement, which costs the disk half of what a batch over all files
-// does.
+// Marks at once and as a unit everything that a message covers, so that nothing is sent again after
+// a crash. Most groups need a single statement, which costs half the disk writes of a batch over
+// all files.
 bool log(Sesion &s, QDate hoy, Group group, bool firstWentOut)
 {
     if (group.size() == 1 && group.front().tip != agenda::TaskKind::DoseReminder)
@@ -308,7 +308,7 @@ struct Mensaje {
     QString text; // "" when nothing is to be sent
 };
 
-// What nothing is sent for does not count as sent either, nor does a text that the clinic emptied.
+// Tasks that nothing is sent for do not count as sent; nor do those whose template is empty.
 Mensaje messageOf(Sesion &s, const Pending &p)
 {
     const int idm = patientOf(p.tip, p.ida);
@@ -320,7 +320,7 @@ Mensaje messageOf(Sesion &s, const Pending &p)
     return {idc, subjectOf(s, p.tip), text.trimmed().isEmpty() ? QString() : text};
 }
 
-// Sends one after the other. @return how many appointments were reminded of
+// Sends the groups one by one. @return the number of appointment reminders sent
 int sendInTurn(Sesion &s, QDate hoy, const std::vector<Pending> &pending, MailSession &mail,
                int &done, const std::function<void()> &advance)
 {
@@ -337,7 +337,7 @@ int sendInTurn(Sesion &s, QDate hoy, const std::vector<Pending> &pending, MailSe
         const bool sent = EnviarCorreo(s, mail, m.subject, m.idc, m.text);
         logEvenIfWaiting(s, hoy, group, sent);
         if (mail.error() != std::exchange(noted, mail.error()))
-            logFailure(s, noted); // once for what befalls many
+            logFailure(s, noted); // the same failure only once
         appointments += sent && group.front().tip > 0;
         done += int(group.size());
     }
@@ -345,7 +345,7 @@ int sendInTurn(Sesion &s, QDate hoy, const std::vector<Pending> &pending, MailSe
     return appointments;
 }
 
-// @return why the run was given up, to be told to the user; "" when it was not
+// @return message for the user saying why the run was abandoned; "" when it was not
 QString sendMails(Sesion &s, QDate hoy)
 {
     const std::vector<Pending> pending =
@@ -388,7 +388,7 @@ void sendLetters(Sesion &s, QDate hoy)
     const std::vector<Pending> pending = readPending(
         s, "medio = 2 and fmedio is null and fcreacion = ? order by tip, ida, id", {hoy});
     s.progress.tellStage(s(text::PerformingTasks));
-    printing::DocumentSet letters; // one print job, and one question where there is no printer
+    printing::DocumentSet letters; // one print job, and a single question if there is no printer
     store::Answer answer = store::Answer::Yes;
     for (size_t i = 0; i < pending.size();) {
         const Group group = groupFrom(pending, i);
@@ -403,8 +403,8 @@ void sendLetters(Sesion &s, QDate hoy)
             continue;
         const QString text =
             ComponerMensaje(s, p.tip, idc, idm, p.artaux.toInt(), agenda::Channel::Letter);
-        // Noted as sent before the question: answering No drops it, on purpose. What another
-        // terminal has noted since is that one's to ask about.
+        // On purpose: marked as sent before the question, so answering No drops the letter. If
+        // another terminal has marked it in the meantime, that terminal asks about it.
         if (text.trimmed().isEmpty() || !log(s, hoy, group, true))
             continue;
         const QString name = idm != 0 ? LeerCampo(s, "clientes", "mascotas", idm, "nom")
@@ -440,8 +440,8 @@ bool EnviarMensajes(Sesion &s, QDate hoy)
     bool only = false;
     QString failure;
     {
-        // Not while a question or a message stands open: those may last over midnight, and the next
-        // day shall not wait for them. Lists and letters are taken by whoever notes them first.
+        // The lock is not held while a question or message is open: that may last past midnight,
+        // and the next day must not wait. Lists and letters go to whoever marks them first.
         const auto sending = s.motor->lock(u"kelvara.correo"_s, SendingWait,
                                            [&s](const QString &) { s.progress.tellBar(0, 1); });
         only = sending->isHeld();

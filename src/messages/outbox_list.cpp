@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// The outbox has words of its own for some of the kinds.
+// The outbox has its own wording for some kinds.
 QString reasonInOutbox(const Sesion &s, int tip)
 {
     switch (tip) {
@@ -67,7 +67,7 @@ std::vector<DayMessage> messages::dayMessages(Sesion &s)
         m.id = r["id"].toInt();
         m.tip = r["tip"].toInt();
         if (agenda::taskSubject(m.tip) == agenda::Subject::User)
-            continue; // a user's note to himself goes to nobody
+            continue; // a user's own note is not a message
         m.medio = r["medio"].toInt();
         m.ida = r["ida"].toInt();
         m.artaux = r["artaux"].toInt();

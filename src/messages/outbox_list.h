@@ -1,4 +1,4 @@
-// What went out today, what waits, and the text of each message.
+// What went out today, what is still waiting, and the text of each message.
 #pragma once
 
 #include "store/session.h"
@@ -21,11 +21,11 @@ struct DayMessage {
     QString state;
 };
 
-/// The messages of today.
+/// Today's messages, sent and unsent.
 std::vector<DayMessage> dayMessages(Sesion &s);
 
-/// The text that the addressee gets: the mail text when the task may go either way and the client
-/// has an address, else that of the task's medium.
+/// The text that the addressee gets. A task that may go either way uses the mail text if the client
+/// has an address; otherwise the task's channel decides.
 QString messageText(Sesion &s, const DayMessage &message);
 
 } // namespace messages

@@ -24,7 +24,7 @@ std::vector<PlannedNotice> messages::noticesOf(Sesion &s, NoticesGroup group)
 
     std::vector<PlannedNotice> notices;
     if (first > last)
-        return notices; // swapped bounds would find tomorrow's
+        return notices; // BETWEEN also accepts swapped bounds and would find tomorrow's doses
     Recordset r = s.clientes->OpenSnapshot(
         std::string("select ArtPlan.idm, ArtPlan.ida, ArtPlan.dos, ArtPlan.IdCat, ArtPlan.rep, "
                     "mascotas.nom, mascotas.idc from ArtPlan inner join mascotas on mascotas.idm = "
@@ -39,7 +39,7 @@ std::vector<PlannedNotice> messages::noticesOf(Sesion &s, NoticesGroup group)
         a.expires = r[4].toDate();
         a.patient = r[5].toText();
         a.idc = r[6].toInt();
-        // By the day and not by the ordinal, which another dose may have tomorrow.
+        // The day and not the ordinal, which another dose may have tomorrow.
         a.key = u"%1-%2-%3-%4"_s.arg(a.idm)
                     .arg(a.ida)
                     .arg(r[3].toInt())

@@ -1,4 +1,4 @@
-// Doses to be talked about with clients, and the notes kept on them.
+// Doses to talk about with clients, and the notes kept on them.
 #pragma once
 
 #include "store/session.h"
@@ -6,11 +6,11 @@
 namespace messages
 {
 
-/// The four lists that the board leads to, by its click codes.
+/// The four lists that the board opens; the values are its click codes.
 enum class NoticesGroup {
-    MissedWithoutService = 18, // from the start before the last one to yesterday
+    MissedWithoutService = 18, // from the day of the previous start to yesterday
     MissedWithService = 19,
-    TodayWithoutService = 20, // from the day after it to today
+    TodayWithoutService = 20, // from the day after the previous start to today
     TodayWithService = 21,
 };
 
@@ -27,11 +27,11 @@ struct PlannedNotice {
     QString note;
 };
 
-/// Open doses of a group, by the patient's name; without the deceased.
+/// The open doses of a group, ordered by the patient's name; deceased patients are left out.
 std::vector<PlannedNotice> noticesOf(Sesion &s, NoticesGroup group);
 /// What to write to the owner: the mail text of dose reminders.
 QString noticeText(Sesion &s, const PlannedNotice &notice);
-/// Keeps a note; an empty one is forgotten.
+/// Stores the note with this key; an empty text removes it.
 void saveNote(Sesion &s, const QString &key, const QString &text);
 
 } // namespace messages

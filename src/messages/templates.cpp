@@ -15,10 +15,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// What goes to featured clients is read from a column that no screen edits, on purpose.
+// On purpose: the greeting for featured clients is read from a column that no form edits.
 constexpr std::string_view SentToFeaturedColumn = setting::MensajeriaSoloADestacados;
 
-// The column of a kind and medium; "" for a kind without a template.
+// The column of the template for a kind and channel; "" for a kind without a template.
 std::string_view columnOf(int tip, int medio)
 {
     if (tip == agenda::TaskKind::FeaturedBirthday)
@@ -28,7 +28,7 @@ std::string_view columnOf(int tip, int medio)
         if (p.tip == tip && (p.medio == agenda::Channel::Mail) == (medio == agenda::Channel::Mail))
             return p.column;
         if (p.tip == tip)
-            column = p.column; // a kind with one text sends it by whatever medium
+            column = p.column; // a kind with a single text uses it for every channel
     }
     return column;
 }
@@ -103,7 +103,7 @@ QString ResolverTag(Sesion &s, const QString &tag, int idc, int idm, int ida)
     if (t == u"FECDIA")
         return QLocale().toString(s.reloj.hoy, QLocale::LongFormat);
     if (t == u"HORTUR") {
-        // Tasks of no patient, the feeding rounds, are nobody's appointment.
+        // Tasks without a patient, such as the feeding rounds, are not appointments.
         const QTime hour = idm != 0 ? HoraTurnoDelDia(s, idm, s.reloj.hoy) : QTime();
         return hour.isValid() ? agenda::longHour(hour) : QString();
     }
@@ -112,7 +112,7 @@ QString ResolverTag(Sesion &s, const QString &tag, int idc, int idm, int ida)
 
 QString messages::fillTags(Sesion &s, const QString &templateText, int idc, int idm, int ida)
 {
-    // One walk: what a tag brings is data and is not looked at again.
+    // A single pass: the values of tags are data and are not scanned for tags again.
     QString text;
     for (qsizetype i = 0; i < templateText.size();) {
         const qsizetype opens = templateText.indexOf(u'<', i);
@@ -121,7 +121,7 @@ QString messages::fillTags(Sesion &s, const QString &templateText, int idc, int 
         text += templateText.mid(i, opens - i);
         const qsizetype closes = templateText.indexOf(u'>', opens);
         if (closes < 0)
-            return text; // the rest is consumed, on purpose
+            return text; // On purpose: the rest is dropped.
         text += ResolverTag(s, templateText.mid(opens + 1, closes - opens - 1), idc, idm, ida);
         i = closes + 1;
     }

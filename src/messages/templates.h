@@ -1,4 +1,4 @@
-// The message templates of the settings and the tags in them.
+// The message templates in the settings, and their tags.
 #pragma once
 
 #include "store/session.h"
@@ -6,43 +6,47 @@
 namespace messages
 {
 
-/// The same for a text at hand, as the preview of the settings shows it.
+/// Fills in the tags of a text given here, as in the preview of the settings. See ComponerMensaje.
 QString fillTags(Sesion &s, const QString &templateText, int idc, int idm, int ida);
 
 /// One entry of the template list of the settings.
 struct Template {
-    int title = 0;           // string of the list entry
-    int help = 0;            // string that tells when it goes
+    int title = 0;           // number of the text that names it
+    int help = 0;            // number of the text that says when it is sent
     std::string_view column; // of the settings row
     int tip = 0;
     int medio = 1; // 1 e-mail, 2 letter
 };
-/// All of them, in the order of the list. The greeting for featured clients is edited in one column
-/// and sent from another, deliberately.
+/// All templates, in the order of the list.
+/// On purpose: the greeting for featured clients is edited in one column and sent from another.
 const std::vector<Template> &templates();
 
-/// Tags that can be written in a template, without the brackets.
+/// The tags a template may contain, without the angle brackets.
 const QStringList &tags();
 
-/// Whom the settings show a template with.
+/// The client and patient used to preview a template in the settings.
 struct Example {
     int idc = 0;
     int idm = 0; // 0 for a client without patients
-    int ida = 0; // a product for the treatment
+    int ida = 0; // product of the treatment
 };
-/// A client, or with 0 the session's client, or else the first one, with the session's patient if
-/// it is that client's and else the first; nullopt while there is no client.
+/// Picks the example for a preview.
+/// @param idc the client; with 0 the session's client or, failing that, the first one. The patient
+///        is the session's if it belongs to that client, else the client's first
+/// @return nullopt while there are no clients
 std::optional<Example> messageExample(Sesion &s, int idc = 0);
 
 } // namespace messages
 
-/// The text of one message: the template of the task's kind and medium with its tags filled in;
-/// "" for a kind that has no template. A "<" without its ">" consumes the rest of the text, on
-/// purpose.
-/// @param tip kind of task; @param medio 1 is the mail text, otherwise the letter text, where a
-///        kind has both; @param ida product of the treatment
+/// The text of one message: the template of the task's kind and channel with its tags filled in.
+/// On purpose: a "<" without a ">" drops the rest of the text.
+/// @param tip kind of task
+/// @param ida product of the treatment
+/// @param medio for kinds that have both texts, 1 selects the mail text and anything else the
+///        letter text
+/// @return "" for a kind without a template
 QString ComponerMensaje(Sesion &s, int tip, int idc, int idm, int ida, int medio);
 
-/// Value of one tag, letter case aside; "" for an unknown one. With @p idc 0 the client is the
-/// owner of @p idm.
+/// The value of one tag, whatever its letter case; "" for an unknown tag. With @p idc 0 the client
+/// is the owner of patient @p idm.
 QString ResolverTag(Sesion &s, const QString &tag, int idc, int idm, int ida);

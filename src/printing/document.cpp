@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 QPageSize printing::usualSize()
 {
-    // Where Letter is what the shops sell (territories of the locale data that name it).
+    // The territories for which the Unicode locale data name Letter as the usual size.
     static constexpr QLocale::Territory withLetter[] = {
         QLocale::UnitedStates, QLocale::Canada,           QLocale::Mexico,
         QLocale::Colombia,     QLocale::Venezuela,        QLocale::Chile,
@@ -72,7 +72,7 @@ int printing::savePdf(Documento &document, const QString &file, const QPageSize 
     }
     if (pages == 0)
         return 0;
-    // The commit does not look at what is still to be written.
+    // commit() alone does not report data that could not be flushed.
     if (!pages || !target.flush() || !target.commit())
         failure();
     return *pages;

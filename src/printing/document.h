@@ -12,20 +12,21 @@ class QPagedPaintDevice;
 class QPaintDevice;
 class QPainter;
 
-/// A document. The same object is previewed, printed and saved.
+/// A document that can be previewed, printed and saved.
 class Documento
 {
 public:
     virtual ~Documento() = default;
 
-    /// For windows, print queues and file names.
+    /// Title for windows, print queues and file names.
     virtual QString titleOf() const = 0;
+    /// Orientation of all its pages.
     virtual QPageLayout::Orientation orientationOf() const { return QPageLayout::Portrait; }
-    /// Lays the pages out for a device. @param area what can be printed on, in millimetres
-    /// @return how many pages; 0 when there is nothing to print
+    /// Lays out the pages for a device. @param area the printable area, in millimetres
+    /// @return the number of pages; 0 when there is nothing to print
     virtual int compose(QPaintDevice &device, QSizeF area) = 0;
-    /// Draws a page, from 0, of the last Componer. The painter stands at the upper left corner of
-    /// the area, in device pixels.
+    /// Draws one page, counted from 0, of the last compose. The painter's origin is the upper left
+    /// corner of the printable area and its unit the device pixel.
     virtual void draw(QPainter &painter, int page) = 0;
 };
 
@@ -35,21 +36,21 @@ namespace printing
 /// Margins of all documents, in millimetres.
 inline constexpr QMarginsF MarginsMm{15, 15, 15, 15};
 
-/// The sheet that this country uses: Letter in the Americas where it is customary, A4 elsewhere.
+/// The usual paper size in the locale's territory: Letter where that is customary, else A4.
 QPageSize usualSize();
 
-/// Hands a document to the session's printing; a failure is told, and nothing else comes of it.
+/// Prints a document through the session. A failure is only reported to the user.
 void printOrTell(Sesion &s, Documento &document);
 
-/// Draws all pages on a device that is set up already (printer, PDF writer).
-/// @return pages drawn, 0 when there is nothing to print; nullopt when the device does not begin or
-/// refuses a page
+/// Draws all pages on a device that has already been set up (printer, PDF writer).
+/// @return the number of pages drawn, 0 when there is nothing to print; nullopt when the device
+///         cannot start or refuses a page
 std::optional<int> drawIn(QPagedPaintDevice &device, Documento &document);
 
-/// Writes the document as PDF, whole or not at all: a former file of that name stays until the new
-/// one is complete, and when there is nothing to print.
-/// @return pages written
-/// @throws StoreError 75 with file and reason when it cannot be written
+/// Writes the document as a PDF, completely or not at all. An existing file of that name is
+/// replaced only once the new one is complete, and kept when there is nothing to print.
+/// @return the number of pages written
+/// @throws StoreError 75, naming the file and the reason, when it cannot be written
 int savePdf(Documento &document, const QString &file, const QPageSize &size = usualSize());
 
 } // namespace printing

@@ -1,4 +1,4 @@
-// Several documents that go to the printer, or into a file, as one.
+// Several documents printed, or saved to a file, as one.
 #pragma once
 
 #include "printing/document.h"
@@ -9,15 +9,18 @@
 namespace printing
 {
 
-/// All stand on the same sheet; each begins on a page of its own.
+/// All documents use the same paper size, and each starts on a new page.
 class DocumentSet : public Documento
 {
 public:
+    /// Appends a document.
     void add(std::unique_ptr<Documento> document);
+    /// Whether no document has been added yet.
     bool isEmpty() const { return m_documents.empty(); }
 
-    /// That of the first, with how many others there are.
+    /// The title of the first document, with the number of the others.
     QString titleOf() const override;
+    /// The orientation of the first document, used for all of them.
     QPageLayout::Orientation orientationOf() const override;
     int compose(QPaintDevice &device, QSizeF area) override;
     void draw(QPainter &painter, int page) override;

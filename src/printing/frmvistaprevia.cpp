@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr double Zooms[] = {0, -1, 0.5, 0.75, 1, 1.25, 1.5, 2, 3}; // 0 page width, -1 whole page
+constexpr double Zooms[] = {0, -1, 0.5, 0.75, 1, 1.25, 1.5, 2, 3}; // 0: page width, -1: whole page
 
 } // namespace
 
@@ -35,7 +35,7 @@ frmVistaPrevia::frmVistaPrevia(Sesion &s, Documento &document, const Printers &p
 
 frmVistaPrevia::~frmVistaPrevia()
 {
-    delete view; // before the printer that it draws on
+    delete view; // must go before the printer that it draws on
 }
 
 void frmVistaPrevia::build(const Printers &printers)
@@ -128,7 +128,7 @@ void frmVistaPrevia::wire()
 void frmVistaPrevia::choosePrinter()
 {
     m_printer->setPrinterName(cmbImpresora->currentText());
-    chooseSheet(); // a printer brings a sheet and margins of its own
+    chooseSheet(); // changing the printer also changes paper size and margins
 }
 
 void frmVistaPrevia::chooseSheet()
@@ -157,7 +157,7 @@ void frmVistaPrevia::print()
             printDocument(m_s, m_document, *m_printer, cmbImpresora->currentText());
             accept();
         } catch (const store::StoreError &e) {
-            // A printer that is off is no failure of the program to be logged.
+            // A printer that is switched off is not an error of the program, so it is not logged.
             if (e.number != store::ErrorNumber::Printer)
                 throw;
             m_s.dialogos.Mensaje(e.description);

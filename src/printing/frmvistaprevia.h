@@ -1,4 +1,4 @@
-// The one preview of everything that can be printed.
+// The print preview of every document.
 #pragma once
 
 #include "printing/printer.h"
@@ -9,12 +9,13 @@ class QLabel;
 class QPrintPreviewWidget;
 class QSpinBox;
 
-/// Shows a document as it will come out of the printer: pages, zoom, printer, sheet size; prints it
-/// and saves it as PDF. Works without any printer.
+/// Shows a document as it will be printed, with a choice of page, zoom, printer and paper size;
+/// prints it or saves it as a PDF. It works without any printer.
 class frmVistaPrevia : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param document must outlive the form
     frmVistaPrevia(Sesion &s, Documento &document, const printing::Printers &printers,
                    QWidget *parent = nullptr);
     ~frmVistaPrevia() override;

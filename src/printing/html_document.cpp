@@ -18,30 +18,30 @@ constexpr double AltoDelPieMm = 8;
 constexpr double TextPoints = 10;
 constexpr double FootPoints = 8;
 
-// What the toolkit takes a length in a text to be measured in: dots of a screen.
+// The resolution in which Qt measures the lengths in a text.
 double screenDpi()
 {
     const QScreen *screen = QGuiApplication::primaryScreen();
     return screen ? qRound(screen->logicalDotsPerInchY()) : 96;
 }
 
-// Upper edge of a row's text.
+// The upper edge of a row's text.
 double above(const QTextTable &table, int row)
 {
     const auto *drawn = table.document()->documentLayout();
     return drawn->blockBoundingRect(table.cellAt(row, 0).firstCursorPosition().block()).top();
 }
 
-// Lays the text out on pages. The toolkit breaks a row between its lines; here the row above one
-// that would be broken grows down to the end of the page instead. Rows are measured on one endless
-// page, so that a long list is laid out twice and not once for each page.
-// @param scale device pixels of a screen's dot
+// Lays out the text on pages. Qt would break a table row between its lines; instead, the row above
+// one that would be broken is extended to the end of the page. Rows are measured on one endless
+// page, so that a long list is laid out twice rather than once for each page.
+// @param scale device pixels per screen pixel
 void paginate(QTextDocument &text, QSizeF page, double scale)
 {
     text.setPageSize({page.width(), 1e7});
     QTextCursor cursor(&text);
     cursor.beginEditBlock();
-    double hasRun = 0; // what stands below has moved down by so much
+    double hasRun = 0; // how far everything below has moved down
     for (QTextFrame *frame : text.rootFrame()->childFrames()) {
         auto *table = qobject_cast<QTextTable *>(frame);
         if (!table || table->rows() <= table->format().headerRowCount() + 1)
@@ -57,7 +57,7 @@ void paginate(QTextDocument &text, QSizeF page, double scale)
         double y = std::fmod(above(*table, 0) + hasRun, page.height());
         for (int row = 0; row < table->rows(); ++row) {
             const double height = heights[size_t(row)];
-            // What no page holds is broken by the toolkit after all, under a head on each page.
+            // A row that is too high for any page is left to Qt to break, with the head repeated.
             if (row >= head && height + headHeight > page.height()) {
                 const double gap = page.height() - headHeight;
                 const double rest = height - (page.height() - y);
@@ -99,7 +99,7 @@ int DocumentHtml::compose(QPaintDevice &device, QSizeF area)
     m_page = QSizeF(area.width(), area.height() - pie) * m_byMm;
 
     m_text = std::make_unique<QTextDocument>();
-    // Sizes in the text are those of a sheet, not of a screen.
+    // Sizes in the text refer to the paper, not to the screen.
     m_text->documentLayout()->setPaintDevice(&device);
     m_text->setDefaultFont(documentFont(TextPoints));
     m_text->setDocumentMargin(0);

@@ -1,4 +1,4 @@
-// Documents that are text with tables: letters and reports.
+// Documents made of text and tables: letters and reports.
 #pragma once
 
 #include "printing/document.h"
@@ -10,17 +10,18 @@
 namespace printing
 {
 
-/// A page-broken HTML text. Heads of tables (thead) are repeated on each page; a foot shows the
-/// title and "page x of y".
+/// An HTML text divided into pages. Table heads (thead) are repeated on each page; a footer shows
+/// the title and "page x of y".
 class DocumentHtml : public Documento
 {
 public:
-    /// @param pie text of the foot, "%1" the page, "%2" all pages; "" for no foot
+    /// @param pie text of the footer, with "%1" for the page and "%2" for the number of pages; ""
+    ///        for no footer
     DocumentHtml(QString title, const QString &html, QString pie,
                  QPageLayout::Orientation orientation = QPageLayout::Portrait);
 
-    /// A picture at the top of the first page: over the full width, or as wide as a third of the
-    /// page's height allows.
+    /// Sets a picture for the top of the first page. It takes the full width, or less so as not to
+    /// be higher than a third of the page.
     void setHeader(QImage image);
 
     QString titleOf() const override { return m_title; }

@@ -1,4 +1,4 @@
-// A letter: a text as it was composed, under the clinic's letterhead where the settings say so.
+// Letters: a finished text, under the clinic's letterhead if the settings ask for it.
 #pragma once
 
 #include "printing/html_document.h"
@@ -7,10 +7,10 @@
 namespace printing
 {
 
-/// What a letter is called in print queues and as a file.
+/// The title of a letter, used in print queues and for its file name.
 QString letterTitle(const QString &reason, const QString &addressee);
 
-/// @param text plain text; its line breaks are kept
+/// Makes a letter. @param text plain text, whose line breaks are kept
 std::unique_ptr<DocumentHtml> composeLetter(Sesion &s, const QString &title, const QString &text);
 
 } // namespace printing

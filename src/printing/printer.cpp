@@ -68,7 +68,7 @@ bool printing::savePdfAsking(Sesion &s, Documento &document, const QPageSize &si
 
 DeskPrinting::DeskPrinting(std::function<Printers()> list) : m_list(std::move(list)) {}
 
-// @return "" when the user backs out
+// @return the name of the printer to use; "" when the user cancels
 QString DeskPrinting::choose(Sesion &s, const Printers &printers)
 {
     const QStringList &names = printers.names;

@@ -1,4 +1,4 @@
-// Putting documents on paper, from a window.
+// Printing documents on behalf of a user at the screen.
 #pragma once
 
 #include "printing/document.h"
@@ -12,37 +12,41 @@ class QPrinter;
 namespace printing
 {
 
-/// The printers that can be chosen.
+/// The printers to choose from.
 struct Printers {
     QStringList names;
-    QString usual; // the system's usual one; "" where it names none
+    QString usual; // the system's default printer; "" when there is none
 
-    /// The one to begin with: the usual one, else the first; "" without any.
+    /// The printer to preselect: the default one, else the first; "" when there is none.
     QString firstOne() const;
 };
+/// The printers that the system knows.
 Printers systemPrinters();
 
-/// A printer set up for a document: usual sheet, margins, orientation.
-/// @param name of the system's printer; "" lays out as a printer of 600 dpi would
+/// Sets up a printer for a document: usual paper size, margins, orientation.
+/// @param name of the system's printer; with "" the layout is that of a 600 dpi printer
 std::unique_ptr<QPrinter> createPrinter(const QString &name, const Documento &document);
 
-/// Draws the document on the printer; one without pages is told instead.
-/// @param name what the user knows the printer by
-/// @throws StoreError 482 when the printer does not take it or is no longer there
+/// Prints the document. If it has no pages, the user is told so instead.
+/// @param name the name by which the user knows the printer
+/// @throws StoreError 482 when the printer refuses the document or no longer exists
 void printDocument(Sesion &s, Documento &document, QPrinter &printer, const QString &name);
 
-/// Asks for a file and saves the document as PDF. What fails is told.
+/// Asks for a file name and saves the document as a PDF. Failures are reported to the user.
 /// @return whether it was saved
 bool savePdfAsking(Sesion &s, Documento &document, const QPageSize &size);
 
-/// The desk of a machine with somebody before it: straight to the usual printer. Where the system
-/// names none the user chooses one, once for the run; where there is no printer he is told so and
-/// may save a PDF.
+/// Printing with a user at the screen: straight to the default printer. When the system has no
+/// default, the user chooses a printer once per run; when there is no printer at all, the user is
+/// told so and may save a PDF instead.
 class DeskPrinting : public store::Printing
 {
 public:
+    /// @param list gives the printers; called for each document, since printers come and go
     explicit DeskPrinting(std::function<Printers()> list = systemPrinters);
+    /// Prints the document. @throws StoreError 482 as printDocument does
     void print(Sesion &s, Documento &document) override;
+    /// Opens the document in the preview.
     void show(Sesion &s, Documento &document) override;
 
 private:

@@ -14,7 +14,7 @@ using Datum = kainjow::mustache::data;
 namespace
 {
 
-// As the sheet shows it; storage knows nothing of locales.
+// A value as it is printed. Storage does not depend on locales, so formatting happens here.
 QString inSheet(const store::Value &v, store::ColumnType type)
 {
     const QLocale local;
@@ -37,17 +37,17 @@ QString inSheet(const store::Value &v, store::ColumnType type)
 
 std::string utf8(const QString &t) { return t.toStdString(); }
 
-// What stands in the head of a definition.
+// The head of a report definition.
 struct ReportHead {
     QString title;
     QString query; // over the scratch database
-    QString group; // column that parts the rows; "" for none
+    QString group; // column by which rows are grouped; "" for none
     QStringList sums;
     QHash<QString, QString> texts; // by name, in the language of the session
     bool landscape = false;
 };
 
-// "uno | um | one": one text for all languages, or one for each.
+// Picks a language from a text such as "uno | um | one", which may also be one text for all.
 QString inLanguage(const QString &text, store::Language language)
 {
     const QStringList each = text.split(u" | "_s);
@@ -73,7 +73,7 @@ void setSums(Datum &target, const QStringList &columns, const std::vector<Moneda
                    utf8(QLocale().toString(sums[size_t(i)].toDouble(), 'f', 2)));
 }
 
-// The rows as the template sees them: `filas`, or `grupos` with `filas` in each.
+// The rows as the template sees them: `filas`, or `grupos` with `filas` in each of them.
 Datum fillData(Recordset &r, const ReportHead &head)
 {
     std::vector<Group> groups;
@@ -127,7 +127,7 @@ ReportHead readHead(const QString &definition, store::Language language, QString
         const QString t = line.trimmed();
         if (t.isEmpty())
             continue;
-        // A line that begins with a blank goes on with the one before.
+        // A line that begins with a space continues the one before.
         if (line.startsWith(u' ') && last) {
             *last += u' ' + t;
             continue;
@@ -161,7 +161,8 @@ struct DefinitionFile {
     QString text;
 };
 
-// The clinic's own for the language, the clinic's own for all of them, the one that comes along.
+// Looks for the clinic's own definition for the language, then for its own one for all languages,
+// then for the one that ships with the program.
 DefinitionFile readDefinition(const Sesion &s, const QString &name)
 {
     const QString forAll = name + u".html"_s;
@@ -219,7 +220,7 @@ std::unique_ptr<DocumentHtml> printing::runReport(Sesion &s, const QString &name
     try {
         return run(s, file.text);
     } catch (const store::StoreError &e) {
-        // A clinic may have changed the file: which one it is comes first.
+        // The clinic may have edited the file, so the message starts with its name.
         throw store::StoreError(e.number, (file.name + u"\n"_s + e.description).trimmed(),
                                 e.statement);
     }

@@ -1,4 +1,4 @@
-// Report runs: a definition from the folder reportes over a scratch table.
+// Reports: a definition from the folder reportes, filled from a scratch table.
 #pragma once
 
 #include "printing/html_document.h"
@@ -7,9 +7,9 @@
 namespace printing
 {
 
-/// Fills a definition with the rows of the scratch tables as they stand: the clinic's own in the
-/// folder reportes of its data, `name` with or without the language code, or the one that the
-/// program brings.
+/// Fills a report definition with the current rows of the scratch tables. The clinic's own
+/// definition, in the folder reportes of its data and with or without the language code after
+/// @p name, comes before the one that ships with the program.
 /// @throws StoreError 53 when there is no definition, 3075 with the line that cannot be read
 std::unique_ptr<DocumentHtml> runReport(Sesion &s, const QString &name);
 

@@ -1,4 +1,4 @@
-// The sheet that documents are drawn on, in millimetres.
+// The sheet on which documents are drawn, measured in millimetres.
 #pragma once
 
 #include <QFont>
@@ -11,30 +11,35 @@ class QColor;
 namespace printing
 {
 
-/// A painter with a ruler: everything in millimetres from the upper left corner of what can be
-/// printed on, letters in points, whatever the resolution of the device.
+/// A painter that measures in millimetres from the upper left corner of the printable area, and
+/// font sizes in points, whatever the resolution of the device.
 class Sheet
 {
 public:
+    /// @param painter must be active, with its origin at the upper left corner of the area
     explicit Sheet(QPainter &painter);
 
-    /// One line, shortened with dots where it is wider than the box.
+    /// Draws one line of text, elided where it is wider than the box.
+    /// @param points font size
     /// @param alignment Qt::Alignment flags
     void Line(const QRectF &box, const QString &text, double points, int alignment,
               bool bold = false);
+    /// Draws the outline of a box. @param thickness in millimetres
     void frame(const QRectF &box, double thickness = 0.2);
+    /// Fills a box with a colour.
     void padding(const QRectF &box, const QColor &color);
-    /// One of the program's drawings, sharp at any size.
+    /// Draws one of the program's vector pictures, centred and as large as fits the box. An unknown
+    /// name draws nothing.
     void pictureOf(const QRectF &box, const QString &name);
 
 private:
     QRectF inPoints(const QRectF &box) const;
     QPainter &m_painter;
-    double m_byMm; // device pixels
+    double m_byMm; // device pixels in a millimetre
 };
 
-/// The typeface of all documents. Without the variants of signs by their neighbours, which are
-/// drawings without a code: what is searched for in a PDF must be there.
+/// The typeface of all documents. Shaping is off because contextual glyphs carry no character code,
+/// and text in a PDF must be searchable.
 QFont documentFont(double points);
 
 } // namespace printing

@@ -75,7 +75,7 @@ void newsOf(DayRun &c)
         s, store::pathUnder(CarpetaLocalDeDatos(), QStringLiteral("notificacionesKelvara.txt")));
     if (!newsItem || newsItem->until < c.hoy)
         return;
-    // News are worth no message; a disk that fails is.
+    // A failing statement is not worth a message here; a failing disk still is.
     store::attempt(s, [&] { AgregarPizarra(s, newsItem->text, picture::News); });
 }
 
@@ -104,8 +104,8 @@ constexpr void (*AllPasses[])(DayRun &) = {
 };
 static_assert(std::size(AllPasses) == PassCount);
 
-// The first start of the day is the one that finds an earlier last start. A folder whose date was
-// lost is run as well: its board would stay empty for ever otherwise.
+// A start is the first of the day if the last one was before today. A folder that has lost the date
+// counts as well, since its board would otherwise stay empty for ever.
 bool isFirstStart(Sesion &s)
 {
     const QDate last = s.configuracion[setting::FechaUltimoInicio].toDate();
@@ -127,8 +127,8 @@ DayRun beginRun(Sesion &s)
     return c;
 }
 
-// All passes as one commit, with what @p atEnd adds. A run that is broken off anywhere leaves
-// nothing behind, so no stock is consumed twice when the day is run again.
+// Runs all passes and @p atEnd as one commit. An interrupted run leaves nothing behind, so no stock
+// is consumed twice when the day runs again.
 DayRun runPasses(Sesion &s, void (*atEnd)(Sesion &))
 {
     std::optional<DayRun> run;
@@ -153,8 +153,8 @@ DayRun runPasses(Sesion &s, void (*atEnd)(Sesion &))
     return c;
 }
 
-// In one batch, for a failure may have struck thousands of rows. A log that cannot be written costs
-// nothing else.
+// One batch, because a failure may have affected thousands of rows. If the log cannot be written,
+// nothing else is lost.
 void logAll(Sesion &s, const std::vector<const store::StoreError *> &errores, const QString &source)
 {
     if (errores.empty())
@@ -169,12 +169,13 @@ void logAll(Sesion &s, const std::vector<const store::StoreError *> &errores, co
     }
 }
 
-// What the run has to say and to ask, once it is written and no other terminal waits for it.
+// Everything the run has to report and to ask, once it is written and no other terminal waits for
+// it.
 void report(const DayRun &c)
 {
     Sesion &s = c.s;
     const QString source = QStringLiteral("Tareas de Inicio. ");
-    // Each failure is logged; one that struck many rows is told once.
+    // Every failure is logged, but the same one is reported only once.
     QSet<QString> told;
     std::vector<const store::StoreError *> repeated;
     for (const store::StoreError &e : c.errores) {
@@ -192,7 +193,8 @@ void report(const DayRun &c)
         ImprimirAgendaDia(s, true, c.hoy, {});
 }
 
-// Only the number of the month is compared, on purpose: exactly twelve months later nothing runs.
+// On purpose: only the number of the month is compared, so exactly twelve months later nothing
+// runs.
 bool isNewMonth(Sesion &s)
 {
     return s.configuracion[setting::FechaUltimoInicioMes].toDate().month() != s.reloj.hoy.month();
@@ -211,8 +213,8 @@ std::unique_ptr<store::Lock> lock(Sesion &s)
                          });
 }
 
-// Only behind the lock is it known whether another terminal has done the work meanwhile. A lock
-// that cannot be had is told: the clinic must not believe in a board of yesterday.
+// Whether another terminal has done the work in the meantime can only be known with the lock held.
+// Failing to get it is reported, so that nobody takes yesterday's board for today's.
 template <typename F>
 bool underLock(Sesion &s, bool (*pending)(Sesion &), F &&work)
 {
@@ -228,10 +230,10 @@ bool underLock(Sesion &s, bool (*pending)(Sesion &), F &&work)
 
 // --- The outbox ---
 
-// A file beside the databases holds the day whose outbox is due. It is made before the commit that
-// the outbox follows and goes when all is sent: whatever a program dies of in between, the next
-// start of the day sends the rest. What an earlier day left is not sent, since each run looks at
-// its own day alone.
+// A file beside the databases names the day whose outbox is due. It is created before the commit
+// that the outbox depends on and removed when everything is sent, so that after a crash in between
+// the next start of that day sends the rest. Leftovers of an earlier day are not sent: each run
+// handles its own day only.
 QString sendingMark(const Sesion &s)
 {
     return store::pathUnder(s.dataFolder, QStringLiteral("kelvara.envio"));
@@ -254,7 +256,7 @@ bool hasOutboxDue(const Sesion &s)
     return mark.open(QIODevice::ReadOnly) && mark.readAll() == thisDay(s);
 }
 
-// Another terminal may have begun the next day meanwhile, whose mark this is not to take away.
+// Another terminal may have begun the next day in the meantime; its mark must stay.
 void unmark(const Sesion &s)
 {
     QFile mark(sendingMark(s));
@@ -305,10 +307,10 @@ bool passGate(Sesion &s, const LaterSteps &steps)
     try {
         hasRun = isFirstStart(s) && runDay(s, steps);
     } catch (const store::StoreError &) {
-        agenda::loadAlarms(s); // the appointments stand, whatever became of the pass
+        agenda::loadAlarms(s); // appointments still need their alarms when the pass fails
         throw;
     }
-    // A second start of the day rings the alarms as well.
+    // Alarms ring on a second start of the day too.
     if (!hasRun)
         agenda::loadAlarms(s);
 
@@ -317,7 +319,7 @@ bool passGate(Sesion &s, const LaterSteps &steps)
     const bool free = send(s, steps);
 
     s.progress.tellStage(s(text::MonthlyTasks));
-    // The terminal that is sending goes on to the month itself.
+    // A terminal that is busy sending will do the monthly step itself.
     if (steps.monthlyStep && free && isNewMonth(s)) {
         runMonth(s, steps);
         send(s, steps);
@@ -337,8 +339,8 @@ bool IniciarTareas(Sesion &s, const LaterSteps &steps)
         if (e.number != store::ErrorNumber::DatabaseDamaged)
             throw;
     }
-    // The pass reads what no opening reads. Nothing of it was written; the file is repaired and the
-    // day run again.
+    // The pass reads parts of the files that opening them does not. It has written nothing, so the
+    // file is repaired and the day runs again.
     store::noteDamage(s);
     if (const auto failure = store::openStore(s))
         throw store::StoreError(store::ErrorNumber::Internals, failure->text);

@@ -1,4 +1,4 @@
-// The agenda: alarms, the patients' task flag, the day's summary and who keeps appointments.
+// The agenda: alarms, the patients' task flag, the day's summary and kept appointments.
 
 #include "startup/day_passes.h"
 
@@ -70,14 +70,14 @@ void passes::daySummary(DayRun &c)
     });
 }
 
-// --- Who keeps appointments ---
+// --- Kept appointments ---
 
 void passes::keptAppointments(DayRun &c)
 {
     Sesion &s = c.s;
     c.attempt([&] {
-        // Up to and with today, on purpose: what is open this morning counts as not kept, and so
-        // do the tasks that this run has just booked.
+        // On purpose: today is included, so appointments that are still open this morning count as
+        // not kept, and so do the tasks that this run has just booked.
         Recordset r = s.morvane->OpenSnapshot(
             "select ida, est from TareasAgenda where (tip > 0) and dia between ? and ?",
             c.last.addDays(1), c.hoy);

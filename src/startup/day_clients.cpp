@@ -1,4 +1,4 @@
-// Clients: birthdays of their animals, their debts, and a greeting to new ones.
+// Clients: birthdays of their animals, debts, and a greeting for new clients.
 
 #include "startup/day_passes.h"
 
@@ -19,7 +19,8 @@ void passes::birthday(DayRun &c)
     const int medio = measureOf(c.setting(setting::MedidasCumple));
     int celebrated = 0;
     c.attempt([&] {
-        // 29 February rings only in leap years, on purpose: the day and the month must be today's.
+        // On purpose: a birthday on 29 February counts only in leap years, since day and month must
+        // be today's.
         Recordset r = s.clientes->OpenSnapshot(
             "select idm, idc from mascotas where fecn is not null and day(fecn) = ? and "
             "month(fecn) = ? and dec = 0",
@@ -52,11 +53,11 @@ void passes::birthday(DayRun &c)
 namespace
 {
 
-// The steps of a debt without payments: what each does when its day has come.
+// What happens to an unpaid debt, step by step.
 struct DebtStep {
-    int men;      // state found
-    int moreDays; // beyond `diasdeudores`
-    int medio;    // of the reminder, 0 for none
+    int men;      // the step that the debt is at
+    int moreDays; // days to wait beyond `diasdeudores`
+    int medio;    // channel of the reminder, 0 for none
     bool account;
 };
 
@@ -64,7 +65,7 @@ constexpr DebtStep DebtSteps[] = {
     {0, 0, agenda::Channel::MailOrLetter, true},
     {1, 10, agenda::Channel::MailOrLetter, true},
     {2, 20, agenda::Channel::Letter, true},
-    {3, 0, 0, false}, // told three times: it rests
+    {3, 0, 0, false}, // after three reminders nothing more happens
 };
 
 } // namespace
@@ -85,7 +86,7 @@ void passes::debtors(DayRun &c)
             const int men = f["men"].toInt(), idc = f["idc"].toInt();
             const qint64 daysUnpaid = f["fecultpago"].toDate().daysTo(c.hoy);
             for (const DebtStep &p : DebtSteps) {
-                // The first state waits for nothing more: the query has tested its days.
+                // The first step needs no further wait: the query has checked its days.
                 if (men != p.men || (p.moreDays > 0 && daysUnpaid < term + p.moreDays))
                     continue;
                 if (remind && p.medio != 0) {
@@ -102,7 +103,7 @@ void passes::debtors(DayRun &c)
                 f.Put("men", men + 1);
                 f.Update();
                 debtorCount += p.account;
-                if (men == 0) // the debt has moved, whatever becomes of the profile
+                if (men == 0) // the step is stored even if the profile cannot be updated
                     c.attempt([&] {
                         s.morvane->Execute("update perfiles set deudasdemoradas = deudasdemoradas "
                                            "+ 1 where idc = ?",

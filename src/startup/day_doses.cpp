@@ -1,4 +1,4 @@
-// Doses: those missed while the program was closed, those of today, and the reminders.
+// Doses: those missed while the program was closed, those of today, and reminders.
 
 #include "startup/day_passes.h"
 
@@ -70,8 +70,8 @@ namespace
 
 struct TodaysDoses {
     int toDay = 0;  // clients without service, nothing overdue
-    int late = 0;   // the same with overdue doses
-    int second = 0; // second overdue dose, a message goes out
+    int late = 0;   // the same, with overdue doses
+    int second = 0; // second overdue dose: a message goes out
     int withService = 0;
 };
 
@@ -122,7 +122,7 @@ void doseLine(DayRun &c, const TodaysDoses &d, bool discontinued)
 void passes::dosesOfTheDay(DayRun &c)
 {
     Sesion &s = c.s;
-    // On as 1 and as -1, the two ways in which a Yes was ever stored.
+    // Yes has been stored both as 1 and as -1.
     const int setting = c.setting(setting::MedidasRevacDescont).toInt();
     const bool discontinued = setting == 1 || setting == -1;
     TodaysDoses d;
@@ -154,7 +154,7 @@ void passes::dosesOfTheDay(DayRun &c)
                     }
                 }
                 if (ser > 0) {
-                    // A dose of a closed day is booked for today.
+                    // Doses of the closed days are booked for today too.
                     bookService(c, idm, ida, idcat);
                     ++d.withService;
                 }
@@ -192,7 +192,7 @@ void passes::doseReminders(DayRun &c)
                 t.medio = medio;
                 t.fcreacion = c.hoy;
                 t.artaux = ida;
-                t.des = numberText(dos); // the outbox finds the dose by it
+                t.des = numberText(dos); // by which the outbox finds the dose
                 AgregarTarea(s, t);
                 ++send;
             });

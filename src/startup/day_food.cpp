@@ -1,4 +1,4 @@
-// Food and other consumption: what every day takes from the stocks, and who runs out.
+// Food and other consumption: the daily use of the stocks, and who runs out.
 
 #include "startup/day_passes.h"
 
@@ -40,7 +40,7 @@ void warnMissing(DayRun &c, const Recordset &r, Shortages &shortages)
     }
 }
 
-// Consumes a patient's stock for every day since the last start; the warning is given once.
+// Uses up a patient's stock for every day since the last start, and warns at most once.
 void consume(DayRun &c, Recordset &r, Shortages &shortages, bool withNotices)
 {
     Moneda can = r["can"].toMoneda();
@@ -58,9 +58,9 @@ void consume(DayRun &c, Recordset &r, Shortages &shortages, bool withNotices)
         }
         can = std::max(can, Moneda());
         if (can == yesterday)
-            break; // so are all days to come
+            break; // nothing changes on the remaining days either
     }
-    // A task that cannot be written leaves the stock to be consumed all the same.
+    // The stock goes down even if the task cannot be written.
     if (missing)
         c.attempt([&] { warnMissing(c, r, shortages); });
     r.Edit();

@@ -1,4 +1,4 @@
-// Animals in the house: inpatients, guests and reservations.
+// Animals staying at the clinic: inpatients, guests and reservations.
 
 #include "startup/day_passes.h"
 
@@ -57,7 +57,7 @@ void passes::guests(DayRun &c)
 {
     Sesion &s = c.s;
     s.progress.tellStage(s(text::CheckingBoarding));
-    // The rounds are made anew each day.
+    // The feeding rounds are written afresh each day.
     c.attempt([&] {
         s.morvane->Execute("delete * from TareasAgenda where tip = ?", agenda::TaskKind::Ration);
     });

@@ -9,7 +9,7 @@ using namespace startup;
 namespace
 {
 
-// Option "Nothing" of the reminder and birthday measures.
+// The option "Nothing" of the reminder and birthday settings.
 constexpr int MeasureNothing = 4;
 
 } // namespace

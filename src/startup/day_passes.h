@@ -1,4 +1,4 @@
-// The nineteen passes of a day, and what they share. Internal to the daily pass.
+// The passes that make up the daily pass, and what they share. Internal to it.
 #pragma once
 
 #include "printing/html_document.h"
@@ -11,12 +11,13 @@ namespace startup
 {
 
 inline constexpr int PassCount = 19;
-// Doses of a closed program are caught up for this many days; food is consumed for all of them.
+// Doses that fell due while the program was closed are made up for this many days back at most;
+// food is consumed for all the days.
 inline constexpr int CatchUpDays = 10;
-// Rows between two signs of life on a long walk.
+// Rows between two updates of the progress bar in a long loop.
 inline constexpr int RowsPerNotice = 512;
 
-/// One run of the pass: its days, and what can be told and asked only when it has been written.
+/// One run of the daily pass: the days it covers, and what to report and ask once it is written.
 struct DayRun {
     Sesion &s;
     QDate hoy = s.reloj.hoy;
@@ -24,13 +25,15 @@ struct DayRun {
     qint64 days = 0;
     int pass = 0;
     std::vector<store::StoreError> errores;
-    bool listMissed = false; // the missed doses
+    bool listMissed = false; // offer the list of missed doses
     std::unique_ptr<printing::DocumentHtml> missed = nullptr;
-    bool offerSummary = false; // the day sheet
+    bool offerSummary = false; // offer the day sheet
 
+    /// Value of a column of the settings row.
     store::Value setting(std::string_view column) const { return s.configuracion[column]; }
 
-    // A statement that fails is passed over; a disk that fails ends the run.
+    /// Runs @p f. A statement that fails is noted in `errores` and skipped; a failing disk throws
+    /// StoreError and so ends the run.
     template <typename F>
     void attempt(F &&f)
     {
@@ -38,7 +41,7 @@ struct DayRun {
             errores.push_back(*std::move(e));
     }
 
-    // Walks the rows of a recordset, each one tried by itself.
+    /// Calls @p f with each row of a recordset; a row that fails does not stop the others.
     template <typename F>
     void forEachRow(Recordset &r, F &&f)
     {
@@ -49,41 +52,60 @@ struct DayRun {
         }
     }
 
-    // First day whose doses are looked at.
+    /// First day whose doses are checked: @p afterLast days after the last start, but no more than
+    /// DaysThatRecovered days ago.
     QDate from(int afterLast) const
     {
         return days > CatchUpDays ? hoy.addDays(-CatchUpDays) : last.addDays(afterLast);
     }
 };
 
-/// Joins the pieces of a board line with one blank.
+/// Joins the pieces of a board line with single spaces.
 QString joined(std::initializer_list<QString> parts);
-/// Ends a line with a point; some texts of the table bring theirs.
+/// Adds a full stop unless there is one already; some texts of the table end with their own.
 QString withFullStop(const QString &t);
+/// A number in plain digits, whatever the locale.
 QString numberText(int n);
 
-/// Reminder and birthday measures: the `medio` to use for 1, 2 and 3, else 0 for off.
+/// Turns a reminder or birthday setting into the channel (agenda::Channel) to use.
+/// @return the setting itself for 1, 2 and 3, else 0: switched off
 int measureOf(const store::Value &v);
 
-/// Books what the clinic itself does today: the category's service with the product to bring.
+/// Books a visit for today: the service of category @p idcat, which takes product @p ida to
+/// patient @p idm.
 void bookService(DayRun &c, int idm, int ida, int idcat);
 
-/// Each runs inside the day's batch and tries its statements one by one.
+/// The passes in files of their own. Each runs inside the day's batch and tries its statements one
+/// by one, so that a failing statement does not stop the rest.
 namespace passes
 {
+/// Takes each day's ration from the stocks and warns of those that run out.
 void foodStock(DayRun &c);
+/// Doses that fell due while the program was closed.
 void missedDoses(DayRun &c);
+/// Doses of today, and visits for those of the closed days that the clinic gives itself.
 void dosesOfTheDay(DayRun &c);
+/// Reminders of doses that fall due in the next days.
 void doseReminders(DayRun &c);
+/// Today's birthdays of patients.
 void birthday(DayRun &c);
+/// Moves unpaid debts on to their next reminder.
 void debtors(DayRun &c);
+/// Greets clients added in the last two days who have an e-mail address.
 void newClients(DayRun &c);
+/// Counts the inpatients.
 void inpatients(DayRun &c);
+/// Boarded animals and reservations, and the feeding rounds.
 void guests(DayRun &c);
+/// Loads the alarms of today.
 void Alarmas(DayRun &c);
+/// Clears the task flag of patients who have no open task any more.
 void taskMarks(DayRun &c);
+/// Summarises today's tasks on the board.
 void daySummary(DayRun &c);
+/// Counts in the clients' profiles who kept their appointments and who did not.
 void keptAppointments(DayRun &c);
+/// Reports the tasks that were left open yesterday.
 void yesterdayTasks(DayRun &c);
 } // namespace passes
 

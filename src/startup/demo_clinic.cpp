@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Switches on what the board can tell of. Letters stay off: they would ask about each one.
+/// Switches on everything that shows on the board. Letters stay off, since each would ask a
+/// question.
 void adjustSettings(Demo &d)
 {
     d.morvane.Execute(

@@ -1,4 +1,4 @@
-// A made-up clinic in full swing, to look at the program without typing.
+// A made-up clinic in full swing, for trying the program without entering any data.
 #pragma once
 
 #include "store/session.h"
@@ -6,10 +6,11 @@
 namespace startup
 {
 
-/// Fills a data folder that was just made and opened: a clinic three days after its last start,
-/// whose next one finds something for every line of the board. The same day and language give the
-/// same clinic. One user without a password, so that nobody is asked who is working.
-/// @throws StoreError; then nothing was written
+/// Fills a data folder that has just been created and opened with a clinic whose last start was
+/// three days ago, so that the next one finds something for every line of the board. The same day
+/// and language always give the same clinic. It has a single user without a password, so there is
+/// no login.
+/// @throws StoreError when it cannot be written; nothing was written then
 void createDemo(Sesion &s);
 
 } // namespace startup

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int Days = 90; // sales and purchases go back this far
+constexpr int Days = 90; // how far sales and purchases go back
 constexpr int DeliveryNote = 4;
 
 struct Line {
@@ -19,7 +19,7 @@ struct Line {
     int can = 0;
 };
 
-/// A sale on account: days since its last payment, step of its reminders.
+/// A sale on account: days since the last payment, and the reminder step it is at.
 struct Debt {
     int days = 0;
     int men = 0;
@@ -38,7 +38,7 @@ struct Sale {
     const Debt *deuda = nullptr;
 };
 
-// Every step that the reminders of a debt can stand on, then Debts of this month and paid ones.
+// Debts at every reminder step, then debts of this month, then paid ones.
 constexpr Debt Debts[] = {{30, 0},       {32, 0},       {36, 0},       {39, 0},       {33, 1},
                           {41, 1},       {44, 1},       {52, 2},       {55, 2},       {62, 3},
                           {66, 3},       {75, 4},       {78, 4},       {2, 0},        {5, 0},
@@ -46,7 +46,7 @@ constexpr Debt Debts[] = {{30, 0},       {32, 0},       {36, 0},       {39, 0}, 
                           {10, 0, true}, {14, 0, true}, {20, 0, true}, {27, 0, true}, {35, 0, true},
                           {48, 0, true}, {60, 0, true}, {70, 0, true}};
 
-// What is sold, as often as it stands here.
+// Products to sell; one that is listed several times sells more often.
 constexpr int Sold[] = {75, 75, 75, 75, 82, 82, 78, 79, 81, 80, 86, 88, 73, 4,  4,  1,
                         2,  3,  12, 12, 14, 15, 17, 19, 20, 21, 21, 22, 23, 25, 25, 27,
                         31, 32, 38, 39, 41, 45, 47, 49, 51, 52, 53, 54, 58, 58, 60, 61};
@@ -77,7 +77,7 @@ void setPrices(Demo &d)
         a.cost = a.idcat == 2 ? Moneda() : percentageOf(a.price, 60);
         const int pieces = prices.Cell(row, u"stock").toInt();
         const int minimum = prices.Cell(row, u"minimo").toInt();
-        // Stock and minimum count what a piece holds, where it holds something.
+        // Stock and minimum are in the unit of a piece's contents if it has any, else in pieces.
         const Moneda measure = a.canuni == Moneda() ? Moneda::whole(1) : a.canuni;
         d.finanzas.Execute(
             "update Articulos set can = ?, [min] = ?, canamb = ?, p1 = ?, p2 = ?, p3 = ?, p4 = ?,"
@@ -89,7 +89,7 @@ void setPrices(Demo &d)
     }
     d.finanzas.Execute("update FLCategorias set PorcentajeGanancia = 40 where idcat <> 2");
 
-    // Batches: two for each product that has them, three of them about to expire or expired.
+    // Two batches for each product that has batches; three of them are near expiry or expired.
     const std::map<int, int> ready{{8, -5}, {41, 12}, {46, 25}};
     for (Recordset r =
              d.finanzas.OpenSnapshot("select * from Articulos where vto = 1 order by ida");
@@ -103,7 +103,7 @@ void setPrices(Demo &d)
     }
 }
 
-/// The price of the lines, before and after the discount.
+/// The total of the lines, before the discount.
 Moneda sumOf(const Demo &d, const Sale &v)
 {
     Moneda sum;
@@ -171,7 +171,7 @@ std::vector<Sale> inventSales(Demo &d)
         v.tip = deuda.cancelled ? 4 : 2;
         v.deuda = &deuda;
         addLines(d, v);
-        v.lines.push_back({74, 1}); // worth owing
+        v.lines.push_back({74, 1}); // makes the debt large enough
         ventas.push_back(std::move(v));
     }
     std::ranges::stable_sort(ventas, [](const Sale &a, const Sale &b) {
@@ -261,7 +261,7 @@ void purchases(Demo &d)
                                " values (?, ?, ?, ?, ?, 'u')",
                                idcompra, a.ida, a.cost, can, a.cost * can);
         }
-        // Every third one on account, half of those paid off by now.
+        // Every third one is on account; half of those are paid off by now.
         const bool toAccount = idcompra % 3 == 0;
         const bool cancelled = idcompra % 6 == 0;
         d.finanzas.Execute(

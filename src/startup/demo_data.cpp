@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 int Chance::between(int from, int until)
 {
-    // A counter scrambled by multiplications and shifts: short, and good enough for names.
+    // A counter scrambled by multiplications and shifts (SplitMix64): short, and good enough here.
     m_state += 0x9e3779b97f4a7c15u;
     quint64 z = m_state;
     z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9u;

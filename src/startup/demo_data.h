@@ -1,4 +1,4 @@
-// What the parts of the demonstration clinic share: chance that repeats itself, words, and the
+// What the parts of the demonstration clinic share: repeatable random numbers, words, and the
 // people, animals and products while they are being made up.
 #pragma once
 
@@ -12,15 +12,17 @@
 namespace startup
 {
 
-/// Chance that gives the same numbers on every machine and with every library.
+/// Random numbers that are the same on every machine and with every standard library.
 class Chance
 {
 public:
+    /// The same seed always gives the same numbers.
     explicit Chance(quint64 seed) : m_state(seed) {}
     /// A whole number from @p from to @p until, both included.
     int between(int from, int until);
     /// True @p percentage times in a hundred.
     bool isDue(int percentage) { return between(1, 100) <= percentage; }
+    /// One of the elements of @p list, which must not be empty.
     template <typename C>
     const auto &pick(const C &list)
     {
@@ -35,9 +37,11 @@ private:
 class Words
 {
 public:
+    /// Reads the lists. @throws std::runtime_error when the file is not built in
     explicit Words(store::Language language);
+    /// The words of a list. @throws std::runtime_error when there is no such list
     const QStringList &operator[](const QString &list) const;
-    /// The words of a list with their fields.
+    /// The words of a list, each split into its fields.
     QList<QStringList> fieldsOf(const QString &list) const;
 
 private:
@@ -48,7 +52,7 @@ struct DemoClient {
     int idc = 0;
     QString ayn;
     QString dir;
-    int loc = 0; // from 1, as localidades has them
+    int loc = 0; // from 1, in the order of the list `localidades`
     QString tel2;
     QString telc2;
     QString email;
@@ -56,7 +60,7 @@ struct DemoClient {
     QDate fecu;
     int obra = 0;
     bool deuda = false;
-    bool profile[6] = {}; // 1 to 5
+    bool profile[6] = {}; // 1 to 5; 0 is unused
 };
 
 struct DemoPatient {
@@ -73,7 +77,7 @@ struct DemoPatient {
     bool inpatient = false;
     bool boarded = false;
     bool task = false;
-    bool setAside = false; // its doses, food or stay show something on the board: leave it alone
+    bool setAside = false; // something on the board depends on it: leave it alone
     QDate feci;
     QDate fult;
 };
@@ -86,7 +90,7 @@ struct DemoProduct {
     Moneda cost;
 };
 
-/// The clinic in the making.
+/// The clinic while it is being made up.
 struct Demo {
     Sesion &s;
     Base &clientes;
@@ -102,21 +106,25 @@ struct Demo {
     std::vector<DemoProduct> articulos{};
     QHash<QString, int> counters{}; // of the settings row, by column
 
+    /// The next number of a counter, from 1.
     int nextOne(const QString &counter) { return ++counters[counter]; }
+    /// The client with this number, which must exist.
     DemoClient &Client(int idc) { return people[size_t(idc - 1)]; }
+    /// The product with this number, which must exist.
     const DemoProduct &product(int ida) const { return articulos[size_t(ida - 1)]; }
 };
 
-/// Regions, species, breeds, clients, patients; made up, not yet written.
+/// Makes up regions, species, breeds, clients and patients. Clients and patients are not written
+/// yet.
 void inventPeople(Demo &d);
-/// Doses, food, consultations, studies, stays and tasks. Marks the patients that they show on the
-/// board.
+/// Writes doses, food, consultations, studies, stays and tasks, and marks the patients that they
+/// bring onto the board.
 void inventRecords(Demo &d);
-/// Products with prices and stock, suppliers, sales, purchases, expenses and their accounts.
+/// Writes products with prices and stock, suppliers, sales, purchases, expenses and their accounts.
 void inventCommerce(Demo &d);
-/// Plans, members and their payments.
+/// Writes prepaid plans, their members and the payments.
 void inventMembers(Demo &d);
-/// Writes clients and patients, when nothing more will be changed in them.
+/// Writes clients and patients, once nothing changes in them any more.
 void writePeople(Demo &d);
 
 } // namespace startup

@@ -15,11 +15,11 @@ namespace
 
 constexpr int Clientes = 300;
 constexpr int Patients = 450;
-constexpr int NewOnes = 3;           // clients of yesterday
+constexpr int NewOnes = 3;           // clients added yesterday
 constexpr int FeaturedBirthdays = 2; // birthdays of featured clients' patients
-constexpr int Birthdays = 4;         // birthdays of today, all of them
+constexpr int Birthdays = 4;         // all of today's birthdays
 
-/// Letters without accents, for addresses.
+/// Lower-case letters without accents, for e-mail addresses.
 QString plainOf(const QString &text)
 {
     QString plain;
@@ -50,7 +50,7 @@ QString telephone(Demo &d)
 
 void inventLists(Demo &d)
 {
-    // The usage ranks fall along each list.
+    // Usage ranks decrease along each list.
     for (const QStringList &r : d.words.fieldsOf(u"regiones"_s)) {
         const int id = d.nextOne(u"contadordep"_s);
         d.clientes.Execute("insert into CLDepartamento (id, nom, ctel, ran) values (?, ?, ?, ?)",
@@ -99,7 +99,7 @@ DemoClient inventClient(Demo &d, int idc)
     if (newOne || chance.isDue(65))
         c.email = u"%1.%2@example.%3"_s.arg(plainOf(name), plainOf(surname),
                                             QLatin1StringView(chance.pick(Domains)));
-    // Clients come one after the other, so their days of entry rise with their numbers.
+    // Clients are numbered as they come, so their dates of entry rise with their numbers.
     c.feci = newOne ? d.hoy.addDays(-1) : d.hoy.addDays(-5 - (Clientes - idc) * 4);
     c.fecu = c.feci;
     c.profile[1] = chance.isDue(25);
@@ -129,7 +129,7 @@ DemoPatient inventPatient(Demo &d, int idm, int idc)
     m.dec = chance.isDue(3);
     m.feci = d.Client(idc).feci;
     if (chance.isDue(92)) {
-        // Born before it first came; today's birthdays are given out apart.
+        // Born before its first visit; today's birthdays are assigned separately.
         const int before = chance.isDue(30) ? chance.between(50, 140) : chance.between(200, 3000);
         m.fecn = m.feci.addDays(-before);
         if (m.fecn.month() == d.hoy.month() && m.fecn.day() == d.hoy.day())
@@ -152,7 +152,7 @@ void spreadBirthdays(Demo &d)
             c.profile[1] = c.profile[3] = true, c.profile[2] = false;
         else
             c.profile[3] = false;
-        // Four or eight years: also a 29 February has been one.
+        // Four or eight years old, so that it works on a 29 February too.
         m.fecn = d.hoy.addYears(dados % 2 ? -8 : -4);
         m.feci = std::max(m.feci, m.fecn.addDays(60));
         if (++dados == Birthdays)
@@ -172,7 +172,7 @@ void startup::inventPeople(Demo &d)
     inventLists(d);
     for (int idc = 1; idc <= Clientes; ++idc)
         d.people.push_back(inventClient(d, idc));
-    // One patient for each client, the others to whoever has more than one.
+    // Every client has one patient; the rest are spread at random.
     for (int idm = 1; idm <= Patients; ++idm)
         d.animals.push_back(
             inventPatient(d, idm, idm <= Clientes ? idm : d.chance.between(1, Clientes - NewOnes)));
@@ -209,7 +209,7 @@ void startup::inventMembers(Demo &d)
         DemoClient &c = d.Client(idc += 13);
         c.obra = member.obra;
         const int plan = d.chance.between(1, int(fees.size()));
-        // A request that has run out is older than a year; all others are newer.
+        // An expired membership request is more than a year old; all others are newer.
         const QDate from = d.hoy.addDays(member.obra == 4 ? -380 : -d.chance.between(190, 350));
         const QDate mes = QDate(d.hoy.year(), d.hoy.month(), 1).addMonths(-member.monthsWithoutPay);
         const bool withCollector = d.chance.isDue(60);
@@ -258,7 +258,7 @@ void startup::writePeople(Demo &d)
             c.email, chance.between(1, d.counters[u"contadormark"_s]),
             chance.isDue(8) ? chance.pick(d.words[u"notasdecliente"_s]) : QString(), c.feci, c.fecu,
             c.deuda, c.obra, c.profile[1], c.profile[2], c.profile[3], c.profile[4], c.profile[5]);
-        // The counters agree with the flags: enough events, the larger part on the flag's side.
+        // The counters must match the flags: enough events, most of them on the flag's side.
         const auto part = [&](bool on) {
             return on ? chance.between(7, 15) : chance.between(0, 2);
         };

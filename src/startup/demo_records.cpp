@@ -25,7 +25,8 @@ void addDose(Demo &d, int idm, int ida, int cat, int dos, QDate col, QDate rep, 
                        idm, ida, dos, col, rep, si, cat);
 }
 
-/// Doses of one product given every so many days, the next one open on a day.
+/// Doses of one product, @p interval days apart: @p given that were given, then an open one on
+/// @p next.
 void history(Demo &d, const DemoPatient &m, int ida, int cat, int interval, int given, QDate next)
 {
     for (int i = given; i > 0; --i) {
@@ -35,14 +36,14 @@ void history(Demo &d, const DemoPatient &m, int ida, int cat, int interval, int 
     addDose(d, m.idm, ida, cat, given + 1, {}, next, 0);
 }
 
-/// The next patient that nothing has been made of yet: a living grown dog or cat.
+/// Picks a patient that is not in use yet, a living adult dog or cat, and marks it as used.
 DemoPatient &setAside(Demo &d, int ser)
 {
     const auto free = [&](const DemoPatient &m) {
         return !m.setAside && !m.dec && m.esp <= 2 && m.ser == ser && m.fecn.isValid()
                && m.fecn.daysTo(d.hoy) > 850;
     };
-    // From a place of its own for each search, so that they are not all neighbours.
+    // Each search starts at a random place, so that the patients are not all neighbours.
     const auto from = d.animals.begin() + d.chance.between(0, int(d.animals.size()) - 1);
     auto i = std::find_if(from, d.animals.end(), free);
     if (i == d.animals.end())
@@ -51,7 +52,7 @@ DemoPatient &setAside(Demo &d, int ser)
     return *i;
 }
 
-/// What the next start finds: for each row how many patients, in whose care, when the dose is due
+/// Doses for the next start to find: the number of patients, who gives the dose, when it is due
 /// (days from today) and how many older doses of the category are still open.
 struct DoseCase {
     int patients;
@@ -61,14 +62,14 @@ struct DoseCase {
 };
 
 constexpr DoseCase Cases[] = {
-    {3, 0, -1, 0}, {2, 0, -3, 0},               // missed, the first one
-    {3, 0, -2, 1},                              // missed, the second one
-    {3, 1, -2, 0},                              // missed, in the clinic's care
-    {5, 0, 0, 0},                               // of today
-    {2, 0, 0, 1},                               // of today behind a missed one
-    {1, 0, 0, 2},                               // ... behind two
-    {3, 1, 0, 0},  {1, 1, -1, 0},               // to be given by the clinic
-    {2, 0, 1, 0},  {2, 0, 2, 0},  {3, 0, 3, 0}, // to be reminded of
+    {3, 0, -1, 0}, {2, 0, -3, 0},               // the first one missed
+    {3, 0, -2, 1},                              // the second one missed
+    {3, 1, -2, 0},                              // missed, given by the clinic
+    {5, 0, 0, 0},                               // today
+    {2, 0, 0, 1},                               // today, after a missed one
+    {1, 0, 0, 2},                               // today, after two missed ones
+    {3, 1, 0, 0},  {1, 1, -1, 0},               // given by the clinic
+    {2, 0, 1, 0},  {2, 0, 2, 0},  {3, 0, 3, 0}, // reminders due
 };
 
 void boardDose(Demo &d)
@@ -83,7 +84,7 @@ void boardDose(Demo &d)
         }
 }
 
-/// A plan as it is attached on a day: a row for each product of the chain, those of days gone by
+/// Attaches a plan on a day: one dose for each product of its chain; those due in the past are
 /// given.
 void Plan(Demo &d, const DemoPatient &m, int idr, QDate from)
 {
@@ -116,7 +117,7 @@ void allDoses(Demo &d)
         }
         const int ida = m.esp == 1 ? 2 : m.esp == 2 ? 3 : 9;
         const int years = int(std::clamp<qint64>(age / 365, 1, 4));
-        if (chance.isDue(10)) // given once, nothing further
+        if (chance.isDue(10)) // given once, no further dose planned
             addDose(d, m.idm, ida, Vaccines, 1, d.hoy.addDays(-chance.between(20, 120)), {}, 4);
         else if (chance.isDue(10) && years > 2) // long overdue
             history(d, m, ida, Vaccines, 365, years - 1, d.hoy.addDays(-chance.between(20, 300)));
@@ -141,7 +142,7 @@ void consumption(Demo &d)
         const int total = ida == 23 ? 3000 : ida == 21 ? 15000 : 7500;
         const int daily = m.esp == 2 ? 60 : std::max(80, int(m.pes) * 14);
         const int limit = m.esp == 2 ? 300 : m.pes <= 10 ? 600 : m.pes <= 25 ? 1200 : 2000;
-        // quedan: days until the level is reached; below 0 it has been
+        // remaining: days until the level is reached; negative if it has been already
         const int can = remaining < 0 ? limit / 3 : limit + int(remaining * daily);
         d.clientes.Execute(
             "insert into Consumo (idm, IdCat, ida, can, CanTotal, Con, men, FaltaHoy)"
@@ -174,7 +175,7 @@ void sessions(Demo &d)
         for (int n = chance.between(0, m.esp <= 3 ? 5 : 1); n > 0 && sinceAddition > 1; --n)
             all.push_back({d.hoy.addDays(-chance.between(1, std::min(sinceAddition, 700))), i});
     }
-    // A stable order, the same with every library.
+    // A stable sort, so that the order is the same with every standard library.
     std::ranges::stable_sort(all, {}, &Session::fec);
     for (const auto &[fec, animal] : all) {
         DemoPatient &m = d.animals[animal];
@@ -208,7 +209,7 @@ void results(Demo &d, const char *table, int idm, QDate fec, int count)
     insertRow(d.clientes, QLatin1StringView(table), columns, values);
 }
 
-/// Studies in two generations of columns: a new row has each value behind one blank.
+/// A study, whose table has two generations of columns; a new row has each value after one space.
 void texts2(Demo &d, const char *table, const QStringList &columns, const QString &list, int idm,
             QDate date)
 {
@@ -271,8 +272,8 @@ void kennels(Demo &d)
         int enters;
         int sale;
     };
-    // One guest only, so that the feeding rounds are made; two past their time; a reservation that
-    // nobody kept.
+    // Only one current guest, so that the feeding rounds are written; two overdue ones; and a
+    // reservation that was not kept.
     static constexpr Stay Stays[] = {{u"h", -4, 3}, {u"h", -9, -1}, {u"h", -12, -3}, {u"r", -2, 4},
                                      {u"r", 1, 6},  {u"r", 5, 12},  {u"r", 9, 15}};
     int kennel = 0;
@@ -292,7 +293,7 @@ void Agenda(Demo &d)
     static constexpr int Services[] = {75, 82, 78, 73, 80, 75, 81, 76, 79, 77};
     Chance &chance = d.chance;
     int which = 0;
-    // Two weeks back to one ahead; of yesterday two stay open.
+    // From two weeks ago to one week ahead; two of yesterday's stay open.
     for (int dia = -14; dia <= 7; ++dia) {
         const QDate date = d.hoy.addDays(dia);
         const int appointments = date.dayOfWeek() == Qt::Sunday && dia != 0 && dia != -1 ? 0

@@ -16,7 +16,7 @@ namespace
 
 constexpr int HighestUser = 255; // Usuarios.idu is a byte
 
-/// Gives the rows of a table the names that a seed file has for them.
+/// Renames the rows of a table to the names in a seed file.
 void rename(Base &base, const std::string &sql, const Seeds &seeds, QStringView id,
             QStringView name)
 {
@@ -24,7 +24,7 @@ void rename(Base &base, const std::string &sql, const Seeds &seeds, QStringView 
         base.Execute(sql, seeds.Cell(row, name), seeds.Cell(row, id).toInt());
 }
 
-/// Adds the products or services that are not there yet; those that are get their name.
+/// Adds the products or services that are missing and renames the others.
 /// @return the highest identifier
 int Articulos(Base &finanzas, const Seeds &seeds, bool services)
 {

@@ -1,4 +1,4 @@
-// The first run of a data folder: who works here, and what a clinic starts with.
+// The first run of a data folder: its first user, and the data a clinic starts with.
 #pragma once
 
 #include "store/session.h"
@@ -16,16 +16,17 @@ struct FirstRunData {
     QString password2;
 };
 
-/// @return 0, or the number of the text that says what is wrong: 2259 for the name of the user,
-///         5030 for the passwords
+/// Checks what was entered on the first-run form.
+/// @return 0 when all is well, else the number of the text that says what is wrong: 2259 for the
+///         user's name, 5030 for the passwords
 int validateFirstRun(const FirstRunData &data);
 
-/// Writes the clinic and its first user, a Supervisor, in place of what an earlier try has left.
-/// A clinic without a name takes the user's.
+/// Writes the clinic and its first user, a Supervisor, replacing anything left by an earlier
+/// attempt. A clinic without a name takes the user's.
 void registerFirstRun(Sesion &s, const FirstRunData &data);
 
-/// Puts categories, plans and labels into the program's language and adds products, services and
-/// letters. Run again, it changes the language and adds nothing twice.
+/// Translates categories, plans and labels into the program's language and adds products, services
+/// and letters. Running it again only changes the language; nothing is added twice.
 void seedFirstRun(Sesion &s);
 
 } // namespace startup

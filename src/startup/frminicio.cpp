@@ -128,7 +128,7 @@ void frminicio::build()
 
 void frminicio::wire()
 {
-    // One shot at a time: a step that repaints must not be entered again by its own timer.
+    // Single shot: a step that processes events must not be re-entered by its own timer.
     connect(Timer1, &QTimer::timeout, this, &frminicio::tick);
     connect(txtusr, &QLineEdit::returnPressed, this, &frminicio::nameEntered);
     connect(txtpas, &QLineEdit::returnPressed, this, &frminicio::passwordEntered);
@@ -163,7 +163,7 @@ void frminicio::step()
         return startLogin();
     case 3:
         stage(m_s(text::StartupTasks));
-        // What the pass could not do is told; the clinic can still work today.
+        // Failures of the pass are reported, but the clinic can still work today.
         guarded([this] { call(m_steps.startTasks); });
         if (!m_s.motor) // a file was damaged and could not be repaired
             return end();
@@ -186,7 +186,7 @@ bool frminicio::openAll()
             return;
         }
         call(m_steps.openStore);
-        showPictures(); // in the clinic's own colour, which is known only now
+        showPictures(); // the clinic's colour is known only now
         goesOn = firstRun() && checkStart(m_s, QLocale());
     });
     return fine && goesOn;
@@ -294,7 +294,7 @@ void frminicio::repaintNow(bool always)
 
 void frminicio::reject()
 {
-    // A pass that is cut off half way would be run again in full.
+    // An interrupted pass would have to run again in full.
     if (!m_working)
         end();
 }

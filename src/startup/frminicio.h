@@ -1,4 +1,4 @@
-// The splash: it does the work of a start in steps and asks who is working.
+// The splash screen: does the work of starting up in steps, and handles the login.
 #pragma once
 
 #include "startup/login.h"
@@ -13,14 +13,14 @@ class QTimer;
 namespace startup
 {
 
-/// What the splash needs of the program around it. A step that is empty is left out.
+/// What the splash needs from the program around it. An empty step is skipped.
 struct StartSteps {
-    std::function<bool()> otherInstance; // another one runs on this machine
+    std::function<bool()> otherInstance; // whether another instance runs on this machine
     std::function<void()> prepareFolder; // before the store is opened
-    std::function<void()> openStore;     // the settings can be read: dress the program
+    std::function<void()> openStore;     // settings are readable: apply colours and the like
     std::function<void()> loadBoard;     // build the board, hidden
-    std::function<void()> startTasks;    // the automation of the day
-    std::function<void()> loadOwners;    // screens that stay loaded hidden
+    std::function<void()> startTasks;    // the day's automation
+    std::function<void()> loadOwners;    // screens that are kept loaded but hidden
     std::function<void()> loadSales;
     std::function<void()> showBoard;
     std::function<void()> finish; // ends the program
@@ -28,13 +28,16 @@ struct StartSteps {
 
 } // namespace startup
 
+/// The form of the splash screen.
 class frminicio : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// The first step runs as soon as the event loop does.
     frminicio(Sesion &s, startup::StartSteps steps, QWidget *parent = nullptr);
     ~frminicio() override;
 
+    /// Ends the program, unless a step is under way.
     void reject() override;
 
 private:

@@ -1,4 +1,4 @@
-// The first run of a clinic: its name, and who works there.
+// The form of a clinic's first run: its name and its first user.
 #pragma once
 
 #include "ui/form_base.h"
@@ -7,13 +7,15 @@ class QFormLayout;
 class QLabel;
 class QPushButton;
 
+/// Accepted once the clinic and its user are stored.
 class frmRegistroInicial : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Builds the form with empty boxes.
     explicit frmRegistroInicial(Sesion &s, QWidget *parent = nullptr);
 
-    /// Closing it half way ends the program, so it asks.
+    /// Asks first, because closing the unfinished form ends the program.
     void reject() override;
 
 private:

@@ -1,4 +1,4 @@
-// Who is working: the questions and their answers, without the window that asks them.
+// The rules of the login, without the window.
 #pragma once
 
 #include "store/session.h"
@@ -6,26 +6,27 @@
 namespace startup
 {
 
-/// A login under way. It begins with beginLogin and is moved on by what the user enters.
+/// A login in progress. It starts with beginLogin and advances with what the user enters.
 struct Login {
     enum class Step { AsksName, AsksPassword, Inside, Ends };
 
     Step step = Step::AsksName;
-    QString notice;   // to be shown after each step
+    QString notice;   // to show after each step
     int attempts = 0; // wrong passwords so far
     store::User found;
     QString password; // of the user found
 };
 
-/// A clinic with one user who has no password is never asked: then the session has its user and
-/// the login is over.
+/// Starts a login. With a single user who has no password it is over at once, and the session has
+/// its user.
 Login beginLogin(Sesion &s);
 
-/// ENTER on the name. Letter case does not matter and `*` is a wildcard; the first row counts.
+/// ENTER on the name. Letter case does not matter and `*` is a wildcard; the first match counts.
 void giveName(Sesion &s, Login &login, const QString &text);
 
-/// ENTER on the password, compared letter by letter. Four wrong ones are told as wrong, the fifth
-/// try ends the program whatever it is.
+/// ENTER on the password, which is compared exactly, letter case included. The first four wrong
+/// passwords are rejected; after them any further attempt, even the right password, ends the
+/// program.
 void givePassword(Sesion &s, Login &login, const QString &text);
 
 } // namespace startup

@@ -53,7 +53,7 @@ void seedFixedRows(Motor &motor, store::Language language)
                   {themes.Cell(row, u"IDCategoria").toInt(), themes.Cell(row, u"ID").toInt()});
 }
 
-/// Makes the five files below a folder in which none of them exists.
+/// Creates the five files in a folder that has none of them.
 void createFiles(const QString &folder, store::Language language)
 {
     const std::unique_ptr<Motor> motor = store::createFileEngine(folder);
@@ -68,7 +68,7 @@ void createFiles(const QString &folder, store::Language language)
     lote.commit();
 }
 
-/// Moves the finished files to where they belong: all of them or none.
+/// Moves the finished files to their place: all of them or none.
 bool shift(const QString &from, const QString &folder)
 {
     QStringList puts;
@@ -85,8 +85,8 @@ bool shift(const QString &from, const QString &folder)
     return true;
 }
 
-/// The files come into being beside their place and move there when all of them are whole, so that
-/// neither a failure nor a power cut leaves a folder that looks like a clinic's.
+/// Creates the files next to their place and moves them when all are complete, so that neither a
+/// failure nor a power cut leaves a folder that looks like a clinic's.
 void raise(const QString &folder, store::Language language)
 {
     QDir().mkpath(folder);
@@ -113,7 +113,7 @@ void startup::createFolder(const QString &folder, store::Language language)
         raise(folder, language);
     } catch (const store::StoreError &e) {
         if (!existed)
-            QDir(folder).removeRecursively(); // all of it is ours
+            QDir(folder).removeRecursively(); // created here, so nothing else is in it
         if (e.isMediumFailure())
             throw store::StoreError(store::ErrorNumber::PathOrDisk,
                                     texts(text::FolderCannotBeMade) + u' ' + folder);

@@ -1,4 +1,4 @@
-// Making a new data folder.
+// Creating a new data folder.
 #pragma once
 
 #include "store/texts.h"
@@ -8,12 +8,12 @@
 namespace startup
 {
 
-/// Makes the five databases in a folder, which may exist: tables, indexes, the settings row with
-/// PrimeraVez set and the rows that no clinic goes without. Names and labels are in Spanish until
-/// the first run, which also adds products, services and letters.
-/// @param language of the kinds of taxpayer and of what a failure says
-/// @throws StoreError 75 when the folder holds one of the databases already or cannot be
-///         written; then it is as it was
+/// Creates the five databases in a folder, which may exist already: tables, indexes, the settings
+/// row with PrimeraVez set, and the rows that every clinic needs. Names and labels are in Spanish
+/// until the first run, which also adds products, services and letters.
+/// @param language of the kinds of taxpayer and of error messages
+/// @throws StoreError 75 when the folder already holds one of the databases or cannot be written;
+///         the folder is left as it was
 void createFolder(const QString &folder, store::Language language);
 
 } // namespace startup

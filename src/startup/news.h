@@ -1,4 +1,4 @@
-// The optional news line that arrives as a file beside the user's data.
+// The optional news line, read from a file beside the user's data.
 #pragma once
 
 #include "store/session.h"
@@ -11,10 +11,10 @@ struct NewsItem {
     QString text;
 };
 
-/// Reads one record of two fields parted by a comma or a line break: a day (2026-11-30, also
-/// between # marks, or in the short form of the session's language) and a text, each with or
+/// Reads one record of two fields, separated by a comma or a line break: a day (2026-11-30, also
+/// between # signs, or in the short form of the session's language) and a text, each with or
 /// without double quotes.
-/// @return nullopt when there is no such file or it holds no such record
+/// @return nullopt when the file is missing or holds no such record
 std::optional<NewsItem> readNewsItem(const Sesion &s, const QString &file);
 
 } // namespace startup

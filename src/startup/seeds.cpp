@@ -33,7 +33,8 @@ QStringList cellsOf(const QString &line)
     return cells;
 }
 
-/// Where a column's cell stands in one language, and where else when the row ends before it.
+/// The position of a column's cell in one language, and that in Spanish, used when the row is too
+/// short.
 struct Place {
     qsizetype own = 0;
     qsizetype inSpanish = 0;

@@ -1,4 +1,4 @@
-// The first rows of a new clinic, read from the seed files that are built into the program.
+// The first rows of a new clinic, read from the seed files built into the program.
 #pragma once
 
 #include "store/database.h"
@@ -10,37 +10,41 @@
 namespace startup
 {
 
-/// A seed file in one language: rows of texts under the names of their columns. A row has as many
-/// cells as there are columns; an empty cell stands for Null.
+/// A seed file in one language: column names and rows of texts. Every row has one cell per column;
+/// an empty cell means Null.
 struct Seeds {
     QStringList columns;
     QList<QStringList> rows;
 
-    /// Cell by column name. @throws std::runtime_error when there is no such column
+    /// The cell of a row by column name. @throws std::runtime_error when there is no such column
     const QString &Cell(const QStringList &row, QStringView column) const;
 };
 
-/// A text of letters.txt and the settings that it fills.
+/// A text of letters.txt and the columns of the settings row that it fills.
 struct SeededLetter {
     QStringList columns;
     QString text;
 };
 
-/// Rows with an empty text in a column of the language are left out: they do not exist there.
-/// @param file name without its ending, such as "products"
-/// @throws std::runtime_error when there is no such file or a line cannot be read
+/// Reads a seed file. A row whose cell for the language is empty does not exist in that language
+/// and is left out.
+/// @param file name without its extension, such as "products"
+/// @throws std::runtime_error when the file is missing or a line cannot be read
 Seeds readSeeds(const QString &file, store::Language language);
+/// Reads the texts of letters.txt in one language.
+/// @throws std::runtime_error when a line cannot be read
 QList<SeededLetter> readLetters(store::Language language);
 
-/// The value of a cell as the column's type says. @throws StoreError 3265 for an unknown column
+/// Converts a cell to its column's type; an empty cell gives Null.
+/// @throws StoreError 3265 for an unknown column
 store::Value seedValue(const Base &base, std::string_view table, const QString &column,
                        const QString &cell);
 
-/// Adds a row with these columns.
+/// Adds one row. @param values one for each of @p columns, in the same order
 void insertRow(Base &base, const QString &table, const QStringList &columns,
                const std::vector<store::Value> &values);
 
-/// Adds every row of a seed file whose columns are those of the table.
+/// Adds every row of a seed file, whose columns must all exist in the table.
 void insertSeeds(Base &base, const QString &table, const Seeds &seeds);
 
 } // namespace startup

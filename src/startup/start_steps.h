@@ -1,5 +1,4 @@
-// What a start does before anybody is asked who he is, in the order in which it is done. With a
-// window and without one the same functions run.
+// What a start does before the login, in this order, with or without a window.
 #pragma once
 
 #include "store/session.h"
@@ -9,22 +8,23 @@ class QLocale;
 namespace startup
 {
 
-/// Whether this data folder has never been started to the end.
+/// Whether the first run of this data folder has never been completed.
 bool isFirstRun(Sesion &s);
 
-/// The first run, before the clinic's data are asked for: there is no day to catch up with.
+/// The first run, before the clinic's data are entered. Sets the dates of the last start to today,
+/// since there are no earlier days to make up for.
 void beginFirstRun(Sesion &s);
 
-/// The first run, once the clinic's data are written: folders, the seeds of the clinic and the
-/// welcome line of the board. Nothing of it is left behind when it fails, and the next start
+/// The first run, once the clinic's data are written: creates the folders, the clinic's initial
+/// data and the welcome line of the board. If it fails, no data are written and the next start
 /// begins the first run again.
-/// @throws StoreError also when a folder cannot be made
+/// @throws StoreError also when a folder cannot be created
 void finishFirstRun(Sesion &s);
 
-/// The rest, at every start: the clinic's data, the day of the session, the sanity of that day and
-/// the decimal separator. Asks when the last start lies in the future.
-/// @param system the locale whose numbers the user types
-/// @return false when the user wants to put the date right first: the program must end
+/// The rest, at every start: reads the clinic's data, sets the session's day and checks it, and
+/// checks the decimal separator. Asks the user when the last start lies in the future.
+/// @param system the locale in which the user types numbers
+/// @return false when the user wants to correct the date first: the program must end
 bool checkStart(Sesion &s, const QLocale &system);
 
 } // namespace startup

@@ -1,4 +1,4 @@
-// A clinic with a client, two patients and a few services for the tests of the agenda.
+// A clinic with one client, two patients and a few services, for the tests of the agenda.
 #pragma once
 
 #include "agenda/tasks.h"

@@ -55,7 +55,7 @@ TEST_F(Appointments, RemindsWhenAskedAndWhoForgetsWhenTheSettingSaysSo)
     Appointment requested = appointment(visit, {9, 0});
     requested.remind = true;
     EXPECT_TRUE(carriesReminder(s, requested));
-    requested.idm = 0; // there is nobody to remind
+    requested.idm = 0; // nobody to remind
     EXPECT_FALSE(carriesReminder(s, requested));
 }
 
@@ -70,14 +70,14 @@ TEST_F(Appointments, WritesTheTaskAndMarksThePatient)
               u"201|1|2026-03-12|09:30:00|09:15:00|0|1|2026-03-11|0|Ada s dog\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select idm, tarea from mascotas order by idm"),
               u"1|-1\n2|0\n"_s);
-    // Two at one time are two: nothing prevents it, on purpose.
+    // On purpose: nothing prevents two tasks at the same time.
     book(s, t);
     EXPECT_EQ(dayAppointments(s, hoy.addDays(1)).size(), 2u);
 }
 
 TEST_F(Appointments, AnOwnTaskIsTheUsersAndAsksNothing)
 {
-    s.user.idu = 2; // the same number as a patient's
+    s.user.idu = 2; // also the number of a patient
     Appointment t = appointment(TaskKind::UserTask, {9, 30});
     t.remind = true;
     book(s, t);
@@ -95,7 +95,7 @@ TEST_F(Appointments, OffersTheSheetForTodayBeforeAQuarterPastTen)
     book(s, appointment(control, {22, 15}));
     book(s, appointment(control, {22, 30}));
     book(s, appointment(control, {9, 30}, hoy.addDays(1)));
-    // Feeding rounds and own tasks do not count as a day that has begun.
+    // A day with only feeding rounds and users' tasks still counts as empty.
     s.morvane->Execute("delete * from TareasAgenda");
     task(TaskKind::Ration, 0, hoy, {8, 0});
     task(TaskKind::UserTask, 1, hoy, {8, 0});
@@ -146,7 +146,7 @@ TEST(AppointmentHour, IsTypedAsPeopleDo)
     };
     for (const auto &[text, hour] : cases)
         EXPECT_EQ(typedHour(text), hour) << text.toStdString();
-    // What the box shows can be read back, whatever the country.
+    // What the box shows can be parsed again, whatever the locale.
     const QLocale before;
     for (const auto &country :
          {QLocale(QLocale::Spanish, QLocale::Mexico), QLocale(QLocale::Portuguese, QLocale::Brazil),

@@ -12,7 +12,7 @@ namespace
 class Calendar : public ClinicWithAgenda
 {
 protected:
-    /// The lines as a reader has them: folded ones joined again.
+    /// The lines of a calendar, with folded ones joined.
     static QStringList lines(QByteArray text)
     {
         return QString::fromUtf8(text.replace("\r\n ", "")).split(u"\r\n"_s);
@@ -40,7 +40,7 @@ TEST_F(Calendar, TellsWhatAndWhenWithoutATimeZone)
     EXPECT_EQ(l.count(u"LOCATION:Rambla 1\\; Montevideo"_s), 2);
     EXPECT_EQ(l.filter(u"VALARM"_s).size(), 2) << "only what has an alarm";
 
-    // A task that moves stays the same one for whoever imports it again.
+    // A moved task keeps its UID, so importing it again moves it.
     const QString uid = l.filter(u"UID:1-"_s).value(0);
     ASSERT_FALSE(uid.isEmpty());
     moveTasks(s, {{1, hoy.addDays(3), {8, 0}}});

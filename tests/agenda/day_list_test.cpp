@@ -26,9 +26,9 @@ protected:
 TEST_F(AgendaDay, ListsAppointmentsUsersTasksAndFeedingByTheHour)
 {
     task(control, 1, hoy, {10, 30}, u"limps"_s);
-    task(TaskKind::UserTask, 2, hoy, {8, 0}, u"call the lab"_s); // 2 is a user here
+    task(TaskKind::UserTask, 2, hoy, {8, 0}, u"call the lab"_s); // user 2, not patient 2
     task(TaskKind::Ration, 0, hoy, {9, 0});
-    task(TaskKind::DoseReminder, 1, hoy, {7, 0}); // a communication: not on the list
+    task(TaskKind::DoseReminder, 1, hoy, {7, 0}); // a communication, not on the list
     task(control, 1, hoy.addDays(1), {7, 0});
     const auto dia = dayTasks(s, hoy);
     ASSERT_EQ(dia.size(), 3u);
@@ -44,7 +44,7 @@ TEST_F(AgendaDay, ListsAppointmentsUsersTasksAndFeedingByTheHour)
 
     const auto appointments = dayAppointments(s, hoy);
     ASSERT_EQ(appointments.size(), 1u);
-    // A patient who is gone leaves a row that can still be read.
+    // The task of a deleted patient can still be read.
     task(30000, 99, hoy, {});
     EXPECT_EQ(dayTasks(s, hoy).front().detail, QString()) << "without an hour it comes first";
 }
@@ -107,7 +107,7 @@ TEST_F(AgendaDay, DoneSilencesTheFirstAlarmOfThatTimeAndKindForAnyUser)
     EXPECT_EQ(tasks("est"), u"0\n-1\n0\n"_s);
     EXPECT_FALSE(toggleDone(s, id));
     EXPECT_EQ(alarms(), u"10:45 rings\n10:45 rings\n10:45 rings\n"_s);
-    // A task of another day has no alarm here, though one of today looks just like it.
+    // A task of another day has no alarm here, even if a task of today is otherwise the same.
     const int other = task(control, 1, hoy.addDays(1), {11, 0}, {}, {10, 45});
     EXPECT_TRUE(toggleDone(s, other));
     EXPECT_EQ(alarms(), u"10:45 rings\n10:45 rings\n10:45 rings\n"_s);
@@ -116,7 +116,7 @@ TEST_F(AgendaDay, DoneSilencesTheFirstAlarmOfThatTimeAndKindForAnyUser)
 TEST_F(AgendaDay, AnAlarmFollowsItsTaskAndNoOther)
 {
     const int id = task(control, 1, hoy, {11, 0}, {}, {10, 45});
-    task(control, 2, hoy, {11, 0}, {}, {10, 45}); // looks just like it
+    task(control, 2, hoy, {11, 0}, {}, {10, 45}); // same time and kind
     moveTasks(s, {{id, hoy, {12, 30}}});
     EXPECT_EQ(alarms(), u"12:15 rings\n10:45 rings\n"_s);
     moveTasks(s, {{id, hoy.addDays(1), {0, 10}}});
@@ -131,7 +131,7 @@ TEST_F(AgendaDay, AnAlarmFollowsItsTaskAndNoOther)
     deleteTasks(s, {id});
     EXPECT_EQ(alarms(), u"10:45 rings\n"_s);
 
-    // What is done or was booked at another terminal has no alarm here that could follow it.
+    // Tasks that are done, or were booked at another terminal, have no alarm here to move.
     const int done = task(control, 1, hoy, {11, 0}, {}, {10, 45});
     s.morvane->Execute("update TareasAgenda set est = -1 where id = ?", done);
     const int foreign = task(control, 1, hoy, {11, 0}, {}, {10, 45});

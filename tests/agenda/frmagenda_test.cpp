@@ -29,7 +29,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Takes the registry's place and shows nothing.
+/// Replaces the registry form and shows nothing.
 struct Registry : ui::FormBase {
     explicit Registry(Sesion &s) : ui::FormBase(s, u"frmPropietarios"_s) {}
     void opened(const QVariantMap &) override { ++times; }
@@ -77,7 +77,8 @@ protected:
     }
     QString moved() { return tasks("id, dia, hor"); }
 
-    /// From the middle of a task's first lines to an hour of a day; released unless told not to.
+    /// Drags a task from the middle of its first lines to an hour of a day, and drops it there
+    /// unless @p release is false.
     void drag(int id, QDate toDay, QTime toHour, bool release = true)
     {
         const QPoint hour = hours()->pointOf(toDay, toHour);
@@ -98,7 +99,7 @@ protected:
             QTest::mouseRelease(ground, Qt::LeftButton, {}, to);
     }
 
-    /// Once the booking dialog is open: notes its day and hour and closes it.
+    /// When the booking dialog opens, records its day and hour and closes it.
     void expectBooking(bool book = false)
     {
         QTimer::singleShot(0, qApp, [this, book] {
@@ -182,7 +183,7 @@ TEST_F(Agenda, OpensOnTheDayAndTheViewThatTheBoardNames)
     ASSERT_EQ(own->allRows(), 1);
     EXPECT_EQ(own->cellText(0, 1), u"Patient: Mia"_s);
     EXPECT_TRUE(own->cellText(0, 3) == s(text::NotAccomplished));
-    open(); // without a word: today's list
+    open(); // without parameters: today's list
     EXPECT_EQ(the<QTabBar>(u"tabAgenda"_s)->currentIndex(), 0);
     click(u"cmdSemana"_s);
     click(u"cmdSiguiente"_s);
@@ -208,7 +209,7 @@ TEST_F(Agenda, DelaysAndDeletesWhatIsSelectedInEitherDirection)
     ask.wait(s(text::DeleteQuestion));
     press(list(), Qt::Key_Delete);
     EXPECT_EQ(tasks("id, dia"), u"1|2026-03-11\n2|2026-03-12\n3|2026-03-12\n"_s);
-    // To the day that is shown: nothing leaves.
+    // Moved to the day shown: nothing leaves the list.
     the<ui::DayBox>(u"dtpPasarTarea"_s)->setDay(hoy);
     ask.wait(s(text::DelayTasksQuestion));
     click(u"cmdPasarTarea"_s);
@@ -236,7 +237,7 @@ TEST_F(Agenda, TheFootTellsWhereDelayedTasksWentAndForgetsADeletedOne)
     press(list(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(moved(), before);
 
-    // The row below takes the place of the deleted one, and the last the one above.
+    // Deleting a row selects the one below it, or the one above if it was the last.
     press(list(), Qt::Key_Home);
     ask.wait(s(text::DeleteQuestion) + u"\n\n09:00  A check, Toby"_s);
     press(list(), Qt::Key_Delete);
@@ -287,12 +288,12 @@ TEST_F(Agenda, AltAndArrowsMoveATaskAndControlZTakesItBack)
     press(list(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-11|\n"_s);
     EXPECT_EQ(day(), hoy);
-    // What has no hour has none to move, but it has a day.
+    // A task without an hour can change its day but not its hour.
     press(list(), Qt::Key_Home);
     press(list(), Qt::Key_Up, Qt::AltModifier);
     press(list(), Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(moved(), u"1|2026-03-11|09:20:00\n2|2026-03-10|\n"_s);
-    // All that is selected goes, and stays selected; what would leave the day keeps all there.
+    // All selected tasks move and stay selected; if one would leave the day, none moves.
     s.morvane->Execute("update TareasAgenda set dia = ?", hoy);
     const int late = task(visit, 2, hoy, {23, 30});
     press(list(), Qt::Key_Home, Qt::ControlModifier);
@@ -325,7 +326,7 @@ TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
     QTest::mouseRelease(hours()->viewport(), Qt::LeftButton, {}, hours()->pointOf(hoy, {8, 30}));
     EXPECT_EQ(moved(), u"1|2026-03-11|11:00:00\n"_s);
     EXPECT_TRUE(form->isVisible()) << "it ended the drag, not the form";
-    // Carried about and put back: it does not even go to the next quarter.
+    // Dragged around and dropped where it was, it does not even snap to a quarter of an hour.
     s.morvane->Execute("update TareasAgenda set hor = ? where id = 1", QTime(11, 5));
     press(list(), Qt::Key_F5);
     drag(1, hoy, {9, 0}, false);
@@ -338,10 +339,10 @@ TEST_F(Agenda, AHandMovesATaskByQuartersAndEscapeLeavesItWhereItWas)
     EXPECT_EQ(moved(), u"1|2026-03-13|09:45:00\n"_s);
     EXPECT_EQ(day(), hoy.addDays(2));
     EXPECT_EQ(list()->currentRow(), 0);
-    press(list(), Qt::Key_Home, Qt::ControlModifier); // another day than the task's is listed
+    press(list(), Qt::Key_Home, Qt::ControlModifier); // lists a day other than the task's
     drag(1, hoy.addDays(1), {10, 15});
     EXPECT_EQ(moved(), u"1|2026-03-12|10:15:00\n"_s) << "at the first try";
-    // Those without an hour stand above the hours, all in sight, until they are given one.
+    // Tasks without an hour are above the hours, all visible, until they get one.
     s.morvane->Execute("update TareasAgenda set hor = null where id = 1");
     for (int i = 0; i < 4; ++i)
         task(visit, 2, hoy.addDays(1), {});
@@ -378,16 +379,16 @@ TEST_F(Agenda, TheHoursAreWalkedByKeysAndAFreeOneIsBooked)
         expectBooking();
         press(hours(), key);
     }
-    press(hours(), Qt::Key_Right); // beyond the day that is shown
+    press(hours(), Qt::Key_Right); // past the day shown
     EXPECT_EQ(day(), hoy.addDays(1));
     EXPECT_EQ(hours()->cursorHour(), QTime(10, 30));
     press(hours(), Qt::Key_Home);
     EXPECT_EQ(hours()->chosenOne(), 3);
-    press(hours(), Qt::Key_Return); // its patient
+    press(hours(), Qt::Key_Return); // opens its patient
     EXPECT_EQ(s.IdGlobal.idm, 2);
     EXPECT_EQ(static_cast<Registry *>(forms.load(u"frmPropietarios"_s))->times, 1);
 
-    // With the mouse the same; what was booked is selected.
+    // The same with the mouse; the new task is selected.
     expectBooking(true);
     const QPoint eleven = hours()->pointOf(hoy.addDays(1), {11, 0}) + QPoint(0, 4);
     QTest::mouseClick(hours()->viewport(), Qt::LeftButton, {}, eleven);

@@ -30,7 +30,7 @@ protected:
     void open(const QVariantMap &parameters = {})
     {
         form = std::make_unique<frmTurnos>(s);
-        form->setWindowModality(Qt::NonModal); // the test goes on beside it
+        form->setWindowModality(Qt::NonModal); // so that the test can go on
         form->opened(parameters);
         form->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
@@ -65,7 +65,7 @@ TEST_P(DialogInEachLanguage, BooksByKeysAlone)
     EXPECT_EQ(the<QLabel>(u"lblPaciente"_s)->text(), u"Toby"_s) << "the selected patient";
     EXPECT_FALSE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
     EXPECT_EQ(the<QLineEdit>(u"txtHora"_s)->text(), longHour({9, 0}));
-    type(u"a check at"_s); // completed with the rest
+    type(u"a check at"_s); // the rest is completed
     EXPECT_EQ(the<ui::ListWithCompleted>(u"cmbSel"_s)->Id(), visit);
     EXPECT_EQ(help(), s(text::MoreConceptsHint));
     EXPECT_TRUE(the<QCheckBox>(u"chkRec"_s)->isEnabled());
@@ -157,7 +157,7 @@ TEST_F(Dialog, WhatWasChangedByHandIsNotDroppedWithoutAQuestion)
     s.reloj.now = [this] { return QDateTime(hoy, QTime(9, 0, 37)); };
     open();
     the<QLineEdit>(u"txtHora"_s)->setFocus();
-    press(Qt::Key_Tab); // the hour is written anew, to the minute
+    press(Qt::Key_Tab); // rewrites the hour, to the minute
     press(Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
     const std::function<void()> changes[] = {
@@ -170,7 +170,7 @@ TEST_F(Dialog, WhatWasChangedByHandIsNotDroppedWithoutAQuestion)
     for (const auto &change : changes) {
         open();
         change();
-        ask.wait(s(text::LeaveUnsavedQuestion), true); // goes on
+        ask.wait(s(text::LeaveUnsavedQuestion), true); // stay in the form
         press(Qt::Key_Escape);
         EXPECT_TRUE(form->isVisible());
         ask.wait(s(text::LeaveUnsavedQuestion), false);
@@ -214,7 +214,7 @@ TEST_F(Dialog, TheListGoesWithTheDayAndScrollsToWhatIsNear)
     press(Qt::Key_Tab);
     EXPECT_EQ(list->currentRow(), 21); // 15:00 itself
     EXPECT_EQ(list->indexAt({1, 1}).row(), 20) << "the one before it on top";
-    list->sortByColumn(2, Qt::AscendingOrder); // Mia's first
+    list->sortByColumn(2, Qt::AscendingOrder); // Mia's first in the list
     hour->setFocus();
     hour->selectAll();
     type(u"15"_s);

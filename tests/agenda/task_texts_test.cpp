@@ -43,7 +43,7 @@ TEST_P(Texts, TheFirstWordFoundChoosesThePicture)
         {u"X-Ray", u"TurnoRay", u"AgendaRay"},
         {u"Vacunación", u"TurnoVac", u"AgendaVac"},
         {u"Aplicação de vacinas em casa", u"AmbVac", u"AgendaVac"},
-        // The list knows words that the sheet does not; intended.
+        // On purpose: the list knows words that the sheet does not.
         {u"Antiparasitario a domicilio", u"AmbVac", u""},
         {u"Vaccines", u"TurnoVac", u""},
         {u"Training", u"", u""},

@@ -33,7 +33,7 @@ TEST_F(Tasks, KeepsHourAndAlarmOnlyWithADay)
     EXPECT_EQ(withAll, withoutDay + 1);
     EXPECT_EQ(allRows(*s.morvane, "select dia, hor, ala, est from TareasAgenda order by id"),
               QStringLiteral("|||0\n2026-03-12|09:30:00|09:15:00|0\n"));
-    EXPECT_TRUE(s.Alarmas.empty()); // tomorrow's alarm is tomorrow's
+    EXPECT_TRUE(s.Alarmas.empty()); // the alarm is for tomorrow
 }
 
 TEST_F(Tasks, AnAlarmOfTodayJoinsTheSessionWithoutASubject)
@@ -41,7 +41,7 @@ TEST_F(Tasks, AnAlarmOfTodayJoinsTheSessionWithoutASubject)
     AgregarTarea(s, base(41, hoy, QTime(10, 0), QTime(9, 45)));
     ASSERT_EQ(s.Alarmas.size(), 1u);
     EXPECT_EQ(s.Alarmas[0].hour, QTime(9, 45));
-    EXPECT_FALSE(s.Alarmas[0].ida.has_value()); // intended: only a load knows the subject
+    EXPECT_FALSE(s.Alarmas[0].ida.has_value()); // On purpose: only loading sets it.
     loadAlarms(s);
     ASSERT_EQ(s.Alarmas.size(), 1u);
     EXPECT_EQ(s.Alarmas[0].ida, 7);
@@ -72,18 +72,18 @@ TEST_F(Tasks, TheCounterStartsAgainBeforeItsEndAndOldTasksGo)
 
 TEST_F(Tasks, FreeSlotIsPushedByTasksOfAnyDayButOnlyOncePerTaskOfToday)
 {
-    const int service = 30000; // has no row of its own: 30 minutes
+    const int service = 30000; // not in Servicios, so 30 minutes
     AgregarTarea(s, base(41, hoy.addDays(5), QTime(8, 30)));
-    EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(8, 30)); // nothing today: no step at all
+    EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(8, 30)); // no tasks today, so no step
 
     AgregarTarea(s, base(41, hoy, QTime(18, 0)));
-    // One task today allows one step; the 8:30 of another day pushes, on purpose.
+    // One task today allows one step. On purpose: the task at 8:30 on another day is in the way.
     EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(9, 0));
 
     AgregarTarea(s, base(41, hoy.addDays(5), QTime(9, 5)));
     EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(9, 0)); // still one step
     AgregarTarea(s, base(41, hoy, QTime(19, 0)));
-    EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(9, 30)); // 9:05 stands within five minutes
+    EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(9, 30)); // 9:05 is within five minutes
 
     s.finanzas->Execute("insert into Servicios (ida, tiempo, tipo) values (?, 45, 1)", service);
     EXPECT_EQ(BuscarHorarioLibre(s, service), QTime(9, 15));

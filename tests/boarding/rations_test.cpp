@@ -19,7 +19,7 @@ protected:
                             "?, ?, ?)",
                             idm, hoy.addDays(-5), hoy.addDays(sale), tip);
     }
-    /// Hours of the day for the four settings; -1 leaves one empty.
+    /// Sets the hours of the four rounds; -1 leaves one empty.
     void hoursOf(std::initializer_list<int> hours)
     {
         int n = 0;
@@ -47,7 +47,7 @@ TEST_F(Rations, FollowTheHighestHourDownwards)
     } cases[] = {
         {{-1, -1, -1, -1}, ""},
         {{8, -1, -1, -1}, "-47|0|2026-03-11|08:00:00|08:00:00|0\n"},
-        // Intended: a gap below the highest hour is a round without an hour.
+        // On purpose: a gap below the highest hour gives a round without an hour.
         {{8, -1, 20, -1},
          "-47|0|2026-03-11|20:00:00|20:00:00|0\n-47|0|2026-03-11|||0\n"
          "-47|0|2026-03-11|08:00:00|08:00:00|0\n"},
@@ -58,7 +58,7 @@ TEST_F(Rations, FollowTheHighestHourDownwards)
     for (const auto &c : cases) {
         s.morvane->Execute("delete * from TareasAgenda");
         hoursOf(c.hours);
-        ActualizarRaciones(s, true); // no printer: nobody is asked
+        ActualizarRaciones(s, true); // without a printer there is no question
         EXPECT_EQ(roundsOf(), c.rounds);
     }
 }
@@ -66,15 +66,15 @@ TEST_F(Rations, FollowTheHighestHourDownwards)
 TEST_F(Rations, AreMadeForExactlyOneGuestWhoIsStillToStay)
 {
     hoursOf({8});
-    guest(1, -1);      // over
-    guest(2, 3, u"r"); // not here yet
+    guest(1, -1);      // stay is over
+    guest(2, 3, u"r"); // not arrived yet
     ActualizarRaciones(s, false);
     EXPECT_EQ(roundsOf(), "");
     guest(3, 0);
     ActualizarRaciones(s, false);
     EXPECT_EQ(roundsOf(), "-47|0|2026-03-11|08:00:00|08:00:00|0\n");
     guest(4, 1);
-    ActualizarRaciones(s, false); // intended: the second guest adds nothing
+    ActualizarRaciones(s, false); // On purpose: the second guest adds nothing.
     EXPECT_EQ(roundsOf(), "-47|0|2026-03-11|08:00:00|08:00:00|0\n");
 }
 
@@ -90,6 +90,6 @@ TEST_F(Rations, OfferThePrintOfEachHour)
     EXPECT_EQ(impresion.printed, QStringList());
     ask.wait(s(text::UpdateAgendaQuestion), true);
     ActualizarRaciones(s, true);
-    EXPECT_EQ(impresion.printed, // a sheet for each round
+    EXPECT_EQ(impresion.printed, // one sheet for each round
               QStringList(2, u"Day's agenda Wednesday, 11 March 2026"_s));
 }

@@ -49,8 +49,8 @@ TEST_F(Clinical, OverdueDosesAreTheOpenOnesOfTheCategoryBeforeThisOne)
     EXPECT_EQ(ContarDosisAtrasadas(s, 1, 4, 1, 3), 0); // the oldest
     EXPECT_EQ(ContarDosisAtrasadas(s, 1, 7, 2, 3), 1); // given ones do not count
     EXPECT_EQ(ContarDosisAtrasadas(s, 1, 4, 5, 3), 2);
-    EXPECT_EQ(ContarDosisAtrasadas(s, 1, 4, 6, 3), 3); // today's, and any later one, has all before
-    EXPECT_EQ(ContarDosisAtrasadas(s, 1, 4, 7, 3), 3); // but not today's
+    EXPECT_EQ(ContarDosisAtrasadas(s, 1, 4, 6, 3), 3); // all those before today
+    EXPECT_EQ(ContarDosisAtrasadas(s, 1, 4, 7, 3), 3); // but not the one of today
     EXPECT_EQ(ContarDosisAtrasadas(s, 1, 12, 1, 4), 0);
     EXPECT_EQ(ContarDosisAtrasadas(s, 3, 4, 1, 3), 0);
 }

@@ -33,7 +33,7 @@ protected:
         f.write(bytes);
         return name;
     }
-    // Records of a file, a line each behind the number of the line that it begins on.
+    // The records of a file, one per line, each preceded by the number of its first line.
     QString hasBeenRead(const QByteArray &bytes)
     {
         DelimitedFile a(fileOf(bytes));
@@ -70,7 +70,7 @@ protected:
         EXPECT_EQ(applyColumns(s, columns, v.titles, o.columns), QString());
         return o;
     }
-    // What happened to each line, and the counts: clients and patients, new and there, refused.
+    // The counts (clients and patients, new and existing; rejected), then the outcome of each line.
     static std::string text(const ImportReport &i)
     {
         QString t = u"%1+%2 %3+%4 %5\n"_s.arg(i.newClients)
@@ -91,7 +91,7 @@ protected:
                + allRows(*s.morvane, "select contadorclientes, contadormascotas, contadorraza,"
                                      " contadorespecie, contadorpelaje from configuracion");
     }
-    // Imports, and once more: the second time everything is there and nothing changes.
+    // Imports twice: the second time everything exists already and nothing changes.
     ImportReport twoTimes(const ImportOptions &o)
     {
         const ImportReport i = importFile(s, o);
@@ -109,10 +109,10 @@ TEST_F(Import, RecordsAreReadWhateverWroteThem)
     EXPECT_EQ(hasBeenRead("\xEF\xBB\xBF"
                           "a,b\r\n\r\n\"x, \"\"y\"\"\nz\",2\r\nlast,\"\""_ba),
               u"1:a|b\n3:x, \"y\"\nz|2\n5:last|\n"_s);
-    // Another separator inside quotes, or only in some records, deceives nobody.
+    // Another separator inside quotes, or in some records only, is not mistaken for the real one.
     EXPECT_EQ(hasBeenRead("a;b\n\"1,2\";3,5\n\"4,4\";5,5\n"_ba),
               u"1:a|b\n2:1,2|3,5\n3:4,4|5,5\n"_s);
-    // Nor does a mark that is one for another separator alone.
+    // Nor does a quotation mark matter that only counts with another separator.
     EXPECT_EQ(hasBeenRead("a;b\n1,\"x;2\n"_ba), u"1:a|b\n2:1,\"x|2\n"_s);
     EXPECT_EQ(hasBeenRead("a\tb\n1;1\t2\n"_ba), u"1:a|b\n2:1;1|2\n"_s);
     EXPECT_EQ(hasBeenRead("a\r1 \"no\" quote\r"_ba), u"1:a\n2:1 \"no\" quote\n"_s);
@@ -121,7 +121,7 @@ TEST_F(Import, RecordsAreReadWhateverWroteThem)
     EXPECT_EQ(hasBeenRead("\xC3\xB1,\xE2\x82\xAC\n"_ba), u"1:ñ|€\n"_s);
     EXPECT_EQ(hasBeenRead("\xF1,\x80\n"_ba), u"1:ñ|€\n"_s);
     EXPECT_EQ(hasBeenRead("a,\xC3"_ba), u"1:a|Ã\n"_s); // cut off inside a character: not UTF-8
-    // A character that lies over the border of what is read at a time.
+    // A character across the boundary between two blocks that are read.
     for (const int before : {262142, 262143, 262144}) {
         const QString length = hasBeenRead(QByteArray(before, 'x') + "\xE2\x82\xAC,b\r\nc,d\r\n");
         EXPECT_TRUE(length.endsWith(u"x€|b\n2:c|d\n"_s)) << before;
@@ -146,7 +146,7 @@ TEST_F(Import, WhatIsNoTableIsRefusedWithItsReason)
     EXPECT_TRUE(inspectFile(s, folder.path(), 3)
                     .failure.startsWith(s(text::FileUnreadable).arg(QString())));
 
-    // Marks that are opened late are found when all is read, and nothing is written.
+    // An open quotation mark near the end is found on reading everything, and nothing is written.
     ImportOptions o =
         options("cliente,mascota\n"_ba + QByteArray("A B,x\n").repeated(99) + "C,\"x\n");
     const ImportReport i = importFile(s, o);
@@ -167,7 +167,7 @@ TEST_F(Import, TitlesAreRecognisedInThreeLanguages)
               u"cliente telefono email mascota nacimiento marcas"_s);
     EXPECT_EQ(data(u"nome_do_tutor,Endereço,CEP,nome_do_pet,Espécie,Raça,Data de nascimento"_s),
               u"cliente direccion cp mascota especie raza nacimiento"_s);
-    // Whose name, number and notes these are, the other columns tell.
+    // The other columns decide whose name, number and notes these are.
     EXPECT_EQ(data(u"id,nombre,apellido,notas"_s), u"idcliente cliente apellido notascliente"_s);
     EXPECT_EQ(data(u"id,nombre,especie,dueño,obs"_s),
               u"idmascota mascota especie cliente notasmascota"_s);
@@ -192,7 +192,7 @@ TEST_F(Import, DatesAreReadAsTheyAreWritten)
     };
     EXPECT_EQ(dia(u"3/4/2015"_s), u"2015-04-03");
     EXPECT_EQ(dia(u"3-4-15"_s, DateOrder::MonthDay), u"2015-03-04");
-    EXPECT_EQ(dia(u"12/25/2019"_s), u"2019-12-25"); // there is but one way
+    EXPECT_EQ(dia(u"12/25/2019"_s), u"2019-12-25"); // only one order is possible
     EXPECT_EQ(dia(u"1.1.29"_s), u"2029-01-01");
     EXPECT_EQ(dia(u"1.1.30"_s), u"1930-01-01");
     for (const auto &t : {u"2015-12-18"_s, u"2015/12/18"_s, u"20151218"_s,
@@ -319,7 +319,7 @@ TEST_F(Import, LinesThatCannotBeTakenSayWhy)
                   + length.toStdString()
                   + "; Birth date left empty: 5018; Weight left at zero: gordo; Sex not known, "
                     "taken as male: y; Cut short: 4222-1111, 4222-2222, 4222-3333\n8E\n");
-    // Of the telephones, those that fit whole.
+    // Only the telephones that fit completely.
     EXPECT_EQ(allRows(*s.clientes, "select tel2 from clientes"), u"4222-1111, 4222-2222\n"_s);
 }
 
@@ -368,24 +368,24 @@ TEST_F(Import, OneOwnerIsFoundAgainAndNamesakesAreToldApart)
     store::saveSetting(s, "contadorclientes", 2);
     store::saveSetting(s, "contadormascotas", 1);
     const auto o = options("cliente,telefono,email,mascota,especie,nacimiento\n"
-                           "MARÍA GARCÍA,999999,,Tom,cat,\n"   // another telephone: another one
+                           "MARÍA GARCÍA,999999,,Tom,cat,\n"   // other telephone: other client
                            "María García,,m@x.org,Pipo,dog,\n" // the row before, or the clinic's?
-                           "Juan Sosa,433-1234,,luna,gato,2019-01-01\n" // there, with the same cat
+                           "Juan Sosa,433-1234,,luna,gato,2019-01-01\n" // known, with the same cat
                            "Juan Sosa,,,Luna,dog,\n"                    // another Luna
-                           "Juan Sosa,,,Luna,dog,2020-05-05\n"          // the dog once more
+                           "Juan Sosa,,,Luna,dog,2020-05-05\n"          // the dog again
                            "Juan Sosa,,,Luna,cat,2021-01-01\n");
     EXPECT_EQ(text(twoTimes(o)), "1+1 4+2 0\n2N\n3N\n4E\n5N\n6E Repeats line 5\n7N\n");
     EXPECT_EQ(allRows(*s.clientes, "select idc, ayn, tel2, email from clientes order by idc"),
               u"1|María García|422 1|\n2|Juan Sosa|4331234|\n"
               "3|MARÍA GARCÍA|999999|m@x.org\n"_s);
-    // What the second line of the dog knows is not lost.
+    // What only the dog's second line says is not lost.
     EXPECT_EQ(allRows(*s.clientes, "select idm, nom, esp, fecn from mascotas where idc = 2"),
               u"1|Luna|2|2019-01-01\n4|Luna|1|2020-05-05\n5|Luna|2|2021-01-01\n"_s);
 }
 
 TEST_F(Import, NumbersOfOwnersAndAnimalsTellThemApart)
 {
-    // Identifiers beyond 16 bits, no names of either; one owner twice under two numbers.
+    // Identifiers beyond 16 bits, and no names at all.
     const auto dogs = options("ID Tutor,Raza\n105585,Mops\n105585,Mops\n574,Pudel\n"_ba);
     const ImportReport i = twoTimes(dogs);
     EXPECT_EQ(text(i), "2+0 3+0 0\n2N\n3N\n4N\n");
@@ -395,7 +395,7 @@ TEST_F(Import, NumbersOfOwnersAndAnimalsTellThemApart)
                       "on c.idc = m.idc order by m.idm"),
               u"Owner 105585|Patient 1\nOwner 105585|Patient 2\nOwner 574|Patient 1\n"_s);
 
-    // Namesakes with numbers are two, unless they share a telephone.
+    // Namesakes with different numbers are two owners, unless they share a telephone.
     const auto namesakes = options("owner id,owner,phone,pet id,pet\n"
                                    "1,Ann Lee,,a1,Rex\n2,Ann Lee,,a2,Rex\n2,Ann Lee,555001,a2,Rex\n"
                                    "3,Ann Lee,555001,a3,Rex\n3,Ann Lee,,a3,Tom\n");
@@ -434,9 +434,9 @@ TEST_F(Import, TheOrderOfDaysIsFoundOrAskedFor)
     EXPECT_EQ(born("A,x,3/4/2015\nA,y,25/4/2015\n"), u"2015-04-03\n2015-04-25\n"_s);
     EXPECT_EQ(born("A,x,3/4/2015\n"), u"?"_s);
     EXPECT_EQ(born("A,x,3/4/2015\n", DateOrder::MonthDay), u"2015-03-04\n"_s);
-    EXPECT_EQ(born("A,x,3/4/2015\nA,y,25/4/2015\nA,z,4/25/2015\n"), u"?"_s); // both at once
+    EXPECT_EQ(born("A,x,3/4/2015\nA,y,25/4/2015\nA,z,4/25/2015\n"), u"?"_s); // contradictory
     EXPECT_EQ(born("A,x,25/4/2015\nA,z,4/25/2015\nA,w,12/3/2030\n"),
-              u"?"_s); // the last one can be read in two ways
+              u"?"_s); // the last one is ambiguous
     EXPECT_EQ(born("A,x,2015-03-04\nA,z,5/5/2030\n"), u"2015-03-04\n\n"_s); // not born yet
 }
 
@@ -452,7 +452,7 @@ TEST_F(Import, NothingIsWrittenBeyondTheLastIdentifier)
     EXPECT_EQ(allRows(*s.clientes, "select idm from mascotas order by idm"), u"32766\n32767\n"_s);
     EXPECT_EQ(allRows(*s.clientes, "select ayn from clientes order by idc"), u"Ana\nBea\n"_s);
 
-    // Species end at 255: the animal is taken without one.
+    // Species end at 255, so the animal is imported without one.
     s.morvane->Execute("update configuracion set contadormascotas = 2, contadorespecie = 255");
     s.configuracion.Requery();
     EXPECT_EQ(
@@ -472,7 +472,7 @@ TEST_F(Import, WhatWasWrittenBeforeAStopStaysAndIsTold)
     EXPECT_EQ(int(cut.lines.size()), cut.newClients);
     EXPECT_EQ(cut.newClients, 500);
 
-    // A failure in a later part takes back that part alone.
+    // A failure in a later batch undoes only that batch.
     s.clientes->Execute("insert into mascotas (idm, idc, nom) values (1100, 0, 'x')");
     const ImportReport broken = importFile(s, o);
     EXPECT_TRUE(broken.interrupted && !broken.failure.isEmpty());
@@ -551,7 +551,7 @@ TEST_F(ImportForm, TriesAndThenWritesAndShowsWhatBecameOfEachLine)
         EXPECT_EQ(grid->gridModel()->allRows(), rows) << place;
     }
 
-    // What is changed must be tried again before it is written; one datum stands in one column.
+    // After a change the dry run is needed again; a datum can be in one column only.
     choose(Column(2), int(Datum::Species));
     EXPECT_EQ(Column(4)->currentIndex(), 0);
     EXPECT_FALSE(buttonOf(u"cmdImportar"_s)->isEnabled());
@@ -582,7 +582,7 @@ TEST_F(ImportForm, AsksForWhatTheFileDoesNotTell)
     buttonOf(u"cmdImportar"_s)->click();
     EXPECT_EQ(allRows(*s.clientes, "select nom, fecn from mascotas"), u"Rex|2019-03-04\n"_s);
 
-    // A file that is none leaves nothing of the former one behind.
+    // Opening the form with an unreadable file leaves nothing of the previous one.
     open("PK\x03\x04\0\0"_ba.append('\0'));
     EXPECT_TRUE(noticeOf().contains(s(text::FileIsNotText)));
     EXPECT_FALSE(buttonOf(u"cmdProbar"_s)->isEnabled());
@@ -594,7 +594,7 @@ TEST_F(ImportForm, TakesADroppedFileAndStopsWhenAskedTo)
     ASSERT_EQ(Column(2)->currentIndex(), int(Datum::Patient));
 
     buttonOf(u"cmdProbar"_s)->click();
-    // A file that is none, and ESC before anything is written, leave what was told.
+    // Dropping an unreadable file, or ESC before anything is written, leaves the report in place.
     drop(folder.path());
     EXPECT_TRUE(noticeOf().contains(s(text::FileUnreadable).arg(QString())));
     QTimer::singleShot(0, &*form, [this] { QTest::keyClick(&*form, Qt::Key_Escape); });
@@ -603,7 +603,7 @@ TEST_F(ImportForm, TakesADroppedFileAndStopsWhenAskedTo)
     EXPECT_EQ(Account("mascotas"), 0);
     EXPECT_EQ(control<ui::Grid>(u"grdInforme"_s)->gridModel()->allRows(), 3000);
     EXPECT_EQ(Column(2)->currentIndex(), int(Datum::Patient));
-    // ESC stops the work as soon as some of it is written, and does not close the form.
+    // ESC stops the import once some of it is written, and does not close the form.
     QTimer mira;
     QObject::connect(&mira, &QTimer::timeout, &*form, [this] {
         auto *bar = control<QProgressBar>(u"barAvance"_s);

@@ -81,7 +81,7 @@ TEST_F(Account, NameAndPasswordAreAskedForInTurnAndStoredTogether)
     EXPECT_FALSE(modifyMailAccount(s));
     EXPECT_EQ(saved(), u"ana|uno\n"_s);
 
-    // Each is asked for again while it does not fit, before the next one.
+    // Each question is repeated while the answer does not fit.
     askUser(QString(s.morvane->widthOf("Configuracion", "usuariomail") + 1, u'x'));
     ask.wait(u"valid value"_s);
     askUser(u"eva"_s);
@@ -92,6 +92,6 @@ TEST_F(Account, NameAndPasswordAreAskedForInTurnAndStoredTogether)
     EXPECT_EQ(saved(), u"eva|\n"_s);
     EXPECT_EQ(clinicSettings(), QByteArray()) << "the server is another matter";
 
-    s.dataFolder = folder.filePath(u"morvane.mdb"_s) + u'/'; // no folder
+    s.dataFolder = folder.filePath(u"morvane.mdb"_s) + u'/'; // a file, not a folder
     EXPECT_THROW(saveMailServer(s, {{}, {}, u"smtp"_s}), store::StoreError);
 }

@@ -25,7 +25,7 @@ protected:
         store::saveMachineSetting(s, u"correo/segundos"_s, u"2"_s);
     }
 
-    // A session without a password on a server that behaves as told.
+    // Opens a session without a password on a server that behaves as configured.
     std::unique_ptr<MailSession> enter(const MailServer &server)
     {
         Account(server, Encryption::None);
@@ -120,7 +120,7 @@ TEST_F(Mail, OneMessageThatFailsEndsAlone)
     MailServer server({u"--refuse"_s, u"no@x.example,nunca@x.example"_s, u"--drop-at"_s, u"3"_s});
     auto mail = enter(server);
     EXPECT_TRUE(mail->send(u"1"_s, u"si@x.example"_s, u"1"_s));
-    // Refused addresses are no reason to give the run up, however many follow one another.
+    // Refused addresses are no reason to give up, however many there are in a row.
     for (int i = 0; i < 4; ++i)
         EXPECT_FALSE(mail->send(u"2"_s, u"no@x.example; nunca@x.example"_s, u"2"_s));
     EXPECT_TRUE(mail->send(u"3"_s, u"no@x.example, si@x.example"_s, u"3"_s));
@@ -140,7 +140,7 @@ TEST_F(Mail, ARunIsGivenUpForBreaksInARowAloneAndTellsWhatBroke)
     EXPECT_FALSE(mail->missed());
     EXPECT_EQ(subjectsOf(twice), u"2 4"_s);
 
-    // Not that nobody answers the second call.
+    // The error is the first one, not that the second connection fails.
     MailServer dies({u"--die-at"_s, u"1"_s});
     mail = enter(dies);
     mail->send(u"1"_s, u"si@x.example"_s, u"x"_s);
@@ -173,7 +173,8 @@ TEST_F(Mail, AServerThatFallsSilentIsNotWaitedForWithEveryMessage)
     MailServer server({u"--hang-at"_s, u"2"_s});
     auto mail = enter(server);
     EXPECT_TRUE(mail->send(u"1"_s, u"si@x.example"_s, u"x"_s));
-    // What it has whole and does not answer may have arrived: it counts as sent.
+    // A message that the server has completely but does not answer may have arrived, so it counts
+    // as sent.
     int uncertain = 0;
     for (int i = 0; i < 30; ++i)
         uncertain += mail->send(u"2"_s, u"si@x.example"_s, u"x"_s);

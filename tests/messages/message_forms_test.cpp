@@ -92,7 +92,7 @@ protected:
         QApplication::setActiveWindow(&form);
     }
 
-    // Everything that TAB comes to says what it is.
+    // Everything that TAB reaches has an accessible name.
     static void checkFocus(QWidget &form)
     {
         for (QWidget *w : form.findChildren<QWidget *>()) {
@@ -142,7 +142,7 @@ TEST_P(MessageFormsByLanguage, TheOutboxIsReadByKeys)
     EXPECT_EQ(text(form, u"txtmensaje"), u"Dear Eva"_s);
     EXPECT_FALSE(child<QPushButton>(form, u"cmdChat")->isEnabled());
     EXPECT_EQ(child<QPushButton>(form, u"cmdChat")->toolTip(), s(text::NoMobile));
-    // The button's letter with ALT, whatever the language calls it.
+    // ALT with the button's mnemonic, which depends on the language.
     const auto mnemonic = [&form](const char16_t *name) {
         const QString caption = child<QPushButton>(form, name)->text();
         return Qt::Key(caption.at(caption.indexOf(u'&') + 1).toUpper().unicode());
@@ -154,7 +154,7 @@ TEST_P(MessageFormsByLanguage, TheOutboxIsReadByKeys)
     EXPECT_TRUE(QTest::qWaitFor(
         [] { return QGuiApplication::clipboard()->text() == u"Dear Eva"_s; }, 3000));
 
-    // What another terminal does is seen with F5, and the row stays.
+    // F5 shows what another terminal did and keeps the current row.
     s.morvane->Execute("update TareasAgenda set fmedio = ? where tip = -43", hoy);
     task(-71, 1, 1);
     QTest::keyClick(&form, Qt::Key_F5);
@@ -183,7 +183,7 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
     EXPECT_EQ(child<QLabel>(form, u"lblAyuda")->text(), s(text::NoticesHelp));
     checkFocus(form);
 
-    // A note stays with its notice, whatever is looked at meanwhile.
+    // A note stays with its notice, even if the user moves to other rows.
     auto *grid = child<ui::Grid>(form, u"Grilla");
     auto *note = child<QPlainTextEdit>(form, u"txtNota");
     QTest::keyClick(grid, Qt::Key_Down);
@@ -217,7 +217,7 @@ TEST_P(MessageFormsByLanguage, NoticesAreWorkedThroughByKeys)
     EXPECT_EQ(s.IdGlobal.idm, 11);
     EXPECT_TRUE(forms.load(u"frmPropietarios"_s)->isVisible());
 
-    // What is being typed is kept when the form is closed.
+    // Closing the form keeps a note that is still being typed.
     QTest::keyClicks(note, u"?"_s);
     QTest::keyClick(&form, Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
@@ -251,7 +251,7 @@ TEST_F(MessageForms, ANoteOfAnotherTerminalIsNotOverwrittenByLookingAtIt)
     saveNote(s, u"11-1-3-20260309"_s, u"theirs"_s);
     form.hide();
     EXPECT_EQ(notes(), u"11-1-3-20260309|theirs\n"_s);
-    show(form, {{u"grupo"_s, 99}}); // no such group: the last one
+    show(form, {{u"grupo"_s, 99}}); // no such group gives the last one
     EXPECT_EQ(child<QTabBar>(form, u"tabGrupo")->currentIndex(), 3);
     show(form, {{u"grupo"_s, 18}});
     EXPECT_EQ(text(form, u"txtNota"), u"theirs"_s);
@@ -263,7 +263,7 @@ TEST_F(MessageForms, AChatOpensWithTheTextAndAsksForTheCountryOnce)
     frmmensajeria form(s, browser);
     show(form);
     auto *chat = child<QPushButton>(form, u"cmdChat");
-    ask.expectText(u"Country code"_s, std::nullopt); // backed out
+    ask.expectText(u"Country code"_s, std::nullopt); // cancelled
     chat->click();
     ask.expectText(u"Country code"_s, u"none"_s);
     ask.wait(s(text::CountryCodeInvalid));
@@ -271,7 +271,7 @@ TEST_F(MessageForms, AChatOpensWithTheTextAndAsksForTheCountryOnce)
     EXPECT_EQ(links.size(), 0);
     ask.expectText(u"Country code"_s, u"+598"_s);
     chat->click();
-    chat->click(); // and not a second time
+    chat->click(); // the code is not asked for again
     ASSERT_EQ(links.size(), 2);
     EXPECT_EQ(links[1].toString(QUrl::FullyEncoded).toStdString(),
               "https://wa.me/59899123456?text=Happy%20day%2C%20Toby%20%26%20Co.%20%28100%20%25%29"
@@ -282,7 +282,7 @@ TEST_F(MessageForms, AChatOpensWithTheTextAndAsksForTheCountryOnce)
     child<QPushButton>(closed, u"cmdChat")->click();
     EXPECT_EQ(child<ui::HelpLine>(closed, u"Ayu")->text(), s(text::BrowserFailed));
 
-    // The notices have the reminder for a text.
+    // The text of a notice is that of the reminder.
     dose(11, 1, hoy.addDays(-2));
     frmAvisosPlanificadas notices(s, forms, [this](const QUrl &link) {
         links << link;
@@ -305,7 +305,7 @@ TEST(ChatNumber, IsTheFirstMobileWithItsCountry)
         {u", home / 099 123-456 / 098 765432", "59899123456"},
         {u"", ""},
         {u"no phone", ""},
-        {u"4812", ""}, // a short number, with its country too
+        {u"4812", ""}, // too short even with the country code
         {u"+598 99 123 456 789 012 345", ""},
     };
     for (const auto &[phones, number] : cases)

@@ -1,4 +1,4 @@
-// The outbox of the program as cron starts it: a real process, a real mail server, real kills.
+// The outbox of the program as started by cron: a real process, a real mail server, real kills.
 
 #include "app/running_program.h"
 
@@ -18,7 +18,7 @@ namespace
 class SendingProgram : public Program
 {
 protected:
-    // A demo clinic that writes through this server.
+    // Creates a demo clinic that sends through this server.
     void clinicOn(const MailServer &server)
     {
         ASSERT_TRUE(server.lives());
@@ -29,7 +29,7 @@ protected:
         });
     }
 
-    // Forty clients that are written to today, beside what the day itself finds.
+    // Forty clients to write to today, in addition to what the day itself finds.
     void addClientsToWriteTo()
     {
         look([](Sesion &s) {
@@ -48,7 +48,7 @@ protected:
         });
     }
 
-    // How often each of the forty got a mail.
+    // The number of mails that each of the forty got.
     static QHash<QString, int> arrivals(const MailServer &server)
     {
         QHash<QString, int> counts;
@@ -65,8 +65,8 @@ protected:
     }
 };
 
-// What the rules tell for a day, from the tasks as the run left them: a mail for each kind and
-// subject that is alive, known and has an address.
+// The mails to expect for a day, from the tasks as the run left them: one for each kind and subject
+// that is alive, known and has an address.
 QStringList expectedMails(Sesion &s, QDate day)
 {
     QStringList mails;
@@ -139,7 +139,7 @@ TEST_F(SendingProgram, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
         look([&](Sesion &s) {
             EXPECT_EQ(received(today).join(u'\n').toStdString(),
                       expectedMails(s, day).join(u'\n').toStdString());
-            // A reminder that went alone for its patient is noted on its dose.
+            // If a patient had only one reminder, its dose is marked.
             Recordset r = s.morvane->OpenSnapshot(
                 "select ida, max(artaux), max(des) from TareasAgenda where tip = -42 and fmedio = "
                 "? and medio < 4 group by ida having count(*) = 1",
@@ -164,13 +164,13 @@ TEST_F(SendingProgram, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
     EXPECT_GE(withMails, 5) << "or the clinic has tested nothing";
     EXPECT_GE(kinds.size(), 4) << kinds.values().join(u' ').toStdString();
 
-    // The server goes away, with mail or letter chosen.
+    // The server goes away while the setting is "mail or letter".
     server.stop();
     day = nextWorkingDay(day);
     look([&](Sesion &s) {
         for (const char *measure : {"MedidasCumple", "MedidasRevac", "MedidasDeudores"})
             store::saveSetting(s, measure, 3);
-        // Somebody has a birthday and somebody a dose ahead, whatever the demo brought.
+        // Makes sure that there is a birthday and an upcoming dose, whatever the demo contains.
         s.clientes->Execute("update mascotas set fecn = ? where idm = (select min(idm) from "
                             "mascotas where dec = 0)",
                             day.addYears(-3));
@@ -185,7 +185,7 @@ TEST_F(SendingProgram, TenWorkingDaysSendWhatTheRulesTellAndNothingTwice)
                        day)
                 .toInt();
         };
-        // The letters count as sent: nobody was there to be asked about them.
+        // The letters count as sent, because nobody was there to ask.
         EXPECT_GE(made("tip in (-46, -42, -43) and medio = 2 and fmedio = fcreacion"), 1);
         EXPECT_EQ(made("tip in (-46, -42, -43) and est = 0 and medio in (1, 3)"), 0);
         EXPECT_EQ(made("tip in (-51, -41, -50, -71) and (medio = 2 or fmedio is not null)"), 0);
@@ -202,7 +202,7 @@ TEST_F(SendingProgram, KilledWhileItSendsTheNextStartSendsTheRest)
         QProcess p;
         begin(p, dayArguments());
         waitForMails(server, after);
-        QThread::msleep(ulong(7 * after)); // at another moment of a message each time
+        QThread::msleep(ulong(7 * after)); // at a different point of a message each time
         kills += kill(p);
         look([](Sesion &s) {
             EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), s.reloj.hoy);

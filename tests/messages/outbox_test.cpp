@@ -33,7 +33,7 @@ protected:
         run("insert into mascotas (idm, idc, nom) values (13, 3, 'Rex')");
         run("insert into mascotas (idm, idc, nom, dec) values (14, 1, 'Gardel', -1)");
         run("insert into mascotas (idm, idc, nom) values (15, 99, 'Nobody''s')");
-        // Each text says which template it is.
+        // Each text names its template.
         for (const char *column :
              {"mensajeriadeudorescarta", "mensajeriadeudoresmail", "MensajeriaMedicinaPrepaga",
               "mensajeriacumplecarta", "mensajeriacumplemail", "MensajeriaCumpleMailDestacados",
@@ -84,7 +84,7 @@ protected:
     {
         return u"Want to print letter to: "_s + name + u'?';
     }
-    /// Another session sends; each time that it asks about a letter, something happens meanwhile.
+    /// Sends from another session and calls @p meanwhile whenever that asks about a letter.
     void sendMeanwhile(const std::function<void()> &meanwhile,
                        std::initializer_list<std::pair<QString, bool>> letters)
     {
@@ -130,12 +130,12 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
     for (const int tip : {-43, -70, -71, -72})
         task(tip, 2, 3);
     task(7, 12, 1, true);
-    for (const int tip : {-44, -45, -48, -49, -100}) // kinds that nothing is sent for
+    for (const int tip : {-44, -45, -48, -49, -100}) // kinds for which nothing is sent
         task(tip, 1, 1);
-    store::saveSetting(s, "MensajeriaNuevoCliente", u" \n"_s); // nor for what has no text
+    store::saveSetting(s, "MensajeriaNuevoCliente", u" \n"_s); // nor without a text
     EnviarMensajes(s, hoy);
-    // From the kind with the lowest number up. The greeting for featured clients comes from a
-    // column that no screen edits: intended.
+    // Ordered by kind, lowest number first. On purpose: the greeting for featured clients comes
+    // from a column that no form edits.
     EXPECT_EQ(mails(server),
               u"eva@x.example: Notice from El Ombú / MensajeriaFrecuente Eva \n"
               u"eva@x.example: Prepaid medicine / MensajeriaMedicinaPrepaga Eva \n"
@@ -151,7 +151,7 @@ TEST_F(Outbox, EachKindGoesToItsAddresseeUnderItsSubject)
               u"-100\n-71\n-49\n-48\n-45\n-44\n"_s);
     EXPECT_EQ(board(), u"109|8|0|We must send 1 appointments reminders by for today.\n"_s);
 
-    EnviarMensajes(s, hoy); // what went does not go again
+    EnviarMensajes(s, hoy); // nothing is sent twice
     EXPECT_EQ(server.receivedMails().size(), 9);
 }
 
@@ -167,15 +167,14 @@ TEST_F(Outbox, OneMessagePerReasonAndAddressee)
     const int done = task(-42, 12, 1);
     s.morvane->Execute("update TareasAgenda set est = -1 where id = ?", done);
     task(-42, 12, 2);
-    EnviarMensajes(s, QDate(2026, 3, 10)); // made today: not that day's
+    EnviarMensajes(s, QDate(2026, 3, 10)); // the tasks are of today, not of that day
     EXPECT_EQ(mails(server), QString());
     ask.wait(letterFor(u"Luna"_s), false);
     EnviarMensajes(s, hoy);
     EXPECT_EQ(server.receivedMails().size(), 2);
     EXPECT_EQ(tasks(), u"-42|11|1|2026-03-11\n-42|12|1|2026-03-11\n-42|11|3|2026-03-11\n"
                        u"-42|12|1|\n-42|12|2|2026-03-11\n"_s);
-    // The dose of the message that went is noted, the one that was told along with it is not:
-    // intended.
+    // On purpose: only the dose of the first task is marked, not those covered by the same message.
     EXPECT_EQ(allRows(*s.clientes, "select ida, ana from artplan order by ida"), u"1|-1\n2|0\n"_s);
 }
 
@@ -208,7 +207,7 @@ TEST_F(Outbox, AMailThatFailsBecomesALetterWhereTheKindAndTheMeasureSaySo)
         }
         for (const int tip : {-43, -70, -71, -72})
             task(tip, 3, 3);
-        // A debt becomes a letter whatever the measure says: intended.
+        // On purpose: a debt becomes a letter whatever the setting says.
         const QStringList letters =
             measure == 3 ? QStringList{u"Toby"_s, u"Rex"_s, u"Leo"_s, u"Toby"_s, u"Rex"_s}
                          : QStringList{u"Leo"_s};
@@ -253,7 +252,7 @@ TEST_F(Outbox, ASessionThatFailsMovesWhatTheMeasuresLetGoByLetterAndTellsTheBoar
     server.stop();
     measures(3);
     ask.wait(u"The mail could not be sent: "_s);
-    // The letters follow at once; No to one drops it, and its row is marked before the question.
+    // The letters follow at once. No drops a letter, whose task is marked before the question.
     ask.wait(letterFor(u"Toby"_s), true);
     ask.wait(letterFor(u"Eva"_s), false);
     ask.wait(letterFor(u"Toby"_s), true);
@@ -275,11 +274,11 @@ TEST_F(Outbox, AServerThatIsGivenUpInTheMiddleIsTold)
         task(tip, 1, 1);
     task(-46, 11, 3);
     s.clientes->Execute("update clientes set email = '@' where idc = 2");
-    task(-41, 12, 1); // comes when the server is lost: its address is not looked at any more
+    task(-41, 12, 1); // its turn comes after the server is lost, so its address is not checked
     ask.wait(u"The mail could not be sent: "_s);
     ask.wait(letterFor(u"Toby"_s), false);
     EnviarMensajes(s, hoy);
-    // Who has the whole text and does not answer may have taken it: that is never sent twice.
+    // A server that has the whole text but does not answer may have accepted it: never sent twice.
     EXPECT_EQ(tasks(),
               u"-72|1|1|2026-03-11\n-71|1|1|2026-03-11\n-70|1|1|2026-03-11\n-46|11|2|2026-03-11\n"
               u"-41|12|1|\n"_s);
@@ -303,7 +302,7 @@ TEST_F(Outbox, WhatAnotherTerminalDeletesOrTakesMeanwhileIsNotAskedAbout)
     task(-43, 2, 2);
     task(-43, 3, 2);
     task(-43, 1, 2);
-    // One is deleted, and another one's letter is taken there.
+    // Meanwhile one task is deleted, and another terminal takes the letter of a second one.
     sendMeanwhile(
         [&] {
             s.morvane->Execute("delete * from TareasAgenda where ida = 3");
@@ -332,13 +331,13 @@ TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
                         "idc = 2");
     task(51, 12, 4, true, 30);
     task(52, 11, 4, true, 40);
-    task(51, 11, 4, true, 10); // the product is food
+    task(51, 11, 4, true, 10); // product 10 is food
     task(50, 11, 4, true, 10);
-    task(51, 11, 1, true, 30); // no delivery
+    task(51, 11, 1, true, 30); // not a delivery
     task(51, 13, 4, true, 0);
     MailServer server;
     connectTo(server);
-    // A definition that cannot be read costs its list for now, and says which file it is.
+    // A faulty definition costs only its own list, and the message names the file.
     QFile definition(folder.filePath(u"reportes/revacEN.html"_s));
     ASSERT_TRUE(definition.open(QIODevice::WriteOnly));
     ask.wait(u"revacEN.html"_s);
@@ -359,7 +358,7 @@ TEST_F(Outbox, DeliveryListsHoldWhatIsBroughtHomeToday)
                                   "null order by tip"),
               u"51|11\n51|13\n"_s);
     EXPECT_EQ(server.receivedMails().size(), 1);
-    EnviarMensajes(s, hoy); // nothing to ask again
+    EnviarMensajes(s, hoy); // asks nothing again
 }
 
 TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
@@ -384,8 +383,8 @@ TEST_F(Outbox, WhatWasBrokenOffIsTakenUpByTheNextStartOfTheSameDay)
     EXPECT_EQ(s.configuracion["FechaUltimoInicioMes"].toDate(), hoy.addMonths(-1))
         << "due for as long as there is no step that carries it out";
 
-    // Another terminal begins the next day, and dies, while this one still asks about letters:
-    // that day's outbox is not taken away.
+    // Another terminal begins the next day and crashes while this one still asks about letters. The
+    // mark for that day's outbox must survive.
     store::saveSetting(s, "FechaUltimoInicio", hoy.addDays(-1));
     event = [&] {
         Sesion other(ask, impresion, store::Language::English);
@@ -445,7 +444,7 @@ TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
               "Email/Letter|Waiting|MensajeriaFrecuente Eva \n"
               "-45|Labs|Restock the clinic.||Letter|Waiting|\n");
 
-    // By mail or letter, it is the letter for who has no address.
+    // "Mail or letter" means a letter for clients without an address.
     s.clientes->Execute("update clientes set email = '' where idc = 2");
     const auto list = dayMessages(s);
     const auto debt = std::ranges::find(list, -43, &DayMessage::tip);
@@ -455,7 +454,7 @@ TEST_F(Outbox, TheListTellsWhomWhyHowAndWhether)
 
 TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
 {
-    store::saveSetting(s, "FechaInicioAnterior", QDate(2026, 2, 20)); // no limit of ten days
+    store::saveSetting(s, "FechaInicioAnterior", QDate(2026, 2, 20)); // more than ten days ago
     s.clientes->Execute("update mascotas set ser = 1 where idm = 12");
     s.finanzas->Execute("delete * from articulos");
     s.finanzas->Execute("insert into articulos (ida, nom) values (1, 'Rabia')");
@@ -499,7 +498,7 @@ TEST_F(Outbox, NoticesOfTheFourGroupsCoverTheDaysSinceTheStartBeforeTheLast)
     EXPECT_EQ(allRows(*s.clientes, "select ID, Texto from AvisosPlanificadas"),
               u"12-1-3-20260311|O'Hara: calls back\n"_s);
 
-    // A last start that lies today or ahead leaves no day, not tomorrow's.
+    // A previous start today or in the future leaves no days; tomorrow's doses must not appear.
     store::saveSetting(s, "FechaInicioAnterior", hoy);
     for (int group = 18; group <= 21; ++group)
         EXPECT_EQ(notices(group), QString());

@@ -36,7 +36,7 @@ protected:
     }
     QString fill(const QString &text) { return fillTags(s, text, 0, 9, 1); }
 
-    const QLocale before; // the default, put back at the end
+    const QLocale before; // the default locale, restored at the end
     ~Templates() override { QLocale::setDefault(before); }
 };
 
@@ -47,7 +47,7 @@ TEST_F(Templates, EachKindAndMediumHasItsColumn)
     for (const Template &p : templates())
         store::saveSetting(s, p.column, QString::fromLatin1(p.column).toLower());
     store::saveSetting(s, "MensajeriaSoloADestacados", u"sent to featured"_s);
-    QString all; // a line for each kind: by mail, by letter, by either
+    QString all; // one line per kind: by mail, by letter, by either
     for (const int tip : {-41, -42, -43, -46, -49, -50, -51, -70, -71, -72, -44, 0, 5}) {
         QStringList texts;
         for (const int medium : {1, 2, 3})
@@ -61,7 +61,7 @@ TEST_F(Templates, EachKindAndMediumHasItsColumn)
                    u"-43 deudoresmail deudorescarta deudorescarta\n"
                    u"-46 cumplemail cumplecarta cumplecarta\n"
                    u"-49 turno\n-50 descont\n"
-                   u"-51 sent to featured\n" // edited in one column, sent from another: intended
+                   u"-51 sent to featured\n" // On purpose: edited in one column, sent from another.
                    u"-70 medicinaprepaga\n-71 nuevocliente\n-72 frecuente\n"
                    u"-44 \n0 \n5 \n"_s);
 }
@@ -143,7 +143,7 @@ TEST_F(Templates, TheExampleIsTheSessionsClientOrTheFirst)
     s.IdGlobal = {7, 10};
     EXPECT_EQ(example(), u"7 10 35"_s);
     EXPECT_EQ(example(8), u"8 0 5"_s);
-    s.IdGlobal = {99, 9}; // deleted on another terminal
+    s.IdGlobal = {99, 9}; // client deleted at another terminal
     EXPECT_EQ(example(), u"7 9 5"_s);
     s.clientes->Execute("delete * from clientes");
     EXPECT_EQ(example(), u"none"_s);

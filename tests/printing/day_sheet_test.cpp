@@ -44,7 +44,7 @@ TEST_F(AgendaSheet, SlotsHoldOneTaskOrTellThatThereAreSeveral)
     task(query, 1, {6, 0});
     task(query, 2, {9, 29});
     task(query, 1, {9, 15});
-    task(agenda::TaskKind::UserTask, 2, {22, 5}, u"Close the till"_s); // 2 is a user here
+    task(agenda::TaskKind::UserTask, 2, {22, 5}, u"Close the till"_s); // user 2, not patient 2
     task(query, 2, {5, 59});                                           // before the sheet begins
     const auto slots = agenda::daySlots(s, true, hoy, {});
     ASSERT_EQ(slots.size(), 65u);
@@ -61,7 +61,7 @@ TEST_F(AgendaSheet, SlotsHoldOneTaskOrTellThatThereAreSeveral)
     EXPECT_EQ(slots[13].icon, QString()) << "several have none";
     EXPECT_EQ(slots.back().icon, QString()) << "the sheet knows no picture of a user's task";
 
-    // An update begins at the quarter that its hour lies in.
+    // An update begins at the quarter of an hour that contains its time.
     const auto rest = agenda::daySlots(s, false, hoy, {9, 44});
     EXPECT_EQ(rest.front().hour, QTime(9, 30));
     EXPECT_EQ(rest.back().hour, QTime(22, 0));
@@ -81,7 +81,7 @@ TEST_F(AgendaSheet, PrintsOnA4AndLetter)
                                     u"09:15 Maximilian the Great"_s, u"09:20 Toby"_s})
             EXPECT_TRUE(text.contains(part)) << part.toStdString();
     }
-    // A day with more in its slots than one sheet holds goes on to a second one.
+    // A day with more detail than fits one page continues on a second one.
     Lote lote(s);
     for (int i = 0; i < 200; ++i)
         task(query, 2, QTime(10, 0).addSecs(i % 4 * 60));

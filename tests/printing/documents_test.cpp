@@ -78,7 +78,7 @@ TEST_F(Reports, AListRepeatsItsHeadNumbersItsPagesAndCutsNoRow)
             const QString &text = pages[p];
             EXPECT_EQ(text.count(u"Patient Product Owner Address Phones Dose"_s), 1) << p;
             EXPECT_TRUE(text.endsWith(u"Page %1 of %2"_s.arg(p + 1).arg(pages.size())));
-            // Long addresses: their beginnings and their ends stand on the same pages.
+            // Rows with long addresses are never broken across pages.
             EXPECT_EQ(text.count(u"Street "_s), text.count(u"door"_s)) << p;
             rows += int(text.count(u"door"_s));
         }
@@ -118,8 +118,8 @@ TEST_F(Reports, TheClinicsOwnDefinitionComesFirstAndSumsItsGroups)
     EXPECT_THROW(runReport(s, u"nothing"_s), store::StoreError);
 }
 
-// What each document says, whole, in the three languages. A change that is meant goes into
-// golden/; the failure shows both texts.
+// The full text of each document in the three languages. After a wanted change, update golden/; a
+// failure shows both texts.
 TEST_F(Reports, EachDocumentReadsAsBefore)
 {
     s.clinic = {.nom = u"Clínica Ñandú"_s, .pro = u"Ana"_s, .dir = u"Sur 1"_s, .tel = u"29"_s};
@@ -184,19 +184,19 @@ TEST_F(Reports, ALetterheadKeepsItsProportions)
     const auto isRed = [](const QImage &sheet, int x, int y) {
         return sheet.pixelColor(x, y) == QColor(Qt::red);
     };
-    // As wide as the text, 180 mm, and an eighth as high.
+    // Full width, 180 mm, and an eighth of that in height.
     const QImage width = sheetWith({800, 100});
     EXPECT_TRUE(isRed(width, 20, 20));
     EXPECT_TRUE(isRed(width, 2100, 240));
     EXPECT_FALSE(isRed(width, 20, 320));
-    // A third of the page high, 89 mm, and four ninths as wide.
+    // A third of the page in height, 89 mm, and four ninths of that in width.
     const QImage height = sheetWith({400, 900});
     EXPECT_TRUE(isRed(height, 440, 1020));
     EXPECT_FALSE(isRed(height, 500, 20));
     EXPECT_FALSE(isRed(height, 20, 1100));
 }
 
-// The former file stays, whatever the new one failed of.
+// The existing file stays, whatever the reason for the failure.
 TEST_F(Reports, APdfIsSavedWholeOrNotAtAll)
 {
     const QString file = folder.filePath(u"letter.pdf"_s);
@@ -214,7 +214,7 @@ TEST_F(Reports, APdfIsSavedWholeOrNotAtAll)
     };
     EXPECT_TRUE(failure(*letter, folder.filePath(u"nowhere/at/all.pdf"_s)));
 
-    // A disk that takes no more than a kilobyte.
+    // A limit of one kilobyte per file plays a full disk.
     const auto length = composeLetter(s, u"Notice"_s, u"new "_s.repeated(5000));
     rlimit before;
     getrlimit(RLIMIT_FSIZE, &before);

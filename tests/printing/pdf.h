@@ -1,4 +1,4 @@
-// What a document says on paper.
+// The text of a printed document.
 #pragma once
 
 #include "printing/document.h"
@@ -9,14 +9,14 @@
 
 using namespace printing;
 
-/// The pages of a PDF file as a reader sees them: a line each, blanks squeezed.
+/// The text of each page of a PDF file, as one line with spaces simplified. Uses pdftotext.
 inline QStringList pagesOf(const QString &file)
 {
     QProcess p;
     p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
     EXPECT_TRUE(p.waitForFinished());
     QStringList pages = QString::fromUtf8(p.readAllStandardOutput()).split(u'\f');
-    pages.removeLast(); // each page ends with the mark
+    pages.removeLast(); // every page ends with a form feed
     for (QString &page : pages) {
         QStringList lines;
         for (const QString &line : page.split(u'\n'))

@@ -30,7 +30,7 @@ public:
         if (page + 1 == turnsOffIn)
             painter.end();
     }
-    int turnsOffIn = 0; // the device gives up behind this page
+    int turnsOffIn = 0; // the device fails after this page
 
 private:
     int m_count;
@@ -39,7 +39,7 @@ private:
 class Paper : public Clinic
 {
 protected:
-    // @return what was told; "" when the printer took the document
+    // @return the message shown; "" when the printer accepted the document
     QString Failure(const std::function<void()> &print)
     {
         try {
@@ -104,7 +104,7 @@ TEST_F(Paper, TheDeskTakesTheUsualPrinterOrAsks)
 {
     Printers hay;
     DeskPrinting desk([&hay] { return hay; });
-    // None: a PDF, or nothing.
+    // Without a printer: a PDF or nothing.
     ask.wait(u"There is no printer"_s, false);
     desk.print(s, three);
     ask.wait(u"There is no printer"_s);
@@ -112,7 +112,7 @@ TEST_F(Paper, TheDeskTakesTheUsualPrinterOrAsks)
     desk.print(s, three);
     EXPECT_EQ(pagesOf(file).size(), 3);
 
-    // These are no printers of this machine: whichever is taken fails with its name.
+    // These printers do not exist on this machine, so the chosen one fails with its name.
     const auto taken = [&] { return Failure([&] { desk.print(s, three); }).section(u": "_s, 1); };
     hay = {{u"One"_s, u"Two"_s}, u"Two"_s};
     EXPECT_EQ(taken(), u"Two"_s);
@@ -170,7 +170,7 @@ TEST_F(Paper, ThePreviewTurnsPagesZoomsAndSavesTheSheetChosen)
 
 TEST_F(Paper, ThePreviewPrintsOnWhatItsListShows)
 {
-    frmVistaPrevia f(s, three, {{u"One"_s, u"Two"_s}, QString()}); // the system names none
+    frmVistaPrevia f(s, three, {{u"One"_s, u"Two"_s}, QString()}); // no system default
     show(f);
     auto *printers = in<QComboBox>(f, "cmbImpresora");
     auto *print = in<QPushButton>(f, "cmdImprimir");

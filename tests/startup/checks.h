@@ -1,10 +1,10 @@
-// What must hold of every row that the program itself brings into a clinic.
+// Checks for all rows that the program itself writes into a clinic.
 #pragma once
 
 #include "support/clinic.h"
 
-/// Texts that are longer than their column, as "table.column: text", one a line. Nothing else stops
-/// them: the engine takes any length.
+/// Texts that are longer than their column, as "table.column: text", one per line. The engine
+/// itself accepts any length.
 inline QString overlongTexts(Base &base)
 {
     QString found;
@@ -20,7 +20,7 @@ inline QString overlongTexts(Base &base)
     return found;
 }
 
-/// Every row of a database, table after table.
+/// Every row of a database, table by table.
 inline QString dump(Base &base)
 {
     QString all;

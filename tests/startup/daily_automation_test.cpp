@@ -20,7 +20,7 @@ namespace
 {
 
 constexpr int Rabies = 4, Puppies = 1, Meal = 21; // products
-/// The measures of the settings, each with the medium that it sends by; 0 sends nothing.
+/// The values of a reminder setting, each with the channel that it uses; 0 sends nothing.
 const std::pair<store::Value, int> measures[] = {{nullptr, 0}, {1, 1}, {2, 2},
                                                  {3, 3},       {4, 0}, {0, 0}};
 constexpr int Vaccines = 3, Food = 1; // categories of a new folder
@@ -47,7 +47,7 @@ protected:
     {
         s.morvane->Execute("update configuracion set "s + column + " = ?", v);
     }
-    /// The last start was so many days ago.
+    /// Sets the last start to this many days ago.
     void closed(int days) { setting("FechaUltimoInicio", inside(-days)); }
     void product(int ida, int idcat, const char16_t *nom)
     {
@@ -77,7 +77,7 @@ protected:
             "insert into consumo (idm, idcat, ida, can, con) values (?, 1, ?, ?, ?)", idm, Meal,
             can, con);
     }
-    /// A patient that eats one a day, of a stock of a hundred.
+    /// A patient that eats one unit a day from a stock of a hundred.
     void eater()
     {
         patientsOf({{1}});
@@ -118,7 +118,7 @@ protected:
     }
 
     std::string Ver(Base &b, std::string_view sql) { return allRows(b, sql).toStdString(); }
-    /// In the order of the subjects: the one in which rows of a query come is nobody's business.
+    /// The tasks, ordered by subject, since the order of a query's rows is not specified.
     std::string Tasks()
     {
         return Ver(*s.morvane, "select tip, ida, dia, hor, medio, artaux, des from TareasAgenda "
@@ -170,7 +170,7 @@ TEST_F(Day, FoodIsConsumedForEveryClosedDayAndWarnedOfOnce)
         EXPECT_EQ(Ver(*s.clientes, "select can, men, FaltaHoy from consumo"), c.consumo);
         EXPECT_EQ(count(71), c.notices);
     }
-    // Below 0 it stopped at 0, and out of stock it is not looked at again.
+    // The stock stops at 0, and once it is empty there is no further warning.
     TareasDeInicio(s);
     EXPECT_EQ(Ver(*s.clientes, "select can, men, FaltaHoy from consumo"), "0|-1|0\n");
     EXPECT_EQ(count(71), 1);
@@ -202,7 +202,7 @@ TEST_F(Day, LowFoodBooksTheServiceOrOffersByMailAsTheSettingsSay)
         TareasDeInicio(s);
         EXPECT_EQ(Tasks(), c.tasks);
         EXPECT_EQ(codes(" where codigo1 = 1 or codigo1 = 2"), c.pizarra);
-        // The mark "warned" is set whatever the setting says; the dead eat nothing.
+        // The "warned" flag is set whatever the setting says; deceased patients eat nothing.
         const char *mark = c.tasks.empty() ? "-1|0" : "-1|-1";
         EXPECT_EQ(Ver(*s.clientes, "select idm, can, men, FaltaHoy from consumo order by idm"),
                   "1|4|"s + mark + "\n2|4|" + mark + "\n3|4|" + mark + "\n4|5|0|0\n");
@@ -213,7 +213,7 @@ TEST_F(Day, MissedDosesAreCaughtUpForTenDays)
 {
     const struct {
         int days;
-        int counted; // of the doses 1, 3, 4, 10, 11 and 40 days ago
+        int counted; // out of the doses 1, 3, 4, 10, 11 and 40 days ago
     } cases[] = {{1, 1}, {3, 2}, {10, 4}, {11, 4}, {40, 4}};
     const int back[] = {0, 1, 3, 4, 10, 11, 40};
     for (int i = 0; i < 7; ++i) {
@@ -221,7 +221,7 @@ TEST_F(Day, MissedDosesAreCaughtUpForTenDays)
         doses({{i + 1, -back[i], 1, i % 2 ? 2 : 0}});
     }
     patientsOf({{8}, {9, 0, 1, true}});
-    doses({{8, -1, 1, 1}, {9, -1}}); // given, and of a dead one
+    doses({{8, -1, 1, 1}, {9, -1}}); // one given, one of a deceased patient
     for (const auto &c : cases) {
         closed(c.days);
         TareasDeInicio(s);
@@ -236,7 +236,8 @@ TEST_F(Day, MissedDosesAreToldByHowManyWereOverdueBefore)
     s.clientes->Execute("update clientes set dir = 'Street 5', tel2 = '22', telc2 = '33'");
     closed(3);
     patientsOf({{1}, {2, 5}});
-    // First and second of their category, the third with another product: no count; with service.
+    // The first and second of their category; a third of another product, which does not count; one
+    // with service.
     doses({{1, -3}, {1, -2, 2}, {1, -1, 3, 0, Puppies}, {2, -1}});
     setting("LVMascotas", true);
     TareasDeInicio(s);
@@ -248,7 +249,7 @@ TEST_F(Day, MissedDosesAreToldByHowManyWereOverdueBefore)
                                    "Pet 1|Puppies|Client 1|Street 5|22 / 33|3\n"
                                    "Pet 2|Rabies|Client 1|Street 5|22 / 33|1\n");
 
-    // The list is made anew each day; without a first missed dose nothing is printed.
+    // The list is rebuilt each day; without a first missed dose nothing is printed.
     clear({"artplan"});
     doses({{2, -1, 7}});
     TareasDeInicio(s);
@@ -267,7 +268,7 @@ TEST_F(Day, TodaysDosesTakeTheLineOfTheirVariant)
                       y = ". and 1";
     const std::string none = " No product is 1º discont.\n";
     const std::string message = " 1 products are 1º discont. Communication with owners.\n";
-    // Patients whose dose of today has none, one or two overdue before it, and those with service.
+    // Patients with no, one or two overdue doses before today's, and patients with service.
     const struct {
         int toDay, second, third, withService;
         store::Value discontinued;
@@ -283,7 +284,7 @@ TEST_F(Day, TodaysDosesTakeTheLineOfTheirVariant)
         {0, 0, 1, 0, 1, "103|3|20|" + one + discontinued + none, 0},
         {0, 1, 0, 0, nullptr, "103|14|0|" + one + discontinued + "\n", 0},
         {0, 1, 0, 0, 2, "103|14|0|" + one + discontinued + "\n", 0},
-        // Counts that differ stand in their own places.
+        // Different counts, so that none can be in another's place.
         {3, 1, 1, 0, 1,
          "102|3|5|Today should be provided 3" + sin + ". and 2" + discontinued + message, 1},
     };
@@ -296,7 +297,7 @@ TEST_F(Day, TodaysDosesTakeTheLineOfTheirVariant)
                 patientsOf({{++idm, ser}});
                 for (int d = 1; d <= late; ++d)
                     doses({{idm, -60 * d, 10 - d}});
-                doses({{idm, -200, 1, 3}, {idm, 0, 10}}); // given long ago, and today
+                doses({{idm, -200, 1, 3}, {idm, 0, 10}}); // one given long ago, one due today
             }
         };
         patients(c.toDay, 0, 0);
@@ -330,7 +331,7 @@ TEST_F(Day, DosesOfClosedDaysAreBookedForTodayWhereThereIsAService)
     for (int back : {11, 10, 1, 0})
         doses({{1, -back, 20 - back}});
     patientsOf({{2}, {3}, {4, 5, 1, true}});
-    doses({{2, -30, 1}, {2, -1, 2}}); // of a closed day: nobody's task
+    doses({{2, -30, 1}, {2, -1, 2}}); // due on a closed day: gives no task
     doses({{3, -1, 1}, {3, 0, 2}});   // second overdue
     doses({{4, 0}});
     TareasDeInicio(s);
@@ -345,11 +346,11 @@ TEST_F(Day, DoseRemindersGoOutAheadOfTheDay)
     setting("tiempovencimiento", 3);
     closed(2);
     patientsOf({{1}, {2}, {3}, {4}, {5, 5}, {6}, {7}, {8, 0, 1, true}});
-    doses({{1, 1, 1}, {2, 2, 2}, {3, 3, 300, 2}, {4, 4, 4}}); // told on the days -2, -1, 0 and 1
-    doses({{5, 3}});                                          // the clinic comes by itself
+    doses({{1, 1, 1}, {2, 2, 2}, {3, 3, 300, 2}, {4, 4, 4}}); // reminders on days -2, -1, 0 and 1
+    doses({{5, 3}});                                          // given by the clinic
     doses({{6, -50, 1}, {6, 3, 2}});                          // an older one is still open
     doses({{7, 3}, {8, 3}});
-    s.clientes->Execute("update artplan set ana = -1 where idm = 7"); // told before
+    s.clientes->Execute("update artplan set ana = -1 where idm = 7"); // already reminded
     for (const auto &[measure, medio] : measures) {
         SCOPED_TRACE(measure.toInt());
         clear({"TareasAgenda"});
@@ -428,7 +429,7 @@ TEST_F(Day, ADebtMovesOneStepWhenItsDaysHavePassed)
         EXPECT_EQ(Pizarra(" where codigo1 = 15")
                       .find(avisa ? "110|15|5|Detected 4 debtors" : "110|15|0|Detected 4 debtors"),
                   0u);
-        // Late once for each debt that begins to be told, whatever is sent.
+        // One late payment for each debt at its first step, whatever is sent.
         EXPECT_EQ(s.morvane->read("select sum(deudasdemoradas) from perfiles").toInt(), 2 * runs);
     }
 }
@@ -440,7 +441,7 @@ TEST_F(Day, LapsedReservationsGoAndGuestsAreCountedUpToTheirLastDay)
         patientsOf({{idm, 0, idm <= 2 ? idm : 1}});
     Stay(1, u"r", -1, 3);
     Stay(2, u"r", -9, -5);
-    Stay(3, u"r", 0, 3);  // not taken in yet: it lapses tomorrow
+    Stay(3, u"r", 0, 3);  // guest has not arrived: lapses tomorrow
     Stay(4, u"h", -3, 0); // the last day
     Stay(5, u"h", -3, 2);
     s.clientes->Execute("update mascotas set int = -1 where idm = 6");
@@ -462,12 +463,12 @@ TEST_F(Day, LapsedReservationsGoAndGuestsAreCountedUpToTheirLastDay)
 
 TEST_F(Day, FeedingRoundsAreMadeAnewForASingleGuest)
 {
-    Appointment(agenda::TaskKind::Ration, 0, inside(-1)); // yesterday's
+    Appointment(agenda::TaskKind::Ration, 0, inside(-1)); // of yesterday
     patientsOf({{1}, {2}});
     Stay(1, u"h", -1, 2);
     setting("horaracion2", QTime(13, 0));
     TareasDeInicio(s);
-    EXPECT_EQ(Tasks(), ""); // without a first hour there are no rounds
+    EXPECT_EQ(Tasks(), ""); // no rounds without a first hour
 
     setting("horaracion1", QTime(8, 0));
     for (int time = 0; time < 2; ++time) {
@@ -475,11 +476,11 @@ TEST_F(Day, FeedingRoundsAreMadeAnewForASingleGuest)
         EXPECT_EQ(Tasks(), "-47|0|2026-03-11|08:00:00|0|0|\n-47|0|2026-03-11|13:00:00|0|0|\n");
         ASSERT_EQ(s.Alarmas.size(), 1u); // 8:00 is past
         EXPECT_EQ(s.Alarmas[0].hour, QTime(13, 0));
-        EXPECT_EQ(s.Alarmas[0].ida, 0); // loaded, not appended
+        EXPECT_EQ(s.Alarmas[0].ida, 0); // only loading sets it
     }
     Stay(2, u"h", -1, 2);
     TareasDeInicio(s);
-    EXPECT_EQ(Tasks(), ""); // intended: two guests have no rounds
+    EXPECT_EQ(Tasks(), ""); // On purpose: two guests have no rounds.
 }
 
 TEST_F(Day, TheTaskFlagFallsWithTheLastOpenAppointment)
@@ -503,7 +504,7 @@ TEST_F(Day, TheSummaryCountsOpenTasksAndOffersThePrint)
     Appointment(42, 1, hoy, true);
     Appointment(41, 1, inside(1));
     Appointment(-43, 1, hoy);
-    Appointment(-100, 1, hoy); // a user's note is automatic by its code only
+    Appointment(-100, 1, hoy); // a user's note counts as automatic because of its code
     Appointment(-43, 1, hoy, true);
     Appointment(-43, 1, inside(-1));
     const char *summary = "115|8|0|Were counted, at login, 2 Task / s or appointments / s for "
@@ -518,7 +519,7 @@ TEST_F(Day, TheSummaryCountsOpenTasksAndOffersThePrint)
                   si ? QStringList{u"Day's agenda Wednesday, 11 March 2026"_s} : QStringList{});
     }
     clear({"TareasAgenda"});
-    TareasDeInicio(s); // nothing to print: not asked
+    TareasDeInicio(s); // nothing to print, so no question
     EXPECT_EQ(Pizarra(), "");
 }
 
@@ -530,10 +531,10 @@ TEST_F(Day, AppointmentsSinceTheLastStartCountAsKeptOrNot)
     Appointment(41, 1, inside(-2)); // counted by the last pass
     Appointment(41, 1, inside(-1), true);
     Appointment(41, 2, inside(-1));
-    Appointment(-43, 1, inside(-1)); // no appointment
+    Appointment(-43, 1, inside(-1)); // not an appointment
     Appointment(41, 1, inside(1));
-    Appointment(41, 1, hoy); // intended: open this morning is not kept
-    stock(2, 5, 1);          // intended: so is what this very pass books
+    Appointment(41, 1, hoy); // On purpose: open this morning counts as not kept.
+    stock(2, 5, 1);          // On purpose: so does what this very pass books.
     TareasDeInicio(s);
     EXPECT_EQ(profiles(), "1|0|1|1\n2|0|0|2\n");
     EXPECT_EQ(Pizarra(" where codigo1 = 32"), "115|32|0|Some yesterday tasks were not done\n");
@@ -561,11 +562,11 @@ TEST_F(Day, DaysOfTheCalendar)
         {{2027, 1, 2}, ""},
         {{2027, 8, 1}, ""},
         {{2027, 8, 6}, "106|0|0|Happy day of the veterinarian.\n"},
-        // Intended: a birthday on 29 February rings in leap years only.
+        // On purpose: a birthday on 29 February counts in leap years only.
         {{2027, 2, 28}, ""},
         {{2027, 3, 1}, ""},
         {{2028, 2, 29}, "109|12|0|1 patients birthday today.\n"},
-        {{2028, 3, 1}, ""}, // and none of a closed day
+        {{2028, 3, 1}, ""}, // no birthdays of closed days either
     };
     patientsOf({{1}});
     s.clientes->Execute("update mascotas set fecn = ?", QDate(2020, 2, 29));
@@ -603,7 +604,7 @@ TEST_F(Day, NewClientsWithAnAddressAreGreetedOnce)
         s.clientes->Execute("update clientes set feci = ?, email = ? where idc = ?",
                             inside(entered), email, idc);
     }
-    s.clientes->Execute("update clientes set feci = ? where idc = 1", hoy); // address Null
+    s.clientes->Execute("update clientes set feci = ? where idc = 1", hoy); // its address is Null
     for (const store::Value &off : {store::Value(2), store::Value(0), store::Value()}) {
         setting("AutNuevoCliente", off);
         TareasDeInicio(s);
@@ -639,7 +640,7 @@ TEST_F(Day, NewsStandOnTheBoardUntilTheirLastDay)
     EXPECT_EQ(Pizarra(), "");
     setting("RecibirNotificaciones", true);
     for (const char *old : {"2026-03-10,Old", "what is this", ""}) {
-        file(old); // garbage is worth no message
+        file(old); // garbage gives no message
         TareasDeInicio(s);
         EXPECT_EQ(Pizarra(), "");
     }
@@ -661,7 +662,7 @@ TEST_F(Day, AFailingStatementIsLoggedAndShownAndTheOthersRun)
     EXPECT_EQ(Ver(*s.morvane, "select num, fec, fuente from errores"),
               "3078|2026-03-11|Tareas de Inicio. \n3078|2026-03-11|Tareas de Inicio. \n"
               "3078|2026-03-11|Tareas de Inicio. \n3061|2026-03-11|Tareas de Inicio. \n");
-    // What stands beside the failing statement is done: the debt has moved, the kennel is free.
+    // The other statements still take effect: the debt has moved on, the kennel is free.
     EXPECT_EQ(Ver(*s.finanzas, "select men from ctactec"), "1\n");
     EXPECT_EQ(Ver(*s.clientes, "select hos from mascotas"), "0\n");
     EXPECT_EQ(Ver(*s.clientes, "select idm from mhospedaje"), "");
@@ -696,7 +697,7 @@ TEST_F(Day, ARunThatDiesLeavesNothingAndIsRunAgain)
     s.progress = {};
     EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "100\n");
     EXPECT_TRUE(IniciarTareas(s));
-    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n"); // a stock is eaten once
+    EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n"); // consumed only once
 }
 
 namespace
@@ -714,7 +715,7 @@ protected:
                      },
                      [this](Sesion &) { done << u"month"_s; }};
 
-    /// Of today, as another terminal books it.
+    /// An appointment of today, as booked at another terminal.
     void appointmentWithAlarm()
     {
         Appointment(41, 0, hoy, false, QTime(9, 30));
@@ -743,7 +744,7 @@ TEST_F(Door, TheFirstStartOfADayRunsThePassThenTheOutboxThenTheMonth)
               "Categories for consumption\nScheduled categories expirations\nChecking customers "
               "with debt\nBoarding\nUpdating alarm vector\nPerforming tasks\nMonthly tasks");
 
-    // A second start does nothing but ring today's alarms.
+    // A second start only loads today's alarms.
     appointmentWithAlarm();
     AgregarPizarra(s, u"kept"_s, 0, 0, 0);
     EXPECT_FALSE(IniciarTareas(s, steps));
@@ -757,13 +758,13 @@ TEST_F(Door, TheMonthIsKnownByItsNumberAlone)
 {
     const std::pair<store::Value, bool> cases[] = {
         {QDate(2026, 3, 1), false},  {QDate(2026, 2, 28), true},
-        {QDate(2025, 3, 11), false}, // intended: exactly twelve months later nothing runs
+        {QDate(2025, 3, 11), false}, // On purpose: nothing runs exactly twelve months later.
         {QDate(2026, 4, 1), true},   {nullptr, true},
     };
     for (const auto &[last, corre] : cases) {
         SCOPED_TRACE(last.toText().toStdString());
         done.clear();
-        setting("FechaUltimoInicio", hoy); // the month does not wait for a new day
+        setting("FechaUltimoInicio", hoy); // the monthly step does not need a new day
         setting("FechaUltimoInicioMes", last);
         EXPECT_FALSE(IniciarTareas(s, steps));
         EXPECT_EQ(done.size(), corre ? 2 : 0);
@@ -791,7 +792,7 @@ TEST_F(Door, TwoTerminalsRunTheDayAndTheMonthOnce)
     other.reloj = s.reloj;
     store::setDataFolder(other, folder.path());
     ASSERT_FALSE(store::openStore(other));
-    ASSERT_LT(other.configuracion["FechaUltimoInicio"].toDate(), hoy); // read before the first runs
+    ASSERT_LT(other.configuracion["FechaUltimoInicio"].toDate(), hoy); // read too early
     EXPECT_TRUE(IniciarTareas(s, steps));
     EXPECT_FALSE(IniciarTareas(other, steps));
     EXPECT_EQ(Ver(*s.clientes, "select can from consumo"), "99\n");
@@ -810,18 +811,18 @@ TEST_F(Door, ATerminalWaitsForTheOneThatRunsTheDay)
         [[maybe_unused]] auto n = write(ready[1], dia->isHeld() ? "y" : "n", 1);
         usleep(300000);
         close(creat(file.constData(), 0600));
-        _exit(0); // it dies with the lock and without having run
+        _exit(0); // dies holding the lock, without having run
     }
     char taken = 0;
     ASSERT_EQ(read(ready[0], &taken, 1), 1);
     ASSERT_EQ(taken, 'y');
-    QStringList stages; // those before the other one was over
+    QStringList stages; // those shown before the other one ended
     s.progress.stage = [&](const QString &t) {
         if (!QFile::exists(mark))
             stages << t;
     };
     EXPECT_TRUE(IniciarTareas(s));
-    // Whoever waits is told why, and for whom.
+    // While waiting, the user sees why and for whom.
     EXPECT_EQ(
         stages,
         QStringList{s(text::AnotherTerminalRunsTheDay) + u' '

@@ -39,12 +39,12 @@ struct Demo : Clinic {
 
 } // namespace
 
-// The boards hold food with and without service; doses missed for the first time, again and with
-// service; doses of today; reminders; birthdays; debtors; inpatients; reservations; guests; agenda,
-// automatic tasks, yesterday; stock, batches; new clients.
+// The expected boards have lines for food with and without service; doses missed for the first
+// time, again and with service; doses of today; reminders; birthdays; debtors; inpatients;
+// reservations; guests; agenda, automatic tasks, yesterday; stock, batches; new clients.
 TEST(DemoBoard, ShowsEveryKindOfLineInEveryLanguageOnAnyDay)
 {
-    // A plain day, a Sunday, the day that most years lack.
+    // An ordinary day, a Sunday, and 29 February.
     for (const store::Language language :
          {store::Language::Spanish, store::Language::Portuguese, store::Language::English})
         for (const QDate dia : {QDate(2026, 3, 11), QDate(2026, 8, 9), QDate(2028, 2, 29)}) {
@@ -56,7 +56,7 @@ TEST(DemoBoard, ShowsEveryKindOfLineInEveryLanguageOnAnyDay)
             c.s.reloj.hoy = dia;
             createDemo(c.s);
             EXPECT_EQ(c.boardOf(), std::string(std::istreambuf_iterator(board), {}));
-            // Featured clients are greeted apart; one guest, so the feeding rounds are made.
+            // Featured clients get their own greeting; there is one guest, so there are rounds.
             EXPECT_EQ(allRows(*c.s.morvane,
                               "select tip, count(*) from TareasAgenda where fcreacion ="
                               " date() and tip in (-46, -47, -51) group by tip"
@@ -89,10 +89,11 @@ TEST_F(Demo, HangsTogether)
     createDemo(s);
     Base *const morvane = s.morvane.get(), *const clientes = s.clientes.get(),
                 *const finanzas = s.finanzas.get();
-    // Every row has its client, patient, product or list row; those of a list fit together.
+    // Every row refers to an existing client, patient, product or list row, and linked list rows
+    // match.
     const struct {
         Base *base;
-        std::string table, column, other, key, neither = "false"; // what else does not fit
+        std::string table, column, other, key, neither = "false"; // a further mismatch
     } links[] = {
         {clientes, "Mascotas", "idc", "Clientes", "idc"},
         {clientes, "Mascotas", "raz", "MLRazas", "id", "MLRazas.esp <> Mascotas.esp"},
@@ -117,7 +118,7 @@ TEST_F(Demo, HangsTogether)
                                  " (select idVenta from CtaCteC)"),
               QString());
 
-    // Counters stand at the highest number given out.
+    // Every counter is at the highest number in use.
     const std::tuple<const char *, Base *, const char *> counters[] = {
         {"contadorclientes", clientes, "idc) from Clientes"},
         {"contadormascotas", clientes, "idm) from Mascotas"},

@@ -27,7 +27,7 @@ TEST_P(PrimeraVez, seeds_products_that_the_plans_and_categories_rely_on)
                 "select ida, idcat from Articulos where ida in (1, 4, 12, 35, 37) order by ida"),
         u"1|3\n4|3\n12|4\n35|5\n37|5\n");
 
-    // Numbered without a gap from 1, and the counter knows.
+    // Numbered from 1 without gaps, and the counter agrees.
     const int articulos = s.finanzas->read("select count(*) from Articulos").toInt();
     EXPECT_GE(articulos, 37);
     EXPECT_EQ(s.finanzas->read("select max(ida) from Articulos").toInt(), articulos);
@@ -36,7 +36,7 @@ TEST_P(PrimeraVez, seeds_products_that_the_plans_and_categories_rely_on)
     EXPECT_EQ(allRows(*s.finanzas, "select ida from Articulos where len(uni) > 2 and canuni <= 0"),
               QString());
 
-    // Services and only they have a time and a place, and what goes to the client's home is one.
+    // All services and nothing else are in Servicios, and so is every delivery service.
     EXPECT_EQ(allRows(*s.finanzas, "select ida from Articulos where idcat = 2 order by ida"),
               allRows(*s.finanzas, "select ida from Servicios order by ida"));
     EXPECT_EQ(allRows(*s.finanzas,
@@ -72,7 +72,7 @@ TEST_P(PrimeraVez, names_everything_in_the_language_and_within_its_width)
     for (Base *base : {s.morvane.get(), s.finanzas.get()})
         EXPECT_EQ(overlongTexts(*base), QString());
 
-    // Names are told apart without regard to letter case; a number is no name.
+    // Names must differ in more than letter case, and must not be numbers.
     QStringList names;
     for (Recordset r = s.finanzas->OpenSnapshot("select nom from Articulos"); !r.EOF_();
          r.MoveNext()) {
@@ -82,7 +82,7 @@ TEST_P(PrimeraVez, names_everything_in_the_language_and_within_its_width)
         names.append(name);
     }
 
-    // One service for each picture of the agenda, by the words that it goes by.
+    // One service for each picture of the agenda, by the words that select it.
     const QString words[][8] = {
         {u"entrega de alimento"_s, u"retiro"_s, u"cirugía"_s, u"consulta a domicilio"_s,
          u"peluquería"_s, u"ecografía"_s, u"radiografía"_s, u"vacunación"_s},
@@ -112,7 +112,7 @@ TEST_P(PrimeraVez, fills_every_letter_with_tags_that_can_be_resolved)
         static const QRegularExpression tag(u"<([^>]*)>"_s);
         for (const auto &m : tag.globalMatch(text))
             EXPECT_TRUE(tags.contains(m.captured(1))) << m.captured(1).toStdString();
-        // What is mailed greets; a letter names its addressee or needs none.
+        // Mails start with a greeting; letters name their addressee or need none.
         if (!c.name.ends_with("carta")) {
             EXPECT_TRUE(text.section(u'\n', 0, 0).endsWith(u" <nomcli>:"));
         }
@@ -129,7 +129,7 @@ TEST_P(PrimeraVez, broken_off_and_run_again_adds_nothing_twice)
     EXPECT_EQ(dump(*s.finanzas), finanzas);
     EXPECT_EQ(dump(*s.morvane), morvane);
 
-    // Also when the program has changed its language in between.
+    // Even if the program's language has changed in between.
     s.texts = store::Texts(GetParam() == store::Language::English ? store::Language::Spanish
                                                                   : store::Language::English);
     seedFirstRun(s);
@@ -149,7 +149,7 @@ TEST_F(FirstRegistration, WantsAUserAndTheSamePasswordTwice)
 {
     const std::tuple<QString, QString, QString, int> cases[] = {
         {{}, {}, {}, 2259},
-        {u" ' "_s, {}, {}, 2259}, // nothing is left of it
+        {u" ' "_s, {}, {}, 2259}, // nothing remains after cleaning
         {u"Ana"_s, {}, {}, 0},
         {u"Ana"_s, u"secret"_s, {}, 5030},
         {u"Ana"_s, u"secret"_s, u"Secret"_s, 5030},

@@ -40,7 +40,7 @@ protected:
         registerFirstRun(s, {u"El Ombú"_s, {}, {}, user, password, password});
         finishFirstRun(s);
     }
-    /// Starts and waits until the log ends so, or somebody is asked for.
+    /// Starts, and waits until the log is complete or the login appears.
     void start()
     {
         splash = std::make_unique<frminicio>(s, steps);
@@ -66,7 +66,7 @@ protected:
     std::unique_ptr<frminicio> splash;
 };
 
-/// Plays the user once a form of that kind is up.
+/// Calls @p play once a form of this type is open.
 template <typename Form>
 void whenOpen(const std::function<void(Form &)> &play)
 {
@@ -148,7 +148,7 @@ TEST_F(Splash, ShowsHowFarThePassHasComeAndCannotBeClosedMeanwhile)
     };
     start();
     EXPECT_EQ(log.last(), u"show"_s);
-    s.progress.tellBar(1, 1); // reaches nobody any more
+    s.progress.tellBar(1, 1); // the form is no longer connected
 }
 
 TEST_F(Splash, APassThatFailsIsToldAndTheBoardStillOpens)

@@ -87,7 +87,7 @@ TEST_F(LoginRules, TheFifthTryEndsTheProgramEvenIfItIsRight)
     user(2, u"Luis"_s, u"y"_s);
     Login login = beginLogin(s);
     for (int i = 0; i < 4; ++i) {
-        giveName(s, login, i < 2 ? u"Ana"_s : u"Luis"_s); // another name forgives nothing
+        giveName(s, login, i < 2 ? u"Ana"_s : u"Luis"_s); // another name resets nothing
         givePassword(s, login, u"wrong"_s);
         EXPECT_EQ(login.step, Step::AsksPassword);
         EXPECT_EQ(login.notice, s(text::InvalidPassword));

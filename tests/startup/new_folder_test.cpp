@@ -56,7 +56,7 @@ TEST_F(Folder, BringsTheRowsThatNoClinicGoesWithout)
     EXPECT_EQ(allRows(*s.finanzas, "select ID, Nombre from TiposFiscal"), u"1|NA\n");
     for (Base *base : {s.morvane.get(), s.clientes.get(), s.finanzas.get()})
         EXPECT_EQ(overlongTexts(*base), QString());
-    // The next plan of the clinic's own goes on behind the seeded ones.
+    // The clinic's own plans continue the numbering of the seeded ones.
     s.morvane->Execute("insert into Regimen (Nom) values ('x')");
     EXPECT_EQ(s.morvane->read("select max(Idr) from Regimen").toInt(), 20);
 }
@@ -87,15 +87,15 @@ TEST(createFolder, TouchesNoFolderThatHoldsAClinic)
 TEST(createFolder, LeavesNothingHalfMade)
 {
     const QTemporaryDir folder;
-    // The fifth file cannot be put into its folder, because a file stands there.
+    // The fifth file cannot be created, because its folder's name is taken by a file.
     ASSERT_TRUE(QFile(folder.filePath(u"reportes"_s)).open(QIODevice::WriteOnly));
     EXPECT_EQ(errorNumber(folder.path()), store::ErrorNumber::PathOrDisk);
     EXPECT_EQ(contentOf(folder.path()), QStringList{u"reportes"_s});
-    // A folder below a file cannot be made at all.
+    // A folder below a file cannot be created at all.
     EXPECT_EQ(errorNumber(folder.filePath(u"reportes/nueva"_s)), store::ErrorNumber::PathOrDisk);
     EXPECT_EQ(contentOf(folder.path()), QStringList{u"reportes"_s});
 
     EXPECT_TRUE(QFile::remove(folder.filePath(u"reportes"_s)));
     createFolder(folder.path(), store::Language::Spanish);
-    EXPECT_EQ(contentOf(folder.path()).size(), 5); // four files and the folder of the fifth
+    EXPECT_EQ(contentOf(folder.path()).size(), 5); // four files, and the fifth one's folder
 }

@@ -32,7 +32,7 @@ TEST_F(StartSteps, TheFirstRunLeavesAClinicReadyToWork)
     EXPECT_EQ(settings("FechaUltimoInicio, FechaUltimoInicioMes"), u"2026-03-11|2026-03-11\n"_s);
     EXPECT_TRUE(isFirstRun(s)) << "it can still be broken off";
 
-    QDir().mkpath(folder.filePath(u"mascotas/fot"_s)); // one that is there already
+    QDir().mkpath(folder.filePath(u"mascotas/fot"_s)); // this one exists already
     finishFirstRun(s);
     EXPECT_FALSE(isFirstRun(s));
     EXPECT_EQ(settings("FechaPrimerInicio"), u"2026-03-11\n"_s);
@@ -64,7 +64,7 @@ TEST_F(StartSteps, AFirstRunThatFailsBeginsAgainAtTheNextStart)
 TEST_F(StartSteps, TheClinicsDataAndTheDayAreTaken)
 {
     registerFirstRun(s, {u"El Ombú"_s, u"Mitre 1"_s, u"555"_s, u"Ana"_s, {}, {}});
-    s.reloj.hoy = hoy.addDays(-1); // the form of the first run stayed open over midnight
+    s.reloj.hoy = hoy.addDays(-1); // the first-run form was open past midnight
     s.reloj.now = [this] { return QDateTime(hoy, QTime(0, 5)); };
     EXPECT_TRUE(checkStart(s, point));
     EXPECT_EQ(s.clinic.nom, u"El Ombú"_s);

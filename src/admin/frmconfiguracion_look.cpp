@@ -3,6 +3,8 @@
 #include "store/settings_row.h"
 #include "texts/admin.h"
 #include "ui/bound.h"
+#include "ui/help_line.h"
+#include "ui/text_size.h"
 #include "ui/theme.h"
 
 #include <QApplication>
@@ -119,6 +121,31 @@ private:
     QPushButton *m_other = nullptr;
 };
 
+/// How large everything is drawn, on this machine alone.
+ui::OptionsGroup *textSizes(const PageContext &c)
+{
+    QList<std::pair<int, QString>> sizes;
+    for (const int percent : ui::TextSizes)
+        sizes.append({percent, u"%1 %"_s.arg(percent)});
+    auto *group = named(new ui::OptionsGroup({}, sizes), u"TamanoTexto"_s, c.s(text::TextSize));
+    group->setValue(ui::textSize(c.s));
+    QObject::connect(group, &ui::OptionsGroup::chosen, group, [c, group](int percent) {
+        if (c.guarded([&] { ui::saveTextSize(c.s, percent); }))
+            c.help->success(c.s(text::TextSizeNote));
+        else
+            group->setValue(ui::textSize(c.s));
+    });
+    return group;
+}
+
+/// The heading stands above it, so that it needs no frame of its own.
+void takeOffFrame(QWidget *group)
+{
+    group->setStyleSheet(
+        u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
+    group->layout()->setContentsMargins(0, 0, 0, 0);
+}
+
 } // namespace
 
 QWidget *admin::lookPage(const PageContext &c)
@@ -127,14 +154,14 @@ QWidget *admin::lookPage(const PageContext &c)
     QVBoxLayout *column = parts::Column(page);
     parts::sectionOf(column, c.s(text::SettingsLookColor), c.s(text::ColorNote))
         ->addRow(new ProgramColor(c));
+    ui::OptionsGroup *sizes = textSizes(c);
+    takeOffFrame(sizes);
+    parts::sectionOf(column, c.s(text::TextSize), c.s(text::TextSizeNote))->addRow(sizes);
     auto *units = named(
         new ui::OptionsGroup({}, {{store::weightUnit::Kilos, c.s(text::SettingsLookKilos)},
                                   {store::weightUnit::Libras, c.s(text::PoundsAndFahrenheit)}}),
         u"KgLbs"_s, c.s(text::SettingsLookUnits));
-    // The heading stands above it, so that it needs no frame of its own.
-    units->setStyleSheet(
-        u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
-    units->layout()->setContentsMargins(0, 0, 0, 0);
+    takeOffFrame(units);
     ui::bind::Options(c.s, c.guarded, units, setting::KgLbs);
     parts::sectionOf(column, c.s(text::SettingsLookUnits), c.s(text::UnitsNote))->addRow(units);
     return page;

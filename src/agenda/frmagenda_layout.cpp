@@ -23,7 +23,6 @@ namespace
 {
 
 constexpr QSize FirstSize{1280, 700};
-constexpr QSize Smallest{1020, 560};
 constexpr int DayBoxWidth = 172;
 constexpr int ListWidth = 600, HoursWidth = 620;
 
@@ -70,7 +69,6 @@ void frmagenda::build()
     all->addWidget(Ayu);
 
     orderKeys();
-    setMinimumSize(Smallest);
     rememberSize(FirstSize);
     for (ui::Grid *list : {GAgenda, GKelvara}) {
         showTitles(list);

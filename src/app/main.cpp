@@ -22,6 +22,7 @@
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
 #include "ui/quick_key.h"
+#include "ui/text_size.h"
 #include "ui/theme.h"
 #include "ui/wait_notice.h"
 #include "ui/window_dialogs.h"
@@ -78,6 +79,11 @@ void offerNewFolder(Sesion &s, store::Language language)
 
 int window(int &argc, char **argv, const Options &options, store::Language language)
 {
+    {
+        // Where the program lies can only be asked of an application.
+        const QCoreApplication probe(argc, argv);
+        ui::applyTextSize(store::programFolder());
+    }
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kelvara"));
     QApplication::setApplicationVersion(QStringLiteral(KELVARA_VERSION));

@@ -128,7 +128,7 @@ QWidget *frmprincipal::buildRail()
     };
     cmdPizarra = ownButton(u"cmdPizarra"_s, u"kelvara"_s, text::BackToBoard, u"Alt+Home"_s);
     cmdPizarra->setIconSize({32, 32});
-    cmdPizarra->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    cmdPizarra->setFixedSize(48, 48);
     m_brand = new QLabel(u"Kelvara"_s);
     m_brand->setProperty("clase", u"marca"_s);
     auto *brand = new QHBoxLayout;

@@ -86,8 +86,8 @@ void ClientPanel::build()
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->setSpacing(ui::space::M);
-    row->addWidget(boxes, 1);
-    row->addWidget(buildFacts());
+    row->addWidget(boxes, 2);
+    row->addWidget(buildFacts(), 1);
 }
 
 QWidget *ClientPanel::buildFacts()
@@ -98,12 +98,14 @@ QWidget *ClientPanel::buildFacts()
     txtinfoCliente = ui::informationBox(u"txtinfoCliente"_s, m_s(text::RegistryClientInformation));
 
     auto *facts = new QWidget;
-    facts->setFixedWidth(ClientFactsWidth);
+    facts->setMinimumWidth(ui::NarrowestFacts);
+    facts->setMaximumWidth(ClientFactsWidth);
     auto *column = new QVBoxLayout(facts);
     column->setContentsMargins({});
     column->setSpacing(ui::space::S);
     for (QLabel *label : {txtfeci, txtUVisita, txtdebe}) {
         label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
         column->addWidget(label);
     }
     column->addWidget(txtinfoCliente, 1);

@@ -8,6 +8,7 @@
 #include "ui/grid.h"
 #include "ui/help_line.h"
 #include "ui/pictures.h"
+#include "ui/record_buttons.h"
 #include "ui/record_fields.h"
 #include "ui/theme.h"
 
@@ -22,7 +23,6 @@ namespace
 {
 
 constexpr QSize FirstSize{1320, 720};
-constexpr QSize Smallest{1020, 600};
 
 } // namespace
 
@@ -66,7 +66,6 @@ void frmPropietarios::build()
     all->addWidget(Ayu);
 
     orderKeys();
-    setMinimumSize(Smallest);
     rememberSize(FirstSize);
     rememberColumns(GClientes->horizontalHeader());
     rememberColumns(GMascotas->horizontalHeader());

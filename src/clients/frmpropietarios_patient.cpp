@@ -120,8 +120,8 @@ void PatientPanel::build()
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins({});
     row->setSpacing(ui::space::M);
-    row->addWidget(boxes, 1);
-    row->addWidget(buildFacts());
+    row->addWidget(boxes, 2);
+    row->addWidget(buildFacts(), 1);
 }
 
 QWidget *PatientPanel::besides(QWidget *box, QLabel *behind)
@@ -142,7 +142,8 @@ QWidget *PatientPanel::buildFacts()
                        m_s(text::RegistryPatientPhoto));
     txtinfomas = ui::informationBox(u"txtinfomas"_s, m_s(text::RegistryPatientInformation));
     auto *facts = new QWidget;
-    facts->setFixedWidth(PatientFactsWidth);
+    facts->setMinimumWidth(ui::NarrowestFacts);
+    facts->setMaximumWidth(PatientFactsWidth);
     auto *column = new QVBoxLayout(facts);
     column->setContentsMargins({});
     column->setSpacing(ui::space::S);

@@ -5,9 +5,11 @@
 
 using namespace store;
 
-QString store::machineFile(const Sesion &s)
+QString store::machineFile(const Sesion &s) { return machineFileIn(s.programFolder); }
+
+QString store::machineFileIn(const QString &programFolder)
 {
-    return s.programFolder.isEmpty() ? QString() : s.programFolder + QStringLiteral("kelvara.ini");
+    return programFolder.isEmpty() ? QString() : programFolder + QStringLiteral("kelvara.ini");
 }
 
 void store::saveSetting(Sesion &s, std::string_view column, const Value &value)

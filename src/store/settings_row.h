@@ -21,6 +21,8 @@ inline constexpr int Libras = 2;
 /// The file of this machine's own settings in the program folder, forms' sizes among them; "" when
 /// there is no such folder: an unnamed file is never written.
 QString machineFile(const Sesion &s);
+/// The same before there is a session. @param programFolder ends in a slash, or is empty: no file
+QString machineFileIn(const QString &programFolder);
 
 /// A setting of this machine alone, for what other terminals must not share: ports, paths.
 QString readMachineSetting(const Sesion &s, const QString &key, const QString &byDefault = {});

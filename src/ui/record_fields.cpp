@@ -213,7 +213,7 @@ QComboBox::drop-down:disabled { width: 0; border: 0; }
 QComboBox::down-arrow:disabled { image: none; }
 QCheckBox:disabled { color: palette(window-text); }
 QPlainTextEdit[clase="informacion"] { background: transparent; border: 0; padding: 0; }
-QPushButton { padding: 4px 12px; min-width: 0; }
+QPushButton { padding: 4px 12px; }
 QPushButton:focus { padding: 3px 11px; }
 QPushButton[clase="barra"] { background: transparent; border-color: transparent; padding: 5px 9px; }
 QPushButton[clase="barra"]:focus { border-color: palette(highlight); padding: 4px 8px; }

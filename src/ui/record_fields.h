@@ -13,6 +13,9 @@ class QPushButton;
 namespace ui
 {
 
+/// The column of facts beside the boxes, on the narrowest screen.
+inline constexpr int NarrowestFacts = 96;
+
 /// Boxes beside their captions, one or two to a line, all lines on one grid.
 class FieldGrid : public QGridLayout
 {

@@ -24,6 +24,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+constexpr int SmallestButton = 96; // "No" is as easy to hit as "Cancel"
 constexpr int TextWidth = 460;
 constexpr int EntryWidth = 320;
 constexpr int OptionsWorthAFilter = 12;
@@ -130,6 +131,7 @@ private:
                         void (QDialog::*slot)())
     {
         auto *b = named(new QPushButton(u'&' + caption), name, caption);
+        b->setMinimumWidth(SmallestButton);
         connect(b, &QPushButton::clicked, this, slot);
         row->addWidget(b);
         return b;

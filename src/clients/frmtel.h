@@ -14,7 +14,8 @@ class HelpLine;
 class QComboBox;
 class QPushButton;
 
-/// Opened with `numeros`, it calls the first as soon as it knows the port; closing hangs up.
+/// Opened with `numeros`, it calls the first number at once if the port is known; closing the form
+/// hangs up.
 class frmTel : public ui::FormBase
 {
     Q_OBJECT

@@ -1,4 +1,4 @@
-// A box that comes up by itself must not be answered by somebody who is typing.
+// Keeps a message that pops up by itself from being answered by someone who is typing.
 #pragma once
 
 #include <QElapsedTimer>
@@ -11,14 +11,16 @@ class QKeyEvent;
 namespace ui
 {
 
-/// As long as it lives, keys reach nobody until a second has gone by without one: the box that has
-/// come up meanwhile is there to be read first. What is typed goes on into the box of text that
-/// has the focus now. The mouse works at once.
+/// While it lives, keys are held back from the message on screen until a second has passed without
+/// one, so that the message is read first. What is typed meanwhile goes on into the text box that
+/// had the focus. The mouse works at once.
 class KeyboardInCalm : public QObject
 {
     Q_OBJECT
 public:
+    /// Remembers the text box that has the focus and starts filtering keys.
     KeyboardInCalm();
+    /// Stops filtering and restores the pause of the dialogs.
     ~KeyboardInCalm() override;
 
 protected:
@@ -27,11 +29,11 @@ protected:
 private:
     void goOnTyping(const QKeyEvent &key);
 
-    QPointer<QWidget> m_written; // where somebody may be typing
+    QPointer<QWidget> m_written; // text box that had the focus
     QElapsedTimer m_lastFrom;
-    int m_pause; // of boxes, which is not needed beside this one
+    int m_pause; // of the dialogs, which is switched off meanwhile
     bool m_calm = false;
-    const QEvent *m_own = nullptr; // a key on its way there
+    const QEvent *m_own = nullptr; // key being passed on to m_written
 };
 
 } // namespace ui

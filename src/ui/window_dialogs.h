@@ -1,4 +1,4 @@
-// What rules ask and tell, as boxes on the screen.
+// Questions and messages of the rules, as dialogs on screen.
 #pragma once
 
 #include "store/dialogs.h"
@@ -7,11 +7,12 @@
 namespace ui
 {
 
-/// Modal boxes over the window in use. Texts are shown as they are, never as mark-up; long ones
-/// scroll. Everything can be answered from the keyboard.
+/// Modal dialogs over the active window. Text is shown literally, never as markup; long text
+/// scrolls. Everything can be answered from the keyboard.
 class WindowDialogs : public Dialogos
 {
 public:
+    /// @param texts captions of the buttons, in the session's language
     explicit WindowDialogs(store::Texts texts) : m_texts(std::move(texts)) {}
 
     void Mensaje(const QString &text) override;
@@ -31,10 +32,11 @@ public:
     std::optional<QString> saveFile(const QString &title, const QString &proposed,
                                     const QString &filter) override;
 
-    /// How long a box that has come up takes no key: it may have been meant for what lies behind.
-    /// @return how long it was before
+    /// Sets for how long (milliseconds) a new dialog ignores keys, which may have been meant for
+    /// the window behind it.
+    /// @return the previous value
     static int setPause(int ms);
-    /// Whether a box waits for an answer now.
+    /// Whether a dialog is waiting for an answer.
     static bool isOneOpen();
 
 private:

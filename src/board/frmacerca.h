@@ -1,4 +1,4 @@
-// What program this is, and with what it works.
+// The about box: the program's version and what it is working on.
 #pragma once
 
 #include "ui/form_base.h"
@@ -10,6 +10,7 @@ class FormRegistry;
 
 } // namespace ui
 
+/// Version, clinic, user and data folder at a glance.
 class frmAcerca : public ui::FormBase
 {
     Q_OBJECT
@@ -23,7 +24,7 @@ private:
 namespace board
 {
 
-/// Makes the forms of the board known by name.
+/// Registers frmAcerca.
 void registerBoardForms(Sesion &s, ui::FormRegistry &forms);
 
 } // namespace board

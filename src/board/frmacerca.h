@@ -15,6 +15,7 @@ class frmAcerca : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Reads what it shows from the session.
     explicit frmAcerca(Sesion &s, QWidget *parent = nullptr);
 
 private:

@@ -29,9 +29,9 @@ namespace board
 
 /// What the board needs from the desktop. Tests supply their own.
 struct Desk {
-    std::function<bool(const QUrl &)> open;
-    std::function<void()> beep;
-    std::function<void()> finish;
+    std::function<bool(const QUrl &)> open; // false when nothing could open it
+    std::function<void()> beep;             // announces an alarm
+    std::function<void()> finish;           // ends the program
 
     /// The real desktop: links open in the browser, folders in the file manager.
     static Desk real();
@@ -55,7 +55,9 @@ public:
     /// Shows the board, maximized on a small screen.
     void showBoard();
 
+    /// Reads the board again.
     void opened(const QVariantMap &parameters) override;
+    /// Ends the program.
     void reject() override;
 
 protected:

@@ -29,6 +29,7 @@ public:
     /// @param search what to search for; it also decides the form's name
     frmBusqueda(Sesion &s, ui::FormRegistry &forms, clients::Search search);
 
+    /// Empties the boxes and the results.
     void opened(const QVariantMap &parameters) override;
 
 protected:

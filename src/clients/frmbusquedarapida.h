@@ -21,8 +21,10 @@ class frmBusquedaRapida : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms used to open the registry
     frmBusquedaRapida(Sesion &s, ui::FormRegistry &forms);
 
+    /// Brings the index up to date and empties the box.
     void opened(const QVariantMap &parameters) override;
 
 protected:

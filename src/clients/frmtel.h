@@ -20,10 +20,14 @@ class frmTel : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Opens no port yet.
     explicit frmTel(Sesion &s, QWidget *parent = nullptr);
     ~frmTel() override;
 
+    /// Fills the boxes and calls at once if the port is known.
+    /// @param parameters `numeros`, a list of telephones
     void opened(const QVariantMap &parameters) override;
+    /// Hangs up and closes the form.
     void reject() override;
 
 private:

@@ -200,7 +200,7 @@ int clients::addEntry(Sesion &s, List list, const Entry &entry)
 namespace
 {
 
-// Adds what is not there; a code that was typed is taken over.
+// Adds the entry if it is new; a known one takes over the code, if one was typed.
 int ensure(Sesion &s, List list, const Entry &typed)
 {
     if (typed.nom.isEmpty())

@@ -58,8 +58,7 @@ public:
     /// Replaces all rows, sorting them if a sort is active.
     void set(std::vector<GridRow> rows);
     /// Inserts a row where the active sort puts it or, without one, before the first row whose text
-    /// in
-    /// @p column is greater.
+    /// in @p column is greater.
     /// @return its row number
     int insert(GridRow row, int column);
     /// Replaces a row's data without moving it.

@@ -17,11 +17,11 @@ constexpr int FirstAppointment = 8 * 60 + 30, LastAppointment = 22 * 60, Nearnes
 
 std::string isoDay(QDate d) { return d.toString(Qt::ISODate).toStdString(); }
 
-// Doses of the category that were due earlier and are open; `a` is the dose.
+// Open doses of the category that were due earlier; `a` is the dose.
 const std::string Late =
     "(SELECT count(*) FROM clientes.ArtPlan b WHERE b.idm = a.idm AND b.IdCat = a.IdCat AND b.rep "
     "< :hoy AND b.si IN (0, 2) AND (b.rep < a.rep OR (b.rep = a.rep AND b.rowid < a.rowid)))";
-// What a booked task says: category and product.
+// Description of a booked task: category and product.
 const std::string Reason = "(SELECT nom FROM finanzas.FLCategorias f WHERE f.idcat = t.IdCat) || ' "
                            "- ' || (SELECT nom FROM finanzas.Articulos p WHERE p.ida = t.ida)";
 const std::string Service =
@@ -133,7 +133,7 @@ void BarePass::functionHour(sqlite3_context *c, int, sqlite3_value **v)
     sqlite3_result_text(c, hour.toLatin1().constData(), -1, SQLITE_TRANSIENT);
 }
 
-// The hours are read once; what the pass books itself is added as it goes.
+// Reads the booked hours once; the pass adds what it books itself.
 void BarePass::readHours()
 {
     m_busy.assign(24 * 60, 0);

@@ -1,6 +1,6 @@
-// How much of a long run of the outbox is ours and how much the mail server's. Prints the seconds
-// of a bare loop of the mail library over one connection, those of the outbox with as many tasks on
-// the same server, and the ratio, three times.
+// How much of a long run of the outbox is our own work and how much the mail server's. Prints,
+// three times: the seconds of a bare loop of the mail library over one connection, those of the
+// outbox with as many tasks on the same server, and their ratio.
 
 #include "agenda/tasks.h"
 #include "messages/mail_account.h"

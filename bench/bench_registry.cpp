@@ -1,6 +1,6 @@
-// Measures what the registry and the searches make the user wait for, on the folder given, which
-// is not kept as it was. Prints rows of the table of kelvara_bench. Needs a display; offscreen will
-// do.
+// Measures how long the registry and the searches keep the user waiting, on the given folder, which
+// is modified. Prints rows of the table of kelvara_bench. Needs a display; the offscreen platform
+// will do.
 
 #include "bare_clinic.h"
 #include "full_clinic.h"
@@ -30,7 +30,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-const QString Frame = u"under 16"_s; // milliseconds, the time of one picture on a screen
+const QString Frame = u"under 16"_s; // milliseconds, one frame of a screen
 
 struct Measure {
     Sesion &s;
@@ -40,7 +40,7 @@ struct Measure {
 
 // --- Against the bare engine -----------------------------------------------------------------
 
-// Ours and a statement of the bare engine whose cells are all read, in turns.
+// Times ours against a statement of the bare engine that reads every cell, in alternation.
 void againstEngine(const Measure &m, const QString &what, const std::function<void()> &our,
                    const std::string &bare, const QString &goal)
 {
@@ -89,9 +89,9 @@ void measureRows(const Measure &m)
     }
 }
 
-// --- Rules while one types -------------------------------------------------------------------
+// --- Rules while typing ----------------------------------------------------------------------
 
-// The slowest of all criteria, with what stands in most rows, in some and in none.
+// The slowest criterion, with texts found in most rows, in some and in none.
 void measureSearches(const Measure &m)
 {
     for (const clients::Search search : {clients::Search::Patients, clients::Search::Clientes}) {
@@ -150,7 +150,7 @@ struct Screen {
     }
 };
 
-// The milliseconds until there is nothing left to do at once.
+// Milliseconds until the event loop is idle.
 double untilRest(const std::function<void()> &f)
 {
     return milliseconds([&] {
@@ -172,10 +172,10 @@ void measureOpening(const Measure &m)
          numberOf(*std::ranges::max_element(ms), 0), u"under 150"_s);
 }
 
-// What one key made the user wait for.
+// How long one key kept the user waiting.
 struct Key {
-    double toRest = 0; // from the key until the loop is idle
-    double after = 0;  // the longest wait that a timer of the form causes later
+    double toRest = 0; // from the press until the event loop is idle
+    double after = 0;  // longest delay caused later by a timer of the form
 };
 
 std::vector<Key> type(QWidget *box, const QString &text)
@@ -208,7 +208,7 @@ W *control(QWidget *form, const QString &name)
     return control;
 }
 
-// Each key is the median of its runs; then the median and the worst of all keys.
+// Takes the median of each key's runs and prints the median and the maximum over all keys.
 void keysLine(const QString &what, const std::vector<std::vector<Key>> &runs)
 {
     std::vector<double> toRest, all;

@@ -1,6 +1,6 @@
 // A start of the program up to the board, without its window: opens the folder and reads the
-// board's lines, runs the day before, or walks through all lines of sales instead. Prints the
-// milliseconds since main() began, the lines and the highest memory use in megabytes.
+// board's lines, after running the day if asked to, or reads all lines of sales instead. Prints the
+// milliseconds since main() began, the number of lines and the peak memory in megabytes.
 
 #include "full_clinic.h"
 

@@ -30,7 +30,7 @@ constexpr Table Tables[] = {
     {"Pizarra", "SELECT dibujo, Codigo1, Codigo2 FROM Pizarra", true},
 };
 
-// The numbers in a text, one behind the other.
+// The numbers in a text, in order.
 QStringList numbersOf(const QString &t)
 {
     static const QRegularExpression number(QStringLiteral("\\d+"));

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// Compares what the daily pass writes. Identifiers of tasks may be dealt out in another order, and
-/// of a board's line only picture, codes and numbers count.
+/// Compares what the daily pass writes. The ids of tasks may be assigned in a different order, and
+/// of a board line only picture, codes and numbers count.
 /// @return the first difference, or ""
 QString difference(const QString &oneFolder, const QString &otherFolder);

@@ -44,7 +44,7 @@ const QStringList &surnamesOf()
 
 constexpr int Subregions = 60, Regions = 8, Breeds = 80, Coats = 15, Channels = 6;
 
-// What a patient is given round after round, each product with its category and interval in days.
+// A treatment that is repeated: each product with its category and its interval in days.
 struct PlanProduct {
     int ida;
     int idcat;
@@ -53,7 +53,7 @@ struct PlanProduct {
 constexpr PlanProduct Planes[] = {{4, 3, 365}, {1, 3, 365},  {12, 4, 90}, {19, 4, 90},
                                   {8, 3, 365}, {20, 4, 60},  {7, 3, 180}, {13, 4, 120},
                                   {5, 3, 365}, {18, 4, 150}, {35, 5, 180}};
-// Services that are booked, and the part of the day in which they are.
+// Services that are booked, and the hours in which they take place.
 constexpr int Services[] = {71, 72, 73, 75, 75, 75, 76, 78, 79, 80, 82, 83, 86, 87};
 constexpr int FirstHalfHour = 17, HalfHours = 24; // 08:30 to 20:00
 
@@ -179,8 +179,7 @@ private:
         }
     }
 
-    // Rows lie in the order in which they were entered, as years of work leave them, and not
-    // patient by patient.
+    // Rows are in order of entry, as years of work leave them, not grouped by patient.
     void doses()
     {
         struct Row {
@@ -217,7 +216,7 @@ private:
                                 f.expires < plan.hoy.addDays(LeadTime));
     }
 
-    // Food that lasts ten to sixty days from the purchase on, some of it gone.
+    // Food that lasts ten to sixty days from its purchase, part of it used up.
     void consumptionsOf()
     {
         std::vector<std::pair<int, int>> rows; // patient, category
@@ -227,7 +226,7 @@ private:
         for (const auto &[idm, idcat] : rows) {
             const Moneda daily = Moneda::fromTenThousandths(qint64(between(300, 6000)) * 1000);
             const int lasts = between(10, 60), remaining = each100(20) ? 0 : between(0, lasts);
-            // Whoever runs low has been told on the day before.
+            // Owners who run low were reminded the day before.
             const double level = idcat == 1 ? m_level[size_t(idm)] : 0;
             s.clientes->Execute("insert into Consumo (idm, IdCat, ida, can, CanTotal, Con, men) "
                                 "values (?, ?, ?, ?, ?, ?, ?)",
@@ -242,7 +241,7 @@ private:
             const bool open = i % 4 == 0;
             const int days = between(0, 120);
             const Moneda total = Moneda::whole(between(5, 400));
-            // The step that the reminders of the days before have brought it to.
+            // The step reached by the reminders of previous days.
             const int step = days <= Term        ? 0
                              : days <= Term + 10 ? 1
                              : days <= Term + 20 ? 2
@@ -270,7 +269,7 @@ private:
         std::vector<char> pending(size_t(plan.patients) + 1);
         for (int i = 0; i < plan.tasks; ++i) {
             const int idm = between(1, plan.patients);
-            if (each100(40)) { // what the system sent by itself
+            if (each100(40)) { // sent by the program itself
                 const QDate addition = Day(-700, -1);
                 rows.push_back({addition,
                                 each100(70) ? -42 : -46,
@@ -310,7 +309,7 @@ private:
                 ++id, f.tip, f.ida, f.dia, f.hor, f.ala, f.est, f.medio, f.addition, f.sent, f.done,
                 f.tip > 0 ? u"Turno"_s : u"2"_s);
         for (int idm = 1; idm <= plan.patients; ++idm)
-            // Some flags are out of date: their tasks were closed since.
+            // Some flags are out of date, their tasks having been closed since.
             if (pending[size_t(idm)] || between(0, 99) == 0)
                 s.clientes->Execute("update Mascotas set tarea = -1 where idm = ?", idm);
     }
@@ -321,7 +320,7 @@ private:
         while (lines < plan.saleLines) {
             ++idventa;
             const int count = std::min(between(1, 4), plan.saleLines - lines);
-            // Five years, in the order of entry.
+            // Five years, in order of entry.
             const QDate fec = plan.hoy.addDays(
                 -1 - qint64(plan.saleLines - lines) * 1825 / std::max(1, plan.saleLines));
             Moneda total;
@@ -378,7 +377,7 @@ private:
                                 Day(20, 600));
     }
 
-    // Everything is switched on, so that a morning has all of the work that there can be.
+    // Everything is switched on, so that a morning has as much work as possible.
     void settings()
     {
         s.morvane->Execute(
@@ -399,18 +398,18 @@ private:
             LeadTime, Term, QTime(8, 0), QTime(18, 0));
     }
 
-    static constexpr int LeadTime = 3; // days ahead of a dose at which its reminder goes
-    static constexpr int Term = 30;    // days without a payment that make a debtor
+    static constexpr int LeadTime = 3; // days before a dose that its reminder is sent
+    static constexpr int Term = 30;    // days without a payment after which a client is a debtor
 
     Sesion &s;
     const ClinicPlan &plan;
     std::mt19937_64 m_chance;
     const QStringList &m_names;
     int m_sales = 0;
-    std::vector<double> m_level{0}; // stock of food that is low, by patient
+    std::vector<double> m_level{0}; // stock of food that has run low, by patient
 };
 
-// One record of a CSV file; a cell in quotes may hold the separator and doubled quotes.
+// Splits one CSV record; a quoted cell may contain the separator and doubled quotes.
 QStringList cellsOf(const QString &line)
 {
     QStringList cells(QString{});

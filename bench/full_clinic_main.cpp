@@ -1,4 +1,4 @@
-// Makes a full clinic to try the program on, or to measure it with.
+// Creates a full clinic to try the program on or to measure it with.
 
 #include "full_clinic.h"
 

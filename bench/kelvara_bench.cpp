@@ -1,5 +1,5 @@
-// Measures the store and the daily pass on a full clinic against the bare engine doing the same in
-// the same run, and prints one table: ratios and what they are held to.
+// Measures the store and the daily pass on a full clinic against the bare engine doing the same
+// work, and prints one table of ratios and their targets.
 
 #include "bare_clinic.h"
 #include "compare.h"
@@ -32,12 +32,12 @@ namespace
 
 QString excessOf(double ns) { return (ns < 0 ? QString() : u"+"_s) + numberOf(ns, 0) + " ns"_L1; }
 
-// The folder of the full clinic and copies of it to work on.
+// The folder of the full clinic, and copies of it to work on.
 struct Workshop {
     QString model;
     QDate hoy;
     int runs;
-    QString programs; // where the other programs of the measures are
+    QString programs; // folder of the other benchmark programs
     QTemporaryDir obra;
 
     QString copyOf(const QString &name, int closed) const
@@ -52,7 +52,7 @@ struct Workshop {
         BareBase base(folder);
         base.values[":dia"] = hoy.addDays(-closed).toString(Qt::ISODate).toStdString();
         base.run("UPDATE Configuracion SET FechaUltimoInicio = :dia");
-        sync(); // what the copying left to write shall not fall into a measure
+        sync(); // pending writes of the copy must not distort a measurement
         return folder;
     }
 };
@@ -82,7 +82,7 @@ void measurePass(const Workshop &workshop, int closed)
             bareTimes.push_back(milliseconds([&] { pass.run(); }));
             bareMissed = pass.missed();
         };
-        // In turns, so that neither always finds the machine as the other has left it.
+        // In alternation, so that neither always finds the machine as the other left it.
         if (i % 2 == 0) {
             our();
             bare();
@@ -104,7 +104,7 @@ void measurePass(const Workshop &workshop, int closed)
 
 // --- Look-ups and statements -----------------------------------------------------------------
 
-// Keeps the medians and prints nothing by itself.
+// Collects the medians and prints nothing.
 class Medians : public benchmark::BenchmarkReporter
 {
 public:
@@ -118,7 +118,7 @@ public:
     std::map<std::string, double> ns;
 };
 
-// Patients in an order that no cache foresees.
+// Patients in an order that defeats caches.
 struct Patients {
     quint32 n = 1;
     int nextOne()
@@ -159,7 +159,7 @@ void measureStore(const Workshop &workshop)
         benchmark::RegisterBenchmark(what, std::move(f))->Repetitions(workshop.runs)->MinTime(0.1);
     };
     enrol("LeerCampo", [&](benchmark::State &st) {
-        s.lists.mascotas.RecordCount(); // the list is read
+        s.lists.mascotas.RecordCount(); // loads the list
         for (auto _ : st)
             benchmark::DoNotOptimize(LeerCampo(s, "clientes", "mascotas", chance.nextOne(), "nom"));
     });
@@ -170,7 +170,7 @@ void measureStore(const Workshop &workshop)
                 benchmark::DoNotOptimize(sqlite3_column_bytes(name.st, 0));
             });
     });
-    // Inside a batch on both sides, so that the statement is measured and not the file's locks.
+    // Inside a batch on both sides, to measure the statement and not the file locks.
     const auto inBatch = [&](auto f) {
         return [&, f](benchmark::State &st) {
             const Lote lote(s);
@@ -200,7 +200,7 @@ void measureStore(const Workshop &workshop)
               profile.run(n,
                           [&] { benchmark::DoNotOptimize(sqlite3_column_int64(profile.st, 0)); });
           }));
-    // Rows that are not there: what is left is the statement itself.
+    // Rows that do not exist, which leaves only the statement itself.
     enrol("Execute", inBatch([&](int n) {
               s.morvane->Execute("update perfiles set buenascompras = 0 where idc = ?", -n);
           }));
@@ -289,7 +289,7 @@ void measureStart(const Workshop &workshop)
 
 // --- The registry ----------------------------------------------------------------------------
 
-// In a program of its own: it has windows, which are painted where nobody sees them.
+// In a program of its own, because it has windows, which are rendered off screen.
 void measureRegistry(const Workshop &workshop)
 {
     QProcess p;

@@ -1,9 +1,9 @@
-# Warnings and definitions that every target of ours is built with.
+# Warnings and definitions for all of our targets.
 add_library(kelvara_options INTERFACE)
 target_compile_options(kelvara_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
-# GCC 12 finds these inside its own string and variant headers when it optimises, where they are
-# not; the sanitizer build watches for the real ones.
+# False positives of GCC 12 in its own string and variant headers when optimising; the sanitizer
+# build catches real ones.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(kelvara_options INTERFACE
         -Wno-maybe-uninitialized -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow)
@@ -48,7 +48,7 @@ function(add_module name)
     endif()
 endfunction()
 
-# What is tested is optimised; the tests themselves only have to be compiled quickly.
+# The code under test is optimised; the tests themselves only need to compile quickly.
 set(KELVARA_TEST_OPTIONS $<$<CONFIG:RelWithDebInfo>:-O0>)
 
 # add_kelvara_test(NAME SOURCES a_test.cpp ... LINKS lib ...): one test program, run headless.
@@ -63,8 +63,8 @@ function(add_kelvara_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 900)
-    # All holds on a server too, see tests/support/server_engine.h; the program itself has its own
-    # engine.
+    # All tests also run on the server engine, see tests/support/server_engine.h, except those of
+    # the program, which chooses its own engine.
     if("test_clinic" IN_LIST T_LINKS AND NOT name MATCHES "program")
         add_test(NAME ${name}_on_server COMMAND ${name})
         set_tests_properties(${name}_on_server PROPERTIES

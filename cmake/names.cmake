@@ -17,7 +17,7 @@ ${lines}} // namespace ${namespace}
 ")
 endfunction()
 
-# Every text of every table; a number or a name that stands twice ends the configuration.
+# Names for every text of every table; a duplicate number or name ends the configuration.
 function(generate_text_names)
     file(GLOB tables CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/strings/*.txt)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${tables})

@@ -12,7 +12,7 @@ struct Sesion;
 namespace admin
 {
 
-/// Makes the settings known by name: frmConfiguracion.
+/// Registers the settings form, frmConfiguracion.
 void registerAdminForms(Sesion &s, ui::FormRegistry &forms);
 
 } // namespace admin

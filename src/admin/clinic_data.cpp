@@ -37,7 +37,7 @@ void admin::saveClinicDatum(Sesion &s, ClinicDatum datum, const QString &text)
     const QString saved = s.morvane->trimmed("Veterinaria", column.name, QuitarApostrofes(text));
     Lote lote(s);
     if (s.morvane->Execute(column.statement, saved) == 0) {
-        // A restored folder may have lost the row.
+        // A restored data folder may lack the row.
         s.morvane->Execute("insert into Veterinaria (nom, pro, dir, tel) values ('', '', '', '')");
         s.morvane->Execute(column.statement, saved);
     }

@@ -6,13 +6,14 @@
 namespace admin
 {
 
+/// The strings that describe the clinic.
 enum class ClinicDatum { Name, Owner, Address, Telephones };
 
-/// Stores one of the clinic's strings, without apostrophes and as much as its column takes; the
-/// session knows it at once.
+/// Stores one of the clinic's strings, with apostrophes replaced and cut to its column's width, and
+/// updates the session.
 /// @throws StoreError
 void saveClinicDatum(Sesion &s, ClinicDatum datum, const QString &text);
-/// Characters that its column takes.
+/// Width of the string's column in characters.
 int datumWidth(const Sesion &s, ClinicDatum datum);
 
 } // namespace admin

@@ -59,7 +59,7 @@ int pageOfName(const QString &name)
     return -1;
 }
 
-/// The first control of a page that can be worked; of options the one that is chosen.
+/// The first usable control of a page; in a group of options the chosen one.
 QWidget *firstControl(const QWidget *page)
 {
     for (QWidget *w = page->nextInFocusChain(); w && w != page; w = w->nextInFocusChain()) {
@@ -153,7 +153,8 @@ void frmConfiguracion::wire()
     };
     key(Qt::Key_PageDown, 1);
     key(Qt::Key_PageUp, -1);
-    // Also where the ENTER chain or a letter leads: what is worked in is seen.
+    // Also when the ENTER chain or a shortcut letter leads there: the focused control must be in
+    // view.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
         QScrollArea *shown = area(stkPaginas->currentIndex());
         if (now && shown && shown->isAncestorOf(now))
@@ -229,7 +230,7 @@ void frmConfiguracion::buildPage(int page)
 void frmConfiguracion::step(int by)
 {
     const int page = (lstPaginas->currentRow() + by + PageCount) % PageCount;
-    lstPaginas->setFocus(); // what was typed is written by its page first
+    lstPaginas->setFocus(); // lets the page write what was typed
     lstPaginas->setCurrentRow(page);
 }
 
@@ -246,7 +247,7 @@ bool frmConfiguracion::eventFilter(QObject *watched, QEvent *event)
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             enterPage();
-            return true; // not for the button that now has the focus
+            return true; // must not reach the button that now has the focus
         }
     }
     return ui::FormBase::eventFilter(watched, event);
@@ -262,7 +263,7 @@ void frmConfiguracion::reject()
 void frmConfiguracion::hideEvent(QHideEvent *event)
 {
     if (!event->spontaneous() && lstPaginas->currentRow() >= 0)
-        // Like the size of a form: where it cannot be kept, nobody needs to be told.
+        // As with a form's size, it does not matter if this cannot be saved.
         QSettings(store::machineFile(m_s), QSettings::IniFormat)
             .setValue(keyOfLastPage(), pages[lstPaginas->currentRow()].name.toString());
     ui::FormBase::hideEvent(event);

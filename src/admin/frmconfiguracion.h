@@ -1,4 +1,4 @@
-// The settings: a list of pages, and the page chosen beside it.
+// The settings form: a list of pages with the chosen page beside it.
 #pragma once
 
 #include "admin/frmconfiguracion_pages.h"
@@ -9,17 +9,18 @@ class QListWidget;
 class QScrollArea;
 class QStackedWidget;
 
-/// Pages are built when they are first looked at, and read the settings then. The form goes when it
-/// is closed: the next opening starts afresh, because other terminals write the same row.
+/// Pages are built, and their settings read, when they are first shown. The form is destroyed when
+/// it is closed and starts afresh next time, because other terminals write the same row.
 class frmConfiguracion : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms used by pages that open other forms
     frmConfiguracion(Sesion &s, ui::FormRegistry &forms, QWidget *parent = nullptr);
 
-    /// With "pagina" it opens on the page of that name ("usuarios"), else on the one of last time.
+    /// Opens the page named by "pagina" ("usuarios"), or the last page shown without it.
     void opened(const QVariantMap &parameters) override;
-    /// A box that is being typed in is written before the form closes.
+    /// Writes the box being edited before the form closes.
     void reject() override;
 
     /// Names of the pages in the order of the list.

@@ -41,8 +41,8 @@ QWidget *admin::automationPage(const PageContext &c)
         sendOrNot, text::MissedAppointmentNote);
 
     auto *counter = parts::sectionOf(column, s(text::SettingsAutomationCounter));
-    // Stored only, like the consumption question below: the counter goes by other choices, and the
-    // help line says so.
+    // On purpose: only stored, like the consumption question below. The counter follows other
+    // settings, and the help line says so.
     ask(c, counter, setting::AutDeudaNoVenderSupervisor,
         s(text::DebtorSaleQuestion) + u".\n"_s + s(text::ForSupervisor),
         {{1, text::AskFirst}, {2, text::SellWithoutAsking}}, text::DebtorSupervisorNote);

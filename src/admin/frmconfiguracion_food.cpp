@@ -21,7 +21,7 @@ namespace
 
 constexpr int Canine = 1;
 
-/// One level: its row, and what it holds.
+/// One food level: its row of controls and what is stored.
 struct Level {
     QLabel *caption = nullptr;
     QWidget *row = nullptr;
@@ -66,7 +66,7 @@ private:
             auto *inner = new QHBoxLayout(level.row);
             inner->setContentsMargins(0, 0, 0, 0);
             inner->addWidget(level.txtdetali);
-            inner->addWidget(new QLabel(u"g"_s)); // as stocks are counted, whatever KgLbs says
+            inner->addWidget(new QLabel(u"g"_s)); // as stocks are, whatever KgLbs says
             parts::Row(m_rows, {}, level.row);
             level.caption = qobject_cast<QLabel *>(m_rows->labelForField(level.row));
             level.caption->setBuddy(level.txtdetali);
@@ -78,7 +78,7 @@ private:
             {cmbAliEsp, m_levels[0].txtdetali, m_levels[1].txtdetali, m_levels[2].txtdetali});
     }
 
-    // Species may have changed on other pages; the choice stays.
+    // Species may have changed on other pages; keeps the choice.
     void refresh()
     {
         const int before = cmbAliEsp->count() > 0 ? species() : Canine;
@@ -128,7 +128,7 @@ private:
             return;
         const auto typed = box->numberOf();
         const store::Value level = typed ? store::Value(typed->toDouble()) : store::Value();
-        box->setModified(false); // a message over the form leaves the box once more
+        box->setModified(false); // a message from the guard makes the box lose the focus again
         if (m_c.guarded([&] { clinical::saveFoodLevel(m_c.s, species(), int(i), level); }))
             m_levels[i].stored = box->text();
         else

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Names of the buttons of one list. Regions are never deleted, so they have no third one.
+/// Object names of one list's buttons. Regions are never deleted, so they lack the third.
 struct ListOfPage {
     clients::List list;
     QStringView grid;
@@ -40,7 +40,7 @@ constexpr ListOfPage lists[] = {
 
 constexpr int NameWidth = 260;
 
-/// One list: its grid and what can be done to it.
+/// One list: its grid and the buttons that change it.
 class Maintenance : public QWidget
 {
 public:
@@ -70,7 +70,7 @@ public:
         all->addLayout(buttons);
         connect(m_grid, &ui::Grid::chosenRow, this, [this] { change(); });
         warnOnEntering(c, m_grid, m_remove ? text::ListKeyHelp : text::ListKeyHelpWithoutDelete);
-        // Entries are added while clients are entered, here and on other terminals.
+        // Entries are also added while clients are entered, here and on other terminals.
         onShow(this, [this] { m_c.guarded([this] { load(m_grid->IdActual()); }); });
     }
 
@@ -112,7 +112,7 @@ private:
         return b;
     }
 
-    /// Reads all rows and stands on that entry, else on the first.
+    /// Reads all rows and selects that entry, or else the first.
     void load(int id)
     {
         std::vector<ui::GridRow> rows;

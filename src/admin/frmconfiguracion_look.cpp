@@ -20,13 +20,13 @@ namespace
 {
 
 constexpr int OwnColour = 1;
-// In the order of the names, after the program's own.
+// In the order of their names, after the program's own colour.
 constexpr QRgb Colours[] = {
     0x2563ab, 0x3f51a3, 0x6b4ca5, 0x86407f, 0xb0305c, 0xb23a36,
     0xb3582b, 0x96701a, 0x6b7a2a, 0x3f7d3f, 0x1d7a5c, 0x4c6070,
 };
 
-/// The Colours offered, each as it will look, and any other by a box.
+/// A swatch for each colour on offer, as it will look, and a dialog for any other.
 class ProgramColor : public QWidget
 {
 public:

@@ -75,7 +75,7 @@ private:
         });
     }
 
-    // Name and password stand with the clinic's data, because all terminals share them.
+    // Name and password are among the clinic's data, since all terminals share them.
     void addWayToAccount(QVBoxLayout *column)
     {
         QFormLayout *rows = parts::sectionOf(column, m_c.s(text::SettingsClinicAccount),
@@ -89,7 +89,7 @@ private:
         });
     }
 
-    // Signs on and off again: better now than with the mails of tomorrow.
+    // Logs on and off again, so that an error shows up now rather than with tomorrow's mails.
     void testServer()
     {
         QString reason;
@@ -102,7 +102,7 @@ private:
         CerrarSesionCorreo(session);
         if (works)
             m_c.help->success(m_c.s(text::ServerAcceptsAccount));
-        else if (!reason.isEmpty()) // else it has been told what is missing
+        else if (!reason.isEmpty()) // else the user has been told what is missing
             m_c.help->faultOf(m_c.s(text::MailFailed).arg(reason));
     }
 

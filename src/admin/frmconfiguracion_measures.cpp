@@ -27,11 +27,11 @@ ui::OptionsGroup *ask(const PageContext &c, QFormLayout *section, std::string_vi
 void tieMeasure(const PageContext &c, ui::OptionsGroup *group, std::string_view column)
 {
     ui::bind::Options(c.s, c.guarded, group, column);
-    if (group->Value() == 0) // never chosen is off as well
+    if (group->Value() == 0) // never set means off
         group->setValue(nothing);
 }
 
-// A question whose setting holds No number of an option.
+// A question whose stored number is not that of its option.
 void tieYesNo(const PageContext &c, ui::OptionsGroup *group, bool stored,
               const std::function<void(bool)> &store)
 {

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int TextHeight = 120; // of each text at least
+constexpr int TextHeight = 120; // minimum for each text
 
 QLabel *captionOf(const QString &text, QWidget *control)
 {
@@ -79,7 +79,7 @@ private:
         column->addLayout(headed(captionOf(s(text::MessageTextCaption), RTxtMen), cmdTag, RTxtMen),
                           1);
         column->addLayout(headed(m_whom, cmdOtro, txtVista), 1);
-        setTabOrder(cmbAMensaje, RTxtMen); // the text before the button above it
+        setTabOrder(cmbAMensaje, RTxtMen); // the text comes before the button above it
         setTabOrder(RTxtMen, cmdTag);
     }
 
@@ -135,7 +135,7 @@ private:
         preview();
     }
 
-    // What could not be stored stays in the box and is tried again.
+    // Text that could not be stored stays in the box and is tried again.
     bool store()
     {
         if (RTxtMen->document()->isModified() && !m_c.guarded([this] {
@@ -186,7 +186,7 @@ private:
                                        ? messages::fillTags(s, RTxtMen->toPlainText(), example->idc,
                                                             example->idm, example->ida)
                                        : QString());
-            // What is being written stays in sight.
+            // Keep the part being written in view.
             bar->setValue(RTxtMen->textCursor().atEnd() ? bar->maximum() : place);
         });
     }
@@ -200,7 +200,7 @@ private:
 
     PageContext m_c;
     int m_entry = 0;
-    int m_idc = 0; // picked here; 0 is the session's client
+    int m_idc = 0; // client picked here; 0 for the session's
     QComboBox *cmbAMensaje = nullptr;
     QLabel *m_help = nullptr;
     QPlainTextEdit *RTxtMen = nullptr;

@@ -1,4 +1,5 @@
-// The pages of the settings. Each builds one and wires it; whatever changes is written at once.
+// The pages of the settings. Each function builds one page and wires it; changes are written at
+// once.
 #pragma once
 
 #include "store/session.h"
@@ -26,14 +27,14 @@ class QWidget;
 namespace admin
 {
 
-/// What a page is built with. The form brings what is around it: title, margins, scrolling, and the
-/// size of the page, which is as tall as it needs unless something in it wants to grow.
+/// What a page is built with. The form supplies what surrounds a page: title, margins and
+/// scrolling. A page is as tall as it needs to be unless something in it wants to grow.
 struct PageContext {
     Sesion &s;
     ui::FormRegistry &forms;
-    ui::FormBase *form; // the settings form, parent of boxes
+    ui::FormBase *form; // the settings form, parent of dialogs
     ui::HelpLine *help;
-    /// The form's guard: false when the task failed, the user has been told.
+    /// The form's guard: false when the task failed, and the user has been told.
     std::function<bool(const std::function<void()> &)> guarded;
     /// The form's apostrophe filter.
     std::function<void(const QList<QLineEdit *> &)> withoutApostrophes;
@@ -41,25 +42,26 @@ struct PageContext {
     std::function<void(const QList<QWidget *> &)> enterChain = [](const QList<QWidget *> &) {};
 };
 
-/// What pages are laid out with, so that all stand on one grid.
+/// The building blocks of a page, so that all pages share one grid.
 namespace parts
 {
-/// The column of a page: sections follow each other from the top.
+/// Makes the column of a page, in which sections follow each other from the top.
 QVBoxLayout *Column(QWidget *page);
-/// A heading, a soft sentence below it where it needs one, and rows to be filled with Fila or as
-/// the layout allows. The column keeps it.
+/// Adds a section to the column: a heading, an optional note below it, and rows to be added with
+/// Row() or directly. The column owns it.
 QFormLayout *sectionOf(QVBoxLayout *column, const QString &title, const QString &note = {});
-/// One row: a caption, which may have a letter behind & that leads to the control, and the control,
-/// which takes its accessible name from the caption. Captions are equally wide on all pages.
+/// Adds a row with a caption and a control, whose accessible name is the caption. An '&' in the
+/// caption marks the letter that leads to the control. Captions are equally wide on all pages.
 void Row(QFormLayout *section, const QString &title, QWidget *control);
-/// Soft text over as many lines as it needs.
+/// A muted label that wraps as needed.
 QLabel *noteOf(const QString &text);
-/// A button as wide as its caption needs.
+/// A button no wider than its caption needs.
 QPushButton *buttonOf(const QString &title, const QString &name);
-/// A patch of a colour; the chosen one has a mark.
+/// A colour swatch as an icon; checked, it shows a mark.
 QIcon sample(const QColor &color);
-/// Settings hold colours with red in the lowest byte.
+/// The colour of a setting, which has red in its lowest byte.
 QColor settingColor(int value);
+/// The setting for a colour; the inverse of settingColor().
 int colorSetting(const QColor &color);
 
 inline constexpr int TextWidth = 360; // of boxes, in device-independent pixels
@@ -67,19 +69,32 @@ inline constexpr int WordWidth = 200;
 inline constexpr int FigureWidth = 96;
 } // namespace parts
 
+/// Name, address and telephones of the clinic.
 QWidget *clinicPage(const PageContext &c);
+/// Who may use the program.
 QWidget *usersPage(const PageContext &c);
+/// How mails are sent.
 QWidget *mailPage(const PageContext &c);
+/// Colours and units.
 QWidget *lookPage(const PageContext &c);
+/// Boarding.
 QWidget *boardingPage(const PageContext &c);
+/// Taxes, prices and costs, the words for movements of cash, prepaid medicine and product colours.
 QWidget *financePage(const PageContext &c);
+/// The data folder of this terminal, importing and news.
 QWidget *networkPage(const PageContext &c);
 
+/// What the program does by itself.
 QWidget *automationPage(const PageContext &c);
+/// Which reminders are sent.
 QWidget *measuresPage(const PageContext &c);
+/// What gives a client each mark of its profile.
 QWidget *profilesPage(const PageContext &c);
+/// Food levels by species.
 QWidget *foodPage(const PageContext &c);
+/// The wording of messages.
 QWidget *messagesPage(const PageContext &c);
+/// The six reference lists.
 QWidget *listsPage(const PageContext &c);
 
 } // namespace admin

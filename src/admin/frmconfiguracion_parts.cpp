@@ -11,10 +11,10 @@ using namespace admin;
 namespace
 {
 
-constexpr int PageWidth = 720; // longer lines do not read well
+constexpr int PageWidth = 720; // longer lines are hard to read
 constexpr int CaptionWidth = 220;
 constexpr int Swatch = 24;
-constexpr qreal SwatchScale = 3; // drawn as large as any screen asks
+constexpr qreal SwatchScale = 3; // sharp on every screen
 
 QPixmap paintSwatch(const QColor &color, bool chosen)
 {
@@ -97,7 +97,7 @@ QPushButton *parts::buttonOf(const QString &title, const QString &name)
 QIcon parts::sample(const QColor &color)
 {
     QIcon icon;
-    // In every mode, or the style would tint the colour that is to be shown.
+    // Set for every mode, or the style would tint the colour.
     for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Selected}) {
         icon.addPixmap(paintSwatch(color, false), mode, QIcon::Off);
         icon.addPixmap(paintSwatch(color, true), mode, QIcon::On);

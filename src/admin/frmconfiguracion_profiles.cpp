@@ -28,7 +28,7 @@ QLineEdit *percentage(const PageContext &c, QFormLayout *section, std::string_vi
     return box;
 }
 
-/// The categories of products; those marked make a good buyer of whoever buys them.
+/// The product categories; buying from the checked ones counts towards a good buyer.
 QWidget *categories(const PageContext &c)
 {
     auto *all = new QWidget;
@@ -40,7 +40,7 @@ QWidget *categories(const PageContext &c)
     const int rows = int(found.size() + 1) / 2;
     for (int i = 0; i < found.size(); ++i) {
         const commerce::ProfileCategory &category = found[i];
-        // Names are the clinic's own: an & in one is no letter to press.
+        // The clinic chooses the names: an & in one marks no shortcut.
         auto *check = named(new QCheckBox(QString(category.nom).replace(u'&', u"&&"_s)),
                             u"CatPerfil%1"_s.arg(category.idcat), category.nom);
         check->setChecked(category.account);
@@ -77,7 +77,7 @@ QWidget *admin::profilesPage(const PageContext &c)
     total->setObjectName(u"totalbuenoscompradores"_s);
     total->setMaxLength(LongestTotal);
     total->setFixedWidth(parts::FigureWidth);
-    total->setAlignment(Qt::AlignLeft); // like the whole numbers above it
+    total->setAlignment(Qt::AlignLeft); // aligned with the whole numbers above
     parts::Row(buyers, s(text::SaleTotal), total);
     ui::bind::numberOf(c.s, c.guarded, total, setting::totalbuenoscompradores);
     warnOnEntering(c, total, text::GoodBuyerHelp);
@@ -86,7 +86,7 @@ QWidget *admin::profilesPage(const PageContext &c)
     parts::Row(buyers, s(text::CountedCategories), marks);
     warnOnEntering(c, marks, text::GoodBuyerHelp);
     for (auto *mark : marks->findChildren<QCheckBox *>())
-        chain << mark; // ENTER walks over them, SPACE marks
+        chain << mark; // ENTER walks over them, SPACE checks
 
     auto *frequent = parts::sectionOf(column, s(text::FrequentProfile));
     chain << wholeNumberRow(c, frequent, setting::RegistrosFrecuente, text::Minimum, 4,

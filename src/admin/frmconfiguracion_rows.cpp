@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Looks on and takes nothing away.
+/// Calls a function for each event of a widget; consumes none.
 class Listener : public QObject
 {
 public:
@@ -47,14 +47,14 @@ ui::OptionsGroup *admin::optionsRow(const PageContext &c, QFormLayout *section,
     for (const auto &[number, text] : question.options)
         options.append({number, c.s(text)});
     auto *group = named(new ui::OptionsGroup({}, options), question.name, question.title);
-    // The question stands beside it, so that it needs no frame of its own.
+    // The caption beside it makes the group's own frame superfluous.
     group->setStyleSheet(
         u"QGroupBox { background: transparent; border: 0; margin: 0; padding: 0 }"_s);
     group->layout()->setContentsMargins(0, 0, 0, ui::space::S);
     for (auto *button : group->findChildren<QAbstractButton *>())
         button->setAccessibleDescription(question.title);
     parts::Row(section, question.title, group);
-    // Its first line on that of the first option, however many lines it takes.
+    // Align the caption's first line with the first option, however many lines it has.
     auto *caption = qobject_cast<QLabel *>(section->labelForField(group));
     caption->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     caption->setContentsMargins(0, CaptionDrop, 0, 0);
@@ -86,7 +86,8 @@ QCheckBox *admin::checkboxRow(const PageContext &c, QFormLayout *section, const 
 void admin::warnOnEntering(const PageContext &c, QWidget *control, int help)
 {
     const auto hear = [line = c.help, text = c.s(help)](const QEvent *event) {
-        // Not when the window comes back, from a question for one: what it led to is told then.
+        // Not when the window is reactivated, for example after a dialog, whose result the line is
+        // showing.
         if (event->type() == QEvent::FocusIn
             && static_cast<const QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
             line->tell(text);

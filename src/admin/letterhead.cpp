@@ -14,10 +14,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// "JPG, BMP |*.bmp;*.jpg", caption and patterns, as this platform's boxes want it.
+/// The JPG and BMP files, in the format of Qt's file dialogs.
 constexpr QStringView Filter = u"JPG, BMP (*.bmp *.jpg *.jpeg *.BMP *.JPG *.JPEG)";
 
-/// The file as a bitmap; empty when it is no picture of the two kinds.
+/// The file as a bitmap; empty when it is neither a JPG nor a BMP.
 QByteArray asBitmap(const QString &file)
 {
     QFile f(file);
@@ -27,7 +27,7 @@ QByteArray asBitmap(const QString &file)
     QBuffer entry;
     entry.setData(content);
     QImageReader reader(&entry);
-    reader.setAutoTransform(true); // photographs tell which side is up
+    reader.setAutoTransform(true); // photographs record their orientation
     const QByteArray format = reader.format();
     if (format != "bmp" && format != "jpeg")
         return {};

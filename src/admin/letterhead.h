@@ -1,4 +1,4 @@
-// The picture at the head of letters and of the immunization sheet.
+// The picture at the head of letters and immunization sheets.
 #pragma once
 
 #include "store/session.h"
@@ -6,13 +6,13 @@
 namespace admin
 {
 
-/// Path of the picture in the data folder, whether it is there or not.
+/// Path of the picture in the data folder, whether it exists or not.
 QString headerPath(const Sesion &s);
 
-/// Lets the user choose a JPG or BMP and makes it the letterhead: a bitmap as it is, a JPG as the
-/// bitmap that the file's name says. What is no picture is refused with a message.
+/// Lets the user choose a JPG or BMP file as the letterhead. A bitmap is copied unchanged; a JPG is
+/// converted, because the file's name promises a bitmap. Anything else is refused with a message.
 /// @return whether the letterhead was changed
-/// @throws StoreError when the data folder cannot be written; the old picture is kept
+/// @throws StoreError when the data folder cannot be written; the old picture is kept then
 bool getHeader(Sesion &s);
 
 } // namespace admin

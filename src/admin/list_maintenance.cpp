@@ -16,12 +16,12 @@ using namespace std::string_literals;
 namespace
 {
 
-// What the maintenance asks of a list. One without `uso` can always be deleted from.
+// How a list is maintained. Without `uso` any entry can be deleted.
 struct Data {
     clients::List list;
     int asksName; // text of the prompt
     int title;
-    const char *uso; // must come back empty before an entry goes
+    const char *uso; // must return no row before an entry is deleted
     bool useByName;
 };
 
@@ -50,10 +50,10 @@ std::string tableOf(const Data &d) { return std::string(clients::tableOf(d.list)
 
 const Data &pick(clients::List list) { return *std::ranges::find(All, list, &Data::list); }
 
-// What LIKE takes for this name alone: the pattern of its beginning without the star.
+// A LIKE pattern for exactly this name: that of its beginning without the star.
 QString exactPattern(const QString &nom) { return clients::prefixPattern(nom).chopped(1); }
 
-// Asks until the answer can be taken or the user backs out. What was typed stays in the box.
+// Asks until the answer is usable or the user cancels. The box keeps what was typed.
 std::optional<QString> ask(Sesion &s, const Data &d, int text, QString initial,
                            std::string_view column,
                            const std::function<int(const QString &)> &missing)
@@ -75,7 +75,7 @@ std::optional<QString> ask(Sesion &s, const Data &d, int text, QString initial,
     }
 }
 
-// nullopt for an empty name as well: it backs out.
+// nullopt for an empty name too, which counts as cancelling.
 std::optional<QString> askName(Sesion &s, const Data &d, const clients::Entry &current = {})
 {
     const auto missing = [&](const QString &nom) -> int {
@@ -97,7 +97,8 @@ std::optional<QString> askCode(Sesion &s, const Data &d, const clients::Entry &c
                region ? "ctel" : "cp", [](const QString &) { return 0; });
 }
 
-// The id of a region or species by name; a name may be cut short with `*`. Not found refuses.
+// Asks for a region or species by name, which may be abbreviated with `*`. Ends with a message if
+// there is none.
 std::optional<int> askParent(Sesion &s, const Data &d, const clients::Entry &current = {})
 {
     const bool region = d.list == clients::List::Subregion;
@@ -109,7 +110,7 @@ std::optional<int> askParent(Sesion &s, const Data &d, const clients::Entry &cur
     const QString clean = nom->trimmed();
     if (current.id != 0 && clean == initial)
         return current.parent;
-    // The very name first: it may hold what LIKE takes for a wildcard.
+    // An exact match first, since the name itself may contain wildcards.
     if (const auto equal =
             clients::entryByName(s, region ? clients::List::Region : clients::List::Species, clean);
         equal && !clean.isEmpty())
@@ -175,7 +176,8 @@ bool admin::modifyEntry(Sesion &s, clients::List list, int id)
         const auto ctel = askCode(s, d, *current);
         if (!ctel)
             return false;
-        // A code is a number here, on purpose: one with a letter fails in the store.
+        // On purpose: the code is treated as a number here, so that one with a letter fails in the
+        // store.
         if (std::ranges::any_of(*ctel, [](QChar c) { return c.isLetter(); }))
             throw store::StoreError(store::ErrorNumber::Parameters, s(text::InvalidValue));
         s.clientes->Execute("update cldepartamento set nom = ?, ctel = ? where id = ?", *nom, *ctel,

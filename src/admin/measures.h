@@ -1,4 +1,4 @@
-// What two of the reminders' settings hold, whose number is not that of an option.
+// Two reminder settings whose stored number is not simply that of an option.
 #pragma once
 
 #include "store/session.h"
@@ -6,14 +6,16 @@
 namespace admin
 {
 
-/// Whether debtors get the three reminders: stored as 1, and as 3 by older versions. Whatever else
-/// stands there is off.
+/// Whether debtors get the three reminders: stored as 1, or as 3 by older versions. Anything else
+/// means off.
 bool remembersDebts(const Sesion &s);
+/// Stores it as 1 or 0.
 /// @throws StoreError
 void saveRemembersDebts(Sesion &s, bool remembers);
 
-/// Whether a second expiration is written of: stored as 1, and as -1 by older versions.
+/// Whether a second expiration is written about: stored as 1, or as -1 by older versions.
 bool remembersSecondExpiry(const Sesion &s);
+/// Stores it as 1 or 0.
 /// @throws StoreError
 void saveRemembersSecondExpiry(Sesion &s, bool remembers);
 

@@ -25,7 +25,7 @@ bool admin::connectTerminal(Sesion &s)
                               .trimmed();
     if (given.isEmpty())
         return false;
-    // Whole, because the next start may come from another folder.
+    // Absolute, because the next start may have another working directory.
     const QString folder = QDir(QDir::fromNativeSeparators(given)).absolutePath();
     if (!QFileInfo(store::pathUnder(folder, store::fileOf(u"morvane"_s))).isFile()) {
         s.dialogos.Mensaje(s(text::NoDatabasesInPath));

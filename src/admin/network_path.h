@@ -1,4 +1,4 @@
-// Which data folder this machine works on.
+// The data folder that this machine uses.
 #pragma once
 
 #include "store/session.h"
@@ -6,9 +6,10 @@
 namespace admin
 {
 
-/// Asks for the server's data folder and writes it to ruta.txt; it holds from the next start on.
+/// Asks for the server's data folder and writes it to ruta.txt, to be used from the next start on.
 /// A folder without the main database is refused.
 /// @return whether it was written
+/// @throws StoreError
 bool connectTerminal(Sesion &s);
 
 } // namespace admin

@@ -18,7 +18,7 @@ constexpr int Common = 1;
 constexpr int Supervisor = 2;
 constexpr int HighestUser = 255; // Usuarios.idu is a byte
 
-/// Whether someone can enter under that name: it is compared as a pattern at the login.
+/// Whether someone could log in under that name, which the login compares as a pattern.
 bool usableName(Sesion &s, const QString &name)
 {
     static const QRegularExpression wildcards(u"[*?#\\[\\]]"_s);
@@ -52,7 +52,7 @@ std::optional<QString> askPassword(Sesion &s)
         if (given->contains(u'\''))
             s.dialogos.Mensaje(s(text::ApostropheRefused));
         else if (given->size() > s.morvane->widthOf("Usuarios", "up"))
-            s.dialogos.Mensaje(s(text::InvalidValue)); // cut, it would never be typed right again
+            s.dialogos.Mensaje(s(text::InvalidValue)); // cut, it could not be typed again
         else
             return given;
     }
@@ -139,7 +139,7 @@ bool admin::deleteUser(Sesion &s, int idu)
         return false;
     bool deleted = false;
     {
-        // Another terminal may have deleted one while the question stood.
+        // Another terminal may have deleted one while the question was open.
         Lote lote(s);
         deleted = canDelete(s, idu);
         if (deleted)

@@ -1,5 +1,5 @@
-// Entry of the program: reads the command line, builds the session and starts the window or a run
-// without one.
+// Entry point: reads the command line, builds the session and starts the window or an unattended
+// run.
 
 #include "admin/admin_forms.h"
 #include "agenda/agenda_forms.h"
@@ -43,8 +43,8 @@ using namespace app;
 namespace
 {
 
-// Days and numbers on screen follow the language worked in; the country stays the system's where
-// both agree.
+// Dates and numbers on screen follow the program's language, and the system's country if its
+// language is the same.
 void setLocale(store::Language language)
 {
     const QLocale system = QLocale::system();
@@ -65,7 +65,7 @@ void setLocale(store::Language language)
     }
 }
 
-// On a machine where nothing was ever set up: a clinic of its own can be made here and now.
+// On a machine where nothing has been set up yet, offers to create a data folder.
 void offerNewFolder(Sesion &s, store::Language language)
 {
     if (s.givenFolder || store::hasPath(s.programFolder))
@@ -90,7 +90,7 @@ int window(int &argc, char **argv, const Options &options, store::Language langu
     QApplication::setWindowIcon(ui::namedIcon(QStringLiteral("kelvara")));
     QApplication::setQuitOnLastWindowClosed(false); // the board decides when the program ends
     ui::applyTheme(app, 1);
-    // The toolkit's own boxes: files, colours, context menus of text boxes.
+    // Translates the toolkit's own dialogs and context menus.
     QTranslator delToolkit;
     if (delToolkit.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
@@ -102,8 +102,8 @@ int window(int &argc, char **argv, const Options &options, store::Language langu
     const ui::WaitNotice notice(s);
     store::setDataFolder(s, options.data);
 
-    // One instance on this machine for each program folder, which may be shared: so the lock lies
-    // in the machine's own folder. One whose program died counts for nothing.
+    // One instance per program folder and machine. The folder may be shared, so the lock is in the
+    // machine's temporary folder. The lock of a crashed instance does not count.
     const QByteArray fingerprint =
         QCryptographicHash::hash(s.programFolder.toUtf8(), QCryptographicHash::Sha1);
     QLockFile lock(QDir::tempPath() + QStringLiteral("/kelvara-")

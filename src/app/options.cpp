@@ -9,7 +9,7 @@ std::optional<Options> app::readOptions(const QStringList &arguments, QString *e
         *error = what;
         return std::nullopt;
     };
-    bool ofImport = false; // an argument that goes with --importar alone
+    bool ofImport = false; // an argument that is only valid with --importar
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString &a = arguments[i];
         const auto value = [&]() -> QString { return arguments.value(++i); };

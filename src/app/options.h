@@ -10,25 +10,27 @@
 namespace app
 {
 
+/// The parsed command line.
 struct Options {
     enum class Mode { Window, Unattended, Create, Import, Version, Help };
     Mode mode = Mode::Window;
-    QString data;   // data folder, whatever ruta.txt says; "" for ruta.txt
-    QString create; // folder to make
+    QString data;   // data folder; "" for the one in ruta.txt
+    QString create; // data folder to create
     bool demo = false;
-    QString importing;    // file of clients and patients
-    bool confirm = false; // write it, rather than tell what would be written
-    QString columns;      // "title=datum,..." over what the titles say
-    QString dates;        // "dma", "mda", or "" to find it in the file
-    QString owner;        // client of animals whose row names no owner
+    QString importing;    // file with clients and patients
+    bool confirm = false; // write the import rather than only report on it
+    QString columns;      // "title=datum,...", overriding what the titles suggest
+    QString dates;        // "dma", "mda", or "" to detect the order from the file
+    QString owner;        // client for animals whose row names no owner
     std::optional<store::Language> language;
 };
 
-/// Reads the arguments behind the program's name.
-/// @param error what is wrong with them, in English, for the terminal
+/// Parses the arguments after the program's name.
+/// @param error set to what is wrong with them, in English
+/// @return nullopt when they are invalid
 std::optional<Options> readOptions(const QStringList &arguments, QString *error);
 
-/// What --help prints.
+/// The output of --help.
 QString helpText();
 
 } // namespace app

@@ -34,7 +34,7 @@ int fail(const QString &because)
     return 1;
 }
 
-// A board line is one line of output, whatever is in its text.
+// Keeps a board line on one line of output, whatever its text contains.
 QString inOneLine(QString t)
 {
     for (QChar &c : t)
@@ -50,7 +50,7 @@ void printBoard(Sesion &s)
                           + inOneLine(l.message));
 }
 
-// Opens a clinic that has been run before, and works on it where nobody can be asked.
+// Opens a clinic that has been started before and runs the work with no one to ask.
 // @return the exit status
 int inClinic(const Options &options, store::Language language,
              const std::function<int(Sesion &)> &work)
@@ -77,7 +77,7 @@ int inClinic(const Options &options, store::Language language,
 int app::runUnattended(const Options &options, store::Language language)
 {
     return inClinic(options, language, [](Sesion &s) {
-        // The question that this asks is told on standard error; nobody is there to say Yes.
+        // Its question goes to standard error and is answered with No.
         if (!startup::checkStart(s, QLocale::system()))
             return 1;
         IniciarTareas(s, {.sendMessages = EnviarMensajes, .monthlyStep = {}});
@@ -130,7 +130,7 @@ int app::createData(const Options &options, store::Language language)
     try {
         startup::createFolder(options.create, language);
     } catch (const store::StoreError &e) {
-        return fail(e.description); // says which folder, and all there is to say
+        return fail(e.description); // names the folder and the reason
     }
     try {
         if (options.demo) {

@@ -1,4 +1,4 @@
-// The lines of the day's board: writing them and reading them back.
+// The lines of the daily board: writing and reading them.
 #pragma once
 
 #include "store/session.h"
@@ -6,7 +6,7 @@
 namespace board
 {
 
-/// Pictures at the beginning of a line: numbers of resources/pictures.
+/// The picture at the start of a line: numbers of files in resources/pictures.
 namespace picture
 {
 inline constexpr int None = 0;
@@ -20,15 +20,15 @@ inline constexpr int Messages = 109;
 inline constexpr int Debts = 110;
 inline constexpr int Stock = 113;
 inline constexpr int Tasks = 115;
-inline constexpr int MailProblem = 116; // the line is written once, and known by its picture
+inline constexpr int MailProblem = 116; // written once; its picture identifies it
 } // namespace picture
 
-/// Where a line leads to: codes of its icons, and of its text where it has none. Those of lists are
+/// What a line opens: the codes of its icons, or of its text if it has none. Those of lists are the
 /// numbers of quick listings.
 namespace click
 {
 inline constexpr int None = 0;
-inline constexpr int ListFoodShort = 1; // without, then with service
+inline constexpr int ListFoodShort = 1; // patients without service; "Served": with it
 inline constexpr int ListFoodShortServed = 2;
 inline constexpr int ListDosesToday = 3;
 inline constexpr int ListDosesTodayServed = 4;
@@ -44,7 +44,7 @@ inline constexpr int ListReminders = 13;
 inline constexpr int ListDosesDiscontinued = 14;
 inline constexpr int ListDebtors = 15;
 inline constexpr int ListBelowMinimum = 17;
-inline constexpr int CallMissed = 18; // rounds by telephone
+inline constexpr int CallMissed = 18; // telephone rounds
 inline constexpr int CallMissedServed = 19;
 inline constexpr int CallToday = 20;
 inline constexpr int CallTodayServed = 21;
@@ -56,6 +56,7 @@ inline constexpr int FolderInText = 37;
 inline constexpr int HelpPage = 38;
 } // namespace click
 
+/// One line of the board.
 struct BoardLine {
     QString message;
     int dibujo = 0;  // picture number, 0 for none
@@ -63,11 +64,15 @@ struct BoardLine {
     int codigo2 = 0;
 };
 
-/// The lines in the order in which they were written.
+/// All lines in the order in which they were written.
+/// @throws StoreError
 QList<BoardLine> readBoard(Sesion &s);
 
 } // namespace board
 
-/// Adds a line to the board: the only writer. Text longer than the column is cut.
+/// Adds a line to the board; nothing else writes to it. Text longer than the column is cut.
+/// @param dibujo picture number, see board::picture
+/// @param codigo1, codigo2 codes of the two icons, see board::click
+/// @throws StoreError
 void AgregarPizarra(Sesion &s, const QString &message, int dibujo, int codigo1 = board::click::None,
                     int codigo2 = board::click::None);

@@ -40,7 +40,7 @@ void paintPicture(QPainter &painter, const QStyleOptionViewItem &option, const Q
     painter.drawPixmap(place, icon.pixmap(place.size(), scale, mode));
 }
 
-/// Two lines at most, the second one cut with an ellipsis, in the middle of the height.
+/// At most two lines, the second elided, centred vertically.
 void paintMessage(QPainter &painter, const QRect &field, const QString &text, const QFont &font)
 {
     const QFontMetrics metrics(font);
@@ -295,7 +295,7 @@ void BoardDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         paintHead(*painter, option, index, p);
         break;
     case BoardModel::Kind::Empty:
-        if (index.column() == BoardModel::Picture) // spans the row
+        if (index.column() == BoardModel::Picture) // painted once, across the row
             paintEmpty(*painter, option, index.siblingAtColumn(BoardModel::Message), p);
         break;
     case BoardModel::Kind::Line:

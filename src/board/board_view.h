@@ -1,4 +1,4 @@
-// The board's lines as a table: the model, and how its rows are painted.
+// The board as a table: its model and its painting.
 #pragma once
 
 #include "board/navigation.h"
@@ -9,25 +9,32 @@
 namespace board
 {
 
-/// Row 0 is the head with the day; one row a line follows, or one that says that there is none.
+/// Row 0 is the header with the date. Below it there is one row per line, or one saying that there
+/// are none.
 class BoardModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
+    /// The columns of a line.
     enum Column { Picture, Message, Icon1, Icon2, ColumnCount };
+    /// What a row shows.
     enum class Kind { Header, Line, Empty };
+    /// Roles beyond Qt's own: KindRole is the row's Kind, ActiveRole whether a click on the cell
+    /// opens something.
     enum Paper { KindRole = Qt::UserRole, LinkRole, ActiveRole };
 
-    /// Whether this program can open a destination; what it cannot is shown pale.
+    /// Whether this program can open a target; icons of others are shown faded.
     using Available = std::function<bool(const Target &)>;
 
+    /// Starts out empty; see load().
     BoardModel(Sesion &s, Available available, QObject *parent);
 
-    /// Reads the lines again. @throws StoreError
+    /// Reads the lines again.
+    /// @throws StoreError
     void load();
     /// What a click on the cell opens.
     Target targetOf(const QModelIndex &cell) const;
-    /// What ENTER opens there: the cell's own, else the first that the line has.
+    /// What ENTER on the cell opens: its own target, else the first one of its line.
     Target rowTarget(const QModelIndex &cell) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -46,13 +53,14 @@ private:
     QList<BoardLine> m_lines;
 };
 
-/// Paints the rows: two lines of text at most, icons that look as if they could be clicked.
+/// Paints the rows: at most two lines of text, and icons that look clickable.
 class BoardDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
+    /// Height of a row in pixels.
     static int heightOf(BoardModel::Kind kind, const QFontMetrics &font);
 };
 

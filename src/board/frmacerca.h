@@ -1,4 +1,4 @@
-// What program this is, and with what it works.
+// The about box: the program's version and what it is working on.
 #pragma once
 
 #include "ui/form_base.h"
@@ -10,10 +10,12 @@ class FormRegistry;
 
 } // namespace ui
 
+/// Version, clinic, user and data folder at a glance.
 class frmAcerca : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Reads what it shows from the session.
     explicit frmAcerca(Sesion &s, QWidget *parent = nullptr);
 
 private:
@@ -23,7 +25,7 @@ private:
 namespace board
 {
 
-/// Makes the forms of the board known by name.
+/// Registers frmAcerca.
 void registerBoardForms(Sesion &s, ui::FormRegistry &forms);
 
 } // namespace board

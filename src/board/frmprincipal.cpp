@@ -164,7 +164,7 @@ QPushButton *frmprincipal::buildButton(const BoardButton &button)
     b->setMaximumHeight(52);
     b->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     b->setAutoDefault(false);
-    // Not the button's own shortcut, which acts only after it has shown itself pressed.
+    // A button's own shortcut acts only after animating the press.
     connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, b, &QPushButton::click);
     b->setEnabled(button.form.isEmpty() || m_forms.exists(button.form.toString()));
 
@@ -354,7 +354,7 @@ bool frmprincipal::boardKey(const QKeyEvent &key)
 
 void frmprincipal::keyPressEvent(QKeyEvent *event)
 {
-    // ESC closes screens, and people press it twice: it must not end the program.
+    // ESC closes other forms, and people tend to press it twice: it must not end the program.
     if (event->key() != Qt::Key_Escape)
         ui::FormBase::keyPressEvent(event);
 }
@@ -367,7 +367,7 @@ void frmprincipal::showEvent(QShowEvent *event)
 
 void frmprincipal::tick()
 {
-    // No box on top of another: what rings while one waits is not rung later.
+    // Never stack a message on another. Alarms whose time is past by then do not ring.
     if (ui::WindowDialogs::isOneOpen())
         return;
     guarded([this] {
@@ -382,7 +382,7 @@ void frmprincipal::tick()
     }
 }
 
-/// Whatever somebody is typing at this moment, it is no answer.
+/// A key that was meant for another box must not answer the message.
 void frmprincipal::interrupt(const QString &text)
 {
     const ui::KeyboardInCalm calm(m_desk.milliseconds);

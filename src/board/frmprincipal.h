@@ -1,4 +1,4 @@
-// The home screen: the day's board and the ways to everything else.
+// The home screen: the daily board and the way to every other form.
 #pragma once
 
 #include "board/navigation.h"
@@ -30,34 +30,38 @@ class QTimer;
 namespace board
 {
 
-/// What the board asks of the desktop. Tests put their own.
+/// What the board needs from the desktop. Tests supply their own.
 struct Desk {
-    std::function<bool(const QUrl &)> open;
-    std::function<void()> beep;
-    std::function<void()> finish;
-    std::function<qint64()> milliseconds = ui::steadyMilliseconds;
+    std::function<bool(const QUrl &)> open; // false when nothing could open it
+    std::function<void()> beep;             // announces an alarm
+    std::function<void()> finish;           // ends the program
+    std::function<qint64()> milliseconds = ui::steadyMilliseconds; // to tell pauses in typing
 
-    /// The real one: pages in the browser, folders in the file manager.
+    /// The real desktop: links open in the browser, folders in the file manager.
     static Desk real();
 };
 
 } // namespace board
 
+/// The home screen, around which the program runs: closing it ends the program.
 class frmprincipal : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms forms that the buttons and the board's lines open
+    /// @param desk what it needs from the desktop
     frmprincipal(Sesion &s, ui::FormRegistry &forms, board::Desk desk = board::Desk::real(),
                  QWidget *parent = nullptr);
 
-    /// Reads title, clinic and lines again. Called once the user is known, and by who changes the
-    /// report.
+    /// Reads the title, the clinic's data and the lines again. Called once the user is known and
+    /// whenever the board has changed.
     void CargarPizarra();
-    /// Shows the board, on the whole of a small screen.
+    /// Shows the board, maximized on a small screen.
     void showBoard();
 
     ~frmprincipal() override;
 
+    /// Reads the board again.
     void opened(const QVariantMap &parameters) override;
     /// Ends the program, once every open page may be left.
     void reject() override;

@@ -18,7 +18,7 @@ constexpr int ClientText = 14;
 constexpr int PhonesText = 15;
 constexpr int UserTaskText = text::UserTask;
 
-/// Whole minutes of the clock, seconds do not count.
+/// Minutes since midnight, ignoring seconds.
 int minuteOfDay(QTime t) { return t.hour() * 60 + t.minute(); }
 
 QString nameOf(Sesion &s, int tip)
@@ -34,7 +34,7 @@ QString nameOf(Sesion &s, int tip)
 
 QString patientOf(Sesion &s, const store::Alarm &alarm)
 {
-    // Only the tasks of a service are about a patient; a user's task holds the user there.
+    // Only tasks of a service refer to a patient; a user's task holds the user there.
     if (alarm.tip <= 0 || !alarm.ida)
         return {};
     const QString name = LeerCampo(s, "clientes", "mascotas", *alarm.ida, "nom");
@@ -49,7 +49,7 @@ QString patientOf(Sesion &s, const store::Alarm &alarm)
     return text;
 }
 
-/// When it is to be done, and what its user noted about it.
+/// The time of a user's task and the note on it.
 QString noteOf(Sesion &s, const store::Alarm &alarm)
 {
     if (alarm.tip != agenda::TaskKind::UserTask)
@@ -80,7 +80,7 @@ QStringList board::ringingAlarms(Sesion &s)
             text += patientOf(s, alarm);
             text += noteOf(s, alarm);
         } catch (const store::StoreError &) {
-            // Somebody waits for this reminder: what could be read is better than silence.
+            // Someone is waiting for this reminder: an incomplete one is better than none.
         }
         texts.append(text);
     }

@@ -1,4 +1,4 @@
-// What the board's clock watches: the alarms of today, and midnight.
+// What the board's clock watches: today's alarms, and midnight.
 #pragma once
 
 #include "store/session.h"
@@ -6,11 +6,12 @@
 namespace board
 {
 
-/// Alarms whose time has come, from two whole minutes before; each is marked as rung.
-/// @return what to say of each; a name that cannot be read is left out, the alarm is not
+/// The alarms due now, from two whole minutes before their time on; each is marked as rung.
+/// @return one message per alarm; what the store cannot read is left out of it, but the alarm still
+/// rings
 QStringList ringingAlarms(Sesion &s);
 
-/// Whether the computer's clock has left the session's day behind.
+/// Whether the computer's date is past the session's.
 bool dayChanged(const Sesion &s);
 
 } // namespace board

@@ -1,4 +1,4 @@
-// The version as people read it, and the title that it stands in.
+// The version number in readable form, and the window title that contains it.
 #pragma once
 
 #include "store/session.h"
@@ -6,11 +6,11 @@
 namespace board
 {
 
-/// "5.5.4" for the stored number 554. Numbers with two digits are those of a time that counted the
-/// third part alone: 57 is "5.0.7". 33 is "4.3.0".
+/// A stored version number as text: "5.5.4" for 554. On purpose: two-digit numbers are older ones
+/// without the middle part, so that 57 is "5.0.7", and 33 is "4.3.0".
 QString versionText(int ver);
 
-/// Clinic, version, day and user, as the title of the board's window.
+/// The title of the board's window: clinic, version, date and user.
 QString boardTitle(Sesion &s);
 
 } // namespace board

@@ -12,8 +12,8 @@ struct Sesion;
 namespace clients
 {
 
-/// Makes the forms of clients and patients known by name: frmPropietarios, frmTel,
-/// frmBusquedaClientes, frmBusquedaMascotas, frmBusquedaRapida.
+/// Registers the forms for clients and patients: frmPropietarios, frmTel, frmBusquedaClientes,
+/// frmBusquedaMascotas and frmBusquedaRapida.
 void registerClientForms(Sesion &s, ui::FormRegistry &forms);
 
 } // namespace clients

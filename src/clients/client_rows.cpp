@@ -21,8 +21,8 @@ ClientRow read(const Recordset &r)
     return f;
 }
 
-// The store's own order, with each name's letters taken out once: sorting tens of thousands of
-// clients there takes several times as long as reading them.
+// Sorts in the store's own order, but folds each name only once: having the store sort tens of
+// thousands of clients takes several times as long as reading them.
 struct ByName {
     std::string plain;
     ClientRow row;

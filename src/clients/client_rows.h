@@ -6,10 +6,11 @@
 namespace clients
 {
 
-/// Why a client stands out: it owes or is in arrears with prepaid medicine (red); letters or mails
-/// do not reach it, or its prepaid state is 5 (yellow).
+/// Why a client is highlighted. Alert: owes money or is behind with prepaid medicine. Notice:
+/// letters or mails do not arrive, or the prepaid state is 5.
 enum class ClientSign { None, Alert, Notice };
 
+/// One row of the client grid.
 struct ClientRow {
     int idc = 0;
     QString ayn;
@@ -17,11 +18,14 @@ struct ClientRow {
     ClientSign sign = ClientSign::None;
 };
 
-/// All clients by name.
+/// All clients, sorted by name.
+/// @throws StoreError
 std::vector<ClientRow> clientsRows(Sesion &s);
-/// One of them, nullopt when it is gone.
+/// The row of one client, nullopt when it no longer exists.
+/// @throws StoreError
 std::optional<ClientRow> clientRow(Sesion &s, int idc);
 
+/// One row of the patient grid.
 struct PatientRow {
     int idm = 0;
     QString nom;
@@ -30,23 +34,26 @@ struct PatientRow {
     bool dec = false;
 };
 
-/// The patients of a client by name.
+/// The patients of a client, sorted by name.
+/// @throws StoreError
 std::vector<PatientRow> patientsRows(Sesion &s, int idc);
 
-/// Which column the text of the client search box is looked for in.
+/// The column that the client search box searches.
 enum class ClientSearch { Nothing, Name, Id, Telephone };
-/// Text without digits alone: the name; a number of fewer than five characters: the id; else the
-/// telephone.
+/// What a typed text searches: the name, unless it reads as a number; then the id if it has fewer
+/// than five characters, else the telephone. Nothing for a blank text.
 ClientSearch searchType(const QString &text);
 
-/// Patients of any client whose name begins with the text, with their owners, by owner. A typed
-/// `*` stands for anything.
+/// A patient with its owner.
 struct FoundPatient {
     int idm = 0;
     int idc = 0;
     QString patient;
     QString owner;
 };
+/// Patients of any client whose name begins with the text, sorted by owner. A typed `*` matches
+/// anything.
+/// @throws StoreError
 std::vector<FoundPatient> findPatients(Sesion &s, const QString &text);
 
 } // namespace clients

@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// An image file of a patient: its folder, and its name as the patient's number, the row's number
-// and the image's number written together.
+// An image file of a patient: its folder, and its name, which is the patient's number, the row's
+// number and the image's number run together.
 struct Image {
     QString folder;
     QString name;
@@ -51,7 +51,7 @@ std::vector<Image> imagesOf(Sesion &s, int idm)
     return images;
 }
 
-// Whether another patient's row has an image of that name: 1 with 23 and 12 with 3 are the same.
+// Whether another patient has an image of that name: 1 with 23 and 12 with 3 make the same one.
 bool isOfOther(Sesion &s, const Image &image)
 {
     const QString figures = image.name.chopped(4);
@@ -76,7 +76,7 @@ bool isOfOther(Sesion &s, const Image &image)
     return false;
 }
 
-// Removes files whatever the case of their names, reading each folder once.
+// Removes files, ignoring the case of their names and reading each folder only once.
 void removeFiles(Sesion &s, const std::vector<Image> &images)
 {
     QHash<QString, QHash<QString, QString>> folders;
@@ -95,7 +95,7 @@ void removeFiles(Sesion &s, const std::vector<Image> &images)
     }
 }
 
-// Everything that hangs on a patient, without the patient's own row.
+// Deletes everything that belongs to a patient, but not the patient's own row.
 void cascade(Sesion &s, int idm)
 {
     for (const std::string_view sql :
@@ -104,7 +104,7 @@ void cascade(Sesion &s, int idm)
           "delete * from Macultivo where idm = ?", "delete * from Macopro where idm = ?",
           "delete * from Minter where idm = ?", "delete * from mhospedaje where idm = ?"})
         s.clientes->Execute(sql, idm);
-    // The kinds of task whose subject is a patient; others hold a client or a user there.
+    // Only these kinds of task refer to a patient; others hold a client or a user in that column.
     s.morvane->Execute("delete * from TareasAgenda where ida = ? and (tip > 0 or tip in (?, ?, ?, "
                        "?, ?))",
                        idm, agenda::TaskKind::FoodShortage, agenda::TaskKind::DoseReminder,
@@ -116,7 +116,7 @@ void cascade(Sesion &s, int idm)
         s.clientes->Execute(sql, idm);
 }
 
-// The patient's appointments do not ring any more. Only those are known that the start loaded.
+// Stops the patient's appointments from ringing. Only the alarms loaded at the start are known.
 void silenceAlarms(Sesion &s, int idm)
 {
     for (store::Alarm &a : s.Alarmas)
@@ -124,7 +124,7 @@ void silenceAlarms(Sesion &s, int idm)
             a.attended = true;
 }
 
-// Whose it is, so that a row chosen by mistake is seen.
+// Asks with the name, so that a row picked by mistake is noticed.
 bool sure(Sesion &s, const QString &what)
 {
     return s.dialogos.askBeforeLoss(s(text::DeleteQuestion) + u"\n\n"_s + what);

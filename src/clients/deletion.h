@@ -1,4 +1,4 @@
-// Deleting clients and patients with everything that hangs on them.
+// Deletes clients and patients together with everything that belongs to them.
 #pragma once
 
 #include "store/session.h"
@@ -6,13 +6,15 @@
 namespace clients
 {
 
-/// Refuses a Common user, prepaid membership and debt, in this order; asks; then deletes the client
-/// with all its patients. Files of patients go when the rows are gone for good.
-/// @return whether it is gone: also when it was before, which is told
+/// Deletes a client with all its patients, after asking. Refused, in this order, for a Common user,
+/// for a prepaid membership and for a debt. Image files are removed once the rows are gone.
+/// @return whether the client is gone, which includes one already deleted; the user is told then
+/// @throws StoreError; nothing has been deleted then
 bool deleteClient(Sesion &s, int idc);
 
-/// Refuses a Common user, asks, and deletes a patient with its cascade.
-/// @return whether it is gone: also when it was before, which is told
+/// Deletes a patient and its records, after asking. Refused for a Common user.
+/// @return whether the patient is gone, which includes one already deleted; the user is told then
+/// @throws StoreError; nothing has been deleted then
 bool deletePatient(Sesion &s, int idm);
 
 } // namespace clients

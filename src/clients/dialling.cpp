@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Longer than any answer; what a device sends without end is not kept.
+// Longer than any answer; limits what is kept of a device that never stops sending.
 constexpr qsizetype HighestAnswer = 4096;
 
 constexpr const char *Negative[] = {"BUSY",        "ERROR",        "NO ANSWER",
@@ -79,7 +79,7 @@ bool Dialler::call(const QString &port, const QString &number)
 {
     d->leave();
     d->error.clear();
-    // Only what a number is made of reaches the modem, whose commands are text too.
+    // The modem's commands are text too, so nothing but digits and "+" may reach it.
     const QString marked = NumberToDial(number);
     if (marked.isEmpty())
         return false;
@@ -121,7 +121,7 @@ void Dialler::setWait(std::chrono::milliseconds wait) { d->silence.setInterval(w
 
 void Dialler::read()
 {
-    // An answer may come in pieces, with the echo of the command before it.
+    // An answer may arrive in pieces, after the echo of the command.
     d->answer = (d->answer + d->port.readAll()).right(HighestAnswer);
     if (!d->waiting)
         return;

@@ -1,4 +1,4 @@
-// Dialling through a modem on a serial port.
+// Dials through a modem on a serial port.
 #pragma once
 
 #include <QObject>
@@ -9,33 +9,37 @@
 namespace clients
 {
 
-/// The telephone number in a box that may hold several: the first, digits and "+" only; "" when
-/// there is none.
+/// The first number of a box that may hold several, reduced to digits and "+"; "" when there is
+/// none.
 QString NumberToDial(const QString &telephones);
 
-/// One call. The port is set to 9600 baud, no parity, 8 data bits, 1 stop bit.
+/// One call at a time. The port is set to 9600 baud, no parity, 8 data bits and 1 stop bit.
 class Dialler : public QObject
 {
     Q_OBJECT
 public:
+    /// Opens no port yet.
     explicit Dialler(QObject *parent = nullptr);
+    /// Closes the port without hanging up; call finish() for that.
     ~Dialler() override;
 
-    /// Opens the port if it is not open and sends ATDT, the number, ";" and a carriage return.
-    /// @return false when the port cannot be opened; see Error
+    /// Opens the port if necessary and sends ATDT, the number, ";" and a carriage return.
+    /// @return false when the port cannot be opened or the number has no digit; see error()
     bool call(const QString &port, const QString &number);
     /// Hangs up (ATH) and closes the port.
     void finish();
+    /// Whether the port is open.
     bool isOpen() const;
+    /// What went wrong with the port, as the system words it; "" if nothing did.
     QString error() const;
-    /// How long the modem may take to answer; 15 seconds unless told otherwise.
+    /// Sets how long the modem may take to answer; 15 seconds by default.
     void setWait(std::chrono::milliseconds wait);
 
 Q_SIGNALS:
-    /// The modem has answered OK.
+    /// The modem answered OK.
     void marked();
-    /// It answered something else (BUSY, ERROR, NO CARRIER, NO DIALTONE) or the port failed, which
-    /// is @p reason; empty when the modem fell silent.
+    /// The call failed. @p reason is the modem's answer (BUSY, ERROR, NO CARRIER, NO DIALTONE) or
+    /// the port's error; empty when the modem did not answer in time.
     void failed(const QString &reason);
 
 private:

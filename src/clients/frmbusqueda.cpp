@@ -22,10 +22,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Cells of a patient: pedigree, breeder and death are the Yes/No.
+// Cells of a patient's row that hold a Yes/No: from pedigree to death.
 constexpr int OfPedigree = 8, OfDeath = 10;
 
-// A key that comes sooner than this after the last one only goes into the box.
+// The search waits for a pause of this length in the typing.
 constexpr int PauseMs = 120;
 
 QList<ui::GridColumn> columnsOf(const Sesion &s, Search search)
@@ -82,7 +82,7 @@ QComboBox *frmBusqueda::criteria(const QString &name, int label)
 QLineEdit *frmBusqueda::textBox(const QString &name)
 {
     auto *box = named(new QLineEdit, name, m_s(text::FindPlaceholder));
-    box->setMaxLength(160); // of the widest column
+    box->setMaxLength(160); // width of the widest column
     box->setClearButtonEnabled(true);
     return box;
 }
@@ -91,7 +91,7 @@ void frmBusqueda::build()
 {
     cmbCriterioUno = criteria(u"cmbCriterioUno"_s, text::SearchBy);
     cmbCriterioDos = criteria(u"cmbCriterioDos"_s, text::AndAlsoBy);
-    // The pair that is asked for most: a patient and its owner, a client and where it lives.
+    // The most common pair: a patient with its owner, a client with its address.
     cmbCriterioDos->setCurrentIndex(m_search == Search::Patients ? 6 : 1);
     txtTextoUno = textBox(u"txtTextoUno"_s);
     txtTextoDos = textBox(u"txtTextoDos"_s);

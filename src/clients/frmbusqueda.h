@@ -1,4 +1,4 @@
-// The dialogs that find a patient or a client by any two of their data.
+// The dialogs that find a patient or a client by any two criteria.
 #pragma once
 
 #include "clients/search.h"
@@ -19,15 +19,17 @@ class QComboBox;
 class QLineEdit;
 class QPushButton;
 
-/// Both dialogs: frmBusquedaMascotas and frmBusquedaClientes differ only in what they look for.
-/// What is found appears as the user types; ENTER looks for all of it and goes to the grid, where
-/// ENTER takes a row to the registry.
+/// frmBusquedaMascotas and frmBusquedaClientes, which differ only in what they search. Results
+/// appear while the user types; ENTER runs the full search and goes to the grid, where ENTER opens
+/// the row in the registry.
 class frmBusqueda : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param search what to search for; it also decides the form's name
     frmBusqueda(Sesion &s, ui::FormRegistry &forms, clients::Search search);
 
+    /// Empties the boxes and the results.
     void opened(const QVariantMap &parameters) override;
 
 protected:
@@ -48,7 +50,7 @@ private:
 
     ui::FormRegistry &m_forms;
     const clients::Search m_search;
-    QTimer m_pause; // runs out when no key has come for a moment
+    QTimer m_pause; // restarted by each key; the search runs when it expires
 
     QComboBox *cmbCriterioUno = nullptr;
     QComboBox *cmbCriterioDos = nullptr;

@@ -21,7 +21,7 @@ namespace
 
 enum Column { OfOwner, OfPatient, OfTelephone, DeIdc, DeIdm };
 
-// Whoever is not among these is found by one more letter.
+// Beyond these, one more letter narrows the matches down.
 constexpr int RowsShown = 40;
 
 } // namespace
@@ -53,7 +53,7 @@ void frmBusquedaRapida::build()
                                      {.kind = ui::Kind::Whole, .hidden = true}},
                                     this);
     grd = named(new ui::Grid(m_s, model), u"grd"_s, m_s(text::QuickSearchTitle));
-    grd->setSortingEnabled(false); // the best match stands first
+    grd->setSortingEnabled(false); // the best match comes first
     grd->horizontalHeader()->setSectionsClickable(false);
 
     Ayu = named(new ui::HelpLine, u"Ayu"_s, {});
@@ -96,7 +96,7 @@ void frmBusquedaRapida::search()
         std::vector<ui::GridRow> rows;
         int owner = 0;
         for (const FoundQuick &h : found.rows) {
-            // An owner stands above all its animals once.
+            // An owner is shown only once, above all its animals.
             const bool first = h.idc != owner;
             owner = h.idc;
             ui::GridRow &row = rows.emplace_back();

@@ -1,4 +1,4 @@
-// The quick find that CTRL+K opens over any form.
+// The quick search that CTRL+K opens over any form.
 #pragma once
 
 #include "clients/quick_search.h"
@@ -15,13 +15,16 @@ class HelpLine;
 
 class QLineEdit;
 
-/// One box: what matches stands below with every key. UP and DOWN walk, ENTER goes to the registry.
+/// A single box with the matches below, updated on every key. UP and DOWN move through them, ENTER
+/// opens one in the registry.
 class frmBusquedaRapida : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// @param forms used to open the registry
     frmBusquedaRapida(Sesion &s, ui::FormRegistry &forms);
 
+    /// Brings the index up to date and empties the box.
     void opened(const QVariantMap &parameters) override;
 
 protected:

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// A modem is this machine's, not the clinic's.
+// The modem belongs to this machine, not to the clinic.
 const QString portSetting = u"frmTel/puerto"_s;
 
 constexpr int SmallestWidth = 400;
@@ -84,7 +84,7 @@ void frmTel::opened(const QVariantMap &parameters)
     listPorts();
     cmdLlamar->setFocus();
     lblEstado->clean();
-    // Once it is on the screen: what goes wrong is told there.
+    // Queued, so that an error is shown once the form is on screen.
     if (!cmbPuerto->currentText().isEmpty()) {
         QTimer::singleShot(0, this, &frmTel::call);
     } else {
@@ -101,7 +101,7 @@ void frmTel::listPorts()
     const QString last = store::readMachineSetting(m_s, portSetting);
     cmbPuerto->clear();
     cmbPuerto->addItems(ports);
-    // Several ports, and none of them ever used: the first is seldom the modem.
+    // With several ports and none used before, none is proposed: the first is rarely the modem.
     cmbPuerto->setEditText(last.isEmpty() && ports.size() == 1 ? ports.first() : last);
 }
 

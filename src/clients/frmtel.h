@@ -14,15 +14,20 @@ class HelpLine;
 class QComboBox;
 class QPushButton;
 
-/// Opened with `numeros`, it calls the first as soon as it knows the port; closing hangs up.
+/// Opened with `numeros`, it calls the first number at once if the port is known; closing the form
+/// hangs up.
 class frmTel : public ui::FormBase
 {
     Q_OBJECT
 public:
+    /// Opens no port yet.
     explicit frmTel(Sesion &s, QWidget *parent = nullptr);
     ~frmTel() override;
 
+    /// Fills the boxes and calls at once if the port is known.
+    /// @param parameters `numeros`, a list of telephones
     void opened(const QVariantMap &parameters) override;
+    /// Hangs up and closes the form.
     void reject() override;
 
 private:

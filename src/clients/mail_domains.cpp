@@ -43,7 +43,7 @@ bool clients::settleMail(Sesion &s, const QString &addresses, int idc)
     if (!domain.isEmpty()
         && s.clientes->read("select nom from email where nom = ?", domain).isNull())
         s.clientes->Execute("insert into email (nom) values (?)", domain);
-    // What holds no "@" is no address that a mail could go to.
+    // Without an "@" it is no address to send mail to.
     const bool wasMissing =
         idc != 0 && addresses.contains(u'@')
         && s.clientes->read("select FaltaMail from clientes where idc = ?", idc).toBool();

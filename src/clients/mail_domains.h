@@ -1,4 +1,4 @@
-// Completion of mail addresses by the domains that the clinic has met.
+// Completes mail addresses with the domains that the clinic has used before.
 #pragma once
 
 #include "store/session.h"
@@ -6,16 +6,20 @@
 namespace clients
 {
 
-/// The part behind the last "@", "" when there is none.
+/// The domain after the last "@", up to a blank, comma or semicolon; "" without an "@".
 QString domainOf(const QString &addresses);
-/// Known domains by name.
+/// All known domains, sorted.
+/// @throws StoreError
 QStringList knownDomains(Sesion &s);
-/// The first known domain that begins with what stands behind the last "@" of the text; "" when
-/// there is no "@" or none fits.
+/// The first known domain that begins with what follows the last "@" of the text; "" when there is
+/// no "@" or no match.
+/// @throws StoreError
 QString completeDomain(Sesion &s, const QString &text);
-/// What ENTER in the box does: a new domain is learnt, and a client that is being changed and has
-/// an address now counts as reachable. @param idc 0 when no change is under way
-/// @return whether the client did not count as reachable before
+/// Called when the mail box is entered: learns a new domain and, for an address with "@", marks the
+/// client as reachable by mail again.
+/// @param idc the client being changed, 0 if none
+/// @return whether the client was marked as unreachable before
+/// @throws StoreError
 bool settleMail(Sesion &s, const QString &addresses, int idc);
 
 } // namespace clients

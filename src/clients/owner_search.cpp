@@ -15,7 +15,7 @@ int findPlainName(const ui::GridModel &grid, int column, const QString &text)
     const std::string wanted = jet::plainOf(text.toStdString());
     if (wanted.empty())
         return -1;
-    // Most names are told apart by their first letter, which costs nothing to see.
+    // Cheap rejection: most names differ in their first letter.
     const auto beginsOtherwise = [first = wanted.front()](QChar c) {
         return c.unicode() < 0x80 && uchar(first) < 0x80 && c.toLower() != QLatin1Char(first);
     };
@@ -38,7 +38,7 @@ QString digitsOf(const QString &text)
     return digits;
 }
 
-// Telephones are written with blanks and dashes, and asked for without them, or the other way.
+// Telephones may be stored with blanks and dashes and searched without, or vice versa.
 int findDigits(const ui::GridModel &grid, int column, const QString &text)
 {
     const QString wanted = digitsOf(text);
@@ -50,7 +50,7 @@ int findDigits(const ui::GridModel &grid, int column, const QString &text)
 
 bool looksLikePhone(const QString &text)
 {
-    constexpr int fewestDigits = 5; // fewer are an id
+    constexpr int fewestDigits = 5; // fewer would be an id
     return digitsOf(text).size() >= fewestDigits
            && std::none_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
 }

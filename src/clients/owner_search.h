@@ -1,4 +1,4 @@
-// Looking for an owner or a patient among the rows of the two grids.
+// Finds an owner or a patient among the rows of the two grids.
 #pragma once
 
 namespace ui
@@ -29,13 +29,14 @@ inline constexpr int Name = 0;
 inline constexpr int Idm = 3; // hidden
 } // namespace PatientColumn
 
-/// The row that a text means: by its kind the name, the id or the telephone. A name that none
-/// begins with is looked for once more with accents left aside, a telephone by its digits alone.
+/// The row that a text means, by name, id or telephone as clients::searchType says. A name without
+/// a match is tried again ignoring accents; telephones are compared by their digits.
 /// @return the row, or -1
 int findOwner(const ui::GridModel &clientes, const QString &typed);
 
-/// The row of the patient whose name begins with the text; else with accents left aside; else as
-/// far as `*` stands for anything. @return the row, or -1
+/// The row of the first patient whose name begins with the text, trying again without accents and
+/// then with `*` as a wildcard.
+/// @return the row, or -1
 int findPatient(const ui::GridModel &mascotas, const QString &typed);
 
 } // namespace clients

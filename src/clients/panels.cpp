@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// How much of a consultation is shown.
+// Characters of a consultation that are shown.
 constexpr qsizetype ConsultationBeginning = 120;
 
 QString Debt(const Sesion &s, const Recordset &r)
@@ -58,7 +58,7 @@ QString lastQuery(Sesion &s, int idm)
         "select top 1 fec, cli from mclinica where idm = ? order by fec desc, idclinica desc", idm);
     if (r.EOF_())
         return {};
-    // Consultations are long and have many lines.
+    // Consultations are long and span many lines.
     return QLocale().toString(r["fec"].toDate(), QLocale::LongFormat) + u' '
            + r["cli"].toText().simplified().left(ConsultationBeginning) + u" ....."_s;
 }

@@ -8,11 +8,14 @@ class QImage;
 namespace clients
 {
 
+/// Path of the patient's photograph, whether it exists or not.
 QString photoFile(const Sesion &s, int idm);
-/// Stores a picture as the patient's photograph, made smaller where it is larger than 1600 pixels
-/// a side, and marks the patient. @throws StoreError when it cannot be written; the former one
-/// is still there then
+/// Stores an image as the patient's photograph, scaled down to at most 1600 pixels a side, and
+/// marks the patient as having one.
+/// @throws StoreError when the file cannot be written; the previous photograph is kept then
 void savePhoto(Sesion &s, int idm, const QImage &image);
+/// Deletes the photograph and the patient's mark.
+/// @throws StoreError
 void removePhoto(Sesion &s, int idm);
 
 } // namespace clients

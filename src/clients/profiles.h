@@ -1,11 +1,14 @@
-// What the clinic has learnt of its clients.
+// What the clinic knows about its clients' habits.
 #pragma once
 
 #include "store/session.h"
 
-/// A featured client: good buyer and frequent, and does not pay late. False when there is no such
-/// client.
+/// Whether a client is featured: a good buyer and a frequent visitor who does not pay late. False
+/// for an unknown client.
+/// @throws StoreError
 bool ClienteDestacado(Sesion &s, int idc);
 
-/// The client's profile for the screen, one line for each flag, "featured" first; "" without any.
+/// The client's profile for the screen, one line per flag with "featured" first; "" if no flag is
+/// set.
+/// @throws StoreError
 QString TextoPerfil(Sesion &s, int idc);

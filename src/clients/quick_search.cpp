@@ -11,13 +11,13 @@ using namespace clients;
 namespace
 {
 
-// How well a word is met.
+// Where a word was found.
 enum Degree : quint8 { Begins, Contains, Nothing };
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isLetter(char c) { return c < 0 || isDigit(c) || (c >= 'a' && c <= 'z'); }
 
-// The digits alone; numbers that commas part stay parted, by a blank each.
+// The digits alone; numbers separated by ',', ';' or '/' are separated by one blank each.
 std::string digitsOf(std::string_view text)
 {
     std::string digits;
@@ -30,11 +30,11 @@ std::string digitsOf(std::string_view text)
     return digits;
 }
 
-// One word of what is looked for.
+// One word of the search text.
 struct Word {
     std::string letters;
-    std::string digits; // empty for what is no number
-    int id = 0;         // 0 for what is no id
+    std::string digits; // empty if it is no number
+    int id = 0;         // 0 if it is no id
 };
 
 std::vector<Word> wordsOf(const QString &text)
@@ -44,7 +44,7 @@ std::vector<Word> wordsOf(const QString &text)
     for (const QString &part : parts) {
         Word p;
         p.letters = jet::plainOf(part.toStdString());
-        // As telephones are written: 099-123, (02) 4812.
+        // Telephones as people write them: 099-123, (02) 4812.
         if (p.letters.find_first_not_of("0123456789-.()+/") == std::string::npos)
             for (const char c : p.letters)
                 if (isDigit(c))
@@ -57,7 +57,7 @@ std::vector<Word> wordsOf(const QString &text)
     return words;
 }
 
-// At the beginning of a word of the text, inside of one, or nowhere.
+// Whether the text has the word at the beginning of one of its words, inside one, or not at all.
 Degree degreeIn(std::string_view text, std::string_view sought)
 {
     Degree degree = Nothing;
@@ -74,7 +74,7 @@ Degree digitsDegree(std::string_view text, const Word &p)
     return p.digits.empty() ? Nothing : degreeIn(text, p.digits);
 }
 
-// What is shown of an owner; without id when it is gone.
+// An owner's part of a match; id 0 if it no longer exists.
 FoundQuick Owner(Sesion &s, int idc)
 {
     FoundQuick h;
@@ -93,7 +93,7 @@ FoundQuick Owner(Sesion &s, int idc)
 } // namespace
 
 struct QuickIndex::Hit {
-    int degree = 0; // words that only stand inside of others
+    int degree = 0; // words found only inside others
     const Client *client = nullptr;
     const Patient *patient = nullptr; // nullptr for an owner without animals
 
@@ -132,13 +132,13 @@ void QuickIndex::bringUpToDate(Sesion &s)
         places.emplace(c.idc, quint32(m_clients.size() - 1));
     }
 
-    std::vector<std::pair<quint32, Patient>> mascotas; // with the place of the owner
+    std::vector<std::pair<quint32, Patient>> mascotas; // with the index of the owner
     r = s.clientes->OpenSnapshot("select idm, idc, nom, chip, dec from mascotas");
     mascotas.reserve(size_t(r.RecordCount()));
     for (; !r.EOF_(); r.MoveNext()) {
         const auto place = places.find(r[1].toInt());
         if (place == places.end())
-            continue; // without an owner there is nothing to go to
+            continue; // no owner to open
         Patient m;
         m.idm = r[0].toInt();
         m.name = save(jet::plainOf(text(r, 2)));
@@ -214,14 +214,14 @@ QuickAnswer QuickIndex::find(Sesion &s, const QString &typed, int count) const
             const int names = text(a.client->name).compare(text(b.client->name));
             return names != 0 ? names < 0 : a.client->idc < b.client->idc;
         }
-        // Both have an animal: an owner without one stands there once.
+        // Both have an animal, since an owner without one occurs only once.
         const int names = text(a.patient->name).compare(text(b.patient->name));
         return names != 0 ? names < 0 : a.patient->idm < b.patient->idm;
     };
     const auto end = hits.begin() + std::min<ptrdiff_t>(count, answer.total);
     std::partial_sort(hits.begin(), end, hits.end(), before);
 
-    // Owners in the order of their best animal, with all their animals below.
+    // Group the animals by owner, owners in the order of their best match.
     std::unordered_map<const Client *, int> order;
     for (auto a = hits.begin(); a != end; ++a)
         order.emplace(a->client, int(order.size()));
@@ -236,7 +236,7 @@ QuickAnswer QuickIndex::find(Sesion &s, const QString &typed, int count) const
             owner = Owner(s, a->client->idc);
         loaded = a->client;
         if (owner.idc == 0)
-            continue; // deleted since the index was made
+            continue; // deleted since the index was built
         FoundQuick &h = answer.rows.emplace_back(owner);
         if (a->patient) {
             h.idm = a->patient->idm;

@@ -1,4 +1,4 @@
-// The quick find: any piece of an owner or an animal, answered while it is typed.
+// The quick search: finds any part of an owner or an animal while it is being typed.
 #pragma once
 
 #include "store/session.h"
@@ -18,30 +18,34 @@ struct FoundQuick {
     bool dec = false;
 };
 
-/// What the quick find shows of all that matches.
+/// What the quick search shows of its matches.
 struct QuickAnswer {
-    std::vector<FoundQuick> rows; // animals of one owner stand together
-    int total = 0;                // matches, shown or not
+    std::vector<FoundQuick> rows; // animals of one owner are adjacent
+    int total = 0;                // number of matches, shown or not
 };
 
-/// All owners and animals as short folded texts, a few megabytes for a full clinic. What is shown
-/// of a match is read from the tables.
+/// All owners and animals as short folded texts, a few megabytes for a full clinic. The details of
+/// a match are read from the tables.
 class QuickIndex
 {
 public:
-    /// Reads the tables if they were written since the last time.
+    /// Rebuilds the index if the tables have been written since the last call.
     /// @throws StoreError
     void bringUpToDate(Sesion &s);
 
-    /// Every word of the text must be found in the owner, the animal, its chip or, for a number,
-    /// in the digits of a telephone; a number of fewer than five digits is also an id. Letter case
-    /// and accents do not count. First what begins with the words, living animals before dead ones.
+    /// Finds what matches every word of the text, ignoring case and accents: in the owner's name,
+    /// the animal's name or its chip or, for a number, in a telephone; a number of fewer than five
+    /// digits also matches an id. Matches at the beginning of a word come first, and living animals
+    /// before dead ones.
+    /// @param count how many matches to return at most
+    /// @throws StoreError
     QuickAnswer find(Sesion &s, const QString &text, int count) const;
 
+    /// Memory used by the index.
     size_t bytes() const;
 
 private:
-    // Places in m_texto.
+    /// A range of m_text.
     struct Piece {
         quint32 from = 0;
         quint16 length = 0;
@@ -50,7 +54,7 @@ private:
         int idc = 0;
         Piece name;
         Piece telephones;  // digits, each number behind a blank
-        quint32 first = 0; // its animals in m_mascotas
+        quint32 first = 0; // its animals in m_patients: [first, end)
         quint32 end = 0;
     };
     struct Patient {
@@ -67,7 +71,7 @@ private:
 
     std::string m_text;
     std::vector<Client> m_clients;
-    std::vector<Patient> m_patients; // owner by owner
+    std::vector<Patient> m_patients; // grouped by owner
     qint64 m_version = -1;
 };
 

@@ -32,7 +32,7 @@ std::string joined(std::initializer_list<std::string_view> parts)
     return s;
 }
 
-// All lists under the columns of Entry.
+// Selects any list with the columns of Entry.
 std::string queryOf(List list, std::string_view rest)
 {
     const ListTable &t = tableOf(list);
@@ -53,7 +53,7 @@ std::optional<Entry> firstOne(Sesion &s, List list, std::string_view rest, const
     return r.EOF_() ? std::nullopt : std::optional(readEntry(r));
 }
 
-// What a found entry brings along; "" when that is nothing.
+// What an entry brings with it, such as its species; "" for nothing.
 QString whatItBrings(Sesion &s, List list, const Entry &e)
 {
     if (list == List::Region)
@@ -62,7 +62,7 @@ QString whatItBrings(Sesion &s, List list, const Entry &e)
     return parent ? parent->nom : QString();
 }
 
-// The text with each of these characters standing for itself.
+// The text with each of these wildcards escaped.
 QString literal(const QString &text, QStringView wildcards)
 {
     QString patron;
@@ -74,7 +74,7 @@ QString literal(const QString &text, QStringView wildcards)
     return patron;
 }
 
-// A hint is one line: more names than this say nothing.
+// A hint is a single line.
 constexpr qsizetype NamesInNotice = 12;
 
 } // namespace
@@ -200,7 +200,7 @@ int clients::addEntry(Sesion &s, List list, const Entry &entry)
 namespace
 {
 
-// Adds what is not there; a code that was typed is taken over.
+// Adds the entry if it is new; a known one takes over the code, if one was typed.
 int ensure(Sesion &s, List list, const Entry &typed)
 {
     if (typed.nom.isEmpty())

@@ -51,7 +51,7 @@ std::optional<Rejection> check(Sesion &s, const PatientRecord &f, bool validBirt
     return std::nullopt;
 }
 
-// Where a client lives, by the lists.
+// Ids of a client's region and sub-region.
 struct Places {
     int dep = 0;
     int loc = 0;
@@ -78,7 +78,7 @@ auto cutterOf(Sesion &s, std::string_view table)
     };
 }
 
-// Writes what the panel takes into a row that is there. @return false when it is gone
+// Updates the columns that the panel shows. @return false when the row no longer exists
 bool save(Sesion &s, const ClientRecord &f)
 {
     const Places p = placesOf(s, f);
@@ -91,7 +91,7 @@ bool save(Sesion &s, const ClientRecord &f)
         f.mark, f.obs, f.idc);
     if (rows == 0)
         return false;
-    // Letters failed for want of the postal code alone.
+    // Only the postal code was missing for letters to arrive.
     if (!f.codp2.trimmed().isEmpty())
         s.clientes->Execute("update clientes set faltadir = 0 where idc = ? and faltadir <> 0",
                             f.idc);
@@ -115,7 +115,8 @@ bool save(Sesion &s, const PatientRecord &f)
     return true;
 }
 
-// Intended: a change writes these three species only, for any other it leaves what was there.
+// On purpose: a change can only set these three species; any other name leaves the species as it
+// was.
 int knownSpecies(const QString &name)
 {
     const QString known[] = {u"Canino"_s, u"Felino"_s, u"Equino"_s};
@@ -125,14 +126,14 @@ int knownSpecies(const QString &name)
     return 0;
 }
 
-// The client that has a new one's telephone already.
+// An existing client with the telephone of a new one.
 struct Repeated {
     int idc = 0;
     QString ayn;
     QString tel2;
 };
 
-// The numbers of a box, by their digits: 555-0155 is 5550155.
+// The numbers in a box, reduced to their digits: 555-0155 becomes 5550155.
 QStringList numbersOf(const QString &telephones)
 {
     constexpr int Shortest = 3;

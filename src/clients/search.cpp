@@ -49,7 +49,7 @@ constexpr SearchCriterion Clients[] = {
     {.name = text::Name, .clause = "Clientes.Ayn LIKE ?"},
     {.name = text::Address, .clause = "Clientes.Dir LIKE ?"},
     {.name = text::SearchSubregion, .clause = "CLLocalidad.Nom LIKE ?", .shortcut = BySubregion},
-    // Intended: the table has no such column, and the user is shown the store's error.
+    // On purpose: the table has no such column, and the user sees the store's error.
     {.name = text::Region, .clause = "CLDepartamento.Nombre LIKE ?"},
     {.name = text::SearchPostCode, .clause = "Clientes.codp2 LIKE ?"},
     {.name = text::SearchAreaCode, .clause = "Clientes.Codt2 LIKE ?"},
@@ -75,8 +75,8 @@ constexpr int ClientsTitles[] = {
     text::Region,       text::SearchPostCode, text::SearchAreaCode,  text::QuickSearchTelephone,
     text::SearchMobile, text::Email,          text::SearchMarketing, text::Notes};
 
-// The cells of a row and where they come from. Patients are read from their own table, or from
-// that of their owners when only owners are asked for.
+// The cells of a row and their tables. Patients are read from their own table, or starting from
+// that of the owners when every criterion is about the owner.
 constexpr std::string_view PatientsCells =
     "Mascotas.idm, Mascotas.nom, Clientes.ayn, MLRazas.nom, MLEspecies.nom, MLPelajes.nom, "
     "Mascotas.car, Mascotas.Chip, Mascotas.ped, Mascotas.rep, Mascotas.dec, Clientes.dir, "
@@ -100,8 +100,8 @@ constexpr std::string_view FromClients =
 struct Filter {
     std::string clauses;
     std::vector<store::Value> values;
-    bool owners = true;    // every clause is about the owner
-    bool rejected = false; // a Yes/No was asked for with something else
+    bool owners = true;    // all clauses are about the owner
+    bool rejected = false; // a Yes/No criterion has a value other than 1 or 2
 };
 
 Filter filterOf(Search search, const Conditions &conditions)
@@ -132,11 +132,11 @@ Filter filterOf(Search search, const Conditions &conditions)
     return f;
 }
 
-// @param limit rows at most, 0 for all
+// @param limit maximum number of rows, 0 for all
 std::string queryOf(Search search, const Filter &filter, size_t limit)
 {
     std::string sql = "SELECT ";
-    if (limit > 0) // one more, to know that there is
+    if (limit > 0) // one extra row tells whether there are more
         sql += "TOP " + std::to_string(limit + 1) + ' ';
     if (search == Search::Clientes) {
         sql += ClientsCells;
@@ -152,7 +152,7 @@ std::string queryOf(Search search, const Filter &filter, size_t limit)
         if (filter.owners)
             sql += " AND Mascotas.idm IS NOT NULL";
     }
-    // Which rows are the first is only known when all have been read.
+    // Sorting would need all rows, so limited searches sort afterwards.
     if (limit == 0)
         sql += search == Search::Clientes ? " ORDER BY Clientes.Ayn"
                                           : " ORDER BY Mascotas.Nom, Clientes.Ayn";

@@ -1,4 +1,4 @@
-// The search for a patient or a client by any two of their data at once.
+// Searches for a patient or a client by any two criteria at once.
 #pragma once
 
 #include "store/session.h"
@@ -9,54 +9,56 @@
 namespace clients
 {
 
-/// What is looked for.
+/// What to search for.
 enum class Search { Patients, Clientes };
 
-/// One thing to search by.
+/// One criterion.
 struct SearchCriterion {
-    int name;                // its name in the string table
-    std::string_view clause; // "column LIKE ?"; of a Yes/No the column alone
+    int name;                // number of its text
+    std::string_view clause; // "column LIKE ?", or just the column for a Yes/No
     bool siNo = false;       // takes 1 for Yes and 2 for No
-    // Follows from the clause and can be looked up, so that the store need not read what cannot
-    // meet it; also with one '?'.
+    /// Condition implied by the clause that the store can look up, so that it need not read every
+    /// row. Also takes one '?'.
     std::string_view shortcut = {};
-    bool owner = false; // of a patient's owner, not of the patient
+    bool owner = false; // about a patient's owner rather than the patient
 };
+/// The criteria on offer.
 std::span<const SearchCriterion> criteriaOf(Search search);
 
-/// A criterion with the text to look for, in which `*` stands for anything; an empty text asks for
-/// nothing.
+/// A criterion and the text to find, in which `*` matches anything. An empty text is ignored.
 struct Condition {
-    int criterion = 0; // position in criteriaOf
+    int criterion = 0; // index into criteriaOf()
     QString text;
 };
 using Conditions = std::array<Condition, 2>;
 
-/// Titles of the cells of a row, by number; the first is the id.
+/// Text numbers of the titles of a row's cells, the first of which is the id.
 std::span<const int> titlesOf(Search search);
 
-/// What was found.
+/// The result of a search.
 struct Finding {
-    bool sought = false;                   // false: nothing was asked, or `impediment` says why not
-    QString impediment;                    // to be shown; the rows found before stay
+    bool sought = false;                   // false: nothing was asked, or see `impediment`
+    QString impediment;                    // message to show; rows found before stay
     std::vector<QList<store::Value>> rows; // cells in the order of titlesOf
-    bool more = false;                     // the limit left rows out
+    bool more = false;                     // rows beyond the limit were left out
 };
 
-/// Rows that meet all conditions, all of them by name.
-/// @throws StoreError, always for the clients' region: that criterion is kept as it is
+/// All rows that meet every condition, sorted by name.
+/// @throws StoreError. On purpose: searching clients by region always fails, since the criterion
+/// names a column that does not exist
 Finding find(Sesion &s, Search search, const Conditions &conditions);
 
-/// How many rows are read while the user still types.
+/// Rows read while the user is still typing.
 inline constexpr int RowsWhileTyping = 200;
-/// The same for so many rows at most; where there are more it is left open which ones, so that the
-/// store can stop early. A failure of the store is an `impediment` here: no box opens between two
-/// keys.
+/// The same for at most RowsWhileTyping rows; if more match, it is unspecified which are returned,
+/// so that the store can stop early. A store failure ends up in `impediment`, so that no dialog
+/// opens between two keys.
 Finding findWhileTyping(Sesion &s, Search search, const Conditions &conditions);
 
-/// Makes a client or patient found the one that the session works on: a patient with its owner, a
-/// client with its first patient by name unless one of its own is current.
-/// @return false when it is gone
+/// Makes a client or patient the current one of the session: a patient with its owner, a client
+/// with its first patient by name unless one of its own is already current.
+/// @return false when it no longer exists
+/// @throws StoreError
 bool takeFound(Sesion &s, Search search, int id);
 
 } // namespace clients

@@ -22,16 +22,16 @@ QString decimalText(const Sesion &s, const store::Value &v)
     return v.isNull() ? QString() : v.toMoneda().toText().replace(u'.', s.separatorDecimal);
 }
 
-/// A control and the column that it stands for.
+/// A control and the column it is bound to.
 struct Binding {
     Sesion &s;
     bind::Guard guard;
     std::string column;
     std::function<void(const store::Value &)> show;
-    std::shared_ptr<store::Value> last = std::make_shared<store::Value>(); // shown
+    std::shared_ptr<store::Value> last = std::make_shared<store::Value>(); // as shown
 
-    /// Without the guard, so that a row that cannot be read is told once by whoever ties the
-    /// controls, and not by each of them.
+    /// Not guarded, so that an unreadable row is reported once by whoever binds the controls,
+    /// rather than once per control.
     void showStored() const
     {
         if (s.configuracion.AbsolutePosition() < 0)
@@ -39,7 +39,7 @@ struct Binding {
         *last = s.configuracion[column];
         show(*last);
     }
-    /// What is stored is what is shown after, whether it was written or not.
+    /// Shows the stored value afterwards, whether the write succeeded or not.
     void write(const store::Value &value) const
     {
         const bool written = guard([&] {
@@ -51,7 +51,7 @@ struct Binding {
     }
 };
 
-/// Looks on and takes nothing away.
+/// Calls a task when its control is left; consumes no event.
 class Left : public QObject
 {
 public:
@@ -66,7 +66,7 @@ protected:
     {
         const bool left =
             event->type() == QEvent::FocusOut && isLeft(*static_cast<const QFocusEvent *>(event));
-        // A form that is being destroyed is no form any more and has no guard.
+        // A form under destruction is no longer a FormBase and has no guard.
         const bool hidden =
             event->type() == QEvent::Hide && qobject_cast<FormBase *>(m_control->window());
         if (left || hidden)
@@ -79,8 +79,8 @@ private:
     std::function<void()> m_task;
 };
 
-/// @param textOf the stored value as the box shows it
-/// @param valueOfText what to store; nullopt for a text that is no such value
+/// @param textOf the stored value as shown in the box
+/// @param valueOfText what to store, nullopt for invalid text
 void tieBox(Sesion &s, const bind::Guard &guard, QLineEdit *box, std::string_view column,
             const std::function<QString(const store::Value &)> &textOf,
             const std::function<std::optional<store::Value>(const QString &)> &valueOfText)
@@ -93,7 +93,7 @@ void tieBox(Sesion &s, const bind::Guard &guard, QLineEdit *box, std::string_vie
     const auto commit = [box, tie, shown, valueOfText] {
         if (box->text() == *shown)
             return;
-        *shown = box->text(); // a message over the form leaves the box once more
+        *shown = box->text(); // a message from write() makes the box lose the focus again
         if (const auto value = valueOfText(box->text()))
             tie.write(*value);
         else
@@ -134,7 +134,7 @@ int OptionsGroup::Value() const
 void OptionsGroup::setValue(int value)
 {
     const QSignalBlocker silent(m_group);
-    m_group->setExclusive(false); // else none could be chosen
+    m_group->setExclusive(false); // an exclusive group cannot be unchecked
     for (QAbstractButton *option : m_group->buttons())
         option->setChecked(option->property(ValueOf).toInt() == value);
     m_group->setExclusive(true);

@@ -10,10 +10,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int MostDigits = 9;     // what fits an int whatever the digits are
-constexpr int LongestNumber = 21; // of an amount, with sign and mark
+constexpr int MostDigits = 9;     // as many as always fit an int
+constexpr int LongestNumber = 21; // an amount with sign and decimal mark
 
-/// Takes out of a text whatever cannot be part of the value, also when it is pasted or dropped.
+/// Removes whatever cannot be part of the value, even if pasted or dropped.
 class Filter : public QValidator
 {
 public:
@@ -44,8 +44,8 @@ QString digitsOnly(const QString &text, qsizetype most)
     return digits;
 }
 
-/// Digits, a minus in front and one decimal mark: the last mark, unless it comes several times and
-/// so parts thousands.
+/// Keeps digits, a leading minus and one decimal mark: the last mark, unless it occurs more than
+/// once and therefore separates thousands.
 QString numberOnly(const QString &text, QChar separator)
 {
     qsizetype last = text.size() - 1;
@@ -62,7 +62,7 @@ QString numberOnly(const QString &text, QChar separator)
     return number;
 }
 
-/// A printable key, which must be part of the value; all others are the box's business.
+/// The character of a printable key, which must be part of the value; null for all other keys.
 QChar typed(const QKeyEvent &key)
 {
     const bool command =
@@ -71,7 +71,7 @@ QChar typed(const QKeyEvent &key)
     return !command && text.size() == 1 && text.front().isPrint() ? text.front() : QChar();
 }
 
-/// The parts of a masked text; nullopt for one that is no plain number.
+/// The parts of a masked text; nullopt for a part that is no number.
 std::vector<std::optional<int>> parts(const QString &text, QChar mark)
 {
     std::vector<std::optional<int>> numbers;
@@ -93,7 +93,7 @@ bool ui::isLeft(const QFocusEvent &event)
 WholeNumberBox::WholeNumberBox(int digits, QWidget *parent)
     : QLineEdit(parent), m_digits(std::clamp(digits, 1, MostDigits))
 {
-    // No greatest length: it would cut a pasted text before its digits are picked out.
+    // No maximum length: it would cut pasted text before the digits are picked out.
     setInputMethodHints(Qt::ImhDigitsOnly);
     setValidator(
         new Filter([most = m_digits](const QString &t) { return digitsOnly(t, most); }, this));
@@ -155,7 +155,7 @@ HourBox::HourBox(QWidget *parent) : QLineEdit(parent) { setInputMask(u"00:00;_"_
 QTime HourBox::hourOf() const
 {
     const auto n = parts(text(), u':');
-    // 9:5 may be five or fifty minutes past nine.
+    // 9:5 could mean five or fifty minutes past nine.
     if (n.size() != 2 || !n[0] || !n[1] || text().section(u':', 1).size() != 2)
         return {};
     return {*n[0], *n[1]};
@@ -172,12 +172,12 @@ void HourBox::focusInEvent(QFocusEvent *event)
 
 void HourBox::focusOutEvent(QFocusEvent *event)
 {
-    // What is half typed waits for the user to come back; nobody is told of it yet.
+    // Half-typed input waits for the user to come back; editingFinished is not emitted yet.
     const bool left = isLeft(*event);
     const QSignalBlocker silent(left ? nullptr : this);
     QLineEdit::focusOutEvent(event);
-    // Behind editingFinished: whoever stores the box sees that this was no time, and not a box that
-    // the user has emptied.
+    // Only after editingFinished, so that a listener sees an invalid time and not a box that the
+    // user has emptied.
     if (left && !hourOf().isValid())
         clear();
 }

@@ -1,4 +1,4 @@
-// Boxes that take one kind of value and drop every key that cannot be part of it.
+// Input boxes for one kind of value, which ignore every key that cannot be part of it.
 #pragma once
 
 #include "store/session.h"
@@ -9,20 +9,20 @@
 namespace ui
 {
 
-/// Whether a box that loses the focus is left: another window or a menu over the form is not
-/// leaving it.
+/// Whether a focus-out event means that the user has left the box. Switching to another window or
+/// opening a menu does not count.
 bool isLeft(const QFocusEvent &event);
 
-/// Whole digits.
+/// A box for non-negative whole numbers.
 class WholeNumberBox : public QLineEdit
 {
     Q_OBJECT
 public:
-    /// @param digits most that can be typed, up to 9
+    /// @param digits how many digits can be typed, 1 to 9
     explicit WholeNumberBox(int digits, QWidget *parent = nullptr);
-    /// nullopt while the box is empty.
+    /// The number typed, nullopt while the box is empty.
     std::optional<int> whole() const;
-    /// A negative number empties the box.
+    /// Shows a number; nullopt or a negative number empties the box.
     void setWholeNumber(std::optional<int> n);
 
 protected:
@@ -32,14 +32,17 @@ private:
     int m_digits;
 };
 
-/// A number with decimals; point and comma both type the decimal mark of the session. A minus
-/// cannot be typed; a negative number is shown as it is.
+/// A box for numbers with decimals. Both point and comma type the session's decimal mark. A minus
+/// cannot be typed, but a negative number set by the program is shown.
 class NumberBox : public QLineEdit
 {
     Q_OBJECT
 public:
+    /// Takes the decimal mark from the session.
     explicit NumberBox(const Sesion &s, QWidget *parent = nullptr);
+    /// The number typed, nullopt when the text is no number.
     std::optional<Moneda> numberOf() const;
+    /// Shows a number; nullopt empties the box.
     void setNumber(std::optional<Moneda> n);
 
 protected:
@@ -49,14 +52,17 @@ private:
     QChar m_separator;
 };
 
-/// A time of day over the mask "__:__". Anything else becomes empty on leaving, after
-/// editingFinished has told it.
+/// A box for a time of day, with the mask "__:__". Anything that is no time is cleared when the
+/// focus leaves the box, after editingFinished has been emitted.
 class HourBox : public QLineEdit
 {
     Q_OBJECT
 public:
+    /// Starts out empty.
     explicit HourBox(QWidget *parent = nullptr);
-    QTime hourOf() const; // invalid when empty
+    /// The time typed, invalid when the box is empty or holds no complete time.
+    QTime hourOf() const;
+    /// Shows a time as HH:mm; an invalid one empties the box.
     void setHour(QTime hour);
 
 protected:

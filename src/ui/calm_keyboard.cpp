@@ -28,7 +28,7 @@ KeyboardInCalm::KeyboardInCalm(std::function<qint64()> milliseconds)
       m_pause(WindowDialogs::setPause(0))
 {
     if (m_written && !m_written->testAttribute(Qt::WA_InputMethodEnabled))
-        m_written = nullptr; // nothing is typed there
+        m_written = nullptr; // not a text box
     qApp->installEventFilter(this);
 }
 
@@ -49,18 +49,18 @@ bool KeyboardInCalm::eventFilter(QObject *, QEvent *event)
         return false;
     }
     m_lastKey = m_clock();
-    // Accepted, it is no shortcut, and comes again as the press of a key.
+    // Accepting it keeps it from being a shortcut; it comes again as a key press.
     event->accept();
     if (type == QEvent::KeyPress)
         goOnTyping(*static_cast<QKeyEvent *>(event));
     return true;
 }
 
-/// Letters alone: ENTER and the like would act behind the box.
+/// Letters only: ENTER and the like would act on the form behind the message.
 void KeyboardInCalm::goOnTyping(const QKeyEvent &key)
 {
     const auto held = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
-    const bool command = held == Qt::ControlModifier || held == Qt::AltModifier; // both are AltGr
+    const bool command = held == Qt::ControlModifier || held == Qt::AltModifier; // both: AltGr
     const bool letter = !command && !key.text().isEmpty() && key.text().at(0).isPrint();
     if (!m_written || !(letter || key.key() == Qt::Key_Backspace))
         return;

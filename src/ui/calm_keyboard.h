@@ -1,4 +1,4 @@
-// A box that comes up by itself must not be answered by somebody who is typing.
+// Keeps a message that pops up by itself from being answered by someone who is typing.
 #pragma once
 
 #include <QObject>
@@ -14,15 +14,17 @@ namespace ui
 /// Since some moment in the past; never goes back.
 qint64 steadyMilliseconds();
 
-/// As long as it lives, keys reach nobody until a second has gone by without one: the box that has
-/// come up meanwhile is there to be read first. What is typed goes on into the box of text that
-/// has the focus now. The mouse works at once.
+/// While it lives, keys are held back from the message on screen until a second has passed without
+/// one, so that the message is read first. What is typed meanwhile goes on into the text box that
+/// had the focus. The mouse works at once.
 class KeyboardInCalm : public QObject
 {
     Q_OBJECT
 public:
+    /// Remembers the text box that has the focus and starts filtering keys.
     /// @param milliseconds the clock that the second is measured by
     explicit KeyboardInCalm(std::function<qint64()> milliseconds = steadyMilliseconds);
+    /// Stops filtering and restores the pause of the dialogs.
     ~KeyboardInCalm() override;
 
 protected:
@@ -31,12 +33,12 @@ protected:
 private:
     void goOnTyping(const QKeyEvent &key);
 
-    QPointer<QWidget> m_written; // where somebody may be typing
+    QPointer<QWidget> m_written; // text box that had the focus
     std::function<qint64()> m_clock;
     qint64 m_lastKey;
-    int m_pause; // of boxes, which is not needed beside this one
+    int m_pause; // of the dialogs, which is switched off meanwhile
     bool m_calm = false;
-    const QEvent *m_own = nullptr; // a key on its way there
+    const QEvent *m_own = nullptr; // key being passed on to m_written
 };
 
 } // namespace ui

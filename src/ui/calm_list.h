@@ -1,4 +1,4 @@
-// A list that the wheel does not change by chance.
+// A drop-down list that the mouse wheel cannot change by accident.
 #pragma once
 
 #include <QComboBox>
@@ -7,11 +7,12 @@
 namespace ui
 {
 
-/// The wheel scrolls the form below it and chooses in the open list alone: over a closed one it
-/// would write what nobody meant.
+/// The wheel scrolls the form, and chooses only while the list is open: over a closed list it would
+/// change a value nobody meant to change.
 class CalmList : public QComboBox
 {
 public:
+    /// Takes the focus by click and TAB, not by the wheel.
     explicit CalmList(QWidget *parent = nullptr) : QComboBox(parent)
     {
         setFocusPolicy(Qt::StrongFocus);

@@ -53,7 +53,7 @@ void ListWithCompleted::SeleccionarItem(int id)
     setCurrentIndex(index);
     if (index < 0)
         clearEditText();
-    lineEdit()->home(false); // a long name shows how it begins
+    lineEdit()->home(false); // show the beginning of a long name
 }
 
 int ListWithCompleted::Id() const
@@ -61,7 +61,7 @@ int ListWithCompleted::Id() const
     const QString text = currentText().trimmed();
     if (text.isEmpty())
         return 0;
-    // Two entries may bear the same name: the one that was shown last goes first.
+    // Two entries may have the same name; the current one wins.
     if (itemText(currentIndex()).compare(text, Qt::CaseInsensitive) == 0)
         return currentData().toInt();
     return itemData(findText(text, Qt::MatchFixedString)).toInt();
@@ -82,7 +82,7 @@ void ListWithCompleted::propose(int id, const QString &name)
 
 bool ListWithCompleted::eventFilter(QObject *watched, QEvent *event)
 {
-    // Keys reach the list itself; one that is sent to its box takes the same way.
+    // Keys go to the list; those sent straight to its line edit are rerouted.
     if (watched == lineEdit() && event->type() == QEvent::KeyPress) {
         keyPressEvent(static_cast<QKeyEvent *>(event));
         return true;
@@ -96,11 +96,11 @@ void ListWithCompleted::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Escape:
-        event->ignore(); // the form's
+        event->ignore(); // left to the form
         return;
     case Qt::Key_Left:
     case Qt::Key_Right:
-        // What is proposed stays proposed; a key meant to move would give it up unseen.
+        // Keep the proposal: a cursor key would accept only part of it unnoticed.
         if (lineEdit()->hasSelectedText() && event->modifiers() == Qt::NoModifier) {
             event->accept();
             return;

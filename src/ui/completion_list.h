@@ -1,4 +1,4 @@
-// A list that can be typed in and completes what is typed.
+// An editable drop-down list that completes what is typed.
 #pragma once
 
 #include "store/dialogs.h"
@@ -7,28 +7,33 @@
 namespace ui
 {
 
-/// The list itself does not know what completes a text: it tells each typed text, and whoever
-/// knows gives back the best entry, whose untyped part stays selected so that the next key
-/// replaces it. A key that moves or erases tells nothing and leaves the text as it is.
+/// The list does not search by itself: it emits each typed text, and the owner answers with the
+/// best entry, whose remaining letters are selected so that the next key replaces them. Keys that
+/// move the cursor or erase emit nothing and leave the text alone.
 class ListWithCompleted : public CalmList
 {
     Q_OBJECT
 public:
+    /// Starts out empty; see load().
     explicit ListWithCompleted(QWidget *parent = nullptr);
 
-    /// Fills the list; `value` of an option is its id. The text stays.
+    /// Fills the list, keeping the text in the box. An option's `value` is the entry's id.
     void load(const QList<store::Option> &options);
-    /// Shows the entry with that id, or empties the box when there is none.
+    /// Shows the entry with that id; empties the box when there is none.
     void SeleccionarItem(int id);
-    /// Id of the entry whose name is the text shown, letter case aside; 0 when it is a new one.
+    /// The id of the entry whose name is the text shown, ignoring case; 0 when the text is new or
+    /// empty.
     int Id() const;
-    /// Completes what was typed with this name, in the capitals of the list.
+    /// Completes the typed text with this name, in the list's own spelling. Does nothing if the
+    /// name does not begin with the text.
     void propose(int id, const QString &name);
 
 Q_SIGNALS:
+    /// The user typed; @p text is what the box holds now.
     void typed(const QString &text);
+    /// The user emptied the box.
     void emptied();
-    /// Walked to or picked by the user: UP, DOWN or the mouse.
+    /// The user picked an entry with UP, DOWN or the mouse.
     void chosen(int id);
 
 protected:
@@ -36,7 +41,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    bool m_deletes = false; // the key at work erases
+    bool m_deletes = false; // the current key erases
 };
 
 } // namespace ui

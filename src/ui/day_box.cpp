@@ -54,7 +54,7 @@ DayBox::DayBox(Sesion &s, store::Lean lean, Need need, QWidget *parent)
     setAccessibleDescription(form);
     m_calendarAction->setToolTip(s(text::PickFromCalendar));
     connect(m_calendarAction, &QAction::triggered, this, &DayBox::openCalendar);
-    // Also what a draft brings back.
+    // textChanged, to catch text restored from a draft too.
     connect(this, &QLineEdit::textChanged, this, [this](const QString &text) {
         m_edited = text != (m_day.isValid() ? store::dayText(m_day) : QString());
     });
@@ -115,7 +115,7 @@ bool DayBox::commit()
         setDay(isEmpty() ? QDate() : typed());
         return true;
     }
-    if (isEmpty()) { // one is needed: the last one
+    if (isEmpty()) { // a date is required: back to the previous one
         setDay(m_day);
         return m_day.isValid();
     }
@@ -159,7 +159,7 @@ void DayBox::openCalendar()
 
 bool DayBox::event(QEvent *event)
 {
-    // ESC is the form's, unless there is something to be taken back here.
+    // ESC belongs to the form unless there is something to undo here.
     if (event->type() == QEvent::ShortcutOverride && m_edited
         && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
         event->accept();
@@ -185,7 +185,7 @@ void DayBox::keyPressEvent(QKeyEvent *event)
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        // The form moves on from a day alone.
+        // The form moves on only from a valid date.
         if (commit())
             break;
         return;
@@ -214,7 +214,7 @@ void DayBox::paintEvent(QPaintEvent *event)
     const QDate d = day();
     if (!d.isValid())
         return;
-    // Behind the text, where there is room for it.
+    // After the text, if there is room.
     const QString name = QLocale().dayName(d.dayOfWeek(), QLocale::ShortFormat);
     const QFontMetrics font = fontMetrics();
     const int iconRoom = height();

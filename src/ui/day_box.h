@@ -1,4 +1,4 @@
-// The box for a day, the one for the whole program.
+// The date box used throughout the program.
 #pragma once
 
 #include "store/session.h"
@@ -12,9 +12,9 @@ class QCalendarWidget;
 namespace ui
 {
 
-/// A day that is typed as people do (see store::readDay), walked by UP and DOWN, or picked from a
-/// calendar (ALT+DOWN, F4). The weekday stands behind it. What is no day, or none that the box
-/// takes, stays as it was typed and is told beside the box; ESC brings back the day before.
+/// A date typed freely (see store::readDay), stepped with UP and DOWN, or picked from a calendar
+/// (ALT+DOWN, F4). The weekday is shown behind it. Text that is no date, or a date out of range,
+/// stays as typed and is reported beside the box; ESC restores the previous date.
 class DayBox : public QLineEdit
 {
     Q_OBJECT
@@ -22,23 +22,30 @@ class DayBox : public QLineEdit
 public:
     enum class Need { Required, Optional };
 
+    /// @param lean which way a date typed without a year is resolved
+    /// @param need whether the box may stay empty
     DayBox(Sesion &s, store::Lean lean, Need need, QWidget *parent = nullptr);
 
-    /// The day shown; while something else is being typed, that one if it is a day. Invalid when
-    /// the box is empty or holds none.
+    /// The date shown or, while the user is typing, the date typed so far. Invalid when the box is
+    /// empty or its text is no acceptable date.
     QDate day() const;
+    /// Shows a date; an invalid one empties the box. Emits dayChanged() if the date is a new one.
     void setDay(QDate day);
+    /// Whether the box holds nothing but blanks.
     bool isEmpty() const;
-    /// A day that the box takes, or nothing where nothing is needed.
+    /// Whether the box holds an acceptable date, or is empty and may be.
     bool isAcceptable() const;
-    /// Days out of this range are refused. @param first, last invalid for no limit
+    /// Limits the dates accepted, both ends included.
+    /// @param first, last an invalid date means no limit
     void setRange(QDate first, QDate last);
 
-    /// Takes what is typed; what cannot be taken is told. @return whether it could
+    /// Takes over what was typed, or reports beside the box why it cannot. An empty box that needs
+    /// a date goes back to the previous one.
+    /// @return whether the box holds an acceptable value now
     bool commit();
 
 Q_SIGNALS:
-    /// A day was entered, once it is whole.
+    /// The date has changed; not emitted while the user is still typing it.
     void dayChanged(QDate day);
 
 protected:
@@ -62,7 +69,7 @@ private:
     QAction *m_calendarAction;
 };
 
-/// The month as calm as the rest: no red, no arrows of another style.
+/// Dresses a calendar in the program's style: no red weekends, plain arrows.
 void dressCalendar(QCalendarWidget *month);
 
 } // namespace ui

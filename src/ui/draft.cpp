@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 Draft::Draft(const Sesion &s, const QString &form)
 {
-    // Without a program folder nothing is kept: an unnamed file is never written.
+    // Without a program folder there is no file to write to.
     if (s.programFolder.isEmpty())
         return;
     const QByteArray folder =
@@ -29,7 +29,7 @@ void Draft::save(const QVariantMap &fields) const
         || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
         return;
     file.write(QJsonDocument(QJsonObject::fromVariantMap(fields)).toJson());
-    if (file.flush()) // the commit does not look at what is still to be written
+    if (file.flush()) // commit() does not check whether the buffered data can be written
         file.commit();
 }
 

@@ -1,4 +1,4 @@
-// What was typed and not saved, kept until it is: it survives a crash.
+// Unsaved input, kept so that it survives a crash.
 #pragma once
 
 #include "store/session.h"
@@ -9,20 +9,23 @@ namespace ui
 {
 
 /// The draft of one form, kept beside the machine's settings in a file that only this user can
-/// read. Tied to the data folder: one clinic's draft is never offered in another.
-/// A draft that cannot be written is passed over in silence.
+/// read. Each data folder has its own drafts. A draft that cannot be written is silently skipped.
 class Draft
 {
 public:
+    /// Nothing is kept when the session has no program folder.
+    /// @param form name of the form, part of the file's name
     Draft(const Sesion &s, const QString &form);
-    /// Writes to the disk: call it when typing pauses. @param fields texts, numbers, yes or no
+    /// Writes the draft to the disk; call it when typing pauses.
+    /// @param fields texts, numbers and booleans by field name
     void save(const QVariantMap &fields) const;
-    /// Empty when there is none.
+    /// The fields saved last; empty when there is no draft.
     QVariantMap read() const;
+    /// Deletes the draft, if there is one.
     void clear() const;
 
 private:
-    QString m_file; // empty where nothing is kept
+    QString m_file; // empty when nothing is kept
 };
 
 } // namespace ui

@@ -24,7 +24,7 @@ constexpr const char *Fault = "falla";
 constexpr int NoteMs = 6000;
 const QString NoteName = u"lblNotaDelCampo"_s;
 
-/// Stands until the next key, lest it hides what is typed below.
+/// Disappears on the next key, so as not to cover what is typed below.
 class Note : public QLabel
 {
 public:
@@ -86,7 +86,7 @@ void show(QWidget *box, const QString &why)
     QAccessible::updateAccessibility(&told);
 }
 
-// Once for each box: any change of it is an answer.
+// Installed once per box; any change of its text counts as a correction.
 void clearOnChange(QWidget *box)
 {
     if (box->property("refusalWatched").toBool())

@@ -1,4 +1,4 @@
-// What a box refuses, told beside it while the typing goes on.
+// Tells why a box refuses its input, beside the box and without interrupting the typing.
 #pragma once
 
 #include <QString>
@@ -8,10 +8,10 @@ class QWidget;
 namespace ui
 {
 
-/// Frames the box in red and tells why, on the help line of its window or, where there is none, in
-/// a note below the box. Takes neither the focus nor a key; the next change of the box clears it.
+/// Frames the box in red and gives the reason, on the window's help line or, where there is none,
+/// in a note below the box. Takes neither focus nor keys; the next change of the box clears it.
 void refuse(QWidget *box, const QString &why);
-/// Takes frame and note away.
+/// Removes the frame and the note.
 void clearRefusal(QWidget *box);
 
 } // namespace ui

@@ -44,7 +44,7 @@ bool hasSeveralLines(const QObject *box)
     return qobject_cast<const QTextEdit *>(box) || qobject_cast<const QPlainTextEdit *>(box);
 }
 
-/// The line in which a box is typed; nullptr where it has none.
+/// The line edit of a box; nullptr if it has none.
 QLineEdit *lineOf(QWidget *box)
 {
     if (auto *list = qobject_cast<QComboBox *>(box))
@@ -52,7 +52,7 @@ QLineEdit *lineOf(QWidget *box)
     return qobject_cast<QLineEdit *>(box);
 }
 
-/// Apostrophes that were pasted; the undo list stays whole.
+/// Replaces pasted apostrophes in a way that keeps the undo stack.
 void replaceApostrophes(QTextDocument *document)
 {
     for (QTextCursor c = document->find(u"'"_s); !c.isNull(); c = document->find(u"'"_s, c))
@@ -61,7 +61,7 @@ void replaceApostrophes(QTextDocument *document)
 
 void tellFailure(Sesion &s, int number, const QString &description, const QString &source)
 {
-    // A log that cannot be written must not hide what happened.
+    // A log that cannot be written must not hide the original failure.
     try {
         RegistrarError(s, number, description, source);
     } catch (const std::exception &) {
@@ -96,8 +96,8 @@ bool FormBase::guarded(const std::function<void()> &task)
     } catch (const store::StoreError &e) {
         if (e.number == store::ErrorNumber::DatabaseDamaged)
             store::noteDamage(m_s);
-        // The user can act on a full or protected disk, and the log lies on that same disk. That
-        // another terminal was faster is no fault.
+        // Not logged: a full or protected disk is for the user to fix, and the log is on the same
+        // disk; and it is no fault that another terminal was faster.
         if (e.isMediumFailure() || e.number == store::ErrorNumber::Conflict)
             m_s.dialogos.Mensaje(store::errorText(m_s, e));
         else
@@ -109,7 +109,7 @@ bool FormBase::guarded(const std::function<void()> &task)
     } catch (...) {
         tellFailure(m_s, store::ErrorNumber::Internals, u"Unknown failure"_s, objectName());
     }
-    // Where closing the message activates the form again, it must not come up for ever.
+    // If closing the message activates the form again, the failure must not repeat forever.
     m_passOver = m_activating;
     return false;
 }
@@ -169,7 +169,7 @@ void FormBase::refuseApostropheIn(const QList<QWidget *> &boxes)
                 line->setCursorPosition(cursor);
             });
         }
-        // What the program itself puts there, with the focus elsewhere, stays as it is.
+        // Text that the program itself sets, while the focus is elsewhere, stays as it is.
         if (auto *page = qobject_cast<QPlainTextEdit *>(box))
             connect(page, &QPlainTextEdit::textChanged, page, [page] {
                 if (page->hasFocus())
@@ -207,7 +207,7 @@ bool FormBase::eventFilter(QObject *watched, QEvent *event)
     const auto &key = *static_cast<QKeyEvent *>(event);
 
     if (key.text() == u"'" && watched->property(NoApostrophe).toBool()) {
-        // As FiltrarApostrofe has it, but beside the box: what is typed behind it is not lost.
+        // Like FiltrarApostrofe, but beside the box, so that what is typed next is not lost.
         refuse(qobject_cast<QWidget *>(watched), m_s(text::ApostropheRefused));
         return true;
     }
@@ -223,7 +223,7 @@ bool FormBase::eventFilter(QObject *watched, QEvent *event)
 
 void FormBase::moveOn(QObject *from)
 {
-    // What is no day is told beside the box, which keeps the focus.
+    // An invalid date is reported beside the box, which keeps the focus.
     if (auto *day = qobject_cast<DayBox *>(from); day && !day->commit())
         return;
     QWidget *next = m_nextBox.value(from);
@@ -238,7 +238,7 @@ void FormBase::moveOn(QObject *from)
 
 void FormBase::keyPressEvent(QKeyEvent *event)
 {
-    // Not QDialog's way, where ENTER in any box would press some button.
+    // Unlike QDialog, where ENTER in any box would press the default button.
     if (isEnter(*event)) {
         if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()))
             button->click();

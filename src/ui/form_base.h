@@ -1,4 +1,4 @@
-// What every form stands on: its given name, a guard, keys and a memory for its size.
+// The base of every form: its name, error handling, keys and remembered size.
 #pragma once
 
 #include "store/session.h"
@@ -16,25 +16,27 @@ class QPushButton;
 namespace ui
 {
 
-/// A caption as it is said, or shown where its letter cannot be pressed: without the letter's mark
-/// and the dots of what asks for more.
+/// A caption as a screen reader should say it: without the '&' of its shortcut letter and without
+/// trailing dots.
 QString spoken(QString caption);
 
-/// Base of all forms. ESC closes; ENTER walks the boxes given to enterChain and clicks the button
-/// that has the focus. A form leaves by reject() whichever way it is closed, so that is the one
-/// place to override for a question or for what must be done at the end.
+/// Base of all forms. ESC closes; ENTER walks the boxes given to enterChain() and clicks the
+/// focused button. However a form is closed, reject() is called, so override that to ask a question
+/// or to clean up.
 class FormBase : public QDialog
 {
     Q_OBJECT
 public:
+    /// @param name object name, also the key of the form's remembered settings
     FormBase(Sesion &s, const QString &name, QWidget *parent = nullptr);
 
-    /// Called by the registry each time the form is about to be shown: with what, if anything.
+    /// Called by the registry each time before the form is shown.
+    /// @param parameters what the caller passed to FormRegistry::open; often empty
     virtual void opened(const QVariantMap &parameters);
 
-    /// Runs what can fail. Here every failure of a form ends and is told: nothing is thrown into
-    /// the event loop, and what the user typed stays on the form.
-    /// @return false when it failed; the user has been told
+    /// Runs a task that may throw. All failures of a form end here and are reported: nothing
+    /// escapes into the event loop, and what the user typed stays on the form.
+    /// @return false when the task threw; the user has been told
     bool guarded(const std::function<void()> &task);
 
     /// The user has come back to the form: it stands in front, in the active window.
@@ -43,29 +45,31 @@ public:
     virtual bool mayLeave() { return true; }
 
 protected:
-    /// Called, guarded, each time the form becomes the active window: it was opened, or the user
-    /// comes back to it. After a failure the next time is passed over.
+    /// Called inside guarded() each time the form becomes the active window. After a failure the
+    /// next activation is skipped, so that closing the message does not repeat it.
     virtual void activated();
 
-    /// ENTER moves from each of these to the next that can be used; boxes arrive selected. In a
-    /// box of several lines ENTER is a new line, and CTRL+ENTER or TAB move on.
+    /// Makes ENTER move from each box to the next one that is enabled and visible, selecting its
+    /// text. In a box of several lines ENTER starts a new line, and CTRL+ENTER or TAB move on.
     void enterChain(const QList<QWidget *> &boxes);
 
-    /// A button under a text of the table, which ENTER clicks only while it has the focus.
-    /// @param picture its name, "" for none
-    /// @param key told in the tooltip
+    /// Makes a button that ENTER clicks only while it has the focus.
+    /// @param caption number of its text
+    /// @param picture name of its icon, "" for none
+    /// @param key key combination to mention in the tool tip, "" for none
     QPushButton *button(const QString &name, int caption, const QString &picture = {},
                         const QString &key = {});
 
-    /// Keeps the apostrophe out of these boxes: typed, it is refused with a message; pasted, it
+    /// Keeps apostrophes out of these boxes: a typed one is refused with a note, a pasted one
     /// becomes a blank.
     void refuseApostrophe(const QList<QLineEdit *> &boxes);
-    /// The same for boxes of any kind: lines, lists that can be typed in, several lines.
+    /// The same for other kinds of boxes: editable lists and boxes of several lines.
     void refuseApostropheIn(const QList<QWidget *> &boxes);
 
-    /// Opens with the size of last time, or with @p first; keeps it when the form is hidden.
+    /// Restores the size of last time, or takes @p first (pixels); saves it when the form is
+    /// hidden.
     void rememberSize(QSize first);
-    /// The same for the widths and the order of a table's columns.
+    /// Likewise for the widths and order of a table's columns.
     void rememberColumns(QHeaderView *header);
 
     bool event(QEvent *event) override;
@@ -83,7 +87,7 @@ private:
     QList<QPointer<QHeaderView>> m_headers;
     bool m_remembersSize = false;
     bool m_activating = false;
-    bool m_passOver = false; // the next activation
+    bool m_passOver = false; // skip the next activation
 };
 
 } // namespace ui
@@ -91,6 +95,8 @@ private:
 /// Gives a control its given name and what a screen reader says for it, which may be a caption.
 /// @return the control
 template <typename W>
+/// Sets a control's object name and its accessible name, for which a caption will do.
+/// @return the control
 W *named(W *control, const QString &name, const QString &accessible)
 {
     control->setObjectName(name);

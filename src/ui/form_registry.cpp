@@ -9,7 +9,7 @@ using namespace ui;
 namespace
 {
 
-/// The busy cursor while a screen is built, however that ends.
+/// Shows the busy cursor while a form is being built, even if that throws.
 struct BusyCursor {
     BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
     ~BusyCursor() { QApplication::restoreOverrideCursor(); }
@@ -21,8 +21,8 @@ struct BusyCursor {
 
 FormRegistry::~FormRegistry()
 {
-    // Hidden first: a window that goes away while it shows moves the focus, and its own slots would
-    // hear of that when half of it is gone.
+    // Hide first: destroying a visible window moves the focus, and its slots would run on a
+    // half-destroyed object.
     for (const auto &form : std::as_const(m_loaded))
         if (form) {
             form->hide();

@@ -1,4 +1,4 @@
-// Forms by name: how one subsystem opens another's screen without knowing its class.
+// Forms by name, so that one subsystem can open another's form without knowing its class.
 #pragma once
 
 #include <QHash>
@@ -12,28 +12,31 @@ namespace ui
 
 class FormBase;
 
-/// The forms that this build of the program has. Owned by the program's entry, passed by reference.
+/// The forms of this build. Owned by main() and passed by reference.
 class FormRegistry
 {
 public:
+    /// Builds a form, which the registry then owns.
     using Maker = std::function<FormBase *()>;
 
-    /// Forms that are still loaded go with the registry.
+    /// Destroys the forms that are still loaded.
     ~FormRegistry();
 
     /// Where forms that are no dialogs are shown; in windows of their own without it.
     using Host = std::function<void(FormBase &)>;
     void setHost(const Host &host) { m_host = host; }
 
+    /// Registers a form under a name; a second registration replaces the first.
     void enrol(const QString &name, const Maker &maker);
+    /// Whether a form is registered under that name.
     bool exists(const QString &name) const;
 
-    /// Builds the form hidden, or finds it built. There is one of each name at most.
+    /// Returns the form of that name, building it hidden the first time. There is at most one of
+    /// each.
     /// @return nullptr when the name is not registered
     FormBase *load(const QString &name);
 
-    /// Shows the form, as a page of the host where there is one, and brings it to the front; one
-    /// that is modal is waited for.
+    /// Shows the form and brings it to the front; returns from a modal form only once it is closed.
     /// @return false when the name is not registered
     bool open(const QString &name, const QVariantMap &parameters = {});
 

@@ -28,8 +28,8 @@ const store::Value &cell(const GridRow &row, int column)
     return column < row.cells.size() ? row.cells[column] : none;
 }
 
-/// A key whose plain order is the order of jet::Comparar: the letters without accents and, for a
-/// text that has some, the letters with them behind a mark that sorts before all letters.
+/// A key whose byte order is the order of jet::Comparar: the letters without accents, followed for
+/// an accented text by a mark that sorts before all letters and the original letters.
 std::string orderKey(const QString &text)
 {
     const std::string utf8 = text.toStdString();
@@ -42,7 +42,7 @@ std::string orderKey(const QString &text)
     return key;
 }
 
-/// Value by which a cell of any class but Texto is sorted; empty cells before all others.
+/// The sort value of a cell that is no text; empty cells come first.
 double orderNumber(const store::Value &v, Kind kind)
 {
     constexpr double first = -std::numeric_limits<double>::infinity();
@@ -64,7 +64,7 @@ double orderNumber(const store::Value &v, Kind kind)
     }
 }
 
-/// With the decimals that the number has, four at most.
+/// With as many decimals as the number has, four at most.
 QString numberText(const store::Value &v)
 {
     const QString plain = v.toMoneda().toText();
@@ -86,14 +86,14 @@ int idColumnOf(const QList<GridColumn> &columns)
 
 } // namespace
 
-// The rows stay where they were put; `order` says which of them stands where on screen, so that a
-// sort moves numbers and leaves its keys valid.
+// Rows stay where they were added; `order` maps places on screen to them, so that sorting moves
+// only indexes and the sort keys remain valid.
 struct GridModel::Internals {
     QString si, no;
     QList<GridColumn> columns;
     std::vector<GridRow> rows;
     std::vector<int> order;
-    /// Of each column of texts, one for each of `rows`; empty until it is sorted by.
+    /// For each text column one key per entry of `rows`; empty until it is first sorted by.
     std::vector<std::vector<std::string>> orderKeys;
     int orderColumn = -1;
     int idColumn = -1;
@@ -173,7 +173,7 @@ bool GridModel::Internals::beforeOf(const GridRow &a, const GridRow &b, int colu
     return orderNumber(x, kind) < orderNumber(y, kind);
 }
 
-/// Behind the others; the caller gives it its place in `order`.
+/// Appends a row; the caller assigns its place in `order`.
 void GridModel::Internals::add(GridRow row)
 {
     rows.push_back(std::move(row));

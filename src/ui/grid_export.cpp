@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr double PixelsPerCharacter = 7; // of a workbook's column width
-constexpr qsizetype LongestCell = 32767; // of a workbook
+constexpr double PixelsPerCharacter = 7; // width of one character in a workbook's column
+constexpr qsizetype LongestCell = 32767; // limit of the workbook format
 
 [[noreturn]] void fail(const QString &file, const QString &why)
 {
@@ -23,7 +23,7 @@ constexpr qsizetype LongestCell = 32767; // of a workbook
                             QDir::toNativeSeparators(file) + u": "_s + why);
 }
 
-/// The former file stays until all of the new one is on the disk.
+/// Keeps the old file until all of the new one is on disk.
 void replaceFile(const QString &name, const QByteArray &content)
 {
     QSaveFile file(name);
@@ -32,7 +32,7 @@ void replaceFile(const QString &name, const QByteArray &content)
         fail(name, file.errorString());
 }
 
-/// A number as a spreadsheet of this locale reads it: without marks between the thousands.
+/// A number as a spreadsheet of this locale reads it: no thousands separators.
 QString plainCell(const GridModel &model, int row, int column)
 {
     const Kind kind = model.allColumns()[column].kind;
@@ -55,7 +55,7 @@ struct CloseBook {
     void operator()(lxw_workbook *book) const { workbook_close(book); }
 };
 
-/// One sheet being written.
+/// A worksheet being written.
 struct Sheet {
     lxw_worksheet *sheet;
     lxw_format *code, *integer, *amount, *day, *time;
@@ -83,7 +83,7 @@ struct Sheet {
             worksheet_write_number(sheet, row, col, v.toDouble(), code);
             return;
         case Kind::Number:
-            // Through the amount: 12.35 and not the 12.3500003 of a short floating number.
+            // By way of Moneda: 12.35, not the 12.3500003 of a single-precision number.
             worksheet_write_number(sheet, row, col, v.toMoneda().toDouble(), nullptr);
             return;
         case Kind::Amount:

@@ -1,4 +1,4 @@
-// A grid as a file that a spreadsheet opens.
+// Writes a grid to a file that spreadsheets open.
 #pragma once
 
 #include "ui/grid.h"
@@ -6,15 +6,16 @@
 namespace ui
 {
 
-/// Writes some columns, in the order given, of all rows, with titles. Separator and decimal mark
-/// are those that the locale's spreadsheet expects (";" where the comma is the decimal mark), UTF-8
-/// with a mark at its beginning. A text that a spreadsheet would take for a formula is written as
-/// text.
-/// @throws StoreError 75 when the file cannot be written; nothing of a former file is lost then
+/// Writes all rows with titles as CSV, UTF-8 with a byte order mark. Separator and decimal mark are
+/// the ones a spreadsheet of the current locale expects (";" where the comma is the decimal mark).
+/// A text that a spreadsheet would read as a formula is escaped.
+/// @param columns which columns to write, in this order
+/// @throws StoreError 75 when the file cannot be written; an existing file is left untouched
 void exportCsv(const GridModel &model, const QList<int> &columns, const QString &file);
 
-/// The same as a workbook, with typed cells: numbers, amounts, days and times can be reckoned with.
-/// @throws StoreError 75
+/// Writes the same as a workbook with typed cells, so that numbers, amounts, dates and times can be
+/// calculated with.
+/// @throws StoreError 75 when the file cannot be written
 void exportXlsx(const GridModel &model, const QList<int> &columns, const QString &file);
 
 } // namespace ui

@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Draws a cell with the sign of its row: a triangle for an alert, a dot for a notice, a cross for
-/// what is past.
+/// Draws a cell with its row's sign: a triangle for an alert, a dot for a notice, a cross for what
+/// is past.
 class CellsPainter : public QStyledItemDelegate
 {
 public:
@@ -29,7 +29,7 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override
     {
-        // The style sheet knows one ground for all cells, so a cell's own one is painted here.
+        // The style sheet has one background for all cells, so a cell's own is painted here.
         const bool selected = option.state & QStyle::State_Selected;
         if (const QVariant ground = index.data(Qt::BackgroundRole); ground.isValid() && !selected)
             painter->fillRect(option.rect, ground.value<QBrush>());
@@ -97,7 +97,8 @@ int firstVisible(const GridModel &model)
 
 Grid::Grid(Sesion &s, GridModel *model, QWidget *parent) : QTableView(parent), m_s(s)
 {
-    // Before the view's own slots: while a row goes, the current one is told when it is gone.
+    // Connected before the view's own slots, so that while a row is being removed the new current
+    // row is not emitted until it is gone.
     connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { m_removing = true; });
     setModel(model);
     setItemDelegate(new CellsPainter(this));
@@ -126,7 +127,7 @@ Grid::Grid(Sesion &s, GridModel *model, QWidget *parent) : QTableView(parent), m
     }
 
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
-        // Arriving with TAB makes a row the current one without marking it.
+        // TAB makes a row current without selecting it.
         if (const QModelIndex now = currentIndex(); now.isValid()
                                                     && selectionMode() == SingleSelection
                                                     && !selectionModel()->isSelected(now))
@@ -173,7 +174,7 @@ void Grid::Seleccionar(int row)
         selectionModel()->clear();
         return;
     }
-    // A hidden cell as the current one would make the arrow keys useless.
+    // A hidden current cell would make the arrow keys useless.
     const QModelIndex cell = gridModel()->index(row, firstVisible(*gridModel()));
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect
                                                 | QItemSelectionModel::Rows);
@@ -204,7 +205,7 @@ QList<int> Grid::selectedRows() const
     return rows;
 }
 
-// In the order in which the user has put them.
+// In the user's own order.
 QList<int> Grid::shownColumns() const
 {
     QList<int> columns;
@@ -250,7 +251,7 @@ bool Grid::walk(QKeyEvent *key)
 
 QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // Rows are what is chosen here, so HOME and END go to the first and the last of them.
+    // Whole rows are selected, so HOME and END go to the first and last row.
     const int column = firstVisible(*gridModel());
     if (action == MoveHome)
         return gridModel()->index(0, column);

@@ -1,4 +1,4 @@
-// The line at the foot of a form that tells what happened and what to do next.
+// The status line at the foot of a form: what happened and what to do next.
 #pragma once
 
 #include "store/session.h"
@@ -8,16 +8,21 @@
 namespace ui
 {
 
-/// Screen readers are told of each new text. What does not fit is cut with dots on screen alone and
-/// whole in the tool tip. A sign stands before what worked and what did not.
+/// Each new text is announced to screen readers. Text that does not fit is elided, with the whole
+/// in the tool tip. Successes and failures are marked with a sign.
 class HelpLine : public QLabel
 {
     Q_OBJECT
 public:
+    /// Starts out empty.
     explicit HelpLine(QWidget *parent = nullptr);
-    void tell(const QString &text);    // a hint
-    void success(const QString &text); // it worked
-    void faultOf(const QString &text); // it did not
+    /// Shows a hint.
+    void tell(const QString &text);
+    /// Reports that something worked.
+    void success(const QString &text);
+    /// Reports that something failed.
+    void faultOf(const QString &text);
+    /// Empties the line.
     void clean();
 
     QSize minimumSizeHint() const override;

@@ -24,7 +24,7 @@ QColor blend(const QColor &a, const QColor &b, double partOfA)
                             float(a.blueF() * partOfA + b.blueF() * (1 - partOfA)));
 }
 
-/// What the five inks of the drawings stand for.
+/// The colours for the five inks of the drawings.
 struct Inks {
     QColor line, accent, soft, ground, alert;
 };
@@ -82,7 +82,7 @@ QPixmap render(const QString &name, QSize pixels, Tone tone, QIcon::Mode mode)
     return picture;
 }
 
-/// Draws anew for each size and scale instead of stretching.
+/// Renders anew at each size and scale instead of stretching a bitmap.
 class PictureVectorial : public QIconEngine
 {
 public:

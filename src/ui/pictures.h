@@ -1,4 +1,4 @@
-// The program's pictures by their given names, drawn in the colours of the theme.
+// The program's pictures by name, drawn in the colours of the theme.
 #pragma once
 
 #include <QIcon>
@@ -8,16 +8,18 @@
 namespace ui
 {
 
-/// How a picture is coloured: as an icon on a window or on the board's rail, or as a scene, whose
-/// light is light and whose shadows are dark by night as well.
+/// How a picture is coloured: as an icon on a window, as one on the board's rail, or as a scene,
+/// which keeps its light and dark parts in the dark theme too.
 enum class Tone { Normal, OnFrame, Scene };
 
-/// A picture that is sharp at every size and scale; empty when there is none of that name.
+/// An icon that is sharp at every size and scale; null when there is no picture of that name.
 QIcon namedIcon(const QString &name, Tone tone = Tone::Normal);
 
-/// One rendering of a picture, also of one that is no square.
+/// Renders a picture, which need not be square.
+/// @param size device-independent pixels @param scale device pixels for each of them
 QPixmap Image(const QString &name, QSize size, qreal scale, Tone tone = Tone::Normal);
 
+/// Whether there is a picture of that name.
 bool imageExists(const QString &name);
 
 } // namespace ui

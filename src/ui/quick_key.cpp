@@ -32,7 +32,7 @@ protected:
         if (key.key() != Qt::Key_K || key.modifiers() != Qt::ControlModifier || !canOpen())
             return false;
         if (event->type() == QEvent::ShortcutOverride) {
-            event->accept(); // the key comes next
+            event->accept(); // comes again as a key press
             return true;
         }
         auto *form = qobject_cast<FormBase *>(QApplication::activeWindow());
@@ -41,8 +41,8 @@ protected:
     }
 
 private:
-    /// ALT with a letter that no button bears must not end up in the box with the cursor: the next
-    /// thing typed there may be a password.
+    /// ALT with a letter that belongs to no button must not type into the focused box, which may be
+    /// one for a password.
     static bool typesByAccident(QObject *watched, const QKeyEvent &key)
     {
         return key.modifiers() == Qt::AltModifier && !key.text().isEmpty()
@@ -50,7 +50,7 @@ private:
                && static_cast<QWidget *>(watched)->testAttribute(Qt::WA_InputMethodEnabled);
     }
 
-    /// Boxes, modal forms and menus keep the keyboard; before the login nothing is shown.
+    /// Not over dialogs, modal forms or menus, and not before the login.
     bool canOpen() const
     {
         const auto *form = qobject_cast<FormBase *>(QApplication::activeWindow());

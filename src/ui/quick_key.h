@@ -1,4 +1,4 @@
-// The key that opens the quick find from any form.
+// The key that opens the quick search from any form.
 #pragma once
 
 namespace ui
@@ -13,8 +13,8 @@ class QApplication;
 namespace ui
 {
 
-/// CTRL+K in any window of the program opens the form frmBusquedaRapida, unless a box waits for an
-/// answer.
+/// Makes CTRL+K open the form frmBusquedaRapida from any window of the program, unless a dialog is
+/// waiting for an answer.
 void installQuickSearch(QApplication &app, FormRegistry &forms);
 
 } // namespace ui

@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr QColor ownAccent(0x0f, 0x72, 0x82);
-constexpr double Readable = 4.5; // contrast of body text
+constexpr double Readable = 4.5; // contrast for body text
 constexpr double Comfortable = 8.0;
 constexpr double SmallestFont = 10.0;
 
@@ -35,7 +35,7 @@ double luminance(const QColor &c)
     return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
 }
 
-/// Moves a colour towards black or white until it stands off from what it lies on.
+/// Moves a colour towards black or white until it contrasts with its background.
 QColor standOff(QColor colour, const QColor &ground, const QColor &towards, double contrast)
 {
     for (int step = 0; step < 40 && contrastOf(colour, ground) < contrast; ++step)
@@ -50,7 +50,7 @@ QColor colourOfSetting(int principalColor)
     return QColor(principalColor & 0xff, principalColor >> 8 & 0xff, principalColor >> 16 & 0xff);
 }
 
-/// What means the same whatever colour a clinic chooses.
+/// Colours that mean the same whatever colour the clinic chooses.
 void setSignals(Palette &p)
 {
     p.success = p.dark ? QColor(0x83, 0xd6, 0xa4) : QColor(0x1a, 0x6b, 0x3c);
@@ -79,7 +79,7 @@ QPalette qtPalette(const Palette &p)
     q.setColor(QPalette::Light, p.surface);
     q.setColor(QPalette::Midlight, p.alternateSurface);
     q.setColor(QPalette::Dark, p.border);
-    // Two roles that our style sheet leaves free carry what Qt has no name for.
+    // Two roles that our style sheet does not use carry colours for which Qt has no role.
     q.setColor(QPalette::Shadow, p.frame);
     q.setColor(QPalette::BrightText, p.error);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
@@ -87,7 +87,7 @@ QPalette qtPalette(const Palette &p)
     return q;
 }
 
-/// The style sheet with `@name` replaced by the palette's colours.
+/// The style sheet with each `@name` replaced by a colour of the palette.
 QString styleSheet(const Palette &p)
 {
     QFile file(u":/theme/kelvara.qss"_s);
@@ -120,7 +120,7 @@ QString styleSheet(const Palette &p)
     return sheet;
 }
 
-/// The desktop's own font, unless it is only the fallback of a desktop that chose none.
+/// The desktop's font, unless it is merely the fallback of a desktop without a choice.
 QFont letters(QFont font)
 {
     const QStringList installed = QFontDatabase::families();

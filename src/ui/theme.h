@@ -1,4 +1,4 @@
-// Colours, spaces and letters of all windows.
+// Colours, spacing and fonts of all windows.
 #pragma once
 
 #include <QColor>
@@ -9,7 +9,7 @@ class QApplication;
 namespace ui
 {
 
-/// The one scale of distances, in device-independent pixels.
+/// The spacing scale, in device-independent pixels.
 namespace space
 {
 inline constexpr int XS = 4;
@@ -20,7 +20,7 @@ inline constexpr int XL = 24;
 inline constexpr int XXL = 40;
 } // namespace space
 
-/// The colours that forms and pictures are made of.
+/// The colours of forms and pictures.
 struct Palette {
     QColor background;       // of windows
     QColor surface;          // of lists, boxes and cards
@@ -28,33 +28,33 @@ struct Palette {
     QColor border;
     QColor text;
     QColor softText;
-    QColor accent;     // what can be acted on, and what is selected
-    QColor softAccent; // a hint of the accent behind something
+    QColor accent;     // what can be clicked, and what is selected
+    QColor softAccent; // a faint accent used as background
     QColor onAccent;   // text on the accent
-    QColor frame;      // the rail of the board and the head of the splash
+    QColor frame;      // the board's rail and the head of the splash screen
     QColor onFrame;
     QColor error;
     QColor success; // what went well
-    QColor alert;   // behind a row that must be seen
-    QColor notice;  // behind a row that wants a look
+    QColor alert;   // background of a row that must be seen
+    QColor notice;  // background of a row worth a look
     bool dark = false;
 };
 
-/// The palette of a setting `PrincipalColor`: 1 is the program's own colour, anything above is a
-/// colour with red in the lowest byte. Too light or too dark a colour is brought to where text on
-/// it can be read.
+/// Derives the palette from a setting `PrincipalColor`: 1 is the program's own colour, anything
+/// above is a colour with red in the lowest byte. A colour too light or too dark for readable text
+/// is adjusted.
 Palette computePalette(int principalColor, bool dark);
 
-/// The palette in use, for what paints itself.
+/// The palette in use, for widgets that paint themselves.
 Palette paletteInUse();
 
-/// Whether the desktop is dark; KELVARA_TEMA=claro or oscuro decides instead.
+/// Whether to use the dark theme: as the desktop does, unless KELVARA_TEMA is "claro" or "oscuro".
 bool darkTheme();
 
-/// Dresses the whole program. Called when it starts, and again when the setting is known.
+/// Styles the whole program. Called at the start, and again once the colour setting has been read.
 void applyTheme(QApplication &app, int principalColor);
 
-/// Relation of lightness between two colours, 1 to 21.
+/// Contrast ratio of two colours, 1 to 21.
 double contrastOf(const QColor &a, const QColor &b);
 
 } // namespace ui

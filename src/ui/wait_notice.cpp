@@ -12,7 +12,7 @@ using namespace ui;
 namespace
 {
 
-// Longer than it takes to be told again, short enough to be gone when the work goes on.
+// Longer than the interval between two calls, yet short enough to vanish once work goes on.
 constexpr int StaysMs = 300;
 
 QWidget *windowAtWork()
@@ -81,7 +81,7 @@ bool WaitNotice::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::Timer:
-        // It comes again. A window's own timer is the one that it paints by.
+        // Dropped timer events fire again. A window's own timer is the one that makes it paint.
         return !watched->isWindowType();
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:

@@ -1,4 +1,4 @@
-// What is shown while the program waits for another terminal.
+// The notice shown while the program waits for another terminal.
 #pragma once
 
 #include "store/session.h"
@@ -12,17 +12,19 @@
 namespace ui
 {
 
-/// Tells over the window at work what the session waits for, as long as it waits, and keeps all
-/// windows painted. Keys and clicks wait with the program: what they would do runs statements, and
-/// none can be run then. There is one for the session, which must outlive it.
+/// Shows what the session is waiting for over the active window, and keeps all windows painted.
+/// Keys and clicks stay queued: handling them would run statements, and none can run during the
+/// wait. There is one per session, and the session must outlive it.
 class WaitNotice : public QLabel
 {
     Q_OBJECT
 public:
+    /// Registers itself as the session's wait callback.
     explicit WaitNotice(Sesion &s);
+    /// Unregisters the callback.
     ~WaitNotice() override;
 
-    /// Shows it for a moment; told again and again it stays.
+    /// Shows the text for 0.3 seconds; repeated calls keep it up.
     void tell(const QString &text);
 
 protected:

@@ -28,11 +28,11 @@ constexpr int SmallestButton = 96; // "No" is as easy to hit as "Cancel"
 constexpr int TextWidth = 460;
 constexpr int EntryWidth = 320;
 constexpr int OptionsWorthAFilter = 12;
-constexpr int FirstResult = 2; // behind QDialog's own
+constexpr int FirstResult = 2; // after QDialog's own results
 
 int pauseMs = 300;
 
-/// One modal box: what it says above, an optional body, buttons below.
+/// A modal dialog: text on top, an optional body, buttons below.
 class Box : public QDialog
 {
 public:
@@ -63,7 +63,7 @@ public:
 
     void body(QWidget *widget) { m_layout->addWidget(widget, 1); }
 
-    /// The first button is what ENTER presses; the last what ESC does.
+    /// ENTER presses the first button, ESC the last.
     void buttons(const QString &yes, const QString &no = {})
     {
         auto *row = new QHBoxLayout;
@@ -76,7 +76,7 @@ public:
         m_layout->addLayout(row);
     }
 
-    /// ENTER presses the last button instead of the first.
+    /// Makes ENTER press the last button instead of the first.
     void standOnNo()
     {
         auto *no = findChild<QPushButton *>(u"cmdCancelar"_s);
@@ -86,8 +86,8 @@ public:
         no->setFocus();
     }
 
-    /// One more button, which ends the box with a result of its own.
-    /// @param letter place in the caption of the one that presses it with ALT
+    /// Adds a button that ends the dialog with a result of its own.
+    /// @param letter index in the caption of the letter that presses it together with ALT
     void anotherButton(const QString &name, const QString &caption, int result,
                        qsizetype letter = 0)
     {
@@ -98,7 +98,7 @@ public:
         row->addWidget(b);
     }
 
-    /// The first letter of a button is enough where nothing can be typed.
+    /// Lets the first letter of a button press it, in dialogs where nothing can be typed.
     void answerByLetter()
     {
         for (auto *b : findChildren<QPushButton *>())
@@ -115,7 +115,7 @@ protected:
         QDialog::showEvent(event);
     }
 
-    // What was typed for the form behind it answers nothing.
+    // Keys meant for the form behind must not answer the dialog.
     bool eventFilter(QObject *, QEvent *event) override
     {
         const auto type = event->type();
@@ -207,7 +207,7 @@ QTableView *tableOf(QAbstractItemModel *model, const QString &title)
     return table;
 }
 
-/// ENTER on the table accepts, the space bar marks the row, letters go to the filter.
+/// ENTER on the table accepts, SPACE checks the row, letters go to the filter.
 class ListKeys : public QObject
 {
 public:
@@ -322,7 +322,7 @@ store::Answer WindowDialogs::askOfSeries(const QString &text)
     box.say(text, u"pregunta"_s);
     box.buttons(m_texts(text::Yes), m_texts(text::No));
     box.anotherButton(u"cmdTodas"_s, m_texts(text::AllOfThem), All);
-    const QString none = m_texts(text::NoneOfThem); // begins like No
+    const QString none = m_texts(text::NoneOfThem); // shares its first letter with No
     box.anotherButton(u"cmdNinguna"_s, none, None, none.size() - 1);
     switch (box.exec()) {
     case QDialog::Accepted:
@@ -343,7 +343,7 @@ bool WindowDialogs::decide(const QString &text, const QString &yes, const QStrin
     box.buttons(yes);
     box.anotherButton(u"cmdDescartar"_s, no, FirstResult);
     box.answerByLetter();
-    return box.exec() != FirstResult; // ESC loses nothing either
+    return box.exec() != FirstResult; // ESC counts as the first button, which loses nothing
 }
 
 bool WindowDialogs::confirm(const QString &text)

@@ -36,13 +36,13 @@ protected:
     EachLanguage() : Settings(GetParam()) {}
 };
 
-/// What keys reach has a name to be told by, and nothing that is written on it is cut.
+/// A control that can be focused has an accessible name, and its text is not cut off.
 void checkControl(const QWidget *w, const std::string &page)
 {
     const std::string who =
         page + ": " + w->metaObject()->className() + ' ' + w->objectName().toStdString();
     const auto *button = qobject_cast<const QAbstractButton *>(w);
-    // Parts that their view or their tabs speak for.
+    // Inner parts, whose view or tab bar speaks for them.
     const bool inner = qobject_cast<const QAbstractScrollArea *>(w->parentWidget())
                        || qobject_cast<const QTabBar *>(w);
     if ((w->focusPolicy() & Qt::TabFocus) && !inner) {
@@ -208,7 +208,7 @@ TEST_F(Settings, TheServerOfMailsBelongsToThisMachine)
 
     open(u"correo"_s);
     type(u"txtServidorMail"_s, u"localhost"_s);
-    type(u"txtPuertoMail"_s, u"1"_s); // nobody listens there
+    type(u"txtPuertoMail"_s, u"1"_s); // nothing listens there
     QTest::mouseClick(the<QPushButton>(u"cmdProbarMail"_s), Qt::LeftButton);
     EXPECT_TRUE(hint().startsWith(u"The mail could not be sent: "_s)) << hint().toStdString();
 }
@@ -219,7 +219,7 @@ TEST_F(Settings, KennelsWordsAndChoicesReachTheSettingsRow)
     type(u"CantidadCaniles"_s, u"1x2"_s);
     EXPECT_EQ(stored("CantidadCaniles"), u"12"_s);
     fill(u"HoraRacion4"_s, u"2130"_s);
-    press(Qt::Key_PageUp, Qt::ControlModifier); // leaving the page writes as well
+    press(Qt::Key_PageUp, Qt::ControlModifier); // leaving the page writes too
     EXPECT_EQ(stored("HoraRacion4"), u"21:30:00"_s);
     type(u"EntradaMoneda"_s, u"0123456789ABC"_s);
     EXPECT_EQ(stored("EntradaMoneda"), u"0123456789"_s);

@@ -29,7 +29,7 @@ void write(const QString &ruta, const QByteArray &content)
 class Letterhead : public Clinic
 {
 protected:
-    /// A picture of one colour, in a folder of the user's.
+    /// A plain-coloured picture in the user's folder.
     QString dibujo(const QString &name, QRgb color)
     {
         QImage image(40, 10, QImage::Format_RGB32);
@@ -87,7 +87,7 @@ TEST_F(Letterhead, ABitmapTakesThePlaceOfTheOldOneWhateverTheCaseOfItsName)
     EXPECT_TRUE(get(newOne));
     EXPECT_EQ(headers(), QStringList{u"encabezado.BMP"_s});
     EXPECT_EQ(contentOf(headerPath(s)), contentOf(newOne));
-    // Chosen again from where it lies, it stays whole.
+    // Choosing the letterhead itself leaves it intact.
     EXPECT_TRUE(get(headerPath(s)));
     EXPECT_EQ(contentOf(headerPath(s)), contentOf(newOne));
 }
@@ -117,7 +117,7 @@ TEST_F(Letterhead, AFolderThatCannotBeWrittenIsTold)
 TEST_F(Clinic, TheClinicsDataHoldAtOnceWithoutApostrophesAndWithinTheirColumn)
 {
     s.morvane->Execute("delete * from veterinaria");
-    saveClinicDatum(s, ClinicDatum::Name, u"L'Arca"_s); // also where the row was lost
+    saveClinicDatum(s, ClinicDatum::Name, u"L'Arca"_s); // even if the row was lost
     saveClinicDatum(s, ClinicDatum::Owner, u"Eva"_s);
     saveClinicDatum(s, ClinicDatum::Address, QString(150, u'ñ'));
     saveClinicDatum(s, ClinicDatum::Telephones, u"099 1"_s);
@@ -134,7 +134,7 @@ TEST_F(Network, OnlyAFolderWithTheMainDatabaseIsTaken)
     EXPECT_FALSE(connectTerminal(s));
     EXPECT_FALSE(connect(std::nullopt));
     EXPECT_FALSE(connect(u"  "_s));
-    QDir(server.path()).mkdir(u"morvane.mdb"_s); // a folder is no database
+    QDir(server.path()).mkdir(u"morvane.mdb"_s); // a folder is not a database
     EXPECT_FALSE(connect(server.path(), u"No databases exist"_s));
     EXPECT_EQ(ruta(), QByteArray());
 

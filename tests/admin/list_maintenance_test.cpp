@@ -21,7 +21,7 @@ protected:
             store::saveSetting(s, counter, 2);
     }
     void insert(const std::string &row) { s.clientes->Execute("insert into " + row); }
-    /// Prompts that come one after another, with what is typed.
+    /// Expects prompts in this order and answers them.
     void types(const QList<std::pair<int, QString>> &answers)
     {
         for (const auto &[prompt, answer] : answers)
@@ -121,7 +121,7 @@ TEST_F(ListMaintenance, ChangingWritesAllThatBelongsToTheEntry)
     ask.wait(s(NoRegion));
     EXPECT_FALSE(modifyEntry(s, clients::List::Subregion, 1));
     EXPECT_EQ(places(), u"1|ALBA|200|2|5\n"_s);
-    // A place whose region is gone keeps what it has.
+    // A sub-region whose region has been deleted keeps its reference.
     s.clientes->Execute("update cllocalidad set dep = 77");
     types({{Place, u"Alba"_s}, {PostCode, u""_s}, {WhichRegion, u""_s}});
     EXPECT_TRUE(modifyEntry(s, clients::List::Subregion, 1));
@@ -159,7 +159,7 @@ TEST_F(ListMaintenance, WhatIsUsedStays)
         used(list, 1);
     used(clients::List::Species, 2);
     EXPECT_FALSE(deleteEntry(s, clients::List::Region, 1)) << "regions are never deleted";
-    // Names that would match others if their marks were wildcards.
+    // Names that would match others if their wildcards were not escaped.
     const auto goes = [this](clients::List list, int id) {
         ask.wait(s(text::DeleteQuestion), false);
         EXPECT_FALSE(deleteEntry(s, list, id));
@@ -174,7 +174,7 @@ TEST_F(ListMaintenance, WhatIsUsedStays)
     goes(clients::List::Subregion, 1);
     EXPECT_EQ(rows("select nom from mlrazas") + rows("select nom from mlpelajes") + places(),
               u"Boxer\nGris\n"_s);
-    // In use through a name with marks in it.
+    // In use under a name with wildcards.
     s.clientes->Execute("update mlpelajes set nom = '[G]#?'");
     used(clients::List::Coat, 1);
 }

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Pages that tell the program what to do by itself.
+/// The pages for what the program does by itself.
 class AutomaticPages : public SettingsForm
 {
 protected:
@@ -169,7 +169,7 @@ TEST_F(AutomaticPages, FoodHasThreeLevelsForDogsAndOneForOthers)
     type(u"txtdetali"_s, u""_s);
     pick(1);
     fill(u"txtdetali2"_s, u"4005"_s);
-    close(); // what is being typed counts
+    close(); // half-finished typing counts
     EXPECT_EQ(stored("detali1, detali2, detali3"), u"|4005|900.5"_s);
     EXPECT_EQ(allRows(*s.clientes, "select id, ali from mlespecies order by id"),
               u"1|\n2|1.25\n3|\n"_s);
@@ -210,7 +210,7 @@ TEST_F(TemplatePage, ATextThatCannotBeStoredIsNotLost)
     openAtBirthdays();
     s.morvane->Execute("alter table configuracion drop column mensajeriacumplemail");
     write(u" Long work"_s);
-    for (int i = 0; i < 2; ++i) // leaving the text, then another entry
+    for (int i = 0; i < 2; ++i) // on leaving the text, and on choosing another entry
         ask.wait(s(text::ErrorWasLogged));
     pressIn(list(), Qt::Key_Down);
     EXPECT_EQ(list()->currentIndex(), 4) << "it stays on its entry";
@@ -257,7 +257,7 @@ TEST_F(AutomaticPages, ListsAreWorkedByKeys)
         for (const auto &[prompt, what] : answers)
             ask.expectText(s(prompt), what);
     };
-    pressIn(regions, Qt::Key_Delete); // there is no way to delete a region
+    pressIn(regions, Qt::Key_Delete); // regions cannot be deleted
     answer({{9638, u"Norte"_s}, {9644, u"011"_s}});
     press(Qt::Key_Insert);
     answer({{9638, u"Centro"_s}, {9644, u"0341"_s}});
@@ -269,8 +269,8 @@ TEST_F(AutomaticPages, ListsAreWorkedByKeys)
     EXPECT_EQ(regions->currentRow(), 1);
     EXPECT_EQ(regions->gridModel()->cellText(1, 0), u"Zona sur"_s);
     answer({{9638, u"Zona sur"_s}, {9644, u"03x"_s}});
-    ask.wait(s(text::InvalidValue)); // intended: a letter is taken when it is new and fails when it
-                                     // is changed
+    // On purpose: a letter in an area code is accepted in a new region but fails in a change.
+    ask.wait(s(text::InvalidValue));
     press(Qt::Key_F2);
     EXPECT_EQ(allRows(*s.clientes, "select nom, ctel from cldepartamento order by nom"),
               u"Norte|011\nZona sur|0342\n"_s);

@@ -1,4 +1,4 @@
-// The settings form, worked as a user works it: by keys, where the focus is.
+// The settings form, used as a user does: with keys, sent to the focused control.
 #pragma once
 
 #include "admin/admin_forms.h"
@@ -12,6 +12,7 @@
 
 using namespace admin;
 
+/// A clinic with the settings form.
 class SettingsForm : public Clinic
 {
 protected:
@@ -21,7 +22,7 @@ protected:
         registerAdminForms(s, forms);
     }
 
-    /// At a page, or where it was left.
+    /// Opens the form on a page, or on the last one shown.
     void open(const QString &page = {})
     {
         using namespace Qt::StringLiterals;
@@ -56,7 +57,7 @@ protected:
         control->setFocus();
         press(k);
     }
-    /// Over what stands in the box, which keeps the focus.
+    /// Replaces the text of the box, which keeps the focus.
     void fill(const QString &box, const QString &what)
     {
         the<QLineEdit>(box)->selectAll();
@@ -68,7 +69,7 @@ protected:
         fill(box, what);
         press(Qt::Key_Return);
     }
-    /// Columns of the settings row, parted by '|'.
+    /// Columns of the settings row, separated by '|'.
     QString stored(std::string_view columns)
     {
         return allRows(*s.morvane, "select " + std::string(columns) + " from configuracion")

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Ana, Supervisor, and Luis, Common; the counter stands at the last one.
+/// Ana, a Supervisor, and Luis, a Common user; the counter is at the last one.
 class Users : public Clinic
 {
 protected:
@@ -67,7 +67,7 @@ TEST_F(Users, BackingOutOfAnyAnswerAddsNothing)
     for (int answered = 0; answered < 3; ++answered)
         for (const auto &exit : {std::optional<QString>(), std::optional<QString>(u""_s)}) {
             if (answered == 1 && exit)
-                continue; // an empty password is one
+                continue; // an empty password is valid
             ask.wait(add);
             if (answered > 0)
                 ask.expectText(name, u"Eva"_s);
@@ -112,7 +112,7 @@ TEST_F(Users, TheLastOneAndTheLastSupervisorStay)
     EXPECT_FALSE(deleteUser(s, 1));
     EXPECT_EQ(all(), u"1|Ana|gato|2\n"_s);
 
-    // With a second Supervisor the first may go.
+    // With a second Supervisor, the first can be deleted.
     s.morvane->Execute("insert into usuarios (idu, nom, up, ut) values (3, 'Eva', '', 2)");
     ask.wait(u"Delete?"_s);
     EXPECT_TRUE(deleteUser(s, 1));

@@ -81,7 +81,7 @@ TEST_F(Program, TwoStartsAtOnceRunTheDayOnceAndShareNoNumber)
             QString());
         EXPECT_EQ(s.configuracion["FechaInicioAnterior"].toDate(), s.reloj.hoy.addDays(-3));
     });
-    Demo(); // one run alone, for comparison
+    Demo(); // a single run, for comparison
     EXPECT_EQ(Day().state, 0);
     EXPECT_EQ(broughtTwo, meal());
     EXPECT_LT(broughtTwo, before);
@@ -100,7 +100,7 @@ TEST_F(Program, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
         });
         return t;
     };
-    // How long an undisturbed run takes, the second time it is loaded, and what it leaves.
+    // How long an undisturbed run takes once the program is in the cache, and what it leaves.
     int lasts = 0;
     for (int i = 0; i < 2; ++i) {
         Demo();
@@ -123,9 +123,9 @@ TEST_F(Program, KilledAtAnyMomentTheFilesAreWholeAndTheNextStartWorks)
         checkFiles(data);
         const Exit dia = Day();
         ASSERT_EQ(dia.state, 0) << i << ' ' << dia.errores.toStdString();
-        EXPECT_EQ(all(), whole) << i; // the cut run has left nothing, and nothing is done twice
+        EXPECT_EQ(all(), whole) << i; // the killed run left nothing, and nothing is done twice
     }
-    EXPECT_GT(dead, 5); // or the test has killed nothing
+    EXPECT_GT(dead, 5); // else the test killed nothing
 }
 
 TEST_F(Program, FoldersThatCannotServeEndWithAMessageAndStatusOne)
@@ -162,7 +162,8 @@ TEST_F(Program, RowsOfTheEnginesOwnToolAreUnderstood)
     sql.start(u"sqlcipher"_s, {data + u"/clientes.mdb"_s});
     if (!sql.waitForStarted())
         GTEST_SKIP() << "the engine's tool is not installed";
-    // Yes as 1, an amount as text, a name with an apostrophe: what another program may write.
+    // Yes as 1, an amount as text, a name with an apostrophe: what another program may have
+    // written.
     sql.write("PRAGMA key = 'korvi3namuspeltiraxo'; PRAGMA cipher_page_size = 4096;\n"
               "delete from Consumo; delete from ArtPlan;\n"
               "insert into Mascotas (idm, idc, nom, esp, pes, ser, dec) "
@@ -194,7 +195,8 @@ TEST_F(Program, TheDateComesFromTheSystem)
     const Exit dia = dayOf(tomorrow);
     EXPECT_EQ(dia.state, 0) << dia.errores.toStdString();
     look([&](Sesion &s) { EXPECT_EQ(s.configuracion["FechaUltimoInicio"].toDate(), tomorrow); });
-    // Back in the present the date is earlier: nobody says Yes, so nothing is done.
+    // Back in the present the date is earlier than the last start; the question is answered with
+    // No, so nothing is done.
     const Exit back = Day();
     EXPECT_EQ(back.state, 1);
     EXPECT_TRUE(back.errores.startsWith(u"The last start was "_s));

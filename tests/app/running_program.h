@@ -1,4 +1,4 @@
-// The program as cron and other programs meet it: started as a process on real folders.
+// The program as cron and other programs see it: started as a process on real folders.
 #pragma once
 
 #include "store/schema.h"
@@ -12,12 +12,14 @@
 
 using namespace Qt::StringLiterals;
 
+/// The result of a run.
 struct Exit {
     int state = -1;
     QString pizarra; // standard output
     QString errores;
 };
 
+/// Starts the program on a data folder that is removed afterwards.
 class Program : public testing::Test
 {
 protected:
@@ -60,7 +62,7 @@ protected:
     }
     Exit Day() const { return run(dayArguments()); }
 
-    /// Why the clock cannot be shifted here; nullptr when it can.
+    /// Why the clock cannot be shifted on this machine; nullptr when it can.
     static const char *withoutClock()
     {
         if (KELVARA_SANITIZED)
@@ -69,14 +71,14 @@ protected:
                    ? "no tool to shift the clock"
                    : nullptr;
     }
-    /// The day as on another date.
+    /// Runs the day with the clock set to another date.
     Exit dayOf(QDate dia) const
     {
         const QStringList reloj{dia.toString(Qt::ISODate) + u" 06:00:00"_s, binary()};
         return run(reloj + dayArguments(), u"faketime"_s);
     }
 
-    /// A demo clinic whose last start lies three days back; made once, copied for each test.
+    /// Copies a demo clinic last started three days ago; the original is created only once.
     void Demo() const
     {
         static const QTemporaryDir model;
@@ -92,6 +94,7 @@ protected:
 
     /// Opens the folder beside the program, as another terminal.
     template <typename F>
+    /// Opens the folder as another terminal would, while the program may be running.
     void look(F &&f) const
     {
         store::UnattendedDialogs dialogos;

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Notes what it was opened with and shows nothing.
+/// Records its parameters and shows nothing.
 struct Screen : ui::FormBase {
     Screen(Sesion &s, const QString &name, QStringList &log) : ui::FormBase(s, name), m_log(log) {}
     void opened(const QVariantMap &parameters) override
@@ -142,13 +142,13 @@ TEST_F(Board, AClickOpensWhatLiesUnderTheMouse)
         const QRect place = grid()->visualRect(grid()->model()->index(row, column));
         QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, place.center());
     };
-    click(1, BoardModel::Icon1); // its code is one of the text's
+    click(1, BoardModel::Icon1); // the code belongs to the text
     click(0, BoardModel::Message);
     click(2, BoardModel::Message);
     EXPECT_TRUE(taken().isEmpty());
     click(1, BoardModel::Message);
     click(2, BoardModel::Icon1);
-    click(2, BoardModel::Icon2); // that screen is not there in this test
+    click(2, BoardModel::Icon2); // this test has no such form
     EXPECT_EQ(taken(), QStringList({u"file:///tmp/copies"_s, u"frmlistados rapido=3"_s}));
 }
 
@@ -238,7 +238,7 @@ TEST_F(Board, WhatSomebodyIsTypingDoesNotAnswerAnAlarm)
     EXPECT_TRUE(answered) << "after a second without a key";
     EXPECT_EQ(page.text(), u"ok  "_s) << "what was typed went on where it began";
 
-    // The mouse need not wait, and neither does anything afterwards.
+    // The mouse works at once, and so does the keyboard after the pause.
     real.Alarmas[0].attended = false;
     QTimer::singleShot(0, qApp, [&] {
         QWidget *box = QApplication::activeModalWidget();

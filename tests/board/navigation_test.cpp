@@ -14,7 +14,7 @@ namespace
 class Navigation : public Clinic
 {
 protected:
-    /// The form with its parameters as text, "-" for nothing.
+    /// The target as text, form and parameters; "-" for none.
     QString behindIcon(int code, WhichIcon icon)
     {
         const BoardLine line{u"text"_s, 106, icon == WhichIcon::First ? code : 0,

@@ -16,7 +16,7 @@ TEST_F(Contact, AddressAndTelephonesLeaveOutWhatIsMissing)
                         "(1, 'Calle 5', 3, 3, '1900', '422', '155')");
     EXPECT_EQ(DomicilioCliente(s, 1), u"Calle 5, Tolosa, La Plata, CP: 1900"_s);
     EXPECT_EQ(TelefonosCliente(s, 1), u"422 / 155"_s);
-    // A change is seen at once, though both read session lists.
+    // Changes show at once, although both are read from the session's lists.
     s.clientes->Execute("update clientes set loc = 9, codp2 = null, tel2 = ''");
     EXPECT_EQ(DomicilioCliente(s, 1), u"Calle 5, La Plata"_s);
     EXPECT_EQ(TelefonosCliente(s, 1), u"155"_s);

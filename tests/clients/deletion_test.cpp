@@ -48,7 +48,7 @@ protected:
         return allRows(*s.clientes, "select idc from clientes order by idc")
                + allRows(*s.clientes, "select idm from mascotas order by idm");
     }
-    // What is asked or told, and the answer.
+    // Deletes, expecting this text to be asked or shown.
     bool Client(int idc, int text = 3, bool si = true)
     {
         ask.wait(s(text), si);
@@ -71,7 +71,7 @@ TEST_F(Deletion, RefusalsComeInOrderAndDeleteNothing)
     EXPECT_FALSE(Client(1, 1));
     EXPECT_FALSE(Patient(1, 1));
     s.user.ut = 2;
-    EXPECT_FALSE(Client(1, 2260)); // prepaid membership before debt
+    EXPECT_FALSE(Client(1, 2260)); // checked before the debt
     sql("update clientes set obra = 2 where idc = 1");
     EXPECT_FALSE(Client(1, 2260));
     sql("update clientes set obra = 3 where idc = 1");
@@ -110,7 +110,7 @@ TEST_F(Deletion, APatientGoesWithItsRowsAndThoseOfOthersStay)
     for (const std::string &table : tables)
         EXPECT_EQ(allRows(*s.clientes, "select idm from " + table), u"2\n"_s) << table;
     EXPECT_EQ(allRows(*s.clientes, "select idm from consumo"), u"1\n"_s);
-    // What is about a client, a user or the kennels has the same number for another reason.
+    // Tasks about a client, a user or the kennels hold the same number by coincidence.
     EXPECT_EQ(allRows(*s.morvane, "select tip from TareasAgenda order by id"),
               u"-43\n-47\n-70\n-71\n-72\n-100\n41\n"_s);
     QString attended;
@@ -134,13 +134,13 @@ TEST_F(Deletion, ImageFilesGoWithTheirPatientWhateverTheirLetterCase)
           u"eco/181.bmp", u"eco/281.bmp", u"ray/19.bmp", u"ray/110.bmp"})
         fileOf(QString::fromUtf16(n));
     EXPECT_TRUE(Patient(1));
-    // More images than the row counts, and what has no image by its row, are not the patient's.
+    // Images beyond the row's count, or for a row without any, do not belong to the patient.
     EXPECT_EQ(files(), u"cli/1703.bmp eco/281.bmp fot/2.bmp ray/110.bmp"_s);
 }
 
 TEST_F(Deletion, AnImageWhoseNameIsAlsoAnotherPatientsStays)
 {
-    // 1 + 23 + 1 and 12 + 3 + 1 are one name.
+    // 1 + 23 + 1 and 12 + 3 + 1 make the same name.
     sql("insert into mclinica (idm, idclinica, cantfotos) values (1, 23, 1)");
     sql("insert into mclinica (idm, idclinica, cantfotos) values (12, 3, 1)");
     sql("insert into mrayos (idm, idray, ray) values (1, 25, -1)");

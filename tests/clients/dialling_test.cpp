@@ -35,7 +35,7 @@ struct Modem {
     {
         EXPECT_EQ(::write(end, text.constData(), size_t(text.size())), text.size());
     }
-    /// The command that it is told.
+    /// The command it received.
     QByteArray orderOf()
     {
         QByteArray ear;
@@ -83,19 +83,19 @@ TEST_F(Marked, DialsTheNumberAndHangsUpWhenTold)
 {
     ASSERT_TRUE(dialler.call(modem.port, u"+598 99-123\r456"_s));
     EXPECT_EQ(modem.orderOf(), "ATDT+59899123456;\r");
-    modem.answers("ATDT+59899123456;\r\r\nO"); // the echo, and an answer in two pieces
+    modem.answers("ATDT+59899123456;\r\r\nO"); // the echo, then an answer in two pieces
     EXPECT_TRUE(nothingHappens());
     modem.answers("K\r\n");
     EXPECT_EQ(event(), u"OK"_s);
     EXPECT_TRUE(dialler.isOpen());
 
-    // The same call once more, on the open port.
+    // A second call on the port that is still open.
     ASSERT_TRUE(dialler.call(modem.port, u"123"_s));
     EXPECT_EQ(modem.orderOf(), "ATDT123;\r");
     dialler.finish();
     EXPECT_FALSE(dialler.isOpen());
     EXPECT_EQ(modem.orderOf(), "ATH\r");
-    modem.answers("OK\r\n"); // to nobody
+    modem.answers("OK\r\n"); // no call is waiting for it
     EXPECT_TRUE(nothingHappens());
 }
 
@@ -165,7 +165,7 @@ TEST_F(Clinic, FrmTelDialsAndHangsUpWhenItIsClosed)
     form.findChild<QPushButton *>(u"cmdTerminar"_s)->click();
     EXPECT_EQ(modem.orderOf(), "ATH\r");
 
-    // The port is remembered: the next call begins by itself.
+    // The port is remembered, so the next call starts by itself.
     form.close();
     form.opened({{u"numeros"_s, QStringList{u"777"_s}}});
     form.show();

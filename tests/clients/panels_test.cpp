@@ -112,5 +112,5 @@ TEST_F(Panels, AgeIsToldInTheTwoLargestUnits)
             << c.birth.toString(Qt::ISODate).toStdString();
     s.reloj.hoy = QDate(2026, 2, 28);
     EXPECT_EQ(ageOf(s, QDate(2024, 2, 29)), u"2 years"_s);
-    EXPECT_EQ(ageOf(s, QDate(2025, 12, 31)), u"2 months"_s); // the last day for the last day
+    EXPECT_EQ(ageOf(s, QDate(2025, 12, 31)), u"2 months"_s); // month end counts as month end
 }

@@ -77,7 +77,7 @@ TEST_F(ReferenceLists, TheHintTellsWhatComesAlongOrHowToEnterANewName)
     Lote lote(s);
     for (int i = 0; i < 300; ++i)
         breedOf(100 + i, u"Zeta %1"_s.arg(i), 0, 0);
-    EXPECT_LT(notice(List::Breed, u"z"_s).size(), 200); // a line, not a page
+    EXPECT_LT(notice(List::Breed, u"z"_s).size(), 200); // one line, not a page
 }
 
 TEST_F(ReferenceLists, KnownNamesTakeTheCodeTypedAndKeepTheRest)
@@ -85,7 +85,7 @@ TEST_F(ReferenceLists, KnownNamesTakeTheCodeTypedAndKeepTheRest)
     const int north = ensureRegion(s, u" Norte "_s, u"041"_s);
     const int south = ensureRegion(s, u"Sur"_s, QString());
     EXPECT_EQ(ensureRegion(s, u"NORTE"_s, u"042"_s), north);
-    EXPECT_EQ(ensureRegion(s, u"norte"_s, QString()), north); // nothing typed clears nothing
+    EXPECT_EQ(ensureRegion(s, u"norte"_s, QString()), north); // an empty code clears nothing
     EXPECT_EQ(ensureRegion(s, u"  "_s, u"9"_s), 0);
     EXPECT_EQ(allRows(*s.clientes, "select id, nom, ctel, ran from cldepartamento"),
               u"%1|Norte|042|0\n%2|Sur||0\n"_s.arg(north).arg(south));
@@ -96,7 +96,7 @@ TEST_F(ReferenceLists, KnownNamesTakeTheCodeTypedAndKeepTheRest)
               u"%1|Zona 6|101|%2\n"_s.arg(zone).arg(north));
 
     const int boxer = ensureBreed(s, u"Boxer"_s, 1);
-    EXPECT_EQ(ensureBreed(s, u"bóxer"_s, 2), boxer + 1); // an accent makes another name
+    EXPECT_EQ(ensureBreed(s, u"bóxer"_s, 2), boxer + 1); // an accent makes a different name
     EXPECT_EQ(ensureBreed(s, u"BOXER"_s, 2), boxer);
     EXPECT_EQ(entryById(s, List::Breed, boxer)->parent, 1);
     changeBreedSpecies(s, boxer, 3);
@@ -120,7 +120,7 @@ TEST_F(ReferenceLists, ANumberHasNoLetter)
     for (const QString &t :
          {QString(), u" "_s, u"-"_s, u"."_s, u"z6"_s, u"25 de Mayo"_s, u"1-2"_s, u"1e5"_s})
         EXPECT_FALSE(isNumeric(t)) << t.toStdString();
-    // What cannot be a name has no letter either, number or not.
+    // Digits and punctuation alone are no name, whether they read as a number or not.
     for (const QString &t : {u"6"_s, u" 1-2 "_s, u"(-)"_s, u"#"_s})
         EXPECT_TRUE(withoutLetters(t)) << t.toStdString();
     for (const QString &t : {QString(), u" "_s, u"z6"_s, u"6 ñ"_s, u"中"_s})
@@ -132,7 +132,7 @@ TEST_F(ReferenceLists, MailDomainsAreLearntAndOfferedBehindTheSign)
     s.clientes->Execute("delete * from email");
     s.clientes->Execute("insert into clientes (idc, faltamail) values (5, -1)");
     EXPECT_FALSE(settleMail(s, u"sin direccion"_s, 5));
-    settleMail(s, u"ana@Vet.example, eva@granja.example "_s, 0); // of a new client
+    settleMail(s, u"ana@Vet.example, eva@granja.example "_s, 0); // from a new client
     EXPECT_EQ(allRows(*s.clientes, "select faltamail from clientes"), u"-1\n"_s);
     EXPECT_TRUE(settleMail(s, u"ana@vet.example"_s, 5));
     const qint64 written = s.clientes->version("clientes");

@@ -58,7 +58,7 @@ TEST_F(Registry, ANewClientComesWithItsPlacesAndItsRowOfEvents)
     f.subregion = u"z6"_s;
     f.codp2 = u"91000"_s;
     f.obs = u"0341"_s;
-    f.deuda = true; // a client does not begin with what the counter alone sets
+    f.deuda = true; // only the counter sets this, so a new client starts without
     const Addition addition = addClient(s, f);
     ASSERT_EQ(addition.id, next);
     EXPECT_FALSE(addition.rejection);
@@ -118,7 +118,7 @@ TEST_F(Registry, ATelephoneThatIsThereIsAskedAboutOnce)
     const Addition taken = addClient(s, Client(u"Ana B"_s, u"422*"_s));
     EXPECT_EQ(taken.id, ana + 3);
     EXPECT_EQ(taken.existing, 0);
-    // The telephone is no pattern, and a change does not ask.
+    // The telephone is no pattern, and changing a client does not ask.
     EXPECT_EQ(addClient(s, Client(u"Otra"_s, u"*"_s)).id, ana + 4);
     ClientRecord f = *readClient(s, ana + 4);
     f.tel2 = u"422*"_s;
@@ -137,7 +137,7 @@ TEST_F(Registry, AChangeKeepsDaysAndDebtAndTellsWhenTheClientIsGone)
     EXPECT_FALSE(modifyClient(s, f));
     const char *state = "ayn, feci, fecu, deuda, obra, faltadir, faltamail";
     EXPECT_EQ(Clientes(state), u"Ana María|2020-01-01|2021-01-01|-1|3|-1|0\n"_s);
-    f.codp2 = u"11300"_s; // letters can go now
+    f.codp2 = u"11300"_s; // letters can be sent now
     EXPECT_FALSE(modifyClient(s, f));
     EXPECT_EQ(Clientes(state), u"Ana María|2020-01-01|2021-01-01|-1|3|0|0\n"_s);
 
@@ -221,7 +221,7 @@ TEST_F(Registry, ANewPatientComesWithItsBreed)
     f.fecn = hoy.addDays(1); // not born yet
     EXPECT_EQ(rejected(5057), Field::Birth);
     f.fecn = hoy;
-    for (const int none : {0, 99}) { // deleted meanwhile
+    for (const int none : {0, 99}) { // deleted in the meantime
         f.idc = none;
         EXPECT_EQ(rejected(9420), Field::Client);
     }
@@ -239,7 +239,7 @@ TEST_F(Registry, AChangeWritesThreeSpeciesOnly)
         return readPatient(s, idm)->esp;
     };
     EXPECT_EQ(species(u"Canino"_s), 1);
-    EXPECT_EQ(species(u"Conejo"_s), 1); // intended: any other name leaves what was there
+    EXPECT_EQ(species(u"Conejo"_s), 1); // On purpose: any other name changes nothing
     EXPECT_EQ(species(QString()), 1);
     EXPECT_EQ(species(u"Equino"_s), 3);
     EXPECT_EQ(species(u"Felino"_s), 2);

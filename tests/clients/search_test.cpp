@@ -41,7 +41,7 @@ protected:
         patient("10, 1, 'Fido', 1, 1, 1, 'mancha', '981000077', -1, 0, 0, 'muerde'");
         patient("11, 1, 'Mora', 2, 0, 0, '', '', 0, -1, 0, ''");
         patient("12, 2, 'Gardel', 1, 0, 0, '', '', 0, 0, -1, ''");
-        patient("13, 99, 'Edgar', 1, 0, 0, '', '', 0, 0, 0, ''"); // without an owner
+        patient("13, 99, 'Edgar', 1, 0, 0, '', '', 0, 0, 0, ''"); // no owner
     }
 
     void add(const std::string &row) { s.clientes->Execute("insert into " + row); }
@@ -68,7 +68,7 @@ protected:
             all << cells.front().toText();
         return all.join(u' ');
     }
-    /// The ids found, which must be the same while the user types.
+    /// The ids found, which must be the same while typing.
     QString search(Search what, const Conditions &asked)
     {
         const QString all = ids(find(s, what, asked));
@@ -158,7 +158,7 @@ TEST_F(Searches, TypingBringsSomeRowsAndEnterAll)
     EXPECT_EQ(typed.rows.size(), size_t(RowsWhileTyping));
     EXPECT_FALSE(all.more);
     EXPECT_EQ(all.rows.size(), size_t(RowsWhileTyping) + 5);
-    // As many as are shown, and none behind them.
+    // Exactly as many as the limit.
     s.clientes->Execute("delete * from Clientes where idc > ?", 1000 + RowsWhileTyping - 1);
     const Finding exact = findWhileTyping(s, Search::Clientes, asked);
     EXPECT_FALSE(exact.more);
@@ -176,7 +176,7 @@ TEST_F(Searches, WhatCannotBeAskedSaysWhy)
             EXPECT_EQ(findWhileTyping(s, Search::Patients, asked).impediment,
                       s(text::YesNoCriterionAlone));
         }
-    // Intended: the region's clause names a column that is not there.
+    // On purpose: the criterion names a column that does not exist.
     const Conditions region{by(Search::Clientes, u"Region"_s, u"sur"_s), Condition{}};
     EXPECT_TRUE(findWhileTyping(s, Search::Clientes, region).impediment.contains(u"Nombre"_s));
     EXPECT_THROW(find(s, Search::Clientes, region), store::StoreError);
@@ -247,12 +247,12 @@ TEST_F(QuickFind, AnyPieceWillDo)
         {u"9912"_s, u"García/Fido García/Mora"_s},
         {u"099 123-456"_s, u"García/Fido García/Mora"_s},
         {u"4900"_s, u"García/Fido García/Mora"_s},
-        {u"3454900"_s, u""_s},                        // two numbers are not one
+        {u"3454900"_s, u""_s},                        // one number after the other, not one number
         {u"00077 gar"_s, u"García/Fido"_s},           // the chip
-        {u"3"_s, u"Zeta/ García/Fido García/Mora"_s}, // the id before pieces of telephones
+        {u"3"_s, u"Zeta/ García/Fido García/Mora"_s}, // the id before parts of telephones
         {u"0012"_s, u"Álvarez/(Gardel)"_s},
         {u"*"_s, u"Zeta/"_s}, // an owner without animals
-        {u"edgar"_s, u""_s},  // no owner to go to
+        {u"edgar"_s, u""_s},  // no owner to open
         {u"- "_s, u""_s},
     };
     for (const auto &[text, expected] : cases)
@@ -264,7 +264,7 @@ TEST_F(QuickFind, TheBestStandsFirstAndOwnersTogether)
     patient("20, 2, 'Garra', 1, 0, 0, '', '', 0, 0, 0, ''");
     patient("21, 3, 'Edgar', 1, 0, 0, '', '', 0, 0, 0, ''");
     patient("22, 1, 'Viejo', 1, 0, 0, '', '', 0, 0, -1, ''");
-    // Álvarez comes first by name with a living animal; his dead one stands below it.
+    // Álvarez is the first by name with a living animal; his dead one follows below it.
     const QString all = u"Álvarez/Garra Álvarez/(Gardel) García/Fido García/Mora García/(Viejo) "
                         "Zeta/Edgar"_s;
     EXPECT_EQ(find(u"gar"_s), all);
@@ -278,12 +278,12 @@ TEST_F(QuickFind, FollowsTheTables)
     s.clientes->Execute("insert into Clientes (idc, ayn) values (50, 'Nuevo')");
     EXPECT_EQ(find(u"nuevo"_s), u"Nuevo/");
 
-    // Another terminal.
+    // Written by another terminal.
     Sesion other(ask, impresion, store::Language::English);
     store::setDataFolder(other, folder.path());
     ASSERT_FALSE(store::openStore(other));
     other.clientes->Execute("delete * from clientes where idc = 50");
-    EXPECT_EQ(index.find(s, u"nuevo"_s, 9).rows.size(), 0U); // gone before the index knows
+    EXPECT_EQ(index.find(s, u"nuevo"_s, 9).rows.size(), 0U); // deleted before the index is updated
     EXPECT_TRUE(eventually([&] { return find(u"nuevo"_s) == u""; }));
     other.clientes->Execute("insert into Clientes (idc, ayn) values (51, 'Lejano')");
     EXPECT_TRUE(eventually([&] { return find(u"lejano"_s) == u"Lejano/"; }));
@@ -323,7 +323,7 @@ protected:
         return QTest::qWaitFor([&] { return rows() == names; }, 3000);
     }
     bool registryIsOpen() { return forms.load(u"frmPropietarios"_s)->isVisible(); }
-    /// Opens a form, whose box is typed into.
+    /// Opens a form and finds the box to type into.
     void open(ui::FormBase &form, const char16_t *box = u"txtTextoUno")
     {
         form.opened({});
@@ -354,11 +354,11 @@ TEST_F(SearchForms, AreWalkedByTheKeyboard)
     EXPECT_EQ(form.windowTitle(), u"Patient search");
     open(form);
     EXPECT_FALSE(child<QPushButton>(form, u"cmdContinuar")->isEnabled());
-    key(Qt::Key_Return); // asks for nothing
+    key(Qt::Key_Return); // nothing to search for
     EXPECT_EQ(form.focusWidget(), text);
 
     type(u"o"_s);
-    EXPECT_EQ(rows(), u""); // the key itself waits for nothing
+    EXPECT_EQ(rows(), u""); // the key itself does not wait for the search
     EXPECT_TRUE(showsSoon(u"Fido Mora"_s));
     EXPECT_EQ(grid->gridModel()->cellText(0, 8), s(text::Yes));
     EXPECT_EQ(grid->gridModel()->cellText(0, 9), s(text::No));
@@ -371,7 +371,7 @@ TEST_F(SearchForms, AreWalkedByTheKeyboard)
     text->setFocus();
     key(Qt::Key_Down);
     EXPECT_EQ(grid->currentRow(), 1);
-    key(Qt::Key_Return); // the row stays, the keyboard goes to the grid
+    key(Qt::Key_Return); // the row stays current, the focus moves to the grid
     EXPECT_EQ(grid->currentRow(), 1);
     EXPECT_EQ(form.focusWidget(), grid);
     QTest::keyClick(grid, Qt::Key_Return);
@@ -394,7 +394,7 @@ TEST_F(SearchForms, WhatCannotBeAskedLeavesTheRows)
     EXPECT_EQ(text->text(), u"ana");
     EXPECT_TRUE(hint(clients).contains(u"(')"_s)) << hint(clients).toStdString();
 
-    // Typed, the failing region is told in a line; asked for with ENTER, in a box.
+    // The failing region is reported in a line while typing, and in a message after ENTER.
     searchBy(clients, u"Region"_s);
     EXPECT_TRUE(QTest::qWaitFor([&] { return hint(clients).contains(u"Nombre"_s); }, 3000));
     EXPECT_EQ(rows(), u"García Ana");
@@ -436,7 +436,7 @@ TEST_F(SearchForms, TheQuickFindAnswersEveryKey)
 {
     frmBusquedaRapida form(s, forms);
     open(form, u"txtBuscar");
-    key(Qt::Key_Return); // nothing to go to yet
+    key(Qt::Key_Return); // no match to open yet
     EXPECT_TRUE(form.isVisible());
 
     type(u"gar"_s);

@@ -35,7 +35,7 @@ protected:
     }
     ~TypedBoxes() override { QLocale::setDefault(QLocale::c()); }
 
-    /// A window with the box and another one to go to.
+    /// Shows the box in a window with a second one to move to.
     void open(QWidget &box)
     {
         auto *column = new QVBoxLayout(&window);
@@ -140,7 +140,7 @@ TEST_F(TypedBoxes, ADayIsTakenOnLeavingOrStaysAsTypedAndIsToldBesideTheBox)
         const auto *label = window.findChild<QLabel *>(u"lblNotaDelCampo"_s);
         return label && label->isVisible() ? label->text() : QString();
     };
-    for (const QString &bad : {u"31022024"_s, u"tomorrow"_s}) { // the last one: not born yet
+    for (const QString &bad : {u"31022024"_s, u"tomorrow"_s}) { // not born yet
         retype(box, bad);
         leave();
         EXPECT_EQ(box.text(), bad) << "nothing typed is lost";

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Boxes of every kind and a button in a chain.
+/// A chain with boxes of every kind and a button.
 class Form : public FormBase
 {
 public:
@@ -67,7 +67,7 @@ protected:
         f.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     }
-    /// @return where the focus is after ENTER
+    /// @return the widget that has the focus after ENTER
     QWidget *enter(Qt::KeyboardModifiers m = {})
     {
         QTest::keyClick(form->focusWidget(), Qt::Key_Return, m);
@@ -111,7 +111,7 @@ TEST_F(BaseForm, EnterWalksTheBoxesPressesTheButtonAndWritesNewLinesInNotes)
 TEST_F(BaseForm, TheApostropheIsRefusedWhenTypedAndABlankWhenPasted)
 {
     form->notes->setPlainText(u"stored 'so'"_s);
-    // Beside the box: what is typed behind it is not lost.
+    // Reported beside the box, so that what is typed next is not lost.
     QTest::keyClicks(form->first, u"O'"_s);
     EXPECT_TRUE(form->first->property("falla").toBool());
     const auto *note = form->findChild<QLabel *>(u"lblNotaDelCampo"_s);

@@ -39,7 +39,7 @@ GridRow row(const QString &name, int id)
                       QDate(2020, 1, 31), QTime(9, 5), id % 2 == 1, id}};
 }
 
-/// A grid in a fixed locale over three patients, put in no order.
+/// A grid with three unsorted patients, in a fixed locale.
 class Grids : public Clinic
 {
 protected:
@@ -299,7 +299,7 @@ TEST_F(Grids, AnExportIsWhatIsShownAndOneThatFailsLosesNothing)
     choose(3);
 
     const QString file = folder.filePath(u"full.csv"_s);
-    ASSERT_TRUE(QDir().mkdir(file)); // stands where the file should go
+    ASSERT_TRUE(QDir().mkdir(file)); // in the way of the file
     EXPECT_THROW(exportCsv(model, exported, file), store::StoreError);
     EXPECT_EQ(read(u"owners.csv"_s), before);
 }

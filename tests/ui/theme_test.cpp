@@ -8,8 +8,8 @@
 using namespace ui;
 using namespace Qt::StringLiterals;
 
-// Text must stand off from what it lies on, whatever colour a clinic chooses: 4.5 to 1 is what
-// people with weak sight can read.
+// Text must be readable whatever colour a clinic chooses: 4.5 to 1 is the contrast that people with
+// weak sight need.
 TEST(Theme, EveryColourOfTheSettingGivesReadableText)
 {
     for (const int setting : {0, 1, 0x000002, 0x0000ff, 0x00ff00, 0xff0000, 0xffffff, 0x00ffff,

@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Plays the user once a box is up. A box that is still open afterwards is cancelled, so that a
-/// key that does nothing fails a test instead of hanging it.
+/// Plays the user once a dialog is up. A dialog that is still open afterwards is cancelled, so that
+/// an ignored key fails the test instead of hanging it.
 void whenOpen(const std::function<void(QWidget &)> &play)
 {
     QTimer::singleShot(0, qApp, [play] {
@@ -138,7 +138,7 @@ TEST_F(Boxes, ATextLongerThanTheScreenScrolls)
 TEST_F(Boxes, ATextIsGivenOrWithheld)
 {
     whenOpen([](QWidget &box) {
-        QTest::keyClicks(box.focusWidget(), u"Ana"_s); // replaces what is proposed
+        QTest::keyClicks(box.focusWidget(), u"Ana"_s); // replaces the initial text
         key(box, Qt::Key_Return);
     });
     EXPECT_EQ(dialogs.PedirTexto(u"t"_s, u"Name"_s, u"old"_s), u"Ana"_s);

@@ -161,8 +161,12 @@ BoardModel::BoardModel(Sesion &s, Available available, QObject *parent)
 void BoardModel::load()
 {
     QList<BoardLine> lines = readBoard(m_s);
+    QList<BoardNotice> notices = warnings(m_s);
+    if (lines.isEmpty())
+        notices += firstSteps(m_s);
     beginResetModel();
     m_lines = std::move(lines);
+    m_notices = std::move(notices);
     endResetModel();
 }
 
@@ -170,14 +174,21 @@ BoardModel::Kind BoardModel::kindOf(int row) const
 {
     if (row == 0)
         return Kind::Header;
+    if (row <= m_notices.size())
+        return Kind::Notice;
     return m_lines.isEmpty() ? Kind::Empty : Kind::Line;
 }
 
 Target BoardModel::targetOf(const QModelIndex &cell) const
 {
-    if (!cell.isValid() || kindOf(cell.row()) != Kind::Line)
+    const Kind kind = cell.isValid() ? kindOf(cell.row()) : Kind::Empty;
+    if (kind == Kind::Notice && cell.column() == Message) {
+        const Target &target = noticeAt(cell.row()).target;
+        return m_available(target) ? target : Target{};
+    }
+    if (kind != Kind::Line)
         return {};
-    const BoardLine &line = m_lines[cell.row() - 1];
+    const BoardLine &line = lineAt(cell.row());
     Target target;
     if (cell.column() == Message)
         target = textTarget(m_s, line);
@@ -196,7 +207,7 @@ Target BoardModel::rowTarget(const QModelIndex &cell) const
 
 int BoardModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : 1 + std::max(1, int(m_lines.size()));
+    return parent.isValid() ? 0 : 1 + int(m_notices.size()) + std::max(1, int(m_lines.size()));
 }
 
 int BoardModel::columnCount(const QModelIndex &parent) const
@@ -206,7 +217,8 @@ int BoardModel::columnCount(const QModelIndex &parent) const
 
 Qt::ItemFlags BoardModel::flags(const QModelIndex &index) const
 {
-    if (!index.isValid() || kindOf(index.row()) != Kind::Line)
+    const Kind kind = index.isValid() ? kindOf(index.row()) : Kind::Empty;
+    if (kind != Kind::Line && kind != Kind::Notice)
         return Qt::NoItemFlags;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
 }
@@ -245,8 +257,10 @@ QVariant BoardModel::text(const QModelIndex &cell) const
                        + QLocale().toString(m_s.reloj.hoy, QLocale::LongFormat) + u'.');
     case Kind::Empty:
         return m_s(text::NoReportsToday);
+    case Kind::Notice:
+        return noticeAt(cell.row()).message;
     case Kind::Line:
-        return m_lines[cell.row() - 1].message;
+        return lineAt(cell.row()).message;
     }
     return {};
 }
@@ -258,7 +272,9 @@ QVariant BoardModel::picture(const QModelIndex &cell) const
         return cell.column() == Picture ? ui::namedIcon(u"PizarraKelvara"_s) : QIcon();
     if (kind == Kind::Empty)
         return cell.column() == Message ? ui::namedIcon(u"vacia"_s) : QIcon();
-    const BoardLine &line = m_lines[cell.row() - 1];
+    if (kind == Kind::Notice)
+        return cell.column() == Picture ? ui::namedIcon(noticeAt(cell.row()).picture) : QIcon();
+    const BoardLine &line = lineAt(cell.row());
     if (cell.column() == Picture)
         return line.dibujo ? ui::namedIcon(QString::number(line.dibujo)) : QIcon();
     if (cell.column() == Icon1)
@@ -272,7 +288,7 @@ QString BoardModel::thatOpens(const QModelIndex &cell) const
 {
     if (kindOf(cell.row()) != Kind::Line)
         return {};
-    const BoardLine &line = m_lines[cell.row() - 1];
+    const BoardLine &line = lineAt(cell.row());
     const QString form = iconTarget(m_s, line, iconOf(cell.column())).form;
     if (form.isEmpty())
         return {};
@@ -298,6 +314,7 @@ void BoardDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         if (index.column() == BoardModel::Picture) // painted once, across the row
             paintEmpty(*painter, option, index.siblingAtColumn(BoardModel::Message), p);
         break;
+    case BoardModel::Kind::Notice:
     case BoardModel::Kind::Line:
         paintLine(*painter, option, index, p);
         break;
@@ -312,6 +329,7 @@ int BoardDelegate::heightOf(BoardModel::Kind kind, const QFontMetrics &font)
         return 68;
     case BoardModel::Kind::Empty:
         return 320;
+    case BoardModel::Kind::Notice:
     case BoardModel::Kind::Line:
         break;
     }

@@ -1,7 +1,7 @@
 // The board as a table: its model and its painting.
 #pragma once
 
-#include "board/navigation.h"
+#include "board/board_notices.h"
 
 #include <QAbstractTableModel>
 #include <QStyledItemDelegate>
@@ -18,7 +18,7 @@ public:
     /// The columns of a line.
     enum Column { Picture, Message, Icon1, Icon2, ColumnCount };
     /// What a row shows.
-    enum class Kind { Header, Line, Empty };
+    enum class Kind { Header, Notice, Line, Empty };
     /// Roles beyond Qt's own: KindRole is the row's Kind, ActiveRole whether a click on the cell
     /// opens something.
     enum Paper { KindRole = Qt::UserRole, LinkRole, ActiveRole };
@@ -44,12 +44,15 @@ public:
 
 private:
     Kind kindOf(int row) const;
+    const BoardNotice &noticeAt(int row) const { return m_notices[row - 1]; }
+    const BoardLine &lineAt(int row) const { return m_lines[row - 1 - m_notices.size()]; }
     QVariant text(const QModelIndex &cell) const;
     QVariant picture(const QModelIndex &cell) const;
     QString thatOpens(const QModelIndex &cell) const;
 
     Sesion &m_s;
     Available m_available;
+    QList<BoardNotice> m_notices; // before the lines
     QList<BoardLine> m_lines;
 };
 

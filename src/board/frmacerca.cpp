@@ -1,5 +1,6 @@
 #include "board/frmacerca.h"
 
+#include "board/frmerrores.h"
 #include "board/version_text.h"
 #include "columns/configuracion.h"
 #include "texts/texts.h"
@@ -88,4 +89,5 @@ void frmAcerca::build()
 void board::registerBoardForms(Sesion &s, ui::FormRegistry &forms)
 {
     forms.enrol(u"frmAcerca"_s, [&s] { return new frmAcerca(s); });
+    forms.enrol(u"frmErrores"_s, [&s] { return new frmErrores(s); });
 }

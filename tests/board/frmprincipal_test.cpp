@@ -1,10 +1,13 @@
 #include "board/board_view.h"
 #include "board/frmacerca.h"
 #include "board/frmprincipal.h"
+#include "columns/configuracion.h"
 #include "store/lookups.h"
 #include "support/clinic.h"
+#include "texts/board.h"
 #include "texts/texts.h"
 #include "ui/form_registry.h"
+#include "ui/grid.h"
 #include "ui/window_dialogs.h"
 
 #include <QAbstractItemModelTester>
@@ -78,8 +81,80 @@ protected:
 
 } // namespace
 
+TEST_F(Board, ANewClinicIsLedThroughItsFirstSteps)
+{
+    forms.enrol(u"frmConfiguracion"_s,
+                [this] { return new Screen(s, u"frmConfiguracion"_s, log); });
+    show();
+    const QString done = u" · "_s + s(text::StepDone);
+    EXPECT_EQ(cell(1), s(text::StepClinicData));
+    EXPECT_EQ(cell(2), s(text::StepUsers));
+    EXPECT_EQ(cell(6), s(text::NoReportsToday)) << "below the steps";
+    key(Qt::Key_Return);
+    EXPECT_EQ(taken(), QStringList{u"frmConfiguracion pagina=clinica"_s});
+
+    s.clinic.dir = u"Mitre 1"_s;
+    s.clientes->Execute("insert into clientes (idc, ayn) values (1, 'Abad')");
+    board->CargarPizarra();
+    EXPECT_EQ(cell(1), s(text::StepClinicData) + done);
+    EXPECT_EQ(cell(2), s(text::StepUsers));
+    EXPECT_EQ(cell(3) + u'|' + cell(4),
+              s(text::StepClients) + done + u'|' + s(text::StepImport) + done);
+    AgregarPizarra(s, u"a line"_s, 102, 1, 20);
+    board->CargarPizarra();
+    EXPECT_EQ(cell(1), u"a line"_s) << "the steps are for an empty board";
+}
+
+TEST_F(Board, APassThatDidNotRunAndFailuresStandBeforeTheLines)
+{
+    registerBoardForms(s, forms);
+    AgregarPizarra(s, u"of yesterday"_s, 102, 1, 20);
+    s.configuracion.Edit();
+    s.configuracion.Put(setting::FechaUltimoInicio, hoy.addDays(-1));
+    s.configuracion.Update();
+    show();
+    EXPECT_EQ(cell(1), s(text::PassDidNotRun).arg(store::dayText(hoy.addDays(-1))));
+    EXPECT_EQ(cell(2), u"of yesterday"_s);
+
+    store::logError(s, 3022, u"first"_s, u"here"_s);
+    s.configuracion.Edit();
+    s.configuracion.Put(setting::FechaUltimoInicio, hoy);
+    s.configuracion.Update();
+    board->CargarPizarra();
+    EXPECT_EQ(cell(1), s(text::OneFailureNoted).arg(store::dayText(hoy)));
+    store::logError(s, 3022, u"second"_s, u"there"_s);
+    board->CargarPizarra();
+    EXPECT_EQ(cell(1), s(text::FailuresNoted).arg(2).arg(store::dayText(hoy)));
+
+    const auto look = [&](bool clear) {
+        QTimer::singleShot(0, qApp, [&, clear] {
+            auto *list = QApplication::activeModalWidget();
+            ASSERT_TRUE(list);
+            auto *rows = list->findChild<ui::Grid *>(u"grd"_s)->gridModel();
+            EXPECT_EQ(rows->cellText(0, 3) + u'|' + rows->cellText(1, 3), u"second|first"_s);
+            ask.wait(s(text::ClearFailuresQuestion).arg(2), clear);
+            list->findChild<QPushButton *>(u"cmdBorrar"_s)->click();
+            EXPECT_EQ(rows->allRows(), clear ? 0 : 2);
+            list->close();
+        });
+        key(Qt::Key_Return);
+        board->CargarPizarra();
+    };
+    look(false);
+    EXPECT_EQ(cell(1), s(text::FailuresNoted).arg(2).arg(store::dayText(hoy)));
+    look(true);
+    EXPECT_EQ(cell(1), u"of yesterday"_s);
+}
+
 TEST_F(Board, WithoutLinesItSaysSoUntilF5ReadsWhatOthersHaveWritten)
 {
+    s.clinic.dir = u"Mitre 1"_s;
+    s.clientes->Execute("insert into clientes (idc, ayn) values (1, 'Abad')");
+    for (const int idu : {7, 8})
+        s.morvane->Execute("insert into Usuarios (idu, nom) values (?, 'Eva')", idu);
+    s.configuracion.Edit();
+    s.configuracion.Put(setting::usuariomail, u"eva"_s);
+    s.configuracion.Update();
     show();
     EXPECT_EQ(cell(0),
               s(text::DaySummary) + u"\t "_s + QLocale().toString(hoy, QLocale::LongFormat) + u'.');

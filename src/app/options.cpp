@@ -24,6 +24,11 @@ std::optional<Options> app::readOptions(const QStringList &arguments, QString *e
                 return fail(QStringLiteral("--crear needs a folder"));
         } else if (a == u"--demo") {
             o.demo = true;
+        } else if (a == u"--veterinaria" || a == u"--usuario") {
+            QString &name = a == u"--usuario" ? o.user : o.clinic;
+            name = value();
+            if (name.trimmed().isEmpty())
+                return fail(a + QStringLiteral(" needs a name"));
         } else if (a == u"--desatendido") {
             o.mode = Options::Mode::Unattended;
         } else if (a == u"--importar") {
@@ -63,6 +68,11 @@ std::optional<Options> app::readOptions(const QStringList &arguments, QString *e
     }
     if (o.demo && o.mode != Options::Mode::Create)
         return fail(QStringLiteral("--demo goes with --crear"));
+    if ((!o.user.isEmpty() || !o.clinic.isEmpty()) && (o.mode != Options::Mode::Create || o.demo))
+        return fail(
+            QStringLiteral("--veterinaria and --usuario go with --crear, and not with --demo"));
+    if (!o.clinic.isEmpty() && o.user.isEmpty())
+        return fail(QStringLiteral("--veterinaria needs --usuario, its first user"));
     if (ofImport && o.mode != Options::Mode::Import)
         return fail(QStringLiteral(
             "--confirmar, --columnas, --fechas and --propietario go with --importar"));
@@ -77,6 +87,10 @@ QString app::helpText()
         "kelvara --crear DIR [--idioma es|pt|en] [--demo]\n"
         "                                         a new data folder: empty with its seeds, or a\n"
         "                                         demo clinic\n"
+        "kelvara --crear DIR --usuario NAME [--veterinaria NAME]\n"
+        "                                         a clinic ready to be used, with its first user;\n"
+        "                                         the password is the first line of standard\n"
+        "                                         input, an empty one for none\n"
         "kelvara --datos DIR --desatendido        a start without a window, for cron: runs the\n"
         "                                         day, prints the board\n"
         "kelvara --importar FILE --datos DIR [--confirmar] [--columnas TITLE=DATUM,...]\n"

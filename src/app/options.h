@@ -17,6 +17,8 @@ struct Options {
     QString data;   // data folder; "" for the one in ruta.txt
     QString create; // data folder to create
     bool demo = false;
+    QString clinic; // of the folder to create: its name, and its first user, whose password is the
+    QString user;   // first line of standard input; "" leaves both to the first start
     QString importing;    // file with clients and patients
     bool confirm = false; // write the import rather than only report on it
     QString columns;      // "title=datum,...", overriding what the titles suggest

@@ -5,6 +5,7 @@
 #include "messages/outbox.h"
 #include "startup/daily_automation.h"
 #include "startup/demo_clinic.h"
+#include "startup/first_run.h"
 #include "startup/new_folder.h"
 #include "startup/start_steps.h"
 #include "store/data_folder.h"
@@ -14,9 +15,12 @@
 
 #include <QDir>
 #include <QLocale>
+#include <QTextStream>
 
 #include <cstdio>
 #include <functional>
+#include <termios.h>
+#include <unistd.h>
 
 using namespace app;
 
@@ -41,6 +45,34 @@ QString inOneLine(QString t)
         if (c == u'\t' || c == u'\n' || c == u'\r')
             c = u' ';
     return t;
+}
+
+/// The first line of standard input. On a terminal it is asked for and does not show.
+QString readPassword()
+{
+    const bool asks = ::isatty(STDIN_FILENO);
+    termios before{};
+    if (asks) {
+        std::fputs("Password: ", stderr);
+        ::tcgetattr(STDIN_FILENO, &before);
+        termios hidden = before;
+        hidden.c_lflag &= ~tcflag_t(ECHO);
+        ::tcsetattr(STDIN_FILENO, TCSANOW, &hidden);
+    }
+    const QString line = QTextStream(stdin).readLine();
+    if (asks) {
+        ::tcsetattr(STDIN_FILENO, TCSANOW, &before);
+        std::fputs("\n", stderr);
+    }
+    return line;
+}
+
+/// All that the first start would ask for and do.
+void setUpClinic(Sesion &s, const startup::FirstRunData &data)
+{
+    startup::beginFirstRun(s);
+    startup::registerFirstRun(s, data);
+    startup::finishFirstRun(s);
 }
 
 void printBoard(Sesion &s)
@@ -127,18 +159,28 @@ int app::createData(const Options &options, store::Language language)
     store::UnattendedDialogs dialogos;
     store::NoPrinting impresion;
     Sesion s(dialogos, impresion, language);
+    startup::FirstRunData first;
+    if (!options.user.isEmpty()) {
+        const QString password = readPassword();
+        first = {options.clinic, {}, {}, options.user, password, password};
+        if (const int fault = startup::validateFirstRun(first))
+            return fail(s(fault));
+    }
     try {
         startup::createFolder(options.create, language);
     } catch (const store::StoreError &e) {
         return fail(e.description); // names the folder and the reason
     }
     try {
-        if (options.demo) {
+        if (options.demo || !options.user.isEmpty()) {
             store::setDataFolder(s, options.create);
             if (const auto failure = store::openStore(s))
                 return fail(failure->text);
-            startup::createDemo(s);
         }
+        if (options.demo)
+            startup::createDemo(s);
+        else if (!options.user.isEmpty())
+            setUpClinic(s, first);
     } catch (const store::StoreError &e) {
         return fail(store::errorText(s, e));
     }

@@ -40,13 +40,18 @@ QList<BoardNotice> board::warnings(Sesion &s)
     return all;
 }
 
+bool board::isNewClinic(Sesion &s) { return !hasMoreThan(0, *s.clientes, "clientes"); }
+
 QList<BoardNotice> board::firstSteps(Sesion &s)
 {
-    const bool hasClients = hasMoreThan(0, *s.clientes, "clientes");
+    const bool hasClients = !isNewClinic(s);
     const bool hasMail = !s.configuracion[setting::usuariomail].toText().isEmpty();
     QList<BoardNotice> steps{
         {s(text::StepClinicData), {}, settingsPage(u"clinica"_s), !s.clinic.dir.isEmpty()},
-        {s(text::StepUsers), {}, settingsPage(u"usuarios"_s), hasMoreThan(1, *s.morvane, "Usuarios")},
+        {s(text::StepUsers),
+         {},
+         settingsPage(u"usuarios"_s),
+         hasMoreThan(1, *s.morvane, "Usuarios")},
         {s(text::StepClients), {}, {u"frmPropietarios"_s, {}, {}}, hasClients},
         {s(text::StepImport), {}, {u"frmImportar"_s, {}, {}}, hasClients},
         {s(text::StepMail), {}, settingsPage(u"clinica"_s), hasMail},

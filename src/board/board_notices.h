@@ -19,6 +19,10 @@ struct BoardNotice {
 /// @throws StoreError
 QList<BoardNotice> warnings(Sesion &s);
 
+/// Whether nothing was entered yet: the clinic has no client.
+/// @throws StoreError
+bool isNewClinic(Sesion &s);
+
 /// The first steps of a new clinic, those that are done marked as such; empty once all are.
 /// @throws StoreError
 QList<BoardNotice> firstSteps(Sesion &s);

@@ -162,7 +162,8 @@ void BoardModel::load()
 {
     QList<BoardLine> lines = readBoard(m_s);
     QList<BoardNotice> notices = warnings(m_s);
-    if (lines.isEmpty())
+    // The first day of a clinic has a line already, which welcomes it.
+    if (lines.isEmpty() || isNewClinic(m_s))
         notices += firstSteps(m_s);
     beginResetModel();
     m_lines = std::move(lines);

@@ -32,6 +32,12 @@ TEST(Options, TakesWhatItOffersAndRefusesTheRest)
     for (const auto &bad : {u"--importar"_s, u"--confirmar"_s, u"--importar a --fechas amd"_s,
                             u"--importar a --columnas"_s, u"--propietario x"_s})
         EXPECT_FALSE(read(bad)) << bad.toStdString();
+    const auto clinic = read(u"--crear /x --usuario Eva --veterinaria Norte"_s);
+    ASSERT_TRUE(clinic);
+    EXPECT_EQ(clinic->user + u'|' + clinic->clinic, u"Eva|Norte"_s);
+    for (const auto &bad : {u"--crear /x --veterinaria Norte"_s, u"--usuario Eva"_s,
+                            u"--crear /x --demo --usuario Eva"_s, u"--crear /x --usuario"_s})
+        EXPECT_FALSE(read(bad)) << bad.toStdString();
     for (const auto &bad : {u"--datos"_s, u"--crear"_s, u"--idioma de"_s, u"--demo"_s, u"algo"_s})
         EXPECT_FALSE(read(bad)) << bad.toStdString();
 }

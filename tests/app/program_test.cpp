@@ -35,6 +35,21 @@ TEST_F(Program, ANewFolderIsMadeOnceAndWaitsForItsFirstRun)
     EXPECT_EQ(run({u"--bogus"_s}).state, 2);
 }
 
+TEST_F(Program, AClinicIsSetUpWithItsFirstUserAndRunsItsDay)
+{
+    const QStringList create{u"--crear"_s,   data,         u"--idioma"_s,      u"en"_s,
+                             u"--usuario"_s, u"Helen F"_s, u"--veterinaria"_s, u"Maple Grove"_s};
+    const Exit done = run(create, binary(), "s3cret\nnot read\n");
+    EXPECT_EQ(done.state, 0) << done.errores.toStdString();
+    EXPECT_EQ(Day().state, 0) << "no first run is waited for";
+    look([](Sesion &s) {
+        const Recordset user = s.morvane->OpenSnapshot("select nom, up, ut from Usuarios");
+        EXPECT_EQ(user[0].toText() + u'|' + user[1].toText() + u'|' + user[2].toText(),
+                  u"Helen F|s3cret|2"_s);
+        EXPECT_EQ(s.morvane->read("select nom from Veterinaria").toText(), u"Maple Grove"_s);
+    });
+}
+
 TEST_F(Program, TheDayIsRunOnceAndTheBoardPrintedEachTime)
 {
     Demo();

@@ -54,10 +54,13 @@ protected:
         return p.exitStatus() == QProcess::CrashExit;
     }
 
-    Exit run(const QStringList &arguments, const QString &program = binary()) const
+    Exit run(const QStringList &arguments, const QString &program = binary(),
+             const QByteArray &input = {}) const
     {
         QProcess p;
         begin(p, arguments, program);
+        p.write(input);
+        p.closeWriteChannel();
         return finish(p);
     }
     Exit Day() const { return run(dayArguments()); }
@@ -92,9 +95,8 @@ protected:
                                     data + u'/' + store::fileOf(base)));
     }
 
-    /// Opens the folder beside the program, as another terminal.
-    template <typename F>
     /// Opens the folder as another terminal would, while the program may be running.
+    template <typename F>
     void look(F &&f) const
     {
         store::UnattendedDialogs dialogos;

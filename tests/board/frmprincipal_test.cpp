@@ -45,6 +45,7 @@ protected:
     Board()
     {
         s.morvane->Execute("delete * from pizarra");
+        addClient();
         for (const auto &name : {u"frmPropietarios"_s, u"FrmFinanzas"_s, u"frmAnalisis"_s,
                                  u"frmlistados"_s, u"frmagenda"_s, u"frmmensajeria"_s})
             forms.enrol(name, [this, name] { return new Screen(s, name, log); });
@@ -62,6 +63,7 @@ protected:
         board->showBoard();
         ASSERT_TRUE(QTest::qWaitForWindowActive(board.get()));
     }
+    void addClient() { s.clientes->Execute("insert into clientes (idc, ayn) values (1, 'Abad')"); }
     QTableView *grid() { return board->findChild<QTableView *>(u"GPizarra"_s); }
     QString cell(int row)
     {
@@ -85,16 +87,21 @@ TEST_F(Board, ANewClinicIsLedThroughItsFirstSteps)
 {
     forms.enrol(u"frmConfiguracion"_s,
                 [this] { return new Screen(s, u"frmConfiguracion"_s, log); });
+    s.clientes->Execute("delete * from clientes");
+    AgregarPizarra(s, u"welcome"_s, 106, 0, 38);
     show();
+    EXPECT_EQ(cell(6), u"welcome"_s) << "below the steps";
+    s.morvane->Execute("delete * from pizarra");
+    board->CargarPizarra();
     const QString done = u" · "_s + s(text::StepDone);
     EXPECT_EQ(cell(1), s(text::StepClinicData));
     EXPECT_EQ(cell(2), s(text::StepUsers));
-    EXPECT_EQ(cell(6), s(text::NoReportsToday)) << "below the steps";
+    EXPECT_EQ(cell(6), s(text::NoReportsToday));
     key(Qt::Key_Return);
     EXPECT_EQ(taken(), QStringList{u"frmConfiguracion pagina=clinica"_s});
 
     s.clinic.dir = u"Mitre 1"_s;
-    s.clientes->Execute("insert into clientes (idc, ayn) values (1, 'Abad')");
+    addClient();
     board->CargarPizarra();
     EXPECT_EQ(cell(1), s(text::StepClinicData) + done);
     EXPECT_EQ(cell(2), s(text::StepUsers));
@@ -149,7 +156,6 @@ TEST_F(Board, APassThatDidNotRunAndFailuresStandBeforeTheLines)
 TEST_F(Board, WithoutLinesItSaysSoUntilF5ReadsWhatOthersHaveWritten)
 {
     s.clinic.dir = u"Mitre 1"_s;
-    s.clientes->Execute("insert into clientes (idc, ayn) values (1, 'Abad')");
     for (const int idu : {7, 8})
         s.morvane->Execute("insert into Usuarios (idu, nom) values (?, 'Eva')", idu);
     s.configuracion.Edit();

@@ -219,7 +219,12 @@ void frmprincipal::wire()
     // The board's own: pages read themselves anew by the same key.
     auto *again = new QShortcut(QKeySequence(Qt::Key_F5), m_boardPage);
     connect(again, &QShortcut::activated, this, &frmprincipal::CargarPizarra);
-    connect(m_pages, &ui::Pages::changed, this, &frmprincipal::pageChanged);
+    connect(m_pages, &ui::Pages::changed, this, [this] {
+        if (m_pages->current())
+            pageChanged();
+        else
+            CargarPizarra(); // what was done on a page may have settled a line
+    });
     connect(cmdPizarra, &QPushButton::clicked, m_pages, &ui::Pages::goHome);
     connect(cmdVentana, &QPushButton::clicked, m_pages, &ui::Pages::separate);
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
@@ -255,12 +260,13 @@ void frmprincipal::narrowRail(bool narrow)
 
 void frmprincipal::CargarPizarra()
 {
+    const int before = GPizarra->currentIndex().row();
     guarded([this] {
         m_model->load();
         m_title = boardTitle(m_s);
         pageChanged();
     });
-    layRows();
+    layRows(before);
     const store::ClinicData &clinic = m_s.clinic;
     lblClinica->setText(clinic.nom.isEmpty() ? u"Kelvara"_s : clinic.nom);
     QStringList details{clinic.dir, clinic.tel};
@@ -270,7 +276,7 @@ void frmprincipal::CargarPizarra()
     lblUsuario->setText(m_s.user.nom);
 }
 
-void frmprincipal::layRows()
+void frmprincipal::layRows(int current)
 {
     GPizarra->clearSpans();
     GPizarra->horizontalHeader()->setMinimumSectionSize(1);
@@ -287,7 +293,8 @@ void frmprincipal::layRows()
             GPizarra->setSpan(row, 0, 1, BoardModel::ColumnCount);
         GPizarra->setRowHeight(row, BoardDelegate::heightOf(kind, GPizarra->fontMetrics()));
     }
-    GPizarra->setCurrentIndex(m_model->index(1, BoardModel::Message));
+    GPizarra->setCurrentIndex(
+        m_model->index(std::clamp(current, 1, m_model->rowCount() - 1), BoardModel::Message));
 }
 
 void frmprincipal::showBoard()

@@ -79,7 +79,7 @@ private:
     QWidget *buildRail();
     QWidget *buildHead();
     QPushButton *buildButton(const board::BoardButton &button);
-    void layRows();
+    void layRows(int current);
     void pageChanged();
     void narrowRail(bool narrow);
     void end();

@@ -151,6 +151,12 @@ TEST_F(Board, APassThatDidNotRunAndFailuresStandBeforeTheLines)
     EXPECT_EQ(cell(1), s(text::FailuresNoted).arg(2).arg(store::dayText(hoy)));
     look(true);
     EXPECT_EQ(cell(1), u"of yesterday"_s);
+
+    AgregarPizarra(s, u"below"_s, 102, 1, 20);
+    board->CargarPizarra();
+    key(Qt::Key_Down);
+    board->CargarPizarra();
+    EXPECT_EQ(grid()->currentIndex().row(), 2) << "reading again leaves the cursor where it is";
 }
 
 TEST_F(Board, WithoutLinesItSaysSoUntilF5ReadsWhatOthersHaveWritten)

@@ -120,6 +120,7 @@ TEST_F(Import, RecordsAreReadWhateverWroteThem)
 
     EXPECT_EQ(hasBeenRead("\xC3\xB1,\xE2\x82\xAC\n"_ba), u"1:ñ|€\n"_s);
     EXPECT_EQ(hasBeenRead("\xF1,\x80\n"_ba), u"1:ñ|€\n"_s);
+    EXPECT_EQ(hasBeenRead("\x9F,x\xA0y\n"_ba), u"1:Ÿ|x\u00A0y\n"_s) << "both ends of the range";
     EXPECT_EQ(hasBeenRead("a,\xC3"_ba), u"1:a|Ã\n"_s); // cut off inside a character: not UTF-8
     // A character across the boundary between two blocks that are read.
     for (const int before : {262142, 262143, 262144}) {

@@ -1,5 +1,6 @@
 #include "agenda/day_sheet.h"
 #include "agenda/tasks.h"
+#include "printing/document_set.h"
 #include "printing/letter.h"
 #include "printing/pdf.h"
 #include "printing/report.h"
@@ -227,4 +228,40 @@ TEST_F(Reports, APdfIsSavedWholeOrNotAtAll)
     EXPECT_TRUE(full);
     EXPECT_EQ(pagesOf(file), QStringList{u"former"_s});
     EXPECT_EQ(QDir(folder.path()).entryList({u"letter*"_s}), QStringList{u"letter.pdf"_s});
+}
+
+namespace
+{
+
+/// Notes which of its pages are drawn.
+struct Numbered : Documento {
+    Numbered(QString name, int pages, QStringList &log)
+        : m_name(std::move(name)), m_pages(pages), m_log(log)
+    {
+    }
+    QString titleOf() const override { return m_name; }
+    int compose(QPaintDevice &, QSizeF) override { return m_pages; }
+    void draw(QPainter &, int page) override { m_log << m_name + QString::number(page); }
+
+    QString m_name;
+    int m_pages;
+    QStringList &m_log;
+};
+
+} // namespace
+
+TEST(DocumentSet, PagesOfSeveralDocumentsFollowEachOther)
+{
+    QStringList drawn;
+    printing::DocumentSet set;
+    set.add(std::make_unique<Numbered>(u"a"_s, 2, drawn));
+    set.add(std::make_unique<Numbered>(u"empty"_s, 0, drawn));
+    set.add(std::make_unique<Numbered>(u"b"_s, 1, drawn));
+    QImage sheet(10, 10, QImage::Format_ARGB32);
+    QPainter painter(&sheet);
+    const int pages = set.compose(sheet, {180, 260});
+    EXPECT_EQ(pages, 3);
+    for (int page = 0; page <= pages; ++page)
+        set.draw(painter, page);
+    EXPECT_EQ(drawn, QStringList({u"a0"_s, u"a1"_s, u"b0"_s})) << "and nothing behind the last";
 }

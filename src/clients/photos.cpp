@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-constexpr int LongerSide = 1600;
+// In pixels: sharp on paper at 60 mm, and a bitmap of less than 2 MB.
+constexpr int LongerSide = 800;
 } // namespace
 
 QString clients::photoFile(const Sesion &s, int idm)

@@ -13,11 +13,10 @@
 #include "messages/message_forms.h"
 #include "messages/outbox.h"
 #include "printing/printer.h"
+#include "startup/choose_clinic.h"
 #include "startup/daily_automation.h"
 #include "startup/frminicio.h"
-#include "startup/new_folder.h"
 #include "store/data_folder.h"
-#include "store/schema.h"
 #include "texts/texts.h"
 #include "ui/form_registry.h"
 #include "ui/pictures.h"
@@ -30,7 +29,6 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QLockFile>
@@ -63,18 +61,6 @@ void setLocale(store::Language language)
         QLocale::setDefault({QLocale::English, QLocale::UnitedStates});
         break;
     }
-}
-
-// On a machine where nothing has been set up yet, offers to create a data folder.
-void offerNewFolder(Sesion &s, store::Language language)
-{
-    if (s.givenFolder || store::hasPath(s.programFolder))
-        return;
-    for (const QString &base : store::databases())
-        if (QFileInfo::exists(store::pathUnder(s.dataFolder, store::fileOf(base))))
-            return;
-    if (s.dialogos.Pregunta(s(text::MakeClinicQuestion) + QStringLiteral("\n\n") + s.dataFolder))
-        startup::createFolder(s.dataFolder, language);
 }
 
 int window(int &argc, char **argv, const Options &options, store::Language language)
@@ -123,7 +109,7 @@ int window(int &argc, char **argv, const Options &options, store::Language langu
 
     startup::StartSteps steps;
     steps.otherInstance = [other] { return other; };
-    steps.prepareFolder = [&] { offerNewFolder(s, language); };
+    steps.prepareFolder = [&] { return !startup::knowsNoClinic(s) || startup::chooseClinic(s); };
     steps.openStore = [&] {
         ui::applyTheme(app, s.configuracion[setting::PrincipalColor].toInt());
     };

@@ -2,8 +2,10 @@
 
 #include "board/failures.h"
 #include "columns/configuracion.h"
+#include "store/data_folder.h"
 #include "store/lookups.h"
 #include "texts/board.h"
+#include "texts/startup.h"
 
 using namespace board;
 using namespace Qt::StringLiterals;
@@ -28,6 +30,8 @@ Target settingsPage(const QString &page)
 QList<BoardNotice> board::warnings(Sesion &s)
 {
     QList<BoardNotice> all;
+    if (s.dataFolder == store::demoFolder(s))
+        all << BoardNotice{s(text::DemoNotice), u"pregunta"_s, {}};
     const QDate last = s.configuracion[setting::FechaUltimoInicio].toDate();
     if (last.isValid() && last != s.reloj.hoy)
         all << BoardNotice{s(text::PassDidNotRun).arg(store::dayText(last)), u"pregunta"_s, {}};

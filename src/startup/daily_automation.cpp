@@ -216,16 +216,14 @@ std::unique_ptr<store::Lock> lock(Sesion &s)
 // Whether another terminal has done the work in the meantime can only be known with the lock held.
 // Failing to get it is reported, so that nobody takes yesterday's board for today's.
 template <typename F>
-bool underLock(Sesion &s, bool (*pending)(Sesion &), F &&work)
+void underLock(Sesion &s, bool (*pending)(Sesion &), F &&work)
 {
     const auto dia = lock(s);
     if (!dia->isHeld())
         throw store::StoreError(store::ErrorNumber::Locked, s(text::HeldByAnotherTerminal));
     s.configuracion.Requery();
-    if (!pending(s))
-        return false;
-    work();
-    return true;
+    if (pending(s))
+        work();
 }
 
 // --- The outbox ---

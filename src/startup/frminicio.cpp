@@ -180,7 +180,8 @@ bool frminicio::openAll()
 {
     bool goesOn = false;
     const bool fine = guarded([this, &goesOn] {
-        call(m_steps.prepareFolder);
+        if (m_steps.prepareFolder && !m_steps.prepareFolder())
+            return;
         if (const auto failure = store::openStore(m_s)) {
             m_s.dialogos.Mensaje(failure->text);
             return;

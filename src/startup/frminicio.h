@@ -16,7 +16,7 @@ namespace startup
 /// What the splash needs from the program around it. An empty step is skipped.
 struct StartSteps {
     std::function<bool()> otherInstance; // whether another instance runs on this machine
-    std::function<void()> prepareFolder; // before the store is opened
+    std::function<bool()> prepareFolder; // before the store is opened; false ends the program
     std::function<void()> openStore;     // settings are readable: apply colours and the like
     std::function<void()> loadBoard;     // build the board, hidden
     std::function<void()> startTasks;    // the day's automation

@@ -100,6 +100,8 @@ QString store::pathUnder(const QString &folder, const QString &relative)
     return ruta;
 }
 
+QString store::demoFolder(const Sesion &s) { return s.programFolder + QStringLiteral("demo/"); }
+
 void store::setDataFolder(Sesion &s, const QString &folder)
 {
     s.programFolder = programFolder();

@@ -27,6 +27,9 @@ bool writePath(const QString &programFolder, const QString &dataFolder);
 /// not exist keep the case given. Accepts both slashes.
 QString pathUnder(const QString &folder, const QString &relative);
 
+/// Where the demo clinic of this machine lies, whether there is one or not. Ends in a slash.
+QString demoFolder(const Sesion &s);
+
 /// Sets the data folder of the session from a folder, or from ruta.txt when empty. Only ruta.txt
 /// makes this machine a terminal (EnRed), when it names another place than the program's own.
 void setDataFolder(Sesion &s, const QString &folder);

@@ -360,11 +360,11 @@ struct Recordset::Data {
         requireOpen();
         if (definitions() == definitionsSeen || walk)
             return;
-        const qint64 clave1 = currentKey();
-        const bool held1 = loaded || singleOne;
+        const qint64 keyBefore = currentKey();
+        const bool wasHeld = loaded || singleOne;
         compile();
-        if (held1)
-            readRows(clave1);
+        if (wasHeld)
+            readRows(keyBefore);
     }
 
     // --- Rows ---

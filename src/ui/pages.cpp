@@ -41,6 +41,7 @@ QScrollArea *Pages::adopt(FormBase &form)
     frame->setFrameShape(QFrame::NoFrame);
     frame->setFocusPolicy(Qt::NoFocus);
     frame->setWidgetResizable(true);
+    form.setWindowState(Qt::WindowNoState); // a size remembered from a window of its own
     frame->setWidget(&form);
     // A dialog would otherwise look for the middle of its parent when it is shown.
     form.setAttribute(Qt::WA_Moved);
@@ -105,6 +106,8 @@ void Pages::separate()
     form->setAttribute(Qt::WA_Moved, false);
     form->show();
     form->activateWindow();
+    m_apart.removeAll(form);
+    m_apart.append(form);
 }
 
 void Pages::release(FormBase &form)
@@ -119,10 +122,14 @@ void Pages::release(FormBase &form)
 
 bool Pages::mayLeaveAll()
 {
-    const auto open = m_open;
-    for (auto form = open.rbegin(); form != open.rend(); ++form)
-        if (*form && !(*form)->mayLeave()) {
-            bringForward(**form);
+    QList<QPointer<FormBase>> open;
+    for (const auto &form : std::as_const(m_apart))
+        if (form && form->isWindow() && form->isVisible())
+            open << form;
+    std::reverse_copy(m_open.begin(), m_open.end(), std::back_inserter(open));
+    for (const auto &form : std::as_const(open))
+        if (form && !form->mayLeave()) {
+            bringForward(*form);
             return false;
         }
     return true;

@@ -31,7 +31,8 @@ public:
     void goHome();
     /// Gives the form in front a window of its own, for a second screen, until it is closed.
     void separate();
-    /// Asks each open form whether it may be left, the one in front first.
+    /// Asks each open form whether it may be left: those with a window of their own, then the one
+    /// in front and those behind it.
     /// @return false when one may not; it is in front then
     bool mayLeaveAll();
     /// The window that the stack stands in became the active one.
@@ -52,7 +53,8 @@ private:
     void keepInSight(QWidget *focused);
 
     QWidget *m_home;
-    QList<QPointer<FormBase>> m_open; // the one in front last
+    QList<QPointer<FormBase>> m_open;  // the one in front last
+    QList<QPointer<FormBase>> m_apart; // that were given a window of their own
 };
 
 } // namespace ui

@@ -315,10 +315,10 @@ TEST_F(Registry, APhotographIsKeptSmallAndAFailedOneLeavesTheFormer)
     large.fill(Qt::red);
     savePhoto(s, idm, large);
     EXPECT_TRUE(readPatient(s, idm)->fot);
-    EXPECT_EQ(QImage(photoFile(s, idm)).size(), QSize(1600, 400));
+    EXPECT_EQ(QImage(photoFile(s, idm)).size(), QSize(800, 200));
 
     EXPECT_THROW(savePhoto(s, idm, QImage()), store::StoreError);
-    EXPECT_EQ(QImage(photoFile(s, idm)).size(), QSize(1600, 400));
+    EXPECT_EQ(QImage(photoFile(s, idm)).size(), QSize(800, 200));
     removePhoto(s, idm);
     EXPECT_THROW(savePhoto(s, idm, QImage()), store::StoreError);
     EXPECT_FALSE(readPatient(s, idm)->fot);

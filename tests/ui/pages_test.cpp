@@ -109,6 +109,14 @@ TEST_F(OneWindow, APageThatMayNotBeLeftIsBroughtForward)
     page(u"registry"_s)->refuses = true;
     EXPECT_FALSE(pages->mayLeaveAll());
     EXPECT_EQ(inFront(), u"registry"_s);
+
+    page(u"registry"_s)->refuses = false;
+    page(u"agenda"_s)->refuses = true;
+    forms.open(u"agenda"_s);
+    pages->separate();
+    EXPECT_FALSE(pages->mayLeaveAll()) << "nor one in a window of its own";
+    page(u"agenda"_s)->reject();
+    EXPECT_TRUE(pages->mayLeaveAll()) << "a closed one is not asked";
 }
 
 TEST_F(OneWindow, WhereThereIsLittleRoomThePageFollowsTheCursor)

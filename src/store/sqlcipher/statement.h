@@ -14,8 +14,8 @@ class FileStatement final : public store::Statement
 public:
     /// Compiles a statement.
     /// @param parts   told of every write
-    /// @param waiting true while the engine waits for a lock and cannot run statements; must outlive
-    ///        the statement, like @p parts
+    /// @param waiting true while the engine waits for a lock and cannot run statements; it must
+    ///        outlive the statement, like @p parts
     /// @throws StoreError
     FileStatement(sqlite3 *db, Parts &parts, const bool &waiting, const std::string &sql);
 

@@ -402,7 +402,7 @@ TEST_F(Folder, DataOfAnotherVersionAreNotWorkedOn)
     for (const auto &[version, told] : versions) {
         reopen();
         s.morvane->Execute("update configuracion set Ver = ?", version);
-        s.morvane->Execute("ALTER TABLE TareasAgenda DROP COLUMN artaux"); // not to be completed
+        s.morvane->Execute("ALTER TABLE TareasAgenda DROP COLUMN artaux"); // must not be added
         closeStore(s);
         const Terminal start(folder.path());
         ASSERT_TRUE(start.failure);
@@ -423,7 +423,7 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     s.clientes->Execute("insert into MClinica (idm) values (1)");
     const QString rows = names();
     closeStore(s);
-    // As they were made before rows had a key.
+    // Like a file from before rows had keys.
     runRaw(u"clientes"_s,
            "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = replace(sql, "
            "', \"row_key\" INTEGER PRIMARY KEY AUTOINCREMENT', ''); PRAGMA writable_schema = OFF");

@@ -202,7 +202,7 @@ TEST_F(rows, EditSeesWhatStandsThereNow)
     r.Update();
     EXPECT_EQ(stock(), 6);
 
-    // Putting the value that the recordset was opened with is still a write.
+    // Putting the value known from before Edit is still a write.
     setElsewhere(3);
     r.Edit();
     r.Put("can", 6);
@@ -418,7 +418,7 @@ TEST_F(rows, APartOfABatchIsTakenBackByItself)
 TEST_F(rows, ALongBatchIsRunAgainOnlyWhenAPartOfItThatHasWrittenFails)
 {
     struct Situation {
-        bool writes, fails, kept; // whether a part writes, whether it fails, whether the batch goes on
+        bool writes, fails, kept; // the part writes, it then fails, the batch goes on
         int runs;
         QString after;
     };

@@ -103,7 +103,7 @@ std::optional<Moment> valid(Moment m)
     return m;
 }
 
-// Adds the time that follows a date already parsed, or stands alone.
+// Parses a time that follows a date already parsed, or one without a date.
 std::optional<Moment> withTime(Moment m, std::string_view text, bool fromStorage)
 {
     if (m.day) {

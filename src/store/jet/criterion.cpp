@@ -196,6 +196,7 @@ private:
             const Value v = part(0), a = part(1), b = part(2);
             if (v.isNull() || a.isNull() || b.isNull())
                 return std::nullopt;
+            // On purpose: BETWEEN takes its bounds in either order.
             const bool swapped = compare(a, b) > 0;
             return negatedIf(compare(swapped ? b : a, v) <= 0 && compare(v, swapped ? a : b) <= 0);
         }

@@ -17,7 +17,7 @@ namespace
 // A column as the engine declares it.
 struct EngineColumn {
     std::string name;
-    std::string type; // "TEXT(50)", "CURRENCY", ...; any type if it is the key
+    std::string type;           // "TEXT(50)", "CURRENCY", ...; any type if it is the key
     std::string byDefault = {}; // a literal; "" for Null
     bool isKey = false;
     bool notNull = false;

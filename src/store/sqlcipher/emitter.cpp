@@ -618,6 +618,7 @@ private:
         const Fragment value = at(Strength::Add, text ? collated(sides[0]) : sides[0]);
         const Fragment a = text ? collated(sides[1]) : sides[1];
         const Fragment &b = sides[2];
+        // On purpose: the bounds may be in either order.
         return Truth(build(e.negated ? "$1 NOT BETWEEN min($2, $3) AND max($2, $3)"
                                      : "$1 BETWEEN min($2, $3) AND max($2, $3)",
                            Strength::Equal, {&value, &a, &b}));

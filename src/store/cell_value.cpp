@@ -50,7 +50,7 @@ Value store::cellValue(Statement::Kind kind, qint64 whole, double floating, std:
                 const QTime t = readHour(text.substr(11));
                 return t.isValid() ? Value(QDateTime(d, t)) : Value(d);
             }
-            break; // what another program wrote and is no day stays visible as text
+            break; // written by another program: keep it visible as text
         case ColumnType::Time:
             if (const QTime t = readHour(text.size() > 10 ? text.substr(11) : text); t.isValid())
                 return t;

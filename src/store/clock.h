@@ -1,27 +1,29 @@
-// The session's day and clock, and how a day is written. Rules never ask the system for the date.
+// The session's date and clock, and how a date is written. Rules never ask the system for the date.
 #pragma once
 
 #include <QDateTime>
 #include <QLocale>
 #include <functional>
 
+/// The only source of date and time for the rules.
 struct Reloj {
-    /// The day that the session works on, taken once at start-up; Date() in SQL.
+    /// The date the session works on, read once at start-up; Date() in SQL.
     QDate hoy = QDate::currentDate();
-    /// The present moment. Tests replace it.
+    /// The current local date and time. Tests replace it.
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); };
 
+    /// The current time of day; Time() in SQL.
     QTime hourOf() const { return now().time(); }
 };
 
 namespace store
 {
 
-/// Whether days are written with the month first: the order of the locale.
+/// Whether the locale writes dates with the month first.
 inline bool isMonthFirst() { return QLocale().dateFormat(QLocale::ShortFormat).startsWith(u'M'); }
 
-/// A day as all screens show it: two digits, two digits, four digits, in the order of the locale;
-/// empty for an invalid day.
+/// A date as every screen shows it: dd/MM/yyyy, or MM/dd/yyyy where the locale puts the month
+/// first. Empty for an invalid date.
 inline QString dayText(QDate dia)
 {
     return dia.toString(isMonthFirst() ? QStringLiteral("MM/dd/yyyy")

@@ -82,7 +82,7 @@ Value momentFor(const Value &value, const jet::Column &column)
     if (!moment)
         fail(ErrorNumber::TypeMismatch,
              column.type == ColumnType::Time ? "a time is needed" : "a day is needed", column);
-    // The years that the files have a form for.
+    // The files have a form for these years only.
     const int year = column.type == ColumnType::Date ? moment->toDate().year() : 100;
     if (year < 100 || year > 9999)
         fail(ErrorNumber::Overflow, "the day is out of range", column);

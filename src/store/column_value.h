@@ -1,4 +1,4 @@
-// What a column takes: the one gate that every value passes on its way into a table.
+// What a column accepts: the one gate that every value passes on its way into a table.
 #pragma once
 
 #include "store/jet/translation.h"
@@ -8,19 +8,21 @@
 namespace store
 {
 
-/// The value as the column holds it: whole numbers rounded half to even, amounts to four decimals,
-/// numbers and days read from texts, Null in a Yes/No column as No.
-/// @throws StoreError with the column's name: 3421 when the value is of another type, 6 when it
-///         is out of the column's range, 3163 when a text is longer than the column
+/// Converts a value to what the column stores: whole numbers are rounded half to even, amounts to
+/// four decimals, numbers and dates are parsed from text, and Null becomes No in a Yes/No column.
+/// @throws StoreError whose description begins with the column's name in quotes: 3421 when the
+///         value has the wrong type, 6 when it is out of the column's range, 3163 when text is
+///         longer than the column
 Value toColumn(const Value &value, const jet::Column &column);
 
-/// The value as something to compare a column of days or of times with; Null stays Null.
-/// @param type Tipo::Date or Tipo::Time
-/// @throws StoreError 3421 when it is no day or no time
+/// Converts a value so that it can be compared with a column of dates or times; Null stays Null.
+/// @param type ColumnType::Date or ColumnType::Time
+/// @throws StoreError 3421 when the value is not a date or a time
 Value toMoment(const Value &value, ColumnType type);
 
-/// A day, a time or a day with a time as the files hold it, or a day as the screens show it.
-/// @return nullopt for any other text
+/// Parses a date, a time or both as the files store them, a time as H:mm, or a date as the screens
+/// show it.
+/// @return a Value holding a QDate, QTime or QDateTime; nullopt for any other text
 std::optional<Value> momentFromText(const QString &text);
 
 } // namespace store

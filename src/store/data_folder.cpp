@@ -24,7 +24,7 @@ QString withSlash(QString folder)
     return folder;
 }
 
-// The mark's row in the agenda, which no real owner can have: ids are positive.
+// Id of the marker row in the agenda; real ids are positive.
 constexpr int MarkId = -32000;
 
 } // namespace
@@ -44,7 +44,7 @@ QString store::programFolder()
 
 QString CarpetaLocalDeDatos()
 {
-    // A system version with a name keeps its files beside the program.
+    // System versions that have a name keep the file next to the program.
     return SistemaOperativo().isEmpty()
                ? withSlash(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
                : programFolder();
@@ -55,7 +55,7 @@ QString store::readPath(const QString &programFolder)
     QFile f(pathUnder(programFolder, QStringLiteral("ruta.txt")));
     if (!f.open(QIODevice::ReadOnly))
         return withSlash(programFolder);
-    // A path is far shorter; what follows the first line is of no interest.
+    // Far longer than any path, so a huge file is not read whole.
     QByteArray line = f.readLine(64 * 1024);
     if (line.startsWith("\xEF\xBB\xBF"))
         line.remove(0, 3);
@@ -120,7 +120,7 @@ QString RutaRealDeDatos(Sesion &s)
         s.morvane->Execute("DELETE * FROM TareasAgenda WHERE Ida = ?", MarkId);
     };
     remove();
-    // The next task id, without taking it.
+    // Uses the next task id without taking it.
     s.morvane->Execute("INSERT INTO TareasAgenda (Ida, ID) VALUES (?, ?)", MarkId,
                        s.configuracion[setting::contadorTareas].toLong() + 1);
 
@@ -144,7 +144,7 @@ QString RutaRealDeDatos(Sesion &s)
             if (!base.read("SELECT Ida FROM TareasAgenda WHERE Ida = ?", MarkId).isNull())
                 found = withSlash(c);
         } catch (const StoreError &) {
-            continue; // a file that does not open is not the one
+            continue; // a file that does not open is not the one in use
         }
         if (!found.isEmpty())
             break;

@@ -130,7 +130,7 @@ Statement &Base::Internals::directStatement(const std::string &sql)
 
 void Base::Internals::lookForForeignWrites()
 {
-    // What is taken back may be a definition.
+    // What was rolled back may have been a definition.
     const qint64 undone = motor.rollbackCount();
     if (undone == undoneSeen && lastLook.isValid() && lastLook.elapsed() < IntervalMs)
         return;
@@ -165,7 +165,7 @@ void Base::Internals::forgetDefinitions()
 
 void Base::Internals::define(const jet::Definition &d)
 {
-    look(); // what others have defined until now counts for itself
+    look(); // count earlier definitions by others separately
     TableMarks &marks = *writesOf(store::define(motor, schema, catalogue, d));
     ++marks.writes;
     ++marks.definitions;

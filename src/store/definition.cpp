@@ -29,7 +29,7 @@ void requireNew(const jet::Definition &d, const jet::Table *table)
             throw StoreError(ErrorNumber::ColumnExists, QString::fromStdString(c->name));
 }
 
-// The names of columns become the table's own.
+// Also replaces the names of columns by their spelling in the table.
 void requireThere(jet::Definition &d, const jet::Table &table)
 {
     for (jet::NewColumn &c : d.columns) {
@@ -56,7 +56,7 @@ std::string store::define(Motor &motor, const std::string &schema, const jet::Ca
         requireNew(d, table);
         for (jet::NewColumn &c : d.columns)
             if (c.type == ColumnType::YesNo && c.byDefault.isNull())
-                c.byDefault = 0; // it is never Null
+                c.byDefault = 0; // Yes/No is never Null
     } else {
         requireThere(d, *table);
     }

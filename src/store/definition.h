@@ -1,4 +1,4 @@
-// Changes of the schema by statements of the dialect.
+// Schema changes made by statements of the dialect.
 #pragma once
 
 #include "store/jet/translation.h"
@@ -8,11 +8,12 @@ class Motor;
 namespace store
 {
 
-/// Carries out a definition, as a whole or not at all.
-/// @param catalogue the tables as they stand
+/// Carries out a definition completely or not at all.
+/// @param catalogue the tables as they are now
+/// @param d names tables and columns in any letter case
 /// @return the table's name in the database's own letter case
-/// @throws StoreError 3010 or 3380 for a table or column that is there already, 3078 or 3265 for
-/// one that is not
+/// @throws StoreError 3010 or 3380 for a table or column that already exists, 3078 or 3265 for one
+///         that does not
 std::string define(Motor &motor, const std::string &schema, const jet::Catalogue &catalogue,
                    jet::Definition d);
 

@@ -1,4 +1,4 @@
-// How rules talk to the user without knowing of any window.
+// How rules talk to the user without depending on any window.
 #pragma once
 
 #include <QString>
@@ -8,52 +8,60 @@
 namespace store
 {
 
-/// One row of the pick list.
+/// One row of a pick list.
 struct Option {
-    QString text; // columns parted by tabs
+    QString text; // columns separated by tabs
     int value = 0;
     bool marked = false;
 };
 
-/// An answer to one of a series of questions; the last two are for those that follow as well.
+/// The answer to one of a series of questions. All and None also answer those that follow.
 enum class Answer { Yes, No, All, None };
 
 } // namespace store
 
-/// Everything that a rule may ask or tell. Backing out of an answer is nullopt.
+/// Everything a rule may ask or say. Cancelling a prompt returns nullopt.
 class Dialogos
 {
 public:
     virtual ~Dialogos() = default;
+    /// Shows a message and waits until it is dismissed.
     virtual void Mensaje(const QString &text) = 0;
-    /// Yes or No.
+    /// Asks a Yes/No question. @return true for Yes
     virtual bool Pregunta(const QString &text) = 0;
-    /// The same about what cannot be taken back: ENTER alone is a No.
+    /// The same before something that cannot be undone: ENTER alone means No.
     virtual bool askBeforeLoss(const QString &text) { return Pregunta(text); }
-    /// One of a series: all and none can be said at once.
+    /// The same for one question of a series, with answers for all the rest.
     virtual store::Answer askOfSeries(const QString &text)
     {
         return Pregunta(text) ? store::Answer::Yes : store::Answer::No;
     }
-    /// The same between two things that can be done, the first of which loses nothing.
+    /// The same as a choice between two actions, whose names are the second and third argument. The
+    /// first one loses nothing.
+    /// @return true for the first
     virtual bool decide(const QString &text, const QString &, const QString &)
     {
         return Pregunta(text);
     }
-    /// The same with the buttons OK and Cancel, for texts that name them.
+    /// The same with the buttons OK and Cancel, for texts that mention them.
     virtual bool confirm(const QString &text) = 0;
+    /// Asks for a line of text, @p initial being offered. @return nullopt when cancelled
     virtual std::optional<QString> PedirTexto(const QString &title, const QString &text,
                                               const QString &initial = {}) = 0;
-    /// A text that nobody should read over a shoulder.
+    /// The same with the typed text hidden; shown like any other text where that is not offered.
     virtual std::optional<QString> askPassword(const QString &title, const QString &text);
-    /// A pick list under its column titles. @return the options marked, one unless @p several
+    /// Shows a pick list under its column titles.
+    /// @param several whether more than one option can be chosen
+    /// @return the chosen options, nullopt when cancelled
     virtual std::optional<QList<store::Option>> Seleccionar(const QString &title,
                                                             const QStringList &columns,
                                                             const QList<store::Option> &options,
                                                             bool several = false) = 0;
-    /// @param filter "Pictures (*.bmp *.jpg)"
+    /// Asks for an existing file. @param filter as in "Pictures (*.bmp *.jpg)"
+    /// @return its path, nullopt when cancelled
     virtual std::optional<QString> ElegirArchivo(const QString &title, const QString &filter) = 0;
-    /// A file to be written. @param proposed name offered; its ending decides the kind
+    /// Asks for a file to be written. @param proposed name offered; its ending decides the kind
+    /// @return its path, nullopt when cancelled
     virtual std::optional<QString> saveFile(const QString &title, const QString &proposed,
                                             const QString &filter) = 0;
 };
@@ -61,7 +69,8 @@ public:
 namespace store
 {
 
-/// Nobody is there: questions are answered No, messages go to standard error.
+/// For runs without a user: questions are answered No, prompts are cancelled, and every text goes
+/// to standard error.
 class UnattendedDialogs : public Dialogos
 {
 public:

@@ -16,7 +16,7 @@ void store::shareLike(const QString &file, const QString &model)
         || ::stat(name.constData(), &own) != 0)
         return;
     constexpr mode_t Permissions = 0777;
-    // Whoever is not in the group cannot give the file to it; the mode is worth something alone.
+    // Only members of the group can set it; the mode is useful even without.
     if (own.st_gid != wanted.st_gid && ::chown(name.constData(), uid_t(-1), wanted.st_gid) != 0)
         errno = 0;
     if ((own.st_mode & Permissions) != (wanted.st_mode & Permissions))

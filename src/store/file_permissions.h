@@ -1,4 +1,5 @@
-// Files beside the databases, for all accounts of a machine that work on the clinic.
+// Permissions of files next to the databases, so that every account working on the clinic can use
+// them.
 #pragma once
 
 #include <QString>
@@ -6,12 +7,12 @@
 namespace store
 {
 
-/// Gives a file the mode and the group of another one, as far as the account may: whoever can work
-/// with the one can work with the other.
+/// Gives a file the mode and group of @p model as far as the account is allowed to, so that whoever
+/// can use the model can use the file. Failures are ignored.
 void shareLike(const QString &file, const QString &model);
 
-/// Puts a finished file in the place of another, or where there is none.
-/// @throws StoreError 75; both are as they were then
+/// Moves a finished file to @p place, replacing any file there.
+/// @throws StoreError 75; both files are then unchanged
 void replaceFile(const QString &finished, const QString &place);
 
 } // namespace store

@@ -8,14 +8,14 @@ using namespace store;
 namespace
 {
 
-// The counter is read from the file inside the batch, behind the write lock, so that no other
-// terminal can take the same value in between.
+// Reads the counter from the file, under the write lock, so that no other terminal can take the
+// same value.
 qint64 hasBeenRead(Sesion &s, std::string_view column)
 {
     return s.morvane->read("select " + std::string(column) + " from configuracion").toLong();
 }
 
-// Through the settings row, which then knows the new value without being read again.
+// Writes through the settings row, which then has the new value without being read again.
 void save(Sesion &s, std::string_view column, qint64 value)
 {
     s.configuracion.Edit();
@@ -23,7 +23,7 @@ void save(Sesion &s, std::string_view column, qint64 value)
     s.configuracion.Update();
 }
 
-// The tasks' counter starts again before it reaches this.
+// The task counter restarts before it reaches this.
 constexpr qint64 TasksEnd = 2147483646;
 
 } // namespace

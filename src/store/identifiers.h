@@ -6,16 +6,20 @@
 namespace store
 {
 
-/// Highest value of identifiers that are 16 bits wide.
+/// The highest value of an identifier stored in 16 bits.
 inline constexpr int Highest16BitId = 32767;
 
-/// Raises a counter of the settings row by one and gives the new value; two terminals never get
-/// the same. @param maximum last value that may be given out
-/// @throws StoreError 6 with the user's text when it would be passed; nothing is written
+/// Increments a counter of the settings row and returns its new value. No two terminals ever get
+/// the same one.
+/// @param counter column of the settings row
+/// @param maximum the last value that may be issued
+/// @throws StoreError 6 with a text for the user when the maximum is used up; nothing is written
 int takeIdentifier(Sesion &s, std::string_view counter, int maximum = 2147483647);
 
-/// The next task id. At the end of its range, tasks made before today are deleted and the count
-/// starts again at 1.
+/// The next task id, from 1 to 2147483645.
+/// On purpose: at the end of that range it deletes all tasks created before today and starts again
+/// at 1.
+/// @throws StoreError
 int takeTaskId(Sesion &s);
 
 } // namespace store

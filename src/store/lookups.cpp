@@ -10,12 +10,12 @@ using namespace store;
 namespace
 {
 
-// How a row of a table is reached: on a session list, or by a query of its own.
+// How to find a row of a table: in a session list, or else by a query.
 struct Access {
     std::string_view selector;
     std::string_view table;
     Recordset Lists::*list;
-    std::string_view key; // criterion, or the end of the query
+    std::string_view key; // criterion for the list, or the query
 };
 
 constexpr Access Accesses[] = {
@@ -145,7 +145,7 @@ void FiltrarApostrofe(Sesion &s, int &key)
 
 void store::logError(Sesion &s, int number, const QString &description, const QString &source)
 {
-    if (!s.motor) // of a store that could not be opened again there is no log
+    if (!s.motor) // the store is closed, and the log with it
         return;
     try {
         attempt(s, [&] {
@@ -154,7 +154,7 @@ void store::logError(Sesion &s, int number, const QString &description, const QS
                                s.reloj.hoy, s.morvane->trimmed("errores", "fuente", source));
         });
     } catch (const StoreError &) {
-        // The log lies on the same disk as what failed; the user is told all the same.
+        // The log may be on the disk that failed.
     }
 }
 
@@ -168,7 +168,7 @@ void RegistrarError(Sesion &s, int number, const QString &description, const QSt
 
 QString SistemaOperativo()
 {
-    // The names end with systems of 2003; every later one is "".
+    // The list of named versions ends in 2003; every later one is "".
     return {};
 }
 

@@ -5,8 +5,8 @@
 
 namespace
 {
-// Half to even. A value within the noise of its own last bits of a half counts as one: 1.00005 is
-// no exact binary number, yet it is a half of a ten-thousandth to whoever wrote it.
+// Rounds half to even. A value within rounding error of a half counts as one: 1.00005 has no exact
+// binary form, but whoever wrote it meant half of a ten-thousandth.
 qint64 toNearestEven(long double x)
 {
     constexpr auto Max = std::numeric_limits<qint64>::max();

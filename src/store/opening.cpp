@@ -23,7 +23,7 @@ QString textOf(const Sesion &s, const StoreError &e)
     }
 }
 
-// What the store refuses to write begins with the column's name.
+// When a column refuses a value, the description begins with the column's name in quotes.
 QString columnOf(const StoreError &e)
 {
     return e.description.startsWith(u'"') ? e.description.section(u'"', 1, 1) : QString();
@@ -59,10 +59,11 @@ QString withHolder(const Sesion &s, const QString &text, const QString &holder)
 
 // --- Waiting ---
 
-// What lasts less is over before it could be read.
+// Shorter waits are over before the user could read the message.
 constexpr int ToldAfterMs = 400;
 
-// Nobody knows who has the engine's lock. The long holder is whoever runs the day, who signs it.
+// The engine does not know who holds its write lock. Whoever holds it for long is running the start
+// of the day, under a lock that names its holder.
 void tellWaiting(const Sesion &s, int ms)
 {
     if (ms < ToldAfterMs || !s.progress.waiting)
@@ -106,7 +107,7 @@ void checkVersion(Sesion &s)
     } catch (const StoreError &e) {
         if (e.number == ErrorNumber::TableNotFound)
             throw OpeningFailure{ErrorNumber::NoCurrentRecord, s(text::SettingsRowMissing)};
-        if (e.number != ErrorNumber::Parameters) // without the column it is older than all
+        if (e.number != ErrorNumber::Parameters) // no such column: older than any version
             throw;
     }
     if (version != SchemaVersion)
@@ -128,7 +129,7 @@ void makeFile(const Sesion &s, const QString &base)
     batch.commit();
 }
 
-// The scratch file is there for other programs only: where it cannot be made, nothing is missed.
+// The scratch file only serves other programs, so failing to create it does no harm.
 void makeScratchFile(Sesion &s)
 {
     if (exists(s, u"rep97"_s))
@@ -141,8 +142,8 @@ void makeScratchFile(Sesion &s)
     }
 }
 
-// A clinic without members can do without the file that holds them. Where there are some, an empty
-// file would make them disappear.
+// A missing file of health-plan members is replaced by an empty one only if no client is a member;
+// otherwise the members would disappear.
 void makeMembersFile(Sesion &s)
 {
     if (exists(s, u"os"_s))
@@ -195,7 +196,7 @@ void openAll(Sesion &s)
           std::pair(&s.finanzas, "finanzas"), std::pair(&s.os, "os"), std::pair(&s.rep97, "rep97")})
         *base = std::make_unique<Base>(*s.motor, name, s.reloj);
     openLists(s);
-    // Tried now and taken back: a start that cannot write is no start.
+    // Fail now rather than later if the data cannot be written; the change is rolled back.
     Lote test(s);
     s.morvane->Execute("update configuracion set Ver = Ver");
 }

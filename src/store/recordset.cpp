@@ -14,7 +14,7 @@ using namespace store;
 namespace
 {
 
-// A cell as the engine gave it; text lies beside the cells.
+// A cell as the engine returned it. Text is stored outside, at a position with a length in bytes.
 struct Cell {
     union {
         qint64 whole;
@@ -27,8 +27,8 @@ struct Cell {
     Cell() : whole(0) {}
 };
 
-// Where the first row with a value stands. Whole numbers of a moderate range, which is what
-// identifiers are, are looked up by position.
+// Maps the values of a column to the first row with each. Small integers, which most ids are, index
+// a vector.
 struct Index {
     std::vector<int> dense;
     std::unordered_map<qint64, int> whole;
@@ -36,7 +36,7 @@ struct Index {
     static constexpr qint64 HighestDense = 1 << 20;
 };
 
-// Names are nearly always ASCII and given in the file's own letters or in lower case.
+// Compares names regardless of letter case; fast for ASCII, which they nearly always are.
 bool sameName(std::string_view a, std::string_view b)
 {
     if (a.size() == b.size()) {
@@ -58,7 +58,7 @@ bool sameName(std::string_view a, std::string_view b)
     return jet::compareText(a, b) == 0;
 }
 
-// Rows in memory, cell by cell, with the keys of the tables that each comes from.
+// Rows in memory, cell by cell, with the row keys of the tables they come from.
 struct HeldRows {
     std::vector<Cell> cells;
     std::string texts;
@@ -66,8 +66,8 @@ struct HeldRows {
     int rows = 0;
     size_t width = 0;
     size_t fuentes = 0;
-    qint64 seen = -1;       // what had been written when they were read
-    qint64 transaction = 0; // in which they were read
+    qint64 seen = -1;       // writeCount() when they were read
+    qint64 transaction = 0; // the one in which they were read
 
     void clear()
     {
@@ -146,7 +146,7 @@ struct HeldRows {
 
     qint64 keyName(int row, size_t source) const { return keys[size_t(row) * fuentes + source]; }
 
-    // Tipo::Ninguno gives the cell as the table holds it.
+    // ColumnType::None gives the cell as the table holds it.
     Value read(int row, int column, ColumnType type) const
     {
         const Cell &c = at(row, column);
@@ -176,7 +176,7 @@ struct HeldRows {
     }
 };
 
-// A statement is made ready again whatever happens while its rows are taken.
+// Resets a statement at the end of the scope.
 struct Resetting {
     Statement &statement;
     ~Resetting() { statement.reset(); }
@@ -195,21 +195,21 @@ struct Recordset::Data {
     std::vector<Value> bound;
     int maxRows = 0;
     bool updatable = false;
-    bool list = false; // re-read when its tables were written
+    bool list = false; // reread after its tables were written
     bool open = true;
     bool loaded = false;
 
     std::vector<jet::OutputColumn> outputs;
     std::vector<jet::RowsSource> fuentes;
     std::vector<TableMarks *> marks; // of the sources
-    std::vector<TableMarks *> reads; // of all tables that are read
+    std::vector<TableMarks *> reads; // of all tables read
     qint64 definitionsSeen = 0;
 
-    // How the row of a source is reached by its key; where the cells of the query belong.
+    // How to access the row of a source by its key, and which output columns come from it.
     struct SourceRows {
         std::string table;
         std::string key;
-        std::string find; // the text of the statement
+        std::string find; // SQL that reads those columns
         std::vector<int> columns;
 
         RowStatement statement(RowStatement::Kind kind) const
@@ -220,25 +220,24 @@ struct Recordset::Data {
     std::vector<SourceRows> sourceRows;
 
     HeldRows rows;
-    std::vector<char> deletedRows; // empty while no row was deleted here
+    std::vector<char> deletedRows; // flag per row; may be shorter than the rows
     int liveRows = 0;
     int position = 0;
-    bool withoutRow = false; // after Delete
-    bool between = false;    // the row is gone: the position is behind `position`, before the next
+    bool withoutRow = false; // after Delete, or when the row is gone
+    bool between = false;    // the row is gone: the place is after `position`, before the next row
     bool noMatch = false;
     qint64 added = 0;
-    int unread = 0; // of the last rows, which were added here
-    // Rows written here, with the number of writes taken back until then: a row whose write was
-    // taken back is read again.
+    int unread = 0; // number of rows added here at the end and not read yet
+    // Rows written here, with rollbackCount() at that time: after a rollback they are read again.
     std::unordered_map<int, qint64> written;
 
-    // The row that was read last for an edit, and the transaction in which it was.
+    // The row read last for an edit, and the transaction in which it was read.
     int freshRow = -1;
     qint64 freshIn = 0;
 
-    // A list with a key answers its first look-ups by queries for one row: reading a full
-    // list costs as much as some ten thousand of them. The row that the position stands on is held
-    // in `lookedUpRow` then, and what lookUp has found in `found`.
+    // A list with a key answers its first look-ups by queries for single rows, as reading a full
+    // list costs as much as about ten thousand of them. The current row is then held in
+    // `lookedUpRow` (singleOne is set), and the result of lookUp in `found`.
     std::string keyName;
     int keyColumn = -1;
     std::string oneSql;
@@ -248,7 +247,7 @@ struct Recordset::Data {
     int queries = 0;
     static constexpr int QueriesBeforeReading = 5000;
 
-    // A walk that only goes forward has a statement of its own and holds its row in `lookedUpRow`.
+    // A forward-only recordset has its own statement and holds its row in `lookedUpRow`.
     Statement *walk = nullptr;
     bool ended = false;
 
@@ -256,11 +255,11 @@ struct Recordset::Data {
     struct PutValue {
         int column = 0;
         Value value;
-        Value before; // as the table held it when Edit read the row
+        Value before; // in the table when Edit read the row
     };
     std::vector<PutValue> puts;
 
-    // The statement of the last write: a walk changes the same columns of each row.
+    // The statement of the last write, as a walk usually changes the same columns of each row.
     struct LastWrite {
         Statement *statement = nullptr;
         int generation = 0;
@@ -282,7 +281,7 @@ struct Recordset::Data {
         walk = nullptr;
     }
 
-    // --- What the statement gives ---
+    // --- Columns and tables of the statement ---
 
     void compile()
     {
@@ -354,7 +353,7 @@ struct Recordset::Data {
             noRow(QStringLiteral("The database was closed"));
     }
 
-    // Nothing is done by what a table was before it was defined anew.
+    // Compiles again and rereads the rows if one of the tables was redefined.
     void checkDefinition()
     {
         requireOpen();
@@ -381,8 +380,8 @@ struct Recordset::Data {
     HeldRows &held() { return singleOne || walk ? lookedUpRow : rows; }
     int rowCount() const { return held().rows; }
 
-    // Whether the rows held, if any, are still those of the tables. An edit keeps the rows it began
-    // on.
+    // Whether rows in memory are still those of the tables. During an edit they are kept as they
+    // are.
     bool isCurrent(const HeldRows &which)
     {
         requireOpen();
@@ -426,7 +425,7 @@ struct Recordset::Data {
         goBackTo(key, before);
     }
 
-    // Takes the rows of a query into memory.
+    // Reads the rows of a query into memory.
     void load(HeldRows &into, std::string_view query, std::span<const Value> dados)
     {
         Compiled &c = base->query(query, updatable);
@@ -445,15 +444,15 @@ struct Recordset::Data {
         }
     }
 
-    // Key of the row that the position stands on; -1 when it has none to be found again by.
+    // Key by which to find the current row again, -1 if there is none.
     qint64 currentKey() const
     {
         const HeldRows &r = held();
         return r.fuentes != 1 || isOutOfRange() || withoutRow ? -1 : r.keys[size_t(position)];
     }
 
-    // Others may have added or deleted rows: the position stays on its row, not its number, and
-    // where that one is gone, before the first of those behind it that is still there.
+    // Moves the position to its row's place among the new rows. If the row is gone, the position is
+    // before the next of the old rows that still exists.
     void goBackTo(qint64 key, const std::vector<qint64> &before)
     {
         const size_t was = size_t(std::max(position, 0));
@@ -476,7 +475,7 @@ struct Recordset::Data {
         withoutRow = between = true;
     }
 
-    // Reads the cells of a row again, by its keys. @return false when it is gone
+    // Reads the cells of a row again by its keys. @return false when the row is gone
     bool refresh(HeldRows &r, int row)
     {
         for (size_t f = 0; f < fuentes.size(); ++f) {
@@ -499,7 +498,8 @@ struct Recordset::Data {
         return true;
     }
 
-    // Behind the write lock, a row is read once only.
+    // Reads the current row again, except if that was done in this transaction: under the write
+    // lock it cannot have changed.
     void readForEdit()
     {
         const qint64 now = base->motor.transaction();
@@ -564,17 +564,17 @@ struct Recordset::Data {
         if (walk->step()) {
             lookedUpRow.take(*walk, {});
         } else {
-            walk->reset(); // nothing is held up any longer
+            walk->reset(); // releases the read lock
             ended = true;
         }
     }
-    // -1 when there is no such column.
+    // Position of a column, -1 when there is none.
     int Column(std::string_view field) const
     {
         for (size_t i = 0; i < outputs.size(); ++i)
             if (sameName(outputs[i].name, field))
                 return int(i);
-        // "mascotas.nom", where both sides of a join have the name
+        // "mascotas.nom", if both sides of a join have the name
         if (const size_t point = field.rfind('.'); point != std::string_view::npos)
             for (size_t i = 0; i < outputs.size(); ++i)
                 if (sameName(outputs[i].name, field.substr(point + 1))
@@ -617,7 +617,7 @@ struct Recordset::Data {
             return i->second;
         Index &index = indices[field];
         const ColumnType type = outputs[size_t(field)].type;
-        for (int f = rows.rows - 1; f >= 0; --f) { // the first row with a value wins
+        for (int f = rows.rows - 1; f >= 0; --f) { // backwards, so that the first row wins
             const Cell &c = rows.at(f, field);
             if (c.kind == Statement::Kind::Null || deleted(f))
                 continue;
@@ -656,8 +656,7 @@ struct Recordset::Data {
         return std::nullopt;
     }
 
-    // The value of the key when that is what is looked for, and asking for one row is still
-    // worth it.
+    // The key that a criterion looks for, nullopt if it looks for anything else.
     std::optional<Value> askedKey(const jet::Criterion &criterion,
                                   std::span<const Value> dados) const
     {
@@ -675,8 +674,8 @@ struct Recordset::Data {
                && r.read(0, keyColumn, outputs[size_t(keyColumn)].type) == key;
     }
 
-    // A look-up by key while the rows were not read: whether there is such a row, or nullopt when
-    // the list is to be read.
+    // Finds a row by its key without reading the list, and makes it the current one.
+    // @return whether there is such a row; nullopt when the list must be read
     std::optional<bool> locateOne(const jet::Criterion &criterion, std::span<const Value> dados)
     {
         const auto key = askedKey(criterion, dados);
@@ -700,7 +699,8 @@ struct Recordset::Data {
         return true;
     }
 
-    // The same for lookUp: the row found, nullptr when there is none.
+    // The same for lookUp, which does not move.
+    // @return the row, nullptr when there is none; nullopt when the list must be read
     std::optional<const HeldRows *> foundOne(const jet::Criterion &criterion, const Value &value)
     {
         const auto key = askedKey(criterion, std::span(&value, 1));
@@ -796,7 +796,8 @@ struct Recordset::Data {
             count(f);
     }
 
-    // One that changes the row, or looks whether it is unchanged where nothing is to be changed.
+    // The statement that writes the changed columns, or checks that the row is unchanged if there
+    // are none.
     Statement &writeStatement(size_t f, const std::vector<const PutValue *> &changed,
                               const std::vector<const PutValue *> &put)
     {
@@ -827,7 +828,7 @@ struct Recordset::Data {
         return *w.statement;
     }
 
-    // Whether the row is there, with a column as Edit has read it.
+    // Whether the row still exists and, if given, the column still holds what Edit read.
     bool isThere(size_t f, const PutValue *put)
     {
         RowStatement s = sourceRows[f].statement(RowStatement::Find);
@@ -853,7 +854,7 @@ struct Recordset::Data {
                              .arg(QString::fromStdString(outputs[size_t(which->column)].name)));
     }
 
-    // Own writes are in the rows already; they are no reason to read everything again.
+    // Counts a write. The rows in memory already have it, so they stay current if they were.
     void count(size_t source)
     {
         const bool own = held().seen == writeCount();
@@ -879,16 +880,16 @@ struct Recordset::Data {
         }
         added = base->motor.lastKey();
         ++marks.front()->writes;
-        // A list finds the row's place when it is read again, which its next reader does.
+        // A list is read again on its next use, which puts the row in its place.
         if (!list && loaded)
             append(added);
     }
 
-    // The row is read, with its defaults, when somebody looks.
+    // Appends a row, which is read with its defaults when needed.
     void append(qint64 key)
     {
         if (sourceRows.front().columns.size() != outputs.size()) {
-            loaded = false; // what is computed is computed by the statement
+            loaded = false; // computed columns need the whole query
             return;
         }
         rows.cells.resize(rows.cells.size() + rows.width);
@@ -898,7 +899,7 @@ struct Recordset::Data {
         ++unread;
     }
 
-    // One that was taken back meanwhile has never been.
+    // Reads the added rows; one that was rolled back meanwhile counts as deleted.
     void readAdded()
     {
         for (int row = rows.rows - unread; row < rows.rows; ++row) {
@@ -1172,7 +1173,7 @@ void Recordset::Requery()
     d->refresh();
 }
 
-// --- Opening, which belongs to the database ---
+// --- Opening ---
 
 Recordset Base::open(std::string_view sql, std::span<const Value> bound, bool updatable,
                      RowLimit limit)

@@ -15,10 +15,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// A word of a line. Names in brackets and literals in quotes are one word.
+// A word of a line. A name in brackets or a literal in quotes is one word.
 struct Word {
     enum Kind { Loose, Name, Literal } kind = Loose;
-    QString text; // without the brackets, with the quotes
+    QString text; // without brackets, but with quotes
 };
 
 class Reader
@@ -199,12 +199,12 @@ bool isSame(const std::string &one, const QString &other)
     return QString::fromStdString(one).compare(other, Qt::CaseInsensitive) == 0;
 }
 
-/// What a database lacks of one declared table.
+// What a database lacks of one declared table.
 struct Gap {
-    std::string table; // as the database calls it, "" when there is none
-    bool key = false;  // of the rows
+    std::string table; // its name in the database, "" if it is missing
+    bool key = false;  // whether the row key is missing
     std::vector<jet::NewColumn> columns;
-    std::vector<jet::NewColumn> narrow; // as wide as they should be
+    std::vector<jet::NewColumn> narrow; // existing columns, with the width they should have
     std::vector<DeclaredIndex> indexes;
 
     bool isNone() const
@@ -254,7 +254,8 @@ void addIndex(Motor &motor, const std::string &schema, const std::string &table,
     } catch (const StoreError &e) {
         if (e.number != ErrorNumber::Key || !index.unique)
             throw;
-        // Rows that stand twice already stay; the clinic has worked with them until now.
+        // On purpose: existing duplicates are kept, as the clinic has worked with them so far. The
+        // index is then not unique.
         index.unique = false;
         addIndex(motor, schema, table, index);
     }

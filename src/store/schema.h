@@ -1,4 +1,4 @@
-// The declared schema of the five databases, and making new files from it.
+// The declared schema of the five databases, and how files are created and completed from it.
 #pragma once
 
 #include "store/jet/translation.h"
@@ -12,41 +12,45 @@ class Motor;
 namespace store
 {
 
-/// What Configuracion.Ver holds in a folder that this version works with.
+/// The value of Configuracion.Ver in a folder that this version works with.
 inline constexpr int SchemaVersion = 554;
 
+/// An index of a declared table.
 struct DeclaredIndex {
     QStringList columns;
     bool unique = false;
-    std::optional<Value> onlyWhere; // value that the single column must have
+    std::optional<Value> onlyWhere; // index only rows whose single column has this value
 };
 
+/// A table as the schema declares it.
 struct DeclaredTable {
     QString name;
     std::vector<jet::NewColumn> columns;
     std::vector<DeclaredIndex> indices;
 };
 
-/// Databases in the order in which they are made: morvane, clientes, finanzas, os, rep97.
+/// Names of the databases in the order of their creation: morvane, clientes, finanzas, os, rep97.
 const QStringList &databases();
-/// Path of a database below the data folder ("clientes.mdb", "reportes/rep97.mdb").
+/// Path of a database relative to the data folder ("clientes.mdb", "reportes/rep97.mdb").
 QString fileOf(const QString &base);
 
-/// Reads a database's declaration that is built into the program. @throws std::runtime_error
+/// Reads the declaration of a database that is built into the program.
+/// @throws std::runtime_error when there is none or it is faulty
 std::vector<DeclaredTable> readSchema(const QString &base);
-/// The same from a text. @param file what errors call it @throws std::runtime_error "file:line:
-/// what"
+/// Parses a declaration. @param file its name in error messages
+/// @throws std::runtime_error "file:line: what"
 std::vector<DeclaredTable> parseSchema(const QString &text, const QString &file);
 
-/// Makes the tables and indexes in an open, empty database.
+/// Creates the tables and indexes in an open, empty database. @throws StoreError
 void createTables(Motor &motor, const std::string &schema,
                   const std::vector<DeclaredTable> &tables);
 
-/// Whether an open database has every table, column, index and key of rows that this version
-/// declares, and its texts room enough. What it has beyond is nobody's business.
+/// Whether an open database has every table, column, index and row key that this version declares,
+/// and text columns at least as wide. Anything it has in addition is ignored.
+/// @throws StoreError
 bool isComplete(Motor &motor, const std::string &schema, const std::vector<DeclaredTable> &tables);
-/// Adds what it lacks; rows that are there get the defaults. To be called inside of a Lote, before
-/// any other statement runs on the database, and by whoever is alone in the folder.
+/// Adds what the database lacks; existing rows get the defaults. Call it inside a Lote, before any
+/// other statement runs on the database, with no other session in the folder.
 /// @throws StoreError
 void complete(Motor &motor, const std::string &schema, const std::vector<DeclaredTable> &tables);
 

@@ -1,4 +1,4 @@
-// The one state that rules share.
+// The state shared by all rules.
 #pragma once
 
 #include "store/batch.h"
@@ -20,14 +20,16 @@ struct Sesion;
 namespace store
 {
 
+/// The user who is logged in.
 struct User {
     int idu = 0;
     int ut = 0; // 1 Common, 2 Supervisor
     QString nom;
+    /// Whether the user is not a supervisor.
     bool isCommon() const { return ut == 1; }
 };
 
-/// The clinic's own data, as the message templates print them.
+/// The clinic's own data, as message templates use them.
 struct ClinicData {
     QString nom; // name of the clinic
     QString pro; // owner
@@ -39,34 +41,37 @@ struct ClinicData {
 struct Alarm {
     QTime hour;
     int tip = 0;
-    bool attended = false;  // rung, or needs not ring any more
-    std::optional<int> ida; // known only for alarms loaded at start-up, on purpose
-    int task = 0;           // whose it is
+    bool attended = false;  // has rung, or need not ring any more
+    std::optional<int> ida; // On purpose: known only for alarms loaded at start-up
+    int task = 0;           // id of the task it belongs to
 };
 
-/// The client and patient that the screens work on.
+/// The client and patient that the screens are working on; 0 for none.
 struct Selection {
     int idc = 0;
     int idm = 0;
 };
 
-/// Tells whoever waits how far a long run has come, or for whom. All may be empty.
+/// Reports how far a long operation has come, or what it is waiting for. Any function may be empty.
 struct Progress {
     std::function<void(const QString &text)> stage;
     std::function<void(int done, int total)> bar;
-    /// Again and again while another terminal holds what is needed. No statement can be run then.
+    /// Called repeatedly while another terminal holds a lock. It must not run any statement.
     std::function<void(const QString &text)> waiting;
 
+    /// Calls stage, if set.
     void tellStage(const QString &text) const
     {
         if (stage)
             stage(text);
     }
+    /// Calls bar, if set.
     void tellBar(int done, int total) const
     {
         if (bar)
             bar(done, total);
     }
+    /// Calls waiting, if set.
     void tellWaiting(const QString &text) const
     {
         if (waiting)
@@ -81,18 +86,18 @@ class Documento;
 namespace store
 {
 
-/// What puts documents on paper.
+/// Prints documents.
 class Printing
 {
 public:
     virtual ~Printing() = default;
-    /// Prints at once. @throws StoreError when the printer does not take it
+    /// Prints at once. @throws StoreError 482 when the printer rejects the document
     virtual void print(Sesion &s, Documento &document) = 0;
-    /// Shows it first.
+    /// Shows a preview first.
     virtual void show(Sesion &s, Documento &document) = 0;
 };
 
-/// Nobody is there to take the paper.
+/// Prints nothing, for runs without a user.
 class NoPrinting : public Printing
 {
 public:
@@ -100,7 +105,7 @@ public:
     void show(Sesion &, Documento &) override {}
 };
 
-/// The recordsets that stay open for look-ups. Rows are read when first needed.
+/// The recordsets kept open for look-ups. Their rows are read when first needed.
 struct Lists {
     Recordset flcategorias;
     Recordset mlrazas;
@@ -116,8 +121,10 @@ struct Lists {
 
 } // namespace store
 
-/// Built once when the program starts and passed by reference. There are no globals beside it.
+/// Created once when the program starts and passed by reference. There are no other globals.
 struct Sesion {
+    /// A session without folders, user or open databases; see setDataFolder() and openStore().
+    /// @param d, i must outlive the session
     explicit Sesion(Dialogos &d, store::Printing &i, store::Language language);
     Sesion(const Sesion &) = delete;
     Sesion &operator=(const Sesion &) = delete;
@@ -128,10 +135,10 @@ struct Sesion {
     Reloj reloj;
     store::Progress progress;
 
-    QString programFolder; // with a slash at the end, like the next
+    QString programFolder; // both folders end in a slash
     QString dataFolder;
-    bool givenFolder = false; // on the command line, whatever ruta.txt says
-    bool EnRed = false;       // the data lie on another machine's folder
+    bool givenFolder = false; // dataFolder was given on the command line, overriding ruta.txt
+    bool EnRed = false;       // the data are in another folder than the program's own
     QChar separatorDecimal = u'.';
 
     store::User user;
@@ -139,22 +146,22 @@ struct Sesion {
     store::Selection IdGlobal;
     std::vector<store::Alarm> Alarmas;
 
-    // The engine goes last of what the databases and locks need, and first of all to be built. All
-    // databases are open as long as the session is.
+    // Declared before the lock and the databases, so that it is destroyed after them. All databases
+    // stay open for the whole session.
     std::unique_ptr<Motor> motor;
-    /// Makes the engine for a place when the store is opened.
+    /// Creates the engine for a place when the store is opened.
     std::function<std::unique_ptr<Motor>(const QString &place)> createEngine =
         store::createFileEngine;
-    /// This session's presence in the data folder, see ProbarExclusivo.
+    /// Shared lock that marks this session as present in the data folder, see ProbarExclusivo().
     std::unique_ptr<store::Lock> presence;
     std::unique_ptr<Base> clientes;
     std::unique_ptr<Base> finanzas;
     std::unique_ptr<Base> morvane;
     std::unique_ptr<Base> os;
-    std::unique_ptr<Base> rep97; // scratch tables, of this process alone
+    std::unique_ptr<Base> rep97; // scratch tables in memory, private to this process
     Recordset configuracion;     // the settings row
     store::Lists lists;
 
-    /// Text of the string table.
+    /// The text with that number in the string table, see Texts.
     QString operator()(int number) const { return texts(number); }
 };

@@ -1,5 +1,5 @@
-// Single settings: columns of the settings row and, beside it, two files for what has no column
-// there, one that all machines share and one of this machine's own. The last writer wins.
+// Individual settings: columns of the settings row, and two files for what has no column there, one
+// shared by all machines and one local to this machine. The last writer wins.
 #pragma once
 
 #include "store/session.h"
@@ -7,32 +7,34 @@
 namespace store
 {
 
-/// Stores a value in a column of the settings row at once; the session's row shows it after.
-/// @throws StoreError, also 3265 for a column that is not there
+/// Writes a value to a column of the settings row at once; the session's copy of the row shows it.
+/// @throws StoreError 3265 for an unknown column, or what the column refuses
 void saveSetting(Sesion &s, std::string_view column, const Value &value);
 
-/// What KgLbs holds: the unit in which the clinic weighs.
+/// Values of the setting KgLbs: the unit in which the clinic weighs.
 namespace weightUnit
 {
 inline constexpr int Kilos = 1;
 inline constexpr int Libras = 2;
 } // namespace weightUnit
 
-/// The file of this machine's own settings in the program folder, forms' sizes among them; "" when
-/// there is no such folder: an unnamed file is never written.
+/// Path of the file with this machine's settings, such as window sizes, in the program folder; ""
+/// while the session has no program folder, and then nothing is saved.
 QString machineFile(const Sesion &s);
 /// The same before there is a session. @param programFolder ends in a slash, or is empty: no file
 QString machineFileIn(const QString &programFolder);
 
-/// A setting of this machine alone, for what other terminals must not share: ports, paths.
+/// Reads a setting of this machine, for what terminals must not share: ports, paths.
+/// @return @p byDefault when it was never saved
 QString readMachineSetting(const Sesion &s, const QString &key, const QString &byDefault = {});
-/// @throws StoreError 75 when the file cannot be written
+/// Saves a setting of this machine. @throws StoreError 75 when the file cannot be written
 void saveMachineSetting(const Sesion &s, const QString &key, const QString &value);
 
-/// A setting that all terminals share, in a file of the data folder. It is readable by whoever
-/// reads the folder: nothing secret goes here.
+/// Reads a setting shared by all terminals, from a file in the data folder. Everyone with access to
+/// the folder can read it, so it must not hold secrets.
+/// @return @p byDefault when it was never saved
 QString readClinicSetting(const Sesion &s, const QString &key, const QString &byDefault = {});
-/// @throws StoreError 75 when the file cannot be written
+/// Saves a setting shared by all terminals. @throws StoreError 75 when the file cannot be written
 void saveClinicSetting(const Sesion &s, const QString &key, const QString &value);
 
 } // namespace store

@@ -12,7 +12,7 @@ namespace
 
 constexpr std::array<QStringView, 3> Codes{u"es", u"pt", u"en"};
 
-// Reads "..." with its escapes. @return nullopt when the quotes or an escape are wrong
+// Parses "..." with its escapes. @return nullopt when the quotes or an escape are wrong
 std::optional<QString> betweenQuotes(QStringView t)
 {
     if (t.size() < 2 || !t.startsWith(u'"') || !t.endsWith(u'"'))
@@ -56,7 +56,7 @@ void check(int number, const QStringList &texts, QStringList &errores)
             }
 }
 
-// The given texts and those of each subsystem make one table.
+// The string table is split into one file for each subsystem.
 QString wholeTable()
 {
     QString table;
@@ -109,7 +109,7 @@ QHash<int, QStringList> Texts::read(const QString &table, QStringList *errores)
         if (line.isEmpty() || line.startsWith(u'#'))
             continue;
         bool isNumber = false;
-        const int number = line.left(line.indexOf(u' ')).toInt(&isNumber); // its name follows
+        const int number = line.left(line.indexOf(u' ')).toInt(&isNumber); // followed by its name
         if (isNumber) {
             if (all.contains(number))
                 *errores << QStringLiteral("%1: number twice").arg(number);

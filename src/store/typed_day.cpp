@@ -12,10 +12,10 @@ namespace
 {
 
 constexpr int FirstYear = 1900, LastYear = 2199;
-constexpr int DaysLookedBack = 31; // a day of some weeks ago is no day of next year
+constexpr int DaysLookedBack = 31; // a date a few weeks ago does not mean next year's
 constexpr int ShortestWord = 2;
 
-// Lower case, without accents: how people type the names of days in a hurry.
+// Lower case without accents, the way people type the names of days in a hurry.
 QString plain(const QString &text)
 {
     QString letters;
@@ -57,7 +57,7 @@ QDate fromToday(const QRegularExpressionMatch &m, QDate today)
 
 QDate withoutYear(int day, int month, QDate today, Lean lean)
 {
-    // The 29th of February waits for its year.
+    // Several years, as February 29th exists only in some.
     const int step = lean == Lean::Ahead ? 1 : -1;
     int year = today.year();
     for (int i = 0; i < 8; ++i, year += step) {
@@ -80,7 +80,7 @@ int fullYear(const QString &digits, QDate today, Lean lean)
 // Three groups of digits, or two without the year.
 QDate fromNumbers(const QStringList &groups, QDate today, Lean lean)
 {
-    if (groups.size() == 3 && groups[0].size() == 4) // as files write them
+    if (groups.size() == 3 && groups[0].size() == 4) // year first, as in files
         return {groups[0].toInt(), groups[1].toInt(), groups[2].toInt()};
     const bool monthFirst = isMonthFirst();
     const int day = groups[monthFirst ? 1 : 0].toInt(), month = groups[monthFirst ? 0 : 1].toInt();

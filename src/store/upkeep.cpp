@@ -90,7 +90,7 @@ void store::copyDatabases(Sesion &s, const QString &folder)
 void store::noteDamage(const Sesion &s)
 {
     QFile mark(damageMark(s));
-    // Where not even this can be written, the next start finds out by itself.
+    // If not even this can be written, the next start will notice on its own.
     if (mark.open(QIODevice::WriteOnly))
         shareLike(mark.fileName(), pathUnder(s.dataFolder, fileOf(u"morvane"_s)));
 }

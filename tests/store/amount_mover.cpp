@@ -1,5 +1,5 @@
-// A terminal that moves amounts between two databases until it is killed, each move one batch that
-// keeps their sum: amount_mover FOLDER SEED.
+// A terminal that moves amounts between two databases until it is killed. Each move is one batch,
+// which keeps their sum: amount_mover FOLDER SEED.
 
 #include "store/batch.h"
 #include "store/database.h"

@@ -1,4 +1,4 @@
-// What columns take and refuse, through Put, bound values, literals and what the engine computes.
+// What columns accept and refuse from Put, bound values, literals and computed values.
 
 #include "store/column_value.h"
 #include "support/clinic.h"
@@ -19,7 +19,7 @@ protected:
         s.clientes->Execute("create table Given (x DOUBLE, t TEXT(50), o MEMO, d DATE, l LONG)");
     }
 
-    /// The text of what stands there after, or the number of the error.
+    /// The text of the column after a write, or the number of the error.
     QString after(const std::function<void()> &write, const QString &column)
     {
         s.clientes->Execute("delete * from Taken");

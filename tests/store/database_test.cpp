@@ -33,7 +33,7 @@ protected:
     {
         s.clientes->Execute("update clientes set ayn = ? where idc = 1", ayn);
     }
-    /// 0 when it is done without an error.
+    /// The number of the error, 0 when there is none.
     int numberOf(const std::function<void()> &f)
     {
         try {
@@ -59,7 +59,7 @@ TEST_F(Store, WalksBothWaysAndSaysWhereItStands)
     r.MoveLast();
     EXPECT_EQ(r.AbsolutePosition(), 2);
     r.MoveNext();
-    r.MoveNext(); // staying past the end is no error
+    r.MoveNext(); // moving on past the end is not an error
     EXPECT_TRUE(r.EOF_());
     EXPECT_EQ(r.AbsolutePosition(), -1);
 
@@ -82,7 +82,7 @@ TEST_F(Store, DeleteLeavesNoCurrentRowUntilTheNextMove)
     r.MoveNext();
     EXPECT_EQ(r["idc"].toInt(), 3);
     r.MovePrevious();
-    EXPECT_EQ(r["idc"].toInt(), 1); // the deleted row is stepped over
+    EXPECT_EQ(r["idc"].toInt(), 1); // the deleted row is skipped
     r.FindFirst("idc = ?", 2);
     EXPECT_TRUE(r.NoMatch());
     EXPECT_EQ(allRows(*s.clientes, "select idc from clientes order by idc"), u"1\n3\n4\n"_s);
@@ -99,7 +99,7 @@ TEST_F(Store, UpdateWritesOnlyWhatChangedAlsoThroughAJoin)
     r.Edit();
     r.Put("ayn", u"Ruiz Ana"_s);
     r.Put("tarea", true);
-    r.Put("dir", QString()); // not what was read: Null then; a change, so it is written
+    r.Put("dir", QString()); // the column was Null, so this is a change and is written
     EXPECT_EQ(r["ayn"].toText(), u"Ruiz Ana"_s);
     r.CancelUpdate();
     EXPECT_EQ(r["ayn"].toText(), u"Ruiz"_s);
@@ -218,7 +218,7 @@ TEST_F(Store, ListsNoticeWhatIsWrittenHereThereAndTakenBack)
     s.morvane->Execute("update configuracion set KgLbs = 2");
     EXPECT_TRUE(eventually([&] { return nameOf(other) == u"Tres"; }));
     EXPECT_EQ(other.configuracion["KgLbs"].toInt(), 2);
-    // The other's list now knows the row; a write of its own keeps it up to date without a read.
+    // The other session's list now has the row; its own write keeps it current without a read.
     Recordset &list = other.lists.clientes;
     list.FindFirst("idc = ?", 1);
     list.Edit();
@@ -226,7 +226,7 @@ TEST_F(Store, ListsNoticeWhatIsWrittenHereThereAndTakenBack)
     list.Update();
     list.FindFirst("ayn = ?", u"CUATRO"_s);
     EXPECT_FALSE(list.NoMatch());
-    // But it is stale when something else was written elsewhere meanwhile.
+    // But it becomes stale when another session writes something else meanwhile.
     Client(2, u"Dora"_s);
     EXPECT_TRUE(eventually([&] { return list.lookUp("idc = ?", 2, "ayn").has_value(); }));
     list.Edit();
@@ -248,7 +248,7 @@ TEST_F(Store, AListStaysOnItsRowWhileOthersComeAndGo)
     EXPECT_EQ(list["ayn"].toText(), u"C3"_s);
     s.clientes->Execute("delete * from clientes where idc < 3");
     EXPECT_EQ(list["ayn"].toText(), u"C3"_s);
-    // Gone is gone: no field of the next client is given for it.
+    // A deleted row must not read as the next client.
     s.clientes->Execute("delete * from clientes where idc = 3");
     EXPECT_EQ(numberOf([&] { list["ayn"]; }), ErrorNumber::NoCurrentRecord);
     list.FindFirst("idc = ?", 4);
@@ -322,7 +322,7 @@ TEST_F(Store, IdentifiersStopAtTheEndOfTheirRangeAndWriteNothing)
     EXPECT_EQ(numberOf([&] { takeIdentifier(s, "contadorclientes", Highest16BitId); }),
               ErrorNumber::Overflow);
     EXPECT_EQ(s.morvane->read("select contadorclientes from configuracion").toInt(), 32767);
-    // A batch that is taken back gives its number back, and the next one is taken from the file.
+    // A rolled-back batch returns its number; the next one comes from the file.
     {
         Lote lote(s);
         EXPECT_EQ(takeIdentifier(s, "contadorraza"), 1);
@@ -367,7 +367,7 @@ TEST_F(Store, DefinitionsTakeDefaultsNeedsIndexesAndSeveralColumns)
               "d DATE DEFAULT #3/11/2026#, y YESNO DEFAULT TRUE, m CURRENCY DEFAULT 1.5)");
     b.Execute("insert into Nueva (t) values ('one')");
     b.Execute("insert into Nueva (n) values (2)");
-    // The rows that are there get the defaults too, and a table made anew keeps all of it.
+    // Existing rows get the defaults too, and rebuilding the table keeps everything.
     b.Execute("ALTER TABLE Nueva ADD COLUMN p LONG NOT NULL DEFAULT 3, q TEXT(4)");
     b.Execute("ALTER TABLE Nueva ALTER COLUMN t TEXT(9)");
     b.Execute("insert into Nueva (t) values ('three')");
@@ -379,7 +379,7 @@ TEST_F(Store, DefinitionsTakeDefaultsNeedsIndexesAndSeveralColumns)
     EXPECT_EQ(refused("ALTER TABLE Nueva ADD COLUMN r LONG DEFAULT 'x'"),
               ErrorNumber::TypeMismatch);
 
-    // Two tables can have an index of one name.
+    // Two tables can have indexes of the same name.
     b.Execute("CREATE UNIQUE INDEX PorTexto ON Nueva (t, n)");
     b.Execute("CREATE INDEX PorTexto ON Ventas (tfac)");
     EXPECT_EQ(refused("insert into Nueva (t) values ('ONE')"), ErrorNumber::Key);
@@ -387,7 +387,7 @@ TEST_F(Store, DefinitionsTakeDefaultsNeedsIndexesAndSeveralColumns)
     EXPECT_EQ(refused("insert into Nueva (t) values ('ONE')"), 0);
     EXPECT_EQ(refused("CREATE INDEX x ON Nueva (nobody)"), ErrorNumber::NotInCollection);
 
-    // Several columns come and go together or not at all.
+    // Several columns are added and dropped together or not at all.
     EXPECT_EQ(refused("ALTER TABLE Nueva ADD COLUMN r LONG, q LONG"), ErrorNumber::ColumnExists);
     EXPECT_EQ(refused("select r from Nueva"), ErrorNumber::Parameters);
     b.Execute("ALTER TABLE Nueva DROP COLUMN p, q");
@@ -411,20 +411,20 @@ TEST_F(Store, WhatIsRefusedIsToldInTheUsersLanguageWithTheColumn)
         s.clientes->Execute("update Clientes set nobody = 1");
         ADD_FAILURE();
     } catch (const StoreError &e) {
-        EXPECT_EQ(errorText(s, e), e.description); // nothing better is known
+        EXPECT_EQ(errorText(s, e), e.description); // there is no better text
     }
 }
 
 TEST_F(Store, TheMarkFindsTheFolderThatIsReallyWritten)
 {
-    // The session's folder is a candidate; the program folder here holds no databases.
+    // The session's folder is a candidate; the program folder has no databases here.
     s.programFolder = folder.path() + u"/programa/"_s;
     QDir().mkpath(s.programFolder);
     EXPECT_EQ(RutaRealDeDatos(s), s.dataFolder);
     EXPECT_EQ(s.morvane->read("select count(*) from TareasAgenda").toInt(), 0);
     EXPECT_EQ(s.configuracion["contadorTareas"].toInt(), 0); // the number was not taken
     writePath(s.programFolder, u"/otra/parte"_s);
-    EXPECT_EQ(RutaRealDeDatos(s), s.dataFolder); // the folder was given to this session
+    EXPECT_EQ(RutaRealDeDatos(s), s.dataFolder); // a folder given on the command line wins
     s.givenFolder = false;
     EXPECT_EQ(RutaRealDeDatos(s), u"/otra/parte/"_s);
 }

@@ -1,5 +1,5 @@
-// The data folder as a whole: several sessions in it, copies of it while they work, folders of
-// other versions, and files that are damaged.
+// The data folder as a whole: several sessions in it, copies made while they work, folders of other
+// versions, and damaged files.
 
 #include "store/lookups.h"
 #include "store/schema.h"
@@ -52,7 +52,7 @@ protected:
         f.seek(at);
         f.write(bytes);
     }
-    /// The engine's own SQL on one file of the closed folder.
+    /// Runs the engine's own SQL on a file while the store is closed.
     void runRaw(const QString &base, const std::string &sql)
     {
         sqlcipher::run(sqlcipher::openFile(file(base), false).get(), sql);
@@ -116,7 +116,7 @@ TEST_F(Folder, ASessionIsAloneWhileNobodyElseIsThere)
     }
     EXPECT_TRUE(enters());
     closeStore(s);
-    EXPECT_FALSE(ProbarExclusivo(s)); // it is not there itself
+    EXPECT_FALSE(ProbarExclusivo(s)); // a closed session cannot take the lock
 }
 
 TEST_F(Folder, LocksAreForAllAccountsThatHaveTheDatabases)
@@ -158,7 +158,7 @@ TEST_F(Folder, WhoeverWaitsForTheDiskIsToldAndCanRunNothingMeanwhile)
     EXPECT_EQ(told, 5);
     EXPECT_EQ(refused, 5);
 
-    // And gives up after its patience.
+    // It gives up when its patience runs out.
     const Lote again(other.s);
     s.motor->setPatience(200);
     QElapsedTimer clock;
@@ -173,7 +173,7 @@ TEST_F(Folder, ScratchTablesAreEachSessionsOwn)
     Terminal other(folder.path());
     const QByteArray before = bytesOf(file(u"rep97"_s));
     {
-        Lote batch(s); // inside of a batch too
+        Lote batch(s); // also inside a batch
         s.rep97->Execute("insert into cumple (mascota) values ('Ours')");
         batch.commit();
     }
@@ -195,11 +195,11 @@ TEST_F(Folder, AStoreIsClosedAndOpenedAgainInOneSession)
     const qint64 version = s.clientes->version("Clientes");
     closeStore(s);
     EXPECT_THROW(kept["ayn"], StoreError);
-    logError(s, 1, u"nobody can write this down"_s, {}); // and nothing breaks
+    logError(s, 1, u"nobody can write this down"_s, {}); // must not fail
     for (const QString &fd : QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System))
         EXPECT_FALSE(QFile::symLinkTarget(u"/proc/self/fd/"_s + fd).endsWith(u".mdb"_s));
     reopen();
-    EXPECT_NE(s.clientes->version("Clientes"), version); // what was kept of its rows is stale
+    EXPECT_NE(s.clientes->version("Clientes"), version); // rows cached before are stale
     EXPECT_EQ(s.lists.clientes.RecordCount(), 3);
     EXPECT_EQ(s.os->read("select count(*) from planes").toInt(), 0);
 }
@@ -209,7 +209,7 @@ TEST_F(Folder, AStoreIsClosedAndOpenedAgainInOneSession)
 TEST_F(Folder, EveryCopyIsWholeAndOfOneMoment)
 {
     constexpr int Rows = 50;
-    // More by hand: KELVARA_COPIES="processes copies".
+    // For longer runs by hand, set KELVARA_COPIES="processes copies".
     const QStringList asked = qEnvironmentVariable("KELVARA_COPIES", u"2 4"_s).split(u' ');
     {
         Lote batch(s);
@@ -241,9 +241,9 @@ TEST_F(Folder, EveryCopyIsWholeAndOfOneMoment)
     qint64 longest = 0, last = 0;
     for (int i = 0; i < asked[1].toInt(); ++i) {
         while (s.morvane->read("select sum(buenascompras) from Perfiles").toLong() <= last)
-            QThread::msleep(5); // all of them are at work
+            QThread::msleep(5); // until the processes have moved something
         clock.start();
-        copyDatabases(s, to); // over the one before
+        copyDatabases(s, to); // replaces the copy before
         longest = std::max(longest, clock.elapsed());
         for (const QString &base : clinicDatabases())
             EXPECT_EQ(sqlcipher::checkFile(pathUnder(to, fileOf(base))), "ok");
@@ -270,7 +270,7 @@ TEST_F(Folder, ACopyThatFailsLeavesTheOneBefore)
     ASSERT_TRUE(QDir(to).mkdir(u"clientes.mdb.parcial"_s)); // in the way
     EXPECT_THROW(copyDatabases(s, to), StoreError);
     EXPECT_EQ(bytesOf(copy), before);
-    Lote batch(s); // a copy inside of a batch would not be of one moment
+    Lote batch(s); // a copy inside a batch would not be of one moment
     EXPECT_THROW(copyDatabases(s, to), StoreError);
 }
 
@@ -284,7 +284,7 @@ TEST_F(Folder, ADatabaseIsCompacted)
     sqlcipher::compactFile(file(u"clientes"_s), compact);
     EXPECT_EQ(sqlcipher::checkFile(compact), "ok");
     EXPECT_LT(QFileInfo(compact).size(), QFileInfo(file(u"clientes"_s)).size() / 2);
-    EXPECT_THROW(sqlcipher::compactFile(file(u"clientes"_s), compact), StoreError); // it is there
+    EXPECT_THROW(sqlcipher::compactFile(file(u"clientes"_s), compact), StoreError); // it exists
     ASSERT_TRUE(QFile::remove(file(u"clientes"_s)) && QFile::rename(compact, file(u"clientes"_s)));
     reopen();
     EXPECT_EQ(names(), before);
@@ -310,7 +310,7 @@ TEST_F(Folder, ADamagedIndexCostsNothing)
     EXPECT_EQ(bytesOf(folder.filePath(aside[0])), harmed);
     EXPECT_EQ(s.motor->check("clientes"), "ok");
     EXPECT_TRUE(isComplete(*s.motor, "clientes", readSchema(u"clientes"_s)));
-    // A mark without damage costs a look.
+    // A mark without damage is only removed.
     noteDamage(s);
     reopen();
     EXPECT_FALSE(isDamageNoted(s));
@@ -322,7 +322,7 @@ TEST_F(Folder, ADamagedPageCostsItsRowsAlone)
     const QStringList before = names().split(u'\n', Qt::SkipEmptyParts);
     s.clientes->Execute("delete * from Clientes where idc = 2000");
     closeStore(s);
-    // The rows were entered last: most of the last pages are theirs.
+    // The rows were entered last, so most of the last pages are theirs.
     const qint64 pages = QFileInfo(file(u"clientes"_s)).size() / 4096;
     for (qint64 page = pages - 60; page < pages; page += 9)
         damage(u"clientes"_s, page);
@@ -334,7 +334,7 @@ TEST_F(Folder, ADamagedPageCostsItsRowsAlone)
     EXPECT_GT(after.size(), before.size() * 3 / 4);
     for (const QString &row : after)
         EXPECT_TRUE(before.contains(row)) << row.toStdString();
-    // Keys go on behind the one that was given out last.
+    // Keys continue after the last one issued.
     s.clientes->Execute("insert into Clientes (idc) values (30000)");
     EXPECT_EQ(s.motor->lastKey(), 2001);
 }
@@ -345,11 +345,11 @@ TEST_F(Folder, WhatCannotBeRepairedIsLeftAndNobodyIsCutOff)
     closeStore(s);
     const QByteArray whole = bytesOf(file(u"clientes"_s));
     const QByteArray others = bytesOf(file(u"finanzas"_s));
-    // The only page of a table, and the first page of the file, without which nothing is read.
+    // The only page of a table, and the first page of the file, without which nothing can be read.
     for (const qint64 page : {pageOf(u"clientes"_s, u"MLEspecies"_s), qint64(1)}) {
         write(file(u"clientes"_s), whole);
         damage(u"clientes"_s, page);
-        damage(u"finanzas"_s, pageOf(u"finanzas"_s, u"Articulos_ida"_s)); // which could be
+        damage(u"finanzas"_s, pageOf(u"finanzas"_s, u"Articulos_ida"_s)); // repairable by itself
         const QByteArray harmed = bytesOf(file(u"clientes"_s));
         noteDamage(s);
         const Terminal start(folder.path());
@@ -361,7 +361,7 @@ TEST_F(Folder, WhatCannotBeRepairedIsLeftAndNobodyIsCutOff)
     }
     write(file(u"clientes"_s), whole);
     reopen();
-    noteDamage(s); // another one finds the mark while this one works
+    noteDamage(s); // another session finds the mark while this one works
     EXPECT_EQ(Terminal(folder.path()).failure->text, s(text::CloseOnTerminals));
 }
 
@@ -402,7 +402,7 @@ TEST_F(Folder, DataOfAnotherVersionAreNotWorkedOn)
     for (const auto &[version, told] : versions) {
         reopen();
         s.morvane->Execute("update configuracion set Ver = ?", version);
-        s.morvane->Execute("ALTER TABLE TareasAgenda DROP COLUMN artaux"); // not to be completed
+        s.morvane->Execute("ALTER TABLE TareasAgenda DROP COLUMN artaux"); // must not be added
         closeStore(s);
         const Terminal start(folder.path());
         ASSERT_TRUE(start.failure);
@@ -423,7 +423,7 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     s.clientes->Execute("insert into MClinica (idm) values (1)");
     const QString rows = names();
     closeStore(s);
-    // As they were made before rows had a key.
+    // Like a file from before rows had keys.
     runRaw(u"clientes"_s,
            "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = replace(sql, "
            "', \"row_key\" INTEGER PRIMARY KEY AUTOINCREMENT', ''); PRAGMA writable_schema = OFF");
@@ -444,7 +444,7 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     EXPECT_EQ(copies, 1);
     QDir(folder.filePath(u"kelvara.copias"_s)).removeRecursively();
 
-    // Not while another terminal works on it.
+    // Not while another terminal is working.
     EXPECT_EQ(Terminal(folder.path()).failure->text, s(text::CloseTerminalsToUpdate));
     EXPECT_FALSE(isWhole(u"clientes"_s));
     reopen();
@@ -456,7 +456,7 @@ TEST_F(Folder, AnOlderFolderIsCompletedOnceWithACopyKept)
     const QDir kept(folder.filePath(u"kelvara.copias/2026-03-11-090000"_s));
     ASSERT_EQ(kept.entryList(QDir::Files).size(), 4);
     EXPECT_EQ(sqlcipher::checkFile(kept.filePath(u"clientes.mdb"_s)), "ok");
-    // Nothing is left to be done.
+    // Nothing is left to do.
     QDir(folder.filePath(u"kelvara.copias"_s)).removeRecursively();
     reopen();
     EXPECT_EQ(beside(u"kelvara.copias"_s), QStringList());
@@ -470,7 +470,7 @@ TEST_F(Folder, FilesThatMayBeMissingAreMade)
     reopen();
     EXPECT_EQ(sqlcipher::checkFile(file(u"rep97"_s)), "ok");
     EXPECT_EQ(s.os->read("select count(*) from Socios").toInt(), 0);
-    // With members among the clients an empty file would make them disappear.
+    // If there are members among the clients, an empty file would make them disappear.
     s.clientes->Execute("update Clientes set obra = 1");
     closeStore(s);
     ASSERT_TRUE(QFile::remove(file(u"os"_s)));

@@ -1,4 +1,4 @@
-// Every statement that the rules run is understood, and the engine runs what it becomes.
+// Every statement of the rules is understood, and the engine runs its translation.
 #include "jet_engine.h"
 
 #include <QFile>

@@ -101,13 +101,13 @@ TEST(JetCriterion, TakesValues)
     };
     EXPECT_EQ(prepared(QStringLiteral("2024-03-20")), Value(QDate(2024, 3, 20)));
     EXPECT_THROW(prepared(45371), StoreError);
-    // Words that another program left in a column of days are no day: they meet nothing.
+    // Words that another program wrote into a column of dates match nothing.
     std::vector<Value> spoilt = row();
     spoilt[2] = QStringLiteral("soon");
     EXPECT_FALSE(meets("ven < #1/1/24#", {}, spoilt));
     EXPECT_FALSE(meets("not ven < #1/1/24#", {}, spoilt));
     EXPECT_FALSE(meets("idc = ?", {Value()}));
-    EXPECT_FALSE(meets("idc = ?")); // one value too few counts as Null
+    EXPECT_FALSE(meets("idc = ?")); // a missing value counts as Null
 }
 
 TEST(JetCriterion, AnEqualityOffersItsColumnForAHash)

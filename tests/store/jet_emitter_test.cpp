@@ -1,4 +1,4 @@
-// What statements of the dialect mean, shown by the rows that the engine gives for them.
+// What statements of the dialect mean, shown by the rows that the engine returns.
 #include "jet_engine.h"
 
 #include <filesystem>
@@ -64,7 +64,7 @@ protected:
         e->exec("INSERT INTO Uno VALUES (1, '2024-01-31')");
     }
 
-    /// Runs what one line of the corpus says; see there.
+    /// Runs one line of corpus/semantics.sql, which explains the notation.
     void check(const std::string &line)
     {
         if (line == "@clients")
@@ -100,7 +100,7 @@ protected:
         return joined(e->rows(sql, given), " / ");
     }
 
-    /// Rows on one line.
+    /// The rows joined into one line.
     static std::string joined(const std::string &rows, const std::string &separator)
     {
         std::string line;
@@ -162,7 +162,7 @@ TEST_F(JetSemantics, AUnionHoldsATextOnceWhateverItsCase)
     e->exec("INSERT INTO Mascotas (nom) VALUES ('Luna'), ('Toby'), ('luna'), ('sola')");
     EXPECT_EQ(jet::fold(e->rows("select nom from mascotas union select 'LUNA' from uno order by "
                                 "nom desc")),
-              "toby\nsola\nluna\n"); // in which letters it stands is nobody's business
+              "toby\nsola\nluna\n"); // folded: either spelling of a duplicate is right
 }
 
 TEST_F(JetSemantics, ColumnsOfTheResultAreNamedAndTyped)
@@ -292,7 +292,7 @@ TEST_F(JetSemantics, SizeAndDepthAreLimited)
           "'" + repeated("x", 70000) + "'",
           repeated("(select ", 100) + "n" + repeated(" from uno)", 100)})
         EXPECT_EQ(e->error("select " + bad + " from uno"), 3075) << bad.substr(0, 60);
-    // Every alias doubles the one before.
+    // Every alias is twice as long as the one before.
     QString fields = QStringLiteral("n & n as a0");
     for (int i = 1; i < 60; ++i)
         fields += QStringLiteral(", a%1 & a%1 as a%2").arg(i - 1).arg(i);

@@ -16,12 +16,13 @@ using namespace store;
 namespace jet_test
 {
 
-/// Reads the form of the schema files: "table Name", then "    column TYPE" a line.
+/// The tables of a declaration in the form of the schema files: "table Name", then a line
+/// "    column TYPE" for each column.
 class Tables : public jet::Catalogue
 {
 public:
     Tables() = default;
-    Tables(Tables &&) = default; // the tables stay where they are, which a copy would not do
+    Tables(Tables &&) = default; // keeps pointers to the tables valid, unlike a copy
 
     void read(std::istream &lines)
     {
@@ -40,7 +41,7 @@ public:
         return found == m_tables.end() ? nullptr : &found->second;
     }
 
-    /// The statements that make the tables in an engine.
+    /// SQL that creates the tables in an engine.
     std::string definitions() const
     {
         std::string sql;
@@ -95,7 +96,8 @@ private:
     jet::Table *m_last = nullptr;
 };
 
-/// What a '?' is bound to: a number when it reads as one, else a text; a text behind an apostrophe.
+/// Values for each '?': bound as a number if it reads as one, else as text; always as text after a
+/// leading apostrophe.
 using Given = std::vector<std::string>;
 
 class Engine
@@ -114,10 +116,10 @@ public:
 
     const Tables &catalog() const { return m_tables; }
 
-    /// Throws when the engine does not compile its SQL.
+    /// Compiles SQL. Throws when the engine refuses it.
     void prepare(const std::string &sql) { sqlite3_finalize(compiled(sql)); }
 
-    /// Runs SQL of the engine itself.
+    /// Runs the engine's own SQL.
     void exec(const std::string &sql)
     {
         char *message = nullptr;
@@ -128,23 +130,24 @@ public:
         }
     }
 
-    /// Runs a statement of the dialect. Rows as "a|b\n", Null as an empty field, bytes as x'...'.
+    /// Runs a statement of the dialect. Returns rows as "a|b\n", Null as an empty field, blobs as
+    /// x'...'.
     std::string rows(const std::string &dialect, const Given &given = {}, bool keys = false)
     {
         return Run(sqlcipher::translate(dialect, m_tables, "main", keys), given);
     }
 
-    /// What the engine says about how it will run the statement.
+    /// The engine's query plan for a statement.
     std::string Plan(const std::string &dialect)
     {
         jet::Translation t = sqlcipher::translate(dialect, m_tables, "main");
         t.sql = "EXPLAIN QUERY PLAN " + t.sql;
         for (jet::Parameter &p : t.parameters)
-            p.compared = ColumnType::None; // what is bound does not matter here
+            p.compared = ColumnType::None; // the bound values do not matter here
         return Run(t, Given(size_t(t.valueCount), "1"));
     }
 
-    /// The error number of a refused statement, 0 when it is taken.
+    /// The error number of a refused statement, 0 when it is accepted.
     int error(const std::string &dialect) const
     {
         try {

@@ -45,15 +45,15 @@ TEST(JetText, EqualMeansTheSameFoldedForm)
     EXPECT_EQ(compareText("Straße", "STRASSE"), 0);
 }
 
-// Its wildcards stand in corpus/semantics.sql.
+// Wildcards are tested in corpus/semantics.sql.
 TEST(JetText, LikeTakesAnyBytes)
 {
     EXPECT_TRUE(similar("a\xFF", "a?"));
     EXPECT_TRUE(similar("a\0b"s, "a?b"));
 }
 
-// What is looked for as plain text must mean the same as what is walked: a pattern with "[]" in it
-// is always walked.
+// The fast search for plain text must agree with the general matcher, which every pattern that
+// contains "[]" uses.
 TEST(JetText, PlainPiecesMeanTheSameAsTheirPatterns)
 {
     const std::vector<std::string> texts{"",       "a",       "Fido",      "fidofido",

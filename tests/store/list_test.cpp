@@ -31,7 +31,7 @@ TEST_F(LongList, ARowFoundAloneStandsAmongTheOthers)
 
     reopen();
     list.FindFirst("idc = ?", 6);
-    list.FindFirst("idc = ?", 5); // nobody: the position stays
+    list.FindFirst("idc = ?", 5); // not found: the position stays
     EXPECT_TRUE(list.NoMatch());
     EXPECT_EQ(list["ayn"].toText(), u"C6"_s);
     list.MoveNext();
@@ -59,7 +59,7 @@ TEST_F(LongList, ARowFoundAloneIsWrittenAndDeletedAsAnyOther)
 
 TEST_F(LongList, ManyLookUpsSeeTheSameAsFew)
 {
-    // Enough of them for the list to be read on the way, with writes before and after.
+    // Enough of them for the list to be read eventually, with writes before and after.
     for (int i = 0; i < 6000; ++i) {
         const int idc = 2 + i % 4 * 2;
         if (i % 1500 == 700)

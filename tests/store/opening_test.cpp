@@ -1,4 +1,4 @@
-// Finding and opening a data folder, and what is told when it cannot be opened.
+// Finding and opening a data folder, and the messages when it cannot be opened.
 
 #include "store/lookups.h"
 #include "store/schema.h"
@@ -17,7 +17,7 @@ namespace
 class Opening : public Clinic
 {
 protected:
-    // Opens the folder with another session, as a program that starts now would.
+    // Opens the folder in another session, like a program starting now.
     std::optional<OpeningFailure> open()
     {
         Sesion other(ask, impresion, Language::English);
@@ -109,7 +109,7 @@ TEST_F(Opening, ThePathFileIsReadWhateverEditorWroteIt)
         EXPECT_EQ(readPath(p), loaded);
     }
 
-    // The program folder itself, in other letters, is no network; nor is a folder that was given.
+    // Neither the program folder in other letter case nor a given folder makes a terminal.
     qputenv("KELVARA_HOME", folder.path().toUtf8());
     path(folder.path().toUpper().toUtf8());
     Sesion other(ask, impresion, Language::English);
@@ -120,7 +120,7 @@ TEST_F(Opening, ThePathFileIsReadWhateverEditorWroteIt)
     EXPECT_TRUE(other.EnRed);
     setDataFolder(other, u"/srv/clinica"_s);
     EXPECT_FALSE(other.EnRed);
-    path("../clinica"); // from wherever the program is started
+    path("../clinica"); // relative to the program, not to the working directory
     setDataFolder(other, {});
     EXPECT_TRUE(other.EnRed);
     EXPECT_EQ(other.dataFolder, QDir::cleanPath(p + u"../clinica"_s) + u'/');
@@ -135,7 +135,7 @@ TEST_F(Opening, ErrorsAreLoggedAndTold)
               u"3061|255|2026-03-11|Tareas de Inicio. \n"_s);
     s.morvane->Execute("DROP TABLE errores");
     ask.wait(u"An error occurred."_s);
-    RegistrarError(s, 1, u"nowhere to write"_s, u"x"_s); // the log itself is gone
+    RegistrarError(s, 1, u"nowhere to write"_s, u"x"_s); // the log itself is missing
 }
 
 TEST_F(Opening, TheScriptedPromptsFailOnWhatWasNotExpected)

@@ -1,4 +1,4 @@
-// Recordsets while definitions, other terminals and batches change what lies below them.
+// Recordsets while definitions, other terminals and batches change the tables underneath.
 
 #include "store/lookups.h"
 #include "store/schema.h"
@@ -35,7 +35,7 @@ protected:
         return 0;
     }
 
-    /// The file of the clients past the store, as another program opens it.
+    /// Opens the clients' file without the store, like another program.
     sqlcipher::Connection openRaw()
     {
         return sqlcipher::openFile(folder.filePath(u"clientes.mdb"_s), false);
@@ -112,7 +112,7 @@ TEST_F(rows, AnOpenEditOutlivesADefinition)
     r.Update();
     EXPECT_EQ(names(), u"1|C1\n2|Two\n3|C3\n4|C4\n"_s);
     EXPECT_EQ(r.Column("Extra"), r.allColumns() - 1);
-    // What was put into a column that is gone is written nowhere.
+    // A value put into a column that was dropped is not written anywhere.
     r.Edit();
     r.Put("Extra", 5);
     s.clientes->Execute("ALTER TABLE Clientes DROP COLUMN Extra");
@@ -132,7 +132,7 @@ TEST_F(rows, AKeyIsKeptAndNeverGivenOutAgain)
         s.clientes->Execute("insert into Clientes (idc, ayn) values (4, 'stranger')");
         EXPECT_EQ(numberOf([&] { stale.Edit(); }), ErrorNumber::NoCurrentRecord) << between;
     }
-    // A counter of a table's own is kept in the same way.
+    // A declared counter keeps its keys in the same way.
     s.clientes->Execute("create table T (id COUNTER, n LONG)");
     for (int i = 0; i < 3; ++i)
         s.clientes->Execute("insert into T (n) values (?)", i);
@@ -140,7 +140,7 @@ TEST_F(rows, AKeyIsKeptAndNeverGivenOutAgain)
     s.clientes->Execute("alter table T alter column n DOUBLE");
     s.clientes->Execute("insert into T (n) values (9)");
     EXPECT_EQ(allRows(*s.clientes, "select * from T"), u"2|1\n4|9\n"_s);
-    // Without it the hidden key takes over, and the other way round.
+    // When it is dropped the hidden key takes over, and vice versa.
     Recordset r = s.clientes->OpenRecordset("select n from T order by n desc");
     r.MoveLast();
     s.clientes->Execute("alter table T drop column id");
@@ -165,7 +165,7 @@ TEST_F(rows, ATableOfOldIsGivenAKeyWithAllThatItHas)
     EXPECT_TRUE(
         eventually([&] { return numberOf([&] { s.clientes->read("select a from Old"); }) == 0; }));
     {
-        // Until then its rows are known by the engine's own numbers.
+        // Until it gets a key, its rows are identified by the engine's row numbers.
         Recordset r = s.clientes->OpenRecordset("select * from Old");
         EXPECT_EQ(r.RecordCount(), 3);
         r.Edit();
@@ -204,14 +204,14 @@ TEST_F(rows, EditSeesWhatStandsThereNow)
     r.Update();
     EXPECT_EQ(stock(), 6);
 
-    // Put of what was read first is no less a wish.
+    // Putting the value known from before Edit is still a write.
     setElsewhere(3);
     r.Edit();
     r.Put("can", 6);
     r.Update();
     EXPECT_EQ(stock(), 6);
 
-    // Changed between Edit and Update: told, and the edit stays open.
+    // Changed between Edit and Update: refused, and the edit stays open.
     r.Edit();
     r.Put("nom", u"B"_s);
     r.Put("can", 5);
@@ -227,12 +227,12 @@ TEST_F(rows, EditSeesWhatStandsThereNow)
     EXPECT_EQ(r["can"].toInt(), 5);
     r.Edit();
     EXPECT_EQ(r["can"].toInt(), 4);
-    r.Put("can", 4); // as it stands: still refused once it does not stand so
+    r.Put("can", 4); // no change, but still refused once another terminal changes it
     setElsewhere(2);
     EXPECT_EQ(numberOf([&] { r.Update(); }), ErrorNumber::Conflict);
     r.CancelUpdate();
 
-    // A change of another column is nobody's loss.
+    // A change of another column is no conflict.
     r.Edit();
     r.Put("nom", u"C"_s);
     setElsewhere(1);
@@ -309,7 +309,7 @@ TEST_F(rows, ARowIsAddedBehindTheOthersAndItsKeyIsKnown)
     r.FindFirst("Nombre = 'one'");
     EXPECT_FALSE(r.NoMatch());
 
-    // Defaults are read with it, and a list finds its place in the order.
+    // It is read with its defaults, and a list puts it in its place in the order.
     Recordset &list = s.lists.flcategorias;
     list.MoveLast();
     list.AddNew();
@@ -420,7 +420,7 @@ TEST_F(rows, APartOfABatchIsTakenBackByItself)
 TEST_F(rows, ALongBatchIsRunAgainOnlyWhenAPartOfItThatHasWrittenFails)
 {
     struct Situation {
-        bool writes, fails, kept; // what a part does before it fails, and whether the batch goes on
+        bool writes, fails, kept; // the part writes, it then fails, the batch goes on
         int runs;
         QString after;
     };
@@ -451,7 +451,7 @@ TEST_F(rows, ALongBatchIsRunAgainOnlyWhenAPartOfItThatHasWrittenFails)
             });
         };
         EXPECT_EQ(numberOf(batch), i.kept ? 0 : ErrorNumber::Overflow);
-        // A server keeps the parts of every batch apart, so nothing is run twice.
+        // A server always keeps parts apart, so nothing runs twice.
         EXPECT_EQ(runs, onServer() ? 1 : i.runs);
         EXPECT_FALSE(s.motor->inTransaction());
         EXPECT_EQ(allRows(*s.clientes, "select ayn from Clientes where idc > 4 order by idc")

@@ -120,14 +120,14 @@ TEST_F(Schema, TakesNoIdentifierTwiceWhereRowsAreFoundByIt)
     } catch (const StoreError &e) {
         EXPECT_EQ(e.number, ErrorNumber::Key);
     }
-    // The mark in the agenda borrows the number of the next task.
+    // The marker row in the agenda borrows the number of the next task.
     s.morvane->Execute("insert into TareasAgenda (Ida, ID) values (-32000, 5)");
     s.morvane->Execute("insert into TareasAgenda (Ida, ID) values (9, 5)");
 }
 
 TEST_F(Schema, LeavesRowsInTheOrderOfEntryWhereNothingElseIsAsked)
 {
-    // The rows come in the order of their numbers and against every other order.
+    // The order of the numbers is the reverse of every other order.
     for (const int n : {1, 2, 3}) {
         const QString name = QString(QChar(u'd' - n)) + u"sur"_s;
         s.morvane->Execute("insert into TareasAgenda (id, tip, ida, dia, hor, fcreacion)"

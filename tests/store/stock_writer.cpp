@@ -1,4 +1,4 @@
-// A terminal that takes one off the stock of some product again and again:
+// A terminal that repeatedly takes one unit of a random product from stock:
 // stock_writer FOLDER PRODUCTS TIMES SEED. Prints how often another terminal was quicker.
 
 #include "store/database.h"

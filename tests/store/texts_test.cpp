@@ -19,7 +19,7 @@ TEST(Texts, TheTableIsWhole)
     const auto table = Texts::read(text, &errores);
     EXPECT_TRUE(errores.isEmpty()) << errores.join(u'\n').toStdString();
     EXPECT_GE(table.size(), 602);
-    // Tags stand in every language, or a letter would lose its client.
+    // Tags must be in every language, or a letter would lack its client.
     for (auto i = table.begin(); i != table.end(); ++i)
         for (const QString &t : i.value())
             EXPECT_EQ(t.count(u'<'), i.value().front().count(u'<')) << i.key();
@@ -31,7 +31,7 @@ TEST(Texts, LanguagesAreToldApartAndAGapIsSeen)
     EXPECT_EQ(codeLanguage(u"pt"_s), Language::Portuguese);
     EXPECT_EQ(codeLanguage(u"de_CH"_s), Language::English);
     EXPECT_EQ(Texts(Language::Portuguese)(2), u"PT"_s);
-    EXPECT_EQ(Texts(Language::English)(1112), u"Debt reminder "_s); // with its blank
+    EXPECT_EQ(Texts(Language::English)(1112), u"Debt reminder "_s); // keeps its trailing blank
     EXPECT_EQ(Texts(Language::Spanish)(8888), u"#8888"_s);
 }
 

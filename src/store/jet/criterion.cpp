@@ -17,7 +17,7 @@ namespace jet
 {
 namespace
 {
-// What a condition comes to: as in SQL, Null is neither met nor not met.
+// The value of a condition; nullopt is Null, neither true nor false, as in SQL.
 using Truth = std::optional<bool>;
 
 bool isDay(const Value &v) { return v.is<QDate>() || v.is<QDateTime>(); }
@@ -29,7 +29,7 @@ bool isNumber(const Value &v)
 
 int sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
-// A number, or a text that reads as one.
+// Whether it is a number, or text that reads as one.
 bool countsAsNumber(const Value &v)
 {
     bool reads = isNumber(v);
@@ -38,12 +38,12 @@ bool countsAsNumber(const Value &v)
     return reads;
 }
 
-// Both are not Null.
+// Neither may be Null.
 int compare(const Value &a, const Value &b)
 {
     if (isNumber(a) || isNumber(b)) {
         if (!countsAsNumber(a) || !countsAsNumber(b))
-            return countsAsNumber(a) ? -1 : 1; // numbers come before all else, as in the engine
+            return countsAsNumber(a) ? -1 : 1; // numbers sort before all else, as in the engine
         if ((a.is<Moneda>() || b.is<Moneda>()) && !a.is<double>() && !b.is<double>())
             return sign(a.toMoneda(), b.toMoneda());
         if (a.is<qint64>() && b.is<qint64>())
@@ -54,7 +54,7 @@ int compare(const Value &a, const Value &b)
         return sign(*a.is<QDate>(), *b.is<QDate>());
     if (a.is<QString>() && b.is<QString>())
         return compareText(a.toText().toStdString(), b.toText().toStdString());
-    return sign(a.toText(), b.toText()); // the form of days and times sorts as they do
+    return sign(a.toText(), b.toText()); // dates and times as text sort chronologically
 }
 
 class ParsedCriterion : public Criterion
@@ -111,7 +111,7 @@ private:
         QDate today;
     };
 
-    // Puts the position of each column into its node and refuses what is not computed here.
+    // Stores the position of each column in its node, and refuses what cannot be evaluated here.
     static void bind(Expression &e, std::string_view text, std::span<const OutputColumn> columns)
     {
         if (e.select)
@@ -124,7 +124,7 @@ private:
             bind(*part, text, columns);
     }
 
-    // What is compared with a column of days or times is one itself, or becomes one.
+    // Makes dates or times of what is compared with a column of those.
     void BindMoments(Expression &e, std::string_view text, std::span<const OutputColumn> columns)
     {
         for (const ExpressionPtr &part : e.parts)
@@ -196,6 +196,7 @@ private:
             const Value v = part(0), a = part(1), b = part(2);
             if (v.isNull() || a.isNull() || b.isNull())
                 return std::nullopt;
+            // On purpose: BETWEEN takes its bounds in either order.
             const bool swapped = compare(a, b) > 0;
             return negatedIf(compare(swapped ? b : a, v) <= 0 && compare(v, swapped ? a : b) <= 0);
         }
@@ -244,7 +245,7 @@ private:
     {
         if (a.isNull() || b.isNull())
             return std::nullopt;
-        // What another program wrote into a column of days and is none meets nothing.
+        // Text that another program wrote into a column of dates or times matches nothing.
         if (holdsMoment(a) != holdsMoment(b) && (a.is<QString>() || b.is<QString>()))
             return std::nullopt;
         const int order = compare(a, b);
@@ -334,7 +335,7 @@ private:
 
     static Value moved(const Value &day, qint64 days)
     {
-        constexpr qint64 Most = 10'000'000; // beyond every calendar day that the files take
+        constexpr qint64 Most = 10'000'000; // more days than there are dates in the files
         if (std::abs(days) > Most)
             return {};
         if (const QDateTime *t = day.is<QDateTime>())
@@ -377,7 +378,7 @@ private:
     }
 
     jet::Condition m_condition;
-    std::vector<std::pair<size_t, ColumnType>> m_moments; // given values that are days or times
+    std::vector<std::pair<size_t, ColumnType>> m_moments; // values compared with dates or times
 };
 } // namespace
 

@@ -1,4 +1,4 @@
-// Search criteria of FindFirst, tried against rows in memory.
+// Search criteria of FindFirst, evaluated on rows in memory.
 #pragma once
 
 #include "store/jet/translation.h"
@@ -14,30 +14,38 @@ namespace jet
 class Criterion
 {
 public:
-    /// @throws StoreError 3075 for what the dialect does not take, 3061 for a name that
-    ///         @p columns does not hold
+    /// Parses a criterion.
+    /// @param text    condition as after WHERE, UTF-8, with '?' for values
+    /// @param columns of the rows it will be evaluated on
+    /// @throws StoreError 3075 for anything outside the dialect, and for subqueries and functions
+    ///         other than Date(); 3061 for a name not in @p columns; 3421 for a literal that is not
+    ///         a date or time where it is compared with one
     static std::shared_ptr<const Criterion> compile(std::string_view text,
                                                     std::span<const OutputColumn> columns);
     virtual ~Criterion() = default;
 
-    /// A criterion of the form "column = value": the position of the column and the value to look
-    /// for, so that the caller can use a hash instead of a walk.
+    /// The column and value of a criterion of the form "column = value".
     struct Equality {
         int column = 0;
         store::Value value;
     };
-    /// The given values as they are compared: a text that stands against a column of days or times
-    /// becomes one. To be called once before the rows are tried.
-    /// @param room holds the values when one of them changes
-    /// @throws StoreError 3421 for what is no day or time
+    /// Converts the caller's values to what the rows are compared with: text compared with a column
+    /// of dates or times becomes one of those. Call it once before evaluating rows.
+    /// @param given one value for each '?'; missing ones count as Null
+    /// @param room  storage for the result when a value changes
+    /// @throws StoreError 3421 for a value that is not a date or time
     virtual std::span<const store::Value> prepare(std::span<const store::Value> given,
                                                   std::vector<store::Value> &room) const = 0;
 
+    /// The equality that this criterion consists of, so that the caller can use a hash instead of a
+    /// scan; nullopt when it has any other form.
+    /// @param dados values from prepare()
     virtual std::optional<Equality> asEquality(std::span<const store::Value> dados) const = 0;
 
-    /// Whether a row meets it. Null comparisons are not met.
-    /// @param cell gives the row's value of a column by position
-    /// @param hoy   what Date() means
+    /// Whether a row meets the criterion. A comparison with Null is not met.
+    /// @param cell  returns the row's value of a column, by position
+    /// @param dados values from prepare()
+    /// @param hoy   the value of Date()
     virtual bool meets(const std::function<store::Value(int)> &cell,
                        std::span<const store::Value> dados, QDate hoy) const = 0;
 };

@@ -12,7 +12,7 @@ namespace
 {
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-// Every letter outside ASCII may stand in a name.
+// Every character outside ASCII is allowed in a name.
 bool beginsName(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'
@@ -100,7 +100,7 @@ private:
         token.text = m_sql.substr(begin, m_at - begin);
     }
 
-    // The quote itself stands twice inside.
+    // A quote inside the text is doubled.
     std::string takeText(char quote)
     {
         const size_t begin = m_at++;
@@ -166,7 +166,7 @@ std::vector<Token> tokens(std::string_view sql) { return Lexer(sql).all(); }
 
 void refuse(std::string_view sql, int place, const QString &reason, int number)
 {
-    // Only as much of a long line as fits a message box.
+    // Cut a long line to what fits in a message box.
     constexpr qsizetype Before = 40;
     constexpr qsizetype After = 30;
     const size_t at = std::min(size_t(place), sql.size());

@@ -1,4 +1,4 @@
-// The words of a statement.
+// Splits a statement into tokens.
 #pragma once
 
 #include "store/errors.h"
@@ -10,9 +10,10 @@
 namespace jet
 {
 
-/// A longer text is no statement of ours.
+/// The longest statement accepted, in bytes; far beyond any that this program runs.
 inline constexpr size_t MaxStatement = 64 * 1024;
 
+/// A token; its text is UTF-8.
 struct Token {
     enum Kind {
         Name,      // text as written
@@ -20,22 +21,23 @@ struct Token {
         Text,      // text without its quotes
         Integer,   // text
         Decimal,   // text
-        Moment,    // text in the form that the files keep
+        Moment,    // text in the form that the files store
         Given,     // '?'
         Symbol,    // text
         End,
     };
     Kind kind = End;
     std::string text;
-    int place = 0; // first byte in the statement
+    int place = 0; // offset of its first byte in the statement
 };
 
-/// Splits a statement; the last token is always End. One ';' may close it.
-/// @throws StoreError 3075 for what is no word of the dialect, comments included
+/// Splits a statement; the last token is always End. One ';' may end it.
+/// @throws StoreError 3075 for anything that is not a token of the dialect, such as a comment
 std::vector<Token> tokens(std::string_view sql);
 
-/// Throws the error that shows a place of the statement: reason, line, column, and the line itself
-/// with a caret below.
+/// Throws an error that points at a place in the statement: reason, line, column, and the line
+/// itself with a caret below it.
+/// @param place offset in bytes
 [[noreturn]] void refuse(std::string_view sql, int place, const QString &reason,
                          int number = store::ErrorNumber::Syntax);
 

@@ -88,7 +88,7 @@ std::optional<int> takeTime(std::string_view &text, bool secondsNeeded)
 
 qint64 floorDivide(qint64 a, qint64 b) { return a / b - (a % b < 0 ? 1 : 0); }
 
-// Seconds since the first Julian day; a time alone counts from day 0.
+// Seconds since Julian day 0, which a time without a date belongs to.
 qint64 secondsIn(const Moment &m)
 {
     return m.day.value_or(0) * SecondsOfDay + m.second.value_or(0);
@@ -103,7 +103,7 @@ std::optional<Moment> valid(Moment m)
     return m;
 }
 
-// The time behind a day that was read, or alone.
+// Parses a time that follows a date already parsed, or one without a date.
 std::optional<Moment> withTime(Moment m, std::string_view text, bool fromStorage)
 {
     if (m.day) {
@@ -146,7 +146,7 @@ std::optional<Moment> momentFromLiteral(std::string_view text)
     }
     auto whole = withTime(m, text, false);
     if (whole && whole->day && whole->second == 0)
-        whole->second.reset(); // midnight is kept as the day alone
+        whole->second.reset(); // midnight is stored as the date alone
     return whole;
 }
 
@@ -191,7 +191,7 @@ std::optional<Interval> intervalFromText(std::string_view text, bool difference)
 
 std::optional<Moment> added(const Moment &m, Interval interval, qint64 count)
 {
-    // Beyond this no interval gives a day within the calendar, and nothing below overflows.
+    // More than this leaves the calendar with any interval; less cannot overflow below.
     constexpr qint64 Most = 400'000'000'000;
     if (count > Most || count < -Most)
         return std::nullopt;

@@ -1,4 +1,4 @@
-// Days and times in the form that the files keep them.
+// Dates and times in the form that the files store.
 #pragma once
 
 #include <QDate>
@@ -9,35 +9,39 @@
 namespace jet
 {
 
-/// A day, a time of day, or a day with a time.
+/// A date, a time of day, or a date with a time.
 struct Moment {
     std::optional<qint64> day; // Julian day number
     std::optional<int> second; // of the day, 0 to 86399
 };
 
-/// Reads 'YYYY-MM-DD', 'HH:MM:SS' or both with a blank between. @return nullopt for anything else
+/// Parses 'YYYY-MM-DD', 'HH:MM:SS' or both separated by a blank. @return nullopt for anything else
 std::optional<Moment> momentFromStorage(std::string_view text);
 
-/// Reads what stands between the '#' of a literal: mm/dd/yy, mm/dd/yyyy or yyyy-mm-dd, hh:nn or
-/// hh:nn:ss, or a day and a time. Years of two digits lie from 1930 to 2029.
-/// @return nullopt for anything else, and for a day or time that does not exist
+/// Parses the text between the '#' of a literal: mm/dd/yy, mm/dd/yyyy or yyyy-mm-dd, hh:nn or
+/// hh:nn:ss, or a date and a time. Two-digit years mean 1930 to 2029.
+/// @return nullopt for anything else, and for a date or time that does not exist
 std::optional<Moment> momentFromLiteral(std::string_view text);
 
-/// The form that the files keep. @p m holds a day or a time.
+/// The form that momentFromStorage() parses. @p m must hold a date or a time.
 std::string toStorage(const Moment &m);
 
-/// What DateAdd and DateDiff count in.
+/// The units of DateAdd and DateDiff.
 enum class Interval { Year, Quarter, Month, Week, Day, Hour, Minute, Second };
 
-/// Reads "yyyy", "q", "m", "ww", "w", "d", "y", "h", "n" or "s"; @p difference tells DateDiff's
-/// reading of "w" (weeks) from DateAdd's (days).
+/// Parses "yyyy", "q", "m", "ww", "w", "d", "y", "h", "n" or "s", in any letter case.
+/// @param difference whether it is for DateDiff, where "w" means weeks, or DateAdd, where it means
+///        days
+/// @return nullopt for anything else
 std::optional<Interval> intervalFromText(std::string_view text, bool difference);
 
-/// DateAdd: a month that is too short gives its last day; a time alone stays within its day.
-/// @return nullopt when the result lies outside the years 100 to 9999
+/// DateAdd: in a month that is too short the result is its last day; a time without a date wraps
+/// around midnight.
+/// @return nullopt when the result is outside the years 100 to 9999
 std::optional<Moment> added(const Moment &m, Interval interval, qint64 count);
 
-/// DateDiff: how many borders of the interval lie between both. Weeks begin on Sunday.
+/// DateDiff: how many boundaries of the interval lie between the two, negative if @p to is the
+/// earlier one. Weeks begin on Sunday.
 qint64 difference(const Moment &from, const Moment &to, Interval interval);
 
 } // namespace jet

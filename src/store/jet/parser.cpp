@@ -16,14 +16,14 @@ namespace jet
 {
 namespace
 {
-// Limits that no statement of ours comes near, and that keep every walk over the tree off the end
-// of the stack.
+// Limits far above what the program's statements need, so that recursion over the tree cannot
+// overflow the stack.
 constexpr int MaxNesting = 50;
 constexpr int MaxHeight = 250;
 constexpr int MaxGiven = 900;
 constexpr size_t MaxList = 1000;
 
-// How tightly operators bind; NOT stands between AND and the comparisons.
+// Operator precedence, loosest first. NOT binds tighter than AND, but looser than comparisons.
 constexpr int OrLevel = 1;
 constexpr int AndLevel = 2;
 constexpr int NotLevel = 3;
@@ -71,8 +71,8 @@ constexpr std::array Types{
     TypeWord{"MEMO", ColumnType::Memo},       TypeWord{"LONGTEXT", ColumnType::Memo},
 };
 
-// Words that end an expression, a table or a field, so that they cannot be a name without
-// brackets there. Types and functions are no such words: columns are called int, min and dec.
+// Words that end an expression, a table or a field and therefore need brackets as names. Types and
+// functions are not among them, since there are columns called int, min and dec.
 constexpr std::array Reserved{
     "ALL",      "ALTER", "AND",    "AS",     "BETWEEN", "BY",    "CREATE",  "DELETE",
     "DISTINCT", "DROP",  "EQV",    "EXISTS", "FROM",    "GROUP", "HAVING",  "IMP",
@@ -139,7 +139,7 @@ public:
     }
 
 private:
-    // Counts how deep the parser stands in itself.
+    // Counts the recursion depth of the parser.
     class Deeper
     {
     public:
@@ -180,7 +180,7 @@ private:
     }
 
     bool isSymbol(const char *s) const { return here().kind == Token::Symbol && here().text == s; }
-    // A word of the dialect, or a symbol.
+    // Skips a keyword or symbol if it comes next.
     bool accept(const char *word)
     {
         if (!isSymbol(word) && !isWord(here(), word))
@@ -199,7 +199,7 @@ private:
             fail("The statement should end here");
     }
 
-    // Where nothing but a name can stand, any word is one.
+    // A name where nothing else is possible, so that even a reserved word is taken.
     Name anyName(const char *what)
     {
         if (here().kind != Token::Name && here().kind != Token::Bracketed)
@@ -225,7 +225,7 @@ private:
         } while (accept(","));
     }
 
-    // Expressions
+    // --- Expressions ---
 
     static ExpressionPtr node(Expression::Kind kind, int place)
     {
@@ -272,7 +272,7 @@ private:
         return found == Operators.end() ? nullptr : &*found;
     }
 
-    // An expression whose operators bind at least as tightly as the level.
+    // Parses an expression whose operators bind at least as tightly as the level.
     ExpressionPtr parse(int level = OrLevel)
     {
         const Deeper deeper(*this);
@@ -468,7 +468,7 @@ private:
         return e;
     }
 
-    // Queries
+    // --- Queries ---
 
     std::unique_ptr<Select> unionOfSelects()
     {
@@ -562,7 +562,7 @@ private:
     std::unique_ptr<From> joinPieces(From::Kind kind, int place, std::unique_ptr<From> left,
                                      std::unique_ptr<From> right)
     {
-        // Long chains of joins are walked recursively, and the engine joins 64 tables at most.
+        // Chains of joins are walked recursively, and the engine joins at most 64 tables.
         if (++m_joins > MaxNesting)
             fail("Too many tables", place);
         auto join = std::make_unique<From>();
@@ -624,7 +624,7 @@ private:
         return from;
     }
 
-    // Changes
+    // --- Changes ---
 
     Insert insertBody()
     {
@@ -695,7 +695,7 @@ private:
         return s;
     }
 
-    // Definitions
+    // --- Definitions ---
 
     Definition createBody()
     {
@@ -857,7 +857,7 @@ private:
     int m_given = 0;
     int m_nesting = 0;
     int m_joins = 0;
-    int m_tallest = 1; // expression of the query being read
+    int m_tallest = 1; // tallest expression of the query being read
 };
 } // namespace
 

@@ -1,4 +1,4 @@
-// From the words of a statement to its tree.
+// Parses a statement into its tree.
 #pragma once
 
 #include "store/jet/tree.h"
@@ -8,15 +8,16 @@
 namespace jet
 {
 
-/// @throws StoreError 3075 for everything that the dialect does not take
+/// Parses a statement, UTF-8. @throws StoreError 3075 for anything outside the dialect
 Statement parseStatement(std::string_view sql);
 
+/// A parsed condition.
 struct Condition {
     ExpressionPtr value;
-    int given = 0; // how many '?' there are
+    int given = 0; // number of '?'
 };
 
-/// Parses what may stand behind WHERE. @throws as parseStatement
+/// Parses a condition as after WHERE. @throws StoreError like parseStatement()
 Condition parseCondition(std::string_view text);
 
 } // namespace jet

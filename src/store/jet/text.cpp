@@ -19,7 +19,7 @@ bool isAscii(std::string_view s)
 QString folded(std::string_view s, QString::NormalizationForm form)
 {
     QString text = QString::fromUtf8(s.data(), qsizetype(s.size())).toCaseFolded();
-    if (text.contains(u'ß')) // Qt folds one letter to one letter
+    if (text.contains(u'ß')) // Qt folds every letter to a single one
         text.replace(u'ß', QLatin1String("ss"));
     return text.normalized(form);
 }
@@ -46,10 +46,10 @@ int compareFolded(std::string_view a, std::string_view b)
     return sign(da.compare(db));
 }
 
-// The letters of most names, looked up instead of folded: those of one or two bytes that fold to
-// one letter with at most an accent on it.
+// Table of the letters that most names consist of, to avoid folding them: those of one or two bytes
+// that fold to a single letter with at most one accent.
 struct Letter {
-    char16_t plain = 0; // without its accent; 0 for what is not so simple
+    char16_t plain = 0; // without its accent; 0 for a letter not in the table
     char16_t folded = 0;
 };
 constexpr size_t Letters = 0x240;
@@ -70,7 +70,7 @@ const std::array<Letter, Letters> &letterTable()
     return table;
 }
 
-// The letter at a place, which is moved behind it; one without `plain` where the table has none.
+// The letter at a position, which moves past it. Its `plain` is 0 if the table has no such letter.
 Letter nextLetter(const std::array<Letter, Letters> &table, std::string_view s, size_t &at)
 {
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(s[i]); };
@@ -98,7 +98,7 @@ void appendUtf8(std::string &out, char16_t c)
     }
 }
 
-// How many bytes the character at the front has.
+// Number of bytes of the first character.
 size_t characterLength(std::string_view s)
 {
     size_t n = 1;
@@ -120,7 +120,7 @@ bool sameCharacter(std::string_view text, std::string_view pattern)
                             : text == pattern;
 }
 
-// Ranges follow the order of texts, so that [a-z] holds the ñ and the accented letters.
+// Ranges follow compareText(), so that [a-z] includes ñ and the accented letters.
 bool inSet(std::string_view c, std::string_view set)
 {
     while (!set.empty()) {
@@ -137,8 +137,8 @@ bool inSet(std::string_view c, std::string_view set)
     return false;
 }
 
-// Whether the character meets the piece at the front of the pattern, which is no '*'. Takes the
-// piece off the pattern when it does.
+// Whether the character matches the first element of the pattern, which must not be '*'. If it
+// does, the element is removed from the pattern.
 bool takeMatch(std::string_view c, std::string_view &pattern)
 {
     const std::string_view piece = pattern.substr(0, characterLength(pattern));
@@ -163,7 +163,7 @@ bool takeMatch(std::string_view c, std::string_view &pattern)
     return met;
 }
 
-// Every bracket that opens is closed.
+// Whether every opening bracket is closed.
 bool isWellFormed(std::string_view pattern)
 {
     for (size_t open = pattern.find('['); open != pattern.npos;) {
@@ -175,13 +175,13 @@ bool isWellFormed(std::string_view pattern)
     return true;
 }
 
-// Both folded.
+// Matches a folded text against a folded pattern.
 bool meetsPattern(std::string_view text, std::string_view patron)
 {
     if (!isWellFormed(patron))
         return false;
 
-    // One '*' at a time is enough to come back to: what an earlier one could match, so can this.
+    // Backtracking to the latest '*' is enough: whatever an earlier one could match, it can too.
     bool star = false;
     std::string_view starPattern;
     std::string_view starText;
@@ -218,8 +218,8 @@ bool meetsPattern(std::string_view text, std::string_view patron)
     }
 }
 
-// The plain text that a folded pattern is made of between its stars at the ends; nullopt when it
-// holds anything else.
+// The plain text of a folded pattern whose stars at the ends were removed; nullopt when it contains
+// other wildcards.
 std::optional<std::string> plainPiece(std::string_view pattern)
 {
     std::string piece;
@@ -238,8 +238,8 @@ std::optional<std::string> plainPiece(std::string_view pattern)
     return piece;
 }
 
-// Whether no letter of the text folds to one of ASCII: ASCII itself and the letters of Latin-1 but
-// for ß. Accents that stand by themselves join a letter before them.
+// Whether no letter of the text outside ASCII folds to one within: true for ASCII and for Latin-1
+// letters except ß. Not for combining accents, which join the letter before them.
 bool keepsAscii(std::string_view s)
 {
     for (size_t i = 0; i < s.size(); ++i) {
@@ -262,7 +262,7 @@ bool sameLetters(const char *text, std::string_view folded)
     return true;
 }
 
-// Whether a text of plain or already folded letters has the piece in it.
+// Whether a text of ASCII or already folded letters contains the folded one.
 bool matches(std::string_view text, std::string_view folded)
 {
     for (size_t i = 0; i + folded.size() <= text.size(); ++i)
@@ -304,13 +304,13 @@ std::string plainOf(std::string_view utf8)
 int compareText(std::string_view a, std::string_view b)
 {
     const auto &table = letterTable();
-    // Most texts part, or are the same, within plain letters.
+    // Most texts differ early, or are equal, within ASCII.
     size_t common = 0;
     while (common < a.size() && common < b.size() && isAscii(a[common])
            && lower(a[common]) == lower(b[common]))
         ++common;
     size_t atA = common, atB = common;
-    // Where the texts first differ in an accent.
+    // The positions where the texts first differ in an accent.
     std::optional<std::pair<size_t, size_t>> accents;
     for (;;) {
         const size_t beforeA = atA, beforeB = atB;
@@ -324,7 +324,7 @@ int compareText(std::string_view a, std::string_view b)
             const auto [fromA, fromB] = accents.value_or(std::pair(beforeA, beforeB));
             return compareFolded(a.substr(fromA), b.substr(fromB));
         }
-        if (letterA.plain != letterB.plain) // 0 at the end of a text
+        if (letterA.plain != letterB.plain) // plain is 0 at the end of a text
             return letterA.plain < letterB.plain ? -1 : 1;
         if (letterA.folded != letterB.folded && !accents)
             accents.emplace(beforeA, beforeB);
@@ -340,7 +340,7 @@ Pattern::Pattern(std::string_view patron) : m_text(fold(patron))
         rest.remove_prefix(1);
     const bool before = rest.size() < m_text.size();
     const size_t length = rest.size();
-    // The star of "[*]" is followed by its bracket.
+    // Cannot hit the star of "[*]", which is followed by its bracket.
     while (rest.ends_with('*'))
         rest.remove_suffix(1);
     const bool behind = rest.size() < length || (before && length == 0);

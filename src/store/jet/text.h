@@ -1,5 +1,5 @@
-// How the system compares text: without regard to letter case, accents counting only as a
-// tie-break.
+// How the system compares text: letter case does not matter, and accents only break ties in the
+// order.
 #pragma once
 
 #include <QString>
@@ -9,35 +9,39 @@
 namespace jet
 {
 
-/// The form under which two texts that differ only in letter case are one (É and é, ß and SS).
-/// Accents stay. UTF-8 in, UTF-8 out.
+/// The form in which texts that differ only in letter case are equal (É and é, ß and SS). Accents
+/// stay. UTF-8 in and out.
 std::string fold(std::string_view utf8);
 
-/// The letters alone: neither case nor accents (Álvarez and ALVAREZ). For searches that forgive.
+/// fold() without accents as well, so that Álvarez equals ALVAREZ; for lenient searches. UTF-8 in
+/// and out.
 std::string plainOf(std::string_view utf8);
 
-/// Order of texts, negative, 0 or positive: plain letters first, accents as a tie-break
-/// (Alba, Álvarez, andrea). 0 exactly when Plegar gives the same form for both.
+/// Compares two UTF-8 texts by their letters and, if those are equal, by their accents (Alba,
+/// Álvarez, andrea).
+/// @return negative, 0 or positive; 0 exactly when fold() makes them equal
 int compareText(std::string_view a, std::string_view b);
 
-/// LIKE: `*` any text, `?` one character, `#` one digit, `[a-z]` and `[!a-z]` sets, `[*]` the
-/// character itself; `%` and `_` are plain. Letter case is ignored. A pattern whose bracket is
-/// never closed matches nothing.
+/// Whether a text matches a LIKE pattern, both UTF-8: `*` is any text, `?` one character, `#` one
+/// digit, `[a-z]` and `[!a-z]` are sets, `[*]` is the character itself; `%` and `_` are ordinary
+/// characters. Letter case is ignored. A pattern with an unclosed bracket matches nothing.
 bool similar(std::string_view text, std::string_view patron);
 
-/// A pattern made ready for many texts. Most are a piece of plain text with `*` before or behind
-/// it, which is looked for as such.
+/// A LIKE pattern prepared for many texts. Most are plain text with a `*` before or after it, which
+/// is matched by a simple search.
 class Pattern
 {
 public:
+    /// Prepares a pattern, see similar().
     explicit Pattern(std::string_view patron);
+    /// Whether the text, UTF-8, matches.
     bool meets(std::string_view text) const;
 
 private:
     enum Kind : char { Equal, Begins, Ends, Contains, General };
     Kind m_kind = General;
-    bool m_simple = false; // a piece of ASCII, which most texts need not be folded for
-    std::string m_text;    // folded; the pattern itself when it is General
+    bool m_simple = false; // m_text is plain ASCII, so most texts need no folding
+    std::string m_text;    // folded plain text; the whole pattern if m_kind is General
 };
 
 } // namespace jet

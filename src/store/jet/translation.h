@@ -1,4 +1,5 @@
-// What the dialect hands to the store: a statement of the rules, ready for the engine.
+// What translating a statement of the dialect gives the store: SQL for the engine and what to know
+// about it.
 #pragma once
 
 #include "store/value.h"
@@ -11,25 +12,27 @@
 namespace jet
 {
 
+/// A column of a table.
 struct Column {
     std::string name;
     store::ColumnType type = store::ColumnType::None;
-    int width = 0; // of TEXT(n); 0 otherwise
+    int width = 0; // n of TEXT(n), in characters; 0 otherwise
 };
 
+/// A table of a database.
 struct Table {
     std::string name; // in the database's own letter case
     std::vector<Column> columns;
-    std::string key = {}; // the column that names a row, which need not be one of the columns
+    std::string key = {}; // the column that identifies a row; may be a hidden one
 };
 
-/// The tables of one database, found without regard to letter case (ñ and Ñ included).
+/// The tables of one database, found regardless of letter case (ñ and Ñ included).
 class Catalogue
 {
 public:
     virtual ~Catalogue() = default;
-    /// @return nullptr when the database has no such table. The pointer lives until the next
-    ///         statement that defines something.
+    /// Finds a table by name.
+    /// @return nullptr when there is none; otherwise valid until the next definition
     virtual const Table *find(std::string_view name) const = 0;
 };
 
@@ -37,19 +40,19 @@ public:
 struct Parameter {
     enum Origin {
         Given, // the caller's value number `index`, from 0
-        Today, // the session's day, for Date()
+        Today, // the session's date, for Date()
         Hour,  // the session's time of day, for Time()
         Now    // both, for Now()
     };
     Origin origin = Given;
     int index = 0;
-    Column target = {}; // the column that the value goes into, with its gate
-    store::ColumnType compared = store::ColumnType::None; // Date or Time: what it is compared with
+    Column target = {}; // the column that the value is written to; unnamed if none
+    store::ColumnType compared = store::ColumnType::None; // Date or Time if compared with one
 };
 
-/// One column of the rows that a query gives.
+/// One column of a query's result.
 struct OutputColumn {
-    std::string name;   // as asked for: the alias, or the column's own name
+    std::string name;   // the alias, or the column's own name
     std::string table;  // name or alias of the table in the FROM clause, "" for an expression
     std::string column; // the table's column behind it, "" for an expression
     store::ColumnType type = store::ColumnType::None;
@@ -59,17 +62,17 @@ struct OutputColumn {
 /// A table of the FROM clause whose rows an updatable recordset can write back.
 struct RowsSource {
     std::string table; // the table's own name
-    std::string alias; // the name that the statement uses for it
+    std::string alias; // its name within the statement
     int keyColumn = 0; // position of the row's key among the engine's result columns
 };
 
 /// A column as a statement declares it.
 struct NewColumn : Column {
-    store::Value byDefault = {}; // as the column takes it
+    store::Value byDefault = {}; // converted to what the column stores
     bool notNull = false;
 };
 
-/// A change of the schema, carried out by the database and not by one engine statement.
+/// A schema change. The database carries it out, as it may take several engine statements.
 struct Definition {
     enum Kind {
         CreateTable,
@@ -82,23 +85,24 @@ struct Definition {
     };
     Kind kind = CreateTable;
     std::string table;
-    std::vector<NewColumn> columns; // all that are meant; of an index only their names
-    std::string index = {};         // its name
+    std::vector<NewColumn> columns; // those affected; for an index only their names count
+    std::string index = {};         // name of the index
     bool unique = false;
-    std::optional<store::Value> onlyWhere = {}; // value of an index's one column; all without
+    std::optional<store::Value> onlyWhere = {}; // index only rows whose single column has this
 };
 
+/// A translated statement.
 struct Translation {
     enum Kind { Query, Change, Define };
     Kind kind = Query;
-    std::string sql; // the engine's own; empty for Define
+    std::string sql; // for the engine; empty for Define
     std::vector<Parameter> parameters;
-    int valueCount = 0; // how many '?' the statement holds
-    std::vector<OutputColumn> columns;
-    std::vector<RowsSource> fuentes; // only when asked for
-    std::vector<std::string> tables; // all whose rows are read
-    std::string writtenTable;        // of a Cambio
-    Definition definition;           // of a Define
+    int valueCount = 0;                // number of '?' in the statement
+    std::vector<OutputColumn> columns; // without the row keys
+    std::vector<RowsSource> fuentes;   // only if the row keys were requested
+    std::vector<std::string> tables;   // all tables that are read
+    std::string writtenTable;          // of a Change
+    Definition definition;             // of a Define
 };
 
 } // namespace jet

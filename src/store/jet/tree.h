@@ -1,4 +1,4 @@
-// A statement of the dialect, taken apart.
+// The syntax tree of a statement.
 #pragma once
 
 #include "store/jet/translation.h"
@@ -14,6 +14,7 @@ namespace jet
 
 struct Select;
 
+/// Binary operators.
 enum class Op {
     Or,
     And,
@@ -33,16 +34,16 @@ enum class Op {
     Divide,
 };
 
-/// One node of an expression. Which of the fields count depends on the kind.
+/// A node of an expression. The kind decides which of the fields are used.
 struct Expression {
     enum Kind {
         Null,
         Integer,   // integer
         Decimal,   // text, number
         Text,      // text
-        Moment,    // text as the files keep it, tipo Date or Time
+        Moment,    // text as the files store it, type Date or Time
         Logical,   // integer, 0 or -1
-        Given,     // integer: which '?' it is, from 0
+        Given,     // integer: number of the '?', from 0
         Column,    // table (may be empty), text
         Negate,    // parts[0]
         Not,       // parts[0]
@@ -55,8 +56,8 @@ struct Expression {
         Subselect, // select
     };
     Kind kind = Null;
-    int place = 0;  // where it begins in the statement
-    int height = 1; // of the tree below, itself included
+    int place = 0;  // offset in the statement, in bytes; likewise in the other structs
+    int height = 1; // of the tree, this node included
     std::string text;
     std::string table;
     qint64 integer = 0;
@@ -71,7 +72,7 @@ struct Expression {
 
 using ExpressionPtr = std::unique_ptr<Expression>;
 
-/// A name and where it stands.
+/// A name and its place in the statement.
 struct Name {
     std::string text;
     int place = 0;
@@ -98,11 +99,13 @@ struct Field {
     std::string alias;
 };
 
+/// One term of ORDER BY.
 struct Order {
     ExpressionPtr value;
     bool descending = false;
 };
 
+/// A SELECT.
 struct Select {
     int place = 0;
     bool distinct = false;
@@ -112,11 +115,12 @@ struct Select {
     ExpressionPtr where;
     std::vector<ExpressionPtr> groups;
     ExpressionPtr having;
-    std::vector<Order> order;       // of the whole union, when there is one
+    std::vector<Order> order;       // of the whole union, if it is the first of one
     std::unique_ptr<Select> united; // the next SELECT of a UNION
     bool keepsDuplicates = false;   // UNION ALL
 };
 
+/// An INSERT of values or of a query's rows.
 struct Insert {
     Name table;
     std::vector<Name> columns;
@@ -124,30 +128,34 @@ struct Insert {
     std::unique_ptr<Select> select;
 };
 
+/// "column = value" of an UPDATE.
 struct Assignment {
     Name column;
     ExpressionPtr value;
 };
 
+/// An UPDATE.
 struct Update {
     Name table;
     std::vector<Assignment> assignments;
     ExpressionPtr where;
 };
 
+/// A DELETE.
 struct Delete {
     Name table;
     ExpressionPtr where;
 };
 
+/// A whole statement.
 struct Statement {
     std::variant<std::unique_ptr<Select>, Insert, Update, Delete, Definition> body;
-    int given = 0; // how many '?' there are
+    int given = 0; // number of '?'
 };
 
-/// Whether an expression computes over a group of rows. Subselects count for themselves.
+/// Whether an expression contains an aggregate function, not counting those inside subqueries.
 bool holdsAggregate(const Expression &e);
-/// COUNT, SUM, AVG, MIN and MAX.
+/// Whether the name, in capitals, is COUNT, SUM, AVG, MIN or MAX.
 bool isAggregate(std::string_view function);
 
 } // namespace jet

@@ -26,7 +26,7 @@ int sqlcipher::errorNumberOf(int code)
         return ErrorNumber::Locked;
     case SQLITE_CONSTRAINT:
         return ErrorNumber::Key;
-    // What the gate of a column refuses, see sqlcipher/functions.cpp.
+    // Refused by the gate of a column, see sqlcipher/functions.cpp.
     case SQLITE_RANGE:
         return ErrorNumber::Overflow;
     case SQLITE_TOOBIG:
@@ -42,7 +42,7 @@ void sqlcipher::fail(sqlite3 *db, int code, const std::string &sql)
 {
     const QString text =
         db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(code));
-    // "NOT NULL constraint failed: Table.Column"
+    // The message reads "NOT NULL constraint failed: Table.Column".
     if (db && sqlite3_extended_errcode(db) == SQLITE_CONSTRAINT_NOTNULL)
         throw StoreError(ErrorNumber::NullNotTaken,
                          QStringLiteral("\"%1\": a value is needed").arg(text.section(u'.', -1)),
@@ -70,13 +70,13 @@ sqlcipher::Connection sqlcipher::openFile(const QString &file, bool create)
     Connection connection(db);
     if (opened != SQLITE_OK)
         fail(db, opened);
-    // The format has to be settled before the key is given, which is when it is taken over. A
-    // library that knows only this one passes over the first.
+    // The file format must be chosen before the key is set, as that applies it. A library that
+    // supports only this format ignores the first pragma.
     run(db, "PRAGMA cipher_default_compatibility = 3");
     run(db, "PRAGMA cipher_default_page_size = " + std::to_string(PageSize));
     if (const int r = sqlite3_key(db, Password, int(std::strlen(Password))); r != SQLITE_OK)
         fail(db, r);
-    run(db, "PRAGMA temp_store = MEMORY"); // nothing of a clinic lies on the disk in plain
+    run(db, "PRAGMA temp_store = MEMORY"); // temporary files would be unencrypted
     return connection;
 }
 

@@ -14,11 +14,11 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// A column as the engine knows it.
+// A column as the engine declares it.
 struct EngineColumn {
     std::string name;
-    std::string type; // "TEXT(50)", "CURRENCY", ...; of the key, whatever it is declared as
-    std::string byDefault = {}; // a literal, "" for Null
+    std::string type;           // "TEXT(50)", "CURRENCY", ...; any type if it is the key
+    std::string byDefault = {}; // a literal; "" for Null
     bool isKey = false;
     bool notNull = false;
 };
@@ -32,7 +32,7 @@ std::string textAt(sqlite3_stmt *st, int column)
     return p ? p : "";
 }
 
-// Runs a query to its end. @throws StoreError
+// Runs a query and passes each row to a function. @throws StoreError
 template <typename Take>
 void forEachRow(sqlite3 *db, const std::string &sql, Take &&take)
 {
@@ -106,7 +106,7 @@ EngineColumn engineColumn(const jet::NewColumn &c)
 {
     const bool counter = c.type == ColumnType::Counter;
     return {.name = c.name,
-            .type = counter ? "INTEGER" : declaredType(c), // what the engine wants of a key
+            .type = counter ? "INTEGER" : declaredType(c), // the engine requires this for a key
             .byDefault = literalOf(c),
             .isKey = counter,
             .notNull = c.notNull};
@@ -132,7 +132,7 @@ std::string join(const std::vector<std::string> &parts)
     return s;
 }
 
-/// A table of one of the databases, whose definition changes.
+// A table whose definition is about to change.
 struct Changing {
     sqlite3 *db;
     const std::string &schema;
@@ -152,21 +152,21 @@ std::string createTable(const std::string &name, EngineColumns columns)
     return "CREATE TABLE " + name + " (" + join(parts) + ')';
 }
 
-// Names of indexes count for the whole database in the engine, for the table alone in the dialect.
+// Index names are unique per database in the engine, but per table in the dialect.
 std::string indexName(const std::string &table, const std::string &index)
 {
     return table + '_' + index;
 }
 
-// The engine can neither change nor drop a column, nor add a key: the table is made anew with the
-// rows copied in their order, each under its key. @p columns what it has then
+// The engine can neither change nor drop a column, nor add a key, so the table is created again
+// with the given columns and the rows are copied in their order, with their keys.
 std::vector<std::string> rebuild(const Changing &t, EngineColumns columns)
 {
     const EngineColumns old = columnsOf(t.db, t.schema, t.table);
     const auto isIn = [](const EngineColumns &all, const std::string &name) {
         return std::ranges::find(all, name, &EngineColumn::name) != all.end();
     };
-    // A counter of the table's own takes the hidden key's place.
+    // A counter column replaces the hidden key.
     if (std::ranges::count_if(columns, &EngineColumn::isKey) > 1)
         std::erase_if(columns, [](const EngineColumn &c) { return c.name == RowKeyColumn; });
     const EngineColumn *key = keyOf(columns);
@@ -189,7 +189,7 @@ std::vector<std::string> rebuild(const Changing &t, EngineColumns columns)
         createTable(temporaryName, columns),
         "INSERT INTO " + temporaryName + " (" + join(names) + ") SELECT " + join(values) + " FROM "
             + t.name() + " ORDER BY " + oldKeySql,
-        // Keys of rows that were deleted do not come back.
+        // Keys of deleted rows are not reused.
         "DELETE FROM " + sequence + " WHERE name = " + quotedText(temporary)
             + " AND EXISTS (SELECT 1 FROM " + sequence + " WHERE name = " + quotedText(t.table)
             + ')',
@@ -199,13 +199,13 @@ std::vector<std::string> rebuild(const Changing &t, EngineColumns columns)
         "ALTER TABLE " + temporaryName + " RENAME TO " + quotedName(t.table),
     };
     for (const EngineIndex &index : indexesOf(t.db, t.schema, t.table)) {
-        // One on a column that is gone goes with it.
+        // An index on a dropped column is dropped too.
         if (std::ranges::any_of(old, [&](const EngineColumn &c) {
                 return !isIn(columns, c.name) && c.name != RowKeyColumn
                        && index.sql.find(quotedName(c.name)) != std::string::npos;
             }))
             continue;
-        // Kept without the database's name, which belongs in front of the index's own.
+        // The stored SQL lacks the database's name before that of the index.
         std::string sql = index.sql;
         all.push_back(sql.insert(sql.find(" INDEX ") + 7, t.prefix()));
     }
@@ -260,8 +260,8 @@ std::string createIndex(const Changing &t, const jet::Definition &d)
     std::vector<std::string> columns;
     for (const jet::NewColumn &c : d.columns) {
         const auto there = std::ranges::find(table.columns, c.name, &jet::NewColumn::name);
-        // By the engine's own rule for letter case: a file with a rule that only this program knows
-        // could not be written by any other.
+        // The engine's own collation: with one that only this program has, no other program could
+        // write the file.
         columns.push_back(quotedName(c.name) + (isTextual(there->type) ? " COLLATE NOCASE" : ""));
     }
     std::string sql = std::string("CREATE ") + (d.unique ? "UNIQUE " : "") + "INDEX " + t.prefix()
@@ -304,7 +304,7 @@ TableDescription sqlcipher::describe(sqlite3 *db, const std::string &schema,
         static_cast<jet::Column &>(column) = readDeclaredType(c.name, c.type);
         if (c.isKey)
             column.type = ColumnType::Counter;
-        else if (jet::fold(c.type) == "integer") // by another program's hand
+        else if (jet::fold(c.type) == "integer") // declared by another program
             column.type = ColumnType::Long;
         column.byDefault = readLiteral(c.byDefault);
         column.notNull = c.notNull;

@@ -19,14 +19,14 @@ namespace sqlcipher
 {
 namespace
 {
-// The engine's own limits, with a little room: what goes beyond is refused here and not by it.
+// The engine's limits with some margin, so that statements beyond them are refused here.
 constexpr int MaxEngineStack = 90;   // of 100 entries
 constexpr int MaxEngineHeight = 900; // of 1000
 constexpr size_t MaxColumns = 1500;  // of 2000
 
 QString fromUtf8(std::string_view s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
 
-// A binary operator of the dialect that the engine has too.
+// A binary operator that the engine has as well.
 struct Operator {
     Op op;
     const char *pattern;
@@ -42,15 +42,15 @@ constexpr std::array Operators{
     Operator{Op::Add, "$1 + $2", Strength::Add},
     Operator{Op::Subtract, "$1 - $2", Strength::Add},
     Operator{Op::Multiply, "$1 * $2", Strength::Multiply},
-    // In whole numbers the engine would drop the fraction.
+    // Between integers the engine would drop the fraction.
     Operator{Op::Divide, "$1 * 1.0 / $2", Strength::Multiply},
     Operator{Op::IntegerDivide, "$1 / $2", Strength::Multiply},
     Operator{Op::Modulo, "$1 % $2", Strength::Multiply},
 };
 const Operator &find(Op op) { return *std::ranges::find(Operators, op, &Operator::op); }
 
-// Functions of the dialect and what they are in the engine. The arguments' letters: t a text,
-// n a number, m a moment. The type Ninguno stands for that of the first argument.
+// Functions of the dialect and their form in the engine. Arguments: t text, n number, m date or
+// time. ColumnType::None means the type of the first argument.
 struct Function {
     const char *name;
     const char *arguments;
@@ -77,7 +77,7 @@ constexpr std::array Functions{
     Function{"YEAR", "m", "CAST(substr($1, 1, 4) AS INTEGER)", ColumnType::Long},
 };
 
-// The tables that a query's names can mean.
+// The tables and columns that names in a query can refer to.
 struct Scope {
     struct Source {
         const Table *table;
@@ -86,7 +86,7 @@ struct Scope {
     using Key = std::pair<size_t, const Column *>; // source and column
 
     std::vector<Source> sources;
-    size_t first = 0; // visible sources: all, but for the condition of a join
+    size_t first = 0; // visible sources; only those of the join within its condition
     size_t last = 0;
     std::map<std::string, Fragment> aliases; // of the fields so far, by folded name
     enum { NoAggregates, Aggregates, InAggregate } aggregates = NoAggregates;
@@ -147,7 +147,7 @@ private:
         return asPlain("?" + std::to_string(found - parameters.begin() + 1), type);
     }
 
-    // Names
+    // --- Names ---
 
     const Table &findTable(std::string_view name, int place) const
     {
@@ -224,7 +224,8 @@ private:
         return found;
     }
 
-    // A name is a column of the nearest query that has one, or an earlier field of this query.
+    // A name means a column of the nearest enclosing query that has one, or an earlier field of
+    // this query.
     Fragment emitColumn(const Expression &e)
     {
         for (Scope *scope = m_scope; scope; scope = scope->outer) {
@@ -242,7 +243,7 @@ private:
                 }
             }
             if (scope->aggregates == Scope::InAggregate)
-                break; // the engine would count the total to the outer query
+                break; // the engine would compute the aggregate over the outer query
         }
         failColumn(e.table.empty() ? e.text : e.table + "." + e.text, e.place);
     }
@@ -257,7 +258,7 @@ private:
                               .arg(fromUtf8(e.text)));
     }
 
-    // A table of an inner query under the same name would answer in the engine.
+    // In the engine, the name would mean a table of an inner query that has the same alias.
     void checkHidden(const Scope &scope, size_t source, const Expression &e) const
     {
         const std::string alias = fold(scope.sources[source].alias);
@@ -267,9 +268,9 @@ private:
                     failColumn(e.text, e.place);
     }
 
-    // Expressions
+    // --- Expressions ---
 
-    // @p expected is what a '?' is taken for that stands alone in a sum with a number
+    // @p expected is the type assumed for a '?' that is added to a number
     Fragment emitTree(const Expression &e, ColumnType expected = ColumnType::None)
     {
         switch (e.kind) {
@@ -359,7 +360,7 @@ private:
             fail(e.place, QStringLiteral("A date has no sign"));
         if (part.literal == Fragment::NullLiteral)
             return part;
-        // "--" would begin a comment.
+        // "--" would start a comment.
         const Fragment whole = at(Strength::Whole, part);
         Fragment f = build("-$1", Strength::Sign, {&whole}, numberType(part.type));
         f.literal = part.literal;
@@ -373,7 +374,7 @@ private:
                                              : t;
     }
 
-    // Text is compared without regard to letter case, unless the other side is no text.
+    // Whether to ignore letter case: one side is text and none is known to be anything else.
     static bool comparesText(std::initializer_list<const Fragment *> sides)
     {
         const auto isText = [](const Fragment *f) { return isTextual(f->type); };
@@ -384,7 +385,7 @@ private:
                && std::none_of(sides.begin(), sides.end(), isOther);
     }
 
-    // A '?' with a number added or taken off: a day, when it is compared with one.
+    // A '?' plus or minus a number, which is a date if it is compared with one.
     static bool isOpenSum(const Expression &e)
     {
         const auto simple = [](const Expression &p) {
@@ -394,7 +395,7 @@ private:
                && simple(*e.parts[0]) && simple(*e.parts[1]);
     }
 
-    // Operands that are compared with each other.
+    // Operands of a comparison.
     std::vector<Fragment> emitCompared(const Expression &e)
     {
         std::vector<Fragment> sides(e.parts.size());
@@ -415,8 +416,8 @@ private:
         return sides;
     }
 
-    // What is compared with days or times: the files hold them as texts, and among those a number
-    // or any other text would have its place too.
+    // An operand compared with a date or time must be one as well: the files store them as text,
+    // which the engine would compare with a number or any other text without complaint.
     Fragment asMoment(const Fragment &f, const Expression &e, ColumnType type)
     {
         if (e.kind == Expression::Given) {
@@ -440,7 +441,7 @@ private:
 
     static Value textOf(const Expression &e) { return QString::fromStdString(e.text); }
 
-    // The result of a conversion whose refusal shows the place.
+    // The result of a conversion; if it throws, the error points at the place.
     template <typename F>
     Value converted(int place, F &&convert) const
     {
@@ -451,7 +452,7 @@ private:
         }
     }
 
-    // A known value in the engine's SQL.
+    // A value known now, in the engine's SQL.
     static Fragment literal(const Value &value, ColumnType type)
     {
         if (value.isNull())
@@ -500,7 +501,7 @@ private:
         }
     }
 
-    // Null counts as the empty text.
+    // Null counts as empty text.
     Fragment concatenated(const Fragment &left, const Fragment &right) const
     {
         const auto operand = [](const Fragment &f) {
@@ -542,7 +543,7 @@ private:
             const Fragment right = at(Strength::Concatenate, rounded(r));
             return build(o.pattern, o.strength, {&left, &right}, ColumnType::Long);
         }
-        // A sum of several amounts is rounded once, at its end.
+        // A sum of several amounts is rounded only once, at the end.
         const Fragment left =
             at(sum ? Strength::Add : Strength::Multiply, sum && l.unrounded ? *l.unrounded : l);
         const Fragment right = at(sum ? Strength::Multiply : Strength::Concatenate, r);
@@ -563,7 +564,8 @@ private:
                || (f.type == ColumnType::None && f.literal == Fragment::NoLiteral);
     }
 
-    // Amounts, and decimals written out with whole numbers or decimals written out.
+    // Whether the result is an amount: one side is, or both are numeric literals and one of them
+    // has decimals.
     static bool isExact(const Fragment &l, const Fragment &r)
     {
         return l.type == ColumnType::Currency || r.type == ColumnType::Currency
@@ -581,7 +583,7 @@ private:
                    : ColumnType::None;
     }
 
-    // As a whole number.
+    // Rounded to an integer.
     Fragment rounded(const Fragment &f) const
     {
         if (isWhole(f.type))
@@ -616,6 +618,7 @@ private:
         const Fragment value = at(Strength::Add, text ? collated(sides[0]) : sides[0]);
         const Fragment a = text ? collated(sides[1]) : sides[1];
         const Fragment &b = sides[2];
+        // On purpose: the bounds may be in either order.
         return truth(build(e.negated ? "$1 NOT BETWEEN min($2, $3) AND max($2, $3)"
                                      : "$1 BETWEEN min($2, $3) AND max($2, $3)",
                            Strength::Equal, {&value, &a, &b}));
@@ -644,7 +647,7 @@ private:
             build(e.negated ? "$1 NOT IN ($2)" : "$1 IN ($2)", Strength::Equal, {&value, &list}));
     }
 
-    // Functions
+    // --- Functions ---
 
     Fragment emitCall(const Expression &e)
     {
@@ -702,7 +705,7 @@ private:
                      commonType(value, instead));
     }
 
-    // Of two values one of which is given.
+    // Type of an expression that gives one of two values.
     static ColumnType commonType(const Fragment &a, const Fragment &b)
     {
         if (a.type == b.type || b.literal == Fragment::NullLiteral)
@@ -778,7 +781,7 @@ private:
         return build(average ? "avg($1)" : "sum($1)", Strength::Whole, {&value}, type);
     }
 
-    // FROM
+    // --- FROM ---
 
     void addSources(const From &from, Scope &scope)
     {
@@ -797,7 +800,7 @@ private:
         scope.last = scope.sources.size();
     }
 
-    // A table in the order in which the engine joins them, one after the other.
+    // A table and how it joins those before it; the engine joins them one by one.
     struct Step {
         size_t source = 0;
         bool optional = false; // LEFT JOIN
@@ -828,7 +831,7 @@ private:
             fail(from.place, QStringLiteral("An outer join cannot stand on the right side"));
         }
         if (on) {
-            // Behind the last table of the right side, all that the condition names is there.
+            // After the last table of the right side, all tables in the condition have been joined.
             std::optional<Fragment> &last = right.back().on;
             last = last ? both(*last, *on) : on;
         }
@@ -856,7 +859,7 @@ private:
         return f;
     }
 
-    // SELECT
+    // --- SELECT ---
 
     enum class Inner { No, Any, OneColumn };
 
@@ -917,10 +920,10 @@ private:
         fail(e.place, QStringLiteral("A UNION is ordered by its columns"));
     }
 
-    // Whether rows that the statement leaves in no order are given in that of their entry, as those
-    // that are walked through to be written always are. A join and a range that are only read are
-    // left to the engine: the one has no entry, and for the other it would rather walk through the
-    // whole table than sort what an index finds.
+    // Whether rows that the statement leaves unordered come in the order of their entry. Rows of an
+    // updatable recordset always do. If rows are only read, joins and ranges are left to the
+    // engine: a join has no order of entry, and for a range the engine would scan the whole table
+    // rather than sort what an index finds.
     bool isOrdered(const Select &s, bool seen) const
     {
         if (!s.from || (!seen && !s.top))
@@ -946,7 +949,7 @@ private:
         }) || std::ranges::any_of(s.order, [](const Order &o) { return holdsAggregate(*o.value); });
     }
 
-    // @p targets the columns that the fields are written to, of an INSERT
+    // @p targets columns that an INSERT writes the fields to
     Fragment emitSelect(const Select &s, Inner inner,
                         const std::vector<const Column *> *targets = nullptr)
     {
@@ -1010,7 +1013,7 @@ private:
         return all;
     }
 
-    // As a term of GROUP BY or ORDER BY.
+    // A term of GROUP BY or ORDER BY.
     Fragment term(const Expression &e, const Fragment &f) const
     {
         if (f.reach < m_scope->nesting)
@@ -1018,7 +1021,7 @@ private:
         const Fragment v = asValue(f);
         if (isTextual(v.type))
             return collated(v);
-        // A number, or what the engine reduces to one, would mean the position of a field.
+        // A constant number would mean the position of a field.
         const bool begins =
             std::string_view("-0123456789").find(v.sql[0]) != std::string_view::npos;
         const Fragment number = begins ? at(Strength::Multiply, v) : v;
@@ -1083,7 +1086,7 @@ private:
             failColumn(field.table.empty() ? "*" : field.table, field.place);
     }
 
-    // As a field of the result. Where rows are compared, a text takes its collation along.
+    // A field of the result. If rows are compared with each other, text gets the collation.
     Fragment shown(const Fragment &f, bool compared, Inner inner) const
     {
         if (f.rawMemo && !compared && inner == Inner::No)
@@ -1115,13 +1118,13 @@ private:
             all.sql += o.descending ? " DESC" : "";
             separator = ", ";
         }
-        // Rows that the statement leaves in no order stand in that of their entry.
+        // Unordered rows, and those equal in the given order, come in the order of their entry.
         if (!inOrderOfEntry)
             return;
         const bool searched = s.from->kind == From::Table && s.where && holdsRange(*s.where);
         for (const Scope::Source &source : m_scope->sources) {
             all.sql += separator;
-            // As an expression it does not lead the engine away from an index.
+            // As an expression, so that the engine does not prefer it to a useful index.
             all.sql += searched ? "+" : "";
             all.sql += keyOf(source);
             separator = ", ";
@@ -1143,10 +1146,10 @@ private:
         return emitTree(e);
     }
 
-    // Changes
+    // --- Changes ---
 
-    // A value on its way into a column: what is known now is taken through the column's gate here,
-    // a bound value when it is bound, and what the engine computes on the way.
+    // A value written to a column. Known values pass the column's gate here, bound ones when they
+    // are bound, and computed ones in the engine.
     Fragment assigned(const Column &column, const Expression &e)
     {
         if (const auto known = knownValue(e)) {
@@ -1187,13 +1190,13 @@ private:
         }
     }
 
-    // A MEMO column would take some texts for numbers.
+    // A MEMO column would convert some text to numbers.
     static Fragment asStored(const Column &column, const Fragment &f)
     {
         return column.type == ColumnType::Memo ? build("jet_memo($1)", Strength::Whole, {&f}) : f;
     }
 
-    // @p f is what the engine computes, or a column.
+    // The same for a column, or what the engine computes.
     Fragment assigned(const Column &column, const Fragment &f, int place) const
     {
         if (f.literal == Fragment::NullLiteral && column.type != ColumnType::YesNo)
@@ -1215,7 +1218,7 @@ private:
                      column.type);
     }
 
-    // Whether the column takes every value of the kind.
+    // Whether the column accepts every value that the expression can have.
     static bool fitsAsItIs(const Column &column, const Fragment &f, const Fragment &v)
     {
         const auto size = [](ColumnType t) {
@@ -1241,7 +1244,7 @@ private:
         }
     }
 
-    // The table that a change writes is the only one that its names can mean.
+    // Opens the scope of a change, whose names can only mean columns of the table it writes.
     void openTable(const Name &name, Scope &scope)
     {
         const Table &table = findTable(name.text, name.place);

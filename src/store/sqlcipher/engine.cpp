@@ -1,7 +1,7 @@
 // The built-in engine: encrypted SQLite files behind the Motor interface.
 //
-// The first database opened is the connection's main one and the others are attached to it, so one
-// transaction spans them all and is atomic over all files.
+// The first database opened becomes the connection's main one and the others are attached to it, so
+// that a transaction spans all files atomically.
 
 #include "store/engine.h"
 
@@ -35,8 +35,8 @@ namespace
 class FileEngine final : public Motor
 {
 public:
-    // Numbers that a store opened again counts from must not be those of the one before, or what
-    // was kept of its rows would look fresh.
+    // The count starts in a different range for each engine of the process, or rows kept from an
+    // earlier one would look current after the store is opened again.
     explicit FileEngine(QString folder) : m_folder(std::move(folder))
     {
         static qint64 made = 0;
@@ -61,7 +61,7 @@ public:
         const QString path = file(schema);
         if (!QFileInfo(path).isFile())
             throw StoreError(ErrorNumber::DatabaseNotFound, path);
-        // The engine would take an empty file for a new database.
+        // The engine would accept an empty file as a new database.
         if (QFileInfo(path).size() < PageSize)
             throw StoreError(ErrorNumber::DatabaseDamaged, path);
         const bool main = m_db == nullptr;
@@ -192,8 +192,8 @@ public:
     {
         if (inTransaction())
             throw StoreError(ErrorNumber::Internals, QStringLiteral("A copy inside of a batch"));
-        // Once all of them are read, no transaction that touches one of them can be committed until
-        // the last is copied; one that is being committed has all its files before this gets them.
+        // Once this has a read lock on all of them, no transaction that touches one can commit
+        // until the last is copied. One that is already committing finishes all its files first.
         run("BEGIN");
         try {
             for (const std::string &schema : schemas)
@@ -235,7 +235,7 @@ private:
         m_parts.written();
     }
 
-    // The statements are asked for behind the lock: they hang on what stands there.
+    // The statements depend on the tables as they are now, so they are made under the write lock.
     template <typename Statements>
     void runAll(Statements &&statements)
     {
@@ -245,7 +245,7 @@ private:
         batch.commit();
     }
 
-    // Opens the file for reading, whatever is in it.
+    // Takes the read lock; also fails if the file cannot be read.
     void touch(const std::string &schema)
     {
         prepare("SELECT count(*) FROM " + quotedName(schema) + ".sqlite_master")->step();
@@ -259,7 +259,7 @@ private:
         st->step();
     }
 
-    // Under another name until it is whole.
+    // Writes to another name until the copy is complete.
     void copyOne(const std::string &schema, const QString &place)
     {
         const QString partial = place + QStringLiteral(".parcial");
@@ -298,7 +298,7 @@ private:
         m_parts.open(m_db);
     }
 
-    // The engine's own call: nothing may be thrown through it.
+    // Called by the engine, so it must not throw.
     static int waitOnce(void *engine, int times)
     {
         auto &e = *static_cast<FileEngine *>(engine);
@@ -310,7 +310,7 @@ private:
         if (e.m_whileWaiting && !std::exchange(e.m_waiting, true)) {
             try {
                 e.m_whileWaiting(int(ms));
-            } catch (...) { // what could not be shown is no reason to stop waiting
+            } catch (...) { // keep waiting even if that cannot be shown
             }
             e.m_waiting = false;
         }
@@ -319,15 +319,15 @@ private:
         return 1;
     }
 
-    // The engine cannot be entered again while it waits.
+    // The engine is not reentrant while it waits.
     void refuseWhileWaiting() const
     {
         if (m_waiting)
             throw StoreError(ErrorNumber::Locked, {});
     }
 
-    // Kilobytes of page cache, as a negative number. The whole of a clinic's daily data stays in
-    // memory; the scratch files need little.
+    // Size of the page cache; a negative number means kilobytes. Large enough to keep a clinic's
+    // daily data in memory; the other databases need little.
     static std::string cache(const std::string &schema)
     {
         if (schema == "clientes")

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// A file that is taken away again unless it was finished.
+// A file that is removed again unless keep() is called.
 class NewFile
 {
 public:
@@ -42,16 +42,16 @@ private:
 
 // --- Repair ---
 
-/// Numbers of rows from first to last, both among them.
+// Row numbers from first to last, inclusive.
 struct Range {
     qint64 first = 0;
     qint64 last = 0;
 };
 
-// A page that cannot be read takes its rows along and, in the upper levels of a table, the way to
-// others. So a range of row numbers is read from its beginning up to the fault and from its end
-// down to it; what lies between is halved and tried again. Numbers that nobody has cost a try each,
-// which is why there is an end to it.
+// Copies the readable rows of a damaged table. An unreadable page loses its own rows and, in the
+// upper levels of the table, the way to others. So a range of row numbers is read upwards to the
+// fault and downwards to it, and what lies between is halved and tried again. As every gap costs
+// further tries, their number is limited.
 class TableRepair
 {
 public:
@@ -76,7 +76,7 @@ public:
                                    + " NOT INDEXED WHERE rowid BETWEEN ?1 AND ?2 ORDER BY rowid";
         m_up = prepare(from, select);
         m_down = prepare(from, select + " DESC");
-        // A declared key is the number of the row; given twice, the first would be lost on it.
+        // A declared key is the row number itself, so only one of the two is inserted.
         m_insert = prepare(to, "INSERT INTO " + quotedName(table) + " ("
                                    + (keyed ? names.substr(2) : columns + names) + ") VALUES ("
                                    + (keyed ? values.substr(4) : values) + ")");
@@ -107,8 +107,9 @@ public:
     bool harmed() const { return m_harmed; }
 
 private:
-    // @return the number behind the last row that was read, or before it going down, where the
-    // fault may lie; nullopt when all rows were read
+    // Copies the rows of a range up to the first fault.
+    // @return the row number after the last one read (before it when going down), where the fault
+    //         may be; nullopt when all rows were read
     std::optional<qint64> read(sqlite3_stmt *st, Range range)
     {
         if (range.first > range.last)
@@ -121,7 +122,7 @@ private:
         while ((r = sqlite3_step(st)) == SQLITE_ROW) {
             const qint64 row = sqlite3_column_int64(st, 0);
             insert(st);
-            // At either end of all numbers there is nothing behind.
+            // Stop here: the next number might overflow.
             if (row == (down ? range.first : range.last)) {
                 r = SQLITE_DONE;
                 break;
@@ -134,7 +135,7 @@ private:
 
     static void split(Range gap, std::deque<Range> &open)
     {
-        // Where a table ends is not known: each step is as wide as all before.
+        // The end of the table is unknown, so each range is as wide as all before it together.
         constexpr qint64 End = std::numeric_limits<qint64>::max();
         if (gap.last == End && gap.first < End / 2) {
             const qint64 begin = std::max<qint64>(gap.first, 0);
@@ -198,8 +199,8 @@ std::vector<Definition> definitions(sqlite3 *db)
     return all;
 }
 
-// Keys of rows that were deleted do not come back. Where the old numbers cannot be read, the
-// highest row of each table counts.
+// Copies the highest keys ever issued, so that keys of deleted rows are not reused. If they cannot
+// be read, each table goes on from its highest row.
 void takeSequences(sqlite3 *from, sqlite3 *to)
 {
     try {
@@ -217,16 +218,16 @@ void takeSequences(sqlite3 *from, sqlite3 *to)
             sqlite3_reset(write.get());
         }
     } catch (const StoreError &) {
-        return; // no table counts
+        return; // no table has a counter
     }
 }
 
-// Brings what can be read of a damaged file into a new one, which is not there when this fails.
+// Copies what can be read of a damaged file to a new one, which is removed on failure.
 Salvage readDamaged(const QString &from, const QString &to)
 {
     NewFile made(to);
     const Connection source = openFile(from, false);
-    // A file that is shorter than it says is not read otherwise.
+    // Without this, a file shorter than its header says cannot be read.
     run(source.get(), "PRAGMA writable_schema = ON");
     const Connection target = openFile(to, true);
     const auto defined = definitions(source.get());
@@ -256,7 +257,7 @@ Salvage readDamaged(const QString &from, const QString &to)
     return salvage;
 }
 
-// @throws StoreError 3343 with the file when it cannot be repaired
+// readDamaged(), but a 3343 always names the file that cannot be repaired.
 Salvage salvageInto(const QString &from, const QString &to)
 {
     try {
@@ -275,7 +276,7 @@ void sqlcipher::createEmptyFile(const QString &file)
     NewFile made(file);
     try {
         const Connection db = openFile(file, true);
-        // Something must be written for the file to get its first page.
+        // The file gets its first page only once something is written.
         run(db.get(), "CREATE TABLE nada (x); DROP TABLE nada;");
     } catch (const StoreError &e) {
         throw StoreError(e.number, file);
@@ -310,7 +311,7 @@ std::vector<Salvage> sqlcipher::repairFiles(const QStringList &files, const QStr
         for (const QString &file : files) {
             if (!QFileInfo(file).isFile() || checkFile(file) == "ok")
                 continue;
-            QFile::remove(fresh(file)); // of a repair that was broken off
+            QFile::remove(fresh(file)); // left by an interrupted repair
             Salvage s = salvageInto(file, fresh(file));
             s.aside = file.chopped(4) + "-danada-"_L1 + mark + ".mdb"_L1;
             shareLike(fresh(file), file);

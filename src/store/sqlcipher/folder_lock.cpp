@@ -27,9 +27,9 @@ QByteArray lockFile(const QString &folder, const QString &name)
     return QFile::encodeName(pathUnder(folder, name));
 }
 
-// A record lock, like the engine's own: it works on shared folders. It belongs to the open file and
-// not to the process, so two sessions of one process shut each other out as well, and closing
-// another handle of the file gives nothing away.
+// A record lock, which works on shared folders like the engine's own locks. It belongs to the open
+// file and not to the process, so that two sessions of one process exclude each other as well, and
+// closing another handle of the file does not release it.
 struct flock request(short type)
 {
     struct flock l {
@@ -116,7 +116,7 @@ bool FolderLock::lock(Mode mode) const
     return ::fcntl(m_file, F_OFD_SETLK, &l) == 0;
 }
 
-// Only for those who wait to be told: a full disk is no reason to give the lock back.
+// The name only informs those who wait, so failing to write it does not matter.
 void FolderLock::sign(bool held) const
 {
     QByteArray text;

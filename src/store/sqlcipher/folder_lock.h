@@ -6,12 +6,13 @@
 namespace sqlcipher
 {
 
-/// A lock on a file of the data folder. The file has the mode and the group of the databases beside
-/// it, so that every account that works on them can take it; who holds it alone is written into it.
+/// A lock on a file in the data folder. The file gets the mode and the group of the databases next
+/// to it, so that every account working on them can take the lock. Whoever holds it alone writes
+/// its machine and process into the file.
 class FolderLock final : public store::Lock
 {
 public:
-    /// See Motor::lock.
+    /// Opens or creates the file and takes the lock, see Motor::lock.
     FolderLock(const QString &folder, const QString &name, int seconds,
                const std::function<void(const QString &holder)> &meanwhile, Mode mode);
     ~FolderLock() override;

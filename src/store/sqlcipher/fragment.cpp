@@ -8,7 +8,7 @@ namespace sqlcipher
 {
 namespace
 {
-constexpr size_t Longest = 512 * 1024; // the engine takes 1,000,000 bytes
+constexpr size_t Longest = 512 * 1024; // the engine's limit is 1,000,000 bytes
 
 void checkSize(const Fragment &f)
 {
@@ -34,8 +34,8 @@ Fragment build(std::string_view pattern, Strength strength,
     Fragment f;
     f.strength = strength;
     f.type = type;
-    // Every word so far may lie on the stack of the engine's parser; a call and a CASE put an
-    // empty entry of their own there.
+    // Every word so far may be on the stack of the engine's parser; a call and a CASE add an empty
+    // entry of their own.
     int words = 0;
     bool inWord = false;
     for (size_t i = 0; i < pattern.size(); ++i) {

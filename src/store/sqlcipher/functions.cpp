@@ -26,7 +26,7 @@ using Arguments = sqlite3_value **;
 
 bool isNull(sqlite3_value *v) { return sqlite3_value_type(v) == SQLITE_NULL; }
 
-// The bytes of a text or of a text kept as bytes; valid until the value is read otherwise.
+// The bytes of text or of a blob; valid until the value is read in another way.
 std::string_view bytes(sqlite3_value *v)
 {
     const bool blob = sqlite3_value_type(v) == SQLITE_BLOB;
@@ -43,7 +43,7 @@ std::string numberText(double x)
     return Value(x).toText().toStdString();
 }
 
-// Any value as a text, written as the rest of the system writes it.
+// Any value as text, in the same form as in the rest of the system.
 class Text
 {
 public:
@@ -70,12 +70,12 @@ void giveText(sqlite3_context *c, std::string_view s)
     sqlite3_result_text64(c, s.data(), s.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-// Half to even. A decimal such as 2.345 that no double holds exactly still counts as a half.
+// Rounds half to even. A decimal such as 2.345, which no double holds exactly, counts as a half.
 double roundedTo(double x, int decimals)
 {
     const double scale = std::pow(10.0, decimals);
     const double scaled = x * scale;
-    // A double this large has no decimals left.
+    // A double this large has no decimals.
     if (!(std::abs(scaled) < 9e15))
         return x;
     const double half = std::floor(scaled) + 0.5;
@@ -83,11 +83,11 @@ double roundedTo(double x, int decimals)
     return std::nearbyint(isHalf ? half : scaled) / scale;
 }
 
-// The functions. Where nothing else is said, a Null argument has been answered with Null before.
+// The functions. guarded() returns Null for a Null argument unless TakesNull is set.
 
 void like(sqlite3_context *c, int, Arguments a)
 {
-    // The engine keeps what is set for as long as the pattern stays the same.
+    // The engine keeps the auxiliary data as long as the pattern is the same.
     const auto *pattern = static_cast<const Pattern *>(sqlite3_get_auxdata(c, 1));
     std::unique_ptr<Pattern> fresh;
     if (!pattern) {
@@ -114,7 +114,7 @@ void toMoney(sqlite3_context *c, int, Arguments a)
     }
 }
 
-// A MEMO column takes a text that reads as a number for one. The same bytes it leaves alone.
+// A MEMO column would convert text that reads as a number to one, but leaves a blob alone.
 void toMemo(sqlite3_context *c, int, Arguments a)
 {
     const Text text(a[0]);
@@ -128,7 +128,7 @@ void toMemo(sqlite3_context *c, int, Arguments a)
 
 void giveText(sqlite3_context *c, const QString &text) { giveText(c, text.toStdString()); }
 
-// A refusal with one of our numbers, which the engine carries as a code of its own.
+// Reports a StoreError as a result code, which errorNumberOf() turns back.
 void GiveError(sqlite3_context *c, const StoreError &e)
 {
     sqlite3_result_error(c, e.description.toUtf8().constData(), -1);
@@ -153,7 +153,7 @@ Value ValueOf(sqlite3_value *v)
     }
 }
 
-// What was computed for a column: the value, the column's name, type and width.
+// Passes a computed value through a column's gate. Arguments: value, column name, type, width.
 void ToColumn(sqlite3_context *c, int, Arguments a)
 {
     auto *column = static_cast<Column *>(sqlite3_get_auxdata(c, 1));
@@ -210,7 +210,7 @@ void round(sqlite3_context *c, int, Arguments a)
 void val(sqlite3_context *c, int, Arguments a)
 {
     const Text text(a[0]);
-    std::string digits; // blanks between them do not count
+    std::string digits; // without blanks, which are ignored
     for (const char ch : std::string_view(text))
         if (ch != ' ' && ch != '\t' && ch != '\n')
             digits += ch;
@@ -220,7 +220,7 @@ void val(sqlite3_context *c, int, Arguments a)
     sqlite3_result_double(c, read.ec == std::errc() && std::isfinite(x) ? x : 0);
 }
 
-// How many bytes the first characters have.
+// Number of bytes of the first characters.
 size_t prefix(std::string_view s, qint64 characters)
 {
     size_t n = 0;
@@ -268,7 +268,7 @@ void lower(sqlite3_context *c, int, Arguments a)
     giveText(c, asQString(a[0]).toLower().toStdString());
 }
 
-// What is no day or time gives Null.
+// Gives Null for text that is not a date or time.
 void DateAdd(sqlite3_context *c, int, Arguments a)
 {
     const auto interval = intervalFromText(Text(a[0]), false);
@@ -289,12 +289,12 @@ void DateDiff(sqlite3_context *c, int, Arguments a)
         sqlite3_result_int64(c, difference(*from, *to, *interval));
 }
 
-// Nothing may be thrown through the engine.
+// Catches everything, as nothing may be thrown through the engine.
 template <void (*F)(sqlite3_context *, int, Arguments), bool TakesNull = false>
 void guarded(sqlite3_context *c, int n, Arguments a)
 {
     if (!TakesNull && std::any_of(a, a + n, isNull))
-        return; // the result is Null until it is set
+        return; // the result is Null by default
     try {
         F(c, n, a);
     } catch (const StoreError &e) {

@@ -43,7 +43,7 @@ void Parts::begin()
 {
     if (m_counted)
         return;
-    // Where the engine has ended the transaction by itself, a part would begin a new one.
+    // If the engine has ended the transaction by itself, a savepoint would begin a new one.
     if (m_begun < m_asked && sqlite3_get_autocommit(m_db) != 0)
         throw StoreError(ErrorNumber::Internals, QStringLiteral("The batch was broken off"));
     for (; m_begun < m_asked; ++m_begun)
@@ -73,7 +73,7 @@ bool Parts::undo() noexcept
     if (any) {
         if (m_counted) {
             m_lost = true;
-        } else if (sqlite3_get_autocommit(m_db) == 0) { // the engine may have ended it all already
+        } else if (sqlite3_get_autocommit(m_db) == 0) { // unless the engine has ended it by itself
             runOnce(m_undo);
             runOnce(m_release);
         }

@@ -7,8 +7,8 @@ struct sqlite3_stmt;
 namespace sqlcipher
 {
 
-/// A rule tries tens of thousands of steps of which few write, so the engine hears of a part only
-/// when something is written in it. See Motor::beginPart and Motor::countParts.
+/// A rule may try tens of thousands of steps of which few write anything, so a savepoint is set
+/// only when something is written in a part. See Motor::beginPart and Motor::countParts.
 class Parts
 {
 public:
@@ -17,22 +17,29 @@ public:
     Parts(const Parts &) = delete;
     Parts &operator=(const Parts &) = delete;
 
-    /// To be called once the connection is open, and before it is closed.
+    /// Prepares for a connection; call it once the connection is open.
     void open(sqlite3 *db);
+    /// Frees the statements; call it before the connection is closed.
     void close();
 
+    /// Begins a part.
     void ask() { ++m_asked; }
+    /// Sets no savepoints until the end of the transaction.
     void onlyCount() { m_counted = true; }
+    /// Whether a part without a savepoint had to be undone.
     bool lost() const { return m_lost; }
-    /// The transaction is over.
+    /// Forgets all parts, as the transaction is over.
     void end();
 
-    /// Before every write. @throws StoreError when the engine has ended the transaction by itself
+    /// Sets the missing savepoints; call it before every write.
+    /// @throws StoreError 3000 when the engine has ended the transaction by itself
     void begin();
-    /// Behind every write that was carried out.
+    /// Notes a write; call it after every one that succeeded.
     void written();
+    /// Ends the innermost part and keeps what it wrote. @throws StoreError
     void commit();
-    /// @return whether there was something to be taken back
+    /// Ends the innermost part and undoes what it wrote.
+    /// @return whether there was anything to undo
     bool undo() noexcept;
 
 private:
@@ -41,8 +48,8 @@ private:
     sqlite3_stmt *m_release = nullptr;
     sqlite3_stmt *m_undo = nullptr;
     int m_asked = 0;
-    int m_begun = 0;        // of those, the ones in which something was written
-    bool m_counted = false; // without the engine
+    int m_begun = 0;        // of those, the outermost ones in which something was written
+    bool m_counted = false; // parts have no savepoints
     bool m_lost = false;
 };
 

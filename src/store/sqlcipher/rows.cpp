@@ -8,10 +8,10 @@ using sqlcipher::quotedName;
 namespace
 {
 
-// The engine would take some memos for numbers.
+// Some memos need to be stored as bytes, or the engine would turn them into numbers.
 const char *placeOf(const RowColumn &c) { return c.type == ColumnType::Memo ? "jet_memo(?)" : "?"; }
 
-// That a column still holds a value; a memo may be kept as bytes.
+// Condition that a column still holds a value; a memo may be stored as bytes.
 std::string unchanged(const RowColumn &c)
 {
     const std::string name = quotedName(c.name);

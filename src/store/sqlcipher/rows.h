@@ -1,4 +1,4 @@
-// Statements on one row.
+// SQL for operations on one row.
 #pragma once
 
 #include "store/engine.h"

@@ -63,7 +63,7 @@ void FileStatement::bind(int parameter, const Value &value)
                 char t[19];
                 int n = 0;
                 if constexpr (std::is_same_v<T, QDate>) {
-                    // The files have no form for other years.
+                    // Other years have no form in the files.
                     if (v.year() < 0 || v.year() > 9999)
                         return sqlite3_bind_null(m_st.get(), i);
                     writeDay(t, v);
@@ -98,7 +98,7 @@ bool FileStatement::step()
         return true;
     if (r == SQLITE_DONE)
         return false;
-    // The message is lost by the reset, so it is taken first.
+    // The reset would lose the message.
     try {
         fail(m_db, r, m_sql);
     } catch (...) {
@@ -117,7 +117,7 @@ Statement::Kind FileStatement::kindOf(int column) const
     case SQLITE_FLOAT:
         return Kind::Floating;
     default:
-        return Kind::Text; // a BLOB is a memo that would be taken for a number
+        return Kind::Text; // a blob is a memo that as text would be taken for a number
     }
 }
 

@@ -8,10 +8,14 @@
 namespace sqlcipher
 {
 
+/// See store::Statement. Blobs read as text.
 class FileStatement final : public store::Statement
 {
 public:
-    /// @param waiting whether the engine waits for a lock just now, when no statement can be run
+    /// Compiles a statement.
+    /// @param parts   told of every write
+    /// @param waiting true while the engine waits for a lock and cannot run statements; it must
+    ///        outlive the statement, like @p parts
     /// @throws StoreError
     FileStatement(sqlite3 *db, Parts &parts, const bool &waiting, const std::string &sql);
 

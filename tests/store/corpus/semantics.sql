@@ -1,13 +1,13 @@
-# What statements of the dialect mean, shown by the rows that the engine gives for them.
-# Each [rule] begins with empty tables, but for Uno, which holds (1, '2024-01-31').
-#   @clients            the five clients of the test
-#   @STATEMENT          what the engine itself runs
-#   STATEMENT           what is run in the dialect
-#   ... -> A|B / C|D    and gives these rows
-#   = EXPRESSION -> A   the value of an expression
-#   ? CONDITION -> 2 5  the numbers of the clients that it holds for
-#   ... <- A, B -> C    with these values bound; a text that reads as a number stands behind a '
-#   !3061 STATEMENT     what is refused, with its number
+# What statements of the dialect mean, shown by the rows that the engine returns.
+# Each [rule] begins with empty tables, except for Uno, which holds (1, '2024-01-31').
+#   @clients            inserts the five clients of the test
+#   @STATEMENT          runs a statement of the engine's own SQL
+#   STATEMENT           runs a statement of the dialect
+#   ... -> A|B / C|D    and expects these rows
+#   = EXPRESSION -> A   expects the value of an expression
+#   ? CONDITION -> 2 5  expects the numbers of the clients that meet a condition
+#   ... <- A, B -> C    with these values bound; text that reads as a number has a ' before it
+#   !3061 STATEMENT     expects a statement to be refused with that error number
 
 [Text is compared without letter case but with accents]
 @clients

@@ -1,6 +1,6 @@
-# Statements that the rules run, one a line, below the database that they run on. Values stand
-# where the program has a '?'. A line that begins with '!' and an error number must be refused so:
-# tables and columns that no file holds.
+# Statements that the rules run, one per line, under the database they run on, with values in place
+# of the program's '?'. A line that begins with '!' and an error number must be refused with that
+# number: it names tables or columns that do not exist.
 
 [clientes]
 select * from mlrazas order by nom

@@ -1059,7 +1059,7 @@ private:
             Fragment f = emitTree(*field.value);
             if (!field.alias.empty())
                 m_scope->aliases.emplace(fold(field.alias), f);
-            add(std::move(f), field.alias, field.place);
+            add(f, field.alias, field.place);
         }
         if (inner == Inner::OneColumn && fields.size() != 1)
             fail(s.place, QStringLiteral("A query within another gives one column"));

@@ -255,9 +255,15 @@ bool frmConfiguracion::eventFilter(QObject *watched, QEvent *event)
 
 void frmConfiguracion::reject()
 {
-    if (QWidget *box = focusWidget())
-        box->clearFocus();
+    mayLeave();
     ui::FormBase::reject();
+}
+
+bool frmConfiguracion::mayLeave()
+{
+    if (QWidget *box = focusWidget())
+        box->clearFocus(); // boxes store when they are left
+    return true;
 }
 
 void frmConfiguracion::hideEvent(QHideEvent *event)

@@ -22,6 +22,8 @@ public:
     void opened(const QVariantMap &parameters) override;
     /// Writes the box being edited before the form closes.
     void reject() override;
+    /// Stores what is being typed, so that nothing is left to ask about.
+    bool mayLeave() override;
 
     /// Names of the pages in the order of the list.
     static QStringList Pages();

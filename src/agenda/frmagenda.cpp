@@ -109,7 +109,7 @@ void frmagenda::wireShortcuts()
 void frmagenda::opened(const QVariantMap &parameters)
 {
     const QDate day = parameters.value(u"dia"_s).toDate();
-    m_open.goTo(day.isValid() ? day : m_s.reloj.hoy);
+    guarded([&] { m_open.goTo(day.isValid() ? day : m_s.reloj.hoy); });
     m_open.forgetMoves();
     dtpPasarTarea->setDay(m_s.reloj.hoy.addDays(1));
     tabAgenda->setCurrentIndex(parameters.value(u"modo"_s, DayMode).toInt() == OwnMode);
@@ -138,9 +138,8 @@ void frmagenda::showDay(QDate dia)
 
 void frmagenda::goTo(QDate dia, const QList<int> &selection)
 {
-    const bool known = m_open.goTo(dia);
     guarded([&] {
-        if (known)
+        if (m_open.goTo(dia))
             show(selection);
         else
             reload(selection);

@@ -264,8 +264,8 @@ void frmprincipal::CargarPizarra()
     guarded([this] {
         m_model->load();
         m_title = boardTitle(m_s);
-        pageChanged();
     });
+    pageChanged(); // also where the lines could not be read
     layRows(before);
     const store::ClinicData &clinic = m_s.clinic;
     lblClinica->setText(clinic.nom.isEmpty() ? u"Kelvara"_s : clinic.nom);

@@ -53,11 +53,14 @@ QScrollArea *Pages::adopt(FormBase &form)
 
 void Pages::bringForward(FormBase &form)
 {
-    if (form.isWindow() && form.isVisible()) {
-        form.raise();
-        form.activateWindow();
-        return;
-    }
+    const auto toFront = [](QWidget &top) {
+        if (top.isMinimized())
+            top.setWindowState(top.windowState() & ~Qt::WindowMinimized);
+        top.raise();
+        top.activateWindow();
+    };
+    if (form.isWindow() && form.isVisible())
+        return toFront(form);
     // Where it wants to begin: moving it into the stack would forget that.
     const QPointer<QWidget> focus = form.focusWidget();
     const bool wasInFront = current() == &form;
@@ -72,6 +75,9 @@ void Pages::bringForward(FormBase &form)
         focus->setFocus();
     else
         form.setFocus();
+    // It may have been opened from a page in a window of its own.
+    if (window()->isVisible() && !window()->isActiveWindow())
+        toFront(*window());
     if (wasInFront)
         return;
     Q_EMIT changed();

@@ -388,7 +388,10 @@ int Plan::patientOf(PlannedPatient m, const QString &number, int line)
         }
         m_patientByNumber.insert(key + u'\n' + number, newOne);
         if (m.f.nom.isEmpty())
-            m.f.nom = s.clientes->trimmed("mascotas", "nom", s(text::PatientByNumber).arg(number));
+            m.f.nom = s.clientes
+                          ->trimmed("mascotas", "nom",
+                                    QuitarApostrofes(s(text::PatientByNumber).arg(number)))
+                          .trimmed();
     } else if (m.f.nom.isEmpty()) {
         m.f.nom = s(text::PatientByNumber).arg(++owners[size_t(m.client)].unnamed);
     } else {
